@@ -1,0 +1,32 @@
+# The front door: `make demo` and `make test` on a bare Debian 12. Everything else is CMake's.
+PREFIX ?= /usr/local
+JOBS ?= $(shell nproc)
+
+.PHONY: demo test bench install check packages
+
+test: packages
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS)
+	ctest --preset dev
+
+demo: packages
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS)
+	tools/demo build/release
+
+bench: packages
+	tools/install-packages tools/packages-bench.txt
+	cmake --preset release -DOXA_BUILD_BENCH=ON
+	cmake --build --preset release -j $(JOBS)
+	tools/bench build/release
+
+install: packages
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS)
+	cmake --install build/release --prefix $(PREFIX)
+
+check:
+	tools/check
+
+packages:
+	@tools/install-packages

@@ -1,0 +1,23 @@
+# cmake --install PREFIX, and the package that find_package(OxaUtils) finds there.
+include(CMakePackageConfigHelpers)
+
+get_property(exported GLOBAL PROPERTY OXA_EXPORTED_TARGETS)
+foreach(target IN LISTS exported)
+    set_property(TARGET ${target} PROPERTY INSTALL_RPATH "$ORIGIN")
+    install(TARGETS ${target}
+        EXPORT OxaUtilsTargets
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+endforeach()
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/OxaUtils)
+install(EXPORT OxaUtilsTargets NAMESPACE OxaUtils:: DESTINATION ${package_dir})
+configure_package_config_file(cmake/OxaUtilsConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/OxaUtilsConfig.cmake
+    INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/OxaUtilsConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+install(FILES
+    ${PROJECT_BINARY_DIR}/OxaUtilsConfig.cmake
+    ${PROJECT_BINARY_DIR}/OxaUtilsConfigVersion.cmake
+    DESTINATION ${package_dir})

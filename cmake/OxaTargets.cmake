@@ -1,0 +1,41 @@
+# What every target of the project shares, and the one way to declare a library and a test.
+
+add_library(oxa_options INTERFACE)
+target_compile_definitions(oxa_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH)
+target_compile_options(oxa_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${OXA_WERROR}>:-Werror>)
+
+# oxa_add_library(TARGET NAME LIBNAME DEFINE): a shared library, exported as OxaUtils::NAME.
+function(oxa_add_library target name output define)
+    add_library(${target} SHARED)
+    add_library(OxaUtils::${name} ALIAS ${target})
+    set_target_properties(${target} PROPERTIES
+        EXPORT_NAME ${name}
+        OUTPUT_NAME ${output}
+        VERSION ${PROJECT_VERSION}
+        SOVERSION ${PROJECT_VERSION_MAJOR})
+    target_compile_definitions(${target} PRIVATE ${define})
+    target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:oxa_options>)
+    set_property(GLOBAL APPEND PROPERTY OXA_EXPORTED_TARGETS ${target})
+endfunction()
+
+# oxa_add_test(NAME SOURCES ... [LIBS ...] [DEFINES ...]): a QtTest program, run by ctest under
+# NAME. OXA_SOURCE_DIR and OXA_BINARY_DIR tell it where files are.
+function(oxa_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 ARG "" "TIMEOUT" "SOURCES;LIBS;DEFINES;LABELS")
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_compile_definitions(${name} PRIVATE
+        OXA_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
+        OXA_BINARY_DIR="${PROJECT_BINARY_DIR}"
+        ${ARG_DEFINES})
+    target_link_libraries(${name} PRIVATE oxa_options Qt5::Test ${ARG_LIBS})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES
+        TIMEOUT ${ARG_TIMEOUT}
+        LABELS "${ARG_LABELS}"
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()

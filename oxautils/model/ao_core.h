@@ -1,0 +1,78 @@
+#ifndef OXAUTILS_MODEL_AO_CORE_H
+#define OXAUTILS_MODEL_AO_CORE_H
+
+#include "oxautils/model/match_unit.h"
+#include "oxautils/model/signal_item.h"
+#include "oxautils/model/trigger_port.h"
+
+#include <QList>
+#include <QString>
+
+class QDebug;
+
+namespace OXA {
+
+/// `n` rounded up to a power of two, as the hardware counts windows; 0 stays 0, and what no
+/// `unsigned` holds becomes 0.
+OXAUTILS_EXPORT unsigned fixedWindowNum(unsigned n);
+
+/// One analyzer core of a Standard configuration, as its file describes it.
+///
+/// Owns its 16 ports and 16 units, numbered 0 to 15; their number never changes. A list of cores
+/// is handed around as plain pointers: whoever receives it from a reader deletes them.
+class OXAUTILS_EXPORT AoCore {
+public:
+    explicit AoCore(int index);
+    ~AoCore();
+    AoCore(const AoCore&) = delete;
+    AoCore& operator=(const AoCore&) = delete;
+
+    int index; ///< names the core in emitted text; its place in a list does not
+    int hostData = 0; ///< the host's; the library does not use it
+    QString sampleClock; ///< the signal whose edges take samples
+    int trigType = 0; ///< sampling edge: 0 rising, 1 falling
+    int expressionType = 0; ///< 0 static: in the netlist; 1 dynamic: tables, rewritten at run time
+    int exImplementation = 0; ///< of dynamic tables: 0 block SRAM, 1 registers, 2 shadow SRAM
+    int implementation = 0; ///< of the capture memory: 0 block SRAM, 1 registers, 2 shadow SRAM
+    int storageDepth = 1024; ///< samples
+    int captureAmount = 1024; ///< samples a window
+    int triggerPos = 0; ///< samples of a window that come before its trigger
+    int windowNum = 1; ///< windows a run
+    QList<TriggerPort*> triggers; ///< 16, owned
+    QList<MatchUnit*> matchUnits; ///< 16, owned
+    QStringList expressions; ///< in the order in which the trigger sequence takes them
+    QList<SignalItem> captureSignals; ///< what is sampled, most significant first
+    QList<SignalItem> signalList; ///< data signals as the user listed them
+    QString moduleName;
+    bool forceTriggerByFallingEdge = false;
+    bool captureInitDataEnabled = false; ///< armed at power-up
+
+    /// The port numbered `i`; null when there is none.
+    TriggerPort* getTrigger(int i) const;
+
+    /// The unit numbered `i`; null when there is none.
+    MatchUnit* matchUnit(int i) const;
+
+    /// The ports with signals, in port order.
+    QList<TriggerPort*> availableTriggers() const;
+
+    /// The units switched on, in unit order.
+    QList<MatchUnit*> enabledMatchUnits() const;
+
+    /// `captureSignals` as names bit by bit.
+    QList<QString> dataSignals() const;
+
+    /// The sampled bit at flat position `i`; a bus counts as its bits, past the end is a default.
+    SignalItem signalItemAt(int i) const;
+
+    /// Bits in the register that shifts data out: the widest of the counters in use, the available
+    /// ports, and a sample with its mark, which counts as 16 at least.
+    int dataOutShiftWidth() const;
+};
+
+/// For the debug log; nothing parses it.
+OXAUTILS_EXPORT QDebug operator<<(QDebug debug, const AoCore& core);
+
+}
+
+#endif

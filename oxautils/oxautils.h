@@ -1,0 +1,13 @@
+#ifndef OXAUTILS_OXAUTILS_H
+#define OXAUTILS_OXAUTILS_H
+
+/// Everything that a host may use, in one include.
+
+#include "oxautils/model/ao_core.h"
+#include "oxautils/model/ao_core_lite.h"
+
+#include <dev/device_db.h>
+#include <norvosyn/qx_synthesis_sync_proxy.h>
+#include <norvosyn/request_keys.h>
+
+#endif

@@ -1,0 +1,57 @@
+#ifndef DEV_DEVICE_DB_H
+#define DEV_DEVICE_DB_H
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#ifdef OXADEV_LIBRARY
+#define OXADEV_EXPORT Q_DECL_EXPORT
+#else
+#define OXADEV_EXPORT Q_DECL_IMPORT
+#endif
+
+namespace DEV {
+
+/// What names an orderable part.
+struct OXADEV_EXPORT DeviceArg {
+    QString partNumber; ///< as it is ordered
+    QString series; ///< the family
+    QString name; ///< the device: the die and its version, "QX1N-9"
+    QString grade; ///< temperature grade
+    QString speed; ///< speed grade
+    QString package; ///< the package with its pin count
+    QString variant; ///< supply variant: "LV", "UV", "ZV"; may be empty
+};
+
+/// One part of the catalogue. An unknown part is an empty record.
+struct OXADEV_EXPORT ChipInfo : DeviceArg {
+    /// 0 LUTs, 1 adders, 2 registers, 3 I/Os, 4 shadow SRAM with its two-letter unit, 5 block SRAM
+    /// in kbit.
+    QStringList resources;
+};
+
+/// The device catalogue of the process.
+///
+/// A host replaces it by defining this class's functions itself; the class therefore holds nothing
+/// (the catalogue is a matter of the source file), and no function is inline or virtual.
+/// `find` and `chips` may be called from any thread; `load` may run beside them.
+class OXADEV_EXPORT DeviceDb {
+public:
+    static DeviceDb& instance();
+
+    /// The part numbered `partNumber`, of the device `deviceName` where one number names several;
+    /// either may be empty, and then the other decides alone. An empty record when there is none.
+    ChipInfo find(const QString& partNumber, const QString& deviceName) const;
+
+    /// Every part, in the order of the catalogue.
+    QList<ChipInfo> chips() const;
+
+    /// Replaces the catalogue by the file `catalogue`. A file that cannot be read or holds a
+    /// malformed row changes nothing: false, and `error` (when given) says where and why.
+    bool load(const QString& catalogue, QString* error = nullptr);
+};
+
+}
+
+#endif
