@@ -1,0 +1,38 @@
+#ifndef OXAUTILS_CONFIG_CONFIG_READER_H
+#define OXAUTILS_CONFIG_CONFIG_READER_H
+
+#include "oxautils/model/ao_core.h"
+#include "oxautils/model/ao_core_lite.h"
+
+#include <QDomElement>
+
+namespace OXA {
+
+/// Whether "match[3]" becomes "M3" and the rest upper case, or stays as the file has it.
+enum class ExpressionText { Normalised, AsWritten };
+
+/// The cores below the root of a Standard file, of either layout; the caller owns them.
+QList<AoCore*> readCores(const QDomElement& root, ExpressionText expressions);
+
+/// The cores below the root of a Lite file; the caller owns them.
+QList<AOCore_Lite*> readCoresLite(const QDomElement& root);
+
+/// An attribute as a decimal integer; 0 when absent or none.
+int intAttribute(const QDomElement& element, const char* name);
+
+/// Whether `element` carries every one of `names`.
+template <typename Names> bool hasAttributes(const QDomElement& element, const Names& names)
+{
+    for (const char* name : names) {
+        if (!element.hasAttribute(name))
+            return false;
+    }
+    return true;
+}
+
+/// Sets what a caller of a reader asked for; null pointers are left out.
+void report(bool* ok, bool success, QString* error = nullptr, const QString& message = {});
+
+}
+
+#endif

@@ -1,0 +1,43 @@
+#include "oxautils/config/config_writer.h"
+
+#include "oxautils/config/xml_names.h"
+
+#include <QDebug>
+#include <QSaveFile>
+#include <QXmlStreamWriter>
+
+namespace OXA {
+
+namespace {
+
+constexpr int kIndent = 4;
+constexpr char kDeclaredVersion[] = "1"; // the format's own; "1.0" would be XML's
+
+}
+
+void writeConfig(
+    const QString& path, const char* mode, const std::function<void(QXmlStreamWriter&)>& writeBody)
+{
+    QSaveFile file(path);
+    // In a directory that takes no new file, writing over the old one is all that is left.
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        return;
+
+    QXmlStreamWriter xml(&file);
+    xml.setAutoFormatting(true);
+    xml.setAutoFormattingIndent(kIndent);
+    xml.writeStartDocument(kDeclaredVersion);
+    xml.writeStartElement(NODE_OXA_CONFIG);
+    xml.writeTextElement(NODE_VERSION, LATEST_VERSION);
+    if (mode)
+        xml.writeTextElement(NODE_MODE, mode);
+    writeBody(xml);
+    xml.writeEndElement();
+    xml.writeEndDocument();
+
+    if (!file.commit())
+        qCritical().noquote() << "failed to write" << path + ":" << file.errorString();
+}
+
+}

@@ -1,0 +1,26 @@
+#include "oxautils/config/oxa_mode.h"
+
+#include "oxautils/config/config_writer.h"
+#include "oxautils/config/xml_document.h"
+#include "oxautils/config/xml_names.h"
+
+namespace OXA {
+
+OxaMode oxaModeFromOxaConfigFile(const QString& path)
+{
+    QDomDocument document;
+    if (!loadXml(path, document))
+        return Invalid;
+    const QDomElement mode = document.documentElement().firstChildElement(NODE_MODE);
+    if (mode.isNull() || mode.text() == kModeStandard)
+        return Standard;
+    return mode.text() == kModeLite ? Lite : Invalid;
+}
+
+void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode)
+{
+    const char* text = mode == Standard ? kModeStandard : mode == Lite ? kModeLite : nullptr;
+    writeConfig(path, text, [](QXmlStreamWriter&) {});
+}
+
+}

@@ -1,0 +1,22 @@
+#ifndef OXAUTILS_CONFIG_SIGNAL_XML_H
+#define OXAUTILS_CONFIG_SIGNAL_XML_H
+
+#include "oxautils/model/signal_item.h"
+
+class QDomElement;
+class QXmlStreamWriter;
+
+namespace OXA {
+
+/// Whose list is written: the two write a bus's names differently.
+enum class SignalOwner { Core, Port };
+
+/// Writes the "SignalList" element that holds `items`.
+void writeSignalList(QXmlStreamWriter& xml, const QList<SignalItem>& items, SignalOwner owner);
+
+/// The items of a "SignalList" element; none for a null element.
+QList<SignalItem> readSignalList(const QDomElement& list);
+
+}
+
+#endif

@@ -1,0 +1,37 @@
+#ifndef OXAUTILS_CONFIG_VERSION_H
+#define OXAUTILS_CONFIG_VERSION_H
+
+#include "oxautils/oxautils_export.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <exception>
+
+namespace OXA {
+
+/// A version text that is none.
+class OXAUTILS_EXPORT CompareException : public std::exception {
+public:
+    explicit CompareException(const QString& message);
+    ~CompareException() override;
+
+    QString message() const { return m_message; }
+    const char* what() const noexcept override { return m_what.constData(); }
+
+private:
+    QString m_message;
+    QByteArray m_what;
+};
+
+/// Compares dotted versions part by part as numbers; empty parts do not count and missing ones are
+/// 0, so 3 equals "3.0" and 2.10 is above 2.9.
+///
+/// The result is a bit: 1 when `a` is below `b`, 2 when they are equal, 4 when `a` is above. Throws
+/// CompareException ("Invalid Oxa config file.") at a part that is no decimal integer, unless an
+/// earlier part decided.
+OXAUTILS_EXPORT int compareVersion(const QString& a, const QString& b);
+
+}
+
+#endif

@@ -1,0 +1,144 @@
+#include "oxautils/config/xml_document.h"
+
+#include <QFile>
+#include <QXmlInputSource>
+
+namespace OXA {
+
+namespace {
+
+constexpr int kDeepestLevel = 64; // real files have 6
+
+/// Walks over the markup of a document without building anything from it, so that nesting costs no
+/// stack. What is malformed is left to the parser behind it.
+class NestingScanner {
+public:
+    explicit NestingScanner(const QString& text)
+        : m_text(text)
+    {
+    }
+
+    /// False, with the place in `error`, when the document is not to be parsed.
+    bool accepts(XmlError* error)
+    {
+        while ((m_at = m_text.indexOf('<', m_at)) >= 0) {
+            const int start = m_at;
+            const char* complaint = takeMarkup();
+            if (!complaint)
+                continue;
+            if (error)
+                *error = {complaint, lineOf(start), columnOf(start)};
+            return false;
+        }
+        return true;
+    }
+
+private:
+    bool startsWith(const char* what) const
+    {
+        const QLatin1String text(what);
+        return m_text.midRef(m_at, text.size()) == text;
+    }
+
+    void skipBehind(const char* what)
+    {
+        const QLatin1String text(what);
+        const int found = m_text.indexOf(text, m_at);
+        m_at = found < 0 ? m_text.size() : found + text.size();
+    }
+
+    /// Moves behind the ">" of a tag, past those in its quoted values; the tag's text before it.
+    QStringRef takeTag()
+    {
+        const int start = m_at;
+        QChar quote;
+        while (++m_at < m_text.size()) {
+            const QChar c = m_text.at(m_at);
+            if (quote.isNull() && c == '>')
+                return m_text.midRef(start, m_at++ - start);
+            if (c == quote)
+                quote = QChar();
+            else if (quote.isNull() && (c == '"' || c == '\''))
+                quote = c;
+        }
+        return m_text.midRef(start);
+    }
+
+    /// Takes one piece of markup; null, or what is wrong with it.
+    const char* takeMarkup()
+    {
+        if (startsWith("<!--")) {
+            skipBehind("-->");
+        } else if (startsWith("<![CDATA[")) {
+            skipBehind("]]>");
+        } else if (startsWith("<?")) {
+            skipBehind("?>");
+        } else if (startsWith("<!")) {
+            if (takeTag().contains('['))
+                return "declarations in the document type are not accepted";
+        } else if (startsWith("</")) {
+            takeTag();
+            m_level -= m_level > 0;
+        } else if (m_level == kDeepestLevel) {
+            return "elements are nested deeper than 64 levels";
+        } else if (!takeTag().endsWith('/')) {
+            ++m_level;
+        }
+        return nullptr;
+    }
+
+    int lineOf(int at) const { return m_text.leftRef(at).count('\n') + 1; }
+    int columnOf(int at) const { return at - (at ? m_text.lastIndexOf('\n', at - 1) : -1); }
+
+    const QString& m_text;
+    int m_at = 0;
+    int m_level = 0;
+};
+
+// Decoded as the parser itself decodes, so that the scanner sees what the parser will see.
+QString decoded(const QByteArray& content)
+{
+    QT_WARNING_PUSH
+    QT_WARNING_DISABLE_DEPRECATED
+    QXmlInputSource source;
+    source.setData(content);
+    return source.data();
+    QT_WARNING_POP
+}
+
+}
+
+QString XmlError::text() const
+{
+    return QString("%1 at %2:%3").arg(message, QString::number(line), QString::number(column));
+}
+
+bool readFile(const QString& path, QByteArray& content)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    content = file.readAll();
+    return true;
+}
+
+bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error)
+{
+    const QString text = decoded(content);
+    if (!NestingScanner(text).accepts(error))
+        return false;
+    XmlError parserError;
+    const bool ok
+        = document.setContent(text, &parserError.message, &parserError.line, &parserError.column);
+    if (!ok && error)
+        *error = parserError;
+    return ok;
+}
+
+bool loadXml(const QString& path, QDomDocument& document)
+{
+    QByteArray content;
+    return readFile(path, content) && parseXml(content, document);
+}
+
+}
