@@ -18,4 +18,25 @@ inline QString samplesText(const OXA_CAPTURE::SampleTable& table, int field = 0)
     return samples.join(' ');
 }
 
+/// Samples with a text for each field, its samples separated by blanks; all of one length.
+inline OXA_CAPTURE::SampleTable samplesOf(const QStringList& fields)
+{
+    using namespace OXA_CAPTURE;
+    std::vector<int> widths;
+    for (const QString& field : fields)
+        widths.push_back(field.section(' ', 0, 0).size());
+    const SampleLayout layout(widths);
+    SampleTable table(layout);
+    for (int sample = 0; sample <= fields.first().count(' '); ++sample) {
+        std::vector<quint64> row(size_t(layout.rowWords()));
+        for (int field = 0; field < fields.size(); ++field) {
+            const QString bits = fields.at(field).section(' ', sample, sample);
+            for (int bit = 0; bit < bits.size(); ++bit)
+                setBit(layout, row, field, bit, Logic(QString("01x").indexOf(bits.at(bit))));
+        }
+        table.append(row.data());
+    }
+    return table;
+}
+
 #endif

@@ -1,0 +1,123 @@
+#include "capture/capture_result.h"
+
+#include "capture/capture_writers.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QSaveFile>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+struct Format {
+    const char* ending;
+    bool (*write)(QIODevice& out, const Capture& capture, QString& error);
+};
+
+constexpr Format kFormats[] = {
+    {"vcd", writeVcd   },
+    {"csv", writeCsv   },
+    {"sr",  writeSigrok},
+};
+
+const Format* formatOf(const QString& path)
+{
+    const QString ending = QFileInfo(path).suffix().toLower();
+    for (const Format& format : kFormats) {
+        if (ending == format.ending)
+            return &format;
+    }
+    return nullptr;
+}
+
+bool fail(QString* error, const QString& text)
+{
+    if (error)
+        *error = text;
+    return false;
+}
+
+}
+
+std::vector<CapturedWindow> cutWindows(
+    const std::vector<Window>& places, const SampleTable& sampled)
+{
+    std::vector<CapturedWindow> windows;
+    for (const Window& place : places) {
+        SampleTable samples(SampleLayout({sampled.layout().width(0)}));
+        samples.appendField(sampled, 0, place.firstSample, place.samples);
+        windows.push_back({place, std::move(samples)});
+    }
+    return windows;
+}
+
+bool hasCaptureFormat(const QString& path, QString* error)
+{
+    return formatOf(path)
+        || fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
+}
+
+bool writeCapture(const QString& path, const Capture& capture, QString* error)
+{
+    if (!hasCaptureFormat(path, error))
+        return false;
+    // Replacing a device, or a link to one, would take it away from the whole machine.
+    const QFileInfo before(path);
+    if (before.exists() && !before.isFile())
+        return fail(error, QString("%1: cannot be written: it is no regular file").arg(path));
+    QSaveFile file(path);
+    QString reason;
+    if (file.open(QIODevice::WriteOnly) && formatOf(path)->write(file, capture, reason)
+        && file.commit())
+        return true;
+    return fail(error,
+        QString("%1: cannot be written: %2")
+            .arg(path, reason.isEmpty() ? file.errorString() : reason));
+}
+
+QByteArray captureJson(const Capture& capture)
+{
+    QJsonArray cores;
+    for (const CapturedCore& core : capture) {
+        QJsonArray windows;
+        for (const CapturedWindow& window : core.windows) {
+            const Window& place = window.place;
+            windows += QJsonObject {
+                {"triggerSample",
+                 place.triggerSample == kNoSample ? QJsonValue() : place.triggerSample},
+                {"firstSample",   place.firstSample                                   },
+                {"samples",       place.samples                                       },
+            };
+        }
+        cores += QJsonObject {
+            {"index",     core.index      },
+            {"triggered", core.triggered()},
+            {"windows",   windows         }
+        };
+    }
+    return QJsonDocument(QJsonObject {
+                             {"cores", cores}
+    })
+        .toJson(QJsonDocument::Indented);
+}
+
+qint64 capturedSamples(const CapturedCore& core)
+{
+    qint64 samples = 0;
+    for (const CapturedWindow& window : core.windows)
+        samples += window.samples.size();
+    return samples;
+}
+
+QString freeName(const CapturedCore& core, QString wanted)
+{
+    const QStringList names = OXA::flattenedNames(core.items);
+    while (names.contains(wanted))
+        wanted.prepend("oxa_");
+    return wanted;
+}
+
+}

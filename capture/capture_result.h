@@ -1,0 +1,52 @@
+#ifndef CAPTURE_CAPTURE_RESULT_H
+#define CAPTURE_CAPTURE_RESULT_H
+
+#include "capture/trigger_model.h"
+
+#include <QList>
+
+namespace OXA_CAPTURE {
+
+/// A window with its samples.
+struct CapturedWindow {
+    Window place;
+    SampleTable samples; ///< field 0: the core's data signals
+
+    /// The trigger's place among the samples; `kNoSample` without one.
+    qint64 triggerOffset() const
+    {
+        return place.triggerSample == kNoSample ? kNoSample
+                                                : place.triggerSample - place.firstSample;
+    }
+};
+
+/// What one core captured.
+struct CapturedCore {
+    int index = 0; ///< the core's own number
+    QList<OXA::SignalItem> items; ///< the data signals, most significant first
+    std::vector<CapturedWindow> windows; ///< in the order in which they were taken
+    QString progress; ///< how far the trigger's sequence got
+
+    bool triggered() const { return !windows.empty(); }
+};
+
+/// What all cores of a configuration captured, in its order.
+using Capture = std::vector<CapturedCore>;
+
+/// The windows `places` with the samples that they hold of `sampled`, whose field 0 are the data.
+OXACAPTURE_EXPORT std::vector<CapturedWindow> cutWindows(
+    const std::vector<Window>& places, const SampleTable& sampled);
+
+/// Writes a capture in the format that the ending of `path` names: .vcd, .csv or .sr. The file is
+/// there as a whole or as it was before: then false, and `error` says why.
+OXACAPTURE_EXPORT bool writeCapture(const QString& path, const Capture& capture, QString* error);
+
+/// Whether `writeCapture` knows the ending of `path`; `error` lists those that it does.
+OXACAPTURE_EXPORT bool hasCaptureFormat(const QString& path, QString* error);
+
+/// The windows of every core, without their samples, for programs.
+OXACAPTURE_EXPORT QByteArray captureJson(const Capture& capture);
+
+}
+
+#endif

@@ -1,0 +1,25 @@
+#ifndef CAPTURE_CAPTURE_WRITERS_H
+#define CAPTURE_CAPTURE_WRITERS_H
+
+#include "capture/capture_result.h"
+
+class QIODevice;
+
+namespace OXA_CAPTURE {
+
+// One function a format (docs: capture files); false when the device takes no more, or, with
+// `error`, for what the format itself cannot do.
+
+bool writeVcd(QIODevice& out, const Capture& capture, QString& error);
+bool writeCsv(QIODevice& out, const Capture& capture, QString& error);
+bool writeSigrok(QIODevice& out, const Capture& capture, QString& error);
+
+/// The samples of all windows of a core together.
+qint64 capturedSamples(const CapturedCore& core);
+
+/// `wanted`, with "oxa_" in front as long as one of the core's signals has that name.
+QString freeName(const CapturedCore& core, QString wanted);
+
+}
+
+#endif

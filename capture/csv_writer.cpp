@@ -1,0 +1,84 @@
+#include "capture/capture_writers.h"
+
+#include <QHash>
+#include <QIODevice>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kFlushAt = 1 << 20; // bytes
+
+QByteArray cell(const QString& text)
+{
+    if (!text.contains(',') && !text.contains('"') && !text.contains('\n') && !text.contains('\r'))
+        return text.toUtf8();
+    return '"' + QString(text).replace('"', "\"\"").toUtf8() + '"';
+}
+
+// The data signals of all cores, each name once.
+QStringList columnNames(const Capture& capture)
+{
+    QStringList names;
+    for (const CapturedCore& core : capture)
+        names += OXA::flattenedNames(core.items);
+    names.removeDuplicates();
+    return names;
+}
+
+// For each column the core's bit in it, -1 when it has none.
+std::vector<int> bitsOf(const CapturedCore& core, const QStringList& columns)
+{
+    const QStringList names = OXA::flattenedNames(core.items);
+    QHash<QString, int> bits;
+    for (int bit = names.size() - 1; bit >= 0; --bit)
+        bits.insert(names.at(bit), bit);
+    std::vector<int> result;
+    for (const QString& column : columns)
+        result.push_back(bits.value(column, -1));
+    return result;
+}
+
+bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>& bits)
+{
+    QByteArray text;
+    for (size_t w = 0; w < core.windows.size(); ++w) {
+        const CapturedWindow& window = core.windows[w];
+        const QByteArray head = QByteArray::number(core.index) + ',' + QByteArray::number(int(w));
+        for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
+            text += head + ',' + QByteArray::number(sample)
+                + (sample == window.triggerOffset() ? ",1" : ",0");
+            for (const int bit : bits) {
+                text += ',';
+                if (bit >= 0)
+                    text += "01x"[int(window.samples.bit(sample, 0, bit))];
+            }
+            text += '\n';
+            if (text.size() < kFlushAt)
+                continue;
+            if (out.write(text) != text.size())
+                return false;
+            text.clear();
+        }
+    }
+    return out.write(text) == text.size();
+}
+
+}
+
+bool writeCsv(QIODevice& out, const Capture& capture, QString&)
+{
+    const QStringList columns = columnNames(capture);
+    QByteArray header = "core,window,sample,trigger";
+    for (const QString& name : columns)
+        header += ',' + cell(name);
+    if (out.write(header += '\n') < 0)
+        return false;
+    for (const CapturedCore& core : capture) {
+        if (!writeRows(out, core, bitsOf(core, columns)))
+            return false;
+    }
+    return true;
+}
+
+}

@@ -1,0 +1,16 @@
+#ifndef CAPTURE_STATIC_EXPRESSION_H
+#define CAPTURE_STATIC_EXPRESSION_H
+
+#include "capture/trigger_setup.h"
+
+namespace OXA_CAPTURE {
+
+/// Compiles an expression that becomes part of the netlist, as Verilog reads it: M0 to M15, !, ~,
+/// &, ^, |, &&, ||, the reductions of a single bit, 1'b0, 1'b1 and parentheses.
+///
+/// False for anything else, with the reason in `error`.
+OXACAPTURE_EXPORT bool compileStatic(const QString& text, TriggerTable& table, QString& error);
+
+}
+
+#endif

@@ -1,0 +1,201 @@
+#include "capture/capture_writers.h"
+
+#include <QIODevice>
+#include <QRegularExpression>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kFlushAt = 1 << 20; // bytes
+constexpr int kWindowBits = 32;
+
+// An identifier of a dump: a number to base 94.
+QByteArray identifier(int number)
+{
+    QByteArray id;
+    do {
+        id += char('!' + number % 94);
+        number /= 94;
+    } while (number > 0);
+    return id;
+}
+
+// A variable of a core's data signals.
+struct DataVariable {
+    QByteArray id;
+    QString name; // with its range
+    int firstBit; // of a sample
+    int width;
+    QByteArray last; // the value written last
+};
+
+struct CoreVariables {
+    std::vector<DataVariable> data;
+    QByteArray trigger;
+    QByteArray window;
+};
+
+// "count" and its range from "count[7]" to "count[0]"; otherwise the bus's own name, counted down.
+QString busName(const OXA::SignalItem& bus)
+{
+    static const QRegularExpression indexed("^(.*)\\[(-?\\d+)\\]$");
+    const int width = bus.subItems.size();
+    const auto first = indexed.match(bus.subItems.first().name);
+    const int msb = first.captured(2).toInt();
+    const int lsb = indexed.match(bus.subItems.last().name).captured(2).toInt();
+    const int step = msb <= lsb ? 1 : -1;
+    for (int bit = 0; bit < width; ++bit) {
+        const auto match = indexed.match(bus.subItems.at(bit).name);
+        if (!match.hasMatch() || match.captured(1) != first.captured(1)
+            || match.captured(2).toInt() != msb + bit * step)
+            return bus.name + QString(" [%1:0]").arg(width - 1);
+    }
+    return first.captured(1) + QString(" [%1:%2]").arg(msb).arg(lsb);
+}
+
+// A dump separates by blanks.
+QString variableName(const OXA::SignalItem& item)
+{
+    static const QRegularExpression blanks("\\s+");
+    OXA::SignalItem plain = item;
+    plain.name.remove('\\').replace(blanks, "_");
+    for (OXA::SignalItem& bit : plain.subItems)
+        bit.name.remove('\\').remove(blanks);
+    return plain.isBus() ? busName(plain) : plain.name;
+}
+
+CoreVariables variablesOf(const CapturedCore& core, int& count)
+{
+    CoreVariables variables;
+    int bit = 0;
+    QStringList names;
+    for (const OXA::SignalItem& item : core.items) {
+        const QString name = variableName(item);
+        if (!names.contains(name)) // what is captured twice is shown once
+            variables.data.push_back({identifier(count++), name, bit, item.bitCount(), {}});
+        names += name;
+        bit += item.bitCount();
+    }
+    variables.trigger = identifier(count++);
+    variables.window = identifier(count++);
+    return variables;
+}
+
+QByteArray declarations(const CapturedCore& core, const CoreVariables& variables)
+{
+    const QString line("$var %1 %2 %3 %4 $end\n");
+    QString text = QString("$scope module core%1 $end\n").arg(core.index);
+    for (const DataVariable& variable : variables.data)
+        text += line.arg("wire", QString::number(variable.width), variable.id, variable.name);
+    text += line.arg("wire", "1", variables.trigger, freeName(core, "trigger"));
+    text += line.arg(
+        "integer", QString::number(kWindowBits), variables.window, freeName(core, "window"));
+    return (text + "$upscope $end\n").toUtf8();
+}
+
+QByteArray change(const QByteArray& bits, const QByteArray& id)
+{
+    return (bits.size() == 1 ? bits : 'b' + bits + ' ') + id + '\n';
+}
+
+// Walks the samples of all windows of a core, one time unit each.
+class CoreTrace {
+public:
+    CoreTrace(const CapturedCore& core, CoreVariables variables)
+        : m_core(core)
+        , m_variables(std::move(variables))
+    {
+    }
+
+    /// What changes at the next time unit.
+    QByteArray next()
+    {
+        while (m_window < m_core.windows.size() && m_sample == window().samples.size()) {
+            ++m_window;
+            m_sample = 0;
+        }
+        if (m_window == m_core.windows.size())
+            return end();
+        QByteArray text;
+        if (m_sample == 0)
+            text += change(
+                QByteArray::number(int(m_window), 2).rightJustified(2, '0'), m_variables.window);
+        for (DataVariable& variable : m_variables.data)
+            text += dataChange(variable);
+        const qint64 trigger = window().triggerOffset();
+        if (m_sample == trigger)
+            text += change("1", m_variables.trigger);
+        else if (m_sample == 0 || m_sample == trigger + 1)
+            text += change("0", m_variables.trigger);
+        ++m_sample;
+        return text;
+    }
+
+private:
+    const CapturedWindow& window() const { return m_core.windows[m_window]; }
+
+    QByteArray dataChange(DataVariable& variable) const
+    {
+        QByteArray bits;
+        for (int bit = 0; bit < variable.width; ++bit)
+            bits += "01x"[int(window().samples.bit(m_sample, 0, variable.firstBit + bit))];
+        if (bits == variable.last)
+            return {};
+        variable.last = bits;
+        return change(bits, variable.id);
+    }
+
+    // Behind its last sample a core's signals are unknown.
+    QByteArray end()
+    {
+        if (m_ended)
+            return {};
+        m_ended = true;
+        QByteArray text;
+        for (const DataVariable& variable : m_variables.data)
+            text += change(variable.width == 1 ? "x" : "xx", variable.id);
+        return text + change("x", m_variables.trigger) + change("xx", m_variables.window);
+    }
+
+    const CapturedCore& m_core;
+    CoreVariables m_variables;
+    size_t m_window = 0;
+    qint64 m_sample = 0;
+    bool m_ended = false;
+};
+
+}
+
+bool writeVcd(QIODevice& out, const Capture& capture, QString&)
+{
+    QByteArray text
+        = "$comment\n    Captured samples, one time unit each.\n$end\n$timescale 1 ns $end\n";
+    std::vector<CoreTrace> traces;
+    qint64 times = 0;
+    int variableCount = 0;
+    for (const CapturedCore& core : capture) {
+        const CoreVariables variables = variablesOf(core, variableCount);
+        text += declarations(core, variables);
+        traces.emplace_back(core, variables);
+        times = std::max(times, capturedSamples(core));
+    }
+    text += "$enddefinitions $end\n";
+    for (qint64 time = 0; time <= times; ++time) {
+        QByteArray changes;
+        for (CoreTrace& trace : traces) {
+            if (time < times || time == 0)
+                changes += trace.next();
+        }
+        if (!changes.isEmpty() || time == times)
+            text += '#' + QByteArray::number(time) + '\n' + changes;
+        if (text.size() < kFlushAt && time < times)
+            continue;
+        if (out.write(text) != text.size())
+            return false;
+        text.clear();
+    }
+    return true;
+}
+
+}

@@ -1,0 +1,158 @@
+#include "capture/capture_result.h"
+
+#include "capture/sample_text.h"
+#include "support/files.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+OXA::SignalItem item(const QString& name, const QStringList& bits = {})
+{
+    OXA::SignalItem result;
+    result.name = name;
+    for (const QString& bit : bits)
+        result.subItems += item(bit);
+    return result;
+}
+
+// Core 3 takes two windows of a bus and a signal of its own, core 7 has no triggers.
+Capture twoCores()
+{
+    const SampleTable first = samplesOf({"100 011 1x0 000 111"});
+    CapturedCore core3;
+    core3.index = 3;
+    core3.items = {item("count", {"count[1]", "count[0]"}), item("a,b")};
+    core3.windows = cutWindows(
+        {
+            {0, 2, 1},
+            {3, 1, 3}
+    },
+        first);
+    CapturedCore core7;
+    core7.index = 7;
+    core7.items = {item("trigger"), item("a,b"), item("a,b")};
+    core7.windows = cutWindows(
+        {
+            {0, 4, kNoSample}
+    },
+        samplesOf({"100 011 0xx 000"}));
+    return {core3, core7};
+}
+
+}
+
+class TestCaptureFiles : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void csv();
+    void vcd();
+    void sigrok();
+    void json();
+    void anUnwritableFileStaysAsItWas();
+
+private:
+    QByteArray written(const QString& name, const Capture& capture);
+
+    QTemporaryDir m_dir;
+};
+
+QByteArray TestCaptureFiles::written(const QString& name, const Capture& capture)
+{
+    QString error;
+    return writeCapture(m_dir.filePath(name), capture, &error) ? bytesOf(m_dir.filePath(name))
+                                                               : error.toUtf8();
+}
+
+void TestCaptureFiles::csv()
+{
+    QCOMPARE(written("out.csv", twoCores()),
+        QByteArray("core,window,sample,trigger,count[1],count[0],\"a,b\",trigger\n"
+                   "3,0,0,0,1,0,0,\n"
+                   "3,0,1,1,0,1,1,\n"
+                   "3,1,0,1,0,0,0,\n"
+                   "7,0,0,0,,,0,1\n"
+                   "7,0,1,0,,,1,0\n"
+                   "7,0,2,0,,,x,0\n"
+                   "7,0,3,0,,,0,0\n"));
+    CapturedCore idle;
+    idle.items = {item("d")};
+    QCOMPARE(written("idle.CSV", {idle}), QByteArray("core,window,sample,trigger,d\n"));
+}
+
+void TestCaptureFiles::vcd()
+{
+    QCOMPARE(QString(written("out.vcd", twoCores())).section("$timescale 1 ns $end\n", 1),
+        QString("$scope module core3 $end\n"
+                "$var wire 2 ! count [1:0] $end\n"
+                "$var wire 1 \" a,b $end\n"
+                "$var wire 1 # trigger $end\n"
+                "$var integer 32 $ window $end\n"
+                "$upscope $end\n"
+                "$scope module core7 $end\n"
+                "$var wire 1 % trigger $end\n"
+                "$var wire 1 & a,b $end\n"
+                "$var wire 1 ' oxa_trigger $end\n"
+                "$var integer 32 ( window $end\n"
+                "$upscope $end\n"
+                "$enddefinitions $end\n"
+                "#0\nb00 $\nb10 !\n0\"\n0#\nb00 (\n1%\n0&\n0'\n"
+                "#1\nb01 !\n1\"\n1#\n0%\n1&\n"
+                "#2\nb01 $\nb00 !\n0\"\n1#\nx&\n"
+                "#3\nbxx !\nx\"\nx#\nbxx $\n0&\n"
+                "#4\n"));
+}
+
+void TestCaptureFiles::sigrok()
+{
+    QVERIFY(written("out.sr", twoCores()).startsWith("PK"));
+    QProcess reader;
+    reader.start("sigrok-cli", {"-i", m_dir.filePath("out.sr")});
+    QVERIFY2(reader.waitForFinished(), qPrintable(reader.errorString()));
+    QCOMPARE(QString(reader.readAllStandardOutput()).section("channels\n", 1),
+        QString("count[1]:1000\n"
+                "count[0]:0100\n"
+                "core3.a,b:0100\n"
+                "core3.trigger:0110\n"
+                "core3.window:0010\n"
+                "core7.trigger:1000\n"
+                "core7.a,b:0100\n"
+                "oxa_trigger:0000\n"
+                "core7.window:0000\n"));
+}
+
+void TestCaptureFiles::json()
+{
+    Capture capture = twoCores();
+    capture[0].windows.clear();
+    QByteArray text = captureJson(capture);
+    QCOMPARE(text.replace(' ', "").replace('\n', ""),
+        QByteArray("{\"cores\":[{\"index\":3,\"triggered\":false,\"windows\":[]},"
+                   "{\"index\":7,\"triggered\":true,\"windows\":["
+                   "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
+}
+
+void TestCaptureFiles::anUnwritableFileStaysAsItWas()
+{
+    QCOMPARE(written("out.txt", {}),
+        QByteArray(
+            m_dir.filePath("out.txt").toUtf8() + ": the ending has to be .vcd, .csv or .sr"));
+    QVERIFY(QDir(m_dir.path()).mkdir("dir.vcd"));
+    QVERIFY(written("dir.vcd", {}).contains("dir.vcd: cannot be written: "));
+    QVERIFY(written("none/out.csv", {}).contains("none/out.csv: cannot be written: "));
+    const QByteArray pipe = QFile::encodeName(m_dir.filePath("pipe"));
+    QCOMPARE(mkfifo(pipe.constData(), 0600), 0);
+    QVERIFY(QFile::link(pipe, m_dir.filePath("link.csv")));
+    QVERIFY(written("link.csv", twoCores()).contains("it is no regular file"));
+    QVERIFY(!QFileInfo(pipe).isFile());
+}
+
+QTEST_APPLESS_MAIN(TestCaptureFiles)
+#include "test_capture_files.moc"
