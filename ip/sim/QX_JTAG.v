@@ -1,0 +1,119 @@
+`default_nettype none
+
+// The JTAG primitive as a simulator sees it: an IEEE 1149.1 test access port with two data registers
+// of the user's.
+//
+//   instruction   code     data register
+//   IDCODE        5'h01    32 bits, selected by reset
+//   ER1           5'h08    the user's behind tdo_er1_i
+//   ER2           5'h09    the user's behind tdo_er2_i
+//   BYPASS        others   1 bit
+//
+// The state changes at rising edges of TCK, the instruction and TDO at falling ones. TDO floats
+// outside of the shift states. Outputs to the user follow the state, so that a rising edge of tck_o
+// at which shift_dr_capture_dr_o is high captures when it is the first of a scan, and shifts after
+// that. There is no TRST: five TCK cycles with TMS high reset, as power-up does.
+module QX_JTAG #(
+    parameter [31:0] IDCODE = 32'h10a0_affd
+) (
+    input  wire tms_pad_i,
+    input  wire tck_pad_i,
+    input  wire tdi_pad_i,
+    output wire tdo_pad_o,
+    output wire tck_o,
+    output wire test_logic_reset_o,     // in Test-Logic-Reset
+    output wire run_test_idle_er1_o,    // in Run-Test/Idle, instruction ER1
+    output wire run_test_idle_er2_o,
+    output wire shift_dr_capture_dr_o,  // in Capture-DR or Shift-DR, whatever the instruction
+    output wire update_dr_o,            // in Update-DR
+    output wire pause_dr_o,             // in Pause-DR
+    output wire enable_er1_o,           // instruction ER1
+    output wire enable_er2_o,
+    output wire tdi_o,
+    input  wire tdo_er1_i,
+    input  wire tdo_er2_i
+);
+    localparam [4:0] IR_IDCODE = 5'h01, IR_ER1 = 5'h08, IR_ER2 = 5'h09;
+    localparam [4:0] IR_CAPTURE = 5'b00001;  // the standard wants 01 at the end
+
+    localparam [3:0] RESET = 0, IDLE = 1, SELECT_DR = 2, CAPTURE_DR = 3, SHIFT_DR = 4, EXIT1_DR = 5,
+        PAUSE_DR = 6, EXIT2_DR = 7, UPDATE_DR = 8, SELECT_IR = 9, CAPTURE_IR = 10, SHIFT_IR = 11,
+        EXIT1_IR = 12, PAUSE_IR = 13, EXIT2_IR = 14, UPDATE_IR = 15;
+
+    reg [3:0] state_q = RESET;
+    reg [3:0] next;
+    always @* begin
+        case (state_q)
+            RESET:      next = tms_pad_i ? RESET     : IDLE;
+            IDLE:       next = tms_pad_i ? SELECT_DR : IDLE;
+            SELECT_DR:  next = tms_pad_i ? SELECT_IR : CAPTURE_DR;
+            CAPTURE_DR: next = tms_pad_i ? EXIT1_DR  : SHIFT_DR;
+            SHIFT_DR:   next = tms_pad_i ? EXIT1_DR  : SHIFT_DR;
+            EXIT1_DR:   next = tms_pad_i ? UPDATE_DR : PAUSE_DR;
+            PAUSE_DR:   next = tms_pad_i ? EXIT2_DR  : PAUSE_DR;
+            EXIT2_DR:   next = tms_pad_i ? UPDATE_DR : SHIFT_DR;
+            UPDATE_DR:  next = tms_pad_i ? SELECT_DR : IDLE;
+            SELECT_IR:  next = tms_pad_i ? RESET     : CAPTURE_IR;
+            CAPTURE_IR: next = tms_pad_i ? EXIT1_IR  : SHIFT_IR;
+            SHIFT_IR:   next = tms_pad_i ? EXIT1_IR  : SHIFT_IR;
+            EXIT1_IR:   next = tms_pad_i ? UPDATE_IR : PAUSE_IR;
+            PAUSE_IR:   next = tms_pad_i ? EXIT2_IR  : PAUSE_IR;
+            EXIT2_IR:   next = tms_pad_i ? UPDATE_IR : SHIFT_IR;
+            UPDATE_IR:  next = tms_pad_i ? SELECT_DR : IDLE;
+        endcase
+    end
+    always @(posedge tck_pad_i) state_q <= next;
+
+    reg [4:0] instruction_q = IR_IDCODE;
+    reg [4:0] ir_q = 0;
+    always @(posedge tck_pad_i) begin
+        if (state_q == CAPTURE_IR) ir_q <= IR_CAPTURE;
+        if (state_q == SHIFT_IR) ir_q <= {tdi_pad_i, ir_q[4:1]};
+    end
+    always @(negedge tck_pad_i) begin
+        if (state_q == RESET) instruction_q <= IR_IDCODE;
+        if (state_q == UPDATE_IR) instruction_q <= ir_q;
+    end
+
+    wire is_idcode = instruction_q == IR_IDCODE;
+    wire is_er1 = instruction_q == IR_ER1;
+    wire is_er2 = instruction_q == IR_ER2;
+
+    reg [31:0] idcode_q = 0;
+    reg bypass_q = 0;
+    always @(posedge tck_pad_i) begin
+        if (state_q == CAPTURE_DR) begin
+            idcode_q <= IDCODE;
+            bypass_q <= 1'b0;
+        end
+        if (state_q == SHIFT_DR) begin
+            idcode_q <= {tdi_pad_i, idcode_q[31:1]};
+            bypass_q <= tdi_pad_i;
+        end
+    end
+
+    reg tdo_q = 1'b0;
+    reg tdo_enable_q = 1'b0;
+    always @(negedge tck_pad_i) begin
+        tdo_enable_q <= state_q == SHIFT_IR || state_q == SHIFT_DR;
+        if (state_q == SHIFT_IR) tdo_q <= ir_q[0];
+        else if (is_er1) tdo_q <= tdo_er1_i;
+        else if (is_er2) tdo_q <= tdo_er2_i;
+        else if (is_idcode) tdo_q <= idcode_q[0];
+        else tdo_q <= bypass_q;
+    end
+
+    assign tdo_pad_o = tdo_enable_q ? tdo_q : 1'bz;
+    assign tck_o = tck_pad_i;
+    assign tdi_o = tdi_pad_i;
+    assign test_logic_reset_o = state_q == RESET;
+    assign run_test_idle_er1_o = state_q == IDLE && is_er1;
+    assign run_test_idle_er2_o = state_q == IDLE && is_er2;
+    assign shift_dr_capture_dr_o = state_q == CAPTURE_DR || state_q == SHIFT_DR;
+    assign update_dr_o = state_q == UPDATE_DR;
+    assign pause_dr_o = state_q == PAUSE_DR;
+    assign enable_er1_o = is_er1;
+    assign enable_er2_o = is_er2;
+endmodule
+
+`default_nettype wire

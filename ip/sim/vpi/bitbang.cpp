@@ -1,0 +1,34 @@
+#include "bitbang.h"
+
+namespace oxa_target {
+
+bool Bitbang::step()
+{
+    const std::string& input = m_socket.input;
+    while (m_done < input.size()) {
+        const char command = input[m_done++];
+        if (command >= '0' && command <= '7') {
+            m_pads.drive(command & 4, command & 2, command & 1);
+            return true;
+        }
+        if (command == 'R') {
+            m_answers += m_pads.tdo() ? '1' : '0';
+        } else if (command == 'Q') {
+            flush();
+            m_socket.dropClient();
+        }
+        // The rest blinks a light or pulls resets that this port has not.
+    }
+    flush();
+    return false;
+}
+
+void Bitbang::flush()
+{
+    m_socket.send(m_answers);
+    m_answers.clear();
+    m_socket.input.clear();
+    m_done = 0;
+}
+
+}

@@ -1,0 +1,35 @@
+#include "stimulus.h"
+
+namespace oxa_target {
+
+namespace {
+
+bool isHex(const std::string& text)
+{
+    return !text.empty() && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+}
+
+bool Stimulus::open(const std::string& path)
+{
+    m_file.open(path);
+    return m_file.is_open();
+}
+
+bool Stimulus::next(StimulusStep& step)
+{
+    std::string text;
+    if (m_damaged || !std::getline(m_file, text))
+        return false;
+    ++m_line;
+    const size_t blank = text.find(' ');
+    step.values = text.substr(0, blank);
+    step.clocks = blank == std::string::npos ? std::string() : text.substr(blank + 1);
+    m_damaged = !isHex(step.clocks) || (step.values != "-" && !isHex(step.values));
+    if (step.values == "-")
+        step.values.clear();
+    return !m_damaged;
+}
+
+}

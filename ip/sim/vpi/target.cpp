@@ -1,0 +1,301 @@
+// A simulated target: the pads of a design's test access port behind a socket, and a recorded
+// stimulus at its other ports.
+//
+//   $oxa_target(tck, tms, tdi, tdo, values, clocks);
+//
+// takes over the variables tck, tms, tdi, values and clocks, and reads the net tdo. The simulation
+// stands still unless a client moves it. Its command line says where clients find it:
+//
+//   +oxa_jtag=ADDRESS      remote_bitbang (docs: simulated target)
+//   +oxa_control=ADDRESS   lines "run COUNT", answered by "ran COUNT" or "error TEXT"
+//   +oxa_stimulus=FILE     the steps that "run" plays
+//
+// with an ADDRESS as in server_socket.h. It ends when its control client leaves, and when the
+// process that started it is gone.
+
+#include "bitbang.h"
+#include "stimulus.h"
+
+#include <vpi_user.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <poll.h>
+#include <unistd.h>
+
+namespace oxa_target {
+
+namespace {
+
+constexpr int kParentCheck = 1000; // ms between looks whether it is still there
+
+enum Argument { Tck, Tms, Tdi, Tdo, Values, Clocks, ArgumentCount };
+
+void putBit(vpiHandle net, bool bit)
+{
+    s_vpi_value value = {};
+    value.format = vpiScalarVal;
+    value.value.scalar = bit ? vpi1 : vpi0;
+    vpi_put_value(net, &value, nullptr, vpiNoDelay);
+}
+
+void putHex(vpiHandle net, std::string& hex)
+{
+    s_vpi_value value = {};
+    value.format = vpiHexStrVal;
+    value.value.str = hex.data();
+    vpi_put_value(net, &value, nullptr, vpiNoDelay);
+}
+
+class Target : public Pads {
+public:
+    explicit Target(const vpiHandle (&arguments)[ArgumentCount]);
+
+    bool start();
+    void wake();
+
+    void drive(bool tck, bool tms, bool tdi) override;
+    bool tdo() override;
+
+private:
+    bool open(const char* option, ServerSocket& socket);
+    bool play();
+    bool obeyControl();
+    void endRun();
+    bool wait();
+    void sleep();
+
+    vpiHandle m_arguments[ArgumentCount];
+    ServerSocket m_jtag;
+    ServerSocket m_control;
+    Bitbang m_bitbang {m_jtag, *this};
+    Stimulus m_stimulus;
+    bool m_running = false;
+    long m_stepsLeft = 0;
+    long m_stepsRun = 0;
+    std::string m_clocks; // to come, behind the values that were set
+    const pid_t m_parent = getppid();
+};
+
+// The text behind "+option=" on the simulator's command line; null without it.
+const char* option(const char* name)
+{
+    s_vpi_vlog_info info = {};
+    vpi_get_vlog_info(&info);
+    const size_t length = std::strlen(name);
+    for (int i = 0; i < info.argc; ++i) {
+        const char* argument = info.argv[i];
+        if (argument[0] == '+' && std::strncmp(argument + 1, name, length) == 0
+            && argument[length + 1] == '=')
+            return argument + length + 2;
+    }
+    return nullptr;
+}
+
+void stop(const std::string& why)
+{
+    if (!why.empty()) {
+        vpi_printf("oxa_target: %s\n", why.c_str());
+        vpip_set_return_value(1);
+    }
+    vpi_control(vpiFinish, 0);
+}
+
+Target::Target(const vpiHandle (&arguments)[ArgumentCount])
+{
+    std::memcpy(m_arguments, arguments, sizeof m_arguments);
+}
+
+bool Target::start()
+{
+    if (!open("oxa_jtag", m_jtag) || !open("oxa_control", m_control))
+        return false;
+    const char* stimulus = option("oxa_stimulus");
+    if (stimulus && !m_stimulus.open(stimulus)) {
+        stop(std::string("cannot read ") + stimulus);
+        return false;
+    }
+    if (!m_jtag.isListening() && !m_control.isListening()) {
+        stop("neither +oxa_jtag nor +oxa_control says where clients come from");
+        return false;
+    }
+    if (m_jtag.port() > 0) {
+        vpi_printf("oxa_target: remote_bitbang at port %d\n", m_jtag.port());
+        vpi_flush();
+    }
+    drive(false, true, false);
+    sleep();
+    return true;
+}
+
+bool Target::open(const char* name, ServerSocket& socket)
+{
+    const char* address = option(name);
+    std::string error;
+    if (!address || socket.listen(address, error))
+        return true;
+    stop(error);
+    return false;
+}
+
+// Called whenever the design has had its time: does what comes next, and lets time pass again.
+void Target::wake()
+{
+    while (!play() && !m_bitbang.step() && !obeyControl()) {
+        if (!wait())
+            return stop({});
+    }
+    sleep();
+}
+
+// One phase of a step; false when none is wanted.
+bool Target::play()
+{
+    if (!m_clocks.empty()) {
+        putHex(m_arguments[Clocks], m_clocks);
+        m_clocks.clear();
+        return true;
+    }
+    if (!m_running)
+        return false;
+    StimulusStep step;
+    if (m_stepsLeft == 0 || !m_stimulus.next(step)) {
+        endRun();
+        return false;
+    }
+    --m_stepsLeft;
+    ++m_stepsRun;
+    m_clocks = step.clocks;
+    if (!step.values.empty())
+        putHex(m_arguments[Values], step.values);
+    return true;
+}
+
+void Target::endRun()
+{
+    m_running = false;
+    if (m_stimulus.isDamaged())
+        m_control.send("error line " + std::to_string(m_stimulus.line()) + " is no step\n");
+    else
+        m_control.send("ran " + std::to_string(m_stepsRun) + '\n');
+}
+
+// A line of the control client's; false when there is none.
+bool Target::obeyControl()
+{
+    const size_t end = m_control.input.find('\n');
+    if (end == std::string::npos)
+        return false;
+    const std::string line = m_control.input.substr(0, end);
+    m_control.input.erase(0, end + 1);
+    char* rest = nullptr;
+    const long count = line.rfind("run ", 0) == 0 ? std::strtol(line.c_str() + 4, &rest, 10) : -1;
+    if (count < 0 || *rest != '\0') {
+        m_control.send("error no such command\n");
+        return true;
+    }
+    m_stepsLeft = count;
+    m_stepsRun = 0;
+    m_running = true;
+    return true;
+}
+
+// Until something arrives; false when nothing more can come.
+bool Target::wait()
+{
+    pollfd polled[] = {
+        {m_jtag.listenerHandle(),    POLLIN, 0},
+        {m_jtag.clientHandle(),      POLLIN, 0},
+        {m_control.listenerHandle(), POLLIN, 0},
+        {m_control.clientHandle(),   POLLIN, 0}
+    };
+    if (poll(polled, 4, kParentCheck) < 0 && errno != EINTR)
+        return false;
+    const bool controlStays = m_control.receive();
+    m_jtag.receive();
+    return controlStays && getppid() == m_parent;
+}
+
+// Lets the design answer: everything it does on a change takes no time.
+void Target::sleep()
+{
+    s_vpi_time delay = {};
+    delay.type = vpiSimTime;
+    delay.low = 1;
+    s_cb_data callback = {};
+    callback.reason = cbAfterDelay;
+    callback.time = &delay;
+    callback.user_data = reinterpret_cast<PLI_BYTE8*>(this);
+    callback.cb_rtn = [](p_cb_data data) -> PLI_INT32 {
+        reinterpret_cast<Target*>(data->user_data)->wake();
+        return 0;
+    };
+    vpi_register_cb(&callback);
+}
+
+void Target::drive(bool tck, bool tms, bool tdi)
+{
+    putBit(m_arguments[Tms], tms);
+    putBit(m_arguments[Tdi], tdi);
+    putBit(m_arguments[Tck], tck);
+}
+
+bool Target::tdo()
+{
+    s_vpi_value value = {};
+    value.format = vpiScalarVal;
+    vpi_get_value(m_arguments[Tdo], &value);
+    return value.value.scalar == vpi1;
+}
+
+std::unique_ptr<Target> target;
+
+PLI_INT32 callTarget(PLI_BYTE8*)
+{
+    vpiHandle arguments[ArgumentCount] = {};
+    const vpiHandle call = vpi_handle(vpiSysTfCall, nullptr);
+    const vpiHandle list = vpi_iterate(vpiArgument, call);
+    for (int i = 0; list && i < ArgumentCount; ++i) {
+        arguments[i] = vpi_scan(list);
+        if (!arguments[i])
+            break;
+    }
+    if (target || !arguments[ArgumentCount - 1]) {
+        stop("$oxa_target is called once, with tck, tms, tdi, tdo, values and clocks");
+        return 0;
+    }
+    target = std::make_unique<Target>(arguments);
+    target->start();
+    return 0;
+}
+
+PLI_INT32 endOfSimulation(p_cb_data)
+{
+    target.reset(); // closes the sockets
+    return 0;
+}
+
+void registerTarget()
+{
+    s_vpi_systf_data task = {};
+    task.type = vpiSysTask;
+    task.tfname = "$oxa_target";
+    task.calltf = callTarget;
+    vpi_register_systf(&task);
+
+    s_cb_data callback = {};
+    callback.reason = cbEndOfSimulation;
+    callback.cb_rtn = endOfSimulation;
+    vpi_register_cb(&callback);
+}
+
+}
+
+}
+
+extern "C" {
+__attribute__((visibility("default"))) void (*vlog_startup_routines[])()
+    = {oxa_target::registerTarget, nullptr};
+}

@@ -1,0 +1,224 @@
+#include "support/files.h"
+
+#include <QDeadlineTimer>
+#include <QLocalSocket>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+constexpr int kPatience = 20000; // ms, for what takes a moment
+const QString kModels = OXA_BINARY_DIR "/share/oxautils/sim";
+const QString kModules = OXA_BINARY_DIR "/lib/oxautils";
+
+}
+
+class TestSimulatedTarget : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void openocdScans();
+    void aLostClientMakesRoomForTheNext();
+    void stimulusRuns();
+    void stimulusDamage();
+    void endsWithItsControlClient();
+    void saysWhatItCannotDo();
+
+private:
+    void start(QProcess& vvp, const QStringList& options);
+    void connectTo(QLocalSocket& socket, const QString& name);
+    QByteArray ask(QLocalSocket& socket, const QByteArray& question);
+    QByteArray scan(QLocalSocket& socket, int bits, quint32 value);
+    QByteArray openocd(const QString& port, const QStringList& commands);
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+
+    QTemporaryDir m_dir;
+};
+
+void TestSimulatedTarget::initTestCase()
+{
+    QProcess iverilog;
+    iverilog.start("iverilog",
+        {"-g2005", "-o", path("tb.vvp"), "-y", kModels, OXA_SOURCE_DIR "/tests/ip/sim/echo_tb.v"});
+    QVERIFY2(iverilog.waitForFinished(), qPrintable(iverilog.errorString()));
+    QCOMPARE(iverilog.readAllStandardError(), QByteArray());
+}
+
+void TestSimulatedTarget::start(QProcess& vvp, const QStringList& options)
+{
+    vvp.start(
+        "vvp", QStringList {"-n", "-M", kModules, "-m", "oxa_target", path("tb.vvp")} + options);
+    QVERIFY(vvp.waitForStarted());
+}
+
+void TestSimulatedTarget::connectTo(QLocalSocket& socket, const QString& name)
+{
+    const QDeadlineTimer deadline(kPatience);
+    do {
+        QTest::qSleep(5);
+        socket.abort();
+        socket.connectToServer(path(name));
+    } while (!socket.waitForConnected(kPatience) && !deadline.hasExpired());
+    QCOMPARE(socket.state(), QLocalSocket::ConnectedState);
+}
+
+QByteArray TestSimulatedTarget::ask(QLocalSocket& socket, const QByteArray& question)
+{
+    socket.write(question + '\n');
+    while (!socket.canReadLine() && socket.waitForReadyRead(kPatience)) { }
+    return socket.readLine().trimmed();
+}
+
+QByteArray TestSimulatedTarget::openocd(const QString& port, const QStringList& commands)
+{
+    const QStringList all
+        = QStringList {"adapter driver remote_bitbang", "remote_bitbang host localhost",
+              "remote_bitbang port " + port,
+              "jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd", "gdb_port disabled",
+              "tcl_port disabled", "telnet_port disabled", "init"}
+        + commands + QStringList {"shutdown"};
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start("openocd", {"-c", all.join("; ")});
+    process.waitForFinished(kPatience);
+    return process.readAll();
+}
+
+void TestSimulatedTarget::openocdScans()
+{
+    QProcess vvp;
+    start(vvp, {"+oxa_jtag=tcp:0"});
+    while (!vvp.canReadLine() && vvp.waitForReadyRead(kPatience)) { }
+    const QString port = QString(vvp.readLine().trimmed()).section(' ', -1);
+    const QByteArray log = openocd(port,
+        {"irscan fpga.tap 8", "drscan fpga.tap 8 0x5a", "echo er1=[drscan fpga.tap 8 0x33]",
+            "echo er1=[drscan fpga.tap 8 0 -endstate DRPAUSE]", "irscan fpga.tap 31",
+            "echo bypass=[drscan fpga.tap 9 0x0aa]"});
+    QVERIFY2(log.contains("tap/device found: 0x10a0affd"), log);
+    QVERIFY2(log.contains("er1=5a\ner1=33\n"), log);
+    QVERIFY2(log.contains("bypass=0154\n"), log);
+    vvp.kill();
+    vvp.waitForFinished();
+}
+
+// The scan's bits through the pads, from and to Run-Test/Idle; what came out, first bit first.
+QByteArray TestSimulatedTarget::scan(QLocalSocket& socket, int bits, quint32 value)
+{
+    QByteArray sent = "260404";
+    for (int bit = 0; bit < bits; ++bit) {
+        const char pads = char('0' + (bit == bits - 1 ? 2 : 0) + (value >> bit & 1));
+        sent += pads;
+        sent += 'R';
+        sent += char(pads + 4);
+    }
+    socket.write(sent + "2604");
+    QByteArray answer;
+    while (answer.size() < bits && socket.waitForReadyRead(kPatience))
+        answer += socket.readAll();
+    return answer;
+}
+
+void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
+{
+    QProcess vvp;
+    start(vvp, {"+oxa_jtag=unix:" + path("lost")});
+    {
+        QLocalSocket first;
+        connectTo(first, "lost");
+        first.write("262626262604"
+                    "260404"
+                    "0R40R4"); // in the middle of reading the code
+        QVERIFY(first.waitForBytesWritten());
+        QLocalSocket second;
+        second.connectToServer(path("lost"));
+        QVERIFY(second.waitForDisconnected(kPatience)); // one at a time
+        first.abort();
+    }
+    QLocalSocket next;
+    connectTo(next, "lost");
+    next.write("262626262604");
+    QCOMPARE(scan(next, 32, 0), QByteArray("10111111111101010000010100001000"));
+    vvp.kill();
+    vvp.waitForFinished();
+}
+
+void TestSimulatedTarget::stimulusRuns()
+{
+    writeFile(path("stimulus"), "00 0\n11 1\n22 0\n44 1\n- 0\n88 1\n");
+    QProcess vvp;
+    start(vvp,
+        {"+oxa_jtag=unix:" + path("jtag"), "+oxa_control=unix:" + path("control"),
+            "+oxa_stimulus=" + path("stimulus")});
+    QLocalSocket control;
+    QLocalSocket jtag;
+    connectTo(control, "control");
+    connectTo(jtag, "jtag");
+    jtag.write("26262626260426260404"
+               "04040415262604"); // to ER1's code, 0b01000
+    const struct {
+        const char *command, *answer, *captured;
+    } rows[] = {
+        {"run 0",  "ran 0",                 "00000000"},
+        {"run 2",  "ran 2",                 "10001000"},
+        {"walk 3", "error no such command", "10001000"},
+        {"run 3x", "error no such command", "10001000"},
+        {"run 3",  "ran 3",                 "00100010"},
+        {"run 10", "ran 1",                 "00010001"},
+    };
+    for (const auto& row : rows) {
+        QCOMPARE(ask(control, row.command), QByteArray(row.answer));
+        QCOMPARE(scan(jtag, 8, 0), QByteArray(row.captured));
+    }
+    control.abort();
+    QVERIFY(vvp.waitForFinished(kPatience));
+}
+
+void TestSimulatedTarget::stimulusDamage()
+{
+    writeFile(path("stimulus"), "00 0\nxyz 1\n");
+    QProcess vvp;
+    start(vvp, {"+oxa_control=unix:" + path("control"), "+oxa_stimulus=" + path("stimulus")});
+    QLocalSocket control;
+    connectTo(control, "control");
+    QCOMPARE(ask(control, "run 2"), QByteArray("error line 2 is no step"));
+    control.abort();
+    QVERIFY(vvp.waitForFinished(kPatience));
+}
+
+void TestSimulatedTarget::endsWithItsControlClient()
+{
+    QProcess vvp;
+    start(vvp, {"+oxa_control=unix:" + path("control")});
+    QLocalSocket control;
+    connectTo(control, "control");
+    control.disconnectFromServer();
+    QVERIFY(vvp.waitForFinished(kPatience));
+    QCOMPARE(vvp.exitCode(), 0);
+    QVERIFY(!QFile::exists(path("control")));
+}
+
+void TestSimulatedTarget::saysWhatItCannotDo()
+{
+    const struct {
+        QStringList options;
+        const char* message;
+    } rows[] = {
+        {{},                                            "neither +oxa_jtag nor +oxa_control"     },
+        {{"+oxa_jtag=here"},                            "cannot listen at here: Invalid argument"},
+        {{"+oxa_jtag=unix:/nowhere/jtag"},              "cannot listen at unix:/nowhere/jtag"    },
+        {{"+oxa_jtag=tcp:0", "+oxa_stimulus=/nowhere"}, "cannot read /nowhere"                   },
+    };
+    for (const auto& row : rows) {
+        QProcess vvp;
+        start(vvp, row.options);
+        QVERIFY(vvp.waitForFinished(kPatience));
+        const QByteArray said = vvp.readAllStandardOutput();
+        QVERIFY2(said.contains(row.message), said);
+        QCOMPARE(vvp.exitCode(), 1);
+    }
+}
+
+QTEST_GUILESS_MAIN(TestSimulatedTarget)
+#include "test_simulated_target.moc"
