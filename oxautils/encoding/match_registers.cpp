@@ -1,0 +1,206 @@
+#include "oxautils/encoding/match_registers.h"
+
+#include <algorithm>
+
+namespace OXA {
+
+namespace {
+
+struct CharacterCode {
+    char character;
+    bool m0, m1, m2;
+};
+
+// "X" and every character that is not here leave all three bits clear.
+constexpr CharacterCode kCharacters[] = {
+    {'0', false, true,  false},
+    {'1', true,  true,  false},
+    {'R', false, false, true },
+    {'F', true,  false, true },
+    {'B', false, true,  true },
+    {'N', true,  true,  true },
+};
+
+constexpr char kHexDigits[] = "0123456789abcdef";
+
+// Their pipeline takes one sample more.
+constexpr const char* kDeeperDevices[] = {"QX1N-1", "QX1A-1C", "QX1AN-1C", "QX1N-2B", "QX1NS-2",
+    "QX1NS-2C", "QX1NSR-2", "QX1NSR-2C", "QX1NSE-2C", "QX1N-4", "QX1N-4B", "QX1NR-4", "QX1NR-4B",
+    "QX1NRF-4B", "QX1N-6", "QX1N-9", "QX1NR-9", "QX2A-18", "QX2AR-18", "QX2A-55"};
+
+QString fitted(const QString& value, int width)
+{
+    return value.rightJustified(width, '0').left(width);
+}
+
+void setWhereOne(QBitArray& bits, const QString& value)
+{
+    for (int i = 0; i < bits.size(); ++i)
+        bits.setBit(i, value.at(i) == '1');
+}
+
+void encodeCharacters(const QString& value, QBitArray& m0, QBitArray& m1, QBitArray& m2)
+{
+    for (int i = 0; i < value.size(); ++i) {
+        for (const CharacterCode& code : kCharacters) {
+            if (value.at(i) != code.character)
+                continue;
+            m0.setBit(i, code.m0);
+            m1.setBit(i, code.m1);
+            m2.setBit(i, code.m2);
+        }
+    }
+}
+
+// Negative numbers keep their sign, as the files of this format always had it.
+QString hex(int value)
+{
+    return value < 0 ? '-' + QString::number(-qint64(value), 16) : QString::number(value, 16);
+}
+
+// Any number may stand in a file; what leaves 32 bits wraps.
+int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
+
+/// Writes the parameter lines of one core, whose registers are as wide as its data register.
+class RegisterWriter {
+public:
+    RegisterWriter(QTextStream& out, int width)
+        : m_out(out)
+        , m_width(width)
+        , m_paddedWidth((width + 3) / 4 * 4)
+    {
+    }
+
+    void writeNumber(const QString& name, int value) { write(name, hex(value)); }
+
+    void writeBits(const QString& name, const QBitArray& bits)
+    {
+        write(name, strBit2Hex(BitToString(bits).rightJustified(m_paddedWidth, '0')));
+    }
+
+    // The fixed width is the format's, whatever the others' is.
+    void writeNothing(const QString& name)
+    {
+        m_out << "parameter " << name << " = 16'h0000;" << Qt::endl;
+    }
+
+private:
+    void write(const QString& name, const QString& digits)
+    {
+        m_out << "parameter " << name << " = " << m_width << "'h"
+              << digits.rightJustified(m_paddedWidth / 4, '0') << ';' << Qt::endl;
+    }
+
+    QTextStream& m_out;
+    int m_width;
+    int m_paddedWidth;
+};
+
+int dataDepth(const AoCore& core, const QString& device, int flag)
+{
+    const int depth
+        = minus(minus(core.captureAmount, core.triggerPos), core.expressionType == 1 ? 4 : 3);
+    const bool deeper = std::any_of(std::begin(kDeeperDevices), std::end(kDeeperDevices),
+        [&device](const char* name) { return device == name; });
+    return flag == 0 && deeper ? minus(depth, 1) : depth;
+}
+
+void writeUnit(RegisterWriter& writer, MatchUnit* unit)
+{
+    const QString prefix = QString("MATCH%1_").arg(unit->index);
+    if (!unit->enabled || !unit->trigger || unit->trigger->signalList.isEmpty()) {
+        for (const char* name : {"REG_M0", "REG_M1", "REG_M2", "REG_CTRL", "TRIG_CNT"})
+            writer.writeNothing(prefix + name + "_INIT");
+        return;
+    }
+    QBitArray m0;
+    QBitArray m1;
+    QBitArray m2;
+    bitForM(unit, m0, m1, m2);
+    writer.writeBits(prefix + "REG_M0_INIT", m0);
+    writer.writeBits(prefix + "REG_M1_INIT", m1);
+    writer.writeBits(prefix + "REG_M2_INIT", m2);
+    writer.writeBits(prefix + "REG_CTRL_INIT", bitForMatchCtrl(unit));
+    if (unit->counterEnable)
+        writer.writeNumber(prefix + "TRIG_CNT_INIT", minus(unit->counter, 1));
+    else
+        writer.writeNothing(prefix + "TRIG_CNT_INIT");
+}
+
+}
+
+void bitForM(MatchUnit* unit, QBitArray& m0, QBitArray& m1, QBitArray& m2)
+{
+    const int width = unit->trigger ? unit->trigger->singleSignals().size() : 0;
+    m0 = m1 = m2 = QBitArray(width);
+    const QString value0 = fitted(unit->value0, width);
+    switch (unit->matchFunc) {
+    case MatchEqual:
+    case MatchNotEqual:
+        encodeCharacters(value0, m0, m1, m2);
+        break;
+    case MatchGreater:
+    case MatchGreaterEqual:
+        setWhereOne(m0, value0);
+        break;
+    case MatchLess:
+    case MatchLessEqual:
+        setWhereOne(m1, value0); // an upper bound has its place in M1
+        break;
+    case MatchInRange:
+    case MatchNotInRange:
+        setWhereOne(m0, value0);
+        setWhereOne(m1, fitted(unit->value1, width));
+        break;
+    }
+}
+
+QBitArray bitForMatchCtrl(MatchUnit* unit)
+{
+    QBitArray control(4);
+    control.setBit(0, unit->counterEnable && unit->continuous);
+    const int func = unit->matchFunc;
+    for (int bit = 0; func >= 0 && func <= MatchNotInRange && bit < 3; ++bit)
+        control.setBit(3 - bit, (func >> bit) & 1);
+    return control;
+}
+
+QString BitToString(QBitArray bits)
+{
+    QString text(bits.size(), '0');
+    for (int i = 0; i < bits.size(); ++i) {
+        if (bits.testBit(i))
+            text[i] = '1';
+    }
+    return text;
+}
+
+QString strBit2Hex(const QString& bits)
+{
+    QString digits;
+    digits.reserve(bits.size() / 4);
+    for (int group = 0; group + 4 <= bits.size(); group += 4) {
+        int value = 0;
+        bool binary = true;
+        for (int i = group; i < group + 4; ++i) {
+            binary &= bits.at(i) == '0' || bits.at(i) == '1';
+            value = 2 * value + (bits.at(i) == '1');
+        }
+        if (binary)
+            digits += kHexDigits[value];
+    }
+    return digits;
+}
+
+void generateRegister(AoCore* core, QTextStream& out, QString device, int flag)
+{
+    RegisterWriter writer(out, core->dataOutShiftWidth());
+    writer.writeNumber("TRIG_LEVELS_INIT", core->expressions.size() - 1);
+    writer.writeNumber("MAX_DATA_DEPTH_INIT", minus(core->captureAmount, 1));
+    writer.writeNumber("DATA_DEPTH_INIT", dataDepth(*core, device, flag));
+    writer.writeNumber("NUM_WINDOWS_INIT", minus(core->windowNum, 1));
+    for (MatchUnit* unit : qAsConst(core->matchUnits))
+        writeUnit(writer, unit);
+}
+
+}

@@ -1,0 +1,30 @@
+#ifndef OXAUTILS_ENCODING_TRUTH_TABLE_H
+#define OXAUTILS_ENCODING_TRUTH_TABLE_H
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+namespace OXA {
+
+/// A compiled expression.
+struct TruthTable {
+    int variables = 0; ///< the table has 2 to the power of that many rows
+    bool defined = false; ///< rows have values; otherwise each is "x"
+    bool legal = true; ///< the expression holds nothing but what expressions are made of
+    std::vector<quint64> words; ///< 64 rows each, row 0 in the lowest bit of the first
+
+    int rows() const { return 1 << variables; }
+    bool row(int i) const { return (words[size_t(i) / 64] >> (i % 64)) & 1; }
+};
+
+TruthTable compileExpression(QString exp, const std::vector<bool>& enables);
+
+/// The table from the last row down to row 0 as hexadecimal digits, a single variable's padded to
+/// four rows. Empty when the rows are not defined.
+QByteArray tableDigits(const TruthTable& table);
+
+}
+
+#endif
