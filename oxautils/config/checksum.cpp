@@ -125,7 +125,7 @@ template <typename Core> QString checksumOfCores(const char* mode, const QList<C
 
 template <typename Core> QString checksumAndDelete(const QList<Core*>& cores)
 {
-    const QString checksum = checksumOf(cores);
+    QString checksum = checksumOf(cores);
     qDeleteAll(cores);
     return checksum;
 }

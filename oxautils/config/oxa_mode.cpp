@@ -17,6 +17,13 @@ OxaMode oxaModeFromOxaConfigFile(const QString& path)
     return mode.text() == kModeLite ? Lite : Invalid;
 }
 
+QString versionFromOxaConfigFile(const QString& path)
+{
+    QDomDocument document;
+    loadXml(path, document);
+    return document.documentElement().firstChildElement(NODE_VERSION).text();
+}
+
 void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode)
 {
     const char* text = mode == Standard ? kModeStandard : mode == Lite ? kModeLite : nullptr;

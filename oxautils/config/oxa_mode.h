@@ -17,6 +17,9 @@ enum OxaMode : int {
 /// The mode of the file `path`.
 OXAUTILS_EXPORT OxaMode oxaModeFromOxaConfigFile(const QString& path);
 
+/// The text of the version element of the file `path`; null when it cannot be read or has none.
+OXAUTILS_EXPORT QString versionFromOxaConfigFile(const QString& path);
+
 /// Writes the skeleton of a configuration without cores into `path`, with no mode element when
 /// `mode` is Invalid. Fails silently when the file cannot be written, and then leaves it alone.
 OXAUTILS_EXPORT void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode);

@@ -1,0 +1,19 @@
+#ifndef OXAUTILS_GENERATE_FILE_NAMES_H
+#define OXAUTILS_GENERATE_FILE_NAMES_H
+
+/// What generated files and directories are called; the installed cores include them by name.
+namespace OXA {
+
+constexpr char AO_CAPTUREINIT_FILE_NAME[] = "qx_ao_init.v";
+constexpr char OXA_TOP_FILE_NAME[] = "qx_oxa_top.v";
+constexpr char AO_EXPRESSION_FILE_NAME[] = "qx_ao_expression.v";
+constexpr char AO_TOP_DEFINE_FILE_NAME[] = "qx_ao_top_define.v";
+constexpr char AO_PARAMETER_FILE_NAME[] = "qx_ao_parameter.v";
+constexpr char CON_PARAMETER_FILE_NAME[] = "qx_con_parameter.v";
+constexpr char CON_TOP_DEFINE_FILE_NAME[] = "qx_con_top_define.v";
+constexpr char NAME_AO[] = "ao_"; ///< a core's directory, followed by its position
+constexpr char NAME_CON[] = "ao_control"; ///< the control core's directory
+
+}
+
+#endif

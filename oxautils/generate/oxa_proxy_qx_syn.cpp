@@ -1,0 +1,71 @@
+#include "oxautils/generate/oxa_proxy_qx_syn.h"
+
+#include "oxautils/config/oxa_mode.h"
+#include "oxautils/config/standard_config.h"
+#include "oxautils/generate/lite_files.h"
+#include "oxautils/generate/oxa_proxy_qx_syn_p.h"
+#include "oxautils/generate/run.h"
+#include "oxautils/generate/standard_files.h"
+
+namespace OXA {
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kSynthesisFailed = 1;
+constexpr int kUnusable = -1;
+
+}
+
+OXAProxyQxSyn::OXAProxyQxSyn(QObject* parent)
+    : QObject(parent)
+    , d(new _oxa_proxy_qxsyn {new NorvoSyn::QxSynthesisSyncProxy(this), {}})
+{
+}
+
+OXAProxyQxSyn::~OXAProxyQxSyn() { delete d; }
+
+int OXAProxyQxSyn::startGenerate(OxaArg arg)
+{
+    d->errors.clear();
+    if (!clearWorkDir(arg))
+        return kUnusable;
+    switch (oxaModeFromOxaConfigFile(arg.configFile)) {
+    case Standard:
+        return d->std_generate(arg);
+    case Lite:
+        return d->lite_generate(arg);
+    default:
+        return kUnusable;
+    }
+}
+
+void OXAProxyQxSyn::tryToStop() { d->proxy->tryToStop(); }
+
+QStringList OXAProxyQxSyn::errorMessages() const { return d->errors; }
+
+int _oxa_proxy_qxsyn::std_generate(OxaArg arg)
+{
+    const QList<AoCore*> cores = readOXAConfigFromXml(arg.configFile);
+    const CoreOwner owner(cores);
+    if (cores.isEmpty())
+        return kUnusable;
+    std_generateFileForAoCtrl(arg, cores);
+    std_generateFilesForAoCore(arg, cores);
+    std_generateOxaTop(arg, cores);
+    return std_synthesize(arg, cores) ? kDone : kSynthesisFailed;
+}
+
+int _oxa_proxy_qxsyn::lite_generate(OxaArg arg)
+{
+    const QList<AOCore_Lite*> cores = readLiteCores(arg.configFile);
+    const CoreOwner owner(cores);
+    if (cores.isEmpty())
+        return kUnusable;
+    lite_generateFilesForAoCtrl(arg, cores);
+    lite_generateFilesForAoCore(arg, cores);
+    lite_generateOxaTop(arg, cores);
+    return lite_synthesize(arg, cores) ? kDone : kSynthesisFailed;
+}
+
+}

@@ -1,0 +1,36 @@
+#ifndef OXAUTILS_GENERATE_RUN_H
+#define OXAUTILS_GENERATE_RUN_H
+
+#include "oxautils/generate/oxa_arg.h"
+#include "oxautils/model/ao_core_lite.h"
+
+#include <QList>
+
+namespace OXA {
+
+/// Empties the work directory of `arg` when it exists. False, with a critical message and nothing
+/// removed, when what the run needs lies inside it.
+bool clearWorkDir(const OxaArg& arg);
+
+/// The cores of the Lite file `path`, none (with a critical message) when its version is no
+/// version: exceptions stay inside the library.
+QList<AOCore_Lite*> readLiteCores(const QString& path);
+
+/// Deletes the cores of a run when the run ends.
+template <typename Core> class CoreOwner {
+public:
+    explicit CoreOwner(const QList<Core*>& cores)
+        : m_cores(cores)
+    {
+    }
+    ~CoreOwner() { qDeleteAll(m_cores); }
+    CoreOwner(const CoreOwner&) = delete;
+    CoreOwner& operator=(const CoreOwner&) = delete;
+
+private:
+    QList<Core*> m_cores;
+};
+
+}
+
+#endif

@@ -1,0 +1,32 @@
+#ifndef OXAUTILS_GENERATE_STANDARD_FILES_H
+#define OXAUTILS_GENERATE_STANDARD_FILES_H
+
+#include "oxautils/generate/oxa_arg.h"
+#include "oxautils/model/ao_core.h"
+
+#include <QList>
+#include <QString>
+
+namespace OXA {
+
+/// `name` as a reference in Verilog (IEEE 1364, escaped identifiers): with a backslash and a blank
+/// around it when it holds anything but letters, digits, "_" and "$". Empty names and those that
+/// begin with a backslash stay as they are.
+OXAUTILS_EXPORT QString escapedSignalName(const QString& name);
+
+/// Writes the control core's two files below the work directory. False, with a critical message,
+/// when one cannot be written.
+OXAUTILS_EXPORT bool std_generateFileForAoCtrl(const OxaArg& arg, const QList<AoCore*>& cores);
+
+/// Writes the defines, parameters, expressions and initial values of every core below the work
+/// directory: into the directory of its position, under the name of its index. False, with a
+/// critical message, at the first file that cannot be written; what was written stays.
+OXAUTILS_EXPORT bool std_generateFilesForAoCore(const OxaArg& arg, const QList<AoCore*>& cores);
+
+/// Writes the top wrapper: the JTAG primitive, the control core and the analyzer cores, with every
+/// watched signal as a port. False, with a critical message, when it cannot be written.
+OXAUTILS_EXPORT bool std_generateOxaTop(const OxaArg& arg, const QList<AoCore*>& cores);
+
+}
+
+#endif

@@ -1,0 +1,47 @@
+#include "oxautils/generate/file_names.h"
+#include "oxautils/generate/standard_files.h"
+#include "oxautils/generate/top_wrapper.h"
+#include "oxautils/generate/verilog_file.h"
+
+namespace OXA {
+
+namespace {
+
+WrapperSignals wrapperSignals(const AoCore& core)
+{
+    WrapperSignals all {core.dataSignals(), core.sampleClock};
+    for (const TriggerPort* port : core.availableTriggers())
+        all.names += port->singleSignals();
+    return all;
+}
+
+void writeAnalyzer(QTextStream& out, const AoCore& core, int position)
+{
+    out << "\nao_top_" << position << "  u_la" << position << "_top(\n"
+        << "    .control(control" << position << "[9:0]),\n";
+    for (const TriggerPort* port : core.availableTriggers())
+        out << "    .trig" << port->index << "_i("
+            << concatenation(escapedSignalNames(port->singleSignals())) << "),\n";
+    out << "    .data_i(" << concatenation(escapedSignalNames(core.dataSignals())) << "),\n"
+        << "    .clk_i(" << escapedSignalName(core.sampleClock) << ")\n"
+        << ");\n";
+}
+
+}
+
+bool std_generateOxaTop(const OxaArg& arg, const QList<AoCore*>& cores)
+{
+    QList<WrapperSignals> signalsOfCores;
+    for (const AoCore* core : cores)
+        signalsOfCores += wrapperSignals(*core);
+    // The message's spelling is what logs are searched for.
+    return writeVerilogFile(arg.workDir + "/" + OXA_TOP_FILE_NAME,
+        QString("failded to open result file."), [&](QTextStream& out) {
+            writeTopWrapper(out, signalsOfCores, [&cores](QTextStream& body) {
+                for (int position = 0; position < cores.size(); ++position)
+                    writeAnalyzer(body, *cores.at(position), position);
+            });
+        });
+}
+
+}

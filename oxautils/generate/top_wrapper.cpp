@@ -1,0 +1,205 @@
+#include "oxautils/generate/top_wrapper.h"
+
+#include "oxautils/generate/standard_files.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace OXA {
+
+namespace {
+
+constexpr char kPadPorts[] = R"(    tms_pad_i,
+    tck_pad_i,
+    tdi_pad_i,
+    tdo_pad_o
+);
+
+)";
+
+constexpr char kPadDirections[] = R"(input tms_pad_i;
+input tck_pad_i;
+input tdi_pad_i;
+output tdo_pad_o;
+
+)";
+
+constexpr char kPadWires[] = R"(wire tms_pad_i;
+wire tck_pad_i;
+wire tdi_pad_i;
+wire tdo_pad_o;
+wire tms_i_c;
+wire tck_i_c;
+wire tdi_i_c;
+wire tdo_o_c;
+)";
+
+constexpr char kJtagWires[] = R"(wire oxa_jtag_tck;
+wire oxa_jtag_reset;
+wire run_test_idle_er1;
+wire run_test_idle_er2;
+wire shift_dr_capture_dr;
+wire update_dr;
+wire pause_dr;
+wire enable_er1;
+wire enable_er2;
+wire oxa_jtag_tdi;
+wire tdo_er1;
+
+)";
+
+constexpr char kPadBuffers[] = R"(IBUF tms_ibuf (
+    .I(tms_pad_i),
+    .O(tms_i_c)
+);
+
+IBUF tck_ibuf (
+    .I(tck_pad_i),
+    .O(tck_i_c)
+);
+
+IBUF tdi_ibuf (
+    .I(tdi_pad_i),
+    .O(tdi_i_c)
+);
+
+OBUF tdo_obuf (
+    .I(tdo_o_c),
+    .O(tdo_pad_o)
+);
+
+)";
+
+constexpr char kJtagPrimitive[] = R"(QX_JTAG  u_qx_jtag(
+    .tms_pad_i(tms_i_c),
+    .tck_pad_i(tck_i_c),
+    .tdi_pad_i(tdi_i_c),
+    .tdo_pad_o(tdo_o_c),
+    .tck_o(oxa_jtag_tck),
+    .test_logic_reset_o(oxa_jtag_reset),
+    .run_test_idle_er1_o(run_test_idle_er1),
+    .run_test_idle_er2_o(run_test_idle_er2),
+    .shift_dr_capture_dr_o(shift_dr_capture_dr),
+    .update_dr_o(update_dr),
+    .pause_dr_o(pause_dr),
+    .enable_er1_o(enable_er1),
+    .enable_er2_o(enable_er2),
+    .tdi_o(oxa_jtag_tdi),
+    .tdo_er1_i(tdo_er1),
+    .tdo_er2_i(1'b0)
+);
+
+)";
+
+constexpr char kControlHead[] = R"(qx_con_top  u_icon_top(
+    .tck_i(oxa_jtag_tck),
+    .tdi_i(oxa_jtag_tdi),
+    .tdo_o(tdo_er1),
+    .rst_i(oxa_jtag_reset),
+)";
+
+constexpr char kControlTail[] = R"(    .enable_i(enable_er1),
+    .shift_dr_capture_dr_i(shift_dr_capture_dr),
+    .update_dr_i(update_dr)
+);
+)";
+
+void writeControlCore(QTextStream& out, int coreCount)
+{
+    out << kControlHead;
+    for (int i = 0; i < coreCount; ++i)
+        out << "    .control" << i << "(control" << i << "[9:0]),\n";
+    out << kControlTail;
+}
+
+bool isIdentifierCharacter(QChar c)
+{
+    const ushort u = c.unicode();
+    return (u >= 'a' && u <= 'z') || (u >= 'A' && u <= 'Z') || (u >= '0' && u <= '9') || u == '_'
+        || u == '$';
+}
+
+bool isSpace(QChar c) { return c.isSpace(); }
+
+/// Why `name` is no identifier whatever is put around it; null when it is one.
+const char* problemOf(const QString& name)
+{
+    if (name.isEmpty())
+        return "is empty";
+    // The host escaped it: then the blank that ends it has to be there, and no other.
+    const bool escaped = name.startsWith('\\');
+    if (escaped && !name.endsWith(' '))
+        return "begins with a backslash but does not end with a blank";
+    const auto end = escaped ? name.end() - 1 : name.end();
+    return std::any_of(name.begin(), end, isSpace) ? "holds white space" : nullptr;
+}
+
+void warnOf(const QStringList& names, int position)
+{
+    for (const QString& name : names) {
+        if (const char* problem = problemOf(name))
+            qWarning().noquote().nospace()
+                << "core " << position << ": the signal name \"" << name << "\" " << problem;
+    }
+}
+
+QStringList portsOf(const QList<WrapperSignals>& cores)
+{
+    QStringList ports;
+    for (int position = 0; position < cores.size(); ++position) {
+        const WrapperSignals& core = cores.at(position);
+        warnOf(core.names + QStringList(core.clock), position);
+        ports += escapedSignalNames(core.names);
+        ports += escapedSignalName(core.clock);
+    }
+    ports.removeDuplicates();
+    return ports;
+}
+
+}
+
+QString escapedSignalName(const QString& name)
+{
+    if (name.startsWith('\\') || std::all_of(name.begin(), name.end(), isIdentifierCharacter))
+        return name;
+    return '\\' + name + ' ';
+}
+
+QStringList escapedSignalNames(const QStringList& names)
+{
+    QStringList escaped;
+    escaped.reserve(names.size());
+    for (const QString& name : names)
+        escaped += escapedSignalName(name);
+    return escaped;
+}
+
+QString concatenation(const QStringList& escapedNames)
+{
+    return escapedNames.size() == 1 ? escapedNames.first() : '{' + escapedNames.join(',') + '}';
+}
+
+void writeTopWrapper(QTextStream& out, const QList<WrapperSignals>& cores,
+    const std::function<void(QTextStream&)>& writeAnalyzers)
+{
+    const QStringList ports = portsOf(cores);
+    out << "module qx_oxa(\n";
+    for (const QString& port : ports)
+        out << "    " << port << ",\n";
+    out << kPadPorts;
+    for (const QString& port : ports)
+        out << "input " << port << ";\n";
+    out << kPadDirections;
+    for (const QString& port : ports)
+        out << "wire " << port << ";\n";
+    out << kPadWires;
+    for (int i = 0; i < cores.size(); ++i)
+        out << "wire [9:0] control" << i << ";\n";
+    out << kJtagWires << kPadBuffers << kJtagPrimitive;
+    writeControlCore(out, cores.size());
+    writeAnalyzers(out);
+    out << "\nendmodule\n";
+}
+
+}

@@ -1,0 +1,3 @@
+`define CORE1_DEF_SIGNAL_IN_EN
+`define CORE1_DEF_SYN_REG
+`define CORE1_SEG-2.52982e-08

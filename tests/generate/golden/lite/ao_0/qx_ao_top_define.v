@@ -1,0 +1,5 @@
+`define DEF_SYN_BSRAM
+`define DEF_INPUT_REG_EN
+`define DEF_INPUT_REG_EN
+`define DEF_CAPTURE_INIT_DATA
+`define ZV1_EN

@@ -1,0 +1,1 @@
+`define DEF_1BIT_MODE

@@ -1,0 +1,2 @@
+`define DEF_AO_0_EN
+`define DBG_SUPPORTED_AO_0

@@ -1,0 +1,3 @@
+`define CORE1_DEF_SIGNAL_IN_EN
+`define ZV1_EN
+`define CORE1_SEG8.96578

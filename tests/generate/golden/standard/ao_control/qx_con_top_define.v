@@ -1,0 +1,3 @@
+`define DEF_AO_0_EN
+`define DEF_AO_1_EN
+`define ZV1_EN

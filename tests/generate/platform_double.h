@@ -1,0 +1,21 @@
+#ifndef TESTS_GENERATE_PLATFORM_DOUBLE_H
+#define TESTS_GENERATE_PLATFORM_DOUBLE_H
+
+#include <QList>
+#include <QMap>
+#include <QStringList>
+#include <QVariant>
+
+/// What the library asked of the platform that this program puts in the place of the installed one,
+/// and what that answers.
+struct PlatformDouble {
+    QList<QMap<QString, QVariant>> requests;
+    QStringList lookups; ///< "first|second" of every find
+    int result = 0; ///< of the next runs
+    QStringList messages;
+    int stops = 0;
+
+    static PlatformDouble& instance();
+};
+
+#endif
