@@ -1,0 +1,29 @@
+#ifndef APPS_OXA_COMMAND_H
+#define APPS_OXA_COMMAND_H
+
+#include <CLI/CLI.hpp>
+#include <QTextStream>
+
+/// Exit statuses, the same for every command.
+enum ExitStatus : int {
+    kDone = 0,
+    kJobFailed = 1, ///< synthesis failed, the file is invalid, a supply is shorted
+    kUnusable = 2, ///< the call or an input file is unusable
+};
+
+/// Where a command writes: results to `out`, diagnostics to `err`.
+struct Io {
+    QTextStream& out;
+    QTextStream& err;
+};
+
+/// Adds the command `name`: one line for the list of commands, and what its own --help teaches.
+CLI::App* addCommand(
+    CLI::App& app, const std::string& name, const std::string& summary, const std::string& details);
+
+// Each adds its command to `app`; when that command is the one called, it sets `status`.
+void addGenerate(CLI::App& app, Io& io, int& status);
+void addNew(CLI::App& app, Io& io, int& status);
+void addShow(CLI::App& app, Io& io, int& status);
+
+#endif

@@ -1,0 +1,230 @@
+#include "command.h"
+#include "configuration.h"
+#include "interrupt.h"
+#include "log.h"
+#include "netlist_summary.h"
+#include "part.h"
+#include "work_dir.h"
+
+#include "oxautils/generate/oxa_prepare.h"
+#include "oxautils/generate/oxa_proxy_qx_syn.h"
+
+#include <norvosyn/qx_synthesis_sync_proxy.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <unistd.h>
+
+namespace {
+
+constexpr char kSummary[] = "Write the Verilog of an analyzer, then synthesize it to a netlist";
+
+constexpr char kHelp[] = R"(The work directory is made, or emptied when an earlier run made it. With
+--no-synthesis the result is a list for another tool: the source files in order,
+then +incdir+DIR for each include directory. Icarus and Verilator take that list
+as it stands:
+
+  oxa generate uart.oxa --part PN --work-dir W --no-synthesis > uart.f
+  iverilog -c uart.f ...      verilator -f uart.f ...
+
+The netlist is a module qx_oxa with every watched signal and the four JTAG pads
+as ports, made of the cells in share/oxautils/cells.)";
+
+constexpr char kDefaultNetlist[] = "qx_oxa_netlist.v";
+
+struct Options {
+    QString file;
+    PartOptions part;
+    QString workDir;
+    QString ipDir;
+    QString netlist;
+    bool noSynthesis = false;
+    bool noTop = false;
+    bool force = false;
+    bool json = false;
+};
+
+QString installedIpDir()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/oxautils/ip");
+}
+
+/// The request that the options make; what is wrong with it is said on `err`.
+bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
+{
+    const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
+    if (!chip || !mayEmpty(options.workDir, options.force, err))
+        return false;
+    arg.configFile = options.file;
+    arg.outputFile
+        = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;
+    arg.device = chip->partNumber;
+    arg.package = chip->name;
+    arg.workDir = options.workDir;
+    arg.ipDir = options.ipDir.isEmpty() ? installedIpDir() : options.ipDir;
+    arg.customTop = options.noTop ? "none" : "";
+    if (QFileInfo(arg.ipDir).isDir())
+        return true;
+    err << "error: no installed cores in " << arg.ipDir << "; name their directory with --ip-dir\n";
+    return false;
+}
+
+void printFileList(const OXA::OxaPrepare& prepared, bool json, QTextStream& out)
+{
+    if (json) {
+        const QJsonObject object {
+            {"files",        QJsonArray::fromStringList(prepared.files)       },
+            {"includePaths", QJsonArray::fromStringList(prepared.includePaths)}
+        };
+        out << QString::fromUtf8(QJsonDocument(object).toJson());
+        return;
+    }
+    for (const QString& file : prepared.files)
+        out << file << '\n';
+    for (const QString& path : prepared.includePaths)
+        out << "+incdir+" << path << '\n';
+}
+
+/// One line on a terminal that says what is being done; nothing elsewhere.
+class ProgressLine {
+public:
+    explicit ProgressLine(QTextStream& err)
+        : m_err(err)
+        , m_terminal(isatty(STDERR_FILENO))
+    {
+    }
+    ~ProgressLine() { clear(); }
+
+    void show(const QString& stage, int percent)
+    {
+        if (!m_terminal)
+            return;
+        m_err << "\r\033[K" << QString::number(percent).rightJustified(3) << " %  " << stage
+              << Qt::flush;
+        m_shown = true;
+    }
+
+    void clear()
+    {
+        if (m_shown)
+            m_err << "\r\033[K" << Qt::flush;
+        m_shown = false;
+    }
+
+private:
+    QTextStream& m_err;
+    bool m_terminal;
+    bool m_shown = false;
+};
+
+void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, QTextStream& out)
+{
+    const QMap<QString, int> cells = cellCounts(arg.outputFile);
+    if (options.json) {
+        QJsonObject counts;
+        for (auto it = cells.begin(); it != cells.end(); ++it)
+            counts.insert(it.key(), it.value());
+        const QJsonObject object {
+            {"netlist", arg.outputFile},
+            {"cells",   counts        },
+            {"seconds", seconds       }
+        };
+        out << QString::fromUtf8(QJsonDocument(object).toJson());
+        return;
+    }
+    out << arg.outputFile << ": netlist of " << options.file << " for " << arg.device << " ("
+        << arg.package << "), " << QString::number(seconds, 'f', 1) << " s\n";
+    for (auto it = cells.begin(); it != cells.end(); ++it)
+        out << "  " << QString::number(it.value()).rightJustified(6) << "  " << it.key() << '\n';
+}
+
+int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
+{
+    OXA::OxaPrepare prepared;
+    const int errorsBefore = loggedErrors();
+    if (prepared.prepare(arg) != 1)
+        return kUnusable; // the library has logged why
+    markWorkDir(arg.workDir);
+    if (loggedErrors() > errorsBefore)
+        return kJobFailed;
+    printFileList(prepared, options.json, io.out);
+    return kDone;
+}
+
+int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
+{
+    OXA::OXAProxyQxSyn generator(nullptr);
+    const Interrupt interrupt([&generator] { generator.tryToStop(); });
+    ProgressLine line(io.err);
+    if (auto* engine = generator.findChild<NorvoSyn::QxSynthesisSyncProxy*>()) {
+        QObject::connect(engine, &NorvoSyn::QxSynthesisSyncProxy::progress, &generator,
+            [&](const QString& stage, int percent) {
+                markWorkDir(arg.workDir); // so that a killed run's directory can be used again
+                line.show(stage, percent);
+            });
+    }
+
+    QElapsedTimer timer;
+    timer.start();
+    const int result = generator.startGenerate(arg);
+    line.clear();
+    if (result < 0)
+        return kUnusable;
+    markWorkDir(arg.workDir);
+    const QStringList messages = generator.errorMessages();
+    for (const QString& message : messages)
+        io.err << message << '\n';
+    if (result != 0) {
+        io.err << "error: synthesis failed; what the engine read and said is in " << arg.workDir
+               << '\n';
+        return kJobFailed;
+    }
+    printNetlist(options, arg, double(timer.elapsed()) / 1000, io.out);
+    return kDone;
+}
+
+int run(const Options& options, Io& io)
+{
+    Configuration configuration;
+    OXA::OxaArg arg;
+    if (!readConfiguration(options.file, configuration, io.err)
+        || !fillRequest(options, arg, io.err))
+        return kUnusable;
+    if (configuration.cores.isEmpty() && configuration.liteCores.isEmpty()) {
+        io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
+        return kUnusable;
+    }
+    return options.noSynthesis ? prepare(options, arg, io) : synthesize(options, arg, io);
+}
+
+}
+
+void addGenerate(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "generate", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addPartOptions(*command, options->part)->required();
+    addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
+        ->type_name("DIR")
+        ->required();
+    addText(
+        *command, "--ip-dir", options->ipDir, "The installed cores (default: beside the program)")
+        ->type_name("DIR");
+    CLI::Option* netlist = addText(*command, "-o,--output", options->netlist,
+        std::string("The netlist (default: ") + kDefaultNetlist + " in the work directory)")
+                               ->type_name("NETLIST");
+    CLI::Option* noSynthesis = command->add_flag("--no-synthesis", options->noSynthesis,
+        "Only write the Verilog, and print the list of files and include directories");
+    noSynthesis->excludes(netlist);
+    command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper")
+        ->needs(noSynthesis);
+    command->add_flag("--force", options->force, "Empty the work directory whatever is in it");
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

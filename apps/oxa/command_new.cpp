@@ -1,0 +1,49 @@
+#include "command.h"
+#include "options.h"
+
+#include "oxautils/config/oxa_mode.h"
+
+#include <QFileInfo>
+
+namespace {
+
+constexpr char kSummary[] = "Write the skeleton of a configuration";
+
+constexpr char kHelp[]
+    = R"(An existing file is never replaced. Add cores with oxa-editor, or by hand after
+docs/configuration-file.md.)";
+
+struct Options {
+    QString file;
+    bool lite = false;
+};
+
+int run(const Options& options, Io& io)
+{
+    if (QFileInfo::exists(options.file)) {
+        io.err << "error: " << options.file << " exists; remove it first, or name another file\n";
+        return kUnusable;
+    }
+    const OXA::OxaMode mode = options.lite ? OXA::Lite : OXA::Standard;
+    OXA::fillInfoForEmptyOxaConfig(options.file, mode);
+    if (OXA::oxaModeFromOxaConfigFile(options.file) != mode) {
+        io.err << "error: " << options.file << " cannot be written\n";
+        return kUnusable;
+    }
+    io.out << options.file << ": an empty " << (options.lite ? "Lite" : "Standard")
+           << " configuration\n";
+    return kDone;
+}
+
+}
+
+void addNew(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "new", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration to write, by custom *.oxa")
+        ->required();
+    command->add_flag(
+        "--lite", options->lite, "Cores that only capture, without triggers (default: Standard)");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

@@ -1,0 +1,248 @@
+#include "command.h"
+#include "configuration.h"
+#include "options.h"
+
+#include "oxautils/config/checksum.h"
+#include "oxautils/config/standard_config.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace {
+
+constexpr char kSummary[] = "Print a configuration and the state of its checksum";
+
+constexpr char kHelp[]
+    = R"(The checksum is compared with the one that the file's content asks for; a file
+whose checksum differs was changed by something that did not know about it, or
+damaged, and hosts may refuse it. Saving the file anew sets it right.)";
+
+constexpr const char* kStorages[] = {"block SRAM", "registers", "shadow SRAM"};
+
+struct Options {
+    QString file;
+    bool json = false;
+};
+
+struct Checksum {
+    QString stored;
+    QString computed;
+
+    const char* state() const
+    {
+        return stored.isEmpty() ? "missing" : stored == computed ? "matches" : "differs";
+    }
+};
+
+QString bitsText(int count) { return count == 1 ? "1 bit" : QString("%1 bits").arg(count); }
+
+QString storageText(int storage)
+{
+    const bool known = storage >= 0 && storage < int(std::size(kStorages));
+    return known ? kStorages[storage] : QString("storage %1").arg(storage);
+}
+
+QString edgeText(int trigType)
+{
+    return trigType == 0 ? "rising" : trigType == 1 ? "falling" : QString::number(trigType);
+}
+
+QString nameOf(const OXA::SignalItem& item)
+{
+    const QString& name = item.text.isEmpty() ? item.name : item.text;
+    const QString width = item.isBus() ? QString(" (%1)").arg(item.bitCount()) : QString();
+    return name + width + (item.captureEnable ? "" : " (not captured)");
+}
+
+QStringList namesOf(const QList<OXA::SignalItem>& items)
+{
+    QStringList names;
+    for (const OXA::SignalItem& item : items)
+        names += nameOf(item);
+    return names;
+}
+
+QString valueText(const OXA::MatchUnit& unit)
+{
+    const QString function = OXA::func2string(unit.matchFunc);
+    if (OXA::isRangeFunction(unit.matchFunc))
+        return function + " " + unit.value0 + " : " + unit.value1;
+    return function + " " + unit.value0;
+}
+
+QString counterText(const OXA::MatchUnit& unit)
+{
+    if (!unit.counterEnable)
+        return {};
+    return QString(", %1 %2 (counter of %3 bits)")
+        .arg(unit.counter)
+        .arg(unit.continuous ? "times in a row" : "times")
+        .arg(unit.counterWidth);
+}
+
+void showCore(QTextStream& out, const OXA::AoCore& core, int position)
+{
+    out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
+        << ", " << edgeText(core.trigType) << " edge";
+    if (!core.moduleName.isEmpty())
+        out << ", module " << core.moduleName;
+    out << "\n  data     " << bitsText(core.dataSignals().size()) << " x " << core.storageDepth
+        << " samples in " << storageText(core.implementation) << ": "
+        << namesOf(core.signalList).join(", ") << "\n  windows  " << core.windowNum << " of "
+        << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
+    for (const OXA::TriggerPort* port : core.availableTriggers())
+        out << "  T" << port->index << "       " << bitsText(port->singleSignals().size()) << ": "
+            << namesOf(port->signalList).join(", ") << '\n';
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        const QString port
+            = unit->trigger ? "T" + QString::number(unit->trigger->index) : "nothing";
+        out << "  M" << unit->index << "       " << OXA::type2string(unit->matchType) << ": "
+            << port << ' ' << valueText(*unit) << counterText(*unit) << '\n';
+    }
+    const bool dynamic = core.expressionType == 1;
+    out << "  trigger  " << (dynamic ? "dynamic" : "static") << ", "
+        << (core.expressions.isEmpty() ? QString("by force only")
+                                       : core.expressions.join(", then "));
+    if (dynamic)
+        out << "; tables in " << storageText(core.exImplementation);
+    out << '\n';
+}
+
+void showCore(QTextStream& out, const OXA::AOCore_Lite& core, int position)
+{
+    out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
+        << ", " << edgeText(core.trigType) << " edge";
+    if (!core.moduleName.isEmpty())
+        out << ", module " << core.moduleName;
+    out << "\n  data     " << bitsText(core.dataSignals().size()) << " x " << core.captureAmount
+        << " samples in " << storageText(core.implementation) << ": "
+        << namesOf(core.signalList).join(", ") << '\n';
+}
+
+template <typename Core> void showCores(QTextStream& out, const QList<Core*>& cores)
+{
+    for (int position = 0; position < cores.size(); ++position)
+        showCore(out, *cores.at(position), position);
+}
+
+QJsonObject toJson(const OXA::MatchUnit& unit)
+{
+    return {
+        {"index",      unit.index                                                   },
+        {"type",       OXA::type2string(unit.matchType)                             },
+        {"function",   OXA::func2string(unit.matchFunc)                             },
+        {"value0",     unit.value0                                                  },
+        {"value1",     unit.value1                                                  },
+        {"counter",    unit.counterEnable ? QJsonValue(unit.counter) : QJsonValue() },
+        {"continuous", unit.continuous                                              },
+        {"port",       unit.trigger ? QJsonValue(unit.trigger->index) : QJsonValue()},
+    };
+}
+
+QJsonObject toJson(const OXA::AoCore& core)
+{
+    QJsonArray ports;
+    for (const OXA::TriggerPort* port : core.availableTriggers())
+        ports += QJsonObject {
+            {"index",   port->index                                      },
+            {"signals", QJsonArray::fromStringList(port->singleSignals())}
+        };
+    QJsonArray units;
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+        units += toJson(*unit);
+    return {
+        {"index",           core.index                                     },
+        {"module",          core.moduleName                                },
+        {"sampleClock",     core.sampleClock                               },
+        {"edge",            edgeText(core.trigType)                        },
+        {"storageDepth",    core.storageDepth                              },
+        {"captureAmount",   core.captureAmount                             },
+        {"windows",         core.windowNum                                 },
+        {"triggerPosition", core.triggerPos                                },
+        {"storage",         storageText(core.implementation)               },
+        {"signals",         QJsonArray::fromStringList(core.dataSignals()) },
+        {"ports",           ports                                          },
+        {"units",           units                                          },
+        {"expressionType",  core.expressionType == 1 ? "dynamic" : "static"},
+        {"expressions",     QJsonArray::fromStringList(core.expressions)   },
+    };
+}
+
+QJsonObject toJson(const OXA::AOCore_Lite& core)
+{
+    return {
+        {"index",         core.index                                    },
+        {"module",        core.moduleName                               },
+        {"sampleClock",   core.sampleClock                              },
+        {"edge",          edgeText(core.trigType)                       },
+        {"captureAmount", core.captureAmount                            },
+        {"storage",       storageText(core.implementation)              },
+        {"signals",       QJsonArray::fromStringList(core.dataSignals())},
+    };
+}
+
+template <typename Core> QJsonArray toJson(const QList<Core*>& cores)
+{
+    QJsonArray array;
+    for (const Core* core : cores)
+        array += toJson(*core);
+    return array;
+}
+
+void printJson(QTextStream& out, const Configuration& configuration, const QString& version,
+    const Checksum& checksum)
+{
+    const bool lite = configuration.mode == OXA::Lite;
+    const QJsonObject object {
+        {"mode",     lite ? "Lite" : "Standard"                                          },
+        {"version",  version                                                             },
+        {"checksum",
+         QJsonObject {{"state", checksum.state()}, {"stored", checksum.stored},
+                {"computed", checksum.computed}}                                         },
+        {"cores",    lite ? toJson(configuration.liteCores) : toJson(configuration.cores)},
+    };
+    out << QString::fromUtf8(QJsonDocument(object).toJson());
+}
+
+void print(QTextStream& out, const QString& file, const Configuration& configuration,
+    const QString& version, const Checksum& checksum)
+{
+    const bool lite = configuration.mode == OXA::Lite;
+    const int count = configuration.cores.size() + configuration.liteCores.size();
+    out << file << ": " << (lite ? "Lite" : "Standard") << ", version " << version << ", " << count
+        << (count == 1 ? " core" : " cores") << "\nchecksum ";
+    if (checksum.stored == checksum.computed)
+        out << checksum.stored << " matches\n";
+    else
+        out << (checksum.stored.isEmpty() ? "missing" : checksum.stored + " differs")
+            << "; the content asks for " << checksum.computed << '\n';
+    showCores(out, configuration.cores);
+    showCores(out, configuration.liteCores);
+}
+
+int run(const Options& options, Io& io)
+{
+    Configuration configuration;
+    if (!readConfiguration(options.file, configuration, io.err))
+        return kUnusable;
+    const QString version = OXA::versionFromOxaConfigFile(options.file);
+    const Checksum checksum {
+        OXA::readOXACRCForXml(options.file), OXA::computeOXACRCForXml(options.file)};
+    if (options.json)
+        printJson(io.out, configuration, version, checksum);
+    else
+        print(io.out, options.file, configuration, version, checksum);
+    return kDone;
+}
+
+}
+
+void addShow(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "show", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

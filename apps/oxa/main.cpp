@@ -1,0 +1,91 @@
+#include "command.h"
+#include "log.h"
+
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <iostream>
+
+namespace {
+
+constexpr char kHelp[] = R"(Embedded logic analyzers for FPGA designs.
+
+A configuration file names the signals to watch and the condition to wait for;
+oxa writes the Verilog of an analyzer for it, synthesizes a netlist, and answers
+what it costs and whether it fits.
+)";
+
+constexpr char kFooter[] = R"(A first run:
+  oxa devices QX1N-9
+  oxa show examples/uart/uart.oxa
+  oxa generate examples/uart/uart.oxa --part QX1N-9LV-QFN88-C6 --work-dir /tmp/uart
+
+`oxa COMMAND --help` explains a command. Exit status: 0 done, 1 the job failed,
+2 the call or an input file is unusable.
+)";
+
+std::string failureMessage(const CLI::App* command, const CLI::Error& error)
+{
+    const CLI::App* called = command;
+    while (!called->get_subcommands().empty())
+        called = called->get_subcommands().front();
+    const std::string name = called == command ? "oxa" : "oxa " + called->get_name();
+    return "error: " + std::string(error.what()) + "; `" + name + " --help` explains the call\n";
+}
+
+int parse(CLI::App& app, int argc, char** argv, int& status)
+{
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error, std::cout, std::cerr) == 0 ? kDone : kUnusable;
+    }
+    return status;
+}
+
+}
+
+CLI::App* addCommand(
+    CLI::App& app, const std::string& name, const std::string& summary, const std::string& details)
+{
+    CLI::App* command = app.add_subcommand(name, summary);
+    command->footer(details + "\n");
+    return command;
+}
+
+static int run(int argc, char** argv)
+{
+    QCoreApplication application(argc, argv);
+    installLog();
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    Io io {out, err};
+
+    CLI::App app(kHelp, "oxa");
+    app.footer(kFooter);
+    app.set_version_flag("--version", "oxa " OXA_VERSION);
+    app.failure_message(failureMessage);
+    app.require_subcommand(1);
+    int status = kDone;
+    addNew(app, io, status);
+    addShow(app, io, status);
+    addGenerate(app, io, status);
+
+    status = parse(app, argc, argv, status);
+    out.flush();
+    if (status == kDone && (out.status() != QTextStream::Ok || std::ferror(stdout))) {
+        err << "error: the result could not be written to standard output\n";
+        return kJobFailed;
+    }
+    return status;
+}
+
+int main(int argc, char** argv)
+{
+    try {
+        return run(argc, argv);
+    } catch (const std::exception& exception) { // out of memory, for the most part
+        std::fprintf(stderr, "error: %s\n", exception.what());
+        return kJobFailed;
+    }
+}

@@ -1,0 +1,27 @@
+#include "options.h"
+
+CLI::Option* addText(
+    CLI::App& command, const std::string& names, QString& value, const std::string& help)
+{
+    return command
+        .add_option_function<std::string>(
+            names,
+            [&value](const std::string& text) { value = QString::fromLocal8Bit(text.c_str()); },
+            help)
+        ->type_name("TEXT");
+}
+
+CLI::Option* addPartOptions(CLI::App& command, PartOptions& options)
+{
+    CLI::Option* part = addText(
+        command, "--part", options.part, "Part number to build for; `oxa devices` lists them")
+                            ->type_name("PN");
+    addText(command, "--device", options.device,
+        "Device name, where the part number alone is ambiguous")
+        ->type_name("NAME")
+        ->needs(part);
+    addText(command, "--device-db", options.deviceDb,
+        "Device catalogue to use instead of the built-in one (also: OXA_DEVICE_DB)")
+        ->type_name("FILE");
+    return part;
+}

@@ -1,0 +1,21 @@
+#ifndef APPS_OXA_OPTIONS_H
+#define APPS_OXA_OPTIONS_H
+
+#include <CLI/CLI.hpp>
+#include <QString>
+
+/// Adds an option that takes one text, in the locale's encoding.
+CLI::Option* addText(
+    CLI::App& command, const std::string& names, QString& value, const std::string& help);
+
+/// What names a part, for commands that need one.
+struct PartOptions {
+    QString part;
+    QString device;
+    QString deviceDb;
+};
+
+/// Adds --part, --device and --device-db; the first is returned, so that it can be required.
+CLI::Option* addPartOptions(CLI::App& command, PartOptions& options);
+
+#endif

@@ -1,0 +1,22 @@
+#ifndef APPS_OXA_PART_H
+#define APPS_OXA_PART_H
+
+#include "options.h"
+
+#include <QTextStream>
+#include <dev/device_db.h>
+
+#include <optional>
+
+/// Loads the catalogue that the options name, when they name one. False, said on `err`, when it
+/// cannot be used.
+bool loadCatalogue(const PartOptions& options, QTextStream& err);
+
+/// The part that the options name. None, said on `err` with the nearest ones, when the catalogue
+/// does not hold exactly one such part.
+std::optional<DEV::ChipInfo> findPart(const PartOptions& options, QTextStream& err);
+
+/// The part numbers nearest to `text` that could be meant by it, best first.
+QStringList nearestParts(const QString& text);
+
+#endif

@@ -1,0 +1,14 @@
+#ifndef APPS_OXA_WORK_DIR_H
+#define APPS_OXA_WORK_DIR_H
+
+#include <QString>
+#include <QTextStream>
+
+/// Whether generating may empty the directory `path`: it is not there, is empty, carries the mark
+/// of an earlier run, or `force` says so. Otherwise false, said on `err`.
+bool mayEmpty(const QString& path, bool force, QTextStream& err);
+
+/// Leaves the mark in the directory `path`.
+void markWorkDir(const QString& path);
+
+#endif
