@@ -1,5 +1,7 @@
 #include "oxautils/encoding/match_registers.h"
 
+#include <QDebug>
+
 #include <algorithm>
 
 namespace OXA {
@@ -20,6 +22,9 @@ constexpr CharacterCode kCharacters[] = {
     {'B', false, true,  true },
     {'N', true,  true,  true },
 };
+
+// Far above any real core's width, and what still fits into memory digit by digit.
+constexpr int kWidestRegister = 1 << 20;
 
 constexpr char kHexDigits[] = "0123456789abcdef";
 
@@ -66,7 +71,7 @@ class RegisterWriter {
 public:
     RegisterWriter(QTextStream& out, int width)
         : m_out(out)
-        , m_width(width)
+        , m_prefix(QString("%1'h").arg(width))
         , m_paddedWidth((width + 3) / 4 * 4)
     {
     }
@@ -87,12 +92,12 @@ public:
 private:
     void write(const QString& name, const QString& digits)
     {
-        m_out << "parameter " << name << " = " << m_width << "'h"
+        m_out << "parameter " << name << " = " << m_prefix
               << digits.rightJustified(m_paddedWidth / 4, '0') << ';' << Qt::endl;
     }
 
     QTextStream& m_out;
-    int m_width;
+    QString m_prefix;
     int m_paddedWidth;
 };
 
@@ -131,8 +136,10 @@ void writeUnit(RegisterWriter& writer, MatchUnit* unit)
 
 void bitForM(MatchUnit* unit, QBitArray& m0, QBitArray& m1, QBitArray& m2)
 {
-    const int width = unit->trigger ? unit->trigger->singleSignals().size() : 0;
+    const int width = unit && unit->trigger ? unit->trigger->singleSignals().size() : 0;
     m0 = m1 = m2 = QBitArray(width);
+    if (width == 0)
+        return;
     const QString value0 = fitted(unit->value0, width);
     switch (unit->matchFunc) {
     case MatchEqual:
@@ -158,6 +165,8 @@ void bitForM(MatchUnit* unit, QBitArray& m0, QBitArray& m1, QBitArray& m2)
 QBitArray bitForMatchCtrl(MatchUnit* unit)
 {
     QBitArray control(4);
+    if (!unit)
+        return control;
     control.setBit(0, unit->counterEnable && unit->continuous);
     const int func = unit->matchFunc;
     for (int bit = 0; func >= 0 && func <= MatchNotInRange && bit < 3; ++bit)
@@ -194,7 +203,15 @@ QString strBit2Hex(const QString& bits)
 
 void generateRegister(AoCore* core, QTextStream& out, QString device, int flag)
 {
-    RegisterWriter writer(out, core->dataOutShiftWidth());
+    if (!core)
+        return;
+    const int width = core->dataOutShiftWidth();
+    if (width > kWidestRegister) {
+        qCritical().nospace() << "core " << core->index << ": its registers would have " << width
+                              << " bits, " << kWidestRegister << " are the most that are written";
+        return;
+    }
+    RegisterWriter writer(out, width);
     writer.writeNumber("TRIG_LEVELS_INIT", core->expressions.size() - 1);
     writer.writeNumber("MAX_DATA_DEPTH_INIT", minus(core->captureAmount, 1));
     writer.writeNumber("DATA_DEPTH_INIT", dataDepth(*core, device, flag));

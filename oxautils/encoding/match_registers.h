@@ -31,7 +31,9 @@ OXAUTILS_EXPORT QString strBit2Hex(const QString& bits);
 
 /// Writes the initial register values of `core` as parameter lines: sequence, depths and windows,
 /// then five registers a unit. `device` is a device name; some of them count a capture depth one
-/// lower, unless `flag` is not 0.
+/// lower, unless `flag` is not 0. Nothing is checked, and a number below 0 prints with its sign
+/// ("16'h00-1"); but a core whose registers would be wider than a million bits is not written, and
+/// a critical message names it.
 OXAUTILS_EXPORT void generateRegister(AoCore* core, QTextStream& out, QString device, int flag);
 
 }
