@@ -1,6 +1,62 @@
-#include "device_db.h"
+#include "dev/device_db.h"
+
+#include "dev/catalogue.h"
+
+#include <QDebug>
+#include <QMutex>
+#include <QMutexLocker>
 
 namespace DEV {
+namespace {
+
+using Snapshot = std::shared_ptr<const Catalogue>;
+
+constexpr char kCompiledIn[] = ":/oxadev/devices.csv";
+constexpr char kEnvironment[] = "OXA_DEVICE_DB";
+
+/// What the process starts with: the file that the environment names, or the one compiled in.
+Snapshot initialCatalogue()
+{
+    QString error;
+    const QString path = qEnvironmentVariable(kEnvironment);
+    if (!path.isEmpty()) {
+        if (Snapshot named = readCatalogue(path, error))
+            return named;
+        qCritical().noquote() << kEnvironment << "ignored:" << error;
+    }
+    Snapshot builtIn = readCatalogue(kCompiledIn, error);
+    if (!builtIn)
+        qCritical().noquote() << error;
+    return builtIn ? builtIn : std::make_shared<const Catalogue>();
+}
+
+/// The process's catalogue: readers take a snapshot, and `load` puts another in its place.
+class Current {
+public:
+    Snapshot get()
+    {
+        const QMutexLocker lock(&m_mutex);
+        return m_catalogue;
+    }
+
+    void set(Snapshot catalogue)
+    {
+        const QMutexLocker lock(&m_mutex);
+        m_catalogue.swap(catalogue);
+    }
+
+private:
+    QMutex m_mutex;
+    Snapshot m_catalogue = initialCatalogue();
+};
+
+Current& current()
+{
+    static Current instance;
+    return instance;
+}
+
+}
 
 DeviceDb& DeviceDb::instance()
 {
@@ -8,10 +64,23 @@ DeviceDb& DeviceDb::instance()
     return db;
 }
 
-ChipInfo DeviceDb::find(const QString&, const QString&) const { return {}; }
+ChipInfo DeviceDb::find(const QString& partNumber, const QString& deviceName) const
+{
+    return current().get()->find(partNumber, deviceName);
+}
 
-QList<ChipInfo> DeviceDb::chips() const { return {}; }
+QList<ChipInfo> DeviceDb::chips() const { return current().get()->chips; }
 
-bool DeviceDb::load(const QString&, QString*) { return false; }
+bool DeviceDb::load(const QString& catalogue, QString* error)
+{
+    QString why;
+    if (Snapshot loaded = readCatalogue(catalogue, why)) {
+        current().set(std::move(loaded));
+        return true;
+    }
+    if (error)
+        *error = why;
+    return false;
+}
 
 }

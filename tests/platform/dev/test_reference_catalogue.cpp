@@ -1,0 +1,139 @@
+#include "dev/device_db.h"
+
+#include <QFile>
+#include <QSet>
+#include <QtTest>
+
+using namespace DEV;
+
+namespace {
+
+// Every device that a rule of the library mentions: the depth registers' adjustment, the control
+// cores' variants, the ZV define, the sizes of shadow SRAM and the blocks of 9 kbit.
+constexpr char kNamed[]
+    = "QX1A-1C QX1AN-1C QX1AN-5 QX1AN-9 QX1N-1 QX1N-1P5 QX1N-2 QX1N-2B QX1N-4 QX1N-4B QX1N-6 "
+      "QX1N-9 QX1N-9C QX1NR-2 QX1NR-4 QX1NR-4B QX1NR-9 QX1NRF-4B QX1NS-2 QX1NS-2C QX1NSE-2C "
+      "QX1NSR-2 QX1NSR-2C QX1NZ-1 QX1NZ-1D QX1NZ-2 QX2A-18 QX2A-55 QX2AN-18X QX2AN-55 QX2AN-9X "
+      "QX2ANR-18 QX2AR-18 QX3A-10A QX3A-20 QX3A-20A QX3A-50A QX3AN-6A QX3ANRT-6A QX3ANT-6A "
+      "QX3AR-20 QX3AR-20A QX5A-138 QX5A-138B QX5A-138C QX5A-25 QX5A-25A QX5A-60 QX5A-60B "
+      "QX5ANRT-15 QX5ANT-15 QX5AR-25 QX5AR-25A QX5ART-15 QX5AS-138 QX5AS-138B QX5AS-138C "
+      "QX5AS-25 QX5AS-25A QX5AST-138 QX5AST-138B QX5AST-138C QX5AT-138 QX5AT-138B QX5AT-138C "
+      "QX5AT-15 QX5AT-60 QX5AT-60B QX5AT-75 QX5AT-75B QX5AT-75C";
+
+QString dataFile(const QString& name) { return OXA_SOURCE_DIR "/share/device/" + name; }
+
+QStringList linesOf(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("no %s", qPrintable(path));
+    return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+}
+
+QStringList textOf(const ChipInfo& chip)
+{
+    return QStringList {chip.partNumber, chip.series, chip.name, chip.grade, chip.speed,
+               chip.package, chip.variant}
+    + chip.resources;
+}
+
+const char* const kPairs[] = {"VCC/VCCX", "VCCX/VCC_LDO", "VCC/VCC_LDO"};
+const char* const kForms[] = {"", " except", " of"};
+
+}
+
+class TestReferenceCatalogue : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void unusableEnvironmentLeavesTheCompiledIn();
+    void compiledInEqualsTheFile();
+    void everyNamedDeviceHasAPart();
+    void lowPowerVariantComesBothWays();
+    void everyPartHasAVoltageRow();
+    void everyVoltageRowIsReachedByAPart();
+    void notesTakeEveryForm();
+};
+
+// Runs first: the catalogue is read at the first use.
+void TestReferenceCatalogue::unusableEnvironmentLeavesTheCompiledIn()
+{
+    qputenv("OXA_DEVICE_DB", "/absent.csv");
+    QTest::ignoreMessage(
+        QtCriticalMsg, "OXA_DEVICE_DB ignored: /absent.csv: No such file or directory");
+    QVERIFY(!DeviceDb::instance().chips().isEmpty());
+}
+
+void TestReferenceCatalogue::compiledInEqualsTheFile()
+{
+    QStringList lines;
+    for (const ChipInfo& chip : DeviceDb::instance().chips())
+        lines << textOf(chip).join(',');
+    QCOMPARE(lines, linesOf(dataFile("devices.csv")).mid(1));
+    QVERIFY(DeviceDb::instance().load(dataFile("devices.csv"))); // which no row breaks, by itself
+}
+
+void TestReferenceCatalogue::everyNamedDeviceHasAPart()
+{
+    for (const QString& name : QString(kNamed).split(' '))
+        QVERIFY2(!DeviceDb::instance().find("", name).partNumber.isEmpty(), qPrintable(name));
+}
+
+void TestReferenceCatalogue::lowPowerVariantComesBothWays()
+{
+    for (const char* name : {"QX1NZ-1", "QX1NZ-1D"}) {
+        QSet<bool> zv;
+        for (const ChipInfo& chip : DeviceDb::instance().chips()) {
+            if (chip.name == name)
+                zv << (chip.variant == "ZV");
+        }
+        QCOMPARE(zv.size(), 2);
+    }
+}
+
+void TestReferenceCatalogue::everyPartHasAVoltageRow()
+{
+    const QStringList rows = linesOf(dataFile("pn_voltage.csv"));
+    for (const ChipInfo& chip : DeviceDb::instance().chips()) {
+        int found = 0;
+        const QString device = chip.name + "," + chip.variant + ",";
+        for (const QString& row : rows)
+            found += row.startsWith(device + "ALL,") || row.startsWith(device + chip.package + ",");
+        QVERIFY2(found > 0, qPrintable(chip.partNumber + " " + chip.name));
+    }
+}
+
+void TestReferenceCatalogue::everyVoltageRowIsReachedByAPart()
+{
+    QSet<QString> keys;
+    for (const ChipInfo& chip : DeviceDb::instance().chips())
+        keys << chip.name + "," + chip.variant + "," + chip.package
+             << chip.name + "," + chip.variant + ",ALL";
+    QSet<QString> seen;
+    for (const QString& row : linesOf(dataFile("pn_voltage.csv")).mid(1)) {
+        QCOMPARE(row.count(','), 12);
+        const QString key = row.section(',', 0, 2);
+        QVERIFY2(keys.contains(key), qPrintable(row));
+        const QString device = row.section(',', 0, 1);
+        QVERIFY2(!seen.contains(key) && !seen.contains(device + ",ALL"), qPrintable(row));
+        seen << key;
+    }
+}
+
+void TestReferenceCatalogue::notesTakeEveryForm()
+{
+    QSet<QString> notes;
+    for (const QString& row : linesOf(dataFile("pn_voltage.csv")).mid(1)) {
+        const QStringList words = row.section(',', 12).split(' ');
+        notes << words.mid(0, 4).join(' ');
+    }
+    QVERIFY(notes.remove(""));
+    for (const char* pair : kPairs) {
+        for (const char* form : kForms)
+            QVERIFY(notes.remove(QString(pair) + " Short Circuit" + form));
+    }
+    QCOMPARE(notes, QSet<QString>());
+}
+
+QTEST_GUILESS_MAIN(TestReferenceCatalogue)
+#include "test_reference_catalogue.moc"
