@@ -53,6 +53,11 @@ struct TriggerSetup {
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AoCore& core);
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AOCore_Lite& core);
 
+/// What `core` would do. False when no hardware does what it asks for, with all the reasons in
+/// `problems`, their places below `place`.
+OXACAPTURE_EXPORT bool triggerSetup(
+    const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Problems& problems);
+
 }
 
 #endif
