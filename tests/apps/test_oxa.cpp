@@ -1,0 +1,294 @@
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/standard_config.h"
+#include "oxautils/generate/oxa_prepare.h"
+#include "support/files.h"
+
+#include <dev/device_db.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
+const QString kUartLite = OXA_SOURCE_DIR "/examples/uart/uart_lite.oxa";
+const QString kIpDir = OXA_BINARY_DIR "/share/oxautils/ip";
+
+struct Result {
+    int status;
+    QString out;
+    QString err;
+};
+
+Result oxa(const QStringList& arguments, const QStringList& environment = {})
+{
+    QProcess process;
+    process.setEnvironment(QProcess::systemEnvironment() + environment);
+    process.start(OXA_PROGRAM, arguments);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(60000))
+        return {-1, {}, process.errorString()};
+    const bool crashed = process.exitStatus() != QProcess::NormalExit;
+    return {crashed ? -2 : process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+        QString::fromUtf8(process.readAllStandardError())};
+}
+
+}
+
+class TestOxa : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void helpAndVersion();
+    void unusableCalls_data();
+    void unusableCalls();
+    void newConfigurations();
+    void showing();
+    void checksumStates();
+    void unusableConfigurations_data();
+    void unusableConfigurations();
+    void generatedListIsWhatTheLibraryPrepares();
+    void listAsJsonAndWithoutTop();
+    void workDirectoriesOfOthersAreLeftAlone();
+    void unknownParts();
+    void failedWritesFailTheJob();
+    void examplesAreAsTheLibraryWritesThem();
+
+private:
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    Result generate(const QStringList& more);
+
+    QTemporaryDir m_dir;
+    DEV::ChipInfo m_chip;
+};
+
+void TestOxa::initTestCase()
+{
+    m_chip = DEV::DeviceDb::instance().chips().value(0);
+    QVERIFY(!m_chip.partNumber.isEmpty());
+}
+
+Result TestOxa::generate(const QStringList& more)
+{
+    return oxa(
+        QStringList {"generate", kUart, "--part", m_chip.partNumber, "--work-dir", path("work")}
+        + more);
+}
+
+void TestOxa::helpAndVersion()
+{
+    QCOMPARE(oxa({"--version"}).status, 0);
+    const Result help = oxa({"--help"});
+    QCOMPARE(help.status, 0);
+    for (const char* command : {"new", "show", "generate"}) {
+        QVERIFY(help.out.contains(QString("\n  %1 ").arg(command)));
+        const Result own = oxa({command, "--help"});
+        QCOMPARE(own.status, 0);
+        QVERIFY(own.out.contains(QString("Usage: oxa %1").arg(command)));
+    }
+}
+
+void TestOxa::unusableCalls_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char* name, const QStringList& arguments, const char* error) {
+        QTest::newRow(name) << arguments << error;
+    };
+    row("no command", {}, "error: A subcommand is required; `oxa --help`");
+    row("unknown command", {"fnord"}, "`oxa --help`");
+    row("no file", {"show"}, "error: FILE is required; `oxa show --help`");
+    row("no part", {"generate", kUart, "--work-dir", "w"}, "error: --part is required");
+    row("top without list", {"generate", kUart, "--part", "P", "--work-dir", "w", "--no-top"},
+        "--no-synthesis");
+    row("missing file", {"show", "no/such.oxa"}, "error: no/such.oxa: No such file or directory");
+    row("directory", {"show", "/"}, "error: /: it is a directory");
+}
+
+void TestOxa::unusableCalls()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+    const Result result = oxa(arguments);
+    QCOMPARE(result.status, 2);
+    QVERIFY2(result.err.contains(error), qPrintable(result.err));
+    QVERIFY(result.out.isEmpty());
+}
+
+void TestOxa::newConfigurations()
+{
+    QCOMPARE(oxa({"new", path("s.oxa")}).status, 0);
+    QCOMPARE(oxa({"new", path("l.oxa"), "--lite"}).status, 0);
+    QVERIFY(oxa({"show", path("s.oxa")}).out.contains("Standard, version 3.0, 0 cores"));
+    QVERIFY(oxa({"show", path("l.oxa")}).out.contains("Lite, version 3.0, 0 cores"));
+    const QByteArray before = bytesOf(path("s.oxa"));
+    QCOMPARE(oxa({"new", path("s.oxa"), "--lite"}).status, 2); // never over a user's file
+    QCOMPARE(bytesOf(path("s.oxa")), before);
+    QCOMPARE(oxa({"new", path("no/such/x.oxa")}).status, 2);
+}
+
+void TestOxa::showing()
+{
+    const Result text = oxa({"show", kUart});
+    QCOMPARE(text.status, 0);
+    for (const char* part : {"Standard, version 3.0, 1 core\n", " matches\n",
+             "clock uart_tx/clk, rising edge", "17 bits x 1024 samples in block SRAM",
+             "T0       9 bits: uart_tx/start, uart_tx/data (8)",
+             "M0       Basic w/edges: T0 == R01000110\n",
+             "M1       Range: T1 in range 10000 : 10111\n", "static, M0, then M1 && M2\n"})
+        QVERIFY2(text.out.contains(part), part);
+    const QJsonObject json
+        = QJsonDocument::fromJson(oxa({"show", kUart, "--json"}).out.toUtf8()).object();
+    QCOMPARE(json.value("checksum").toObject().value("state").toString(), QString("matches"));
+    const QJsonObject core = json.value("cores").toArray().at(0).toObject();
+    QCOMPARE(core.value("signals").toArray().size(), 17);
+    QCOMPARE(core.value("units").toArray().size(), 3);
+    QVERIFY(oxa({"show", kUartLite}).out.contains("8 bits x 512 samples in block SRAM"));
+}
+
+void TestOxa::checksumStates()
+{
+    QByteArray text = bytesOf(kUart);
+    text.replace("trig_type=\"0\"", "trig_type=\"1\"");
+    QVERIFY(oxa({"show", writeFile(path("c.oxa"), text)})
+                .out.contains(" differs; the content asks for "));
+    const int at = text.indexOf("    <OXA_ID>");
+    text.remove(at, text.indexOf('\n', at) + 1 - at);
+    QVERIFY(oxa({"show", writeFile(path("c.oxa"), text)}).out.contains("checksum missing; "));
+}
+
+void TestOxa::unusableConfigurations_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char* name, const QByteArray& content, const char* error) {
+        QTest::newRow(name) << content << error;
+    };
+    row("malformed", "<OXA_CONFIG>\n  <a></b>", "tag mismatch at 2:9");
+    row("no version", "<OXA_CONFIG/>", "Unknown Oxa version.; the root element has no \"Version\"");
+    row("newer", "<O><Version>4.0</Version></O>",
+        "too high.; this program reads versions up to 3.0");
+    row("no number", "<O><Version>3.x</Version></O>", "Invalid Oxa config file.; its \"Version\"");
+    row("no number, lite", "<O><Version>3.x</Version><Mode>Lite</Mode></O>",
+        "Invalid Oxa config file.; its \"Version\"");
+    row("other mode", "<O><Version>3.0</Version><Mode>lite</Mode></O>",
+        "its \"Mode\" is neither \"Standard\" nor \"Lite\"");
+    row("empty", "", "unexpected end of file at 1:1");
+}
+
+void TestOxa::unusableConfigurations()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, error);
+    const QString file = writeFile(path("bad.oxa"), content);
+    const QStringList calls[] = {
+        {"show",        file          },
+        { "generate", file, "--part", m_chip.partNumber, "--work-dir", path("unused")}
+    };
+    for (const QStringList& call : calls) {
+        const Result result = oxa(call);
+        QCOMPARE(result.status, 2);
+        QVERIFY2(result.err.contains(error), qPrintable(result.err));
+    }
+    QVERIFY(!QFile::exists(path("unused")));
+}
+
+void TestOxa::generatedListIsWhatTheLibraryPrepares()
+{
+    const Result result = generate({"--no-synthesis"});
+    QCOMPARE(result.err, QString());
+    QCOMPARE(result.status, 0);
+    OXA::OxaArg arg;
+    arg.configFile = kUart;
+    arg.device = m_chip.partNumber;
+    arg.package = m_chip.name;
+    arg.workDir = path("work");
+    arg.ipDir = kIpDir;
+    OXA::OxaPrepare prepared;
+    QCOMPARE(prepared.prepare(arg), 1);
+    QStringList lines = prepared.files;
+    for (const QString& directory : qAsConst(prepared.includePaths))
+        lines += "+incdir+" + directory;
+    QCOMPARE(result.out, lines.join('\n') + '\n');
+}
+
+void TestOxa::listAsJsonAndWithoutTop()
+{
+    const Result result = generate({"--no-synthesis", "--no-top", "--json", "--force"});
+    QCOMPARE(result.status, 0);
+    const QJsonObject json = QJsonDocument::fromJson(result.out.toUtf8()).object();
+    QCOMPARE(json.value("files").toArray().size(), 5);
+    QCOMPARE(json.value("includePaths").toArray().size(), 2);
+    QVERIFY(!QFile::exists(path("work/qx_oxa_top.v")));
+}
+
+void TestOxa::workDirectoriesOfOthersAreLeftAlone()
+{
+    const QString work = path("theirs");
+    const QStringList call {
+        "generate", kUart, "--part", m_chip.partNumber, "--no-synthesis", "--work-dir", work};
+    QVERIFY(QDir().mkpath(work));
+    QCOMPARE(oxa(call).status, 0); // empty: nothing to lose
+    writeFile(work + "/mine", "x");
+    QCOMPARE(oxa(call).status, 0); // generated into before
+    QVERIFY(!QFile::exists(work + "/mine"));
+    OXA::removeDir(work);
+    writeFile(work + "/mine", "x");
+    const Result refused = oxa(call);
+    QCOMPARE(refused.status, 2);
+    QVERIFY(refused.err.contains("--force"));
+    QCOMPARE(bytesOf(work + "/mine"), QByteArray("x"));
+    QCOMPARE(oxa(call + QStringList("--force")).status, 0);
+    QVERIFY(!QFile::exists(work + "/mine"));
+    QCOMPARE(oxa(QStringList(call).replaceInStrings(work, kUart)).status, 2); // a file
+    // --force does not reach the configuration itself.
+    QVERIFY(QFile::copy(kUart, work + "/c.oxa"));
+    QStringList inside = call;
+    inside[1] = work + "/c.oxa";
+    QCOMPARE(oxa(inside + QStringList("--force")).status, 2);
+    QVERIFY(QFile::exists(work + "/c.oxa"));
+}
+
+void TestOxa::unknownParts()
+{
+    const Result result
+        = oxa({"generate", kUart, "--part", m_chip.partNumber + "Q", "--work-dir", path("p")});
+    QCOMPARE(result.status, 2);
+    QVERIFY2(
+        result.err.contains("did you mean") && result.err.contains('"' + m_chip.partNumber + '"'),
+        qPrintable(result.err));
+    QCOMPARE(generate({"--device", "QX-none"}).status, 2);
+    QCOMPARE(generate({"--device-db", "no/such.csv"}).status, 2);
+}
+
+void TestOxa::failedWritesFailTheJob()
+{
+    // A full device stands where the wrapper goes: /dev/full takes the open and refuses the bytes.
+    const Result result = oxa({"show", kUart});
+    QProcess process;
+    process.setStandardOutputFile("/dev/full");
+    process.start(OXA_PROGRAM, {"show", kUart});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 1);
+    QVERIFY(!result.out.isEmpty());
+}
+
+void TestOxa::examplesAreAsTheLibraryWritesThem()
+{
+    const QList<OXA::AoCore*> cores = OXA::readOXAConfigFromXml(kUart);
+    OXA::writeOXAConfigToXml(cores, path("uart"));
+    qDeleteAll(cores);
+    QCOMPARE(bytesOf(path("uart")), bytesOf(kUart));
+    const QList<OXA::AOCore_Lite*> liteCores = OXA::readOXAConfigFromXml_Lite(kUartLite);
+    OXA::writeOXAConfigToXml_Lite(liteCores, path("lite"));
+    qDeleteAll(liteCores);
+    QCOMPARE(bytesOf(path("lite")), bytesOf(kUartLite));
+}
+
+QTEST_GUILESS_MAIN(TestOxa)
+#include "test_oxa.moc"
