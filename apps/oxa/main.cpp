@@ -70,6 +70,7 @@ static int run(int argc, char** argv)
     addNew(app, io, status);
     addShow(app, io, status);
     addGenerate(app, io, status);
+    addDevices(app, io, status);
 
     status = parse(app, argc, argv, status);
     out.flush();

@@ -11,6 +11,13 @@ CLI::Option* addText(
         ->type_name("TEXT");
 }
 
+CLI::Option* addCatalogueOption(CLI::App& command, QString& file)
+{
+    return addText(command, "--device-db", file,
+        "Device catalogue to use instead of the built-in one (also: OXA_DEVICE_DB)")
+        ->type_name("FILE");
+}
+
 CLI::Option* addPartOptions(CLI::App& command, PartOptions& options)
 {
     CLI::Option* part = addText(
@@ -20,8 +27,6 @@ CLI::Option* addPartOptions(CLI::App& command, PartOptions& options)
         "Device name, where the part number alone is ambiguous")
         ->type_name("NAME")
         ->needs(part);
-    addText(command, "--device-db", options.deviceDb,
-        "Device catalogue to use instead of the built-in one (also: OXA_DEVICE_DB)")
-        ->type_name("FILE");
+    addCatalogueOption(command, options.deviceDb);
     return part;
 }

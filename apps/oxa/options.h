@@ -15,6 +15,9 @@ struct PartOptions {
     QString deviceDb;
 };
 
+/// Adds --device-db.
+CLI::Option* addCatalogueOption(CLI::App& command, QString& file);
+
 /// Adds --part, --device and --device-db; the first is returned, so that it can be required.
 CLI::Option* addPartOptions(CLI::App& command, PartOptions& options);
 

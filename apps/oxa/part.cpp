@@ -74,6 +74,26 @@ std::optional<DEV::ChipInfo> findPart(const PartOptions& options, QTextStream& e
     return DEV::DeviceDb::instance().find(options.part, devices.first());
 }
 
+QJsonObject partJson(const DEV::ChipInfo& chip)
+{
+    const auto count = [&chip](int i) { return chip.resources.value(i).toInt(); };
+    return {
+        {"part",          chip.partNumber        },
+        {"series",        chip.series            },
+        {"device",        chip.name              },
+        {"grade",         chip.grade             },
+        {"speed",         chip.speed             },
+        {"package",       chip.package           },
+        {"variant",       chip.variant           },
+        {"luts",          count(0)               },
+        {"adders",        count(1)               },
+        {"registers",     count(2)               },
+        {"ios",           count(3)               },
+        {"shadowSram",    chip.resources.value(4)},
+        {"blockSramKbit", count(5)               },
+    };
+}
+
 QStringList nearestParts(const QString& text)
 {
     struct Candidate {

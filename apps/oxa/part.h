@@ -3,6 +3,7 @@
 
 #include "options.h"
 
+#include <QJsonObject>
 #include <QTextStream>
 #include <dev/device_db.h>
 
@@ -15,6 +16,9 @@ bool loadCatalogue(const PartOptions& options, QTextStream& err);
 /// The part that the options name. None, said on `err` with the nearest ones, when the catalogue
 /// does not hold exactly one such part.
 std::optional<DEV::ChipInfo> findPart(const PartOptions& options, QTextStream& err);
+
+/// The part with every field, for programs.
+QJsonObject partJson(const DEV::ChipInfo& chip);
 
 /// The part numbers nearest to `text` that could be meant by it, best first.
 QStringList nearestParts(const QString& text);

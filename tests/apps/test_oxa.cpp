@@ -2,6 +2,7 @@
 #include "oxautils/config/standard_config.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "support/files.h"
+#include "support/oxa_program.h"
 
 #include <dev/device_db.h>
 
@@ -17,25 +18,6 @@ namespace {
 const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
 const QString kUartLite = OXA_SOURCE_DIR "/examples/uart/uart_lite.oxa";
 const QString kIpDir = OXA_BINARY_DIR "/share/oxautils/ip";
-
-struct Result {
-    int status;
-    QString out;
-    QString err;
-};
-
-Result oxa(const QStringList& arguments, const QStringList& environment = {})
-{
-    QProcess process;
-    process.setEnvironment(QProcess::systemEnvironment() + environment);
-    process.start(OXA_PROGRAM, arguments);
-    process.closeWriteChannel();
-    if (!process.waitForFinished(60000))
-        return {-1, {}, process.errorString()};
-    const bool crashed = process.exitStatus() != QProcess::NormalExit;
-    return {crashed ? -2 : process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
-        QString::fromUtf8(process.readAllStandardError())};
-}
 
 }
 

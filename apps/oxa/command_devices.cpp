@@ -1,0 +1,117 @@
+#include "command.h"
+#include "part.h"
+#include "table.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr char kSummary[] = "List the parts of the device catalogue";
+
+constexpr char kHelp[]
+    = R"(PATTERN selects parts by part number or device name, in any case: a piece of the
+text, or with * and ? the whole of it.
+
+  oxa devices QX1N-9          every part of these devices
+  oxa devices "*-QFN88-I?"    every industrial part in this package
+
+The built-in catalogue is a reference with made-up data; share/device/README.md
+says how a vendor's takes its place.)";
+
+constexpr Table::Column kColumns[] = {
+    {"PART",        Table::Left },
+    {"DEVICE",      Table::Left },
+    {"PACKAGE",     Table::Left },
+    {"SPEED",       Table::Left },
+    {"VARIANT",     Table::Left },
+    {"GRADE",       Table::Left },
+    {"LUTS",        Table::Right},
+    {"REGISTERS",   Table::Right},
+    {"I/OS",        Table::Right},
+    {"SHADOW SRAM", Table::Right},
+    {"BLOCK SRAM",  Table::Right},
+};
+
+struct Options {
+    QString pattern;
+    QString deviceDb;
+    bool json = false;
+};
+
+QRegularExpression patternOf(const QString& text)
+{
+    const bool whole = text.contains('*') || text.contains('?');
+    QString pattern = QRegularExpression::escape(text);
+    pattern.replace("\\*", ".*").replace("\\?", ".");
+    if (whole)
+        pattern = QRegularExpression::anchoredPattern(pattern);
+    return QRegularExpression(pattern, QRegularExpression::CaseInsensitiveOption);
+}
+
+QList<DEV::ChipInfo> matchingChips(const QString& text)
+{
+    const QRegularExpression pattern = patternOf(text);
+    QList<DEV::ChipInfo> matching;
+    const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
+    for (const DEV::ChipInfo& chip : chips) {
+        if (pattern.match(chip.partNumber).hasMatch() || pattern.match(chip.name).hasMatch())
+            matching += chip;
+    }
+    return matching;
+}
+
+void printTable(QTextStream& out, const QList<DEV::ChipInfo>& chips)
+{
+    Table table(kColumns);
+    for (const DEV::ChipInfo& chip : chips) {
+        const QString shadow = chip.resources.value(4);
+        table.addRow({chip.partNumber, chip.name, chip.package, chip.speed, chip.variant,
+            chip.grade, chip.resources.value(0), chip.resources.value(2), chip.resources.value(3),
+            shadow.isEmpty() ? "none" : shadow, chip.resources.value(5) + " kbit"});
+    }
+    table.print(out);
+}
+
+void printJson(QTextStream& out, const QList<DEV::ChipInfo>& chips)
+{
+    QJsonArray parts;
+    for (const DEV::ChipInfo& chip : chips)
+        parts += partJson(chip);
+    out << QString::fromUtf8(QJsonDocument(
+        QJsonObject {
+            {"parts", parts}
+    }).toJson());
+}
+
+int run(const Options& options, Io& io)
+{
+    if (!loadCatalogue({{}, {}, options.deviceDb}, io.err))
+        return kUnusable;
+    const QList<DEV::ChipInfo> chips = matchingChips(options.pattern);
+    if (options.json)
+        printJson(io.out, chips);
+    else if (!chips.isEmpty())
+        printTable(io.out, chips);
+    if (!chips.isEmpty())
+        return kDone;
+    const QStringList nearest = nearestParts(options.pattern);
+    io.err << "error: no part or device fits \"" << options.pattern << "\"";
+    if (!nearest.isEmpty())
+        io.err << "; did you mean " << nearest.join(", ") << '?';
+    io.err << '\n';
+    return kJobFailed;
+}
+
+}
+
+void addDevices(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "devices", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "PATTERN", options->pattern, "What to list (default: everything)");
+    addCatalogueOption(*command, options->deviceDb);
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

@@ -1,0 +1,28 @@
+#ifndef TESTS_SUPPORT_OXA_PROGRAM_H
+#define TESTS_SUPPORT_OXA_PROGRAM_H
+
+#include <QProcess>
+#include <QString>
+
+/// What a run of `oxa` came to; negative statuses are those of a run that did not end by itself.
+struct Result {
+    int status;
+    QString out;
+    QString err;
+};
+
+/// Runs the program OXA_PROGRAM with nothing on its standard input.
+inline Result oxa(const QStringList& arguments, const QStringList& environment = {})
+{
+    QProcess process;
+    process.setEnvironment(QProcess::systemEnvironment() + environment);
+    process.start(OXA_PROGRAM, arguments);
+    process.closeWriteChannel();
+    if (!process.waitForFinished(60000))
+        return {-1, {}, process.errorString()};
+    const bool crashed = process.exitStatus() != QProcess::NormalExit;
+    return {crashed ? -2 : process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
+        QString::fromUtf8(process.readAllStandardError())};
+}
+
+#endif
