@@ -215,6 +215,24 @@ ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTable& samples)
     return run;
 }
 
+bool dependsOnUnknown(const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt)
+{
+    const SampleLayout& layout = samples.layout();
+    TriggerModel zeros(setup, layout);
+    TriggerModel ones(setup, layout);
+    std::vector<quint64> row(size_t(layout.rowWords()));
+    for (qint64 sample = 0; sample < samples.size(); ++sample) {
+        row.assign(samples.row(sample), samples.row(sample) + layout.rowWords());
+        const bool force = sample == forceAt;
+        const SampleEvents zero = zeros.take(row.data(), force);
+        for (size_t word = 0; word < row.size() / 2; ++word)
+            row[word] |= row[word + row.size() / 2];
+        if (zero.trigger != ones.take(row.data(), force).trigger)
+            return true;
+    }
+    return false;
+}
+
 QString progressText(const TriggerSetup& setup, const TriggerProgress& progress)
 {
     if (setup.levels.empty())

@@ -88,6 +88,10 @@ OXACAPTURE_EXPORT ModelRun runModel(const TriggerSetup& setup, const SampleTable
 /// What a Lite core captures of `samples`: the first ones, without a trigger.
 OXACAPTURE_EXPORT ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTable& samples);
 
+/// Whether the windows would be others if unknown bits counted as 1.
+OXACAPTURE_EXPORT bool dependsOnUnknown(
+    const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt = kNoSample);
+
 /// How far a core without a trigger got, for its user: "level 1 of 3 reached; M0 matched 12 times".
 OXACAPTURE_EXPORT QString progressText(const TriggerSetup& setup, const TriggerProgress& progress);
 

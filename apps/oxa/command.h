@@ -26,5 +26,6 @@ void addDevices(CLI::App& app, Io& io, int& status);
 void addGenerate(CLI::App& app, Io& io, int& status);
 void addNew(CLI::App& app, Io& io, int& status);
 void addShow(CLI::App& app, Io& io, int& status);
+void addSimulate(CLI::App& app, Io& io, int& status);
 
 #endif

@@ -4,6 +4,7 @@
 #include "log.h"
 #include "netlist_summary.h"
 #include "part.h"
+#include "progress_line.h"
 #include "work_dir.h"
 
 #include "oxautils/generate/oxa_prepare.h"
@@ -17,8 +18,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-
-#include <unistd.h>
 
 namespace {
 
@@ -89,38 +88,6 @@ void printFileList(const OXA::OxaPrepare& prepared, bool json, QTextStream& out)
     for (const QString& path : prepared.includePaths)
         out << "+incdir+" << path << '\n';
 }
-
-/// One line on a terminal that says what is being done; nothing elsewhere.
-class ProgressLine {
-public:
-    explicit ProgressLine(QTextStream& err)
-        : m_err(err)
-        , m_terminal(isatty(STDERR_FILENO))
-    {
-    }
-    ~ProgressLine() { clear(); }
-
-    void show(const QString& stage, int percent)
-    {
-        if (!m_terminal)
-            return;
-        m_err << "\r\033[K" << QString::number(percent).rightJustified(3) << " %  " << stage
-              << Qt::flush;
-        m_shown = true;
-    }
-
-    void clear()
-    {
-        if (m_shown)
-            m_err << "\r\033[K" << Qt::flush;
-        m_shown = false;
-    }
-
-private:
-    QTextStream& m_err;
-    bool m_terminal;
-    bool m_shown = false;
-};
 
 void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, QTextStream& out)
 {

@@ -71,6 +71,7 @@ static int run(int argc, char** argv)
     addShow(app, io, status);
     addGenerate(app, io, status);
     addDevices(app, io, status);
+    addSimulate(app, io, status);
 
     status = parse(app, argc, argv, status);
     out.flush();

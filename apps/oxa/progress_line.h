@@ -1,0 +1,23 @@
+#ifndef APPS_OXA_PROGRESS_LINE_H
+#define APPS_OXA_PROGRESS_LINE_H
+
+#include <QTextStream>
+
+/// One line on a terminal that says what is being done; nothing elsewhere.
+class ProgressLine {
+public:
+    explicit ProgressLine(QTextStream& err);
+    ~ProgressLine();
+    ProgressLine(const ProgressLine&) = delete;
+    ProgressLine& operator=(const ProgressLine&) = delete;
+
+    void show(const QString& stage, int percent);
+    void clear();
+
+private:
+    QTextStream& m_err;
+    bool m_terminal;
+    bool m_shown = false;
+};
+
+#endif

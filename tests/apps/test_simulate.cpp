@@ -1,0 +1,189 @@
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/standard_config.h"
+#include "support/files.h"
+#include "support/oxa_program.h"
+#include "support/waveforms.h"
+
+#include <dev/device_db.h>
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+// The signals a, b[1] and b[0], a sample a word.
+const QStringList kNames {"a", "b[1]", "b[0]"};
+const QStringList kSamples {"000", "x01", "110", "011", "100", "001"};
+
+OXA::SignalItem item(const QString& name, const QStringList& bits = {})
+{
+    OXA::SignalItem result;
+    result.name = name;
+    for (const QString& bit : bits)
+        result.subItems += item(bit);
+    return result;
+}
+
+// Windows of three samples around b == `value`.
+std::unique_ptr<OXA::AoCore> core(int index, const QString& value)
+{
+    auto core = std::make_unique<OXA::AoCore>(index);
+    core->sampleClock = "clk";
+    core->signalList = {item("a"), item("b", {"b[1]", "b[0]"})};
+    core->captureSignals = core->signalList;
+    core->triggers[0]->signalList = {item("b", {"b[1]", "b[0]"})};
+    core->matchUnits[0]->enabled = true;
+    core->matchUnits[0]->value0 = value;
+    core->matchUnits[0]->trigger = core->triggers[0];
+    core->expressions = QStringList {"M0"};
+    core->storageDepth = 16;
+    core->captureAmount = 3;
+    core->triggerPos = 1;
+    return core;
+}
+
+}
+
+class TestSimulate : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void capturesOfTheModel();
+    void coresThatDoNotTrigger();
+    void forcedTriggers();
+    void unknownValuesThatDecide();
+    void lite();
+    void unusableInputs_data();
+    void unusableInputs();
+
+private:
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    Result simulate(const QList<OXA::AoCore*>& cores, const QStringList& more);
+
+    QTemporaryDir m_dir;
+    QStringList m_call;
+};
+
+void TestSimulate::initTestCase()
+{
+    const QString part = DEV::DeviceDb::instance().chips().value(0).partNumber;
+    writeFile(path("wave.vcd"), vcdOf(kNames, kSamples));
+    m_call = QStringList {"simulate", path("c.oxa"), "--part", part, "--model", "--stimulus"};
+}
+
+Result TestSimulate::simulate(const QList<OXA::AoCore*>& cores, const QStringList& more)
+{
+    OXA::writeOXAConfigToXml(cores, path("c.oxa"));
+    return oxa(m_call + QStringList {path("wave.vcd")} + more);
+}
+
+void TestSimulate::capturesOfTheModel()
+{
+    const auto first = core(4, "10");
+    const auto second = core(9, "11");
+    const Result result = simulate({first.get(), second.get()}, {"-o", path("out.csv")});
+    QCOMPARE(result.err, QString());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.out,
+        "core 4, window 0: trigger at sample 2, 3 samples from 1 on\n"
+        "core 9, window 0: trigger at sample 3, 3 samples from 2 on\n"
+            + path("out.csv") + ": written\n");
+    QCOMPARE(bytesOf(path("out.csv")),
+        QByteArray("core,window,sample,trigger,a,b[1],b[0]\n"
+                   "4,0,0,0,x,0,1\n4,0,1,1,1,1,0\n4,0,2,0,0,1,1\n"
+                   "9,0,0,0,1,1,0\n9,0,1,1,0,1,1\n9,0,2,0,1,0,0\n"));
+}
+
+void TestSimulate::coresThatDoNotTrigger()
+{
+    const auto idle = core(0, "10");
+    const auto other = core(1, "10");
+    idle->matchUnits[0]->counterEnable = true;
+    const Result result = simulate({idle.get(), other.get()}, {"--json", "-o", path("out.csv")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(
+        result.err, QString("core 0 did not trigger: level 0 of 1 reached, M0 matched 1 time\n"));
+    const QJsonObject json = QJsonDocument::fromJson(result.out.toUtf8()).object();
+    const QJsonArray cores = json.value("cores").toArray();
+    QCOMPARE(cores.at(0).toObject().value("triggered"), QJsonValue(false));
+    QCOMPARE(cores.at(1).toObject().value("windows").toArray(),
+        QJsonArray({
+            QJsonObject {{"triggerSample", 2}, {"firstSample", 1}, {"samples", 3}}
+    }));
+    QCOMPARE(bytesOf(path("out.csv")).count('\n'), 4);
+}
+
+void TestSimulate::forcedTriggers()
+{
+    const auto core0 = core(0, "10");
+    core0->expressions.clear();
+    QCOMPARE(simulate({core0.get()}, {}).status, 1);
+    QVERIFY(simulate({core0.get()}, {"--force-trigger-at", "0"})
+                .out.contains("trigger at sample 0, 2 samples from 0 on"));
+    QCOMPARE(simulate({core0.get()}, {"--force-trigger-at", "6"}).status, 1);
+    QCOMPARE(simulate({core0.get()}, {"--force-trigger-at", "-1"}).status, 2);
+}
+
+void TestSimulate::unknownValuesThatDecide()
+{
+    const auto core0 = core(0, "01");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    const QByteArray wave = vcdOf(kNames, {"000", "0x1", "010"});
+    const Result result = oxa(m_call + QStringList {writeFile(path("unknown.vcd"), wave)});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.err.contains("unknown values decide when it triggers; M0 first compares one at"
+                                 " sample 1, as 0"),
+        qPrintable(result.err));
+}
+
+void TestSimulate::lite()
+{
+    OXA::AOCore_Lite lite;
+    lite.sampleClock = "top/clk";
+    lite.captureAmount = 4;
+    lite.signalList = {item("b", {"b[1]", "b[0]"})};
+    OXA::writeOXAConfigToXml_Lite({&lite, &lite}, path("c.oxa"));
+    const QStringList call = m_call + QStringList {path("wave.vcd")};
+    QCOMPARE(oxa(call).out, QString("core 0, window 0: 4 samples from 0 on\n"));
+    QCOMPARE(oxa(call + QStringList {"--force-trigger-at", "1"}).status, 2);
+}
+
+void TestSimulate::unusableInputs_data()
+{
+    QTest::addColumn<QByteArray>("wave");
+    QTest::addColumn<QStringList>("more");
+    QTest::addColumn<QStringList>("errors");
+    const QByteArray wave = vcdOf(kNames, kSamples);
+    const auto row
+        = [](const char* name, const QByteArray& wave, const QStringList& more,
+              const QStringList& errors) { QTest::newRow(name) << wave << more << errors; };
+    row("output of no known kind", wave, {"-o", "out.txt"}, {"out.txt: the ending has to be"});
+    row("output nowhere", wave, {"-o", "/no/such/out.vcd"},
+        {"/no/such/out.vcd: cannot be written"});
+    row("damaged waveform", wave + "2!", {}, {"wave.vcd:", "expected a time or a value change"});
+    row("cut off waveform", wave.left(60), {}, {"the file ends inside"});
+    row("no samples", wave.left(wave.indexOf("#5")), {}, {"no rising edge in the waveform"});
+    row("no signals", vcdOf({"c"}, {"0"}), {}, {"b[1]: is not", "b[0]: is not", "a: is not"});
+    row("no waveform", {}, {}, {"the file ends before"});
+}
+
+void TestSimulate::unusableInputs()
+{
+    QFETCH(QByteArray, wave);
+    QFETCH(QStringList, more);
+    QFETCH(QStringList, errors);
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    QDir(m_dir.path()).mkdir("bad");
+    const Result result = oxa(m_call + QStringList {writeFile(path("bad/wave.vcd"), wave)} + more);
+    QCOMPARE(result.status, more.value(1).startsWith("/no") ? 1 : 2);
+    for (const QString& error : errors)
+        QVERIFY2(result.err.contains(error), qPrintable(result.err));
+}
+
+QTEST_APPLESS_MAIN(TestSimulate)
+#include "test_simulate.moc"
