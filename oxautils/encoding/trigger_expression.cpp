@@ -50,16 +50,19 @@ void writeTable(QTextStream& out, int number, const TruthTable& table)
 
 void getAllMatchEnbale(AoCore* core, std::vector<bool>& enables)
 {
+    if (!core)
+        return;
     for (const MatchUnit* unit : qAsConst(core->matchUnits))
         enables.push_back(unit->enabled);
 }
 
 void generateExpression(AoCore* core, QTextStream& out)
 {
-    if (core->expressionType == 0)
+    if (!core || core->expressionType == 0)
         return;
     std::vector<bool> enables;
     getAllMatchEnbale(core, enables);
+    enables.resize(std::max(enables.size(), size_t(kUnits))); // should a host have removed units
     for (int i = 0; i < core->expressions.size(); ++i) {
         const TruthTable table = compileExpression(core->expressions.at(i), enables);
         if (!table.legal)
@@ -75,11 +78,7 @@ void generateExpression(AoCore* core, QTextStream& out)
 
 QString logicTruthTable(QString exp, std::vector<bool> enables)
 {
-    const TruthTable table = compileExpression(std::move(exp), enables);
-    QString rows(table.rows(), 'x');
-    for (int i = 0; table.defined && i < rows.size(); ++i)
-        rows[i] = table.row(i) ? '1' : '0';
-    return rows;
+    return tableText(compileExpression(std::move(exp), enables));
 }
 
 void resetLogicExp(QString& exp, std::vector<bool>& enables)

@@ -24,7 +24,8 @@ OXAUTILS_EXPORT void generateExpression(AoCore* core, QTextStream& out);
 
 /// The table of `exp` as one character a row, row 0 first: "0", "1", or "x" where the expression
 /// gives no value. `enables` has an entry a unit, at least 16 (std::out_of_range otherwise). Equal
-/// to what the steps below give row by row, for many rows at a time.
+/// to what the steps below give row by row, for many rows at a time. Blanks are dropped first; with
+/// anything but names, operators and parentheses every row is "x".
 OXAUTILS_EXPORT QString logicTruthTable(QString exp, std::vector<bool> enables);
 
 /// Appends "|M.." to `exp` for every enabled unit that it does not name, and leaves in `enables`

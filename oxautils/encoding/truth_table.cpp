@@ -3,7 +3,9 @@
 #include "oxautils/encoding/trigger_expression.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
+#include <functional>
 
 namespace OXA {
 
@@ -16,23 +18,33 @@ constexpr int kVariablesPerWord = 6;
 constexpr quint64 kRowBits[kVariablesPerWord] = {0xaaaaaaaaaaaaaaaa, 0xcccccccccccccccc,
     0xf0f0f0f0f0f0f0f0, 0xff00ff00ff00ff00, 0xffff0000ffff0000, 0xffffffff00000000};
 
+// Rows are evaluated in blocks, so that the choice of what a step does is made once for 2048 rows.
+constexpr int kWordsPerBlock = 32;
+constexpr int kVariablesPerBlock = kVariablesPerWord + 5;
+static_assert(kWordsPerBlock == 1 << (kVariablesPerBlock - kVariablesPerWord));
+
+using Block = std::array<quint64, kWordsPerBlock>;
+
 constexpr char kOperators[] = "!&^|";
 
-bool isOneOf(QChar c, const char* characters)
+/// The length of the unit name, operator or parenthesis at `place`, 0 when none stands there. Names
+/// end with M15: "M12" is one name, "M16" is "M1" and a digit that belongs to nothing.
+int symbolLength(const QString& exp, int place)
 {
-    return c.unicode() != 0 && c.unicode() < 0x80 && std::strchr(characters, c.toLatin1());
+    const auto at = [&exp](int i) { return i < exp.size() ? exp.at(i).unicode() : 0; };
+    if (at(place) != 'M')
+        return QLatin1String("!&^|()").contains(QChar(at(place))) ? 1 : 0;
+    if (at(place + 1) == '1' && at(place + 2) >= '0' && at(place + 2) <= '5')
+        return 3;
+    return at(place + 1) >= '0' && at(place + 1) <= '9' ? 2 : 0;
 }
 
-/// Whether `exp` holds only what expressions are made of. `letters` is the same text with letters
-/// for unit names: what is left of a name there was none.
-bool isLegal(const QString& exp, const QString& letters)
+bool isLegal(const QString& exp)
 {
-    const auto inExpressions
-        = [](QChar c) { return isOneOf(c, "M0123456789()") || isOneOf(c, kOperators); };
-    const auto inLetters
-        = [](QChar c) { return isOneOf(c, "ABCDEFGHIJKLMNOP()") || isOneOf(c, kOperators); };
-    return std::all_of(exp.begin(), exp.end(), inExpressions)
-        && std::all_of(letters.begin(), letters.end(), inLetters);
+    int place = 0;
+    while (const int length = symbolLength(exp, place))
+        place += length;
+    return place == exp.size();
 }
 
 /// The postfix text as one row's evaluation sees it once its letters are replaced; the same for
@@ -49,7 +61,7 @@ std::vector<Step> stepsOf(const QByteArray& postfix)
     for (int i = 0; i < postfix.size(); ++i) {
         const char c = postfix.at(i);
         // As calcuate: from the first character on whose code is not above its place, letters stay.
-        replacing = replacing && c > i;
+        replacing = replacing && uchar(c) > i;
         if (std::strchr(kOperators, c))
             steps.push_back({c, 0});
         else if (replacing && c >= 'A' && c <= 'Z')
@@ -58,46 +70,75 @@ std::vector<Step> stepsOf(const QByteArray& postfix)
     return steps;
 }
 
-/// Whether the steps leave exactly one value, which does not depend on the row.
-bool leavesOneValue(const std::vector<Step>& steps)
+/// The most values that the steps hold at a time; 0 when they do not leave exactly one. Neither
+/// depends on the row.
+size_t stackNeeded(const std::vector<Step>& steps)
 {
-    int depth = 0;
+    size_t depth = 0;
+    size_t most = 0;
     for (const Step& step : steps) {
-        const int taken = step.symbol == 'A' ? 0 : step.symbol == '!' ? 1 : 2;
+        const size_t taken = step.symbol == 'A' ? 0 : step.symbol == '!' ? 1 : 2;
         if (depth < taken)
-            return false;
+            return 0;
         depth += 1 - taken;
+        most = std::max(most, depth);
     }
-    return depth == 1;
+    return depth == 1 ? most : 0;
 }
 
-quint64 evaluate(
-    const std::vector<Step>& steps, const quint64* variables, std::vector<quint64>& stack)
+template <typename Operation>
+void combine(Block& result, const Block& left, const Block& right, Operation operation)
 {
-    quint64* top = stack.data() - 1; // steps that leave one value keep within the stack
-    for (const Step& step : steps) {
-        switch (step.symbol) {
-        case '!':
-            *top = ~*top;
-            break;
-        case '&':
-            --top;
-            *top &= top[1];
-            break;
-        case '^':
-            --top;
-            *top ^= top[1];
-            break;
-        case '|':
-            --top;
-            *top |= top[1];
-            break;
-        default:
-            *++top = variables[step.variable];
-        }
-    }
-    return *top;
+    for (int i = 0; i < kWordsPerBlock; ++i)
+        result[i] = operation(left[i], right[i]);
 }
+
+/// Runs steps over a block of rows. An operand is not copied: the stack points at its values, and
+/// every place of the stack has room for one result.
+class Evaluator {
+public:
+    explicit Evaluator(const std::vector<Step>& steps)
+        : m_steps(steps)
+        , m_results(stackNeeded(steps))
+        , m_stack(m_results.size())
+    {
+    }
+
+    /// For steps that leave one value.
+    const Block& run(const std::vector<Block>& variables)
+    {
+        size_t depth = 0;
+        for (const Step& step : m_steps) {
+            if (step.symbol == 'A') {
+                m_stack[depth++] = &variables[size_t(step.variable)];
+                continue;
+            }
+            depth -= step.symbol == '!' ? 0 : 1;
+            apply(step.symbol, depth - 1);
+        }
+        return *m_stack[0];
+    }
+
+private:
+    void apply(char symbol, size_t place)
+    {
+        Block& result = m_results[place];
+        const Block& left = *m_stack[place];
+        if (symbol == '!')
+            combine(result, left, left, [](quint64 a, quint64) { return ~a; });
+        else if (symbol == '&')
+            combine(result, left, *m_stack[place + 1], std::bit_and<quint64>());
+        else if (symbol == '^')
+            combine(result, left, *m_stack[place + 1], std::bit_xor<quint64>());
+        else
+            combine(result, left, *m_stack[place + 1], std::bit_or<quint64>());
+        m_stack[place] = &result;
+    }
+
+    const std::vector<Step>& m_steps;
+    std::vector<Block> m_results;
+    std::vector<const Block*> m_stack;
+};
 
 /// Which variables every row takes as "0".
 std::vector<bool> forcedToZero(
@@ -111,22 +152,47 @@ std::vector<bool> forcedToZero(
     return forced;
 }
 
+/// The values of the variable that is bit `bit` of a row's number, in block number `block`.
+Block valuesOf(int bit, size_t block)
+{
+    Block values;
+    for (size_t i = 0; i < kWordsPerBlock; ++i) {
+        const size_t word = block * kWordsPerBlock + i;
+        const bool set = bit >= kVariablesPerWord && (word >> (bit - kVariablesPerWord)) & 1;
+        values[i] = bit < kVariablesPerWord ? kRowBits[bit] : set ? ~quint64(0) : 0;
+    }
+    return values;
+}
+
 std::vector<quint64> evaluateRows(
     const std::vector<Step>& steps, int variables, const std::vector<bool>& forced)
 {
     std::vector<quint64> words(std::max(1, (1 << variables) / kRowsPerWord));
-    std::vector<quint64> values(size_t(variables) + 1);
-    std::vector<quint64> stack(steps.size() + 1);
-    for (size_t word = 0; word < words.size(); ++word) {
+    std::vector<Block> values(size_t(variables), Block {});
+    Evaluator evaluator(steps);
+    for (size_t block = 0; block * kWordsPerBlock < words.size(); ++block) {
         for (int v = 0; v < variables; ++v) {
             const int bit = variables - 1 - v;
-            const bool set = bit >= kVariablesPerWord && (word >> (bit - kVariablesPerWord)) & 1;
-            const quint64 rows = bit < kVariablesPerWord ? kRowBits[bit] : set ? ~quint64(0) : 0;
-            values[size_t(v)] = forced[size_t(v)] ? 0 : rows;
+            if (!forced[size_t(v)] && (block == 0 || bit >= kVariablesPerBlock))
+                values[size_t(v)] = valuesOf(bit, block);
         }
-        words[word] = evaluate(steps, values.data(), stack);
+        const Block& result = evaluator.run(values);
+        const size_t first = block * kWordsPerBlock;
+        std::copy_n(result.begin(), std::min(words.size() - first, size_t(kWordsPerBlock)),
+            words.begin() + long(first));
     }
     return words;
+}
+
+/// Eight rows as text for each value of their byte, the first row in its lowest bit.
+std::vector<QString> byteTexts()
+{
+    std::vector<QString> texts(256, QString(8, '0'));
+    for (size_t byte = 0; byte < texts.size(); ++byte) {
+        for (int row = 0; row < 8; ++row)
+            texts[byte][row] = QLatin1Char((byte >> row) & 1 ? '1' : '0');
+    }
+    return texts;
 }
 
 int distinctLetters(const QByteArray& postfix)
@@ -142,24 +208,35 @@ TruthTable compileExpression(QString exp, const std::vector<bool>& enables)
 {
     exp.remove(' ').remove('\t');
     std::vector<bool> added = enables;
-    const QString asWritten = exp;
-    resetLogicExp(exp, added);
-    const QString letters = changeExpItem(exp);
-
     TruthTable table;
-    table.legal = isLegal(asWritten, letters);
-    const QByteArray infix = letters.toLatin1();
+    table.legal = isLegal(exp);
+    resetLogicExp(exp, added);
+    const QByteArray infix = changeExpItem(exp).toLatin1();
     QByteArray postfix(infix.size() + 1, '\0');
     translet(infix.constData(), postfix.data());
     postfix.truncate(int(std::strlen(postfix.constData())));
     table.variables = std::min(distinctLetters(postfix), 16);
 
     const std::vector<Step> steps = stepsOf(postfix);
-    table.defined = table.legal && leavesOneValue(steps);
+    table.defined = table.legal && stackNeeded(steps) > 0;
     if (table.defined)
         table.words
             = evaluateRows(steps, table.variables, forcedToZero(table.variables, enables, added));
     return table;
+}
+
+QString tableText(const TruthTable& table)
+{
+    constexpr int kRowsPerStep = 8;
+    static const std::vector<QString> texts = byteTexts();
+    QString text(table.rows(), 'x');
+    QChar* rows = text.data();
+    for (int row = 0; table.defined && row < table.rows(); row += kRowsPerStep) {
+        const quint64 word = table.words[size_t(row) / kRowsPerWord];
+        const QString& step = texts[(word >> (row % kRowsPerWord)) & 0xff];
+        std::copy_n(step.constData(), std::min(kRowsPerStep, table.rows() - row), rows + row);
+    }
+    return text;
 }
 
 QByteArray tableDigits(const TruthTable& table)
@@ -172,9 +249,10 @@ QByteArray tableDigits(const TruthTable& table)
     // One or two rows leave the upper bits of their digit clear.
     const quint64 mask = table.rows() < 4 ? (quint64(1) << table.rows()) - 1 : 0xf;
     QByteArray digits(table.rows() == 1 ? 0 : count, '0');
+    char* digit = digits.data() + digits.size();
     for (int i = 0; i < digits.size(); ++i) {
         const quint64 word = table.words[size_t(i) / kDigitsPerWord];
-        digits[count - 1 - i] = kDigits[(word >> (i % kDigitsPerWord * 4)) & mask];
+        *--digit = kDigits[(word >> (i % kDigitsPerWord * 4)) & mask];
     }
     return digits;
 }

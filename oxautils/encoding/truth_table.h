@@ -16,10 +16,12 @@ struct TruthTable {
     std::vector<quint64> words; ///< 64 rows each, row 0 in the lowest bit of the first
 
     int rows() const { return 1 << variables; }
-    bool row(int i) const { return (words[size_t(i) / 64] >> (i % 64)) & 1; }
 };
 
 TruthTable compileExpression(QString exp, const std::vector<bool>& enables);
+
+/// A character a row, row 0 first: "0", "1", or "x" in every row of a table that is not defined.
+QString tableText(const TruthTable& table);
 
 /// The table from the last row down to row 0 as hexadecimal digits, a single variable's padded to
 /// four rows. Empty when the rows are not defined.

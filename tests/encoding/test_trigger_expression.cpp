@@ -1,0 +1,299 @@
+#include "oxautils/encoding/trigger_expression.h"
+
+#include <QtTest>
+
+#include <cstring>
+#include <limits>
+#include <random>
+#include <stdexcept>
+
+using namespace OXA;
+
+namespace {
+
+std::vector<bool> enabled(const std::vector<int>& units)
+{
+    std::vector<bool> enables(16);
+    for (const int unit : units)
+        enables[size_t(unit)] = true;
+    return enables;
+}
+
+QByteArray postfixOf(const QByteArray& infix)
+{
+    QByteArray postfix(infix.size() + 1, '#');
+    translet(infix, postfix.data());
+    return postfix.data();
+}
+
+// The table as its definition has it: each row by itself.
+QString rowByRow(QString exp, const std::vector<bool>& enables)
+{
+    std::vector<bool> added = enables;
+    resetLogicExp(exp, added);
+    const QByteArray postfix = postfixOf(changeExpItem(exp).toLatin1());
+    QByteArray operands(postfix.size() + 1, '\0');
+    getOperand(postfix, operands.data());
+    sort(operands.data());
+    const int count = int(std::strlen(operands));
+    QString rows;
+    for (int k = 0; k < 1 << count; ++k) {
+        char digits[33];
+        itoa(k, digits, 2);
+        QByteArray bits = QByteArray(digits).rightJustified(count, '0');
+        resetBitDataIn(bits.data(), enables, added);
+        rows += calcuate(postfix, operands, bits);
+    }
+    return rows;
+}
+
+QString randomText(std::mt19937& random, int units)
+{
+    static const char* const kSymbols[] = {"!", "&", "^", "|", "|", "^", "(", ")"};
+    const auto unit = [&] { return QString("M%1").arg(random() % unsigned(units)); };
+    QString text;
+    for (int left = int(random() % 90); left > 0; --left)
+        text += random() % 2 ? unit() : QString(kSymbols[random() % std::size(kSymbols)]);
+    return text;
+}
+
+// One that has a value, unless it is so long that its end is not evaluated.
+QString randomExpression(std::mt19937& random, int units, int leaves)
+{
+    if (leaves <= 1)
+        return QString(random() % 6 ? "M%1" : "!M%1").arg(random() % unsigned(units));
+    const int left = 1 + int(random() % unsigned(leaves - 1));
+    const QString text = randomExpression(random, units, left) + QChar("&^|||"[random() % 5])
+        + randomExpression(random, units, leaves - left);
+    return random() % 4 ? text : '(' + text + ')';
+}
+
+struct TableRow {
+    const char* what;
+    const char* expression;
+    std::vector<int> enables;
+    const char* table;
+};
+
+const TableRow kTables[] = {
+    {"one unit",                      "M0",           {0},          "01"              },
+    {"not",                           "!M0",          {0},          "10"              },
+    {"lowest unit at bit 0",          "M0&!M9",       {0, 9},       "0100"            },
+    {"units not named do not matter", "M0&M1",        {0, 1, 2},    "00010001"        },
+    {"precedence",                    "M3|M2^M1&!M0", {0, 1, 2, 3}, "0010110111111111"},
+    {"parentheses",                   "(M2|M1)&M0",   {0, 1, 2},    "00010101"        },
+    {"M1 counts as named with M10",   "M10",          {1, 10},      "01"              },
+    {"and M0 then takes its bit",     "M10",          {0, 1, 10},   "0111"            },
+    {"a disabled unit takes a bit",   "M5",           {0},          "0101"            },
+    {"blanks",                        " M0 &\tM1 ",   {0, 1},       "0001"            },
+    {"nothing named",                 "",             {},           "x"               },
+    {"nothing but what is added",     "",             {3},          "xx"              },
+    {"twice not takes a value early", "!!M0",         {0},          "xx"              },
+    {"twice not with parentheses",    "!(!M0)",       {0},          "01"              },
+    {"no operator",                   "M0M1",         {0, 1},       "xxxx"            },
+    {"no operand",                    "M0&",          {0},          "xx"              },
+    {"doubled operator",              "M0&&M1",       {0, 1},       "xxxx"            },
+    {"open parentheses",              "((M0|M1",      {0, 1},       "0111"            },
+    {"closed ones too many",          "M0)))|M1",     {0, 1},       "0111"            },
+    {"a unit that is not there",      "M16",          {1},          "xx"              },
+    {"a name cut short",              "M&M0",         {0},          "xxxx"            },
+    {"a letter of its own",           "A&M0",         {0},          "xx"              },
+    {"another operator",              "M0+M0*M0",     {0},          "xx"              },
+    {"beyond 8 bits",                 u8"M0\u2227M0", {0},          "xx"              },
+};
+
+}
+
+class TestTriggerExpression : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tables();
+    void sixteenUnits();
+    void equalToRowByRow();
+    void longText();
+    void namesBecomeLetters();
+    void postfix();
+    void oneRow();
+    void rawBuffers();
+    void parameterLines();
+    void illegalTextIsReportedOnce();
+};
+
+void TestTriggerExpression::tables()
+{
+    for (const TableRow& row : kTables) {
+        const QString table = logicTruthTable(row.expression, enabled(row.enables));
+        QVERIFY2(table == row.table, qPrintable(QString(row.what) + ": " + table));
+    }
+    QVERIFY_EXCEPTION_THROWN(logicTruthTable("M0", std::vector<bool>(15)), std::out_of_range);
+}
+
+void TestTriggerExpression::sixteenUnits()
+{
+    QStringList units;
+    for (int i = 0; i < 16; ++i)
+        units += QString("M%1").arg(i);
+    const std::vector<bool> all(16, true);
+    QCOMPARE(logicTruthTable(units.join('&'), all), QString(65535, '0') + '1');
+
+    std::vector<bool> most = all; // M1 would count as named with M10, and not be added
+    most[1] = false;
+    QCOMPARE(logicTruthTable("M9", most), (QString(256, '0') + QString(256, '1')).repeated(64));
+}
+
+void TestTriggerExpression::equalToRowByRow()
+{
+    std::mt19937 random(20261121);
+    int beyondReach = 0; // of the ones with a value, those that the position rule may have touched
+    for (int i = 0; i < 3000; ++i) {
+        const int units = i % 100 == 0 ? 16 : 1 + int(random() % 6);
+        const QString exp = i % 3 ? randomExpression(random, units, 1 + int(random() % 40))
+                                  : randomText(random, units);
+        std::vector<bool> enables(16);
+        for (size_t unit = 0; unit < enables.size(); ++unit)
+            enables[unit] = random() % 8 == 0;
+        const QString table = logicTruthTable(exp, enables);
+        QVERIFY2(table == rowByRow(exp, enables), qPrintable(exp));
+        beyondReach += exp.size() > 70 && !table.startsWith('x');
+    }
+    QVERIFY(beyondReach > 50);
+}
+
+void TestTriggerExpression::longText()
+{
+    // 17 operands and 16 operators fill 33 places. The next symbol ends the replacement, so that M1
+    // behind it is no value.
+    const QString chain = QString("M0|").repeated(16) + "M0";
+    QCOMPARE(logicTruthTable('(' + chain + ")!)M1", enabled({0, 1})), QString("1010"));
+
+    const QString nots = QString("!(").repeated(50000) + "M0";
+    QCOMPARE(logicTruthTable(nots, enabled({0})), QString("01"));
+    QCOMPARE(logicTruthTable(QString("M0|").repeated(50000) + "M0", enabled({0})), QString("xx"));
+}
+
+void TestTriggerExpression::namesBecomeLetters()
+{
+    QString exp = "M0&M10";
+    std::vector<bool> enables = enabled({0, 1, 3, 12});
+    resetLogicExp(exp, enables);
+    QCOMPARE(exp, QString("M0&M10|M12|M3"));
+    QCOMPARE(enables, enabled({3, 12}));
+    QCOMPARE(changeExpItem(exp), QString("D&B|A|C"));
+
+    char bits[] = "1111"; // of M12, M3, M1 and M0
+    resetBitDataIn(bits, enabled({0, 1, 3, 12}), enables);
+    QCOMPARE(bits, "0011");
+}
+
+void TestTriggerExpression::postfix()
+{
+    const QList<QPair<QByteArray, QByteArray>> rows = {
+        {"A&(B|!D)", "ABD!|&" },
+        {"A|B&D",    "ABD&|"  },
+        {"A^B|C^D",  "AB^CD^|"},
+        {"A|B|C",    "AB|C|"  },
+        {"!!A",      "!A!"    },
+        {"((A",      "A(("    },
+        {"A)&B",     "AB&)"   },
+        {"(A|B))&C", "AB|C&)" },
+        {"A&B)))|C", "AB&)C|" },
+        {"A+B*C",    "AB+C*"  },
+        {"",         ""       },
+    };
+    for (const auto& row : rows)
+        QCOMPARE(postfixOf(row.first), row.second);
+}
+
+void TestTriggerExpression::oneRow()
+{
+    QCOMPARE(calcuate("ABD!|&", "ABD", "10.0"), '1');
+    QCOMPARE(calcuate("BA^", "AB", "11"), '0');
+    QCOMPARE(calcuate("AB", "AB", "11"), 'x');
+    QCOMPARE(calcuate("A&", "A", "1"), 'x');
+    QCOMPARE(calcuate("A!B&!", "AB", "01"), '0');
+    QCOMPARE(calcuate("", "", ""), 'x');
+    QCOMPARE(calcuate("AB|", "A", "11"), 'x'); // a letter that is no operand is no value
+    QCOMPARE(calcuate("AZ|", "AZ", "1"), 'x'); // nor is one without a bit
+    // "(" holds its place up to 39; from there on letters stay what they are.
+    QCOMPARE(calcuate(QByteArray(40, '(') + "A", "A", "1"), '1');
+    QCOMPARE(calcuate(QByteArray(41, '(') + "A", "A", "1"), 'x');
+}
+
+void TestTriggerExpression::rawBuffers()
+{
+    const QList<std::tuple<int, int, const char*>> numbers = {
+        {0,                               2,  "0"          },
+        {10,                              2,  "1010"       },
+        {-255,                            10, "-255"       },
+        {48879,                           16, "BEEF"       },
+        {-1,                              16, "FFFFFFFF"   },
+        {std::numeric_limits<int>::min(), 10, "-2147483648"},
+        {5,                               1,  ""           }
+    };
+    for (const auto& [value, radix, text] : numbers) {
+        char buffer[34];
+        OXA::itoa(value, buffer, radix);
+        QCOMPARE(buffer, text);
+    }
+    char operands[8];
+    getOperand("CAB&C|!a", operands);
+    QCOMPARE(operands, "CAB");
+    OXA::sort(operands);
+    QCOMPARE(operands, "ABC");
+
+    char row[] = "11\0safe"; // more units than the row has bits
+    resetBitDataIn(row, std::vector<bool>(16, true), std::vector<bool>(16, true));
+    QCOMPARE(QByteArray(row, 7), QByteArray("00\0safe", 7));
+}
+
+void TestTriggerExpression::parameterLines()
+{
+    AoCore core(0);
+    const auto lines = [&core] {
+        QString text;
+        QTextStream out(&text);
+        generateExpression(&core, out);
+        out.flush();
+        return text.split('\n');
+    };
+    for (const int unit : {0, 1, 2})
+        core.matchUnit(unit)->enabled = true;
+    core.expressions = QStringList {"M0&M1", "!M2", "M0&", "M3"};
+    QCOMPARE(lines(), QStringList("")); // static ones are not tables
+
+    core.expressionType = 1;
+    QCOMPARE(lines().mid(0, 5),
+        QStringList({"parameter EXPRESSION0_INIT = 8'h88;", "parameter EXPRESSION1_INIT = 8'h0f;",
+            "parameter EXPRESSION2_INIT = 8'h;", "parameter EXPRESSION3_INIT = 16'haaaa;",
+            "parameter EXPRESSION4_INIT = 16'h0000;"}));
+    QCOMPARE(lines().mid(15), QStringList({"parameter EXPRESSION15_INIT = 16'h0000;", ""}));
+
+    core.matchUnit(1)->enabled = core.matchUnit(2)->enabled = false;
+    core.expressions.clear();
+    for (int i = 0; i < 18; ++i)
+        core.expressions += i % 2 ? "!M0" : "M0";
+    QCOMPARE(lines().mid(16),
+        QStringList(
+            {"parameter EXPRESSION16_INIT = 4'h2;", "parameter EXPRESSION17_INIT = 4'h1;", ""}));
+}
+
+void TestTriggerExpression::illegalTextIsReportedOnce()
+{
+    AoCore core(6);
+    core.expressionType = 1;
+    core.matchUnit(0)->enabled = true;
+    core.expressions = QStringList {"M0 | M0", "M0 or %1"};
+    QTest::ignoreMessage(QtCriticalMsg,
+        "core 6: expression 1 \"M0 or %1\" holds more than unit names, the operators ! & ^ | and "
+        "parentheses");
+    QString text;
+    QTextStream out(&text);
+    generateExpression(&core, out);
+    out.flush();
+    QVERIFY(text.startsWith("parameter EXPRESSION0_INIT = 4'h2;\nparameter EXPRESSION1_INIT = "));
+    QVERIFY(text.contains("'h;\nparameter EXPRESSION2_INIT = 16'h0000;\n"));
+}
+
+QTEST_GUILESS_MAIN(TestTriggerExpression)
+#include "test_trigger_expression.moc"
