@@ -1,0 +1,84 @@
+// Any file through everything that reads configurations. What a reader accepts must come back from
+// the file that the writer makes of it.
+#include "fuzz_support.h"
+
+#include "oxautils/config/checksum.h"
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/oxa_mode.h"
+#include "oxautils/config/standard_config.h"
+#include "oxautils/config/version.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// Control characters cannot be written in XML, so a text that got some by reference is not kept.
+bool isWritable(const QByteArray& text)
+{
+    for (const char c : text) {
+        if (uchar(c) < 0x20 && c != '\n' && c != '\t')
+            return false;
+    }
+    return !text.contains("\xef\xbf\xbe") && !text.contains("\xef\xbf\xbf");
+}
+
+template <typename Core, typename Write, typename Read>
+void roundTrip(const QList<Core*>& cores, const Write& write, const Read& read)
+{
+    static const QTemporaryDir directory("/dev/shm/fuzzXXXXXX");
+    const QString first = directory.filePath("first");
+    const QString second = directory.filePath("second");
+    write(cores, first);
+    if (!isWritable(bytesOf(first)))
+        return;
+    bool ok = false;
+    const QList<Core*> again = read(first, &ok, nullptr);
+    require(ok, "what was written can be read");
+    require(again.size() == cores.size(), "no core is lost");
+    require(OXA::readOXACRCForXml(first) == OXA::computeOXACRCForXml(first)
+            || OXA::computeOXACRCForXml(first).isEmpty(),
+        "the checksum is that of the content");
+    write(again, second);
+    QList<Core*> third = read(second, &ok, nullptr);
+    write(third, first);
+    require(bytesOf(first) == bytesOf(second), "reading and writing settles");
+    qDeleteAll(again);
+    qDeleteAll(third);
+}
+
+}
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    silenceLog();
+    const MemoryFile file(data, size);
+    const QString path = file.path();
+    OXA::oxaModeFromOxaConfigFile(path);
+    OXA::checkOXAStandardFile(path);
+    OXA::checkOXALiteFile(path);
+    OXA::computeOXACRCForXml(path);
+
+    bool ok = false;
+    QString error;
+    const QList<OXA::AoCore*> cores = OXA::readOXAConfigFromXml(path, &ok, &error);
+    require(ok || (cores.isEmpty() && !error.isEmpty()), "a failure says why");
+    if (!cores.isEmpty())
+        roundTrip(cores, OXA::writeOXAConfigToXml, OXA::readOXAConfigFromXml);
+    qDeleteAll(cores);
+    try {
+        const QList<OXA::AOCore_Lite*> lite = OXA::readOXAConfigFromXml_Lite(path, &ok, &error);
+        require(ok || (lite.isEmpty() && !error.isEmpty()), "a failure says why");
+        if (!lite.isEmpty())
+            roundTrip(lite, OXA::writeOXAConfigToXml_Lite, OXA::readOXAConfigFromXml_Lite);
+        qDeleteAll(lite);
+    } catch (const OXA::CompareException&) {
+    }
+    return 0;
+}
