@@ -1,3 +1,4 @@
+#include "capture/remote_bitbang_link.h"
 #include "support/files.h"
 
 #include <QDeadlineTimer>
@@ -6,8 +7,11 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+using namespace OXA_CAPTURE;
+
 namespace {
 
+constexpr int kIrEr1 = 8;
 constexpr int kPatience = 20000; // ms, for what takes a moment
 const QString kModels = OXA_BINARY_DIR "/share/oxautils/sim";
 const QString kModules = OXA_BINARY_DIR "/lib/oxautils";
@@ -30,7 +34,8 @@ private:
     void start(QProcess& vvp, const QStringList& options);
     void connectTo(QLocalSocket& socket, const QString& name);
     QByteArray ask(QLocalSocket& socket, const QByteArray& question);
-    QByteArray scan(QLocalSocket& socket, int bits, quint32 value);
+    void connectLink(RemoteBitbangLink& link, const QString& name);
+    quint64 scan(RemoteBitbangLink& link, int width, quint64 value);
     QByteArray openocd(const QString& port, const QStringList& commands);
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
@@ -103,21 +108,19 @@ void TestSimulatedTarget::openocdScans()
     vvp.waitForFinished();
 }
 
-// The scan's bits through the pads, from and to Run-Test/Idle; what came out, first bit first.
-QByteArray TestSimulatedTarget::scan(QLocalSocket& socket, int bits, quint32 value)
+// A link that waits until the target listens.
+void TestSimulatedTarget::connectLink(RemoteBitbangLink& link, const QString& name)
 {
-    QByteArray sent = "260404";
-    for (int bit = 0; bit < bits; ++bit) {
-        const char pads = char('0' + (bit == bits - 1 ? 2 : 0) + (value >> bit & 1));
-        sent += pads;
-        sent += 'R';
-        sent += char(pads + 4);
-    }
-    socket.write(sent + "2604");
-    QByteArray answer;
-    while (answer.size() < bits && socket.waitForReadyRead(kPatience))
-        answer += socket.readAll();
-    return answer;
+    const QDeadlineTimer deadline(kPatience);
+    while (!link.connectTo("unix:" + path(name)) && !deadline.hasExpired())
+        QTest::qSleep(5);
+    QVERIFY2(link.reset(), qPrintable(link.error()));
+}
+
+quint64 TestSimulatedTarget::scan(RemoteBitbangLink& link, int width, quint64 value)
+{
+    BitString in;
+    return link.scanDr(BitString(value, width), &in) ? in.number(0, width) : ~quint64(0);
 }
 
 void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
@@ -136,12 +139,17 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
         QVERIFY(second.waitForDisconnected(kPatience)); // one at a time
         first.abort();
     }
-    QLocalSocket next;
-    connectTo(next, "lost");
-    next.write("262626262604");
-    QCOMPARE(scan(next, 32, 0), QByteArray("10111111111101010000010100001000"));
+    RemoteBitbangLink next;
+    connectLink(next, "lost");
+    QCOMPARE(scan(next, 40, 0xab), quint64(0xab10a0affd)); // what goes in follows the code
+    QVERIFY(next.scanIr(BitString(kIrEr1, 5)));
+    scan(next, 8, 0x3c);
+    QCOMPARE(scan(next, 8, 0), quint64(0x3c));
     vvp.kill();
     vvp.waitForFinished();
+    BitString in;
+    QVERIFY(!next.scanDr(BitString(0, 64), &in));
+    QVERIFY2(next.error().startsWith("JTAG: "), qPrintable(next.error()));
 }
 
 void TestSimulatedTarget::stimulusRuns()
@@ -152,24 +160,24 @@ void TestSimulatedTarget::stimulusRuns()
         {"+oxa_jtag=unix:" + path("jtag"), "+oxa_control=unix:" + path("control"),
             "+oxa_stimulus=" + path("stimulus")});
     QLocalSocket control;
-    QLocalSocket jtag;
+    RemoteBitbangLink jtag;
     connectTo(control, "control");
-    connectTo(jtag, "jtag");
-    jtag.write("26262626260426260404"
-               "04040415262604"); // to ER1's code, 0b01000
+    connectLink(jtag, "jtag");
+    QVERIFY(jtag.scanIr(BitString(kIrEr1, 5)));
     const struct {
-        const char *command, *answer, *captured;
+        const char *command, *answer;
+        quint64 captured;
     } rows[] = {
-        {"run 0",  "ran 0",                 "00000000"},
-        {"run 2",  "ran 2",                 "10001000"},
-        {"walk 3", "error no such command", "10001000"},
-        {"run 3x", "error no such command", "10001000"},
-        {"run 3",  "ran 3",                 "00100010"},
-        {"run 10", "ran 1",                 "00010001"},
+        {"run 0",  "ran 0",                 0x00},
+        {"run 2",  "ran 2",                 0x11},
+        {"walk 3", "error no such command", 0x11},
+        {"run 3x", "error no such command", 0x11},
+        {"run 3",  "ran 3",                 0x44},
+        {"run 10", "ran 1",                 0x88},
     };
     for (const auto& row : rows) {
         QCOMPARE(ask(control, row.command), QByteArray(row.answer));
-        QCOMPARE(scan(jtag, 8, 0), QByteArray(row.captured));
+        QCOMPARE(scan(jtag, 8, 0), row.captured);
     }
     control.abort();
     QVERIFY(vvp.waitForFinished(kPatience));

@@ -1,0 +1,130 @@
+#include "simulated_target.h"
+
+#include "oxautils/generate/oxa_prepare.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QThread>
+
+namespace {
+
+constexpr int kStartTimeout = 20000; // ms until the simulator listens
+constexpr int kPlayTimeout = 60000; // ms for one order to play
+constexpr int kCompileTimeout = 600000; // ms
+constexpr int kStopTimeout = 5000; // ms
+
+QString installed(const QString& path)
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../" + path);
+}
+
+bool writeText(const QString& path, const QByteArray& text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
+}
+
+}
+
+SimulatedTarget::~SimulatedTarget()
+{
+    if (m_vvp.state() == QProcess::NotRunning)
+        return;
+    m_vvp.kill();
+    m_vvp.waitForFinished(kStopTimeout);
+}
+
+bool SimulatedTarget::fail(const QString& error)
+{
+    m_error = error;
+    return false;
+}
+
+bool SimulatedTarget::build(
+    const Design& design, const StimulusPorts& ports, const std::vector<bool>& clockLevels)
+{
+    m_workDir = design.workDir;
+    const QString bench = m_workDir + "/testbench.v";
+    QStringList sources;
+    if (!generate(design, sources))
+        return false;
+    if (!writeText(bench, testbench(ports, clockLevels)))
+        return fail(bench + ": cannot be written");
+    return compile(QStringList {"-g2005", "-s", "oxa_testbench", "-o", m_workDir + "/target.vvp",
+                       "-y", installed("share/oxautils/sim")}
+        + sources + QStringList {bench});
+}
+
+bool SimulatedTarget::generate(const Design& design, QStringList& sources)
+{
+    OXA::OxaPrepare prepared;
+    if (prepared.prepare(design.arg) != 1)
+        return fail("the Verilog could not be generated");
+    if (!design.netlist.isEmpty()) {
+        sources = QStringList {"-y", installed("share/oxautils/cells"), design.netlist};
+        return true;
+    }
+    for (const QString& path : qAsConst(prepared.includePaths))
+        sources += "-I" + path;
+    sources += prepared.files;
+    return true;
+}
+
+bool SimulatedTarget::compile(const QStringList& arguments)
+{
+    QProcess iverilog;
+    iverilog.setProcessChannelMode(QProcess::MergedChannels);
+    iverilog.start("iverilog", arguments);
+    if (!iverilog.waitForStarted())
+        return fail("iverilog does not start (package iverilog): " + iverilog.errorString());
+    if (!iverilog.waitForFinished(kCompileTimeout))
+        return fail("iverilog did not end: " + iverilog.errorString());
+    const QString log = QString::fromLocal8Bit(iverilog.readAll()).trimmed();
+    return (iverilog.exitStatus() == QProcess::NormalExit && iverilog.exitCode() == 0)
+        || fail("iverilog does not accept the Verilog:\n" + log);
+}
+
+bool SimulatedTarget::start(const QString& stimulus)
+{
+    m_vvp.setProcessChannelMode(QProcess::MergedChannels);
+    m_vvp.setStandardOutputFile(m_workDir + "/vvp.log");
+    m_vvp.start("vvp",
+        {"-n", "-M", installed(OXA_LIBDIR "/oxautils"), "-m", "oxa_target",
+            m_workDir + "/target.vvp", "+oxa_jtag=unix:" + m_sockets.filePath("jtag"),
+            "+oxa_control=unix:" + m_sockets.filePath("control"), "+oxa_stimulus=" + stimulus});
+    if (!m_vvp.waitForStarted())
+        return fail("vvp does not start (package iverilog): " + m_vvp.errorString());
+    return connectTo("jtag", [this](const QString& at) { return m_jtag.connectTo(at); })
+        && connectTo("control", [this](const QString& at) { return m_control.connectTo(at); });
+}
+
+bool SimulatedTarget::connectTo(
+    const QString& name, const std::function<bool(const QString&)>& connect)
+{
+    const QDeadlineTimer deadline(kStartTimeout);
+    while (!connect("unix:" + m_sockets.filePath(name))) {
+        if (m_vvp.waitForFinished(10) || deadline.hasExpired())
+            return fail("the simulator does not run: " + lastWords());
+    }
+    return true;
+}
+
+bool SimulatedTarget::play(qint64 steps)
+{
+    QByteArray answer;
+    const auto isWhole = [](const QByteArray& so) { return so.endsWith('\n'); };
+    const QByteArray count = QByteArray::number(steps);
+    if (!m_control.exchange("run " + count + '\n', isWhole, answer, kPlayTimeout))
+        return fail("the simulator stopped: " + m_control.error() + lastWords());
+    return answer == "ran " + count + '\n'
+        || fail("the simulator did not play the waveform: " + QString(answer).trimmed());
+}
+
+QString SimulatedTarget::lastWords()
+{
+    QFile log(m_workDir + "/vvp.log");
+    return log.open(QIODevice::ReadOnly)
+        ? QString::fromLocal8Bit(log.readAll().right(500)).trimmed()
+        : QString();
+}

@@ -1,0 +1,56 @@
+#ifndef APPS_OXA_SIMULATED_TARGET_H
+#define APPS_OXA_SIMULATED_TARGET_H
+
+#include "stimulus_file.h"
+
+#include "capture/remote_bitbang_link.h"
+#include "oxautils/generate/oxa_arg.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+/// A generated analyzer in Icarus, with a waveform at its ports and its JTAG pads behind a socket.
+///
+/// It stands still until it is played or its pads are driven, and ends with this object.
+class SimulatedTarget {
+public:
+    /// What it is built from.
+    struct Design {
+        OXA::OxaArg arg; ///< of the generation; the work directory is emptied
+        QString netlist; ///< takes the place of the generated Verilog; may be empty
+        QString workDir; ///< where everything but the generated files goes
+    };
+
+    ~SimulatedTarget();
+
+    /// Generates and compiles.
+    bool build(
+        const Design& design, const StimulusPorts& ports, const std::vector<bool>& clockLevels);
+
+    /// Starts it, with the stimulus file's steps to be played.
+    bool start(const QString& stimulus);
+
+    /// Plays the next `steps` steps.
+    bool play(qint64 steps);
+
+    OXA_CAPTURE::JtagLink& jtag() { return m_jtag; }
+
+    /// Why the last call failed.
+    const QString& error() const { return m_error; }
+
+private:
+    bool fail(const QString& error);
+    bool generate(const Design& design, QStringList& sources);
+    bool compile(const QStringList& arguments);
+    bool connectTo(const QString& name, const std::function<bool(const QString&)>& connect);
+    QString lastWords();
+
+    QString m_workDir;
+    QTemporaryDir m_sockets;
+    QProcess m_vvp;
+    OXA_CAPTURE::RemoteBitbangLink m_jtag;
+    OXA_CAPTURE::StreamSocket m_control;
+    QString m_error;
+};
+
+#endif

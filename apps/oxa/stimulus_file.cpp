@@ -1,0 +1,204 @@
+#include "stimulus_file.h"
+
+#include "oxautils/generate/standard_files.h"
+
+#include <QFile>
+#include <QHash>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr char kHead[] = R"(module oxa_testbench;
+    reg tck = 0, tms = 0, tdi = 0;
+    wire tdo;
+)";
+
+constexpr char kTail[] = R"(        .tms_pad_i(tms),
+        .tck_pad_i(tck),
+        .tdi_pad_i(tdi),
+        .tdo_pad_o(tdo)
+    );
+
+    initial $oxa_target(tck, tms, tdi, tdo, values, clocks);
+endmodule
+)";
+
+constexpr int kFlushAt = 1 << 20; // bytes
+
+/// A number of many bits that prints in hexadecimal.
+class HexNumber {
+public:
+    explicit HexNumber(int bits)
+        : m_digits((bits + 3) / 4, '0')
+    {
+    }
+
+    void set(int bit, bool value)
+    {
+        char& digit = m_digits.data()[m_digits.size() - 1 - bit / 4];
+        const int old = digit <= '9' ? digit - '0' : digit - 'a' + 10;
+        const int now = value ? old | 1 << bit % 4 : old & ~(1 << bit % 4);
+        digit = "0123456789abcdef"[now];
+    }
+
+    const QByteArray& digits() const { return m_digits; }
+
+private:
+    QByteArray m_digits;
+};
+
+/// Plays the waveform: follows the clocks' edges, and puts every core's sample at the ports before
+/// the edge that takes it.
+class Player {
+public:
+    Player(const StimulusPorts& ports, const SampledWaveform& waveform,
+        const std::vector<SampleRequest>& requests);
+
+    /// The steps' lines for `periods` of all clocks.
+    QByteArray idle(int periods);
+    /// Line by line; empty at the end.
+    QByteArray next();
+
+    qint64 steps() const { return m_steps; }
+
+private:
+    struct CorePort {
+        int field;
+        int place; // of the field
+        int bit; // of the ports' values
+    };
+
+    void showSample(size_t core, qint64 sample);
+    void changeClock(int clock, bool level);
+    QByteArray line();
+
+    const SampledWaveform& m_waveform;
+    const std::vector<SampleRequest>& m_requests;
+    std::vector<std::vector<CorePort>> m_corePorts;
+    std::vector<qint64> m_nextSamples;
+    HexNumber m_values;
+    QByteArray m_shownValues;
+    HexNumber m_clocks;
+    std::vector<bool> m_levels;
+    size_t m_edge = 0;
+    qint64 m_steps = 0;
+};
+
+Player::Player(const StimulusPorts& ports, const SampledWaveform& waveform,
+    const std::vector<SampleRequest>& requests)
+    : m_waveform(waveform)
+    , m_requests(requests)
+    , m_nextSamples(requests.size())
+    , m_values(ports.values.size())
+    , m_clocks(ports.clocks.size())
+    , m_levels(waveform.firstLevels)
+{
+    QHash<QString, int> bits;
+    for (int i = 0; i < ports.values.size(); ++i)
+        bits.insert(ports.values.at(i), ports.values.size() - 1 - i);
+    for (size_t core = 0; core < requests.size(); ++core) {
+        m_corePorts.emplace_back();
+        for (size_t field = 0; field < requests[core].fields.size(); ++field) {
+            const QStringList& names = requests[core].fields[field];
+            for (int place = 0; place < names.size(); ++place)
+                m_corePorts[core].push_back({int(field), place, bits.value(names.at(place))});
+        }
+        showSample(core, 0);
+    }
+    for (size_t clock = 0; clock < m_levels.size(); ++clock)
+        m_clocks.set(int(clock), m_levels[clock]);
+}
+
+void Player::showSample(size_t core, qint64 sample)
+{
+    for (const CorePort& port : m_corePorts[core])
+        m_values.set(
+            port.bit, m_waveform.cores[core].bit(sample, port.field, port.place) == Logic::One);
+}
+
+void Player::changeClock(int clock, bool level)
+{
+    m_levels[size_t(clock)] = level;
+    m_clocks.set(clock, level);
+    for (size_t core = 0; core < m_requests.size(); ++core) {
+        const SampleRequest& request = m_requests[core];
+        if (m_waveform.clocks.at(clock) == request.clock && level != request.fallingEdge)
+            showSample(core, m_nextSamples[core]++);
+    }
+}
+
+QByteArray Player::line()
+{
+    ++m_steps;
+    const bool changed = m_shownValues != m_values.digits();
+    m_shownValues = m_values.digits();
+    return (changed ? m_shownValues : "-") + ' ' + m_clocks.digits() + '\n';
+}
+
+QByteArray Player::idle(int periods)
+{
+    QByteArray lines;
+    for (int change = 0; change < 2 * periods; ++change) {
+        for (size_t clock = 0; clock < m_levels.size(); ++clock) {
+            m_levels[clock] = !m_levels[clock];
+            m_clocks.set(int(clock), m_levels[clock]);
+        }
+        lines += line();
+    }
+    return lines;
+}
+
+QByteArray Player::next()
+{
+    const std::vector<ClockEdge>& edges = m_waveform.edges;
+    if (m_edge == edges.size())
+        return {};
+    do {
+        changeClock(edges[m_edge].clock, edges[m_edge].level);
+        ++m_edge;
+    } while (m_edge < edges.size() && edges[m_edge].sameTime);
+    return line();
+}
+
+}
+
+QByteArray testbench(const StimulusPorts& ports, const std::vector<bool>& clockLevels)
+{
+    QString text = kHead;
+    text += QString("    reg [%1:0] values = 0;\n").arg(ports.values.size() - 1);
+    QString levels;
+    for (const bool level : clockLevels)
+        levels.prepend(level ? '1' : '0');
+    text += QString("    reg [%1:0] clocks = %2'b%3;\n\n    qx_oxa u_qx_oxa (\n")
+                .arg(QString::number(ports.clocks.size() - 1), QString::number(levels.size()),
+                    levels);
+    for (int i = 0; i < ports.values.size(); ++i)
+        text += QString("        .%1(values[%2]),\n")
+                    .arg(OXA::escapedSignalName(ports.values.at(i)),
+                        QString::number(ports.values.size() - 1 - i));
+    for (int i = 0; i < ports.clocks.size(); ++i)
+        text += QString("        .%1(clocks[%2]),\n")
+                    .arg(OXA::escapedSignalName(ports.clocks.at(i)), QString::number(i));
+    return (text + kTail).toUtf8();
+}
+
+qint64 writeStimulus(const QString& path, const StimulusPorts& ports, const StimulusPlan& plan,
+    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error)
+{
+    QFile file(path);
+    Player player(ports, waveform, requests);
+    bool ok = file.open(QIODevice::WriteOnly);
+    QByteArray text = player.idle(plan.leadIn);
+    for (QByteArray line = player.next(); ok && !line.isEmpty(); line = player.next()) {
+        text += line;
+        if (text.size() < kFlushAt)
+            continue;
+        ok = file.write(text) == text.size();
+        text.clear();
+    }
+    text += player.idle(plan.leadOut);
+    ok = ok && file.write(text) == text.size() && file.flush();
+    error = path + ": cannot be written: " + file.errorString();
+    return ok ? player.steps() : -1;
+}

@@ -1,0 +1,31 @@
+#ifndef APPS_OXA_STIMULUS_FILE_H
+#define APPS_OXA_STIMULUS_FILE_H
+
+#include "capture/waveform_sampler.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+/// The ports of a generated wrapper, as a simulation drives them.
+struct StimulusPorts {
+    QStringList values; ///< data and trigger signals, the first the most significant
+    QStringList clocks; ///< sample clocks, the first the least significant
+};
+
+/// What is played into the ports: lines for the simulated target, one a change of clocks.
+struct StimulusPlan {
+    int leadIn = 0; ///< periods of all clocks before the waveform, with its first sample's values
+    int leadOut = 0; ///< periods of all clocks behind the waveform, with its last sample's values
+};
+
+/// The module that puts the wrapper qx_oxa between the ports and the target's clients.
+QByteArray testbench(const StimulusPorts& ports, const std::vector<bool>& clockLevels);
+
+/// Writes the waveform's steps to the file `path`: before every change of clocks the values that
+/// the cores sample at it. `clocks` of the waveform and of the ports are the same. Unknown values
+/// are 0. The number of steps, lead-in and lead-out included; -1, with `error`, when it fails.
+qint64 writeStimulus(const QString& path, const StimulusPorts& ports, const StimulusPlan& plan,
+    const OXA_CAPTURE::SampledWaveform& waveform,
+    const std::vector<OXA_CAPTURE::SampleRequest>& requests, QString& error);
+
+#endif

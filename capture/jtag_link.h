@@ -1,0 +1,36 @@
+#ifndef CAPTURE_JTAG_LINK_H
+#define CAPTURE_JTAG_LINK_H
+
+#include "capture/bit_string.h"
+
+#include <QString>
+
+namespace OXA_CAPTURE {
+
+/// A way to a device's test access port. Every call begins and ends in Run-Test/Idle.
+class OXACAPTURE_EXPORT JtagLink {
+public:
+    virtual ~JtagLink();
+
+    /// Through Test-Logic-Reset.
+    virtual bool reset() = 0;
+
+    /// Loads an instruction.
+    virtual bool scanIr(const BitString& out) = 0;
+
+    /// Shifts `out` through the data register; what came out goes to `in`, unless that is null.
+    virtual bool scanDr(const BitString& out, BitString* in) = 0;
+
+    /// Why the last call failed.
+    const QString& error() const { return m_error; }
+
+protected:
+    bool fail(const QString& error);
+
+private:
+    QString m_error;
+};
+
+}
+
+#endif

@@ -1,0 +1,28 @@
+#ifndef CAPTURE_REMOTE_BITBANG_LINK_H
+#define CAPTURE_REMOTE_BITBANG_LINK_H
+
+#include "capture/jtag_link.h"
+#include "capture/stream_socket.h"
+
+namespace OXA_CAPTURE {
+
+/// The pads of one device, driven in OpenOCD's remote_bitbang protocol.
+class OXACAPTURE_EXPORT RemoteBitbangLink : public JtagLink {
+public:
+    /// Connects to "unix:PATH" or "HOST:PORT".
+    bool connectTo(const QString& address);
+
+    bool reset() override;
+    bool scanIr(const BitString& out) override;
+    bool scanDr(const BitString& out, BitString* in) override;
+
+private:
+    bool scan(const char* entry, const BitString& out, BitString* in);
+    bool exchange(const QByteArray& pads, int bits, BitString* in);
+
+    StreamSocket m_socket;
+};
+
+}
+
+#endif

@@ -1,0 +1,43 @@
+#ifndef CAPTURE_STREAM_SOCKET_H
+#define CAPTURE_STREAM_SOCKET_H
+
+#include "capture/capture_export.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+namespace OXA_CAPTURE {
+
+/// A connection to a program that answers what it is sent.
+class OXACAPTURE_EXPORT StreamSocket {
+public:
+    StreamSocket() = default;
+    ~StreamSocket();
+    StreamSocket(const StreamSocket&) = delete;
+    StreamSocket& operator=(const StreamSocket&) = delete;
+
+    /// Connects to "unix:PATH" or to "HOST:PORT"; false when nobody listens there.
+    bool connectTo(const QString& address);
+
+    /// Sends `bytes`, and receives until `isWhole` says that the answer is. False when the other
+    /// side left, or did nothing for `timeout` ms.
+    bool exchange(const QByteArray& bytes, const std::function<bool(const QByteArray&)>& isWhole,
+        QByteArray& answer, int timeout);
+
+    /// Why the last call failed.
+    const QString& error() const { return m_error; }
+
+private:
+    bool fail(const QString& error);
+    bool sendSome(const QByteArray& bytes, int& sent);
+    bool receiveSome(QByteArray& answer);
+
+    int m_handle = -1;
+    QString m_error;
+};
+
+}
+
+#endif
