@@ -24,6 +24,8 @@
 #include "oxautils/generate/synthesis_options.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/resource/resource_estimate.h"
+#include "oxautils/voltage/voltage.h"
 
 #include <dev/device_db.h>
 #include <norvosyn/qx_synthesis_sync_proxy.h>

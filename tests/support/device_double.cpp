@@ -1,0 +1,23 @@
+#include "support/device_double.h"
+
+DeviceDouble& DeviceDouble::instance()
+{
+    static DeviceDouble device;
+    return device;
+}
+
+namespace DEV {
+
+DeviceDb& DeviceDb::instance()
+{
+    static DeviceDb db;
+    return db;
+}
+
+ChipInfo DeviceDb::find(const QString& partNumber, const QString& deviceName) const
+{
+    DeviceDouble::instance().lookups += partNumber + "|" + deviceName;
+    return DeviceDouble::instance().answer;
+}
+
+}

@@ -1,0 +1,174 @@
+#include "oxautils/voltage/voltage.h"
+
+#include "support/device_double.h"
+#include "support/files.h"
+
+#include <QDir>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using OXA::Voltage;
+
+namespace {
+
+QString tablePath()
+{
+    return QCoreApplication::applicationDirPath() + "/../share/device/pn_voltage.csv";
+}
+
+Voltage read(const QByteArray& table, const QString& package = "QN48")
+{
+    DEV::ChipInfo& chip = DeviceDouble::instance().answer;
+    chip.name = "QX1N-9";
+    chip.variant = "LV";
+    chip.package = package;
+    writeFile(tablePath(), table);
+    return Voltage("device", "part");
+}
+
+struct ShortRow {
+    const char *note, *package;
+    bool vccVccx, vccxLdo, vccLdo;
+};
+
+constexpr ShortRow kShorts[] = {
+    {"",                                       "K1", false, false, false},
+    {"VCC/VCCX Short Circuit",                 "K1", true,  false, false},
+    {" VCC/VCCX Short Circuit \t\r\n",         "K1", true,  false, false},
+    {"VCC/VCCX Short Circuit except K1/K2\n",  "K2", false, false, false},
+    {"VCC/VCCX Short Circuit except K1/K2\n",  "K3", true,  false, false},
+    {"VCC/VCCX Short Circuit except K1/K22",   "K2", true,  false, false},
+    {"VCC/VCCX Short Circuit of K1/K2\n",      "K1", true,  false, false},
+    {"VCC/VCCX Short Circuit of K1/K2\n",      "K3", false, false, false},
+    {"VCC/VCCX Short Circuit of K1 /K2",       "K1", false, false, false},
+    {"VCC/VCCX Short Circuit sometimes",       "K1", false, false, false},
+    {"vcc/vccx short circuit",                 "K1", false, false, false},
+    {"VCCX/VCC_LDO Short Circuit",             "K1", false, true,  false},
+    {"VCCX/VCC_LDO Short Circuit except K1",   "K1", false, false, false},
+    {"VCCX/VCC_LDO Short Circuit of K2/K1",    "K1", false, true,  false},
+    {"VCC/VCC_LDO Short Circuit",              "K1", false, false, true },
+    {"VCC/VCC_LDO Short Circuit except K1/K2", "K3", false, false, true },
+    {"VCC/VCC_LDO Short Circuit of K1/K2",     "K3", false, false, false},
+};
+
+}
+
+class TestVoltage : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void columns();
+    void choicesAndDefaults();
+    void firstRowThatFits();
+    void shortCircuits();
+    void oddFiles();
+    void withoutTable();
+};
+
+void TestVoltage::columns()
+{
+    DeviceDouble::instance().lookups.clear();
+    const Voltage voltage
+        = read("device,variant,package\n"
+               "QX1N-9,LV,ALL,1.2V,1.14,1.26,2.5V/3.3V,2.375,3.465,1.8,1.7,1.9,x\r\n");
+    QCOMPARE(DeviceDouble::instance().lookups, QStringList("part|device"));
+    QCOMPARE(voltage.data.size(), 13);
+    QCOMPARE(voltage.getVCCMin(), QString("1.14"));
+    QCOMPARE(voltage.getVCCMax(), QString("1.26"));
+    QCOMPARE(voltage.getVCCXMin(), QString("2.375"));
+    QCOMPARE(voltage.getVCCXMax(), QString("3.465"));
+    QCOMPARE(voltage.getVCCLDOMin(), QString("1.7"));
+    QCOMPARE(voltage.getVCCLDOMax(), QString("1.9"));
+    QCOMPARE(voltage.getData(12), QString("x\r\n"));
+    QCOMPARE(voltage.getData(13), QString());
+    QCOMPARE(voltage.getData(-1), QString());
+}
+
+void TestVoltage::choicesAndDefaults()
+{
+    const Voltage voltage
+        = read("QX1N-9,LV,ALL,1.20V,,,any/3V/about 3.30 V//12.5.7,,,none/too,,,\n");
+    QCOMPARE(voltage.getVCCOptionalValues(), QStringList("1.20"));
+    QCOMPARE(voltage.getVCCDefaultValue(), QString("1.20V"));
+    QCOMPARE(voltage.getVCCXOptionalValues(), QStringList({"3", "3.30", "12.5"}));
+    QCOMPARE(voltage.getVCCXDefaultValue(), QString("3"));
+    QCOMPARE(voltage.getVCCLDOOptionalValues(), QStringList());
+    QCOMPARE(voltage.getVCCLDODefaultValue(), QString());
+}
+
+void TestVoltage::firstRowThatFits()
+{
+    const QByteArray all = "QX1N-9,LV,ALL,1\n";
+    const QByteArray own = "QX1N-9,LV,QN48,2\n";
+    const QByteArray others
+        = "QX1N-9,UV,ALL,3\nQX1N-9,LV,QN48P,4\nQX1N-9C,LV,ALL,5\nqx1n-9,LV,ALL,6\n";
+    QCOMPARE(read(others + all + own).getData(3), QString("1\n"));
+    QCOMPARE(read(others + own + all).getData(3), QString("2\n"));
+    QVERIFY(read(others).data.isEmpty());
+}
+
+void TestVoltage::shortCircuits()
+{
+    for (const ShortRow& row : kShorts) {
+        const Voltage voltage = read(QByteArray("QX1N-9,LV,ALL,,,,,,,,,,") + row.note, row.package);
+        const QString what = QString("%1, package %2").arg(row.note, row.package);
+        QVERIFY2(voltage.isVCCVCCXShortCircuit() == row.vccVccx, qPrintable(what));
+        QVERIFY2(voltage.isVCCXVCCLDOShortCircuit() == row.vccxLdo, qPrintable(what));
+        QVERIFY2(voltage.isVCCVCCLDOShortCircuit() == row.vccLdo, qPrintable(what));
+    }
+}
+
+void TestVoltage::oddFiles()
+{
+    const QByteArray row = "QX1N-9,LV,ALL,1,2\r\n";
+    QCOMPARE(read("\xef\xbb\xbf" + row).getVCCMin(), QString("2\r\n"));
+    QVERIFY(read("a\n\n" + row).data.isEmpty());
+    QVERIFY(read("a\r\n\r\n" + row).data.isEmpty());
+    QCOMPARE(read("a\n \n" + row).data.size(), 5); // a blank is not nothing
+    QCOMPARE(read("\"a\"\n\"QX1N-9\",LV,ALL,0\n" + row).data.size(), 5);
+    QVERIFY(read("").data.isEmpty());
+
+    const Voltage cut = read(QByteArray("\xff\0\n", 3) + "QX1N-9,LV,ALL,");
+    QCOMPARE(cut.data.size(), 4);
+    QVERIFY(cut.getVCCOptionalValues().isEmpty() && cut.getVCCXDefaultValue().isEmpty());
+    QVERIFY(!cut.isVCCVCCXShortCircuit());
+}
+
+void TestVoltage::withoutTable()
+{
+    read("");
+    QVERIFY(QFile::remove(tablePath()));
+    QTest::ignoreMessage(QtCriticalMsg, "read voltage error");
+    const Voltage none("device", "part");
+    QVERIFY(none.data.isEmpty() && none.getVCCMin().isEmpty());
+    QVERIFY(none.getVCCOptionalValues().isEmpty() && none.getVCCDefaultValue().isEmpty());
+    QVERIFY(!none.isVCCVCCXShortCircuit() && !none.isVCCVCCLDOShortCircuit());
+
+    QVERIFY(QDir().mkpath(tablePath())); // a folder of that name cannot be read
+    QTest::ignoreMessage(QtCriticalMsg, "read voltage error");
+    QVERIFY(Voltage("device", "part").data.isEmpty());
+    QVERIFY(QDir().rmdir(tablePath()));
+}
+
+// The table has its place beside the program: a copy of this one runs in a folder of its own.
+static int runInFolderOfItsOwn(const QCoreApplication& app)
+{
+    QTemporaryDir folder;
+    const QString program = folder.filePath("bin/test_voltage");
+    if (!QDir(folder.path()).mkpath("bin") || !QDir(folder.path()).mkpath("share/device")
+        || !QFile::copy(app.applicationFilePath(), program))
+        return 1;
+    qputenv("OXA_TEST_VOLTAGE", "1");
+    return QProcess::execute(program, app.arguments().mid(1));
+}
+
+int main(int argc, char** argv)
+{
+    QCoreApplication app(argc, argv);
+    if (!qEnvironmentVariableIsSet("OXA_TEST_VOLTAGE"))
+        return runInFolderOfItsOwn(app);
+    TestVoltage test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_voltage.moc"
