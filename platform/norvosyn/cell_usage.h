@@ -1,0 +1,18 @@
+#ifndef NORVOSYN_CELL_USAGE_H
+#define NORVOSYN_CELL_USAGE_H
+
+#include <QString>
+#include <QStringList>
+
+namespace NorvoSyn {
+
+struct TargetDevice;
+
+/// Compares the cells of a netlist with what the device has. A text for each kind of which there
+/// are too many; one text when that cannot be told (the device is unknown, or the engine did not
+/// leave the count in `usageFile`).
+QStringList resourceProblems(const QString& usageFile, const TargetDevice& target);
+
+}
+
+#endif

@@ -1,0 +1,25 @@
+// Flip-flop with clock enable and synchronous reset.
+//
+//   INIT          Q after power-up
+//   RESET_VALUE   Q after an edge of CLK with RST = 1, whatever CE is
+//   FALLING       0: the rising edge of CLK counts, 1: the falling edge
+`default_nettype none
+module QX_DFFR #(
+    parameter [0:0] INIT = 1'b0,
+    parameter [0:0] RESET_VALUE = 1'b0,
+    parameter [0:0] FALLING = 1'b0
+) (
+    output reg Q,
+    input wire D,
+    input wire CLK,
+    input wire CE,
+    input wire RST
+);
+    wire edge_clk = CLK ^ FALLING;
+
+    initial Q = INIT;
+    always @(posedge edge_clk)
+        if (RST) Q <= RESET_VALUE;
+        else if (CE) Q <= D;
+endmodule
+`default_nettype wire

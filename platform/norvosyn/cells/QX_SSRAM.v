@@ -1,0 +1,25 @@
+// Shadow SRAM of 64 bits: 16 words of 4, written with a clock, read without one.
+//
+//   INIT     contents after power-up, word a at INIT[4*a +: 4]
+//   WE = 1   WDATA goes in with the rising edge of WCLK
+//   RDATA    the word at RADDR, combinational
+`default_nettype none
+module QX_SSRAM #(
+    parameter [63:0] INIT = {64{1'bx}}
+) (
+    input wire WCLK,
+    input wire WE,
+    input wire [3:0] WADDR,
+    input wire [3:0] WDATA,
+    input wire [3:0] RADDR,
+    output wire [3:0] RDATA
+);
+    reg [63:0] bits;
+
+    initial bits = INIT;
+    always @(posedge WCLK)
+        if (WE) bits[{WADDR, 2'b00} +: 4] <= WDATA;
+
+    assign RDATA = bits[{RADDR, 2'b00} +: 4];
+endmodule
+`default_nettype wire

@@ -1,0 +1,90 @@
+#include "engine_output.h"
+
+#include <QRegularExpression>
+
+#include <utility>
+
+namespace NorvoSyn {
+namespace {
+
+constexpr qint64 kLogBytes = 64 << 20; // an engine gone wild must not fill the disk
+constexpr int kMessages = 500;
+constexpr int kTailLines = 10;
+
+const QRegularExpression& stageLine()
+{
+    static const QRegularExpression line("^@stage (\\d+) (.*)$");
+    return line;
+}
+
+/// A place is there when the text concerns a line of a source.
+const QRegularExpression& messageLine()
+{
+    static const QRegularExpression line(
+        "^(?:(?<place>.+:\\d+)(?:\\.\\d+[-.\\d]*)?: )?(?<kind>Warning|ERROR): (?<text>.*)$");
+    return line;
+}
+
+const QRegularExpression& sourceLine()
+{
+    static const QRegularExpression line("^[\\d.]+ Executing Verilog-2005 frontend: (.*)$");
+    return line;
+}
+
+}
+
+EngineOutput::EngineOutput(const QString& logFile, Stage stage)
+    : m_log(logFile)
+    , m_stage(std::move(stage))
+{
+    m_log.open(QIODevice::WriteOnly | QIODevice::Truncate);
+}
+
+void EngineOutput::take(const QByteArray& line)
+{
+    log(line);
+    const QString text = QString::fromUtf8(line);
+    remember(text);
+    if (const auto stage = stageLine().match(text); stage.hasMatch()) {
+        m_source.clear();
+        m_stage(stage.captured(2), stage.captured(1).toInt());
+    } else if (const auto source = sourceLine().match(text); source.hasMatch()) {
+        m_source = source.captured(1);
+    } else if (const auto message = messageLine().match(text); message.hasMatch()) {
+        const bool error = message.captured("kind") == "ERROR";
+        const QString place
+            = message.captured("place").isEmpty() ? m_source : message.captured("place");
+        m_hasError = m_hasError || error;
+        addMessage((place.isEmpty() ? QString() : place + ": ") + (error ? "error: " : "warning: ")
+            + message.captured("text"));
+    }
+}
+
+void EngineOutput::log(const QByteArray& line)
+{
+    if (m_logged > kLogBytes)
+        return;
+    m_logged += line.size() + 1;
+    m_log.write(m_logged > kLogBytes ? "(the rest is not kept)\n" : line + '\n');
+}
+
+void EngineOutput::remember(const QString& line)
+{
+    if (line.trimmed().isEmpty())
+        return;
+    m_tail << line.left(500);
+    if (m_tail.size() > kTailLines)
+        m_tail.removeFirst();
+}
+
+void EngineOutput::addMessage(const QString& message)
+{
+    if (m_seen.size() > kMessages || m_seen.contains(message))
+        return;
+    m_seen.insert(message);
+    m_messages << (m_seen.size() > kMessages
+            ? QString("more messages are in the log: %1").arg(m_log.fileName())
+            : message);
+}
+
+}

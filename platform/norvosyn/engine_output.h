@@ -1,0 +1,50 @@
+#ifndef NORVOSYN_ENGINE_OUTPUT_H
+#define NORVOSYN_ENGINE_OUTPUT_H
+
+#include <QByteArray>
+#include <QFile>
+#include <QSet>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace NorvoSyn {
+
+/// Reads what the engine prints: keeps all of it in the log, and picks from it the stages, the
+/// errors and the warnings.
+class EngineOutput {
+public:
+    using Stage = std::function<void(const QString& text, int percent)>;
+
+    /// `stage` is called for every stage that the flow announces.
+    EngineOutput(const QString& logFile, Stage stage);
+
+    void take(const QByteArray& line);
+
+    /// Errors and warnings, each once, in their order: "FILE:LINE: error: TEXT", or without the
+    /// place where the engine names none.
+    QStringList messages() const { return m_messages; }
+    bool hasError() const { return m_hasError; }
+
+    /// The last few lines, for an engine that ended badly without a word that was understood.
+    QStringList tail() const { return m_tail; }
+
+private:
+    void log(const QByteArray& line);
+    void remember(const QString& line);
+    void addMessage(const QString& message);
+
+    QFile m_log;
+    Stage m_stage;
+    QString m_source; ///< being read by the engine
+    QStringList m_messages;
+    QSet<QString> m_seen;
+    QStringList m_tail;
+    qint64 m_logged = 0;
+    bool m_hasError = false;
+};
+
+}
+
+#endif

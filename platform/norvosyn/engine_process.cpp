@@ -1,0 +1,141 @@
+#include "engine_process.h"
+
+#include <QDeadlineTimer>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include <csignal>
+#include <sys/prctl.h>
+#include <unistd.h>
+
+namespace NorvoSyn {
+namespace {
+
+constexpr int kPollMs = 50; // how soon a request to stop is seen
+constexpr int kTerminateMs = 400; // given to the engine between the request and the kill
+constexpr int kLineBytes = 1 << 16; // longer lines come in pieces
+
+/// The engine as the leader of a process group, so that all it started can be ended with it.
+class GroupProcess : public QProcess {
+public:
+    /// Asks the group to terminate, then kills what is left of it. Returns when the engine is gone.
+    void endGroup()
+    {
+        signalGroup(SIGTERM);
+        const QDeadlineTimer patience(kTerminateMs);
+        while (state() != NotRunning && !patience.hasExpired()) {
+            waitForReadyRead(kPollMs);
+            readAll();
+        }
+        killGroup();
+        waitForFinished(-1);
+    }
+
+    /// Processes that outlived the engine have its group still.
+    void killGroup() { signalGroup(SIGKILL); }
+
+    void rememberGroup() { m_group = pid_t(processId()); }
+
+protected:
+    // In the child, before the engine takes its place. Dying with this thread keeps an interrupted
+    // program from leaving an engine behind.
+    void setupChildProcess() override
+    {
+        ::setpgid(0, 0);
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    }
+
+private:
+    void signalGroup(int signal) const
+    {
+        if (m_group > 0)
+            ::kill(-m_group, signal);
+    }
+
+    pid_t m_group = 0;
+};
+
+void passLines(QProcess& process, const std::function<void(const QByteArray&)>& line)
+{
+    while (process.canReadLine() || process.bytesAvailable() >= kLineBytes
+        || (process.state() == QProcess::NotRunning && process.bytesAvailable() > 0)) {
+        QByteArray text = process.readLine(kLineBytes);
+        while (text.endsWith('\n') || text.endsWith('\r'))
+            text.chop(1);
+        line(text);
+    }
+}
+
+EngineResult outcome(const QProcess& process)
+{
+    if (process.exitStatus() == QProcess::CrashExit)
+        return {EngineEnd::Crashed,
+            QString("the synthesis engine crashed (signal %1)").arg(process.exitCode())};
+    if (process.exitCode() != 0)
+        return {EngineEnd::Failed,
+            QString("the synthesis engine failed (exit status %1)").arg(process.exitCode())};
+    return {EngineEnd::Done, {}};
+}
+
+/// The path of `program`, which is found as a shell would find it; empty when it is not.
+QString executable(const QString& program)
+{
+    if (program.contains('/'))
+        return QFileInfo(program).absoluteFilePath();
+    return QStandardPaths::findExecutable(program);
+}
+
+EngineResult follow(GroupProcess& process, const EngineCommand& command,
+    const std::function<bool()>& stopAsked, const std::function<void(const QByteArray&)>& line)
+{
+    QDeadlineTimer limit(Qt::CoarseTimer);
+    limit.setRemainingTime(command.timeLimit * 1000LL);
+    while (process.state() != QProcess::NotRunning) {
+        process.waitForReadyRead(kPollMs);
+        passLines(process, line);
+        if (process.state() == QProcess::NotRunning)
+            break;
+        if (stopAsked()) {
+            process.endGroup();
+            return {EngineEnd::Stopped, QString("the synthesis was stopped")};
+        }
+        if (limit.hasExpired()) {
+            process.endGroup();
+            return {EngineEnd::TimedOut,
+                QString("the synthesis engine did not end within %1 s and was ended")
+                    .arg(command.timeLimit)};
+        }
+    }
+    passLines(process, line);
+    return outcome(process);
+}
+
+}
+
+EngineResult runEngine(const EngineCommand& command, const std::function<bool()>& stopAsked,
+    const std::function<void(const QByteArray&)>& line)
+{
+    const QString program = executable(command.program);
+    if (program.isEmpty())
+        return {EngineEnd::NotStarted,
+            QString("the synthesis engine was not found: %1").arg(command.program)};
+
+    GroupProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.setStandardInputFile(QProcess::nullDevice());
+    process.setWorkingDirectory(command.directory);
+    process.setProcessEnvironment(command.environment);
+    process.start(program, command.arguments, QIODevice::ReadOnly);
+    if (!process.waitForStarted(-1))
+        return {EngineEnd::NotStarted,
+            QString("the synthesis engine %1 did not start: %2")
+                .arg(program, process.errorString())};
+    process.rememberGroup();
+
+    const EngineResult result = follow(process, command, stopAsked, line);
+    process.killGroup();
+    return result;
+}
+
+}

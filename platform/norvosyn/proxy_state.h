@@ -1,0 +1,38 @@
+#ifndef NORVOSYN_PROXY_STATE_H
+#define NORVOSYN_PROXY_STATE_H
+
+#include <QMutex>
+#include <QObject>
+#include <QStringList>
+
+namespace NorvoSyn {
+
+/// What a proxy knows from call to call: whether it runs, whether it is to stop, and the messages
+/// of the last run. A child of the proxy, which has no members; safe from any thread.
+class ProxyState : public QObject {
+    Q_OBJECT
+
+public:
+    explicit ProxyState(QObject* parent);
+
+    enum class Start : int { Granted, Stopped, Busy };
+
+    /// Asks for the next run. A stop that was asked for before the first one refuses it, once.
+    Start begin();
+    void end(const QStringList& messages);
+
+    void askToStop();
+    bool stopAsked() const;
+    QStringList messages() const;
+
+private:
+    enum class Phase : int { Fresh, StoppedEarly, Running, Stopping, Ended };
+
+    mutable QMutex m_mutex;
+    Phase m_phase = Phase::Fresh;
+    QStringList m_messages;
+};
+
+}
+
+#endif

@@ -1,0 +1,173 @@
+#include "synthesis_request.h"
+
+#include "map_reader.h"
+#include "request_keys.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+namespace NorvoSyn {
+namespace {
+
+constexpr char kResourceCheck[] = "RESOURCE_CHECK";
+
+QString absolute(const QString& path)
+{
+    return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+}
+
+/// Why `path` cannot be given to the engine; empty when it can.
+QString unusable(const QString& path)
+{
+    if (path.isEmpty())
+        return "is empty";
+    for (const QChar c : path) {
+        if (c.category() == QChar::Other_Control)
+            return "holds a control character";
+        if (c.isSurrogate())
+            return QString("holds a character past U+FFFF, which the engine cannot read: %1")
+                .arg(path);
+    }
+    return {};
+}
+
+void readProjectName(MapReader& top, SynthesisRequest& request)
+{
+    static const QRegularExpression fit("\\A[A-Za-z0-9_][A-Za-z0-9_.-]{0,99}\\z");
+    const std::optional<QString> name = top.text(PROJECT_NAME);
+    if (!name)
+        return;
+    if (!fit.match(*name).hasMatch())
+        top.complain(PROJECT_NAME,
+            QString("cannot name files (letters, digits, \"_\", \".\" and \"-\" can): \"%1\"")
+                .arg(*name));
+    request.projectName = *name;
+}
+
+void readDevice(MapReader& top, SynthesisRequest& request, QStringList& problems)
+{
+    const std::optional<QVariantMap> map = top.map(ARG_DEVICE);
+    if (!map)
+        return;
+    MapReader device(*map, ARG_DEVICE, problems);
+    request.partNumber = device.text(ARG_DEVICE_PN).value_or(QString());
+    request.deviceName = device.text(ARG_DEVICE_NAME).value_or(QString());
+    device.text(ARG_DEVICE_PACKAGE);
+    device.text(ARG_DEVICE_SPEED);
+}
+
+void readSource(MapReader& file, SynthesisRequest& request)
+{
+    const std::optional<QString> path = file.text(ARG_FILE_PATH);
+    const std::optional<QString> type = file.text(ARG_FILE_TYPE);
+    if (type && *type != TYPE_VERILOG)
+        file.complain(ARG_FILE_TYPE, QString("is \"%1\", not \"%2\"").arg(*type, TYPE_VERILOG));
+    if (!path)
+        return;
+
+    const QFileInfo info(*path);
+    if (const QString why = unusable(*path); !why.isEmpty())
+        file.complain(ARG_FILE_PATH, why);
+    else if (!info.isFile() || !info.isReadable())
+        file.complain(ARG_FILE_PATH, QString("is no readable file: %1").arg(*path));
+    request.sources << absolute(*path);
+}
+
+void readSources(MapReader& top, SynthesisRequest& request, QStringList& problems)
+{
+    const std::optional<QVariantList> files = top.list(ARG_FILE);
+    if (!files)
+        return;
+    if (files->isEmpty())
+        top.complain(ARG_FILE, "names no file");
+    for (int i = 0; i < files->size(); ++i) {
+        const QString where = QString("%1[%2]").arg(ARG_FILE).arg(i);
+        if (files->at(i).type() != QVariant::Map) {
+            problems << QString("request: \"%1\" is not a map").arg(where);
+            continue;
+        }
+        MapReader file(files->at(i).toMap(), where, problems);
+        readSource(file, request);
+    }
+}
+
+void readOutputFile(MapReader& options, SynthesisRequest& request)
+{
+    const std::optional<QString> path = options.text(OPT_OUTPUT_VERILOG);
+    if (!path)
+        return;
+    if (path->isEmpty())
+        return options.complain(OPT_OUTPUT_VERILOG, "is empty");
+
+    request.outputFile = absolute(*path);
+    const QFileInfo info(request.outputFile);
+    if (info.isDir())
+        options.complain(OPT_OUTPUT_VERILOG, QString("is a directory: %1").arg(*path));
+    else if (!info.dir().exists())
+        options.complain(OPT_OUTPUT_VERILOG,
+            QString("is to go into a directory that does not exist: %1").arg(info.path()));
+    else if (request.sources.contains(request.outputFile))
+        options.complain(OPT_OUTPUT_VERILOG, QString("is one of the sources: %1").arg(*path));
+}
+
+void readOptions(MapReader& top, SynthesisRequest& request, QStringList& problems)
+{
+    const std::optional<QVariantMap> map = top.map(ARG_OPTION);
+    if (!map)
+        return;
+    MapReader options(*map, ARG_OPTION, problems);
+    readOutputFile(options, request);
+    request.insertPads = options.texts(OPT_DISABLE_IO).value(0) != "1";
+    const QStringList paths = options.texts(OPT_INCLUDE_PATH);
+    for (const QString& path : paths) {
+        if (const QString why = unusable(path); !why.isEmpty())
+            options.complain(OPT_INCLUDE_PATH, why);
+        request.includePaths << absolute(path);
+    }
+}
+
+void readSettings(MapReader& top, SynthesisRequest& request)
+{
+    const QVariantList settings = top.list(INI_CONFIG).value_or(QVariantList());
+    for (const QVariant& setting : settings) {
+        if (setting.type() != QVariant::String) {
+            top.complain(INI_CONFIG, "holds an entry that is not a text");
+            continue;
+        }
+        const QString text = setting.toString();
+        if (text.section('=', 0, 0).trimmed() == kResourceCheck)
+            request.checkResources = text.section('=', 1).trimmed().toLower() != "false";
+    }
+}
+
+/// Last, so that a request that cannot run leaves no directory behind.
+void readWorkDir(MapReader& top, SynthesisRequest& request, const QStringList& problems)
+{
+    const std::optional<QString> path = top.text(WORK_DIR);
+    if (!path)
+        return;
+    if (path->isEmpty())
+        return top.complain(WORK_DIR, "is empty");
+    request.workDir = absolute(*path);
+    if (problems.isEmpty() && !QDir().mkpath(request.workDir))
+        top.complain(WORK_DIR, QString("is no directory and cannot become one: %1").arg(*path));
+}
+
+}
+
+bool readRequest(const QVariantMap& map, SynthesisRequest& request, QStringList& problems)
+{
+    QStringList found;
+    MapReader top(map, QString(), found);
+    readProjectName(top, request);
+    readDevice(top, request, found);
+    readSources(top, request, found);
+    readOptions(top, request, found);
+    readSettings(top, request);
+    readWorkDir(top, request, found);
+    problems << found;
+    return found.isEmpty();
+}
+
+}

@@ -1,0 +1,104 @@
+#include "synthesis_fixture.h"
+
+#include <norvosyn/request_keys.h>
+
+#include <QDir>
+#include <QFile>
+#include <QMultiMap>
+#include <QProcess>
+#include <QRegularExpression>
+
+using namespace NorvoSyn;
+
+SynthesisFixture::SynthesisFixture(const QString& subdirectory)
+    : proxy(nullptr)
+    , m_root(m_dir.filePath(subdirectory))
+{
+    qunsetenv("OXA_SYNTHESIS_ENGINE");
+    qunsetenv("OXA_SYNTHESIS_TIMEOUT");
+    QDir().mkpath(m_root);
+    QMultiMap<QString, QVariant> options;
+    options.insert(OPT_OUTPUT_VERILOG, output());
+    options.insert(OPT_DISABLE_IO, "1");
+    options.insert(OPT_INCLUDE_PATH, m_root);
+    options.insert(OPT_INCLUDE_PATH, path("installed"));
+    request[WORK_DIR] = m_root;
+    request[PROJECT_NAME] = "oxa_test";
+    request[ARG_FILE] = QVariantList();
+    request[ARG_OPTION] = QVariantMap(options);
+    request[INI_CONFIG] = QStringList {"RESOURCE_CHECK=false"};
+    setDevice("", "QX2A-18");
+}
+
+void SynthesisFixture::write(const QString& name, const QByteArray& text) const
+{
+    QDir().mkpath(QFileInfo(path(name)).path());
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
+        qFatal("cannot write %s", qPrintable(path(name)));
+}
+
+QByteArray SynthesisFixture::read(const QString& name) const
+{
+    QFile file(path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void SynthesisFixture::addSource(const QString& name, const QByteArray& text)
+{
+    write(name, text);
+    QVariantList files = request[ARG_FILE].toList();
+    files << QVariantMap {
+        {ARG_FILE_PATH, path(name)  },
+        {ARG_FILE_TYPE, TYPE_VERILOG}
+    };
+    request[ARG_FILE] = files;
+}
+
+void SynthesisFixture::set(const QString& key, const QVariant& value)
+{
+    const QString inner = key.section('/', 1);
+    QVariantMap map = inner.isEmpty() ? request : request[key.section('/', 0, 0)].toMap();
+    const QString name = inner.isEmpty() ? key : inner;
+    if (value.isValid())
+        map.insert(name, value);
+    else
+        map.remove(name);
+    if (inner.isEmpty())
+        request = map;
+    else
+        request[key.section('/', 0, 0)] = map;
+}
+
+void SynthesisFixture::setDevice(const QString& partNumber, const QString& name)
+{
+    request[ARG_DEVICE] = QVariantMap {
+        {ARG_DEVICE_PN,      partNumber},
+        {ARG_DEVICE_NAME,    name      },
+        {ARG_DEVICE_PACKAGE, ""        },
+        {ARG_DEVICE_SPEED,   ""        },
+    };
+}
+
+void SynthesisFixture::setEngine(const QByteArray& script) const
+{
+    write("engine", "#!/bin/sh\n" + script);
+    QFile::setPermissions(path("engine"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("OXA_SYNTHESIS_ENGINE", path("engine").toUtf8());
+}
+
+int SynthesisFixture::cells(const char* type) const
+{
+    const QString netlist = read("out.v");
+    return netlist.count(QRegularExpression(QString("(?m)^  %1 (#\\(|\\S)").arg(type)));
+}
+
+QByteArray runProgram(const QString& program, const QStringList& arguments, int* status)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    process.waitForFinished(60000);
+    *status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    return process.readAll();
+}

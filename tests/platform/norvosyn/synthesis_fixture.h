@@ -1,0 +1,48 @@
+#ifndef TESTS_NORVOSYN_SYNTHESIS_FIXTURE_H
+#define TESTS_NORVOSYN_SYNTHESIS_FIXTURE_H
+
+#include <norvosyn/qx_synthesis_sync_proxy.h>
+
+#include <QTemporaryDir>
+
+/// A proxy with a directory of its own, and a request that a test bends as it likes.
+class SynthesisFixture {
+public:
+    explicit SynthesisFixture(const QString& subdirectory = "work");
+
+    QString path(const QString& name) const { return m_root + '/' + name; }
+    QString output() const { return path("out.v"); }
+
+    void write(const QString& name, const QByteArray& text) const;
+    QByteArray read(const QString& name) const;
+
+    /// Writes `text` as the source `name` and appends it to the request.
+    void addSource(const QString& name, const QByteArray& text);
+
+    /// Replaces, or with an invalid value removes, one key of the request or of the map in it that
+    /// `key` names before a slash ("device/pn").
+    void set(const QString& key, const QVariant& value);
+
+    void setDevice(const QString& partNumber, const QString& name);
+
+    /// Puts a shell script in the engine's place.
+    void setEngine(const QByteArray& script) const;
+
+    int run() { return proxy.run(request); }
+    QString messages() const { return proxy.messages().join('\n'); }
+
+    /// How many cells of `type` the netlist has.
+    int cells(const char* type) const;
+
+    QVariantMap request;
+    NorvoSyn::QxSynthesisSyncProxy proxy;
+
+private:
+    QTemporaryDir m_dir;
+    QString m_root;
+};
+
+/// Runs a program to its end; what it printed on both channels, and its status in `status`.
+QByteArray runProgram(const QString& program, const QStringList& arguments, int* status);
+
+#endif
