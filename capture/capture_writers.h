@@ -7,7 +7,7 @@ class QIODevice;
 
 namespace OXA_CAPTURE {
 
-// One function a format (docs: capture files); false when the device takes no more, or, with
+// One function a format (docs/captures.md); false when the device takes no more, or, with
 // `error`, for what the format itself cannot do.
 
 bool writeVcd(QIODevice& out, const Capture& capture, QString& error);

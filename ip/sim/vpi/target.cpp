@@ -6,7 +6,7 @@
 // takes over the variables tck, tms, tdi, values and clocks, and reads the net tdo. The simulation
 // stands still unless a client moves it. Its command line says where clients find it:
 //
-//   +oxa_jtag=ADDRESS      remote_bitbang (docs: simulated target)
+//   +oxa_jtag=ADDRESS      remote_bitbang (docs/simulated-target.md)
 //   +oxa_control=ADDRESS   lines "run COUNT", answered by "ran COUNT" or "error TEXT"
 //   +oxa_stimulus=FILE     the steps that "run" plays
 //
