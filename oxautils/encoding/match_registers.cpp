@@ -174,6 +174,7 @@ QBitArray bitForMatchCtrl(MatchUnit* unit)
     return control;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts link against this signature.
 QString BitToString(QBitArray bits)
 {
     QString text(bits.size(), '0');

@@ -76,6 +76,7 @@ void generateExpression(AoCore* core, QTextStream& out)
         out << "parameter EXPRESSION" << i << "_INIT = 16'h0000;" << Qt::endl;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts link against this signature.
 QString logicTruthTable(QString exp, std::vector<bool> enables)
 {
     return tableText(compileExpression(std::move(exp), enables));

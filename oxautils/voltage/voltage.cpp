@@ -30,7 +30,7 @@ bool isEmptyLine(const QString& line) { return line.isEmpty() || line == "\n" ||
 QString findRow(QFile& table, const QStringList& keys)
 {
     for (;;) {
-        const QString line = QString::fromUtf8(table.readLine());
+        QString line = QString::fromUtf8(table.readLine());
         if (isEmptyLine(line))
             return QString();
         for (const QString& key : keys) {
