@@ -124,6 +124,15 @@ bool readFile(const QString& path, QByteArray& content)
 
 bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error)
 {
+    // Mode, checks and cores are all asked of the same file within a moment; what is large is not
+    // worth keeping for that.
+    constexpr int kLargestKept = 1 << 20;
+    thread_local QByteArray lastContent;
+    thread_local QDomDocument lastDocument;
+    if (!content.isEmpty() && content == lastContent) {
+        document = lastDocument;
+        return true;
+    }
     const QString text = decoded(content);
     if (!NestingScanner(text).accepts(error))
         return false;
@@ -132,6 +141,10 @@ bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error
         = document.setContent(text, &parserError.message, &parserError.line, &parserError.column);
     if (!ok && error)
         *error = parserError;
+    if (ok && content.size() <= kLargestKept) {
+        lastContent = content;
+        lastDocument = document;
+    }
     return ok;
 }
 

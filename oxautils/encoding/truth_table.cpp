@@ -27,6 +27,20 @@ using Block = std::array<quint64, kWordsPerBlock>;
 
 constexpr char kOperators[] = "!&^|";
 
+constexpr std::array<char, 512> bytePairs()
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::array<char, 512> pairs {};
+    for (size_t byte = 0; byte < 256; ++byte) {
+        pairs[2 * byte] = kDigits[byte >> 4];
+        pairs[2 * byte + 1] = kDigits[byte & 0xf];
+    }
+    return pairs;
+}
+
+// Both digits of every byte.
+constexpr std::array<char, 512> kBytePairs = bytePairs();
+
 /// The length of the unit name, operator or parenthesis at `place`, 0 when none stands there. Names
 /// end with M15: "M12" is one name, "M16" is "M1" and a digit that belongs to nothing.
 int symbolLength(const QString& exp, int place)
@@ -241,18 +255,16 @@ QString tableText(const TruthTable& table)
 
 QByteArray tableDigits(const TruthTable& table)
 {
-    static constexpr char kDigits[] = "0123456789abcdef";
-    constexpr int kDigitsPerWord = kRowsPerWord / 4;
-    if (!table.defined)
+    if (!table.defined || table.rows() == 1)
         return {};
-    const int count = std::max(1, table.rows() / 4);
-    // One or two rows leave the upper bits of their digit clear.
-    const quint64 mask = table.rows() < 4 ? (quint64(1) << table.rows()) - 1 : 0xf;
-    QByteArray digits(table.rows() == 1 ? 0 : count, '0');
-    char* digit = digits.data() + digits.size();
-    for (int i = 0; i < digits.size(); ++i) {
-        const quint64 word = table.words[size_t(i) / kDigitsPerWord];
-        *--digit = kDigits[(word >> (i % kDigitsPerWord * 4)) & mask];
+    if (table.rows() < kRowsPerWord)
+        return QByteArray::number(table.words[0] & ((quint64(1) << table.rows()) - 1), 16)
+            .rightJustified(std::max(1, table.rows() / 4), '0');
+    QByteArray digits(table.rows() / 4, Qt::Uninitialized);
+    char* digit = digits.data();
+    for (auto word = table.words.rbegin(); word != table.words.rend(); ++word) {
+        for (int shift = kRowsPerWord - 8; shift >= 0; shift -= 8, digit += 2)
+            std::memcpy(digit, &kBytePairs[2 * ((*word >> shift) & 0xff)], 2);
     }
     return digits;
 }
