@@ -10,6 +10,7 @@
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/editor/match_unit_dialog.h"
 #include "oxautils/editor/match_unit_model.h"
 #include "oxautils/editor/oxautils_common.h"
 #include "oxautils/editor/tree_line_edit.h"
