@@ -3,6 +3,8 @@
 
 /// Everything that a host may use, in one include.
 
+#include "oxautils/check/check.h"
+#include "oxautils/check/problem.h"
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/crc16.h"
 #include "oxautils/config/lite_config.h"
@@ -25,6 +27,7 @@
 #include "oxautils/generate/synthesis_options.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"
 #include "oxautils/voltage/voltage.h"
 

@@ -1,8 +1,8 @@
 #include "oxautils/encoding/match_registers.h"
 
-#include <QDebug>
+#include "oxautils/encoding/data_depth.h"
 
-#include <algorithm>
+#include <QDebug>
 
 namespace OXA {
 
@@ -27,11 +27,6 @@ constexpr CharacterCode kCharacters[] = {
 constexpr int kWidestRegister = 1 << 20;
 
 constexpr char kHexDigits[] = "0123456789abcdef";
-
-// Their pipeline takes one sample more.
-constexpr const char* kDeeperDevices[] = {"QX1N-1", "QX1A-1C", "QX1AN-1C", "QX1N-2B", "QX1NS-2",
-    "QX1NS-2C", "QX1NSR-2", "QX1NSR-2C", "QX1NSE-2C", "QX1N-4", "QX1N-4B", "QX1NR-4", "QX1NR-4B",
-    "QX1NRF-4B", "QX1N-6", "QX1N-9", "QX1NR-9", "QX2A-18", "QX2AR-18", "QX2A-55"};
 
 QString fitted(const QString& value, int width)
 {
@@ -100,15 +95,6 @@ private:
     QString m_prefix;
     int m_paddedWidth;
 };
-
-int dataDepth(const AoCore& core, const QString& device, int flag)
-{
-    const int depth
-        = minus(minus(core.captureAmount, core.triggerPos), core.expressionType == 1 ? 4 : 3);
-    const bool deeper = std::any_of(std::begin(kDeeperDevices), std::end(kDeeperDevices),
-        [&device](const char* name) { return device == name; });
-    return flag == 0 && deeper ? minus(depth, 1) : depth;
-}
 
 void writeUnit(RegisterWriter& writer, MatchUnit* unit)
 {

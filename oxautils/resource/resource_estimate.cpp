@@ -1,5 +1,7 @@
 #include "oxautils/resource/resource_estimate.h"
 
+#include "oxautils/resource/device_facts.h"
+
 #include <dev/device_db.h>
 
 #include <algorithm>
@@ -24,9 +26,6 @@ constexpr int kSsramBlockBits = 64;
 constexpr int kRegisterEntry = 2;
 constexpr int kSsramEntry = 4;
 constexpr int kBsramEntry = 5;
-
-constexpr const char* kDevicesWith9kBlocks[]
-    = {"QX3A-50A", "QX3A-20A", "QX3AR-20A", "QX3A-10A", "QX3ANRT-6A", "QX3ANT-6A", "QX3AN-6A"};
 
 constexpr const char* kDevicesWithoutSsram[] = {"QX5AST-138B", "QX5A-138B", "QX5AT-138B",
     "QX5AS-138B", "QX5AT-75B", "QX5A-25A", "QX5AS-25A", "QX5AR-25A", "QX5A-60B", "QX5AT-60B"};
@@ -163,7 +162,7 @@ int regNumberRequiredWidthAdjust(int width, int depth, bool adjust)
 
 int currentDeviceBsramAmount(const QString& key, const QString& device)
 {
-    const int blockKbit = isOneOf(device, kDevicesWith9kBlocks) ? 9 : 18;
+    const int blockKbit = hasBlocksOf9k(device) ? 9 : 18;
     return resource(DEV::DeviceDb::instance().find(key, device), kBsramEntry).toInt() / blockKbit;
 }
 

@@ -1,0 +1,41 @@
+#ifndef OXAUTILS_CHECK_CHECK_H
+#define OXAUTILS_CHECK_CHECK_H
+
+#include "oxautils/check/problem.h"
+#include "oxautils/model/ao_core.h"
+#include "oxautils/model/ao_core_lite.h"
+
+#include <QList>
+
+namespace DEV {
+struct ChipInfo;
+}
+
+namespace OXA {
+
+/// Every problem of the configuration file `path`, of either mode, in document order. With a `part`
+/// also what does not fit it. An unreadable or malformed file is a problem like any other.
+OXAUTILS_EXPORT QList<Problem> checkConfigFile(
+    const QString& path, const DEV::ChipInfo* part = nullptr);
+
+/// The same for cores in memory, without what only a file can break; places have no lines. Nothing
+/// is changed or kept. Reports hold for a configuration that will be saved as "*.oxa".
+OXAUTILS_EXPORT QList<Problem> checkCores(
+    const QList<AoCore*>& cores, const DEV::ChipInfo* part = nullptr);
+OXAUTILS_EXPORT QList<Problem> checkCores(
+    const QList<AOCore_Lite*>& cores, const DEV::ChipInfo* part = nullptr);
+
+/// A rule as users know it.
+struct OXAUTILS_EXPORT RuleInfo {
+    QString name; ///< "counter-width"
+    Severity severity = Severity::Error;
+    QString meaning; ///< what breaks the rule, a sentence
+    QString hint; ///< what to do about it
+};
+
+/// Every rule there is (docs/checks.md).
+OXAUTILS_EXPORT QList<RuleInfo> checkRules();
+
+}
+
+#endif

@@ -1,0 +1,161 @@
+#include "oxautils/check/config_file.h"
+
+#include "oxautils/config/config_writer.h"
+#include "oxautils/config/version.h"
+#include "oxautils/config/xml_names.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+namespace OXA {
+
+namespace {
+
+constexpr int kAbove = 4; // of compareVersion
+constexpr int kNumbers = 16; // of ports and units: 0 to 15
+
+QString openErrorOf(const QString& path)
+{
+    if (QFileInfo(path).isDir())
+        return "it is a directory";
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
+}
+
+QString versionErrorOf(const QDomElement& root)
+{
+    const QDomElement version = root.firstChildElement(NODE_VERSION);
+    if (version.isNull())
+        return "it has no version";
+    try {
+        if (compareVersion(version.text(), LATEST_VERSION) != kAbove)
+            return {};
+    } catch (const CompareException&) {
+        return QString("its version \"%1\" is not of the form 3.0").arg(version.text());
+    }
+    return QString("its version is %1, the newest known is %2").arg(version.text(), LATEST_VERSION);
+}
+
+/// Where the parser saw the end of the element's start tag, which no two elements share.
+QPair<int, int> tagEnd(const QDomElement& element)
+{
+    return {element.lineNumber(), element.columnNumber()};
+}
+
+/// The index of a port or unit; -1 when it has none that counts.
+int numberOf(const QDomElement& element)
+{
+    bool ok = false;
+    const int number = element.attribute(ATTR_INDEX).toInt(&ok);
+    return ok && number >= 0 && number < kNumbers ? number : -1;
+}
+
+/// The children `tag` of a core's list by their index; of several the last, which is the one that
+/// counts.
+QHash<int, QDomElement> indexed(const QDomElement& core, const char* listTag, const char* tag)
+{
+    QHash<int, QDomElement> elements;
+    for (const QDomElement& element : childElements(core.firstChildElement(listTag), tag))
+        elements.insert(numberOf(element), element);
+    return elements;
+}
+
+}
+
+ConfigFile::ConfigFile(const QString& path)
+    : openError(openErrorOf(path))
+{
+    QByteArray content;
+    if (!openError.isEmpty())
+        return;
+    if (!readFile(path, content)) {
+        openError = "it cannot be read";
+        return;
+    }
+    parsed = parseXml(content, document, &xmlError);
+    if (!parsed)
+        return;
+    m_lines = QString::fromUtf8(content).split('\n');
+    root = document.documentElement();
+    versionError = versionErrorOf(root);
+    const QDomElement mode = root.firstChildElement(NODE_MODE);
+    lite = mode.text() == kModeLite;
+    if (!mode.isNull() && !lite && mode.text() != kModeStandard)
+        modeError = QString("its mode \"%1\" is neither \"%2\" nor \"%3\"")
+                        .arg(mode.text(), kModeStandard, kModeLite);
+    if (readable())
+        indexCores();
+}
+
+void ConfigFile::indexCores()
+{
+    for (const QDomElement& core : childElements(root, lite ? NODE_AOCORE_LITE : NODE_AOCORE)) {
+        m_positions.insert(tagEnd(core), m_cores.size());
+        m_cores.append({core, indexed(core, NODE_TRIGGER_LIST, NODE_TRIGGER),
+            indexed(core, NODE_MATCH_UNITS, NODE_MATCH_UNIT),
+            childElements(core.firstChildElement(NODE_EXPRESSIONS), NODE_EXPRESSION)});
+    }
+}
+
+QList<QDomElement> ConfigFile::coreElements() const
+{
+    QList<QDomElement> elements;
+    for (const CoreElements& core : m_cores)
+        elements += core.core;
+    return elements;
+}
+
+void ConfigFile::setStart(const QDomElement& element, Place& place) const
+{
+    place.line = element.lineNumber();
+    place.column = element.columnNumber();
+    // The parser says where the tag ends; no "<" stands between that and where it begins.
+    int end = place.column - 1;
+    for (int line = place.line; line >= 1 && line <= m_lines.size(); --line, end = -1) {
+        const int start = m_lines.at(line - 1).lastIndexOf('<', end);
+        if (start < 0)
+            continue;
+        place.line = line;
+        place.column = start + 1;
+        return;
+    }
+}
+
+Place ConfigFile::placeOf(const QDomElement& element) const
+{
+    Place place;
+    for (QDomElement at = element; !at.isNull(); at = at.parentNode().toElement()) {
+        if (at.tagName() == NODE_TRIGGER && place.port < 0)
+            place.port = numberOf(at);
+        else if (at.tagName() == NODE_MATCH_UNIT && place.unit < 0)
+            place.unit = numberOf(at);
+        else if (m_positions.contains(tagEnd(at)))
+            place.core = m_positions.value(tagEnd(at));
+    }
+    setStart(element, place);
+    return place;
+}
+
+void ConfigFile::locate(Place& place) const
+{
+    const CoreElements elements = m_cores.value(place.core);
+    QDomElement element = elements.core.isNull() ? root : elements.core;
+    if (place.port >= 0)
+        element = elements.ports.value(place.port, element);
+    else if (place.unit >= 0)
+        element = elements.units.value(place.unit, element);
+    else if (place.expression >= 0)
+        element = elements.expressions.value(place.expression, element);
+    setStart(element, place);
+}
+
+QList<QDomElement> childElements(const QDomElement& parent, const char* tag)
+{
+    QList<QDomElement> children;
+    for (QDomElement child = parent.firstChildElement(tag); !child.isNull();
+         child = child.nextSiblingElement(tag))
+        children += child;
+    return children;
+}
+
+}

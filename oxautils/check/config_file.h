@@ -1,0 +1,62 @@
+#ifndef OXAUTILS_CHECK_CONFIG_FILE_H
+#define OXAUTILS_CHECK_CONFIG_FILE_H
+
+#include "oxautils/check/problem.h"
+#include "oxautils/config/xml_document.h"
+
+#include <QDomElement>
+#include <QHash>
+#include <QList>
+#include <QPair>
+#include <QStringList>
+
+namespace OXA {
+
+/// A configuration file, as far as it can be read.
+struct ConfigFile {
+    explicit ConfigFile(const QString& path);
+
+    /// Whether cores can be read from it.
+    bool readable() const { return parsed && versionError.isEmpty() && modeError.isEmpty(); }
+
+    /// The elements that describe cores; none when cores cannot be read.
+    QList<QDomElement> coreElements() const;
+
+    /// Where the start tag of `element` begins, and to which core, port or unit it belongs.
+    Place placeOf(const QDomElement& element) const;
+
+    /// Adds the line and column to a place in a core.
+    void locate(Place& place) const;
+
+    bool lite = false;
+    QString openError; ///< why its bytes cannot be read; empty when they can
+    bool parsed = false;
+    XmlError xmlError; ///< why not, when they could be read
+    QDomDocument document;
+    QDomElement root;
+    QString versionError; ///< what is wrong with its version; empty when nothing is
+    QString modeError; ///< what is wrong with its mode; empty when nothing is
+
+private:
+    /// The elements of a core that places name.
+    struct CoreElements {
+        QDomElement core;
+        QHash<int, QDomElement> ports;
+        QHash<int, QDomElement> units;
+        QList<QDomElement> expressions;
+    };
+
+    void indexCores();
+    void setStart(const QDomElement& element, Place& place) const;
+
+    QStringList m_lines;
+    QList<CoreElements> m_cores;
+    QHash<QPair<int, int>, int> m_positions; // of cores, by the line and column of their tags' ends
+};
+
+/// The children of `parent` named `tag`.
+QList<QDomElement> childElements(const QDomElement& parent, const char* tag);
+
+}
+
+#endif

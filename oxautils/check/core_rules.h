@@ -1,0 +1,26 @@
+#ifndef OXAUTILS_CHECK_CORE_RULES_H
+#define OXAUTILS_CHECK_CORE_RULES_H
+
+#include "oxautils/check/rule.h"
+
+namespace OXA {
+
+// What cores of either mode can break, by themselves and together.
+void findNoCores(const Configuration& configuration, Findings& findings);
+void findTooManyCores(const Configuration& configuration, Findings& findings);
+void findUnbuiltCores(const Configuration& configuration, Findings& findings);
+void findSharedSignals(const Configuration& configuration, Findings& findings);
+
+void findCoreIndex(const AnyCore& core, Findings& findings);
+void findNoClock(const AnyCore& core, Findings& findings);
+void findSamplingEdge(const AnyCore& core, Findings& findings);
+void findMemoryKind(const AnyCore& core, Findings& findings);
+void findNoData(const AnyCore& core, Findings& findings);
+void findRepeatedSignals(const AnyCore& core, Findings& findings);
+void findSampledClock(const AnyCore& core, Findings& findings);
+void findUnusableNames(const AnyCore& core, Findings& findings);
+void findWrapperNames(const AnyCore& core, Findings& findings);
+
+}
+
+#endif

@@ -1,0 +1,165 @@
+#include "oxautils/check/expression_rules.h"
+
+#include "oxautils/encoding/trigger_expression.h"
+#include "oxautils/encoding/truth_table.h"
+
+#include <cstring>
+
+namespace OXA {
+
+namespace {
+
+constexpr int kUnits = 16;
+
+std::vector<bool> enablesOf(const AoCore& core)
+{
+    std::vector<bool> enables;
+    for (const MatchUnit* unit : core.matchUnits)
+        enables.push_back(unit->enabled);
+    return enables;
+}
+
+/// A table has only names, the single operators and parentheses.
+bool isForeign(const Token& token, bool dynamic)
+{
+    const bool doubled = token.kind == Token::Binary && token.text.size() > 1;
+    return token.kind == Token::Other
+        || (dynamic && (token.kind == Token::Constant || doubled || token.text == "~"));
+}
+
+bool names(const Expression& expression, int unit)
+{
+    for (const Token& token : expression.tokens) {
+        if (token.kind == Token::Unit && token.unit == unit)
+            return true;
+    }
+    return false;
+}
+
+/// Whether pieces of the expression are such that it makes sense to look at how they fit.
+bool isMadeOfExpressions(const Expression& expression)
+{
+    for (const Token& token : expression.tokens) {
+        const bool unknown = token.kind == Token::Unit && token.unit < 0;
+        if (unknown || isForeign(token, expression.dynamic()))
+            return false;
+    }
+    return unbalancedParentheses(expression.tokens) == 0;
+}
+
+/// The first place of the postfix text at which the compiler leaves its operands alone; -1 when it
+/// sees all of them.
+int compilerStopsAt(const Expression& expression)
+{
+    QString text = QString(expression.text).remove(' ').remove('\t');
+    std::vector<bool> enables = enablesOf(expression.core);
+    resetLogicExp(text, enables);
+    const QByteArray infix = changeExpItem(text).toLatin1();
+    QByteArray postfix(infix.size() + 1, '\0');
+    translet(infix.constData(), postfix.data());
+    const int length = int(std::strlen(postfix.constData()));
+    for (int i = 0; i < length; ++i) {
+        if (postfix.at(i) <= i)
+            return i;
+    }
+    return -1;
+}
+
+bool isTooLong(const Expression& expression)
+{
+    return expression.dynamic() && isMadeOfExpressions(expression)
+        && compilerStopsAt(expression) >= 0;
+}
+
+}
+
+void findForeignCharacters(const Expression& expression, Findings& findings)
+{
+    QStringList foreign;
+    for (const Token& token : expression.tokens) {
+        const QString text = '"' + token.text + '"';
+        if (isForeign(token, expression.dynamic()) && !foreign.contains(text))
+            foreign += text;
+    }
+    if (!foreign.isEmpty())
+        findings.add(expression.place(),
+            QString("\"%1\" holds %2, which %3 expressions do not have")
+                .arg(expression.text, foreign.join(", "),
+                    expression.dynamic() ? "dynamic" : "static"));
+}
+
+void findBlanks(const Expression& expression, Findings& findings)
+{
+    if (expression.dynamic() && hasToken(expression.tokens, Token::Blank))
+        findings.add(
+            expression.place(), QString("\"%1\" is dynamic and holds blanks").arg(expression.text));
+}
+
+void findUnknownUnits(const Expression& expression, Findings& findings)
+{
+    for (const Token& token : expression.tokens) {
+        if (token.kind == Token::Unit && token.unit < 0)
+            findings.add(expression.place(),
+                QString("\"%1\" names \"%2\", units are M0 to M15")
+                    .arg(expression.text, token.text));
+    }
+}
+
+void findDisabledUnits(const Expression& expression, Findings& findings)
+{
+    for (const MatchUnit* unit : expression.core.matchUnits) {
+        if (!unit->enabled && names(expression, unit->index))
+            findings.add(expression.place(),
+                QString("\"%1\" names M%2, which is switched off")
+                    .arg(expression.text)
+                    .arg(unit->index));
+    }
+}
+
+void findParentheses(const Expression& expression, Findings& findings)
+{
+    const int unbalanced = unbalancedParentheses(expression.tokens);
+    if (unbalanced != 0)
+        findings.add(expression.place(),
+            QString("\"%1\" %2 %3 parentheses that it does not %4")
+                .arg(expression.text, unbalanced > 0 ? "opens" : "closes",
+                    QString::number(std::abs(unbalanced)), unbalanced > 0 ? "close" : "open"));
+}
+
+void findSyntax(const Expression& expression, Findings& findings)
+{
+    if (!isMadeOfExpressions(expression) || isTooLong(expression))
+        return;
+    QString complaint = syntaxComplaint(expression.tokens);
+    if (complaint.isEmpty() && expression.dynamic()
+        && !compileExpression(expression.text, enablesOf(expression.core)).defined)
+        complaint = "its table has no values";
+    if (!complaint.isEmpty())
+        findings.add(expression.place(), QString("\"%1\": %2").arg(expression.text, complaint));
+}
+
+void findLongExpression(const Expression& expression, Findings& findings)
+{
+    if (isTooLong(expression))
+        findings.add(expression.place(),
+            QString("\"%1\" is too long: completed by the other units that are switched on, it "
+                    "has operands behind place %2, where the table's compiler stops")
+                .arg(expression.text)
+                .arg(compilerStopsAt(expression)));
+}
+
+void findHiddenUnits(const Expression& expression, Findings& findings)
+{
+    if (!expression.dynamic() || !isMadeOfExpressions(expression))
+        return;
+    for (const MatchUnit* unit : expression.core.matchUnits) {
+        const QString name = QString("M%1").arg(unit->index);
+        if (unit->enabled && expression.text.contains(name) && !names(expression, unit->index))
+            findings.add(expression.place(),
+                QString("\"%1\" does not name %2, which is switched on, but the table's compiler "
+                        "finds \"%2\" in a longer name and leaves it out of the table's address")
+                    .arg(expression.text, name));
+    }
+}
+
+}

@@ -1,0 +1,43 @@
+#ifndef OXAUTILS_CHECK_PROBLEM_H
+#define OXAUTILS_CHECK_PROBLEM_H
+
+#include "oxautils/oxautils_export.h"
+
+#include <QString>
+
+namespace OXA {
+
+enum class Severity {
+    Error, ///< the analyzer cannot be built, or would not do what the configuration says
+    Warning, ///< it can, but this is hardly what was meant
+};
+
+/// "error" or "warning".
+OXAUTILS_EXPORT QString severityText(Severity severity);
+
+/// Where a problem is, for people and for an editor that jumps there. What does not apply is -1,
+/// in the file 0.
+struct OXAUTILS_EXPORT Place {
+    int core = -1; ///< position in the list of cores, from 0
+    int port = -1; ///< index of a trigger port
+    int unit = -1; ///< index of a match unit
+    int expression = -1; ///< position in the core's list, from 0
+    int line = 0; ///< of the configuration file, from 1
+    int column = 0; ///< from 1
+
+    /// "core 2, M3"; of a place that is in no core "line 7", or nothing.
+    QString text() const;
+};
+
+/// Something that is wrong with a configuration.
+struct OXAUTILS_EXPORT Problem {
+    QString rule; ///< name of the rule that it breaks, one of `checkRules`
+    Severity severity = Severity::Error;
+    Place place;
+    QString text; ///< what is wrong
+    QString hint; ///< what to do about it
+};
+
+}
+
+#endif

@@ -1,0 +1,65 @@
+#ifndef OXAUTILS_CHECK_RULE_H
+#define OXAUTILS_CHECK_RULE_H
+
+#include "oxautils/check/config_file.h"
+#include "oxautils/check/problem.h"
+#include "oxautils/check/subjects.h"
+
+#include <QList>
+
+#include <variant>
+#include <vector>
+
+namespace OXA {
+
+class Findings;
+
+/// A rule looks at one kind of subject at a time and adds what it finds.
+using RuleFunction = std::variant<void (*)(const ConfigFile&, Findings&),
+    void (*)(const Configuration&, Findings&), void (*)(const AnyCore&, Findings&),
+    void (*)(const StandardCore&, Findings&), void (*)(const Unit&, Findings&),
+    void (*)(const Expression&, Findings&)>;
+
+struct Rule {
+    const char* name;
+    Severity severity;
+    RuleFunction find;
+    const char* meaning; // what breaks it
+    const char* hint;
+};
+
+/// Every rule, in the order in which problems of one place are shown.
+const std::vector<Rule>& rules();
+
+/// Takes what a rule finds.
+class Findings {
+public:
+    Findings(const Rule& rule, QList<Problem>& problems)
+        : m_rule(rule)
+        , m_problems(problems)
+    {
+    }
+
+    void add(const Place& place, const QString& text)
+    {
+        m_problems.append({m_rule.name, m_rule.severity, place, text, m_rule.hint});
+    }
+
+private:
+    const Rule& m_rule;
+    QList<Problem>& m_problems;
+};
+
+/// Lets every rule about this kind of subject look at `subject`.
+template <typename Subject> void applyRules(const Subject& subject, QList<Problem>& problems)
+{
+    for (const Rule& rule : rules()) {
+        Findings findings(rule, problems);
+        if (const auto* find = std::get_if<void (*)(const Subject&, Findings&)>(&rule.find))
+            (*find)(subject, findings);
+    }
+}
+
+}
+
+#endif

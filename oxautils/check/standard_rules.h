@@ -1,0 +1,24 @@
+#ifndef OXAUTILS_CHECK_STANDARD_RULES_H
+#define OXAUTILS_CHECK_STANDARD_RULES_H
+
+#include "oxautils/check/rule.h"
+
+namespace OXA {
+
+// Amounts, depths and windows, and what else belongs to a whole core.
+void findStorageDepth(const StandardCore& core, Findings& findings);
+void findWindowCount(const StandardCore& core, Findings& findings);
+void findCaptureAmount(const StandardCore& core, Findings& findings);
+void findTriggerPosition(const StandardCore& core, Findings& findings);
+void findShortWindow(const StandardCore& core, Findings& findings);
+void findNarrowRegisters(const StandardCore& core, Findings& findings);
+void findTableMemory(const StandardCore& core, Findings& findings);
+void findNoExpression(const StandardCore& core, Findings& findings);
+void findTooManyExpressions(const StandardCore& core, Findings& findings);
+
+/// The only one of them that Lite cores can break too.
+void findLiteAmount(const AnyCore& core, Findings& findings);
+
+}
+
+#endif

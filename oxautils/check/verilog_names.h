@@ -1,0 +1,17 @@
+#ifndef OXAUTILS_CHECK_VERILOG_NAMES_H
+#define OXAUTILS_CHECK_VERILOG_NAMES_H
+
+#include <QString>
+
+namespace OXA {
+
+/// Why the signal name `name` gives no Verilog identifier, escaped as the generated files escape
+/// names; empty when it does.
+QString nameComplaint(const QString& name);
+
+/// Whether the generated wrapper has a net, port or instance of this name.
+bool isWrapperName(const QString& name);
+
+}
+
+#endif

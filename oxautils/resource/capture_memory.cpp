@@ -1,0 +1,81 @@
+#include "oxautils/resource/capture_memory.h"
+
+#include "oxautils/resource/device_facts.h"
+#include "oxautils/resource/resource_estimate.h"
+
+#include <dev/device_db.h>
+
+#include <limits>
+
+namespace OXA_TOOL {
+
+namespace {
+
+constexpr int kShadowSramEntry = 4; // of ChipInfo::resources
+constexpr int kMostFactor = 4; // by which a rule multiplies the number of bits
+
+using BlockRule = int (*)(int width, int depth);
+
+struct BlockRules {
+    BlockRule plain;
+    BlockRule withMark;
+};
+
+BlockRules blockRules(const QString& device)
+{
+    if (hasBlocksOf9k(device))
+        return {bsramNumberRequiredAdjustFor20k, bsramNumberRequiredWithAdjustFor20k};
+    if (device == "QX1N-9C")
+        return {bsramNumberRequiredFor1N9C, bsramNumberRequiredWithAdjustFor1N9C};
+    return {bsramNumberRequired, bsramNumberRequiredWithAdjust};
+}
+
+}
+
+int MemoryAmounts::of(int kind) const
+{
+    const int* amount = const_cast<MemoryAmounts*>(this)->find(kind);
+    return amount ? *amount : 0;
+}
+
+int* MemoryAmounts::find(int kind)
+{
+    switch (kind) {
+    case BlockSram:
+        return &blockSram;
+    case Registers:
+        return &registers;
+    case ShadowSram:
+        return &shadowSram;
+    default:
+        return nullptr;
+    }
+}
+
+MemoryAmounts captureMemory(int width, int depth, bool mark, const QString& device)
+{
+    constexpr int kMost = std::numeric_limits<int>::max();
+    if (width < 1 || depth < 1)
+        return {};
+    if ((qint64(width) + 1) * depth > kMost / kMostFactor)
+        return {kMost, kMost, kMost};
+    const BlockRules rules = blockRules(device);
+    return {(mark ? rules.withMark : rules.plain)(width, depth),
+        regNumberRequiredWidthAdjust(width, depth, mark),
+        ssramNumberRequiredWithAdjust(width, depth, mark)};
+}
+
+MemoryAmounts deviceMemory(const QString& partNumber, const QString& device)
+{
+    return {currentDeviceBsramAmount(partNumber, device),
+        currentDeviceRegAmount(partNumber, device), currentDeviceSsramAmount(partNumber, device)};
+}
+
+int builtKind(int kind, const QString& partNumber, const QString& device)
+{
+    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(partNumber, device);
+    const bool hasNone = chip.resources.value(kShadowSramEntry).isEmpty();
+    return kind == ShadowSram && hasNone ? int(BlockSram) : kind;
+}
+
+}

@@ -1,0 +1,44 @@
+#ifndef OXAUTILS_RESOURCE_CAPTURE_MEMORY_H
+#define OXAUTILS_RESOURCE_CAPTURE_MEMORY_H
+
+#include "oxautils/oxautils_export.h"
+
+#include <QString>
+
+namespace OXA_TOOL {
+
+/// What a capture memory can be made of; configurations hold the number.
+enum MemoryKind : int {
+    BlockSram = 0,
+    Registers = 1,
+    ShadowSram = 2,
+};
+
+/// Amounts of memory: blocks of block SRAM, registers, 64-bit blocks of shadow SRAM.
+struct OXAUTILS_EXPORT MemoryAmounts {
+    int blockSram = 0;
+    int registers = 0;
+    int shadowSram = 0;
+
+    /// The amount of one kind; 0 for a number that is none.
+    int of(int kind) const;
+
+    /// The same, to be changed; null for a number that is none.
+    int* find(int kind);
+};
+
+/// What a memory of `width` data bits and `depth` samples takes on the device named `device`, made
+/// of each of the kinds. `mark` counts the bit that Standard cores store with each sample. A
+/// memory without bits takes nothing; one of more bits than 32-bit numbers count takes INT_MAX.
+OXAUTILS_EXPORT MemoryAmounts captureMemory(int width, int depth, bool mark, const QString& device);
+
+/// What the part has of each kind; `partNumber` and `device` are the device database's keys.
+OXAUTILS_EXPORT MemoryAmounts deviceMemory(const QString& partNumber, const QString& device);
+
+/// The kind that a core gets on a part which asks for `kind`: shadow SRAM becomes block SRAM where
+/// there is none.
+OXAUTILS_EXPORT int builtKind(int kind, const QString& partNumber, const QString& device);
+
+}
+
+#endif

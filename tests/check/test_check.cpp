@@ -1,0 +1,504 @@
+#include "oxautils/check/check.h"
+#include "oxautils/config/checksum.h"
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/standard_config.h"
+#include "oxautils/generate/standard_files.h"
+#include "support/files.h"
+
+#include <dev/device_db.h>
+
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace OXA;
+
+namespace {
+
+// A Standard configuration that breaks no rule. "@" is where its checksum goes.
+constexpr char kStandard[] = R"(<?xml version='1'?>
+<OXA_CONFIG>
+<Version>3.0</Version>
+<Mode>Standard</Mode>
+<AoCore index='0' sample_clock='clk' trig_type='0' storage_depth='64' window_num='1' capture_amount='64' trigger_pos='8' implementation='0'>
+<SignalList><Signal>a</Signal></SignalList>
+<Triggers>
+<Trigger index='0'><SignalList><Bus restorename='p'><Signal>p1</Signal><Signal>p0</Signal></Bus></SignalList></Trigger>
+<Trigger index='1'/>
+</Triggers>
+<MatchUnits>
+<MatchUnit index='0' enabled='1' trigger='0' match_type='0' func='0' value0='1X' value1='' countinuous='0' counter_enable='1' counter_width='3' counter='8'/>
+<MatchUnit index='1' enabled='0' match_type='0' func='0' value0='' value1='' countinuous='0' counter_enable='0' counter_width='2' counter='2'/>
+</MatchUnits>
+<Expressions type='Static'>
+<Expression>M0</Expression>
+</Expressions>
+</AoCore>
+<OXA_ID>@</OXA_ID>
+</OXA_CONFIG>
+)";
+
+constexpr char kLite[] = R"(<?xml version='1'?>
+<OXA_CONFIG>
+<Version>3.0</Version>
+<Mode>Lite</Mode>
+<AoCore_Lite index='0' sample_clock='clk' trig_type='0' capture_amount='64' implemention='0' input_register_enabled='0' capture_init_data_enabled='1'>
+<SignalList><Signal>a</Signal></SignalList>
+</AoCore_Lite>
+<OXA_ID>@</OXA_ID>
+</OXA_CONFIG>
+)";
+
+struct Broken {
+    const char* rule; // the only one that the file breaks
+    const char *from, *to; // what makes a good file that file
+    const char* place;
+    int line;
+};
+
+constexpr char kDeep[] = "depth='131072' window_num='1' capture_amount='65537'";
+constexpr char kRange[] = "type='4' func='6' value0='10' value1='01'";
+constexpr char kStatic[] = "Static'>\n<Expression>M0<";
+
+// What stands only in a file.
+constexpr Broken kBrokenForms[] = {
+    {"malformed",         "</Mode>",                "</mode>",                                           "line 4",     4 },
+    {"version",           "<Version>3.0</Version>", "",                                                  "line 2",     2 },
+    {"version",           "3.0",                    "3.x",                                               "line 3",     3 },
+    {"version",           "3.0",                    "3.0.1",                                             "line 3",     3 },
+    {"mode",              ">Standard",              ">standard",                                         "line 4",     4 },
+    {"unread-element",    "<OXA_ID>",               "<AoCore_Lite/><OXA_ID>",                            "line 19",    19},
+    {"unread-element",    "<Triggers>",             "<SignalList/><Triggers>",                           "core 0",     7 },
+    {"missing-attribute", " value1=''",             "",                                                  "core 0, M0", 12},
+    {"not-a-number",      "trigger_pos='8'",        "trigger_pos='0x8'",                                 "core 0",     5 },
+    {"not-a-word",        "</Signal></S",           "</Signal><Signal capture_enable='1'>b</Signal></S", "core 0",
+     6                                                                                                                   },
+    {"port-number",       "<Trigger index='1'",     "<Trigger index='16'",                               "core 0",     9 },
+    {"port-twice",        "<Trigger index='1'",     "<Trigger index='0'",                                "core 0, T0", 9 },
+    {"unit-number",       "<MatchUnit index='1'",   "<MatchUnit index='-1'",                             "core 0",     13},
+    {"unknown-port",      "enabled='0'",            "enabled='0' trigger='16'",                          "core 0, M1", 13},
+    {"empty-bus",         "<Signal>a<",             "<Bus name='b'/><Signal>a<",                         "core 0",     6 },
+    {"checksum",          "@",                      "0000000000000000",                                  "line 19",    19},
+    {"checksum",          "<OXA_ID>@</OXA_ID>",     "",                                                  "line 2",     2 },
+};
+
+// What cores in memory break just as well.
+constexpr Broken kBrokenCores[] = {
+    {"core-index",           "<AoCore index='0'",                             "<AoCore index='1'",                    "core 0",               5 },
+    {"no-clock",             "sample_clock='clk'",                            "sample_clock=''",                      "core 0",               5 },
+    {"sampling-edge",        "trig_type='0'",                                 "trig_type='2'",                        "core 0",               5 },
+    {"memory-kind",          "implementation='0'",                            "implementation='3'",                   "core 0",               5 },
+    {"no-data",              "<Signal>a",                                     "<Signal capture_enable='false'>a",     "core 0",               5 },
+    {"signal-twice",         "<Signal>a</Signal>",                            "<Signal>a</Signal><Signal>a</Signal>", "core 0",               5 },
+    {"signal-twice",         "p0",                                            "p1",                                   "core 0, T0",           8 },
+    {"sampled-clock",        "<Signal>a",                                     "<Signal>clk",                          "core 0",               5 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>a b",                          "core 0",               5 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>",                             "core 0",               5 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>\\a[0]",                       "core 0",               5 },
+    {"unusable-name",        "p0",                                            "0p",                                   "core 0, T0",           8 },
+    {"unusable-name",        "clk",                                           "wire",                                 "core 0",               5 },
+    {"wrapper-name",         "p0",                                            "control0",                             "core 0, T0",           8 },
+    {"storage-depth",        "storage_depth='64'",                            "storage_depth='65'",                   "core 0",               5 },
+    {"window-count",         "window_num='1'",                                "window_num='0'",                       "core 0",               5 },
+    {"window-count",         "window_num='1'",                                "window_num='3'",                       "core 0",               5 },
+    {"capture-amount",       "capture_amount='64'",                           "capture_amount='65'",                  "core 0",               5 },
+    {"capture-amount",       "window_num='1'",                                "window_num='2'",                       "core 0",               5 },
+    {"capture-amount",       "capture_amount='64'",                           "capture_amount='0'",                   "core 0",               5 },
+    {"trigger-position",     "trigger_pos='8'",                               "trigger_pos='64'",                     "core 0",               5 },
+    {"trigger-position",     "trigger_pos='8'",                               "trigger_pos='-1'",                     "core 0",               5 },
+    {"short-window",         "trigger_pos='8'",                               "trigger_pos='62'",                     "core 0",               5 },
+    {"narrow-registers",     "depth='64' window_num='1' capture_amount='64'", kDeep,                                  "core 0",               5 },
+    {"unit-unbound",         " trigger='0'",                                  "",                                     "core 0, M0",           12},
+    {"unit-on-empty-port",   " trigger='0'",                                  " trigger='1'",                         "core 0, M0",           12},
+    {"match-type",           "match_type='0'",                                "match_type='6'",                       "core 0, M0",           12},
+    {"function",             "func='0' value0='1X'",                          "func='2' value0='10'",                 "core 0, M0",           12},
+    {"value-too-long",       "1X",                                            "1X0",                                  "core 0, M0",           12},
+    {"value-too-short",      "1X",                                            "1",                                    "core 0, M0",           12},
+    {"value-character",      "1X",                                            "1x",                                   "core 0, M0",           12},
+    {"value-character",      "1X",                                            "1R",                                   "core 0, M0",           12},
+    {"value-character",      "match_type='0' func='0'",                       "match_type='2' func='5'",              "core 0, M0",           12},
+    {"range-order",          "type='0' func='0' value0='1X' value1=''",       kRange,                                 "core 0, M0",           12},
+    {"counter-width",        "counter_width='3'",                             "counter_width='33'",                   "core 0, M0",           12},
+    {"counter",              "counter='8'",                                   "counter='9'",                          "core 0, M0",           12},
+    {"counter",              "counter='8'",                                   "counter='0'",                          "core 0, M0",           12},
+    {"idle-continuous",      "='0' counter_enable='1'",                       "='1' counter_enable='0'",              "core 0, M0",           12},
+    {"unused-unit",          ">M0<",                                          ">1'b1<",                               "core 0, M0",           12},
+    {"no-expression",        "<Expression>M0</Expression>",                   "",                                     "core 0",               5 },
+    {"table-memory",         "'Static'",                                      "'Dynamic' ex_implementation='3'",      "core 0",               5 },
+    {"expression-character", ">M0<",                                          ">M0+1'b1<",                            "core 0, expression 0", 16},
+    {"expression-character", kStatic,                                         "Dynamic'>\n<Expression>~M0<",          "core 0, expression 0", 16},
+    {"expression-blank",     kStatic,                                         "Dynamic'>\n<Expression>M0 <",          "core 0, expression 0", 16},
+    {"unknown-unit",         ">M0<",                                          ">M0|M16<",                             "core 0, expression 0", 16},
+    {"disabled-unit",        ">M0<",                                          ">M0|M1<",                              "core 0, expression 0", 16},
+    {"parentheses",          ">M0<",                                          ">(M0<",                                "core 0, expression 0", 16},
+    {"parentheses",          ">M0<",                                          ">M0)|(M0<",                            "core 0, expression 0", 16},
+    {"expression-syntax",    ">M0<",                                          ">M0</Expression><Expression><",        "core 0, expression 1", 16},
+    {"expression-syntax",    ">M0<",                                          ">M0||<",                               "core 0, expression 0", 16},
+    {"expression-syntax",    ">M0<",                                          ">M0 M0<",                              "core 0, expression 0", 16},
+    {"expression-syntax",    kStatic,                                         "Dynamic'>\n<Expression>!!M0<",         "core 0, expression 0", 16},
+};
+
+// Which would be a table's width: 35 operands and operators.
+constexpr char kLongExpression[] = "M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|"
+                                   "M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0|M0";
+
+constexpr char kSecondCore[]
+    = R"(<AoCore index='1' sample_clock='clk2' trig_type='1' storage_depth='64' window_num='1' capture_amount='64' trigger_pos='8'>
+<SignalList><Signal>a</Signal></SignalList>
+<Expressions type='Static'><Expression>1'b1</Expression></Expressions>
+</AoCore>
+)";
+
+/// `text` with `from`, which it has to hold, replaced by `to`.
+QString changed(const QString& text, const QString& from, const QString& to)
+{
+    QString result = text;
+    const int at = result.indexOf(from);
+    if (at < 0)
+        qFatal("no '%s' to change", qPrintable(from));
+    return result.replace(at, from.size(), to);
+}
+
+QString severityOf(const QString& rule)
+{
+    for (const RuleInfo& info : checkRules()) {
+        if (info.name == rule)
+            return severityText(info.severity);
+    }
+    return "no such rule";
+}
+
+QStringList shown(const QList<Problem>& problems)
+{
+    QStringList texts;
+    for (const Problem& problem : problems)
+        texts += QString("%1 %2: %3: %4")
+                     .arg(severityText(problem.severity), problem.rule, problem.place.text(),
+                         problem.text);
+    return texts;
+}
+
+}
+
+class TestCheck : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void goodConfigurationsHaveNoProblems();
+    void forms_data();
+    void forms();
+    void cores_data();
+    void cores();
+    void liteCores_data();
+    void liteCores();
+    void parts_data();
+    void parts();
+    void unreadableFiles();
+    void everyRuleHasARow();
+    void namesOfTheWrapperAreKnown();
+    void problemsComeInDocumentOrder();
+    void documentsListTheRules();
+
+private:
+    /// A file of that content, its checksum right unless it says another.
+    QString write(const QString& content)
+    {
+        const QString path = m_dir.filePath("c.oxa");
+        const int at = content.indexOf('@');
+        writeFile(path, content.toUtf8());
+        if (at >= 0)
+            writeFile(path, QString(content).replace(at, 1, computeOXACRCForXml(path)).toUtf8());
+        return path;
+    }
+
+    QTestData& addRow(const char* rule, const QString& content, const char* place, int line)
+    {
+        m_rulesWithRows << rule;
+        return QTest::addRow("%s %d", rule, m_rulesWithRows.count(rule))
+            << QString(rule) << content << QString(place) << line;
+    }
+
+    void verifyOne(const QString& content, const DEV::ChipInfo* part = nullptr)
+    {
+        QFETCH(QString, rule);
+        QFETCH(QString, place);
+        QFETCH(int, line);
+        const QList<Problem> problems = checkConfigFile(write(content), part);
+        QVERIFY2(problems.size() == 1, qPrintable(shown(problems).join('\n')));
+        const Problem& problem = problems.first();
+        QCOMPARE(problem.rule, rule);
+        QCOMPARE(severityText(problem.severity), severityOf(rule));
+        QCOMPARE(problem.place.text(), place);
+        QCOMPARE(problem.place.line, line);
+        QVERIFY(!problem.text.isEmpty() && !problem.hint.isEmpty());
+    }
+
+    QTemporaryDir m_dir;
+    QStringList m_rulesWithRows;
+};
+
+void TestCheck::goodConfigurationsHaveNoProblems()
+{
+    const QStringList files {write(kStandard), OXA_SOURCE_DIR "/examples/uart/uart.oxa",
+        OXA_SOURCE_DIR "/examples/uart/uart_lite.oxa"};
+    for (const QString& file : files)
+        QCOMPARE(shown(checkConfigFile(file)), QStringList());
+    QCOMPARE(shown(checkConfigFile(write(kLite))), QStringList());
+
+    // Everything that an expression may hold, with what an older file wrote.
+    const QString expression = "(match[0] &amp;&amp; ~M0 || !(M0 ^ 1'b1)) | (M0 &amp; |M0)";
+    QCOMPARE(shown(checkConfigFile(write(changed(kStandard, ">M0<", ">" + expression + "<")))),
+        QStringList());
+    QCOMPARE(shown(checkConfigFile(write(
+                 changed(kStandard, kStatic, "Dynamic'>\n<Expression>!(M0^!M0)|M0&amp;M0<")))),
+        QStringList());
+}
+
+void TestCheck::forms_data()
+{
+    QTest::addColumn<QString>("rule");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<int>("line");
+    for (const Broken& row : kBrokenForms)
+        addRow(row.rule, changed(kStandard, row.from, row.to), row.place, row.line);
+    const QString again = "\n<MatchUnit index='1'";
+    addRow("unit-twice",
+        changed(kStandard, again,
+            "<MatchUnit index='1' enabled='0' match_type='0' counter_enable='0' "
+            "counter_width='2' counter='2' countinuous='0' func='0' value0='' "
+            "value1=''/>"
+                + again),
+        "core 0, M1", 13);
+    addRow("missing-attribute", changed(kLite, " implemention='0'", ""), "core 0", 5);
+    addRow("no-cores", "<OXA_CONFIG>\n<Version>3.0</Version>\n<Mode>Standard</Mode>\n</OXA_CONFIG>",
+        "line 1", 1);
+}
+
+void TestCheck::forms()
+{
+    QFETCH(QString, content);
+    verifyOne(content);
+}
+
+void TestCheck::cores_data()
+{
+    QTest::addColumn<QString>("rule");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<int>("line");
+    for (const Broken& row : kBrokenCores)
+        addRow(row.rule, changed(kStandard, row.from, row.to), row.place, row.line);
+    addRow("too-many-expressions",
+        changed(kStandard, "<Expression>",
+            QString("<Expression>M0</Expression>").repeated(16) + "<Expression>"),
+        "core 0", 5);
+    addRow("expression-too-long",
+        changed(kStandard, kStatic, QString("Dynamic'>\n<Expression>%1<").arg(kLongExpression)),
+        "core 0, expression 0", 16);
+    addRow("hidden-unit",
+        QString(kStandard)
+            .replace("<MatchUnit index='1'", "<MatchUnit index='10'")
+            .replace("<MatchUnit index='0'", "<MatchUnit index='1'")
+            .replace("<MatchUnit index='10' enabled='0'",
+                "<MatchUnit index='10' enabled='1' trigger='0'")
+            .replace("value0=''", "value0='11'")
+            .replace(kStatic, "Dynamic'>\n<Expression>M1</Expression><Expression>M10<"),
+        "core 0, expression 1", 16);
+    addRow("shared-data", changed(kStandard, "<OXA_ID>", QString(kSecondCore) + "<OXA_ID>"),
+        "core 1", 19);
+    QString many;
+    for (int i = 1; i <= 16; ++i)
+        many += QString(kSecondCore)
+                    .replace("index='1'", QString("index='%1'").arg(i))
+                    .replace("clk2", "clk");
+    addRow("too-many-cores", changed(kStandard, "<OXA_ID>", many + "<OXA_ID>"), "core 16", 79);
+}
+
+void TestCheck::cores()
+{
+    QFETCH(QString, content);
+    verifyOne(content);
+    // The same cores in memory have the same problem.
+    const QString path = write(content);
+    const QList<AoCore*> cores = readOXAConfigFromXml(path);
+    QCOMPARE(shown(checkCores(cores)), shown(checkConfigFile(path)));
+    qDeleteAll(cores);
+}
+
+void TestCheck::liteCores_data()
+{
+    QTest::addColumn<QString>("rule");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<int>("line");
+    addRow("memory-kind", changed(kLite, "implemention='0'", "implemention='1'"), "core 0", 5);
+    addRow("lite-amount", changed(kLite, "capture_amount='64'", "capture_amount='0'"), "core 0", 5);
+    addRow("unusable-name", changed(kLite, "<Signal>a", "<Signal>a\tb"), "core 0", 5);
+    addRow("unbuilt-core",
+        changed(kLite, "<OXA_ID>",
+            "<AoCore_Lite index='0' sample_clock='clk' trig_type='0' capture_amount='1' "
+            "implemention='2' input_register_enabled='0' capture_init_data_enabled='0'>"
+            "<SignalList><Signal>a</Signal></SignalList></AoCore_Lite><OXA_ID>"),
+        "core 1", 8);
+}
+
+void TestCheck::liteCores()
+{
+    QFETCH(QString, content);
+    verifyOne(content);
+    const QString path = write(content);
+    const QList<AOCore_Lite*> cores = readOXAConfigFromXml_Lite(path);
+    QCOMPARE(shown(checkCores(cores)), shown(checkConfigFile(path)));
+    qDeleteAll(cores);
+}
+
+// Each row stands beside what only just fits.
+void TestCheck::parts_data()
+{
+    QTest::addColumn<QString>("rule");
+    QTest::addColumn<QString>("content");
+    QTest::addColumn<QString>("place");
+    QTest::addColumn<int>("line");
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<QString>("fitting");
+    QTest::addColumn<QString>("fittingDevice");
+    const auto row = [this](const char* rule, const char* place, int line, const QString& content,
+                         const char* device, const QString& fitting, const char* fittingDevice) {
+        addRow(rule, content, place, line) << device << fitting << fittingDevice;
+    };
+    const auto deep = [](const QString& content, int depth) {
+        return changed(content, "storage_depth='64'", QString("storage_depth='%1'").arg(depth));
+    };
+    const auto kind = [](int kind) {
+        return changed(kStandard, "implementation='0'", QString("implementation='%1'").arg(kind));
+    };
+    const QString tables = changed(kStandard, "'Static'", "'Dynamic' ex_implementation='2'");
+    row("no-shadow-sram", "core 0", 5, kind(2), "QX1N-4", kind(2), "QX1N-9");
+    row("no-shadow-sram", "core 0", 5, tables, "QX1N-4", tables, "QX1N-9");
+
+    // 72 kbit are 4 blocks: 8192 samples of 1 + 1 bits take one, of 5 + 1 bits three, of 6 + 1
+    // four.
+    const auto twoCores = [&](int dataSignals) {
+        QString second = deep(kSecondCore, 8192);
+        for (int i = 1; i < dataSignals; ++i)
+            second = changed(second, "<Signal>", QString("<Signal>s%1</Signal><Signal>").arg(i));
+        second = changed(second, ">a<", ">e<");
+        return changed(deep(kStandard, 8192), "<OXA_ID>", second + "<OXA_ID>");
+    };
+    row("block-sram", "core 1", 19, twoCores(6), "QX1N-1", twoCores(5), "QX1N-1");
+
+    // 4 kbit are 64 blocks of 64 bits, and 16 samples of 1 + 1 bits take one.
+    row("shadow-sram", "core 0", 5, deep(kind(2), 2048), "QX1NZ-1D", deep(kind(2), 1024),
+        "QX1NZ-1D");
+    // 768 registers.
+    row("registers", "core 0", 5, deep(kind(1), 512), "QX1N-1", deep(kind(1), 256), "QX1N-1");
+
+    const QString late = changed(kStandard, "trigger_pos='8'", "trigger_pos='61'");
+    row("short-window", "core 0", 5, late, "QX1N-9", late, "QX1N-9C");
+}
+
+void TestCheck::parts()
+{
+    QFETCH(QString, content);
+    QFETCH(QString, device);
+    QFETCH(QString, fitting);
+    QFETCH(QString, fittingDevice);
+    const DEV::ChipInfo part = DEV::DeviceDb::instance().find("", device);
+    QVERIFY(!part.partNumber.isEmpty());
+    verifyOne(content, &part);
+    QCOMPARE(shown(checkConfigFile(write(content))), QStringList()); // without a part
+
+    const DEV::ChipInfo roomy = DEV::DeviceDb::instance().find("", fittingDevice);
+    QCOMPARE(shown(checkConfigFile(write(fitting), &roomy)), QStringList());
+}
+
+void TestCheck::unreadableFiles()
+{
+    m_rulesWithRows << "unreadable";
+    QCOMPARE(shown(checkConfigFile("/no/such")),
+        QStringList("error unreadable: : No such file or directory"));
+    QCOMPARE(shown(checkConfigFile("/")), QStringList("error unreadable: : it is a directory"));
+    const QList<Problem> empty = checkConfigFile(write(""));
+    QCOMPARE(empty.size(), 1);
+    QCOMPARE(empty.first().rule, QString("malformed"));
+
+    const QList<Problem> deep = checkConfigFile(write(QString("<a>").repeated(50000)));
+    QCOMPARE(deep.size(), 1);
+    QCOMPARE(deep.first().rule, QString("malformed"));
+}
+
+// Runs behind the rows.
+void TestCheck::everyRuleHasARow()
+{
+    if (QCoreApplication::arguments().size() > 1)
+        QSKIP("only a run of all rows has them all");
+    for (const RuleInfo& rule : checkRules())
+        QVERIFY2(m_rulesWithRows.contains(rule.name), qPrintable(rule.name));
+}
+
+void TestCheck::namesOfTheWrapperAreKnown()
+{
+    const QString path = write(kStandard);
+    OxaArg arg;
+    arg.configFile = path;
+    arg.workDir = m_dir.path();
+    const QList<AoCore*> cores = readOXAConfigFromXml(path);
+    QVERIFY(std_generateOxaTop(arg, cores));
+    const QString wrapper = QString::fromUtf8(bytesOf(m_dir.filePath("qx_oxa_top.v")));
+
+    // Its nets, and the instances, whose names stand before a parenthesis at the end of a line.
+    const QRegularExpression declared(
+        "^wire (?:\\[9:0\\] )?(\\w+);|^\\w+ +(\\w+) ?\\($", QRegularExpression::MultilineOption);
+    int count = 0;
+    for (auto it = declared.globalMatch(wrapper); it.hasNext(); ++count) {
+        const QRegularExpressionMatch match = it.next();
+        const QString name = match.captured(match.lastCapturedIndex());
+        if (name == "qx_oxa" || name == "a" || name == "p1" || name == "p0" || name == "clk")
+            continue;
+        cores.first()->sampleClock = name;
+        QCOMPARE(shown(checkCores(cores)).filter("wrapper-name").size(), 1);
+    }
+    QVERIFY(count > 25);
+    qDeleteAll(cores);
+}
+
+void TestCheck::problemsComeInDocumentOrder()
+{
+    QString content = QString(kStandard)
+                          .replace("index='0' sample_clock='clk'", "index='3' sample_clock=''")
+                          .replace("p0", "p1")
+                          .replace("1X", "1R")
+                          .replace(">M0<", ">M7<")
+                          .replace("@", "?");
+    QStringList places;
+    int line = 0;
+    for (const Problem& problem : checkConfigFile(write(content))) {
+        places += problem.rule;
+        QVERIFY(problem.place.line >= line);
+        line = problem.place.line;
+    }
+    QCOMPARE(places,
+        QStringList({"core-index", "no-clock", "signal-twice", "value-character", "unused-unit",
+            "disabled-unit", "checksum"}));
+}
+
+void TestCheck::documentsListTheRules()
+{
+    const QString page = QString::fromUtf8(bytesOf(OXA_SOURCE_DIR "/docs/checks.md"));
+    QString table = "| rule | severity | broken when | what to do |\n|---|---|---|---|\n";
+    for (const RuleInfo& rule : checkRules())
+        table += QString("| `%1` | %2 | %3 | %4 |\n")
+                     .arg(rule.name, severityText(rule.severity),
+                         QString(rule.meaning).replace('|', "\\|"),
+                         QString(rule.hint).replace('|', "\\|"));
+    if (!page.contains(table)) {
+        const QString path = m_dir.path() + "/checks-table.md";
+        m_dir.setAutoRemove(false);
+        writeFile(path, table.toUtf8());
+        QFAIL(qPrintable("docs/checks.md does not hold the table in " + path));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestCheck)
+#include "test_check.moc"
