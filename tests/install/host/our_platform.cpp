@@ -1,0 +1,11 @@
+// A host without a platform of its own gets the installed one.
+#include <oxautils/oxautils.h>
+
+int main()
+{
+    const OXA::AoCore core(0);
+    NorvoSyn::QxSynthesisSyncProxy engine(nullptr);
+    const bool refused = engine.run({}) != 0 && !engine.messages().isEmpty();
+    return DEV::DeviceDb::instance().chips().isEmpty() || core.dataOutShiftWidth() != 16
+        || !refused;
+}
