@@ -21,3 +21,10 @@ install(FILES
     ${PROJECT_BINARY_DIR}/OxaUtilsConfig.cmake
     ${PROJECT_BINARY_DIR}/OxaUtilsConfigVersion.cmake
     DESTINATION ${package_dir})
+
+# The way back from the .pc file's directory, so that the prefix may be moved.
+string(REGEX REPLACE "[^/]+" ".." OXA_PC_TO_PREFIX ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+configure_file(cmake/oxautils.pc.in ${PROJECT_BINARY_DIR}/oxautils.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/oxautils.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils)
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils/docs FILES_MATCHING PATTERN "*.md")

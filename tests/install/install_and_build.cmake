@@ -1,19 +1,37 @@
 function(run)
-    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE text ERROR_VARIABLE text)
+    execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
     if(NOT result EQUAL 0)
-        message(FATAL_ERROR "${ARGV}\nended with ${result}:\n${text}")
+        message(FATAL_ERROR "${ARGV}\nended with ${result}:\n${out}${err}")
     endif()
+    set(out ${out} PARENT_SCOPE)
+endfunction()
+
+function(build name source)
+    run(${CMAKE_COMMAND} -S ${source} -B ${WORK}/${name} -G ${GENERATOR}
+        -DCMAKE_PREFIX_PATH=${WORK}/prefix
+        -DCMAKE_CXX_COMPILER=${CXX}
+        -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
+    run(${CMAKE_COMMAND} --build ${WORK}/${name})
 endfunction()
 
 file(REMOVE_RECURSE ${WORK})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first)
 # Moved, so that nothing in the package may know where it was installed.
 file(RENAME ${WORK}/first ${WORK}/prefix)
-run(${CMAKE_COMMAND} -S ${HOST} -B ${WORK}/host -G ${GENERATOR}
-    -DCMAKE_PREFIX_PATH=${WORK}/prefix
-    -DCMAKE_CXX_COMPILER=${CXX}
-    -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
-run(${CMAKE_COMMAND} --build ${WORK}/host)
-run(${WORK}/host/host_with_own_platform ${WORK}/generated)
-run(${WORK}/host/host_with_our_platform)
+
+build(host ${SOURCE}/examples/host)
+run(${WORK}/host/host ${SOURCE}/examples/uart/uart.oxa ${WORK}/generated /ip)
+if(NOT out MATCHES "^oxa_std\n.*/ip/OXA/QX_CON/qx_con_top_6k.v\n.*/generated/qx_oxa_top.v")
+    message(FATAL_ERROR "the host's own engine was asked for:\n${out}")
+endif()
+
+build(plain ${SOURCE}/tests/install/plain_host)
+run(${WORK}/plain/plain_host)
+run(${WORK}/plain/catalogue_host)
+
 run(${WORK}/prefix/bin/oxa --version)
+set(ENV{PKG_CONFIG_PATH} ${WORK}/prefix/${LIBDIR}/pkgconfig)
+run(pkg-config --cflags --libs oxautils)
+if(NOT out MATCHES "-I${WORK}/prefix/[^ ]*/include" OR NOT out MATCHES "-loxautils -loxanorvosyn -loxadev")
+    message(FATAL_ERROR "pkg-config said: ${out}")
+endif()

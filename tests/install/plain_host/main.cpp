@@ -1,4 +1,3 @@
-// A host without a platform of its own gets the installed one.
 #include <oxautils/oxautils.h>
 
 int main()

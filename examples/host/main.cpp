@@ -1,0 +1,12 @@
+// Generates an analyzer and has it synthesized: host CONFIGURATION WORK_DIRECTORY IP_DIRECTORY
+#include <oxautils/oxautils.h>
+
+int main(int argc, char** argv)
+{
+    if (argc != 4)
+        return 2;
+    const QString workDir = argv[2];
+    OXA::OXAProxyQxSyn generator(nullptr);
+    return generator.startGenerate(
+        {argv[1], workDir + ".netlist.v", "HOST-1", "QX3AN-6A", workDir, argv[3], ""});
+}
