@@ -35,8 +35,6 @@ int used(const QJsonObject& counts, const Kind& kind)
 
 QStringList resourceProblems(const QString& usageFile, const TargetDevice& target)
 {
-    if (!target.known)
-        return {"RESOURCE_CHECK: the device is not in the device database"};
     QFile file(usageFile);
     file.open(QIODevice::ReadOnly);
     const QJsonObject design

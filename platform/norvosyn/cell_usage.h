@@ -9,8 +9,7 @@ namespace NorvoSyn {
 struct TargetDevice;
 
 /// Compares the cells of a netlist with what the device has. A text for each kind of which there
-/// are too many; one text when that cannot be told (the device is unknown, or the engine did not
-/// leave the count in `usageFile`).
+/// are too many; one text when the engine did not leave its count in `usageFile`.
 QStringList resourceProblems(const QString& usageFile, const TargetDevice& target);
 
 }

@@ -8,6 +8,7 @@ namespace NorvoSyn {
 namespace {
 
 constexpr qint64 kLogBytes = 64 << 20; // an engine gone wild must not fill the disk
+constexpr int kTextBytes = 4096; // of a line; messages are shorter
 constexpr int kMessages = 500;
 constexpr int kTailLines = 10;
 
@@ -43,21 +44,35 @@ EngineOutput::EngineOutput(const QString& logFile, Stage stage)
 void EngineOutput::take(const QByteArray& line)
 {
     log(line);
-    const QString text = QString::fromUtf8(line);
+    const QString text = QString::fromUtf8(line.left(kTextBytes));
     remember(text);
+    if (m_open && text.startsWith("    ")) {
+        m_messages.last() += ' ' + text.simplified();
+        return;
+    }
+    m_open = false;
     if (const auto stage = stageLine().match(text); stage.hasMatch()) {
         m_source.clear();
         m_stage(stage.captured(2), stage.captured(1).toInt());
     } else if (const auto source = sourceLine().match(text); source.hasMatch()) {
         m_source = source.captured(1);
-    } else if (const auto message = messageLine().match(text); message.hasMatch()) {
-        const bool error = message.captured("kind") == "ERROR";
-        const QString place
-            = message.captured("place").isEmpty() ? m_source : message.captured("place");
-        m_hasError = m_hasError || error;
-        addMessage((place.isEmpty() ? QString() : place + ": ") + (error ? "error: " : "warning: ")
-            + message.captured("text"));
+    } else if (text.contains("Warning: ") || text.contains("ERROR: ")) {
+        takeMessage(text);
     }
+}
+
+void EngineOutput::takeMessage(const QString& text)
+{
+    const auto message = messageLine().match(text);
+    if (!message.hasMatch())
+        return;
+    const bool error = message.captured("kind") == "ERROR";
+    m_hasError = m_hasError || error;
+    QString place = message.captured("place");
+    if (place.isEmpty() && error)
+        place = m_source;
+    addMessage((place.isEmpty() ? QString() : place + ": ") + (error ? "error: " : "warning: ")
+        + message.captured("text"));
 }
 
 void EngineOutput::log(const QByteArray& line)
@@ -82,9 +97,8 @@ void EngineOutput::addMessage(const QString& message)
     if (m_seen.size() > kMessages || m_seen.contains(message))
         return;
     m_seen.insert(message);
-    m_messages << (m_seen.size() > kMessages
-            ? QString("more messages are in the log: %1").arg(m_log.fileName())
-            : message);
+    m_open = m_seen.size() <= kMessages;
+    m_messages << (m_open ? message : "more messages are in the log: " + m_log.fileName());
 }
 
 }

@@ -33,6 +33,7 @@ public:
 private:
     void log(const QByteArray& line);
     void remember(const QString& line);
+    void takeMessage(const QString& text);
     void addMessage(const QString& message);
 
     QFile m_log;
@@ -43,6 +44,7 @@ private:
     QStringList m_tail;
     qint64 m_logged = 0;
     bool m_hasError = false;
+    bool m_open = false; ///< indented lines that follow belong to the last message
 };
 
 }

@@ -82,6 +82,9 @@ private:
 
     bool prepare()
     {
+        if (m_request.checkResources && !m_target.known)
+            return fail(QString("RESOURCE_CHECK: the device database has no \"%1\", \"%2\"")
+                            .arg(m_request.partNumber, m_request.deviceName));
         QString problem;
         return m_directory.prepare(engineScript(m_request, m_target), problem) || fail(problem);
     }

@@ -104,7 +104,7 @@ void readOutputFile(MapReader& options, SynthesisRequest& request)
     const QFileInfo info(request.outputFile);
     if (info.isDir())
         options.complain(OPT_OUTPUT_VERILOG, QString("is a directory: %1").arg(*path));
-    else if (!info.dir().exists())
+    else if (!info.dir().exists() && info.path() != request.workDir)
         options.complain(OPT_OUTPUT_VERILOG,
             QString("is to go into a directory that does not exist: %1").arg(info.path()));
     else if (request.sources.contains(request.outputFile))
@@ -141,17 +141,13 @@ void readSettings(MapReader& top, SynthesisRequest& request)
     }
 }
 
-/// Last, so that a request that cannot run leaves no directory behind.
-void readWorkDir(MapReader& top, SynthesisRequest& request, const QStringList& problems)
+void readWorkDir(MapReader& top, SynthesisRequest& request)
 {
     const std::optional<QString> path = top.text(WORK_DIR);
-    if (!path)
-        return;
-    if (path->isEmpty())
-        return top.complain(WORK_DIR, "is empty");
-    request.workDir = absolute(*path);
-    if (problems.isEmpty() && !QDir().mkpath(request.workDir))
-        top.complain(WORK_DIR, QString("is no directory and cannot become one: %1").arg(*path));
+    if (path && path->isEmpty())
+        top.complain(WORK_DIR, "is empty");
+    else if (path)
+        request.workDir = absolute(*path);
 }
 
 }
@@ -160,12 +156,16 @@ bool readRequest(const QVariantMap& map, SynthesisRequest& request, QStringList&
 {
     QStringList found;
     MapReader top(map, QString(), found);
+    readWorkDir(top, request);
     readProjectName(top, request);
     readDevice(top, request, found);
     readSources(top, request, found);
     readOptions(top, request, found);
     readSettings(top, request);
-    readWorkDir(top, request, found);
+    // Last, so that a request that cannot run leaves no directory behind.
+    if (found.isEmpty() && !QDir().mkpath(request.workDir))
+        top.complain(
+            WORK_DIR, QString("is no directory and cannot become one: %1").arg(request.workDir));
     problems << found;
     return found.isEmpty();
 }

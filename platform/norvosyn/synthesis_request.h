@@ -15,7 +15,7 @@ struct SynthesisRequest {
     QString deviceName;
     QStringList sources; ///< existing files, in the order of compilation
     QStringList includePaths; ///< searched in this order; they need not exist
-    QString outputFile; ///< its directory exists
+    QString outputFile; ///< its directory exists, or is the work directory
     bool insertPads = true;
     bool checkResources = true; ///< compare the cells with what the device has
 };

@@ -26,10 +26,12 @@ yosys hierarchy -check -top $top
 yosys proc
 yosys flatten
 yosys opt_clean
-yosys check
 
 stage 20 "optimizing"
 yosys opt
+# Here and not earlier: what a feature that is switched off leaves open is gone. Not later: from here
+# on an open net is taken for any value, and the netlist would not show it.
+yosys check -assert
 yosys wreduce
 yosys peepopt
 yosys opt -full
