@@ -9,7 +9,7 @@ namespace {
 
 constexpr qint64 kLogBytes = 64 << 20; // an engine gone wild must not fill the disk
 constexpr int kTextBytes = 4096; // of a line; messages are shorter
-constexpr int kMessages = 500;
+constexpr int kWarnings = 100; // errors are never left out
 constexpr int kTailLines = 10;
 
 const QRegularExpression& stageLine()
@@ -71,8 +71,8 @@ void EngineOutput::takeMessage(const QString& text)
     QString place = message.captured("place");
     if (place.isEmpty() && error)
         place = m_source;
-    addMessage((place.isEmpty() ? QString() : place + ": ") + (error ? "error: " : "warning: ")
-        + message.captured("text"));
+    const QString what = (error ? "error: " : "warning: ") + message.captured("text");
+    addMessage(place.isEmpty() ? what : place + ": " + what, error);
 }
 
 void EngineOutput::log(const QByteArray& line)
@@ -92,13 +92,14 @@ void EngineOutput::remember(const QString& line)
         m_tail.removeFirst();
 }
 
-void EngineOutput::addMessage(const QString& message)
+void EngineOutput::addMessage(const QString& message, bool error)
 {
-    if (m_seen.size() > kMessages || m_seen.contains(message))
+    if (m_seen.contains(message) || (!error && m_warnings > kWarnings))
         return;
     m_seen.insert(message);
-    m_open = m_seen.size() <= kMessages;
-    m_messages << (m_open ? message : "more messages are in the log: " + m_log.fileName());
+    m_warnings += error ? 0 : 1;
+    m_open = error || m_warnings <= kWarnings;
+    m_messages << (m_open ? message : "more warnings are in the log: " + m_log.fileName());
 }
 
 }

@@ -34,7 +34,7 @@ private:
     void log(const QByteArray& line);
     void remember(const QString& line);
     void takeMessage(const QString& text);
-    void addMessage(const QString& message);
+    void addMessage(const QString& message, bool error);
 
     QFile m_log;
     Stage m_stage;
@@ -43,6 +43,7 @@ private:
     QSet<QString> m_seen;
     QStringList m_tail;
     qint64 m_logged = 0;
+    int m_warnings = 0;
     bool m_hasError = false;
     bool m_open = false; ///< indented lines that follow belong to the last message
 };

@@ -25,9 +25,10 @@ QString unusable(const QString& path)
     for (const QChar c : path) {
         if (c.category() == QChar::Other_Control)
             return "holds a control character";
-        if (c.isSurrogate())
-            return QString("holds a character past U+FFFF, which the engine cannot read: %1")
-                .arg(path);
+        // Its Tcl has no more characters, and its preprocessor puts names between quotes.
+        if (c.isSurrogate() || c == '"')
+            return QString("holds %1, which the engine cannot read: %2")
+                .arg(c == '"' ? "a double quote" : "a character past U+FFFF", path);
     }
     return {};
 }

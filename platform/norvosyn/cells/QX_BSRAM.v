@@ -39,17 +39,21 @@ module QX_BSRAM #(
     wire [ROW_BITS-1:0] wrow = WADDR[3 +: ROW_BITS] & ~(WRITE_ROWS[ROW_BITS-1:0] - 1'b1);
     wire [ROW_BITS-1:0] rrow = RADDR[3 +: ROW_BITS] & ~(READ_ROWS[ROW_BITS-1:0] - 1'b1);
 
-    integer r;
-    initial
-        for (r = 0; r < ROWS; r = r + 1)
-            rows[r] = INIT[9*r +: 9];
-
     wire [35:0] word;
     always @(posedge RCLK)
         if (RE) RDATA <= word;
 
     genvar k;
     generate
+        // In pieces, since a simulator copies a number for every part that is taken of it.
+        for (k = 0; k < ROWS; k = k + 64) begin : contents
+            localparam [9*64-1:0] PIECE = INIT[9*k +: 9*64];
+            integer r;
+            initial
+                for (r = 0; r < 64; r = r + 1)
+                    rows[k + r] = PIECE[9*r +: 9];
+        end
+
         if (WRITE_WIDTH < 9) begin : narrow_write
             wire [3:0] wbit = {1'b0, WADDR[2:0] & ~(WRITE_WIDTH[2:0] - 3'd1)};
             always @(posedge WCLK)

@@ -27,7 +27,7 @@ const EngineRow kEngines[] = {
         "echo new > netlist.v",                                                                              true,  "x.v:3: warning: odd"              },
     {"tells where an error without a place is",
      "echo '7. Executing Verilog-2005 frontend: /ip/top.v'; echo 'ERROR: no include file'; exit "
-     "1",                                                                                                    false, "/ip/top.v: error: no include file"},
+        "1",                                                                                                 false, "/ip/top.v: error: no include file"},
     {"floods the log",                             "yes 0123456789 | head -c 8000000; echo new > netlist.v", true,  ""                                 },
     {"prints no line end",                         "head -c 300000 /dev/zero; echo new > netlist.v",         true,  ""                                 },
     {"closes its output early",                    "exec >&- 2>&-; sleep 0.3; echo new > netlist.v",         true,  ""                                 },

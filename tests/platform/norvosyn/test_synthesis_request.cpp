@@ -24,7 +24,7 @@ const BadRow kBad[] = {
     {"project_name",               {},                                               "request: \"project_name\" is missing"                  },
     {"project_name",               "../x",
      "request: \"project_name\" cannot name files (letters, digits, \"_\", \".\" and \"-\" "
-     "can): \"../x\""                                                                                                                        },
+        "can): \"../x\""                                                                                                                     },
     {"device",                     {},                                               "request: \"device\" is missing"                        },
     {"device",                     "QX1N-9",                                         "request: \"device\" is not a map"                      },
     {"device/pn",                  {},                                               "request: device: \"pn\" is missing"                    },
@@ -42,7 +42,7 @@ const BadRow kBad[] = {
     {"options/output_file",        {},                                               "request: options: \"output_file\" is missing"          },
     {"options/output_file",        "/nowhere/o.v",
      "request: options: \"output_file\" is to go into a directory that does not exist: "
-     "/nowhere"                                                                                                                              },
+        "/nowhere"                                                                                                                           },
     {"options/output_file",        "/tmp",                                           "request: options: \"output_file\" is a directory: /tmp"},
     {"options/disable_insert_pad", 1,                                                "request: options: \"disable_insert_pad\" is not a text"},
     {"iniconfig",                  {},                                               "request: \"iniconfig\" is missing"                     },
@@ -110,7 +110,9 @@ void TestSynthesisRequest::unusableSources_data()
                                << "\"path\" is no readable file: /tmp";
     QTest::newRow("line end") << "a\n.v"
                               << "\"path\" holds a control character";
-    QTest::newRow("emoji") << QString::fromUtf8("/😀.v") << "which the engine cannot read";
+    QTest::newRow("emoji") << QString::fromUtf8("/😀.v") << "holds a character past U+FFFF";
+    QTest::newRow("quote") << "/a\"b.v"
+                           << "holds a double quote";
     QTest::newRow("empty") << ""
                            << "\"path\" is empty";
 }
