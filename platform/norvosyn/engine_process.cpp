@@ -133,7 +133,7 @@ EngineResult runEngine(const EngineCommand& command, const std::function<bool()>
                 .arg(program, process.errorString())};
     process.rememberGroup();
 
-    const EngineResult result = follow(process, command, stopAsked, line);
+    EngineResult result = follow(process, command, stopAsked, line);
     process.killGroup();
     return result;
 }
