@@ -54,7 +54,7 @@ constexpr Column kColumns[] = {
 };
 constexpr int kColumnCount = sizeof kColumns / sizeof *kColumns;
 
-constexpr qint64 kLargestFile = 64 * 1024 * 1024;
+constexpr qint64 kLargestFile = qint64(64) * 1024 * 1024;
 
 /// The text of the file; a null one and the reason in `error` when it cannot be had.
 QString readText(const QString& path, QString& error)

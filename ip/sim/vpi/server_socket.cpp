@@ -25,7 +25,7 @@ int listenAtPath(const std::string& path)
         return -1;
     }
     address.sun_family = AF_UNIX;
-    std::strcpy(address.sun_path, path.c_str());
+    std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     if (handle >= 0 && bind(handle, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0
         && listen(handle, kBacklog) == 0)
