@@ -4,9 +4,11 @@
 #include "log.h"
 #include "netlist_summary.h"
 #include "part.h"
+#include "problems.h"
 #include "progress_line.h"
 #include "work_dir.h"
 
+#include "oxautils/check/check.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 
@@ -45,8 +47,23 @@ struct Options {
     bool noSynthesis = false;
     bool noTop = false;
     bool force = false;
+    bool strict = false;
     bool json = false;
 };
+
+/// Says on `err` what `oxa check` would; false when that stops the run.
+bool passesCheck(const Options& options, const OXA::OxaArg& arg, QTextStream& err)
+{
+    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
+    const QList<OXA::Problem> problems = OXA::checkConfigFile(options.file, &chip);
+    const bool stops = options.strict && !problems.isEmpty();
+    for (const OXA::Problem& problem : problems)
+        err << problemLine(options.file, problem, stops ? "error" : "warning") << '\n';
+    if (stops)
+        err << "error: nothing was generated; `oxa check " << options.file
+            << "` says what to do about these\n";
+    return !stops;
+}
 
 QString installedIpDir()
 {
@@ -166,6 +183,8 @@ int run(const Options& options, Io& io)
         io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
         return kUnusable;
     }
+    if (!passesCheck(options, arg, io.err))
+        return kJobFailed;
     return options.noSynthesis ? prepare(options, arg, io) : synthesize(options, arg, io);
 }
 
@@ -192,6 +211,8 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper")
         ->needs(noSynthesis);
     command->add_flag("--force", options->force, "Empty the work directory whatever is in it");
+    command->add_flag("--strict", options->strict,
+        "Generate nothing when `oxa check` would find anything, warnings included");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

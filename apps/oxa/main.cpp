@@ -69,9 +69,12 @@ static int run(int argc, char** argv)
     int status = kDone;
     addNew(app, io, status);
     addShow(app, io, status);
+    addCheck(app, io, status);
+    addEstimate(app, io, status);
     addGenerate(app, io, status);
-    addDevices(app, io, status);
     addSimulate(app, io, status);
+    addDevices(app, io, status);
+    addVoltage(app, io, status);
 
     status = parse(app, argc, argv, status);
     out.flush();

@@ -16,7 +16,8 @@ void findMisfit(const Configuration& configuration, OXA_TOOL::MemoryKind kind, c
     const qint64 available = OXA_TOOL::deviceMemory(part.partNumber, part.name).of(kind);
     qint64 taken = 0;
     for (const AnyCore& core : configuration.cores) {
-        if (OXA_TOOL::builtKind(core.implementation, part.partNumber, part.name) != kind)
+        const bool built = !core.lite || core.position == 0; // further Lite cores are not
+        if (!built || OXA_TOOL::builtKind(core.implementation, part.partNumber, part.name) != kind)
             continue;
         const qint64 before = taken;
         const OXA_TOOL::MemoryAmounts memory

@@ -39,6 +39,9 @@ private Q_SLOTS:
     void patterns();
     void partsAsJson();
     void nothingFits();
+    void voltages();
+    void voltagesAsJson();
+    void noVoltages();
 
 private:
     Result devices(const QStringList& more = {})
@@ -123,6 +126,60 @@ void TestOxaParts::nothingFits()
         writeFile(m_dir.filePath("bad.csv"), QByteArray(kHeader) + "A,S\n")});
     QCOMPARE(malformed.status, 2);
     QVERIFY2(malformed.err.contains("bad.csv:2:3: 2 columns"), qPrintable(malformed.err));
+}
+
+void TestOxaParts::voltages()
+{
+    const Result apart = oxa({"voltage", "--part", "QX1N-9LV-QFN88-C6"});
+    QCOMPARE(apart.out,
+        QString("QX1N-9LV-QFN88-C6 (QX1N-9, QFN88), volts\n"
+                "\n"
+                "SUPPLY   MINIMUM  MAXIMUM  DEFAULT  CHOICES\n"
+                "VCC         1.14     1.26     1.2V  1.2\n"
+                "VCCX       2.375    3.465      2.5  2.5, 3.3\n"
+                "VCC_LDO        -        -        -  no such supply\n"));
+    QCOMPARE(apart.status, 0);
+
+    const Result shorted = oxa({"voltage", "--part", "QX1N-9UV-QFN88-C6"});
+    QVERIFY(shorted.out.endsWith("\n\nVCC and VCCX are shorted in this package\n"));
+    QCOMPARE(shorted.status, 1);
+    const Result otherPackage = oxa({"voltage", "--part", "QX1N-9UV-BGA256-C6"});
+    QVERIFY(!otherPackage.out.contains("shorted"));
+    QCOMPARE(otherPackage.status, 0);
+}
+
+void TestOxaParts::voltagesAsJson()
+{
+    const Result result
+        = oxa({"voltage", "--part", "QX1NZ-1ZV-QFN48-C3", "--device", "QX1NZ-1D", "--json"});
+    QCOMPARE(result.status, 1);
+    const QJsonObject json = QJsonDocument::fromJson(result.out.toUtf8()).object();
+    QCOMPARE(json.value("device").toString(), QString("QX1NZ-1D"));
+    QCOMPARE(json.value("shorts").toArray(), QJsonArray({QJsonArray({"VCCX", "VCC_LDO"})}));
+    const QJsonObject expected {
+        {"name",    "VCC"                     },
+        {"minimum", "0.87"                    },
+        {"maximum", "1.05"                    },
+        {"choices", QJsonArray({"0.9", "1.0"})},
+        {"default", "0.9"                     }
+    };
+    QCOMPARE(json.value("supplies").toArray().first().toObject(), expected);
+}
+
+void TestOxaParts::noVoltages()
+{
+    const Result ambiguous = oxa({"voltage", "--part", "QX1NZ-1ZV-QFN48-C3"});
+    QCOMPARE(ambiguous.status, 2);
+    QVERIFY(ambiguous.err.contains("add --device and one of \"QX1NZ-1\", \"QX1NZ-1D\""));
+    const Result near = oxa({"voltage", "--part", "QX1N-9LV-QFN88"});
+    QCOMPARE(near.status, 2);
+    QVERIFY2(near.err.contains("did you mean \"QX1N-9LV-QFN88-C6\""), qPrintable(near.err));
+    const Result none
+        = oxa({"voltage", "--device-db", m_catalogue, "--part", "BETA.2", "--device", "D-2"});
+    QCOMPARE(none.status, 2);
+    QVERIFY2(none.err.startsWith("error: the voltage table has no row for BETA.2"),
+        qPrintable(none.err));
+    QVERIFY(none.out.isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestOxaParts)

@@ -1,0 +1,89 @@
+#include "command.h"
+#include "part.h"
+#include "problems.h"
+
+#include "oxautils/check/check.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace {
+
+constexpr char kSummary[] = "Find every problem of a configuration";
+
+constexpr char kHelp[]
+    = R"(Each problem comes with its place in the file, the core (from 0) and in it the
+trigger port (T0), match unit (M3) or expression, and what to do about it. With
+--part also what does not fit the part. docs/checks.md lists the rules.
+
+Exit status 1 says that there are errors; warnings alone give 0, or 1 with
+--strict.)";
+
+struct Options {
+    QString file;
+    PartOptions part;
+    bool strict = false;
+    bool json = false;
+};
+
+QString counted(int count, const QString& what)
+{
+    return QString("%1 %2%3").arg(count).arg(what, count == 1 ? "" : "s");
+}
+
+void print(QTextStream& out, const QString& file, const QList<OXA::Problem>& problems)
+{
+    for (const OXA::Problem& problem : problems)
+        out << problemLine(file, problem) << "\n    " << problem.hint << '\n';
+    if (problems.isEmpty())
+        out << file << ": no problems\n";
+    else
+        out << file << ": " << counted(countOf(problems, OXA::Severity::Error), "error") << ", "
+            << counted(countOf(problems, OXA::Severity::Warning), "warning") << '\n';
+}
+
+void printJson(QTextStream& out, const QList<OXA::Problem>& problems)
+{
+    QJsonArray array;
+    for (const OXA::Problem& problem : problems)
+        array += problemJson(problem);
+    out << QString::fromUtf8(QJsonDocument(
+        QJsonObject {
+            {"problems", array}
+    }).toJson());
+}
+
+int statusOf(const QList<OXA::Problem>& problems, bool strict)
+{
+    if (!problems.isEmpty() && problems.first().rule == "unreadable")
+        return kUnusable;
+    const int errors = countOf(problems, OXA::Severity::Error);
+    return errors > 0 || (strict && !problems.isEmpty()) ? kJobFailed : kDone;
+}
+
+int run(const Options& options, Io& io)
+{
+    std::optional<DEV::ChipInfo> part;
+    if (!options.part.part.isEmpty() && !(part = findPart(options.part, io.err)))
+        return kUnusable;
+    const QList<OXA::Problem> problems
+        = OXA::checkConfigFile(options.file, part ? &*part : nullptr);
+    if (options.json)
+        printJson(io.out, problems);
+    else
+        print(io.out, options.file, problems);
+    return statusOf(problems, options.strict);
+}
+
+}
+
+void addCheck(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "check", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addPartOptions(*command, options->part);
+    command->add_flag("--strict", options->strict, "Warnings, too, make the exit status 1");
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

@@ -1,0 +1,217 @@
+#include "command.h"
+#include "configuration.h"
+#include "part.h"
+#include "table.h"
+
+#include "oxautils/resource/capture_memory.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <unistd.h>
+
+namespace {
+
+using OXA_TOOL::MemoryAmounts;
+
+constexpr char kSummary[] = "Count what the capture memories take of a part";
+
+constexpr char kHelp[]
+    = R"(For each core what its memory takes of the kind that it is made of and, in
+parentheses, what it would take of the others; then the sum, against what the
+part has. Block SRAMs are blocks of 18 kbit, 9 kbit on some devices; shadow SRAMs
+are blocks of 64 bits. Standard cores store a bit more with each sample, the
+trigger's mark. Trigger logic and expression tables are not counted.
+
+Exit status 1 says that the memories do not fit.)";
+
+constexpr Table::Column kColumns[] = {
+    {"CORE",   Table::Left },
+    {"MEMORY", Table::Left },
+    {"TAKES",  Table::Right},
+    {"HAS",    Table::Right},
+    {"SHARE",  Table::Right},
+    {"",       Table::Left },
+};
+
+constexpr const char* kKindNames[] = {"block SRAM", "registers", "shadow SRAM"};
+constexpr int kKinds = 3;
+constexpr int kBarLength = 25;
+
+struct Options {
+    QString file;
+    PartOptions part;
+    bool json = false;
+};
+
+/// What is known of one core's memory.
+struct Memory {
+    int position;
+    int index;
+    int width; // data bits
+    int depth; // samples
+    bool mark; // a bit more is stored with each sample
+    int kind; // that is built
+    MemoryAmounts takes; // of each kind, if it were made of that
+};
+
+struct Estimate {
+    QList<Memory> memories;
+    qint64 total[kKinds] = {0, 0, 0};
+    MemoryAmounts available;
+
+    bool fits() const
+    {
+        for (int kind = 0; kind < kKinds; ++kind) {
+            if (total[kind] > available.of(kind))
+                return false;
+        }
+        return true;
+    }
+};
+
+void add(Estimate& estimate, Memory memory, int askedKind, const DEV::ChipInfo& chip)
+{
+    memory.kind = OXA_TOOL::builtKind(askedKind, chip.partNumber, chip.name);
+    memory.takes = OXA_TOOL::captureMemory(memory.width, memory.depth, memory.mark, chip.name);
+    if (memory.kind >= 0 && memory.kind < kKinds)
+        estimate.total[memory.kind] += memory.takes.of(memory.kind);
+    estimate.memories += memory;
+}
+
+Estimate estimateOf(const Configuration& configuration, const DEV::ChipInfo& chip)
+{
+    Estimate estimate;
+    estimate.available = OXA_TOOL::deviceMemory(chip.partNumber, chip.name);
+    for (int i = 0; i < configuration.cores.size(); ++i) {
+        const OXA::AoCore& core = *configuration.cores.at(i);
+        add(estimate, {i, core.index, core.dataSignals().size(), core.storageDepth, true, 0, {}},
+            core.implementation, chip);
+    }
+    if (!configuration.liteCores.isEmpty()) { // only the first is built
+        const OXA::AOCore_Lite& core = *configuration.liteCores.first();
+        add(estimate, {0, core.index, core.dataSignals().size(), core.captureAmount, false, 0, {}},
+            core.implementation, chip);
+    }
+    return estimate;
+}
+
+QString shareText(qint64 taken, qint64 available)
+{
+    return available > 0 ? QString("%1 %").arg((taken * 100 + available - 1) / available) : "-";
+}
+
+/// A bar as long as the share; on a terminal only.
+QString barText(qint64 taken, qint64 available)
+{
+    static const bool terminal = isatty(STDOUT_FILENO);
+    if (!terminal || available <= 0)
+        return {};
+    const int length
+        = int(qMin<qint64>(kBarLength, (taken * kBarLength + available - 1) / available));
+    return QString(length, '#').leftJustified(kBarLength, '.');
+}
+
+QString noteText(qint64 taken, qint64 available)
+{
+    const QString bar = barText(taken, available);
+    if (taken <= available)
+        return bar;
+    return bar + (bar.isEmpty() ? "" : " ") + "does not fit";
+}
+
+void addRow(Table& table, const QString& core, const QString& kind, qint64 taken, qint64 available)
+{
+    table.addRow({core, kind, QString::number(taken), QString::number(available),
+        shareText(taken, available), noteText(taken, available)});
+}
+
+void print(
+    QTextStream& out, const QString& file, const DEV::ChipInfo& chip, const Estimate& estimate)
+{
+    out << file << " on " << chip.partNumber << " (" << chip.name << ")\n\n";
+    Table table(kColumns);
+    for (const Memory& memory : estimate.memories) {
+        QString core = QString("%1: %2 bits x %3")
+                           .arg(memory.position)
+                           .arg(memory.width + int(memory.mark))
+                           .arg(memory.depth);
+        for (int kind = 0; kind < kKinds; ++kind) {
+            const bool built = kind == memory.kind;
+            addRow(table, core, built ? kKindNames[kind] : QString("(%1)").arg(kKindNames[kind]),
+                memory.takes.of(kind), estimate.available.of(kind));
+            core.clear();
+        }
+    }
+    for (int kind = 0; kind < kKinds; ++kind)
+        addRow(table, kind == 0 ? "total" : "", kKindNames[kind], estimate.total[kind],
+            estimate.available.of(kind));
+    table.print(out);
+}
+
+QJsonObject amountsJson(const MemoryAmounts& amounts)
+{
+    return {
+        {"blockSram",  amounts.blockSram },
+        {"registers",  amounts.registers },
+        {"shadowSram", amounts.shadowSram}
+    };
+}
+
+void printJson(QTextStream& out, const DEV::ChipInfo& chip, const Estimate& estimate)
+{
+    QJsonArray cores;
+    for (const Memory& memory : estimate.memories) {
+        const bool known = memory.kind >= 0 && memory.kind < kKinds;
+        cores += QJsonObject {
+            {"core",   memory.position                                           },
+            {"index",  memory.index                                              },
+            {"width",  memory.width + int(memory.mark)                           },
+            {"depth",  memory.depth                                              },
+            {"memory", known ? QJsonValue(kKindNames[memory.kind]) : QJsonValue()},
+            {"takes",  amountsJson(memory.takes)                                 }
+        };
+    }
+    const QJsonObject total {
+        {"blockSram",  estimate.total[OXA_TOOL::BlockSram] },
+        {"registers",  estimate.total[OXA_TOOL::Registers] },
+        {"shadowSram", estimate.total[OXA_TOOL::ShadowSram]}
+    };
+    const QJsonObject object {
+        {"part",      chip.partNumber                },
+        {"device",    chip.name                      },
+        {"cores",     cores                          },
+        {"total",     total                          },
+        {"available", amountsJson(estimate.available)},
+        {"fits",      estimate.fits()                }
+    };
+    out << QString::fromUtf8(QJsonDocument(object).toJson());
+}
+
+int run(const Options& options, Io& io)
+{
+    Configuration configuration;
+    if (!readConfiguration(options.file, configuration, io.err))
+        return kUnusable;
+    const std::optional<DEV::ChipInfo> chip = findPart(options.part, io.err);
+    if (!chip)
+        return kUnusable;
+    const Estimate estimate = estimateOf(configuration, *chip);
+    if (options.json)
+        printJson(io.out, *chip, estimate);
+    else
+        print(io.out, options.file, *chip, estimate);
+    return estimate.fits() ? kDone : kJobFailed;
+}
+
+}
+
+void addEstimate(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "estimate", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addPartOptions(*command, options->part)->required();
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

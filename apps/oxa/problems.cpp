@@ -1,0 +1,43 @@
+#include "problems.h"
+
+#include <algorithm>
+
+QString problemLine(const QString& file, const OXA::Problem& problem, const QString& severity)
+{
+    QString where = file;
+    if (problem.place.line > 0)
+        where += QString(":%1:%2").arg(problem.place.line).arg(problem.place.column);
+    QStringList parts {where, severity.isEmpty() ? severityText(problem.severity) : severity};
+    if (problem.place.core >= 0)
+        parts += problem.place.text();
+    parts += problem.text;
+    return parts.join(": ") + " [" + problem.rule + "]";
+}
+
+QJsonObject problemJson(const OXA::Problem& problem)
+{
+    QJsonObject object {
+        {"rule",     problem.rule                  },
+        {"severity", severityText(problem.severity)},
+        {"place",    problem.place.text()          },
+        {"text",     problem.text                  },
+        {"hint",     problem.hint                  }
+    };
+    const auto add = [&object](const char* name, int number, int none) {
+        if (number != none)
+            object.insert(name, number);
+    };
+    add("core", problem.place.core, -1);
+    add("port", problem.place.port, -1);
+    add("unit", problem.place.unit, -1);
+    add("expression", problem.place.expression, -1);
+    add("line", problem.place.line, 0);
+    add("column", problem.place.column, 0);
+    return object;
+}
+
+int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity)
+{
+    return int(std::count_if(problems.begin(), problems.end(),
+        [severity](const OXA::Problem& problem) { return problem.severity == severity; }));
+}

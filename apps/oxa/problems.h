@@ -1,0 +1,19 @@
+#ifndef APPS_OXA_PROBLEMS_H
+#define APPS_OXA_PROBLEMS_H
+
+#include "oxautils/check/problem.h"
+
+#include <QJsonObject>
+#include <QList>
+
+/// "FILE:LINE:COLUMN: SEVERITY: PLACE: TEXT [RULE]", without what a problem does not have. With
+/// `severity` that one instead of the problem's own.
+QString problemLine(const QString& file, const OXA::Problem& problem, const QString& severity = {});
+
+/// The problem with every field, for programs.
+QJsonObject problemJson(const OXA::Problem& problem);
+
+/// How many of `problems` are of `severity`.
+int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity);
+
+#endif
