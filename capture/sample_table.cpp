@@ -58,8 +58,8 @@ Logic SampleTable::bit(qint64 sample, int field, int bit) const
 void setBit(const SampleLayout& layout, std::vector<quint64>& row, int field, int bit, Logic value)
 {
     const BitPlace place = placeOf(layout, field, bit);
-    quint64& values = row[size_t(layout.valueAt(field) + place.word)];
-    quint64& unknowns = row[size_t(layout.unknownAt(field) + place.word)];
+    quint64& values = row[size_t(layout.valueAt(field)) + size_t(place.word)];
+    quint64& unknowns = row[size_t(layout.unknownAt(field)) + size_t(place.word)];
     values = value == Logic::One ? values | place.mask : values & ~place.mask;
     unknowns = value == Logic::Unknown ? unknowns | place.mask : unknowns & ~place.mask;
 }
