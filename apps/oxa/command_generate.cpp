@@ -164,8 +164,9 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
     for (const QString& message : messages)
         io.err << message << '\n';
     if (result != 0) {
-        io.err << "error: synthesis failed; what the engine read and said is in " << arg.workDir
-               << '\n';
+        if (!interrupt.happened()) // else the engine has said so
+            io.err << "error: synthesis failed; what the engine read and said is in " << arg.workDir
+                   << '\n';
         return kJobFailed;
     }
     printNetlist(options, arg, double(timer.elapsed()) / 1000, io.out);
