@@ -145,6 +145,12 @@ quint64 addressBit(size_t bit, size_t first)
 
 }
 
+bool evaluateStatic(
+    const QString& text, const std::vector<quint64>& units, quint64& value, QString& error)
+{
+    return Evaluation(text.toUtf8(), units).run(value, error);
+}
+
 bool compileStatic(const QString& text, TriggerTable& table, QString& error)
 {
     const QByteArray bytes = text.toUtf8();

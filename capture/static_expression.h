@@ -11,6 +11,11 @@ namespace OXA_CAPTURE {
 /// False for anything else, with the reason in `error`.
 OXACAPTURE_EXPORT bool compileStatic(const QString& text, TriggerTable& table, QString& error);
 
+/// Evaluates such an expression 64 times at once: bit r of `value` is its value when bit r of
+/// `units`, which has an entry for each of M0 to M15, are their outputs.
+OXACAPTURE_EXPORT bool evaluateStatic(
+    const QString& text, const std::vector<quint64>& units, quint64& value, QString& error);
+
 }
 
 #endif

@@ -241,8 +241,12 @@ QString progressText(const TriggerSetup& setup, const TriggerProgress& progress)
         QString("level %1 of %2 reached").arg(progress.reached).arg(setup.levels.size())};
     for (size_t i = 0; i < setup.units.size(); ++i) {
         const qint64 matches = progress.matches[i];
-        texts += QString("M%1 matched %2").arg(setup.units[i].index).arg(matches)
-            + (matches == 1 ? " time" : " times");
+        texts += QString("M%1 matched %2")
+                     .arg(QString::number(setup.units[i].index),
+                         matches == 1 ? "1 time"
+                             : matches < kCountedMatches
+                             ? QString("%1 times").arg(matches)
+                             : QString("%1 times or more").arg(kCountedMatches));
     }
     return texts.join(", ");
 }

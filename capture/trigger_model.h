@@ -92,7 +92,10 @@ OXACAPTURE_EXPORT ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTa
 OXACAPTURE_EXPORT bool dependsOnUnknown(
     const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt = kNoSample);
 
-/// How far a core without a trigger got, for its user: "level 1 of 3 reached; M0 matched 12 times".
+/// Matches that a core's hardware counts of each unit; more are counted as so many.
+constexpr qint64 kCountedMatches = 255;
+
+/// How far a core without a trigger got, for its user: "level 1 of 3 reached, M0 matched 12 times".
 OXACAPTURE_EXPORT QString progressText(const TriggerSetup& setup, const TriggerProgress& progress);
 
 }

@@ -6,6 +6,10 @@
 #include <oxautils/encoding/match_registers.h>
 
 #include <QBitArray>
+#include <QRegularExpression>
+#include <QTextStream>
+
+#include <algorithm>
 
 namespace OXA_CAPTURE {
 
@@ -117,7 +121,23 @@ void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complai
     }
 }
 
-void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
+// Samples behind the trigger, as the core's initial registers say it.
+qint64 samplesBehindTrigger(const OXA::AoCore& core, const OXA::OxaArg& arg)
+{
+    static const QRegularExpression depth("DATA_DEPTH_INIT = \\d+'h0*(-?)([0-9a-f]+);");
+    QString text;
+    QTextStream out(&text);
+    OXA::generateRegister(
+        const_cast<OXA::AoCore*>(&core), out, arg.package, arg.configFile.endsWith("oxa") ? 0 : 1);
+    // MAX_DATA_DEPTH_INIT, which has the same ending, stands in front.
+    const auto match = depth.match(text, text.indexOf(" DATA_DEPTH_INIT"));
+    const qint64 value = match.captured(2).toLongLong(nullptr, 16);
+    const int allowance = core.expressionType == 1 ? 4 : 3;
+    return (match.captured(1).isEmpty() ? value : -value) + allowance - 1;
+}
+
+void addWindows(
+    const OXA::AoCore& core, const OXA::OxaArg& arg, TriggerSetup& setup, Complaints& complaints)
 {
     setup.captureAmount = core.captureAmount;
     setup.triggerPos = core.triggerPos;
@@ -138,6 +158,9 @@ void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& compla
             QString("a window of %1 samples has no trigger position %2")
                 .arg(core.captureAmount)
                 .arg(core.triggerPos));
+    else
+        setup.triggerPos
+            = core.captureAmount - 1 - std::max(samplesBehindTrigger(core, arg), qint64(0));
 }
 
 }
@@ -158,8 +181,8 @@ SampleRequest sampleRequest(const OXA::AOCore_Lite& core)
     return {core.sampleClock, core.trigType == 1, {core.dataSignals()}};
 }
 
-bool triggerSetup(
-    const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Problems& problems)
+bool triggerSetup(const OXA::AoCore& core, const OXA::OxaArg& arg, const QString& place,
+    TriggerSetup& setup, Problems& problems)
 {
     const int before = problems.size();
     Complaints complaints(place, problems);
@@ -170,7 +193,7 @@ bool triggerSetup(
         complaints.add({}, "it captures no signal");
     addUnits(core, setup, complaints);
     addLevels(core, setup, complaints);
-    addWindows(core, setup, complaints);
+    addWindows(core, arg, setup, complaints);
     return problems.size() == before;
 }
 

@@ -5,6 +5,7 @@
 #include "capture/problem.h"
 #include "capture/waveform_sampler.h"
 
+#include <oxautils/generate/oxa_arg.h>
 #include <oxautils/model/ao_core.h>
 #include <oxautils/model/ao_core_lite.h>
 
@@ -53,10 +54,12 @@ struct TriggerSetup {
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AoCore& core);
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AOCore_Lite& core);
 
-/// What `core` would do. False when no hardware does what it asks for, with all the reasons in
-/// `problems`, their places below `place`.
-OXACAPTURE_EXPORT bool triggerSetup(
-    const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Problems& problems);
+/// What `core` does on the device and with the configuration file that `arg` names. False when no
+/// hardware does what it asks for, with all the reasons in `problems`, their places below `place`.
+///
+/// On some devices a window lies a sample earlier than asked for: `triggerPos` is then one more.
+OXACAPTURE_EXPORT bool triggerSetup(const OXA::AoCore& core, const OXA::OxaArg& arg,
+    const QString& place, TriggerSetup& setup, Problems& problems);
 
 }
 

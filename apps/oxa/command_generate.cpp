@@ -1,5 +1,6 @@
 #include "command.h"
 #include "configuration.h"
+#include "installed.h"
 #include "interrupt.h"
 #include "log.h"
 #include "netlist_summary.h"
@@ -63,11 +64,6 @@ bool passesCheck(const Options& options, const OXA::OxaArg& arg, QTextStream& er
         err << "error: nothing was generated; `oxa check " << options.file
             << "` says what to do about these\n";
     return !stops;
-}
-
-QString installedIpDir()
-{
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/oxautils/ip");
 }
 
 /// The request that the options make; what is wrong with it is said on `err`.

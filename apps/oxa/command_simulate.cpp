@@ -1,13 +1,19 @@
 #include "command.h"
 #include "configuration.h"
+#include "installed.h"
 #include "interrupt.h"
 #include "options.h"
 #include "part.h"
 #include "progress_line.h"
+#include "simulation.h"
+#include "work_dir.h"
 
 #include "capture/capture_result.h"
-#include "capture/trigger_model.h"
-#include "capture/waveform_sampler.h"
+#include "oxautils/generate/oxa_prepare.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
 
 namespace {
 
@@ -32,21 +38,13 @@ struct Options {
     PartOptions part;
     QString stimulus;
     QString output;
+    QString netlist;
+    QString ipDir;
+    QString workDir;
     bool model = false;
     qint64 forceAt = kNoSample;
     bool json = false;
 };
-
-/// What is simulated: a core with what it samples and looks for.
-struct SimulatedCore {
-    int index = 0;
-    QList<OXA::SignalItem> items;
-    SampleRequest request;
-    const OXA::AOCore_Lite* lite = nullptr; ///< else it is a Standard core, and has triggers
-    TriggerSetup setup;
-};
-
-QString coreName(int index) { return QString("core %1").arg(index); }
 
 bool report(const Problems& problems, QTextStream& err)
 {
@@ -55,24 +53,22 @@ bool report(const Problems& problems, QTextStream& err)
     return problems.isEmpty();
 }
 
-std::vector<SimulatedCore> simulatedCores(const Configuration& configuration, Problems& problems)
+std::vector<SimulatedCore> simulatedCores(
+    const Configuration& configuration, const OXA::OxaArg& arg, Problems& problems)
 {
     std::vector<SimulatedCore> cores;
     for (const OXA::AoCore* core : configuration.cores) {
         SimulatedCore simulated;
-        simulated.index = core->index;
-        simulated.items = core->captureSignals;
+        simulated.core = core;
         simulated.request = sampleRequest(*core);
-        triggerSetup(*core, coreName(core->index), simulated.setup, problems);
+        triggerSetup(*core, arg, simulated.name(), simulated.setup, problems);
         cores.push_back(std::move(simulated));
     }
     // Of a Lite configuration only the first core becomes hardware.
     for (const OXA::AOCore_Lite* core : configuration.liteCores.mid(0, 1)) {
         SimulatedCore simulated;
-        simulated.index = core->index;
-        simulated.items = core->signalList;
-        simulated.request = sampleRequest(*core);
         simulated.lite = core;
+        simulated.request = sampleRequest(*core);
         cores.push_back(std::move(simulated));
     }
     return cores;
@@ -86,33 +82,87 @@ void warnOfUnknownBits(const SimulatedCore& core, const SampleTable& samples,
         const qint64 first = progress.firstUnknown[unit];
         if (first == kNoSample || !dependsOnUnknown(core.setup, samples, forceAt))
             continue;
-        err << "warning: " << coreName(core.index) << ": unknown values decide when it triggers; M"
+        err << "warning: " << core.name() << ": unknown values decide when it triggers; M"
             << core.setup.units[unit].index << " first compares one at sample " << first
             << ", as 0\n";
         return;
     }
 }
 
-CapturedCore captureByModel(
-    const SimulatedCore& core, const SampleTable& samples, qint64 forceAt, QTextStream& err)
+std::vector<ModelRun> runModels(const Options& options, const std::vector<SimulatedCore>& cores,
+    const SampledWaveform& waveform, QTextStream& err)
 {
-    const ModelRun run
-        = core.lite ? runModel(*core.lite, samples) : runModel(core.setup, samples, forceAt);
-    warnOfUnknownBits(core, samples, run.progress, forceAt, err);
-    CapturedCore captured;
-    captured.index = core.index;
-    captured.items = core.items;
-    captured.windows = cutWindows(run.windows, samples);
-    if (!core.lite)
-        captured.progress = progressText(core.setup, run.progress);
-    return captured;
+    std::vector<ModelRun> runs;
+    for (size_t i = 0; i < cores.size(); ++i) {
+        const SampleTable& samples = waveform.cores[i];
+        runs.push_back(cores[i].lite ? runModel(*cores[i].lite, samples)
+                                     : runModel(cores[i].setup, samples, options.forceAt));
+        warnOfUnknownBits(cores[i], samples, runs.back().progress, options.forceAt, err);
+    }
+    return runs;
+}
+
+bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Window& x, const Window& y) {
+        return x.firstSample == y.firstSample && x.samples == y.samples
+            && x.triggerSample == y.triggerSample;
+    });
+}
+
+/// Replaces the models' answers by those of the generated Verilog; false, said on `err`, when there
+/// are none.
+bool runVerilog(const Options& options, const OXA::OxaArg& arg,
+    const std::vector<SimulatedCore>& cores, const SampledWaveform& waveform,
+    std::vector<ModelRun>& runs, QTextStream& err)
+{
+    const std::vector<ModelRun> models = runs;
+    const QTemporaryDir temporary;
+    ProgressLine line(err);
+    const Interrupt interrupt([] {});
+    Simulation simulation;
+    simulation.arg = arg;
+    simulation.netlist = options.netlist;
+    simulation.workDir = options.workDir.isEmpty() ? temporary.path() : options.workDir;
+    simulation.forceAt = options.forceAt;
+    simulation.progress = [&](const QString& stage, int percent) {
+        line.show(stage, percent);
+        return !interrupt.happened();
+    };
+    QString error;
+    const bool ok = simulate(simulation, cores, waveform, runs, error);
+    line.clear();
+    if (!ok)
+        err << "error: " << (interrupt.happened() ? "interrupted" : error) << '\n';
+    for (size_t i = 0; ok && i < cores.size(); ++i) {
+        if (!sameWindows(models[i].windows, runs[i].windows))
+            err << "warning: " << cores[i].name()
+                << ": the model of the trigger expects other windows; one of the two is wrong\n";
+    }
+    return ok;
+}
+
+Capture cutCapture(const std::vector<SimulatedCore>& cores, const SampledWaveform& waveform,
+    const std::vector<ModelRun>& runs)
+{
+    Capture capture;
+    for (size_t i = 0; i < cores.size(); ++i) {
+        CapturedCore captured;
+        captured.index = cores[i].index();
+        captured.items = cores[i].items();
+        captured.windows = cutWindows(runs[i].windows, waveform.cores[i]);
+        if (cores[i].core)
+            captured.progress = progressText(cores[i].setup, runs[i].progress);
+        capture.push_back(std::move(captured));
+    }
+    return capture;
 }
 
 void print(const CapturedCore& core, QTextStream& out)
 {
     for (size_t i = 0; i < core.windows.size(); ++i) {
         const Window& window = core.windows[i].place;
-        out << coreName(core.index) << ", window " << i << ": ";
+        out << "core " << core.index << ", window " << i << ": ";
         if (window.triggerSample != kNoSample)
             out << "trigger at sample " << window.triggerSample << ", ";
         out << window.samples << " samples from " << window.firstSample << " on\n";
@@ -145,7 +195,7 @@ bool reportIdleCores(const Capture& capture, QTextStream& err)
         if (core.triggered())
             continue;
         allTriggered = false;
-        err << coreName(core.index) << " did not trigger: " << core.progress << '\n';
+        err << "core " << core.index << " did not trigger: " << core.progress << '\n';
     }
     return allTriggered;
 }
@@ -169,7 +219,7 @@ bool readStimulus(const Options& options, const std::vector<SimulatedCore>& core
 }
 
 /// Everything that has to be right before anything is simulated.
-bool prepare(const Options& options, const Configuration& configuration,
+bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
     std::vector<SimulatedCore>& cores, QTextStream& err)
 {
     QString error;
@@ -178,29 +228,65 @@ bool prepare(const Options& options, const Configuration& configuration,
         return false;
     }
     Problems problems;
-    cores = simulatedCores(configuration, problems);
+    cores = simulatedCores(configuration, arg, problems);
     if (cores.empty())
-        problems.append({options.file, "it holds no core, so there is nothing to simulate"});
-    if (!options.model)
-        problems.append(Problem {{}, "only --model simulates so far"});
+        problems.append(
+            Problem {options.file, "it holds no core, so there is nothing to simulate"});
     if (options.forceAt != kNoSample && configuration.mode == OXA::Lite)
         problems.append(Problem {"--force-trigger-at", "Lite cores have no trigger"});
+    if (!options.netlist.isEmpty() && !QFileInfo(options.netlist).isFile())
+        problems.append(Problem {options.netlist, "there is no such netlist"});
     return report(problems, err);
+}
+
+/// Makes the directory that is kept; false, said on `err`, when there is something else in it.
+bool prepareWorkDir(const QString& path, QTextStream& err)
+{
+    if (path.isEmpty())
+        return true;
+    if (!mayEmpty(path, false, err))
+        return false;
+    if (!QDir().mkpath(path)) {
+        err << "error: " << path << ": the directory cannot be made\n";
+        return false;
+    }
+    OXA::removeDir(path);
+    markWorkDir(path);
+    return true;
+}
+
+bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
+{
+    const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
+    if (!chip)
+        return false;
+    arg.configFile = options.file;
+    arg.device = chip->partNumber;
+    arg.package = chip->name;
+    arg.ipDir = options.ipDir.isEmpty() ? installedIpDir() : options.ipDir;
+    if (options.model || QFileInfo(arg.ipDir).isDir())
+        return true;
+    err << "error: no installed cores in " << arg.ipDir << "; name their directory with --ip-dir\n";
+    return false;
 }
 
 int run(const Options& options, Io& io)
 {
     Configuration configuration;
+    OXA::OxaArg arg;
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
-    if (!readConfiguration(options.file, configuration, io.err) || !findPart(options.part, io.err)
-        || !prepare(options, configuration, cores, io.err)
-        || !readStimulus(options, cores, waveform, io.err))
+    if (!readConfiguration(options.file, configuration, io.err)
+        || !fillRequest(options, arg, io.err)
+        || !prepare(options, configuration, arg, cores, io.err)
+        || !readStimulus(options, cores, waveform, io.err)
+        || !prepareWorkDir(options.workDir, io.err))
         return kUnusable;
 
-    Capture capture;
-    for (size_t i = 0; i < cores.size(); ++i)
-        capture.push_back(captureByModel(cores[i], waveform.cores[i], options.forceAt, io.err));
+    std::vector<ModelRun> runs = runModels(options, cores, waveform, io.err);
+    if (!options.model && !runVerilog(options, arg, cores, waveform, runs, io.err))
+        return kJobFailed;
+    const Capture capture = cutCapture(cores, waveform, runs);
     const bool delivered = deliver(options, capture, io);
     const bool allTriggered = reportIdleCores(capture, io.err);
     return delivered && allTriggered ? kDone : kJobFailed;
@@ -220,8 +306,19 @@ void addSimulate(CLI::App& app, Io& io, int& status)
     addText(*command, "-o,--output", options->output,
         "Where the captured samples go: a .vcd, .csv or .sr (sigrok session) file")
         ->type_name("OUT");
-    command->add_flag("--model", options->model,
+    CLI::Option* model = command->add_flag("--model", options->model,
         "Ask the model of the trigger instead of simulating the generated Verilog");
+    addText(*command, "--netlist", options->netlist,
+        "Simulate this synthesized netlist instead of the generated Verilog")
+        ->type_name("NETLIST")
+        ->excludes(model);
+    addText(
+        *command, "--ip-dir", options->ipDir, "The installed cores (default: beside the program)")
+        ->type_name("DIR");
+    addText(*command, "--keep-work", options->workDir,
+        "Keep what the simulation is made of in this directory")
+        ->type_name("DIR")
+        ->excludes(model);
     command
         ->add_option(
             "--force-trigger-at", options->forceAt, "Force every core's trigger at this sample")

@@ -1,8 +1,9 @@
 #include "simulated_target.h"
 
+#include "installed.h"
+
 #include "oxautils/generate/oxa_prepare.h"
 
-#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QThread>
@@ -11,13 +12,8 @@ namespace {
 
 constexpr int kStartTimeout = 20000; // ms until the simulator listens
 constexpr int kPlayTimeout = 60000; // ms for one order to play
-constexpr int kCompileTimeout = 600000; // ms
+constexpr int kCompilePoll = 100; // ms between questions whether to go on
 constexpr int kStopTimeout = 5000; // ms
-
-QString installed(const QString& path)
-{
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../" + path);
-}
 
 bool writeText(const QString& path, const QByteArray& text)
 {
@@ -41,8 +37,8 @@ bool SimulatedTarget::fail(const QString& error)
     return false;
 }
 
-bool SimulatedTarget::build(
-    const Design& design, const StimulusPorts& ports, const std::vector<bool>& clockLevels)
+bool SimulatedTarget::build(const Design& design, const StimulusPorts& ports,
+    const std::vector<bool>& clockLevels, const std::function<bool()>& goesOn)
 {
     m_workDir = design.workDir;
     const QString bench = m_workDir + "/testbench.v";
@@ -53,7 +49,8 @@ bool SimulatedTarget::build(
         return fail(bench + ": cannot be written");
     return compile(QStringList {"-g2005", "-s", "oxa_testbench", "-o", m_workDir + "/target.vvp",
                        "-y", installed("share/oxautils/sim")}
-        + sources + QStringList {bench});
+            + sources + QStringList {bench},
+        goesOn);
 }
 
 bool SimulatedTarget::generate(const Design& design, QStringList& sources)
@@ -71,15 +68,20 @@ bool SimulatedTarget::generate(const Design& design, QStringList& sources)
     return true;
 }
 
-bool SimulatedTarget::compile(const QStringList& arguments)
+bool SimulatedTarget::compile(const QStringList& arguments, const std::function<bool()>& goesOn)
 {
     QProcess iverilog;
     iverilog.setProcessChannelMode(QProcess::MergedChannels);
     iverilog.start("iverilog", arguments);
     if (!iverilog.waitForStarted())
         return fail("iverilog does not start (package iverilog): " + iverilog.errorString());
-    if (!iverilog.waitForFinished(kCompileTimeout))
-        return fail("iverilog did not end: " + iverilog.errorString());
+    while (!iverilog.waitForFinished(kCompilePoll)) {
+        if (goesOn())
+            continue;
+        iverilog.kill();
+        iverilog.waitForFinished(kStopTimeout);
+        return fail({});
+    }
     const QString log = QString::fromLocal8Bit(iverilog.readAll()).trimmed();
     return (iverilog.exitStatus() == QProcess::NormalExit && iverilog.exitCode() == 0)
         || fail("iverilog does not accept the Verilog:\n" + log);

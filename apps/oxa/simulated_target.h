@@ -16,16 +16,16 @@ class SimulatedTarget {
 public:
     /// What it is built from.
     struct Design {
-        OXA::OxaArg arg; ///< of the generation; the work directory is emptied
+        OXA::OxaArg arg; ///< of the generation, into its own work directory
         QString netlist; ///< takes the place of the generated Verilog; may be empty
         QString workDir; ///< where everything but the generated files goes
     };
 
     ~SimulatedTarget();
 
-    /// Generates and compiles.
-    bool build(
-        const Design& design, const StimulusPorts& ports, const std::vector<bool>& clockLevels);
+    /// Generates and compiles; stops, without an error, when `goesOn` says no.
+    bool build(const Design& design, const StimulusPorts& ports,
+        const std::vector<bool>& clockLevels, const std::function<bool()>& goesOn);
 
     /// Starts it, with the stimulus file's steps to be played.
     bool start(const QString& stimulus);
@@ -41,7 +41,7 @@ public:
 private:
     bool fail(const QString& error);
     bool generate(const Design& design, QStringList& sources);
-    bool compile(const QStringList& arguments);
+    bool compile(const QStringList& arguments, const std::function<bool()>& goesOn);
     bool connectTo(const QString& name, const std::function<bool(const QString&)>& connect);
     QString lastWords();
 

@@ -183,13 +183,13 @@ QByteArray testbench(const StimulusPorts& ports, const std::vector<bool>& clockL
     return (text + kTail).toUtf8();
 }
 
-qint64 writeStimulus(const QString& path, const StimulusPorts& ports, const StimulusPlan& plan,
+qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadOut,
     const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error)
 {
     QFile file(path);
     Player player(ports, waveform, requests);
     bool ok = file.open(QIODevice::WriteOnly);
-    QByteArray text = player.idle(plan.leadIn);
+    QByteArray text;
     for (QByteArray line = player.next(); ok && !line.isEmpty(); line = player.next()) {
         text += line;
         if (text.size() < kFlushAt)
@@ -197,7 +197,7 @@ qint64 writeStimulus(const QString& path, const StimulusPorts& ports, const Stim
         ok = file.write(text) == text.size();
         text.clear();
     }
-    text += player.idle(plan.leadOut);
+    text += player.idle(leadOut);
     ok = ok && file.write(text) == text.size() && file.flush();
     error = path + ": cannot be written: " + file.errorString();
     return ok ? player.steps() : -1;

@@ -12,19 +12,15 @@ struct StimulusPorts {
     QStringList clocks; ///< sample clocks, the first the least significant
 };
 
-/// What is played into the ports: lines for the simulated target, one a change of clocks.
-struct StimulusPlan {
-    int leadIn = 0; ///< periods of all clocks before the waveform, with its first sample's values
-    int leadOut = 0; ///< periods of all clocks behind the waveform, with its last sample's values
-};
-
 /// The module that puts the wrapper qx_oxa between the ports and the target's clients.
 QByteArray testbench(const StimulusPorts& ports, const std::vector<bool>& clockLevels);
 
 /// Writes the waveform's steps to the file `path`: before every change of clocks the values that
-/// the cores sample at it. `clocks` of the waveform and of the ports are the same. Unknown values
-/// are 0. The number of steps, lead-in and lead-out included; -1, with `error`, when it fails.
-qint64 writeStimulus(const QString& path, const StimulusPorts& ports, const StimulusPlan& plan,
+/// the cores sample at it. Clocks are in the waveform's order. Behind the waveform come `leadOut`
+/// periods of all clocks. Unknown values are 0.
+///
+/// The number of steps, two for each period of the end included; -1, with `error`, when it fails.
+qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadOut,
     const OXA_CAPTURE::SampledWaveform& waveform,
     const std::vector<OXA_CAPTURE::SampleRequest>& requests, QString& error);
 

@@ -45,6 +45,16 @@ std::unique_ptr<OXA::AoCore> core(int index, const QString& value)
     return core;
 }
 
+QString partOf(const QString& device)
+{
+    const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
+    for (const DEV::ChipInfo& chip : chips) {
+        if (chip.name == device)
+            return chip.partNumber;
+    }
+    return {};
+}
+
 }
 
 class TestSimulate : public QObject {
@@ -55,6 +65,7 @@ private Q_SLOTS:
     void capturesOfTheModel();
     void coresThatDoNotTrigger();
     void forcedTriggers();
+    void devicesWhoseWindowsLieEarlier();
     void unknownValuesThatDecide();
     void lite();
     void unusableInputs_data();
@@ -70,9 +81,9 @@ private:
 
 void TestSimulate::initTestCase()
 {
-    const QString part = DEV::DeviceDb::instance().chips().value(0).partNumber;
     writeFile(path("wave.vcd"), vcdOf(kNames, kSamples));
-    m_call = QStringList {"simulate", path("c.oxa"), "--part", part, "--model", "--stimulus"};
+    m_call = QStringList {
+        "simulate", path("c.oxa"), "--part", partOf("QX3A-10A"), "--model", "--stimulus"};
 }
 
 Result TestSimulate::simulate(const QList<OXA::AoCore*>& cores, const QStringList& more)
@@ -126,6 +137,16 @@ void TestSimulate::forcedTriggers()
                 .out.contains("trigger at sample 0, 2 samples from 0 on"));
     QCOMPARE(simulate({core0.get()}, {"--force-trigger-at", "6"}).status, 1);
     QCOMPARE(simulate({core0.get()}, {"--force-trigger-at", "-1"}).status, 2);
+}
+
+// On some devices the format asks for a sample less behind the trigger.
+void TestSimulate::devicesWhoseWindowsLieEarlier()
+{
+    const auto core0 = core(0, "10");
+    m_call[3] = partOf("QX1N-9");
+    const Result result = simulate({core0.get()}, {});
+    m_call[3] = partOf("QX3A-10A");
+    QCOMPARE(result.out, QString("core 0, window 0: trigger at sample 2, 3 samples from 0 on\n"));
 }
 
 void TestSimulate::unknownValuesThatDecide()

@@ -1,0 +1,177 @@
+#include "simulation.h"
+
+#include "target_capture.h"
+
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/oxa_mode.h"
+#include "oxautils/config/standard_config.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr int kLeadOut = 8; // clock periods that bring the last samples into memory
+
+/// The configuration as it is simulated, and the wrapper's ports.
+struct Preparation {
+    StimulusPorts ports;
+    QHash<QString, QString> clockNames; ///< new names of sample clocks that are also watched
+};
+
+QSet<QString> watchedNames(const std::vector<SimulatedCore>& cores)
+{
+    QSet<QString> names;
+    for (const SimulatedCore& core : cores) {
+        for (const QStringList& field : core.request.fields)
+            names += QSet<QString>(field.begin(), field.end());
+    }
+    return names;
+}
+
+// A watched sample clock has two values at its own edge: the old one for the sample, the new one
+// that takes it. So the clock gets a port of its own.
+void separateClocks(const std::vector<SimulatedCore>& cores, Preparation& preparation)
+{
+    const QSet<QString> watched = watchedNames(cores);
+    for (QString& clock : preparation.ports.clocks) {
+        if (!watched.contains(clock))
+            continue;
+        QString name = clock + "$clock";
+        while (watched.contains(name) || preparation.ports.clocks.contains(name))
+            name += '$';
+        preparation.clockNames.insert(clock, name);
+        clock = name;
+    }
+}
+
+void addPorts(QStringList& values, const QStringList& clocks, const QStringList& names)
+{
+    for (const QString& name : names) {
+        if (!clocks.contains(name))
+            values += name;
+    }
+}
+
+Preparation prepare(const std::vector<SimulatedCore>& cores,
+    const QList<OXA::AOCore_Lite*>& liteCores, const SampledWaveform& waveform)
+{
+    Preparation preparation;
+    StimulusPorts& ports = preparation.ports;
+    ports.clocks = waveform.clocks;
+    separateClocks(cores, preparation);
+    for (const SimulatedCore& core : cores) {
+        for (const QStringList& field : core.request.fields)
+            addPorts(ports.values, ports.clocks, field);
+    }
+    // The wrapper has the signals of all Lite cores, though it holds but the first.
+    for (const OXA::AOCore_Lite* core : liteCores)
+        addPorts(ports.values, ports.clocks, core->dataSignals() + QStringList(core->sampleClock));
+    ports.values.removeDuplicates();
+    return preparation;
+}
+
+template <typename Core>
+void renameClocks(const QList<Core*>& cores, const QHash<QString, QString>& names)
+{
+    for (Core* core : cores)
+        core->sampleClock = names.value(core->sampleClock, core->sampleClock);
+}
+
+// Writes the configuration with its clocks renamed, and says where.
+QString renamedConfiguration(const Simulation& simulation, const QHash<QString, QString>& names)
+{
+    const QString& original = simulation.arg.configFile;
+    const QString path = simulation.workDir + '/' + QFileInfo(original).fileName();
+    if (OXA::oxaModeFromOxaConfigFile(original) == OXA::Lite) {
+        const QList<OXA::AOCore_Lite*> cores = OXA::readOXAConfigFromXml_Lite(original);
+        renameClocks(cores, names);
+        OXA::writeOXAConfigToXml_Lite(cores, path);
+        qDeleteAll(cores);
+    } else {
+        const QList<OXA::AoCore*> cores = OXA::readOXAConfigFromXml(original);
+        renameClocks(cores, names);
+        OXA::writeOXAConfigToXml(cores, path);
+        qDeleteAll(cores);
+    }
+    return path;
+}
+
+QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
+{
+    return OXA::oxaModeFromOxaConfigFile(configFile) == OXA::Lite
+        ? OXA::readOXAConfigFromXml_Lite(configFile)
+        : QList<OXA::AOCore_Lite*>();
+}
+
+bool build(const Simulation& simulation, const Preparation& preparation,
+    const SampledWaveform& waveform, SimulatedTarget& target, QString& error)
+{
+    SimulatedTarget::Design design;
+    design.arg = simulation.arg;
+    design.arg.workDir = simulation.workDir + "/generated";
+    design.netlist = simulation.netlist;
+    design.workDir = simulation.workDir;
+    if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty()) {
+        error = "a netlist cannot be simulated whose cores watch their sample clocks ("
+            + QStringList(preparation.clockNames.keys()).join(", ") + ')';
+        return false;
+    }
+    if (!preparation.clockNames.isEmpty())
+        design.arg.configFile = renamedConfiguration(simulation, preparation.clockNames);
+    const auto goesOn = [&simulation] { return simulation.progress("compiling", 0); };
+    if (target.build(design, preparation.ports, waveform.firstLevels, goesOn))
+        return true;
+    error = target.error();
+    return false;
+}
+
+bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+    const SampledWaveform& waveform, qint64 steps, SimulatedTarget& target,
+    std::vector<ModelRun>& runs, QString& error)
+{
+    TargetCapture client(target, cores, waveform);
+    const qint64 leadOut = 2 * kLeadOut;
+    const auto progress
+        = [&simulation](int percent) { return simulation.progress("simulating", percent); };
+    bool ok = client.begin(simulation.workDir + "/generated")
+        && client.run(steps - leadOut, leadOut, simulation.forceAt, progress);
+    for (size_t core = 0; ok && core < cores.size(); ++core) {
+        const std::vector<Window> expected = runs[core].windows;
+        ok = simulation.progress("reading out", int(100 * core / cores.size()))
+            && client.read(core, expected, runs[core]);
+    }
+    error = client.error();
+    return ok;
+}
+
+}
+
+bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error)
+{
+    const QList<OXA::AOCore_Lite*> liteCores = liteCoresOf(simulation.arg.configFile);
+    const Preparation preparation = prepare(cores, liteCores, waveform);
+    qDeleteAll(liteCores);
+
+    std::vector<SampleRequest> requests;
+    for (const SimulatedCore& core : cores)
+        requests.push_back(core.request);
+    SimulatedTarget target;
+    const QString stimulus = simulation.workDir + "/stimulus.txt";
+    if (!simulation.progress("generating", 0)
+        || !build(simulation, preparation, waveform, target, error))
+        return false;
+    const qint64 steps
+        = writeStimulus(stimulus, preparation.ports, kLeadOut, waveform, requests, error);
+    if (steps < 0)
+        return false;
+    if (!target.start(stimulus)) {
+        error = target.error();
+        return false;
+    }
+    return capture(simulation, cores, waveform, steps, target, runs, error);
+}

@@ -1,0 +1,28 @@
+#ifndef APPS_OXA_SIMULATION_H
+#define APPS_OXA_SIMULATION_H
+
+#include "simulated_core.h"
+
+#include "capture/trigger_model.h"
+
+#include <functional>
+
+/// One run of the generated Verilog of a configuration, with a waveform at its ports.
+struct Simulation {
+    OXA::OxaArg arg; ///< of the generation; its work directory is not used
+    QString netlist; ///< takes the place of the Verilog; may be empty
+    QString workDir; ///< an empty directory, for everything that the run writes
+    qint64 forceAt = OXA_CAPTURE::kNoSample; ///< sample of each core to force its trigger at
+    /// Told what is being done and the percentage of it; the run stops when it returns false.
+    std::function<bool(const QString& stage, int percent)> progress;
+};
+
+/// Runs it for `cores`, which sample `waveform`. `runs` holds for each core what the trigger model
+/// makes of it, and is replaced by what the simulated core captured.
+///
+/// False when that fails, with `error`, which is empty after `progress` stopped the run.
+bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+    const OXA_CAPTURE::SampledWaveform& waveform, std::vector<OXA_CAPTURE::ModelRun>& runs,
+    QString& error);
+
+#endif

@@ -1,0 +1,54 @@
+#ifndef APPS_OXA_TARGET_CAPTURE_H
+#define APPS_OXA_TARGET_CAPTURE_H
+
+#include "simulated_core.h"
+#include "simulated_target.h"
+
+#include "capture/analyzer_client.h"
+#include "capture/trigger_model.h"
+#include "capture/window_decoder.h"
+
+/// Captures what a simulated target's cores see of a waveform, through its JTAG pads.
+class TargetCapture {
+public:
+    /// The cores in the order of their positions, with what they sample of the waveform.
+    TargetCapture(SimulatedTarget& target, const std::vector<SimulatedCore>& cores,
+        const OXA_CAPTURE::SampledWaveform& waveform);
+
+    /// Finds the cores, and refuses others than those that were generated into `generatedDir`.
+    bool begin(const QString& generatedDir);
+
+    /// Arms the cores, plays `steps` steps of the stimulus, forces the triggers at sample `forceAt`
+    /// of each core, and stops the cores before the `leadOut` steps that follow.
+    bool run(qint64 steps, qint64 leadOut, qint64 forceAt, const OXA_CAPTURE::Progress& progress);
+
+    /// Reads out a core and finds its windows in the waveform; `expected` says where to look first.
+    bool read(size_t core, const std::vector<OXA_CAPTURE::Window>& expected,
+        OXA_CAPTURE::ModelRun& captured);
+
+    /// Why the last call failed; without text when `progress` stopped it.
+    const QString& error() const { return m_error; }
+
+private:
+    bool fail(const QString& error);
+    bool failAt(size_t core, const QString& error);
+    bool checkCore(size_t core, const QString& generatedDir);
+    bool play(qint64 steps);
+    bool commandAll(OXA_CAPTURE::CoreCommand command);
+    bool readWindows(size_t core, const OXA_CAPTURE::CoreStatus& status,
+        std::vector<OXA_CAPTURE::DecodedWindow>& windows);
+    bool locate(size_t core, const OXA_CAPTURE::DecodedWindow& window, qint64 earliest,
+        qint64 guess, OXA_CAPTURE::Window& place);
+
+    SimulatedTarget& m_target;
+    OXA_CAPTURE::AnalyzerClient m_client;
+    const std::vector<SimulatedCore>& m_cores;
+    const OXA_CAPTURE::SampledWaveform& m_waveform;
+    std::vector<OXA_CAPTURE::CoreIdentity> m_identities;
+    OXA_CAPTURE::Progress m_progress;
+    qint64 m_played = 0;
+    qint64 m_toPlay = 0;
+    QString m_error;
+};
+
+#endif

@@ -1,0 +1,231 @@
+#include "capture/analyzer_client.h"
+
+#include "capture/crc32.h"
+#include "capture/settings_register.h"
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+enum Register {
+    Identity = 0,
+    Fingerprint = 1,
+    Status = 2,
+    Check = 3,
+    Memory = 4,
+    Windows = 5,
+    Command = 8,
+    Settings = 9,
+    Tables = 10,
+};
+
+constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "check", "memory",
+    "windows", "", "", "command", "settings", "tables"};
+
+constexpr int kMostCores = 16;
+constexpr int kCrcBits = 32;
+constexpr int kCommandBits = 4;
+constexpr int kMostDelay = 24; // bits from a question to its answer, other devices included
+constexpr int kAttempts = 3;
+
+quint32 seed(int core, int reg) { return quint32(core << 4 | reg); }
+
+// A scan that begins with these two bits moves data.
+BitString dataScan() { return BitString(0b01, 2); }
+
+}
+
+AnalyzerClient::AnalyzerClient(JtagLink& link, BitString instruction)
+    : m_link(link)
+    , m_instruction(std::move(instruction))
+{
+}
+
+bool AnalyzerClient::fail(int core, const QString& error)
+{
+    m_error = QString("core at position %1: %2").arg(core).arg(error);
+    return false;
+}
+
+bool AnalyzerClient::begin()
+{
+    m_error.clear();
+    if (m_link.reset() && m_link.scanIr(m_instruction))
+        return true;
+    m_error = m_link.error();
+    return false;
+}
+
+bool AnalyzerClient::scan(int core, const BitString& out, BitString& in)
+{
+    return m_link.scanDr(out, &in) || fail(core, m_link.error());
+}
+
+bool AnalyzerClient::address(int core, int reg)
+{
+    BitString bits(0b11, 2);
+    bits.append(quint64(reg), 4);
+    bits.append(quint64(core), 4);
+    return m_link.scanDr(bits, nullptr) || fail(core, m_link.error());
+}
+
+// Reads the register addressed. False when the link fails; else `answer` says what came.
+bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answer& answer)
+{
+    BitString out = dataScan();
+    for (int bit = 0; bit < bits; ++bit)
+        out.append(false);
+    out.append(true); // asks for the sum
+    out.append(0, kCrcBits);
+    out.append(0, kMostDelay);
+    BitString in;
+    if (!scan(core, out, in))
+        return false;
+    answer = Answer::None;
+    int at = 0;
+    while (at < in.size() && !in.at(at))
+        ++at;
+    if (at + 1 + bits + kCrcBits > in.size())
+        return true; // silence, or a stray bit
+    data = {};
+    Crc32 crc(seed(core, reg));
+    for (int bit = at + 1; bit < at + 1 + bits; ++bit) {
+        data.append(in.at(bit));
+        crc.add(in.at(bit));
+    }
+    answer = crc.sum() == in.number(at + 1 + bits, kCrcBits) ? Answer::Whole : Answer::Damaged;
+    return true;
+}
+
+bool AnalyzerClient::read(int core, int reg, int bits, BitString& data)
+{
+    Answer answer = Answer::None;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (!address(core, reg) || !tryRead(core, reg, bits, data, answer))
+            return false;
+        if (answer == Answer::Whole)
+            return true;
+    }
+    const QString name = kRegisterNames[reg];
+    return fail(core,
+        answer == Answer::None ? "it does not answer about its " + name
+                               : "its " + name + " arrives damaged, however often it is read");
+}
+
+bool AnalyzerClient::write(int core, int reg, const BitString& data)
+{
+    BitString out = dataScan();
+    out.append(data);
+    Crc32 crc(seed(core, reg));
+    crc.add(data);
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        BitString in;
+        if (!address(core, reg) || !scan(core, out, in) || !address(core, Check))
+            return false;
+        BitString check = dataScan();
+        check.append(true);
+        check.append(0, kCrcBits);
+        check.append(0, kMostDelay);
+        if (!scan(core, check, in))
+            return false;
+        int at = 0;
+        while (at < in.size() && !in.at(at))
+            ++at;
+        if (at + 1 + kCrcBits <= in.size() && in.number(at + 1, kCrcBits) == crc.sum())
+            return true;
+    }
+    return fail(core, QString("it does not take its ") + kRegisterNames[reg]);
+}
+
+// Whether there is a core: silence has to be heard twice, for a bit may have gone wrong.
+bool AnalyzerClient::probe(int core, bool& present)
+{
+    int silences = 0;
+    for (int attempt = 0; attempt < kAttempts && silences < 2; ++attempt) {
+        BitString bits;
+        Answer answer = Answer::None;
+        if (!address(core, Identity) || !tryRead(core, Identity, kIdentityHeadBits, bits, answer))
+            return false;
+        present = answer == Answer::Whole;
+        if (present)
+            return true;
+        silences += answer == Answer::None ? 1 : 0;
+    }
+    return silences > 0 || fail(core, "its identity arrives damaged, however often it is read");
+}
+
+bool AnalyzerClient::readIdentity(int core, CoreIdentity& identity)
+{
+    BitString bits;
+    QString error;
+    return read(core, Identity, kIdentityHeadBits, bits)
+        && read(core, Identity, identityBits(bits), bits)
+        && (parseIdentity(bits, core, identity, error) || fail(core, error));
+}
+
+bool AnalyzerClient::discover(std::vector<CoreIdentity>& cores)
+{
+    cores.clear();
+    for (int core = 0; core < kMostCores; ++core) {
+        bool present = false;
+        CoreIdentity identity;
+        if (!probe(core, present) || (present && !readIdentity(core, identity)))
+            return false;
+        if (present)
+            cores.push_back(identity);
+    }
+    if (cores.empty())
+        m_error = "there is no analyzer core in the target";
+    return !cores.empty();
+}
+
+bool AnalyzerClient::readFingerprint(int core, quint32& fingerprint)
+{
+    BitString bits;
+    if (!read(core, Fingerprint, 32, bits))
+        return false;
+    fingerprint = quint32(bits.number(0, 32));
+    return true;
+}
+
+bool AnalyzerClient::readStatus(const CoreIdentity& core, CoreStatus& status)
+{
+    BitString bits;
+    if (!read(core.position, Status, statusBits(core), bits))
+        return false;
+    status = parseStatus(bits, core);
+    return true;
+}
+
+bool AnalyzerClient::command(int core, CoreCommand command)
+{
+    return write(core, Command, BitString(quint64(command), kCommandBits));
+}
+
+bool AnalyzerClient::readMemory(const CoreIdentity& core, qint64 words, BitString& memory)
+{
+    return read(core.position, Memory, int(words) * core.wordBits(), memory);
+}
+
+bool AnalyzerClient::readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes)
+{
+    return read(core.position, Windows, int(windows), shortOnes);
+}
+
+bool AnalyzerClient::writeSettings(const CoreIdentity& core, const TriggerSetup& setup)
+{
+    BitString bits;
+    QString error;
+    return settingsBits(core, setup, bits, error) ? write(core.position, Settings, bits)
+                                                  : fail(core.position, error);
+}
+
+bool AnalyzerClient::writeTables(const CoreIdentity& core, const TriggerSetup& setup)
+{
+    BitString bits;
+    QString error;
+    return tableBits(core, setup, bits, error) ? write(core.position, Tables, bits)
+                                               : fail(core.position, error);
+}
+
+}

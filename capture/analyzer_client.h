@@ -1,0 +1,63 @@
+#ifndef CAPTURE_ANALYZER_CLIENT_H
+#define CAPTURE_ANALYZER_CLIENT_H
+
+#include "capture/core_identity.h"
+#include "capture/core_status.h"
+#include "capture/jtag_link.h"
+
+namespace OXA_CAPTURE {
+
+/// What a core can be told (docs/jtag-protocol.md). Each takes effect at the next sample.
+enum class CoreCommand { Arm = 0b0011, Stop = 0b0101, Force = 0b1001 };
+
+/// The cores of one target, in their own protocol. Whatever is read is checked, and read again when
+/// a bit of it went wrong on its way; whatever is written is checked and written again.
+class OXACAPTURE_EXPORT AnalyzerClient {
+public:
+    /// `instruction` selects the cores' data register in the device.
+    AnalyzerClient(JtagLink& link, BitString instruction);
+
+    /// Resets the test access port and selects the cores; the cores go on with what they do.
+    bool begin();
+
+    /// Finds all cores; a target without any is an error.
+    bool discover(std::vector<CoreIdentity>& cores);
+
+    bool readFingerprint(int core, quint32& fingerprint);
+    bool readStatus(const CoreIdentity& core, CoreStatus& status);
+    bool command(int core, CoreCommand command);
+
+    /// The first `words` words of a core at rest, one after the other.
+    bool readMemory(const CoreIdentity& core, qint64 words, BitString& memory);
+    /// Which windows of a core at rest are short in front, a bit each.
+    bool readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes);
+
+    /// Changes what a core at rest looks for and captures; false, too, for what it is not built
+    /// for.
+    bool writeSettings(const CoreIdentity& core, const TriggerSetup& setup);
+    /// Changes the expressions of a core at rest with dynamic ones.
+    bool writeTables(const CoreIdentity& core, const TriggerSetup& setup);
+
+    /// Why the last call failed.
+    const QString& error() const { return m_error; }
+
+private:
+    enum class Answer { Whole, Damaged, None };
+
+    bool fail(int core, const QString& error);
+    bool address(int core, int reg);
+    bool probe(int core, bool& present);
+    bool readIdentity(int core, CoreIdentity& identity);
+    bool scan(int core, const BitString& out, BitString& in);
+    bool tryRead(int core, int reg, int bits, BitString& data, Answer& answer);
+    bool read(int core, int reg, int bits, BitString& data);
+    bool write(int core, int reg, const BitString& data);
+
+    JtagLink& m_link;
+    BitString m_instruction;
+    QString m_error;
+};
+
+}
+
+#endif

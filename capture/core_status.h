@@ -1,0 +1,30 @@
+#ifndef CAPTURE_CORE_STATUS_H
+#define CAPTURE_CORE_STATUS_H
+
+#include "capture/core_identity.h"
+
+namespace OXA_CAPTURE {
+
+/// What a core is doing, or did (docs/jtag-protocol.md). What is told of a run counts once the core
+/// is at rest.
+struct CoreStatus {
+    bool armed = false;
+    bool running = false; ///< the sample clock's side has taken notice
+    bool finished = false;
+    bool open = false; ///< a window's trigger was seen, and the run stopped before its end
+    bool wentRound = false; ///< the window being taken has filled its words once
+    bool complete = false; ///< everything was captured
+    int level = 0; ///< expressions of the sequence satisfied
+    qint64 position = 0; ///< samples in a Lite core's memory; the next one's word in a window's
+    qint64 windows = 0; ///< complete ones; of no meaning when all are
+    std::vector<int> matches; ///< of the match units, up to 255
+
+    bool atRest() const { return armed == running && running == finished; }
+};
+
+OXACAPTURE_EXPORT int statusBits(const CoreIdentity& identity);
+OXACAPTURE_EXPORT CoreStatus parseStatus(const BitString& bits, const CoreIdentity& identity);
+
+}
+
+#endif

@@ -1,0 +1,42 @@
+#ifndef CAPTURE_CRC32_H
+#define CAPTURE_CRC32_H
+
+#include "capture/bit_string.h"
+
+namespace OXA_CAPTURE {
+
+/// CRC-32 of zip files and Ethernet, a bit at a time.
+class Crc32 {
+public:
+    /// As after the inverse of `seed` in place of all ones.
+    explicit Crc32(quint32 seed = 0)
+        : m_sum(~seed)
+    {
+    }
+
+    void add(bool bit) { m_sum = (m_sum >> 1) ^ (((m_sum ^ quint32(bit)) & 1) ? kPolynomial : 0); }
+
+    /// The `width` lowest bits of `value`, the lowest first.
+    void add(quint64 value, int width)
+    {
+        for (int bit = 0; bit < width; ++bit)
+            add(bool(value >> bit & 1));
+    }
+
+    void add(const BitString& bits)
+    {
+        for (int bit = 0; bit < bits.size(); ++bit)
+            add(bits.at(bit));
+    }
+
+    quint32 sum() const { return ~m_sum; }
+
+private:
+    static constexpr quint32 kPolynomial = 0xedb88320;
+
+    quint32 m_sum;
+};
+
+}
+
+#endif

@@ -1,0 +1,125 @@
+#include "capture/window_decoder.h"
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+qint64 completeWindows(const CoreStatus& status, const TriggerSetup& setup)
+{
+    return status.complete ? setup.windowNum : status.windows;
+}
+
+bool hasOpenWindow(const CoreStatus& status) { return status.open && !status.complete; }
+
+// The words of one window, counted from its first, round and round.
+class WindowWords {
+public:
+    WindowWords(const CoreIdentity& core, const BitString& memory, qint64 first, qint64 amount)
+        : m_core(core)
+        , m_memory(memory)
+        , m_first(first)
+        , m_amount(amount)
+    {
+    }
+
+    bool isMarked(qint64 word) const { return m_memory.at(at(word) + m_core.signalCount); }
+
+    /// The first marked word from 0 to `end` - 1; `kNoSample` when there is none.
+    qint64 firstMarked(qint64 end) const
+    {
+        for (qint64 word = 0; word < end; ++word) {
+            if (isMarked(word))
+                return word;
+        }
+        return kNoSample;
+    }
+
+    SampleTable samples(qint64 from, qint64 count) const
+    {
+        const SampleLayout layout({m_core.signalCount});
+        SampleTable table(layout);
+        std::vector<quint64> row(size_t(layout.rowWords()));
+        for (qint64 word = from; word < from + count; ++word) {
+            for (int i = 0; i < layout.words(0); ++i)
+                row[size_t(i)]
+                    = m_memory.number(at(word) + 64 * i, std::min(64, m_core.signalCount - 64 * i));
+            table.append(row.data());
+        }
+        return table;
+    }
+
+private:
+    int at(qint64 word) const
+    {
+        const qint64 inWindow = (word % m_amount + m_amount) % m_amount;
+        return int(m_first + inWindow) * m_core.wordBits();
+    }
+
+    const CoreIdentity& m_core;
+    const BitString& m_memory;
+    qint64 m_first;
+    qint64 m_amount;
+};
+
+DecodedWindow cut(const WindowWords& words, qint64 from, qint64 trigger, qint64 end)
+{
+    return {words.samples(from, end - from), trigger - from};
+}
+
+DecodedWindow completeWindow(
+    const WindowWords& words, const TriggerSetup& setup, qint64 trigger, bool isShort)
+{
+    const qint64 end = trigger + setup.captureAmount - setup.triggerPos;
+    return cut(words, isShort ? 0 : end - setup.captureAmount, trigger, end);
+}
+
+// Of a window that a stop cut short: its last sample is in front of the status's position.
+DecodedWindow openWindow(
+    const WindowWords& words, const TriggerSetup& setup, const CoreStatus& status, qint64 trigger)
+{
+    const qint64 from = trigger - setup.triggerPos;
+    if (!status.wentRound)
+        return cut(words, std::max(from, qint64(0)), trigger, status.position);
+    const qint64 behind = (status.position - trigger + setup.captureAmount) % setup.captureAmount;
+    return cut(words, from, trigger, trigger + behind);
+}
+
+}
+
+qint64 usedWords(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    if (core.lite)
+        return status.complete ? core.depth : status.position;
+    return (completeWindows(status, setup) + (hasOpenWindow(status) ? 1 : 0)) * setup.captureAmount;
+}
+
+bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
+    const BitString& shortOnes, const BitString& memory, std::vector<DecodedWindow>& windows,
+    QString& error)
+{
+    windows.clear();
+    const qint64 words = usedWords(core, status, setup);
+    if (core.lite) {
+        if (words > 0)
+            windows.push_back({WindowWords(core, memory, 0, words).samples(0, words), kNoSample});
+        return true;
+    }
+    const qint64 amount = setup.captureAmount;
+    for (qint64 window = 0; window * amount < words; ++window) {
+        const WindowWords own(core, memory, window * amount, amount);
+        const bool isOpen = window == completeWindows(status, setup);
+        const qint64 trigger
+            = own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
+        if (trigger == kNoSample) {
+            error = QString("window %1 has no trigger").arg(window);
+            return false;
+        }
+        windows.push_back(isOpen ? openWindow(own, setup, status, trigger)
+                                 : completeWindow(own, setup, trigger, shortOnes.at(int(window))));
+    }
+    return true;
+}
+
+}
