@@ -1,4 +1,5 @@
 #include "dev/device_db.h"
+#include "oxautils/resource/capture_memory.h"
 
 #include <QFile>
 #include <QSet>
@@ -49,6 +50,7 @@ private Q_SLOTS:
     void unusableEnvironmentLeavesTheCompiledIn();
     void compiledInEqualsTheFile();
     void everyNamedDeviceHasAPart();
+    void resourcesAgreeWithTheEstimates();
     void lowPowerVariantComesBothWays();
     void everyPartHasAVoltageRow();
     void everyVoltageRowIsReachedByAPart();
@@ -77,6 +79,22 @@ void TestReferenceCatalogue::everyNamedDeviceHasAPart()
 {
     for (const QString& name : QString(kNamed).split(' '))
         QVERIFY2(!DeviceDb::instance().find("", name).partNumber.isEmpty(), qPrintable(name));
+}
+
+// Some sizes of shadow SRAM are known by device name, whatever the text says: it says the same.
+void TestReferenceCatalogue::resourcesAgreeWithTheEstimates()
+{
+    for (const ChipInfo& chip : DeviceDb::instance().chips()) {
+        const OXA_TOOL::MemoryAmounts has = OXA_TOOL::deviceMemory(chip.partNumber, chip.name);
+        const QString shadow = chip.resources.value(4);
+        QVERIFY(shadow.isEmpty() || shadow.endsWith("Kb"));
+        QCOMPARE(
+            has.shadowSram, int(shadow.chopped(qMin(2, shadow.size())).toDouble() * 1024 / 64));
+        QCOMPARE(has.registers, chip.resources.value(2).toInt());
+        const int kbit = chip.resources.value(5).toInt();
+        QVERIFY(has.blockSram * 18 == kbit || has.blockSram * 9 == kbit);
+        QVERIFY(has.blockSram > 0 && has.registers > 0);
+    }
 }
 
 void TestReferenceCatalogue::lowPowerVariantComesBothWays()
