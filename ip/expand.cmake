@@ -4,7 +4,7 @@
 #
 # In a source @P@ is the core's position and @NAME@ a variable of this script; "//@insert FILE"
 # takes a file in, and the lines from "//@repeat X N" to "//@end X" are repeated with @X@ from 0
-# to N - 1.
+# to N - 1 and @-X@ from N to 1.
 cmake_policy(VERSION 3.25)
 
 # Brackets and semicolons mean something to CMake's lists but not to its strings: no lists here.
@@ -33,7 +33,9 @@ function(expand_repeats text result)
         string(SUBSTRING "${text}" ${behind} -1 text)
         set(copies "")
         foreach(i RANGE ${last})
+            math(EXPR down "${last} + 1 - ${i}")
             string(REPLACE "@${name}@" "${i}" copy "${block}")
+            string(REPLACE "@-${name}@" "${down}" copy "${copy}")
             string(APPEND copies "${copy}")
         endforeach()
         string(APPEND done "${before}")
@@ -79,8 +81,9 @@ expand(OXA_LITE/QX_AO_0/qx_ao_top.v ${lite_top})
 foreach(P RANGE 15)
     set(core OXA/QX_AO_${P})
     expand(${core}/qx_ao_crc32.v common/crc32.v.in)
-    expand(${core}/qx_ao_match.v)
-    expand(${core}/qx_ao_mem_ctrl.v common/buffer.v.in lite/mem_ctrl.v.in)
+    expand(${core}/qx_ao_match.v standard/equal.v.in standard/match.v.in standard/counter.v.in
+        standard/unit.v.in standard/table.v.in standard/trigger.v.in)
+    expand(${core}/qx_ao_mem_ctrl.v common/buffer.v.in standard/mem_ctrl.v.in)
     expand(${core}/qx_ao_top.v
         common/sync.v.in common/scan.v.in common/command.v.in standard/top.v.in)
 endforeach()

@@ -1,10 +1,10 @@
-    // The CRC-32 (as in zip files) of words, the lowest byte of each first, so far `crc`
+    // The CRC-32 (as in zip files) of one more word, its lowest byte first, behind those of `crc`
     function [31:0] fingerprint_step;
         input [31:0] crc;
         input [31:0] data;
         integer i;
         begin
-            fingerprint_step = ~(crc ^ data);
+            fingerprint_step = ~crc ^ data;
             for (i = 0; i < 32; i = i + 1)
                 fingerprint_step = {1'b0, fingerprint_step[31:1]}
                     ^ (fingerprint_step[0] ? 32'hedb8_8320 : 32'd0);

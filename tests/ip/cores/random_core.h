@@ -1,0 +1,24 @@
+#ifndef TESTS_IP_RANDOM_CORE_H
+#define TESTS_IP_RANDOM_CORE_H
+
+#include <oxautils/model/ao_core.h>
+
+#include <memory>
+#include <random>
+
+using Random = std::mt19937;
+
+/// A number from `low` to `high`.
+int between(Random& random, int low, int high);
+
+/// A core that hardware can be built for, at any position, its names made unique by `position`.
+/// Its ports are so narrow, or its stimulus (see `randomSample`) so tame, that it triggers.
+std::unique_ptr<OXA::AoCore> randomCore(Random& random, int position);
+
+/// Other values, counters, windows and sequence for `core`, within what its hardware has.
+void changeSettings(Random& random, OXA::AoCore& core);
+
+/// Another sample behind `before`, a character a signal.
+QByteArray randomSample(Random& random, const QByteArray& before);
+
+#endif

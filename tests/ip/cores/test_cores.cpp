@@ -1,0 +1,287 @@
+#include "core_bench.h"
+#include "core_client.h"
+#include "random_core.h"
+
+#include "capture/trigger_model.h"
+
+#include <oxautils/config/standard_config.h>
+#include <oxautils/encoding/match_registers.h>
+
+#include <QtTest>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+// The samples of one core: its data signals' characters, then each port's.
+SampleTable tableOf(
+    const OXA::AoCore& core, const QStringList& names, const QByteArrayList& samples)
+{
+    const SampleRequest request = sampleRequest(core);
+    std::vector<int> widths;
+    for (const QStringList& field : request.fields)
+        widths.push_back(field.size());
+    const SampleLayout layout(widths);
+    SampleTable table(layout);
+    for (const QByteArray& sample : samples) {
+        std::vector<quint64> row(size_t(layout.rowWords()));
+        for (int field = 0; field < layout.fieldCount(); ++field) {
+            const QStringList& signalNames = request.fields[size_t(field)];
+            for (int bit = 0; bit < signalNames.size(); ++bit)
+                setBit(layout, row, field, bit,
+                    Logic(
+                        QByteArray("01x").indexOf(sample.at(names.indexOf(signalNames.at(bit))))));
+        }
+        table.append(row.data());
+    }
+    return table;
+}
+
+QByteArray reversed(QByteArray text)
+{
+    std::reverse(text.begin(), text.end());
+    return text;
+}
+
+QByteArray charactersOf(const QBitArray& bits) { return OXA::BitToString(bits).toLatin1(); }
+
+int bitsFor(int count)
+{
+    int bits = 0;
+    while (1 << bits < count)
+        ++bits;
+    return bits;
+}
+
+// The row of settings of a core whose hardware was built for `built` (its windows and levels).
+QByteArray settingsOf(OXA::AoCore& core)
+{
+    const int addressBits = std::max(1, bitsFor(core.storageDepth));
+    QByteArray row = bitsOf(quint64(core.captureAmount - 1), addressBits)
+        + bitsOf(quint64(core.captureAmount - core.triggerPos - 1), addressBits)
+        + bitsOf(quint64(core.windowNum - 1), bitsFor(core.windowNum));
+    const int levels = core.expressions.size();
+    if (levels > 1)
+        row += bitsOf(quint64(1) << (levels - 1), levels);
+    for (OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        QBitArray m0;
+        QBitArray m1;
+        QBitArray m2;
+        OXA::bitForM(unit, m0, m1, m2);
+        row += reversed(charactersOf(m0)) + reversed(charactersOf(m1));
+        if (OXA::matchTypeHasEdges(unit->matchType))
+            row += reversed(charactersOf(m2));
+        row += bitsOf(quint64(unit->matchFunc), unit->matchType < 2 ? 1 : 3);
+        if (unit->counterEnable)
+            row += bitsOf(unit->continuous, 1)
+                + bitsOf(quint64(unit->counter - 1), unit->counterWidth);
+    }
+    return row;
+}
+
+// The words of dynamic expressions' tables.
+QByteArray tablesOf(const OXA::AoCore& core, const TriggerSetup& setup)
+{
+    QByteArray bits;
+    const int units = core.enabledMatchUnits().size();
+    for (quint32 word = 0; word < (1U << units); ++word) {
+        for (const TriggerTable& table : setup.levels)
+            bits += word < table.rows.size() && table.rows[word] ? '1' : '0';
+    }
+    return bits;
+}
+
+struct Capture {
+    QByteArrayList samples; ///< data signals' characters
+    int trigger = -1;
+};
+
+struct Answers {
+    Answer status;
+    Answer windows;
+    Answer memory;
+};
+
+Answers readAll(CoreClient& client, int position, const OXA::AoCore& core)
+{
+    const int width = core.dataSignals().size() + 1;
+    return {client.read(position, Register::Status, 288),
+        client.read(position, Register::Windows, core.windowNum),
+        client.read(position, Register::Memory, width * core.storageDepth)};
+}
+
+// One window of a core's memory, as docs/jtag-protocol.md says to find it.
+Capture windowAt(
+    const OXA::AoCore& core, const QByteArray& memory, int window, bool isShort, int open)
+{
+    const int width = core.dataSignals().size() + 1;
+    const int amount = core.captureAmount;
+    const int post = amount - core.triggerPos - 1;
+    const auto word = [&](int i) {
+        return reversed(memory.mid((window * amount + i % amount) * width, width));
+    };
+    int mark = 0;
+    while (mark < amount && !word(mark).startsWith('1'))
+        ++mark;
+    int behind = post; // samples behind the trigger
+    if (open >= 0)
+        behind = (open - 1 - mark + amount) % amount;
+    const int before = isShort ? mark : core.triggerPos;
+    Capture capture;
+    capture.trigger = before;
+    for (int i = mark - before; i <= mark + behind; ++i)
+        capture.samples += word(i + amount).mid(1);
+    return capture;
+}
+
+QList<Capture> capturesOf(const OXA::AoCore& core, const QByteArray& tdo, const Answers& answers)
+{
+    const Reply status = replyOf(tdo, answers.status);
+    const Reply windows = replyOf(tdo, answers.windows);
+    const Reply memory = replyOf(tdo, answers.memory);
+    if (!status.intact || !windows.intact || !memory.intact) {
+        qWarning() << "not intact" << status.intact << windows.intact << memory.intact;
+        return {};
+    }
+    const bool all = status.bits.at(10) == '1';
+    const int complete = all ? core.windowNum : int(number(status.bits, 96, 32));
+    QList<Capture> captures;
+    for (int window = 0; window < complete; ++window)
+        captures += windowAt(core, memory.bits, window, windows.bits.at(window) == '1', -1);
+    if (!all && status.bits.at(8) == '1')
+        captures += windowAt(core, memory.bits, complete, status.bits.at(9) == '0',
+            int(number(status.bits, 64, 32)));
+    return captures;
+}
+
+QList<Capture> capturesOf(const ModelRun& run, const SampleTable& table)
+{
+    QList<Capture> captures;
+    for (const Window& window : run.windows) {
+        Capture capture;
+        capture.trigger = int(window.triggerSample - window.firstSample);
+        for (qint64 i = 0; i < window.samples; ++i) {
+            QByteArray sample;
+            for (int bit = 0; bit < table.layout().width(0); ++bit)
+                sample += "01x"[int(table.bit(window.firstSample + i, 0, bit))];
+            capture.samples += sample;
+        }
+        captures += capture;
+    }
+    return captures;
+}
+
+QString textOf(const QList<Capture>& captures)
+{
+    QString text;
+    for (const Capture& capture : captures)
+        text += QString("trigger %1: ").arg(capture.trigger) + capture.samples.join(' ') + "\n";
+    return text;
+}
+
+// Stops cores that power-up armed, and gives all of them their settings.
+void rewrite(
+    CoreClient& client, const QList<OXA::AoCore*>& cores, const std::vector<TriggerSetup>& setups)
+{
+    for (int i = 0; i < cores.size(); ++i)
+        client.command(i, Command::kStop);
+    client.edges(8);
+    for (int i = 0; i < cores.size(); ++i) {
+        client.write(i, Register::Settings, settingsOf(*cores.at(i)));
+        if (cores.at(i)->expressionType == 1)
+            client.write(i, Register::Tables, tablesOf(*cores.at(i), setups[size_t(i)]));
+    }
+}
+
+}
+
+class TestCores : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void capturesAsTheModel_data();
+    void capturesAsTheModel();
+};
+
+void TestCores::capturesAsTheModel_data()
+{
+    QTest::addColumn<unsigned>("seed");
+    const int first = qEnvironmentVariableIntValue("CORES_FIRST_SEED");
+    const int count = std::max(6, qEnvironmentVariableIntValue("CORES_SEEDS"));
+    for (int seed = first; seed < first + count; ++seed)
+        QTest::addRow("seed %d", seed) << unsigned(seed);
+}
+
+void TestCores::capturesAsTheModel()
+{
+    QFETCH(unsigned, seed);
+    Random random(seed);
+    std::vector<std::unique_ptr<OXA::AoCore>> owned;
+    QList<OXA::AoCore*> cores;
+    CoreBench bench;
+    const int count = between(random, 0, 3) ? 1 : between(random, 2, 4);
+    for (int i = 0; i < count; ++i) {
+        owned.push_back(randomCore(random, i));
+        cores += owned.back().get();
+        const SampleRequest request = sampleRequest(*cores.last());
+        for (const QStringList& field : request.fields)
+            bench.signalNames += field;
+        (request.fallingEdge ? bench.fallingClocks : bench.risingClocks) += request.clock;
+    }
+    OXA::writeOXAConfigToXml(cores, bench.arg.configFile);
+    QCOMPARE(bench.build(), QString());
+
+    for (int round = 0; round < 4; ++round) {
+        CoreClient client;
+        if (round > 0) {
+            for (OXA::AoCore* core : cores)
+                changeSettings(random, *core);
+        }
+        QByteArrayList stimulus;
+        QByteArray sample(bench.signalNames.size(), '0');
+        const int length = between(random, 1, 300);
+        for (int i = 0; i < length; ++i)
+            stimulus += sample = randomSample(random, sample);
+        const int forceAt = between(random, 0, 2) ? -1 : between(random, 0, length - 1);
+
+        std::vector<TriggerSetup> setups;
+        for (int i = 0; i < count; ++i) {
+            Problems problems;
+            TriggerSetup setup;
+            QVERIFY2(triggerSetup(*cores.at(i), {}, setup, problems),
+                problems.isEmpty() ? "" : qPrintable(problems.first().message()));
+            setups.push_back(setup);
+        }
+        if (round > 0)
+            rewrite(client, cores, setups);
+        for (int i = 0; i < count; ++i) {
+            if (round > 0 || !cores.at(i)->captureInitDataEnabled)
+                client.command(i, Command::kArm);
+        }
+        client.samples(forceAt < 0 ? length : forceAt);
+        if (forceAt >= 0) {
+            for (int i = 0; i < count; ++i)
+                client.command(i, Command::kForce);
+            client.samples(length - forceAt);
+        }
+        std::vector<Answers> answers;
+        for (int i = 0; i < count; ++i)
+            client.command(i, Command::kStop);
+        client.edges(8);
+        for (int i = 0; i < count; ++i)
+            answers.push_back(readAll(client, i, *cores.at(i)));
+
+        const BenchRun run = bench.run(client.script, stimulus);
+        QCOMPARE(run.error, QString());
+        for (int i = 0; i < count; ++i) {
+            const SampleTable table = tableOf(*cores.at(i), bench.signalNames, stimulus);
+            const ModelRun model = runModel(setups[size_t(i)], table, forceAt);
+            const QString where = QString("core %1 round %2\n").arg(i).arg(round);
+            QCOMPARE(where + textOf(capturesOf(*cores.at(i), run.tdo, answers[size_t(i)])),
+                where + textOf(capturesOf(model, table)));
+        }
+    }
+}
+
+QTEST_GUILESS_MAIN(TestCores)
+#include "test_cores.moc"
