@@ -126,7 +126,7 @@ Capture windowAt(
     int behind = post; // samples behind the trigger
     if (open >= 0)
         behind = (open - 1 - mark + amount) % amount;
-    const int before = isShort ? mark : core.triggerPos;
+    const int before = isShort ? std::min(mark, core.triggerPos) : core.triggerPos;
     Capture capture;
     capture.trigger = before;
     for (int i = mark - before; i <= mark + behind; ++i)
@@ -248,7 +248,7 @@ void TestCores::capturesAsTheModel()
         for (int i = 0; i < count; ++i) {
             Problems problems;
             TriggerSetup setup;
-            QVERIFY2(triggerSetup(*cores.at(i), {}, setup, problems),
+            QVERIFY2(triggerSetup(*cores.at(i), bench.arg, {}, setup, problems),
                 problems.isEmpty() ? "" : qPrintable(problems.first().message()));
             setups.push_back(setup);
         }
