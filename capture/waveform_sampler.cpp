@@ -80,7 +80,6 @@ void Sampler::plan(const std::vector<SampleRequest>& requests, Problems& problem
     for (size_t core = 0; core < requests.size(); ++core)
         planCore(int(core), requests[core]);
     m_levels.assign(size_t(m_result.clocks.size()), 'x');
-    m_result.firstLevels.assign(m_levels.size(), false);
 }
 
 void Sampler::planCore(int core, const SampleRequest& request)
@@ -165,9 +164,7 @@ void Sampler::seeClock(int clock, char level, bool& firstEdge)
     char& known = m_levels[size_t(clock)];
     if (level == known || (level != '0' && level != '1'))
         return;
-    if (known == 'x') {
-        m_result.firstLevels[size_t(clock)] = level == '1';
-    } else {
+    if (known != 'x') {
         m_result.edges.push_back({quint16(clock), level == '1', !firstEdge});
         firstEdge = false;
         takeSamples(m_result.edges.back());

@@ -26,7 +26,6 @@ struct ClockEdge {
 struct SampledWaveform {
     std::vector<SampleTable> cores; ///< in the order of the requests
     QStringList clocks; ///< the names of the sample clocks, each once
-    std::vector<bool> firstLevels; ///< of the clocks, before their first edge
     std::vector<ClockEdge> edges; ///< of all clocks, in time
 };
 

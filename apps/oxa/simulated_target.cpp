@@ -37,15 +37,15 @@ bool SimulatedTarget::fail(const QString& error)
     return false;
 }
 
-bool SimulatedTarget::build(const Design& design, const StimulusPorts& ports,
-    const std::vector<bool>& clockLevels, const std::function<bool()>& goesOn)
+bool SimulatedTarget::build(
+    const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn)
 {
     m_workDir = design.workDir;
     const QString bench = m_workDir + "/testbench.v";
     QStringList sources;
     if (!generate(design, sources))
         return false;
-    if (!writeText(bench, testbench(ports, clockLevels)))
+    if (!writeText(bench, testbench(ports)))
         return fail(bench + ": cannot be written");
     return compile(QStringList {"-g2005", "-s", "oxa_testbench", "-o", m_workDir + "/target.vvp",
                        "-y", installed("share/oxautils/sim")}

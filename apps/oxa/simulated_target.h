@@ -24,8 +24,8 @@ public:
     ~SimulatedTarget();
 
     /// Generates and compiles; stops, without an error, when `goesOn` says no.
-    bool build(const Design& design, const StimulusPorts& ports,
-        const std::vector<bool>& clockLevels, const std::function<bool()>& goesOn);
+    bool build(
+        const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn);
 
     /// Starts it, with the stimulus file's steps to be played.
     bool start(const QString& stimulus);

@@ -107,8 +107,8 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
         : QList<OXA::AOCore_Lite*>();
 }
 
-bool build(const Simulation& simulation, const Preparation& preparation,
-    const SampledWaveform& waveform, SimulatedTarget& target, QString& error)
+bool build(const Simulation& simulation, const Preparation& preparation, SimulatedTarget& target,
+    QString& error)
 {
     SimulatedTarget::Design design;
     design.arg = simulation.arg;
@@ -123,7 +123,7 @@ bool build(const Simulation& simulation, const Preparation& preparation,
     if (!preparation.clockNames.isEmpty())
         design.arg.configFile = renamedConfiguration(simulation, preparation.clockNames);
     const auto goesOn = [&simulation] { return simulation.progress("compiling", 0); };
-    if (target.build(design, preparation.ports, waveform.firstLevels, goesOn))
+    if (target.build(design, preparation.ports, goesOn))
         return true;
     error = target.error();
     return false;
@@ -162,8 +162,7 @@ bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& co
         requests.push_back(core.request);
     SimulatedTarget target;
     const QString stimulus = simulation.workDir + "/stimulus.txt";
-    if (!simulation.progress("generating", 0)
-        || !build(simulation, preparation, waveform, target, error))
+    if (!simulation.progress("generating", 0) || !build(simulation, preparation, target, error))
         return false;
     const qint64 steps
         = writeStimulus(stimulus, preparation.ports, kLeadOut, waveform, requests, error);

@@ -79,8 +79,7 @@ private:
     std::vector<qint64> m_nextSamples;
     HexNumber m_values;
     QByteArray m_shownValues;
-    HexNumber m_clocks;
-    std::vector<bool> m_levels;
+    QByteArray m_clocks; // a digit each, the first clock last; x before its first edge
     size_t m_edge = 0;
     qint64 m_steps = 0;
 };
@@ -91,8 +90,7 @@ Player::Player(const StimulusPorts& ports, const SampledWaveform& waveform,
     , m_requests(requests)
     , m_nextSamples(requests.size())
     , m_values(ports.values.size())
-    , m_clocks(ports.clocks.size())
-    , m_levels(waveform.firstLevels)
+    , m_clocks(ports.clocks.size(), 'x')
 {
     QHash<QString, int> bits;
     for (int i = 0; i < ports.values.size(); ++i)
@@ -106,8 +104,6 @@ Player::Player(const StimulusPorts& ports, const SampledWaveform& waveform,
         }
         showSample(core, 0);
     }
-    for (size_t clock = 0; clock < m_levels.size(); ++clock)
-        m_clocks.set(int(clock), m_levels[clock]);
 }
 
 void Player::showSample(size_t core, qint64 sample)
@@ -119,8 +115,7 @@ void Player::showSample(size_t core, qint64 sample)
 
 void Player::changeClock(int clock, bool level)
 {
-    m_levels[size_t(clock)] = level;
-    m_clocks.set(clock, level);
+    m_clocks.data()[m_clocks.size() - 1 - clock] = level ? '1' : '0';
     for (size_t core = 0; core < m_requests.size(); ++core) {
         const SampleRequest& request = m_requests[core];
         if (m_waveform.clocks.at(clock) == request.clock && level != request.fallingEdge)
@@ -133,17 +128,15 @@ QByteArray Player::line()
     ++m_steps;
     const bool changed = m_shownValues != m_values.digits();
     m_shownValues = m_values.digits();
-    return (changed ? m_shownValues : "-") + ' ' + m_clocks.digits() + '\n';
+    return (changed ? m_shownValues : "-") + ' ' + m_clocks + '\n';
 }
 
 QByteArray Player::idle(int periods)
 {
     QByteArray lines;
     for (int change = 0; change < 2 * periods; ++change) {
-        for (size_t clock = 0; clock < m_levels.size(); ++clock) {
-            m_levels[clock] = !m_levels[clock];
-            m_clocks.set(int(clock), m_levels[clock]);
-        }
+        for (char& level : m_clocks)
+            level = level == '0' ? '1' : '0';
         lines += line();
     }
     return lines;
@@ -163,16 +156,12 @@ QByteArray Player::next()
 
 }
 
-QByteArray testbench(const StimulusPorts& ports, const std::vector<bool>& clockLevels)
+QByteArray testbench(const StimulusPorts& ports)
 {
     QString text = kHead;
     text += QString("    reg [%1:0] values = 0;\n").arg(ports.values.size() - 1);
-    QString levels;
-    for (const bool level : clockLevels)
-        levels.prepend(level ? '1' : '0');
-    text += QString("    reg [%1:0] clocks = %2'b%3;\n\n    qx_oxa u_qx_oxa (\n")
-                .arg(QString::number(ports.clocks.size() - 1), QString::number(levels.size()),
-                    levels);
+    text += QString("    reg [%1:0] clocks;\n\n    qx_oxa u_qx_oxa (\n")
+                .arg(ports.clocks.size() - 1);
     for (int i = 0; i < ports.values.size(); ++i)
         text += QString("        .%1(values[%2]),\n")
                     .arg(OXA::escapedSignalName(ports.values.at(i)),

@@ -12,8 +12,10 @@ struct StimulusPorts {
     QStringList clocks; ///< sample clocks, the first the least significant
 };
 
-/// The module that puts the wrapper qx_oxa between the ports and the target's clients.
-QByteArray testbench(const StimulusPorts& ports, const std::vector<bool>& clockLevels);
+/// The module that puts the wrapper qx_oxa between the ports and the target's clients. Its clocks
+/// are unknown until their first edge: a level to begin with would be an edge to a core that is
+/// armed from power-up on.
+QByteArray testbench(const StimulusPorts& ports);
 
 /// Writes the waveform's steps to the file `path`: before every change of clocks the values that
 /// the cores sample at it. Clocks are in the waveform's order. Behind the waveform come `leadOut`

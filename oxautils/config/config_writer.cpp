@@ -2,7 +2,6 @@
 
 #include "oxautils/config/xml_names.h"
 
-#include <QBuffer>
 #include <QDebug>
 #include <QSaveFile>
 #include <QXmlStreamWriter>
@@ -14,12 +13,18 @@ namespace {
 constexpr int kIndent = 4;
 constexpr char kDeclaredVersion[] = "1"; // the format's own; "1.0" would be XML's
 
-/// The document's bytes; null when a text holds a character that XML cannot.
-QByteArray documentText(const char* mode, const std::function<void(QXmlStreamWriter&)>& writeBody)
+}
+
+void writeConfig(
+    const QString& path, const char* mode, const std::function<void(QXmlStreamWriter&)>& writeBody)
 {
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QXmlStreamWriter xml(&buffer);
+    QSaveFile file(path);
+    // In a directory that takes no new file, writing over the old one is all that is left.
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
+        return;
+
+    QXmlStreamWriter xml(&file);
     xml.setAutoFormatting(true);
     xml.setAutoFormattingIndent(kIndent);
     xml.writeStartDocument(kDeclaredVersion);
@@ -30,27 +35,7 @@ QByteArray documentText(const char* mode, const std::function<void(QXmlStreamWri
     writeBody(xml);
     xml.writeEndElement();
     xml.writeEndDocument();
-    return xml.hasError() ? QByteArray() : buffer.data();
-}
 
-}
-
-void writeConfig(
-    const QString& path, const char* mode, const std::function<void(QXmlStreamWriter&)>& writeBody)
-{
-    const QByteArray text = documentText(mode, writeBody);
-    if (text.isNull()) {
-        qCritical().noquote() << "failed to write"
-                              << path
-                + ": a text holds a control character or half of a surrogate pair";
-        return;
-    }
-    QSaveFile file(path);
-    // In a directory that takes no new file, writing over the old one is all that is left.
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
-        return;
-    file.write(text);
     if (!file.commit())
         qCritical().noquote() << "failed to write" << path + ":" << file.errorString();
 }

@@ -40,12 +40,10 @@ private:
         return m_text.midRef(m_at, text.size()) == text;
     }
 
-    /// Moves behind the next `what` that shares no character with the `opening` here: "<!-->" only
-    /// begins a comment.
-    void skipBehind(const char* opening, const char* what)
+    void skipBehind(const char* what)
     {
         const QLatin1String text(what);
-        const int found = m_text.indexOf(text, m_at + QLatin1String(opening).size());
+        const int found = m_text.indexOf(text, m_at);
         m_at = found < 0 ? m_text.size() : found + text.size();
     }
 
@@ -70,11 +68,11 @@ private:
     const char* takeMarkup()
     {
         if (startsWith("<!--")) {
-            skipBehind("<!--", "-->");
+            skipBehind("-->");
         } else if (startsWith("<![CDATA[")) {
-            skipBehind("<![CDATA[", "]]>");
+            skipBehind("]]>");
         } else if (startsWith("<?")) {
-            skipBehind("<?", "?>");
+            skipBehind("?>");
         } else if (startsWith("<!")) {
             if (takeTag().contains('['))
                 return "declarations in the document type are not accepted";

@@ -68,6 +68,10 @@ private Q_SLOTS:
     void devicesWhoseWindowsLieEarlier();
     void unknownValuesThatDecide();
     void lite();
+    void verilogCapturesAsTheModel_data();
+    void verilogCapturesAsTheModel();
+    void keptWork();
+    void netlistsOfOthersAreRefused();
     void unusableInputs_data();
     void unusableInputs();
 
@@ -171,6 +175,79 @@ void TestSimulate::lite()
     const QStringList call = m_call + QStringList {path("wave.vcd")};
     QCOMPARE(oxa(call).out, QString("core 0, window 0: 4 samples from 0 on\n"));
     QCOMPARE(oxa(call + QStringList {"--force-trigger-at", "1"}).status, 2);
+}
+
+void TestSimulate::verilogCapturesAsTheModel_data()
+{
+    QTest::addColumn<bool>("lite");
+    QTest::addColumn<QStringList>("data");
+    QTest::addRow("unknown values") << false << QStringList {"a", "b[0]"};
+    QTest::addRow("a sample clock that is watched") << false << QStringList {"clk", "b[0]"};
+    QTest::addRow("Lite") << true << QStringList {"a", "b[0]"};
+    QTest::addRow("Lite, one signal") << true << QStringList {"a"};
+    QTest::addRow("Lite, a sample clock that is watched") << true << QStringList {"b[1]", "clk"};
+}
+
+void TestSimulate::verilogCapturesAsTheModel()
+{
+    QFETCH(bool, lite);
+    QFETCH(QStringList, data);
+    const auto standard = core(4, "10");
+    OXA::AOCore_Lite first;
+    first.sampleClock = "clk";
+    first.captureAmount = 9; // more than there is
+    for (const QString& name : data)
+        first.signalList += item(name);
+    standard->signalList = first.signalList;
+    OXA::AOCore_Lite second = first; // only its signals become hardware
+    second.signalList += item("b[1]");
+    if (lite)
+        OXA::writeOXAConfigToXml_Lite({&first, &second}, path("c.oxa"));
+    else
+        OXA::writeOXAConfigToXml({standard.get()}, path("c.oxa"));
+    QStringList call = m_call + QStringList {path("wave.vcd"), "--json", "-o", path("out.csv")};
+    const Result model = oxa(call);
+    QCOMPARE(model.status, 0);
+    const QByteArray samples = bytesOf(path("out.csv"));
+    call.removeOne("--model");
+    const Result verilog = oxa(call);
+    QCOMPARE(verilog.err, QString());
+    QCOMPARE(verilog.out, model.out);
+    QCOMPARE(bytesOf(path("out.csv")), samples);
+}
+
+void TestSimulate::keptWork()
+{
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    QStringList call = m_call + QStringList {path("wave.vcd"), "--keep-work", path("kept")};
+    QCOMPARE(oxa(call).status, 2); // a model has no work to keep
+    call.removeOne("--model");
+    for (int again = 0; again < 2; ++again) {
+        const Result result = oxa(call);
+        QVERIFY2(result.status == 0, qPrintable(result.err));
+        for (const char* name :
+            {"generated/qx_oxa_top.v", "testbench.v", "stimulus.txt", "vvp.log"})
+            QVERIFY2(QFile::exists(path("kept/") + name), name);
+    }
+    call.last() = m_dir.path();
+    const Result refused = oxa(call);
+    QCOMPARE(refused.status, 2);
+    QVERIFY(QFile::exists(path("kept/testbench.v")));
+}
+
+// A netlist here is the wrapper with its sources: what a simulator needs.
+void TestSimulate::netlistsOfOthersAreRefused()
+{
+    const auto core0 = core(0, "10");
+    QStringList call = m_call + QStringList {path("wave.vcd"), "--netlist", path("n.v")};
+    call.removeOne("--model");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    QVERIFY(oxa(call).err.contains("n.v: there is no such netlist"));
+    writeFile(path("n.v"), "module qx_oxa(oops); endmodule");
+    const Result broken = oxa(call);
+    QCOMPARE(broken.status, 1);
+    QVERIFY2(broken.err.contains("iverilog does not accept"), qPrintable(broken.err));
 }
 
 void TestSimulate::unusableInputs_data()

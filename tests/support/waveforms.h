@@ -4,23 +4,33 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// A dump with a clock "clk" and the one-bit signals `names`, all in the scope "top". Each of
-/// `samples` holds a character a signal: its value around one rising edge. Signals change while the
-/// clock is low, or, when `inverted`, high: then its falling edges take the same samples.
-inline QByteArray vcdOf(const QStringList& names, const QStringList& samples, bool inverted = false)
+/// A dump of the one-bit signals `names` and of `clocks`, all in the scope "top". Each of `samples`
+/// holds a character a signal: its value around one rising and the falling edge behind it, with
+/// which the next values come. Clock k ticks at every (k + 1)-th sample only.
+inline QByteArray vcdOf(
+    const QStringList& names, const QStringList& samples, const QStringList& clocks = {"clk"})
 {
-    QByteArray vcd = "$scope module top $end\n$var wire 1 ! clk $end\n";
+    QByteArray vcd = "$scope module top $end\n";
+    const auto declare = [&vcd](char kind, int number, const QString& name) {
+        vcd += "$var wire 1 " + (kind + QByteArray::number(number)) + ' ' + name.toUtf8()
+            + " $end\n";
+    };
+    for (int k = 0; k < clocks.size(); ++k)
+        declare('c', k, clocks.at(k));
     for (int i = 0; i < names.size(); ++i)
-        vcd += "$var wire 1 s" + QByteArray::number(i) + ' ' + names.at(i).toUtf8() + " $end\n";
-    const char* idle = inverted ? "1!\n" : "0!\n";
-    const char* active = inverted ? "0!\n" : "1!\n";
-    vcd += "$upscope $end\n$enddefinitions $end\n#0\n";
-    vcd += idle;
+        declare('s', i, names.at(i));
+    vcd += "$upscope $end\n$enddefinitions $end\n";
+    const auto tick = [&](int time, int sample, char level) {
+        vcd += '#' + QByteArray::number(time) + '\n';
+        for (int k = 0; k < clocks.size(); ++k)
+            vcd += sample % (k + 1) ? QByteArray() : level + ('c' + QByteArray::number(k)) + '\n';
+    };
+    tick(0, 0, '0');
     for (int sample = 0; sample < samples.size(); ++sample) {
         for (int i = 0; i < names.size(); ++i)
             vcd += samples.at(sample).mid(i, 1).toUtf8() + 's' + QByteArray::number(i) + '\n';
-        vcd += '#' + QByteArray::number(10 * sample + 5) + '\n' + active;
-        vcd += '#' + QByteArray::number(10 * sample + 10) + '\n' + idle;
+        tick(10 * sample + 5, sample, '1');
+        tick(10 * sample + 10, sample, '0');
     }
     return vcd;
 }

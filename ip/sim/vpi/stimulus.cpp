@@ -4,9 +4,9 @@ namespace oxa_target {
 
 namespace {
 
-bool isHex(const std::string& text)
+bool isMadeOf(const std::string& text, const char* characters)
 {
-    return !text.empty() && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+    return !text.empty() && text.find_first_not_of(characters) == std::string::npos;
 }
 
 }
@@ -26,7 +26,8 @@ bool Stimulus::next(StimulusStep& step)
     const size_t blank = text.find(' ');
     step.values = text.substr(0, blank);
     step.clocks = blank == std::string::npos ? std::string() : text.substr(blank + 1);
-    m_damaged = !isHex(step.clocks) || (step.values != "-" && !isHex(step.values));
+    m_damaged = !isMadeOf(step.clocks, "01x")
+        || (step.values != "-" && !isMadeOf(step.values, "0123456789abcdef"));
     if (step.values == "-")
         step.values.clear();
     return !m_damaged;

@@ -6,14 +6,13 @@
 
 namespace oxa_target {
 
-/// A step of a stimulus: the signals take their values, then clocks change. In hexadecimal; empty
-/// values stay as they are.
+/// A step of a stimulus: the signals take their values, then clocks change.
 struct StimulusStep {
-    std::string values;
-    std::string clocks;
+    std::string values; ///< hexadecimal; empty when they stay as they are
+    std::string clocks; ///< 0, 1 or x each
 };
 
-/// A stimulus file, a line a step: the values or "-", a blank, the clocks' levels.
+/// A stimulus file, a line a step: the values or "-", a blank, the clocks.
 class Stimulus {
 public:
     bool open(const std::string& path);

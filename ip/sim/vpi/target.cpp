@@ -41,11 +41,12 @@ void putBit(vpiHandle net, bool bit)
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
-void putHex(vpiHandle net, std::string& hex)
+// `format` says what `digits` are: vpiHexStrVal or vpiBinStrVal.
+void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
 {
     s_vpi_value value = {};
-    value.format = vpiHexStrVal;
-    value.value.str = hex.data();
+    value.format = format;
+    value.value.str = digits.data();
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
@@ -154,7 +155,7 @@ void Target::wake()
 bool Target::play()
 {
     if (!m_clocks.empty()) {
-        putHex(m_arguments[Clocks], m_clocks);
+        putDigits(m_arguments[Clocks], vpiBinStrVal, m_clocks);
         m_clocks.clear();
         return true;
     }
@@ -169,7 +170,7 @@ bool Target::play()
     ++m_stepsRun;
     m_clocks = step.clocks;
     if (!step.values.empty())
-        putHex(m_arguments[Values], step.values);
+        putDigits(m_arguments[Values], vpiHexStrVal, step.values);
     return true;
 }
 
