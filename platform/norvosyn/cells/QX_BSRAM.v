@@ -2,7 +2,7 @@
 //
 //   BITS          18432, or 9216 on devices with small blocks (the top address bit is then 0)
 //   WRITE_WIDTH   1, 2, 4, 9, 18 or 36, and so READ_WIDTH; the two may differ
-//   INIT          contents after power-up, row r at INIT[9*r +: 9]
+//   INIT          contents after power-up, row r at INIT[9*r +: 9]; zeros when nobody says
 //
 // The memory is rows of nine bits. An address counts bits of a row's lower eight: row WADDR / 8, bit
 // WADDR % 8. Ports of 1, 2 and 4 bits reach those eight alone, ports of 9, 18 and 36 take one, two
@@ -19,7 +19,7 @@ module QX_BSRAM #(
     parameter integer BITS = 18432,
     parameter integer WRITE_WIDTH = 36,
     parameter integer READ_WIDTH = 36,
-    parameter [BITS-1:0] INIT = {BITS{1'bx}}
+    parameter [BITS-1:0] INIT = {BITS{1'b0}}
 ) (
     input wire WCLK,
     input wire WE,
@@ -40,6 +40,7 @@ module QX_BSRAM #(
     wire [ROW_BITS-1:0] rrow = RADDR[3 +: ROW_BITS] & ~(READ_ROWS[ROW_BITS-1:0] - 1'b1);
 
     wire [35:0] word;
+    initial RDATA = 36'd0;
     always @(posedge RCLK)
         if (RE) RDATA <= word;
 

@@ -1,11 +1,11 @@
 // Shadow SRAM of 64 bits: 16 words of 4, written with a clock, read without one.
 //
-//   INIT     contents after power-up, word a at INIT[4*a +: 4]
+//   INIT     contents after power-up, word a at INIT[4*a +: 4]; zeros when nobody says
 //   WE = 1   WDATA goes in with the rising edge of WCLK
 //   RDATA    the word at RADDR, combinational
 `default_nettype none
 module QX_SSRAM #(
-    parameter [63:0] INIT = {64{1'bx}}
+    parameter [63:0] INIT = 64'd0
 ) (
     input wire WCLK,
     input wire WE,
