@@ -63,6 +63,10 @@
 `ifdef AO_DYNAMIC
     localparam TABLE_WORDS = UNITS > 5 ? 1 << (UNITS - 5) : 1;
 
+//@repeat U 16
+    localparam [(1<<TABLE_ADDRESS_BITS)-1:0] TABLE_@U@ = LEVELS > @U@ ? EXPRESSION@U@_INIT : 0;
+//@end U
+
     function [31:0] fingerprint_table;
         input [31:0] crc;
         input [32*TABLE_WORDS-1:0] values;

@@ -90,6 +90,7 @@
 
     localparam SETTINGS = unit_at(16);
     localparam UNITS = rank(16);
+    localparam TABLE_ADDRESS_BITS = UNITS > 1 ? UNITS : 1;
 //@repeat U 16
     localparam AT_@U@ = unit_at(@U@);
     localparam RANK_@U@ = rank(@U@);

@@ -1,0 +1,79 @@
+`default_nettype none
+
+// ok_o unless a match unit of TYPE differs from what its function means.
+module match_proof #(
+    parameter TYPE = 5
+) (
+    input  wire       clk_i,
+    input  wire [2:0] value_i,
+    input  wire       first_i,  // the sample before value_i is the first one of a run
+    output wire       ok_o
+);
+    // Whatever they begin with, registers keep
+    reg [2:0] m0_q, m1_q, m2_q, func_q;
+    always @(posedge clk_i) {m0_q, m1_q, m2_q, func_q} <= {m0_q, m1_q, m2_q, func_q};
+
+    reg [2:0] now_q, late_q, older_q;
+    always @(posedge clk_i) {now_q, late_q, older_q} <= {value_i, now_q, late_q};
+
+    wire built = TYPE < 2 ? func_q < 2 : TYPE < 4 ? func_q < 6 : 1'b1;
+    wire match;
+    ao_match_0 #(.TYPE(TYPE), .WIDTH(3)) u_match (
+        .clk_i(clk_i), .now_i(now_q), .late_i(late_q), .older_i(older_q), .first_i(first_i),
+        .m0_i(m0_q), .m1_i(m1_q), .m2_i(m2_q), .function_i(func_q), .match_o(match)
+    );
+
+    integer i;
+    reg wanted, rose, fell;
+    reg meant;
+    always @* begin
+        wanted = 1'b1;
+        for (i = 0; i < 3; i = i + 1) begin
+            rose = ~first_i & late_q[i] & ~older_q[i];
+            fell = ~first_i & ~late_q[i] & older_q[i];
+            case ({m0_q[i], m1_q[i], m2_q[i] & TYPE % 2 == 1})
+                3'b010: if (late_q[i]) wanted = 1'b0;
+                3'b110: if (~late_q[i]) wanted = 1'b0;
+                3'b001: if (~rose) wanted = 1'b0;
+                3'b101: if (~fell) wanted = 1'b0;
+                3'b011: if (~rose & ~fell) wanted = 1'b0;
+                3'b111: if (rose | fell) wanted = 1'b0;
+                default: ;
+            endcase
+        end
+        case (func_q)
+            0: meant = wanted;
+            1: meant = !wanted;
+            2: meant = late_q > m0_q;
+            3: meant = late_q < m1_q;
+            4: meant = late_q >= m0_q;
+            5: meant = late_q <= m1_q;
+            6: meant = m0_q <= late_q && late_q <= m1_q;
+            default: meant = late_q < m0_q || late_q > m1_q;
+        endcase
+    end
+    reg meant_q;
+    always @(posedge clk_i) meant_q <= meant;
+    assign ok_o = ~built | match == meant_q;
+endmodule
+
+// ok_o unless the table of core 1's expression differs from the same static one of core 0.
+`include "ao_0/qx_ao_expression.v"
+module table_proof (
+    input  wire       clk_i,
+    input  wire [2:0] outputs_i,
+    output wire       ok_o
+);
+`include "ao_1/qx_ao_init.v"
+    wire values;
+    ao_table_0 #(.UNITS(3), .EXPRESSIONS(1), .INIT(EXPRESSION0_INIT)) u_table (
+        .tck_i(clk_i), .write_i(1'b0), .last_i(1'b0), .bit_i(1'b0), .word_i(3'd0),
+        .clk_i(clk_i), .outputs_i(outputs_i), .values_o(values)
+    );
+    wire [15:0] match = {13'd0, outputs_i};
+    reg value_q;
+    always @(posedge clk_i) value_q <= `CORE0_DF_AO_EXPRESSION_0;
+    assign ok_o = values == value_q;
+endmodule
+
+`default_nettype wire

@@ -1,0 +1,399 @@
+#include "core_bench.h"
+#include "core_client.h"
+#include "random_core.h"
+
+#include "capture/static_expression.h"
+#include "support/files.h"
+
+#include <oxautils/config/lite_config.h>
+#include <oxautils/config/standard_config.h>
+
+#include <QRegularExpression>
+#include <QtTest>
+
+namespace {
+
+quint32 crcOfWord(quint32 crc, quint64 value)
+{
+    return crcOf(bitsOf(value & 0xffffffffU, 32), crc);
+}
+
+// The values of "parameter NAME = VALUE;" lines, as bits, the lowest first.
+QByteArrayList parameterValues(const QString& path)
+{
+    static const QRegularExpression line("parameter \\w+ = (?:\\d+'([hb]))?(?:0*)(-?[0-9a-f]*);");
+    QByteArrayList values;
+    auto matches = line.globalMatch(QString::fromUtf8(bytesOf(path)));
+    while (matches.hasNext()) {
+        const auto match = matches.next();
+        const QString digits = match.captured(2);
+        const QString base = match.captured(1);
+        if (digits.startsWith('-')) { // in two's complement
+            values += bitsOf(~(digits.mid(1).toULongLong(nullptr, 16) - 1), 64)
+                          .leftJustified(256, '1');
+            continue;
+        }
+        QByteArray bits;
+        if (base == "h") {
+            for (int i = digits.size() - 1; i >= 0; --i)
+                bits += bitsOf(digits.mid(i, 1).toUInt(nullptr, 16), 4);
+        } else {
+            bits = bitsOf(digits.toUInt(nullptr, base == "b" ? 2 : 10), 32);
+        }
+        values += bits.leftJustified(256, '0');
+    }
+    return values;
+}
+
+// The tables that stand for expressions in a fingerprint.
+QByteArray fingerprintTables(const OXA::AoCore& core, const QByteArrayList& init)
+{
+    const QList<OXA::MatchUnit*> units = core.enabledMatchUnits();
+    QByteArray bits;
+    for (int e = 0; e < core.expressions.size(); ++e) {
+        if (core.expressionType == 1) {
+            bits += init.at(84 + e).left(std::max(32, 1 << units.size()));
+            continue;
+        }
+        OXA_CAPTURE::TriggerTable table;
+        QString error;
+        OXA_CAPTURE::compileStatic(core.expressions.at(e), table, error);
+        constexpr quint32 kMasks[] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
+        for (quint32 row = 0; row < 64; ++row) {
+            quint32 outputs = 0;
+            for (int j = 0; j < units.size(); ++j)
+                outputs |= quint32(qPopulationCount(row & kMasks[j]) & 1) << units.at(j)->index;
+            bits += table.at(outputs) ? '1' : '0';
+        }
+    }
+    return bits;
+}
+
+quint32 fingerprintOf(const OXA::AoCore& core, int position, const CoreBench& bench)
+{
+    const QString directory = bench.path("work/ao_%1/").arg(position);
+    const QByteArrayList init = parameterValues(directory + "qx_ao_init.v");
+    quint32 crc = crcOfWord(0, 1);
+    for (const QByteArray& value : parameterValues(directory + "qx_ao_parameter.v"))
+        crc = crcOf(value.left(32), crc);
+    const int width = core.dataOutShiftWidth();
+    const int words = (width + 31) / 32;
+    for (int i = 0; i < 84; ++i)
+        crc = crcOf(
+            i < 4 ? init.at(i).left(32) : init.at(i).left(width).leftJustified(32 * words, '0'),
+            crc);
+    crc = crcOf(fingerprintTables(core, init), crc);
+    quint32 ports = 0;
+    for (const OXA::TriggerPort* port : core.availableTriggers())
+        ports |= 1U << port->index;
+    crc = crcOfWord(crc, ports);
+    crc = crcOfWord(crc, core.expressionType == 1);
+    // A device that is not known has no shadow SRAM.
+    const auto kind = [](int code) { return quint64(code == 2 ? 0 : code); };
+    crc = crcOfWord(crc, core.expressionType == 1 ? kind(core.exImplementation) : 3);
+    crc = crcOfWord(crc, kind(core.implementation));
+    crc = crcOfWord(crc, core.forceTriggerByFallingEdge);
+    crc = crcOfWord(crc, core.captureInitDataEnabled);
+    return crcOfWord(crc, 0);
+}
+
+struct IdentityField {
+    const char* what;
+    int first;
+    int bits;
+    quint64 value;
+};
+
+std::vector<IdentityField> identityOf(const OXA::AoCore& core, int position)
+{
+    const int windows = int(OXA::fixedWindowNum(unsigned(core.windowNum)));
+    const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
+    std::vector<IdentityField> fields {
+        {"magic",       0,   32, 0x3141584f                              },
+        {"version",     32,  8,  1                                       },
+        {"kind",        40,  8,  1                                       },
+        {"falling",     48,  1,  falling                                 },
+        {"armed",       49,  1,  core.captureInitDataEnabled             },
+        {"dynamic",     50,  1,  quint64(core.expressionType)            },
+        {"signals",     64,  16, quint64(core.dataSignals().size())      },
+        {"expressions", 80,  8,  quint64(core.expressions.size())        },
+        {"ports",       88,  8,  quint64(core.availableTriggers().size())},
+        {"units",       96,  8,  quint64(core.enabledMatchUnits().size())},
+        {"position",    104, 8,  quint64(position)                       },
+        {"depth",       128, 32, quint64(core.storageDepth)              },
+        {"windows",     160, 32, quint64(windows)                        },
+    };
+    int at = 192;
+    for (const OXA::TriggerPort* port : core.availableTriggers()) {
+        const int width = port->singleSignals().size();
+        fields.push_back({"port", at, 32, quint64(port->index | width << 8)});
+        at += 32;
+    }
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        fields.push_back({"unit", at, 32,
+            quint64(unit->index | unit->trigger->index << 8 | unit->matchType << 16
+                | (unit->counterEnable ? unit->counterWidth : 0) << 24)});
+        at += 32;
+    }
+    return fields;
+}
+
+// A random core in a bench of its own.
+struct OneCore {
+    CoreBench bench;
+    std::unique_ptr<OXA::AoCore> core;
+
+    explicit OneCore(unsigned seed)
+    {
+        Random random(seed);
+        core = randomCore(random, 0);
+        core->captureInitDataEnabled = false;
+    }
+
+    QString build()
+    {
+        for (const OXA::SignalItem& item : core->captureSignals)
+            bench.signalNames += item.name;
+        for (const OXA::TriggerPort* port : core->availableTriggers())
+            bench.signalNames += port->singleSignals();
+        const bool falling = core->trigType == 1 || core->forceTriggerByFallingEdge;
+        (falling ? bench.fallingClocks : bench.risingClocks) += core->sampleClock;
+        QList<OXA::AoCore*> cores {core.get()};
+        OXA::writeOXAConfigToXml(cores, bench.arg.configFile);
+        return bench.build();
+    }
+};
+
+}
+
+class TestProtocol : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void identityAndFingerprint_data();
+    void identityAndFingerprint();
+    void answersOnlyWhatItMay();
+    void commandsTakeEffectOnce();
+    void takesWholeWritesOnly();
+    void liteSamples_data();
+    void liteSamples();
+    void impossibleCoresStop_data();
+    void impossibleCoresStop();
+};
+
+void TestProtocol::identityAndFingerprint_data()
+{
+    QTest::addColumn<unsigned>("seed");
+    for (unsigned seed = 1; seed <= 5; ++seed)
+        QTest::addRow("seed %u", seed) << seed;
+}
+
+void TestProtocol::identityAndFingerprint()
+{
+    QFETCH(unsigned, seed);
+    OneCore one(seed);
+    QCOMPARE(one.build(), QString());
+    CoreClient client;
+    client.devicesBefore = int(seed % 3);
+    const Answer identity = client.read(0, Register::Identity, 512);
+    const Answer fingerprint = client.read(0, Register::Fingerprint, 32);
+    const BenchRun run = one.bench.run(client.script, {});
+    QCOMPARE(run.error, QString());
+    const Reply reply = replyOf(run.tdo, identity);
+    QVERIFY(reply.intact);
+    for (const IdentityField& field : identityOf(*one.core, 0))
+        QVERIFY2(number(reply.bits, field.first, field.bits) == field.value, field.what);
+    QVERIFY(replyOf(run.tdo, fingerprint).intact);
+    QCOMPARE(number(replyOf(run.tdo, fingerprint).bits, 0, 32),
+        quint64(fingerprintOf(*one.core, 0, one.bench)));
+}
+
+// Armed cores keep their settings and memory to themselves, and absent ones keep quiet.
+void TestProtocol::answersOnlyWhatItMay()
+{
+    OneCore one(2);
+    one.core->expressionType = 0;
+    QCOMPARE(one.build(), QString());
+    CoreClient client;
+    const Answer noCore = client.read(1, Register::Identity, 32);
+    const Answer noRegister = client.read(0, 7, 32);
+    const Answer noTables = client.write(0, Register::Tables, "1");
+    const Answer settings = client.write(0, Register::Settings, QByteArray(8, '1'));
+    client.command(0, Command::kArm);
+    const Answer memory = client.read(0, Register::Memory, 32);
+    const Answer settingsArmed = client.write(0, Register::Settings, QByteArray(8, '1'));
+    const Answer status = client.read(0, Register::Status, 32);
+    client.edges(8);
+    const Answer running = client.read(0, Register::Status, 32);
+    const BenchRun run = one.bench.run(client.script, {});
+    QCOMPARE(run.error, QString());
+    for (const Answer& silent : {noCore, noRegister, noTables, memory, settingsArmed})
+        QVERIFY(!replyOf(run.tdo, silent).answered);
+    QVERIFY(replyOf(run.tdo, settings).answered);
+    QCOMPARE(number(replyOf(run.tdo, status).bits, 0, 3), quint64(1));
+    QCOMPARE(number(replyOf(run.tdo, running).bits, 0, 3), quint64(3));
+}
+
+// Damaged commands do nothing, and neither does one that a scan's end cuts off.
+void TestProtocol::commandsTakeEffectOnce()
+{
+    OneCore one(3);
+    QCOMPARE(one.build(), QString());
+    CoreClient client;
+    QList<Answer> quiet;
+    for (const char* bits : {"0100", "1000", "1110", "1101", "0000", "110", "11", "1", "1111"}) {
+        client.command(0, bits);
+        quiet += client.read(0, Register::Status, 32);
+    }
+    client.command(0, Command::kForce); // of a core that is not armed
+    client.command(0, Command::kArm);
+    client.edges(8);
+    const Answer unforced = client.read(0, Register::Status, 32);
+    client.command(0, Command::kStop);
+    const Answer stopping = client.read(0, Register::Status, 32);
+    client.edges(8);
+    const Answer stopped = client.read(0, Register::Status, 32);
+    const BenchRun run = one.bench.run(client.script, {});
+    QCOMPARE(run.error, QString());
+    for (const Answer& answer : quiet)
+        QCOMPARE(number(replyOf(run.tdo, answer).bits, 0, 4), quint64(0));
+    QCOMPARE(number(replyOf(run.tdo, unforced).bits, 3, 1), quint64(0));
+    QCOMPARE(number(replyOf(run.tdo, stopping).bits, 0, 2), quint64(2));
+    QCOMPARE(number(replyOf(run.tdo, stopped).bits, 0, 3), quint64(0));
+}
+
+// The check tells what arrived, so a flipped bit shows.
+void TestProtocol::takesWholeWritesOnly()
+{
+    OneCore one(4);
+    QCOMPARE(one.build(), QString());
+    CoreClient client;
+    const QByteArray data = bitsOf(0x123456789abcdefU, 60);
+    client.write(0, Register::Settings, data);
+    const Answer good = client.read(0, Register::Check, 0);
+    QByteArray flipped = data;
+    flipped[17] = flipped.at(17) == '0' ? '1' : '0';
+    client.write(0, Register::Settings, flipped);
+    const Answer bad = client.read(0, Register::Check, 0);
+    const BenchRun run = one.bench.run(client.script, {});
+    QCOMPARE(run.error, QString());
+    const auto check = [&](const Answer& answer) {
+        const QByteArray all = run.tdo.mid(answer.at, answer.length);
+        return all.mid(all.indexOf('1') + 1, 32);
+    };
+    const QByteArray expected = bitsOf(crcOf(data, Register::Settings), 32);
+    QCOMPARE(check(good), expected);
+    QVERIFY(check(bad) != expected);
+}
+
+void TestProtocol::liteSamples_data()
+{
+    QTest::addColumn<int>("signalCount");
+    QTest::addColumn<int>("amount");
+    QTest::addColumn<bool>("inputRegister");
+    QTest::addColumn<bool>("armed");
+    QTest::addColumn<int>("sampleCount");
+    QTest::newRow("armed by command") << 5 << 16 << false << false << 30;
+    QTest::newRow("armed at power-up, falling") << 33 << 20 << true << true << 30;
+    QTest::newRow("one bit, one more edge than samples") << 1 << 10 << true << false << 11;
+    QTest::newRow("cut short") << 4 << 32 << false << false << 7;
+}
+
+void TestProtocol::liteSamples()
+{
+    QFETCH(int, signalCount);
+    QFETCH(int, amount);
+    QFETCH(bool, inputRegister);
+    QFETCH(bool, armed);
+    QFETCH(int, sampleCount);
+    CoreBench bench;
+    OXA::AOCore_Lite core;
+    core.sampleClock = "clk";
+    core.trigType = armed;
+    core.captureAmount = amount;
+    core.inputRegisterEnabled = inputRegister;
+    core.captureInitDataEnabled = armed;
+    for (int i = 0; i < signalCount; ++i) {
+        OXA::SignalItem item;
+        item.name = QString("d%1").arg(i);
+        core.signalList += item;
+        bench.signalNames += item.name;
+    }
+    (armed ? bench.fallingClocks : bench.risingClocks) += core.sampleClock;
+    QList<OXA::AOCore_Lite*> cores {&core};
+    OXA::writeOXAConfigToXml_Lite(cores, bench.arg.configFile);
+    QCOMPARE(bench.build(), QString());
+
+    Random random(1);
+    QByteArrayList samples;
+    QByteArray sample(signalCount, '0');
+    for (int i = 0; i < sampleCount; ++i)
+        samples += sample = randomSample(random, sample);
+    CoreClient client;
+    if (!armed)
+        client.command(0, Command::kArm);
+    client.samples(sampleCount);
+    client.command(0, Command::kStop);
+    client.edges(8);
+    const Answer status = client.read(0, Register::Status, 96);
+    const Answer memory = client.read(0, Register::Memory, signalCount * amount);
+    const BenchRun run = bench.run(client.script, samples);
+    QCOMPARE(run.error, QString());
+
+    const Reply state = replyOf(run.tdo, status);
+    const Reply words = replyOf(run.tdo, memory);
+    QVERIFY(state.intact && words.intact);
+    const int taken = std::min(amount, sampleCount);
+    QCOMPARE(state.bits.at(10), taken == amount ? '1' : '0');
+    if (taken < amount)
+        QCOMPARE(number(state.bits, 64, 32), quint64(taken));
+    for (int i = 0; i < taken; ++i) {
+        QByteArray word = words.bits.mid(i * signalCount, signalCount);
+        std::reverse(word.begin(), word.end());
+        QCOMPARE(word, samples.at(i));
+    }
+}
+
+void TestProtocol::impossibleCoresStop_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("complaint");
+    QTest::newRow("windows") << "windows"
+                             << "the_memory_holds_all_windows";
+    QTest::newRow("position") << "position"
+                              << "the_trigger_position_lies_within_the_window";
+    QTest::newRow("function") << "function"
+                              << "has_a_function_of_its_match_type";
+    QTest::newRow("counter") << "counter"
+                             << "fits_its_width";
+    QTest::newRow("index") << "index"
+                           << "a_core_has_a_number_from_0_to_15";
+}
+
+void TestProtocol::impossibleCoresStop()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, complaint);
+    OneCore one(5);
+    OXA::MatchUnit& unit = *one.core->enabledMatchUnits().first();
+    if (field == "windows")
+        one.core->captureAmount = one.core->storageDepth / one.core->windowNum + 1;
+    if (field == "position")
+        one.core->triggerPos = one.core->captureAmount + 2;
+    if (field == "function") {
+        unit.matchType = OXA::MatchExtended;
+        unit.matchFunc = OXA::MatchInRange;
+    }
+    if (field == "counter") {
+        unit.counterEnable = true;
+        unit.counterWidth = 3;
+        unit.counter = 9;
+    }
+    if (field == "index")
+        one.core->index = 16;
+    const QString error = one.build();
+    QVERIFY2(error.contains(complaint), qPrintable(error));
+}
+
+QTEST_GUILESS_MAIN(TestProtocol)
+#include "test_protocol.moc"
