@@ -41,6 +41,8 @@ bool SimulatedTarget::build(
     const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn)
 {
     m_workDir = design.workDir;
+    // Verilog keeps unknown values to itself, gates do not.
+    m_settle = design.netlist.isEmpty() ? QStringList() : QStringList {"+oxa_settle=1"};
     const QString bench = m_workDir + "/testbench.v";
     QStringList sources;
     if (!generate(design, sources))
@@ -92,9 +94,10 @@ bool SimulatedTarget::start(const QString& stimulus)
     m_vvp.setProcessChannelMode(QProcess::MergedChannels);
     m_vvp.setStandardOutputFile(m_workDir + "/vvp.log");
     m_vvp.start("vvp",
-        {"-n", "-M", installed(OXA_LIBDIR "/oxautils"), "-m", "oxa_target",
+        QStringList {"-n", "-M", installed(OXA_LIBDIR "/oxautils"), "-m", "oxa_target",
             m_workDir + "/target.vvp", "+oxa_jtag=unix:" + m_sockets.filePath("jtag"),
-            "+oxa_control=unix:" + m_sockets.filePath("control"), "+oxa_stimulus=" + stimulus});
+            "+oxa_control=unix:" + m_sockets.filePath("control"), "+oxa_stimulus=" + stimulus}
+            + m_settle);
     if (!m_vvp.waitForStarted())
         return fail("vvp does not start (package iverilog): " + m_vvp.errorString());
     return connectTo("jtag", [this](const QString& at) { return m_jtag.connectTo(at); })

@@ -46,6 +46,7 @@ private:
     QString lastWords();
 
     QString m_workDir;
+    QStringList m_settle;
     QTemporaryDir m_sockets;
     QProcess m_vvp;
     OXA_CAPTURE::RemoteBitbangLink m_jtag;

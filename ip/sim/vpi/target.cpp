@@ -9,11 +9,13 @@
 //   +oxa_jtag=ADDRESS      remote_bitbang (docs/simulated-target.md)
 //   +oxa_control=ADDRESS   lines "run COUNT", answered by "ran COUNT" or "error TEXT"
 //   +oxa_stimulus=FILE     the steps that "run" plays
+//   +oxa_settle=1          unknown registers and memories begin as 0
 //
 // with an ADDRESS as in server_socket.h. It ends when its control client leaves, and when the
 // process that started it is gone.
 
 #include "bitbang.h"
+#include "power_up.h"
 #include "stimulus.h"
 
 #include <vpi_user.h>
@@ -52,7 +54,7 @@ void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
 
 class Target : public Pads {
 public:
-    explicit Target(const vpiHandle (&arguments)[ArgumentCount]);
+    Target(vpiHandle scope, const vpiHandle (&arguments)[ArgumentCount]);
 
     bool start();
     void wake();
@@ -68,6 +70,7 @@ private:
     bool wait();
     void sleep();
 
+    vpiHandle m_scope; // what is below is to be settled; null once that is done
     vpiHandle m_arguments[ArgumentCount];
     ServerSocket m_jtag;
     ServerSocket m_control;
@@ -104,7 +107,8 @@ void stop(const std::string& why)
     vpi_control(vpiFinish, 0);
 }
 
-Target::Target(const vpiHandle (&arguments)[ArgumentCount])
+Target::Target(vpiHandle scope, const vpiHandle (&arguments)[ArgumentCount])
+    : m_scope(option("oxa_settle") ? scope : nullptr)
 {
     std::memcpy(m_arguments, arguments, sizeof m_arguments);
 }
@@ -144,6 +148,11 @@ bool Target::open(const char* name, ServerSocket& socket)
 // Called whenever the design has had its time: does what comes next, and lets time pass again.
 void Target::wake()
 {
+    if (m_scope) { // behind all initial blocks
+        settleBelow(m_scope);
+        m_scope = nullptr;
+        return sleep();
+    }
     while (!play() && !m_bitbang.step() && !obeyControl()) {
         if (!wait())
             return stop({});
@@ -267,7 +276,7 @@ PLI_INT32 callTarget(PLI_BYTE8*)
         stop("$oxa_target is called once, with tck, tms, tdi, tdo, values and clocks");
         return 0;
     }
-    target = std::make_unique<Target>(arguments);
+    target = std::make_unique<Target>(vpi_handle(vpiScope, call), arguments);
     target->start();
     return 0;
 }

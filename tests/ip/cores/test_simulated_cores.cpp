@@ -51,8 +51,13 @@ class TestSimulatedCores : public QObject {
 private Q_SLOTS:
     void randomCores_data();
     void randomCores();
+    void netlist();
 
 private:
+    QStringList randomCall(unsigned seed, int cores);
+    void compare(const QStringList& call, const QStringList& options);
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+
     QTemporaryDir m_dir;
 };
 
@@ -65,10 +70,9 @@ void TestSimulatedCores::randomCores_data()
         QTest::addRow("seed %d", seed) << unsigned(seed) << (seed % 8 == 7 ? 16 : 1 + seed % 4);
 }
 
-void TestSimulatedCores::randomCores()
+// Writes a configuration with a waveform, and returns the call that simulates it.
+QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
 {
-    QFETCH(unsigned, seed);
-    QFETCH(int, cores);
     Random random(seed);
     std::vector<std::unique_ptr<OXA::AoCore>> owned;
     QList<OXA::AoCore*> list;
@@ -86,23 +90,53 @@ void TestSimulatedCores::randomCores()
         list += &core;
     }
     clocks.removeDuplicates();
-    const QString file = m_dir.filePath("c.oxa");
-    OXA::writeOXAConfigToXml(list, file);
-    const QString wave = writeFile(m_dir.filePath("w.vcd"), randomWaveform(random, names, clocks));
+    OXA::writeOXAConfigToXml(list, path("c.oxa"));
+    const QString wave = writeFile(path("w.vcd"), randomWaveform(random, names, clocks));
     const char* part = seed % 2 ? "QX3A-10ALV-QFN88-C8" : "QX1N-9LV-QFN88-C6";
-    QStringList call {"simulate", file, "--part", part, "--stimulus", wave, "--json", "-o",
-        m_dir.filePath("out.csv")};
+    QStringList call {"simulate", path("c.oxa"), "--part", part, "--stimulus", wave, "--json", "-o",
+        path("out.csv")};
     if (seed % 3 == 1)
         call += QStringList {"--force-trigger-at", QString::number(between(random, 0, kSamples))};
+    return call;
+}
 
+// The model's answers to `call` against those with `options`.
+void TestSimulatedCores::compare(const QStringList& call, const QStringList& options)
+{
     const Result model = oxa(call + QStringList {"--model"});
-    const QByteArray modelSamples = bytesOf(m_dir.filePath("out.csv"));
-    const Result verilog = oxa(call);
+    const QByteArray modelSamples = bytesOf(path("out.csv"));
+    const Result verilog = oxa(call + options);
     QVERIFY2(model.status == 0 || model.status == 1, qPrintable(model.err));
     QCOMPARE(verilog.err, model.err);
     QCOMPARE(verilog.out, model.out);
     QCOMPARE(verilog.status, model.status);
-    QCOMPARE(bytesOf(m_dir.filePath("out.csv")), modelSamples);
+    QCOMPARE(bytesOf(path("out.csv")), modelSamples);
+}
+
+void TestSimulatedCores::randomCores()
+{
+    QFETCH(unsigned, seed);
+    QFETCH(int, cores);
+    compare(randomCall(seed, cores), {});
+}
+
+// What Icarus simulates of the synthesized gates, and that a netlist of another configuration, even
+// with the same ports, is refused.
+void TestSimulatedCores::netlist()
+{
+    const QStringList call = randomCall(3, 2);
+    const Result synthesis = oxa({"generate", path("c.oxa"), "--part", call.at(3), "--work-dir",
+        path("work"), "-o", path("netlist.v")});
+    QVERIFY2(synthesis.status == 0, qPrintable(synthesis.err));
+    compare(call, {"--netlist", path("netlist.v")});
+
+    QByteArray other = bytesOf(path("c.oxa"));
+    const int depth = other.indexOf("storage_depth=\"") + int(strlen("storage_depth=\""));
+    writeFile(path("c.oxa"), other.insert(depth, '1'));
+    const Result refused = oxa(call + QStringList {"--netlist", path("netlist.v")});
+    QCOMPARE(refused.status, 1);
+    QVERIFY2(refused.err.contains("was built from another configuration; it has"),
+        qPrintable(refused.err));
 }
 
 QTEST_APPLESS_MAIN(TestSimulatedCores)
