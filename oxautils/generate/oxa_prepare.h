@@ -23,9 +23,9 @@ public:
     QStringList includePaths;
 
     /// Empties the work directory and generates into it. 1 when done; 0 when the configuration has
-    /// no core or no known mode, and when the work directory holds the configuration or the
-    /// installed cores (then nothing is removed). With a `customTop`, the top wrapper is neither
-    /// written nor listed. Files that cannot be written are only logged.
+    /// no core or no known mode, and when the work directory has no name or holds the configuration
+    /// or the installed cores (then nothing is removed). With a `customTop`, the top wrapper is
+    /// neither written nor listed. Files that cannot be written are only logged.
     int prepare(OxaArg arg);
 
     /// The steps of `prepare` for either mode, into the work directory as it is.

@@ -37,6 +37,10 @@ bool wouldBeTaken(const QString& path, const QString& directory)
 
 bool clearWorkDir(const OxaArg& arg)
 {
+    if (arg.workDir.isEmpty()) { // generated paths would begin at the root directory
+        qCritical("no work directory is named");
+        return false;
+    }
     if (!QFileInfo::exists(arg.workDir))
         return true;
     const QString needed[] = {arg.configFile, arg.ipDir};

@@ -9,7 +9,7 @@
 namespace OXA {
 
 /// Empties the work directory of `arg` when it exists. False, with a critical message and nothing
-/// removed, when what the run needs lies inside it.
+/// removed, when it has no name or what the run needs lies inside it.
 bool clearWorkDir(const OxaArg& arg);
 
 /// The cores of the Lite file `path`, none (with a critical message) when its version is no

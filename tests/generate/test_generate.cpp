@@ -477,6 +477,10 @@ void TestGenerate::inputsInTheWorkDirectoryStay()
     QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
     QCOMPARE(filesBelow(path("work")), before);
 
+    arg.workDir = ""; // or the files would go into the root directory
+    QTest::ignoreMessage(QtCriticalMsg, "no work directory is named");
+    QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
+
     arg = request(content); // a neighbour whose name begins alike is outside
     arg.configFile = writeFile(path("work.oxa"), content);
     QCOMPARE(OxaPrepare().prepare(arg), 1);
