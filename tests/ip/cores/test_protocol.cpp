@@ -5,6 +5,7 @@
 #include "capture/static_expression.h"
 #include "support/files.h"
 
+#include <dev/device_db.h>
 #include <oxautils/config/lite_config.h>
 #include <oxautils/config/standard_config.h>
 
@@ -88,13 +89,14 @@ quint32 fingerprintOf(const OXA::AoCore& core, int position, const CoreBench& be
         ports |= 1U << port->index;
     crc = crcOfWord(crc, ports);
     crc = crcOfWord(crc, core.expressionType == 1);
-    // A device that is not known has no shadow SRAM.
-    const auto kind = [](int code) { return quint64(code == 2 ? 0 : code); };
+    const QByteArray defines = bytesOf(directory + "qx_ao_top_define.v");
+    const bool shadow = defines.contains("SSRAM"); // or what asks for it gets block SRAM
+    const auto kind = [&](int code) { return quint64(code == 2 && !shadow ? 0 : code); };
     crc = crcOfWord(crc, core.expressionType == 1 ? kind(core.exImplementation) : 3);
     crc = crcOfWord(crc, kind(core.implementation));
     crc = crcOfWord(crc, core.forceTriggerByFallingEdge);
     crc = crcOfWord(crc, core.captureInitDataEnabled);
-    return crcOfWord(crc, 0);
+    return crcOfWord(crc, defines.contains("ZV1_EN"));
 }
 
 struct IdentityField {
@@ -136,6 +138,16 @@ std::vector<IdentityField> identityOf(const OXA::AoCore& core, int position)
         at += 32;
     }
     return fields;
+}
+
+// A part of a device; empty when there is none.
+QString partOf(const QString& device, const QString& variant)
+{
+    for (const DEV::ChipInfo& chip : DEV::DeviceDb::instance().chips()) {
+        if (chip.name == device && (variant.isEmpty() || chip.variant == variant))
+            return chip.partNumber;
+    }
+    return {};
 }
 
 // A random core in a bench of its own.
@@ -183,15 +195,28 @@ private Q_SLOTS:
 
 void TestProtocol::identityAndFingerprint_data()
 {
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<QString>("device");
     QTest::addColumn<unsigned>("seed");
-    for (unsigned seed = 1; seed <= 5; ++seed)
-        QTest::addRow("seed %u", seed) << seed;
+    QTest::newRow("unknown device") << ""
+                                    << "" << 1U;
+    QTest::newRow("another core") << ""
+                                  << "" << 2U;
+    QTest::newRow("shadow SRAM") << partOf("QX1N-9", "") << "QX1N-9" << 5U;
+    QTest::newRow("one stage to TDO") << partOf("QX3AN-6A", "") << "QX3AN-6A" << 3U;
+    QTest::newRow("two stages to TDO") << partOf("QX5A-138B", "") << "QX5A-138B" << 4U;
+    QTest::newRow("lowest voltage") << partOf("QX1NZ-1", "ZV") << "QX1NZ-1" << 6U;
 }
 
 void TestProtocol::identityAndFingerprint()
 {
+    QFETCH(QString, part);
+    QFETCH(QString, device);
     QFETCH(unsigned, seed);
     OneCore one(seed);
+    one.bench.arg.device = part;
+    one.bench.arg.package = device;
+    QVERIFY(part.isEmpty() == device.isEmpty());
     QCOMPARE(one.build(), QString());
     CoreClient client;
     client.devicesBefore = int(seed % 3);

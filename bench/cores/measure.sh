@@ -1,0 +1,100 @@
+#!/bin/bash
+# What the analyzer costs on an iCE40 HX8K: look-up tables, flip-flops, block RAMs, clock rates.
+#
+#   bench/cores/measure.sh BUILD
+#
+# A row a configuration: Lite and Standard cores of 8 and 32 signals x 1024 samples and richer ones,
+# wrapper and control core included. Probes come from a shift register, the JTAG primitive is a pass
+# through. Rates are the median of three seeds of the placer.
+set -eu
+build=$(realpath "$1")
+oxa=$build/bin/oxa
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+cd "$work"
+
+probes() { # COUNT
+    for ((i = 0; i < $1; i++)); do echo "<Signal capture_enable=\"true\">p$i</Signal>"; done
+}
+
+lite() { # SIGNALS
+    echo "<OXA_CONFIG><Version>3.0</Version><Mode>Lite</Mode>
+<AoCore_Lite index=\"0\" sample_clock=\"clk\" trig_type=\"0\" capture_amount=\"1024\" implemention=\"0\"
+ input_register_enabled=\"0\" capture_init_data_enabled=\"0\" module_name=\"\"><SignalList>$(probes "$1")
+</SignalList></AoCore_Lite><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
+}
+
+standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS
+    echo "<OXA_CONFIG><Version>3.0</Version><Mode>Standard</Mode>
+<AoCore index=\"0\" sample_clock=\"clk\" trig_type=\"0\" storage_depth=\"1024\" window_num=\"$5\"
+ capture_amount=\"$((1024 / $5))\" implementation=\"0\" trigger_pos=\"100\" module_name=\"\"
+ force_trigger_by_falling_edge=\"false\" capture_init_data_enabled=\"false\">
+<SignalList>$(probes "$1")</SignalList>
+<Triggers><Trigger index=\"0\"><SignalList>$(probes "$1")</SignalList></Trigger></Triggers><MatchUnits>"
+    for ((i = 0; i < $2; i++)); do
+        echo "<MatchUnit index=\"$i\" enabled=\"1\" match_type=\"$3\" counter_enable=\"0\" counter_width=\"2\"
+ counter=\"2\" countinuous=\"0\" func=\"0\" value0=\"10\" value1=\"\" trigger=\"0\"/>"
+    done
+    echo "</MatchUnits><Expressions type=\"Static\">"
+    for ((i = 0; i < $4; i++)); do echo "<Expression>M$((i % $2))</Expression>"; done
+    echo "</Expressions></AoCore><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
+}
+
+# The design around the wrapper of as many probes
+around() {
+    cat <<'V'
+module IBUF(input I, output O); assign O = I; endmodule
+module OBUF(input I, output O); assign O = I; endmodule
+module QX_JTAG(input tms_pad_i, tck_pad_i, tdi_pad_i, tdo_er1_i, tdo_er2_i, output tdo_pad_o, tck_o,
+    test_logic_reset_o, run_test_idle_er1_o, run_test_idle_er2_o, shift_dr_capture_dr_o, update_dr_o,
+    pause_dr_o, enable_er1_o, enable_er2_o, tdi_o);
+    reg [3:0] strobes;
+    always @(posedge tck_pad_i) strobes <= {strobes[2:0], tms_pad_i};
+    assign tck_o = tck_pad_i, tdi_o = tdi_pad_i, tdo_pad_o = tdo_er1_i;
+    assign {test_logic_reset_o, shift_dr_capture_dr_o, update_dr_o, enable_er1_o} = strobes;
+endmodule
+module around(input clk, probe, tck, tms, tdi, output tdo);
+V
+    echo "reg [$(($1 - 1)):0] p; always @(posedge clk) p <= {p, probe}; qx_oxa analyzer("
+    for ((i = 0; i < $1; i++)); do echo ".p$i(p[$i]),"; done
+    echo ".clk(clk), .tms_pad_i(tms), .tck_pad_i(tck), .tdi_pad_i(tdi), .tdo_pad_o(tdo)); endmodule"
+}
+
+# Maximum frequency of the clock net beginning with $1, of the last placement
+rate() {
+    sed -n "s/.*Max frequency for clock *'$1[^']*': \([0-9.]*\) MHz.*/\1/p" pnr.log | tail -1
+}
+
+median() { sort -g | sed -n 2p; }
+
+cells() { # PATTERN
+    sed -n "s/^ *$1 *\([0-9]*\)$/\1/p" stat.txt | awk '{ n += $1 } END { print n + 0 }'
+}
+
+measure() { # WHAT SIGNALS, the configuration on standard input
+    cat >core.oxa
+    "$oxa" generate core.oxa --part QX1N-9LV-QFN88-C6 --work-dir oxa --no-synthesis --force \
+        >files 2>generate.log || { cat generate.log; exit 1; }
+    around "$2" >around.v
+    yosys -q -p "read_verilog around.v
+        read_verilog $(sed -n 's/^+incdir+/-I/p' files | tr '\n' ' ') $(grep -v '^+' files | tr '\n' ' ')
+        synth_ice40 -top around -json around.json; tee -q -o stat.txt stat" >yosys.log 2>&1
+    : >clk; : >tck
+    for seed in 1 2 3; do
+        nextpnr-ice40 --hx8k --package ct256 --freq 100 --seed $seed --json around.json \
+            --timing-allow-fail -q --log pnr.log >/dev/null 2>&1
+        rate clk >>clk
+        rate tck >>tck
+    done
+    printf '%-36s %5d %5d %6d %8.1f %8.1f\n' "$1" "$(cells SB_LUT4)" "$(cells 'SB_DFF[A-Z]*')" \
+        "$(cells SB_RAM40_4K)" "$(median <clk)" "$(median <tck)"
+}
+
+printf '%-36s %5s %5s %6s %8s %8s\n' "iCE40 HX8K, x 1024 samples" LUT4 FF RAM4K "clk MHz" "tck MHz"
+lite 8 | measure "Lite, 8 signals" 8
+lite 32 | measure "Lite, 32 signals" 32
+standard 8 1 0 1 1 | measure "Basic unit, 8 signals" 8
+standard 32 1 0 1 1 | measure "Basic unit, 32 signals" 32
+standard 32 1 0 1 4 | measure "the same, 4 windows" 32
+standard 32 4 2 1 1 | measure "4 Extended units, 32 signals" 32
+standard 32 16 5 16 1 | measure "16 Range w/edges units, 16 levels" 32
