@@ -52,6 +52,7 @@ private Q_SLOTS:
     void randomCores_data();
     void randomCores();
     void netlist();
+    void openocdReadsAnIdentity();
 
 private:
     QStringList randomCall(unsigned seed, int cores);
@@ -137,6 +138,37 @@ void TestSimulatedCores::netlist()
     QCOMPARE(refused.status, 1);
     QVERIFY2(refused.err.contains("was built from another configuration; it has"),
         qPrintable(refused.err));
+}
+
+void TestSimulatedCores::openocdReadsAnIdentity()
+{
+    const QStringList call = randomCall(0, 1);
+    QVERIFY(oxa(call + QStringList {"--keep-work", path("kept")}).status >= 0);
+    QProcess vvp;
+    vvp.start("vvp",
+        {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", path("kept/target.vvp"),
+            "+oxa_jtag=tcp:0"});
+    while (!vvp.canReadLine() && vvp.waitForReadyRead()) { }
+    const QString port = QString(vvp.readLine().trimmed()).section(' ', -1);
+    // Two scans: the address of core 0's register 0, and 60 bits of it.
+    QProcess openocd;
+    openocd.setProcessChannelMode(QProcess::MergedChannels);
+    openocd.start("openocd",
+        {"-c",
+            "adapter driver remote_bitbang; remote_bitbang host localhost; remote_bitbang port "
+                + port
+                + "; jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd; gdb_port disabled;"
+                  " tcl_port disabled; telnet_port disabled; init; irscan fpga.tap 8;"
+                  " drscan fpga.tap 10 3; echo identity=[drscan fpga.tap 60 1]; shutdown"});
+    QVERIFY(openocd.waitForFinished());
+    const QString log = openocd.readAll();
+    quint64 answer = log.section("identity=", 1).section('\n', 0, 0).toULongLong(nullptr, 16);
+    QVERIFY2(answer != 0, qPrintable(log));
+    while (!(answer & 1)) // the answer begins with a one
+        answer >>= 1;
+    QCOMPARE(quint32(answer >> 1), 0x3141584fU);
+    vvp.kill();
+    vvp.waitForFinished();
 }
 
 QTEST_APPLESS_MAIN(TestSimulatedCores)
