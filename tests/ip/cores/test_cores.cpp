@@ -181,6 +181,32 @@ QString textOf(const QList<Capture>& captures)
     return text;
 }
 
+// Random cores in one bench.
+struct Analyzer {
+    std::vector<std::unique_ptr<OXA::AoCore>> owned;
+    QList<OXA::AoCore*> cores;
+    CoreBench bench;
+
+    explicit Analyzer(Random& random)
+    {
+        const int count = between(random, 0, 3) ? 1 : between(random, 2, 4);
+        for (int i = 0; i < count; ++i) {
+            owned.push_back(randomCore(random, i));
+            cores += owned.back().get();
+            const SampleRequest request = sampleRequest(*cores.last());
+            for (const QStringList& field : request.fields)
+                bench.signalNames += field;
+            (request.fallingEdge ? bench.fallingClocks : bench.risingClocks) += request.clock;
+        }
+    }
+
+    QString build()
+    {
+        OXA::writeOXAConfigToXml(cores, bench.arg.configFile);
+        return bench.build();
+    }
+};
+
 // Stops cores that power-up armed, and gives all of them their settings.
 void rewrite(
     CoreClient& client, const QList<OXA::AoCore*>& cores, const std::vector<TriggerSetup>& setups)
@@ -194,6 +220,87 @@ void rewrite(
             client.write(i, Register::Tables, tablesOf(*cores.at(i), setups[size_t(i)]));
     }
 }
+
+// One run of an analyzer: with the settings of power-up, or with others that its client writes.
+struct Round {
+    Analyzer& analyzer;
+    CoreClient client;
+    QByteArrayList stimulus;
+    int forceAt = -1;
+    std::vector<TriggerSetup> setups;
+    std::vector<Answers> answers;
+    QString error;
+
+    Round(Random& random, Analyzer& analyzer, bool rewritten)
+        : analyzer(analyzer)
+    {
+        OXA::OxaArg arg = analyzer.bench.arg;
+        if (rewritten) {
+            arg.package.clear(); // the client's settings do not know the device
+            for (OXA::AoCore* core : analyzer.cores)
+                changeSettings(random, *core);
+        }
+        makeStimulus(random);
+        for (const OXA::AoCore* core : analyzer.cores) {
+            Problems problems;
+            setups.emplace_back();
+            if (!triggerSetup(*core, arg, {}, setups.back(), problems))
+                error = problems.first().message();
+        }
+        if (rewritten)
+            rewrite(client, analyzer.cores, setups);
+        writeScript(rewritten);
+    }
+
+    void makeStimulus(Random& random)
+    {
+        QByteArray sample(analyzer.bench.signalNames.size(), '0');
+        const int length = between(random, 1, 300);
+        for (int i = 0; i < length; ++i)
+            stimulus += sample = randomSample(random, sample);
+        if (!between(random, 0, 2))
+            forceAt = between(random, 0, length - 1);
+    }
+
+    void writeScript(bool rewritten)
+    {
+        for (int i = 0; i < analyzer.cores.size(); ++i) {
+            if (rewritten || !analyzer.cores.at(i)->captureInitDataEnabled)
+                client.command(i, Command::kArm);
+        }
+        client.samples(std::max(forceAt, 0));
+        for (int i = 0; forceAt >= 0 && i < analyzer.cores.size(); ++i)
+            client.command(i, Command::kForce);
+        client.samples(stimulus.size() - std::max(forceAt, 0));
+        for (int i = 0; i < analyzer.cores.size(); ++i)
+            client.command(i, Command::kStop);
+        client.edges(8);
+        for (int i = 0; i < analyzer.cores.size(); ++i)
+            answers.push_back(readAll(client, i, *analyzer.cores.at(i)));
+    }
+
+    QString captured(int i, const QByteArray& tdo) const
+    {
+        const OXA::AoCore& core = *analyzer.cores.at(i);
+        const TriggerSetup& setup = setups[size_t(i)];
+        const QByteArray status = replyOf(tdo, answers[size_t(i)].status).bits;
+        QString text = textOf(capturesOf(core, int(setup.triggerPos), tdo, answers[size_t(i)]));
+        for (size_t unit = 0; unit < setup.units.size(); ++unit)
+            text += QString("%1 matches\n").arg(number(status, 160 + 8 * int(unit), 8));
+        return text;
+    }
+
+    QString modelled(int i) const
+    {
+        const SampleTable table
+            = tableOf(*analyzer.cores.at(i), analyzer.bench.signalNames, stimulus);
+        const ModelRun run = runModel(setups[size_t(i)], table, forceAt);
+        QString text = textOf(capturesOf(run, table));
+        for (const qint64 matches : run.progress.matches)
+            text += QString("%1 matches\n").arg(std::min(matches, qint64(255)));
+        return text;
+    }
+};
 
 }
 
@@ -218,75 +325,18 @@ void TestCores::capturesAsTheModel()
 {
     QFETCH(unsigned, seed);
     Random random(seed);
-    std::vector<std::unique_ptr<OXA::AoCore>> owned;
-    QList<OXA::AoCore*> cores;
-    CoreBench bench;
-    const int count = between(random, 0, 3) ? 1 : between(random, 2, 4);
-    for (int i = 0; i < count; ++i) {
-        owned.push_back(randomCore(random, i));
-        cores += owned.back().get();
-        const SampleRequest request = sampleRequest(*cores.last());
-        for (const QStringList& field : request.fields)
-            bench.signalNames += field;
-        (request.fallingEdge ? bench.fallingClocks : bench.risingClocks) += request.clock;
-    }
+    Analyzer analyzer(random);
     // A window lies a sample earlier on this device.
-    bench.arg.package = seed % 3 ? "" : "QX1N-9";
-    OXA::writeOXAConfigToXml(cores, bench.arg.configFile);
-    QCOMPARE(bench.build(), QString());
-
-    for (int round = 0; round < 4; ++round) {
-        CoreClient client;
-        OXA::OxaArg arg = bench.arg;
-        if (round > 0) {
-            arg.package.clear(); // the client's settings do not know the device
-            for (OXA::AoCore* core : cores)
-                changeSettings(random, *core);
-        }
-        QByteArrayList stimulus;
-        QByteArray sample(bench.signalNames.size(), '0');
-        const int length = between(random, 1, 300);
-        for (int i = 0; i < length; ++i)
-            stimulus += sample = randomSample(random, sample);
-        const int forceAt = between(random, 0, 2) ? -1 : between(random, 0, length - 1);
-
-        std::vector<TriggerSetup> setups;
-        for (int i = 0; i < count; ++i) {
-            Problems problems;
-            TriggerSetup setup;
-            QVERIFY2(triggerSetup(*cores.at(i), arg, {}, setup, problems),
-                problems.isEmpty() ? "" : qPrintable(problems.first().message()));
-            setups.push_back(setup);
-        }
-        if (round > 0)
-            rewrite(client, cores, setups);
-        for (int i = 0; i < count; ++i) {
-            if (round > 0 || !cores.at(i)->captureInitDataEnabled)
-                client.command(i, Command::kArm);
-        }
-        client.samples(forceAt < 0 ? length : forceAt);
-        if (forceAt >= 0) {
-            for (int i = 0; i < count; ++i)
-                client.command(i, Command::kForce);
-            client.samples(length - forceAt);
-        }
-        std::vector<Answers> answers;
-        for (int i = 0; i < count; ++i)
-            client.command(i, Command::kStop);
-        client.edges(8);
-        for (int i = 0; i < count; ++i)
-            answers.push_back(readAll(client, i, *cores.at(i)));
-
-        const BenchRun run = bench.run(client.script, stimulus);
+    analyzer.bench.arg.package = seed % 3 ? "" : "QX1N-9";
+    QCOMPARE(analyzer.build(), QString());
+    for (int number = 0; number < 4; ++number) {
+        Round round(random, analyzer, number > 0);
+        QCOMPARE(round.error, QString());
+        const BenchRun run = analyzer.bench.run(round.client.script, round.stimulus);
         QCOMPARE(run.error, QString());
-        for (int i = 0; i < count; ++i) {
-            const SampleTable table = tableOf(*cores.at(i), bench.signalNames, stimulus);
-            const ModelRun model = runModel(setups[size_t(i)], table, forceAt);
-            const QString where = QString("core %1 round %2\n").arg(i).arg(round);
-            QCOMPARE(where
-                    + textOf(capturesOf(*cores.at(i), int(setups[size_t(i)].triggerPos), run.tdo,
-                        answers[size_t(i)])),
-                where + textOf(capturesOf(model, table)));
+        for (int i = 0; i < analyzer.cores.size(); ++i) {
+            const QString where = QString("core %1 round %2\n").arg(i).arg(number);
+            QCOMPARE(where + round.captured(i, run.tdo), where + round.modelled(i));
         }
     }
 }
