@@ -1,5 +1,7 @@
 #include "random_core.h"
 
+#include "capture/analyzer_client.h"
+#include "capture/remote_bitbang_link.h"
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
 #include "support/oxa_program.h"
@@ -42,6 +44,45 @@ QByteArray randomWaveform(Random& random, QStringList names, const QStringList& 
     return vcdOf(names, samples, clocks);
 }
 
+// A cable that loses one bit of most questions: of the address, or of the register's scan on its
+// way in or out.
+class BadLink : public OXA_CAPTURE::JtagLink {
+public:
+    BadLink(OXA_CAPTURE::JtagLink& good, unsigned seed)
+        : m_good(good)
+        , m_random(seed)
+    {
+    }
+
+    bool reset() override { return m_good.reset(); }
+    bool scanIr(const OXA_CAPTURE::BitString& out) override { return m_good.scanIr(out); }
+    bool scanDr(const OXA_CAPTURE::BitString& out, OXA_CAPTURE::BitString* in) override
+    {
+        if (!in) // an address begins the next question
+            m_lost = Place(between(m_random, None, In));
+        const bool ok = m_good.scanDr(m_lost == (in ? Out : Address) ? damaged(out) : out, in);
+        if (in && m_lost == In)
+            *in = damaged(*in);
+        return ok;
+    }
+
+private:
+    enum Place { None, Address, Out, In };
+
+    OXA_CAPTURE::BitString damaged(const OXA_CAPTURE::BitString& bits)
+    {
+        const int wrong = between(m_random, 0, bits.size() - 1);
+        OXA_CAPTURE::BitString result;
+        for (int bit = 0; bit < bits.size(); ++bit)
+            result.append(bits.at(bit) != (bit == wrong));
+        return result;
+    }
+
+    OXA_CAPTURE::JtagLink& m_good;
+    Random m_random;
+    Place m_lost = None;
+};
+
 }
 
 // What `oxa simulate` gets out of the generated Verilog is what the trigger model says.
@@ -53,6 +94,7 @@ private Q_SLOTS:
     void randomCores();
     void netlist();
     void openocdReadsAnIdentity();
+    void damagedAnswersAreNotTaken();
 
 private:
     QStringList randomCall(unsigned seed, int cores);
@@ -169,6 +211,39 @@ void TestSimulatedCores::openocdReadsAnIdentity()
     QCOMPARE(quint32(answer >> 1), 0x3141584fU);
     vvp.kill();
     vvp.waitForFinished();
+}
+
+void TestSimulatedCores::damagedAnswersAreNotTaken()
+{
+    using namespace OXA_CAPTURE;
+    oxa(randomCall(0, 1) + QStringList {"--keep-work", path("kept")});
+    QProcess vvp;
+    vvp.start("vvp",
+        {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", path("kept/target.vvp"),
+            "+oxa_jtag=unix:" + path("jtag")});
+    RemoteBitbangLink good;
+    while (!good.connectTo("unix:" + path("jtag")))
+        QVERIFY2(!vvp.waitForFinished(10), "the target does not run");
+    const BitString er1(8, 5);
+    quint32 truth = 0;
+    AnalyzerClient sure(good, er1);
+    QVERIFY(sure.begin() && sure.readFingerprint(0, truth));
+
+    BadLink bad(good, 1);
+    AnalyzerClient client(bad, er1);
+    int taken = 0;
+    for (int i = 0; i < 1000; ++i) {
+        quint32 fingerprint = 0;
+        if (!client.readFingerprint(0, fingerprint))
+            continue;
+        QCOMPARE(fingerprint, truth);
+        ++taken;
+    }
+    QVERIFY(taken > 400); // three tries each
+    vvp.kill();
+    vvp.waitForFinished();
+    quint32 none = 0;
+    QVERIFY(!sure.readFingerprint(0, none));
 }
 
 QTEST_APPLESS_MAIN(TestSimulatedCores)
