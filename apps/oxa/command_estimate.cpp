@@ -114,7 +114,7 @@ QString barText(qint64 taken, qint64 available)
 
 QString noteText(qint64 taken, qint64 available)
 {
-    const QString bar = barText(taken, available);
+    QString bar = barText(taken, available);
     if (taken <= available)
         return bar;
     return bar + (bar.isEmpty() ? "" : " ") + "does not fit";

@@ -66,12 +66,24 @@ bool passesCheck(const Options& options, const OXA::OxaArg& arg, QTextStream& er
     return !stops;
 }
 
+/// Whether both paths lead to one file that exists.
+bool isSameFile(const QString& a, const QString& b)
+{
+    const QString real = QFileInfo(a).canonicalFilePath();
+    return !real.isEmpty() && real == QFileInfo(b).canonicalFilePath();
+}
+
 /// The request that the options make; what is wrong with it is said on `err`.
 bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
 {
     const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
     if (!chip || !mayEmpty(options.workDir, options.force, err))
         return false;
+    if (isSameFile(options.netlist, options.file)) {
+        err << "error: the netlist would replace the configuration " << options.file
+            << "; name another file with -o\n";
+        return false;
+    }
     arg.configFile = options.file;
     arg.outputFile
         = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;

@@ -38,6 +38,13 @@ int parse(CLI::App& app, int argc, char** argv, int& status)
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
+        const std::vector<std::string> unknown = app.remaining();
+        if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()
+            && unknown.front()[0] != '-') {
+            std::cerr << "error: no command \"" << unknown.front()
+                      << "\"; `oxa --help` lists them\n";
+            return kUnusable;
+        }
         return app.exit(error, std::cout, std::cerr) == 0 ? kDone : kUnusable;
     }
     return status;

@@ -9,7 +9,8 @@
 namespace OXA {
 
 /// Replaces the file `path` by a Lite configuration of `cores`, checksum included. The old file
-/// stays whole until the new one is. Reports nothing when the file cannot be opened.
+/// stays whole until the new one is. Reports nothing when the file cannot be opened. A text with a
+/// character that XML cannot hold leaves the old file and a critical message.
 OXAUTILS_EXPORT void writeOXAConfigToXml_Lite(
     const QList<AOCore_Lite*>& cores, const QString& path);
 

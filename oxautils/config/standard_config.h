@@ -10,7 +10,8 @@ namespace OXA {
 
 /// Replaces the file `path` by a Standard configuration of `cores`, checksum included. The old file
 /// stays whole until the new one is. Reports nothing when the file cannot be opened; callers that
-/// need to know check the file afterwards.
+/// need to know check the file afterwards. A text with a character that XML cannot hold leaves the
+/// old file and a critical message.
 OXAUTILS_EXPORT void writeOXAConfigToXml(const QList<AoCore*>& cores, const QString& path);
 
 /// The cores of the Standard file `path`, in document order; the caller owns them.

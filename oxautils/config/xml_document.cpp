@@ -40,10 +40,12 @@ private:
         return m_text.midRef(m_at, text.size()) == text;
     }
 
-    void skipBehind(const char* what)
+    /// Moves behind the next `what` that shares no character with the `opening` here: "<!-->" only
+    /// begins a comment.
+    void skipBehind(const char* opening, const char* what)
     {
         const QLatin1String text(what);
-        const int found = m_text.indexOf(text, m_at);
+        const int found = m_text.indexOf(text, m_at + QLatin1String(opening).size());
         m_at = found < 0 ? m_text.size() : found + text.size();
     }
 
@@ -68,11 +70,11 @@ private:
     const char* takeMarkup()
     {
         if (startsWith("<!--")) {
-            skipBehind("-->");
+            skipBehind("<!--", "-->");
         } else if (startsWith("<![CDATA[")) {
-            skipBehind("]]>");
+            skipBehind("<![CDATA[", "]]>");
         } else if (startsWith("<?")) {
-            skipBehind("?>");
+            skipBehind("<?", "?>");
         } else if (startsWith("<!")) {
             if (takeTag().contains('['))
                 return "declarations in the document type are not accepted";

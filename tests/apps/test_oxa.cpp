@@ -83,7 +83,7 @@ void TestOxa::unusableCalls_data()
         QTest::newRow(name) << arguments << error;
     };
     row("no command", {}, "error: A subcommand is required; `oxa --help`");
-    row("unknown command", {"fnord"}, "`oxa --help`");
+    row("unknown command", {"fnord"}, "error: no command \"fnord\"; `oxa --help`");
     row("no file", {"show"}, "error: FILE is required; `oxa show --help`");
     row("no part", {"generate", kUart, "--work-dir", "w"}, "error: --part is required");
     row("top without list", {"generate", kUart, "--part", "P", "--work-dir", "w", "--no-top"},
@@ -228,12 +228,17 @@ void TestOxa::workDirectoriesOfOthersAreLeftAlone()
     QCOMPARE(oxa(call + QStringList("--force")).status, 0);
     QVERIFY(!QFile::exists(work + "/mine"));
     QCOMPARE(oxa(QStringList(call).replaceInStrings(work, kUart)).status, 2); // a file
-    // --force does not reach the configuration itself.
+    // --force does not reach the configuration itself, nor does the netlist.
     QVERIFY(QFile::copy(kUart, work + "/c.oxa"));
     QStringList inside = call;
     inside[1] = work + "/c.oxa";
     QCOMPARE(oxa(inside + QStringList("--force")).status, 2);
     QVERIFY(QFile::exists(work + "/c.oxa"));
+    QCOMPARE(oxa({"generate", work + "/c.oxa", "--part", m_chip.partNumber, "--work-dir",
+                     path("other"), "-o", work + "/../theirs/c.oxa"})
+                 .status,
+        2);
+    QCOMPARE(bytesOf(work + "/c.oxa"), bytesOf(kUart));
 }
 
 void TestOxa::unknownParts()

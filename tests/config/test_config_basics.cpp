@@ -160,6 +160,9 @@ void TestConfigBasics::hostileDocumentsFailAsOthersDo_data()
     QTest::newRow("deep and never closed") << QByteArray("<a>").repeated(50000) << deep;
     QTest::newRow("deep behind a comment in quotes") << "<!DOCTYPE a SYSTEM '<!--'>\n"
             + nested(50000) << QString("elements are nested deeper than 64 levels at 2:193");
+    QTest::newRow("deep among comments that seem to end where they begin")
+        << QByteArray("<a><!--></a>-->").repeated(50000)
+        << QString("elements are nested deeper than 64 levels at 1:961");
     const QString wide = QChar(0xFEFF) + QString(nested(50000));
     QTest::newRow("deep in two-byte characters")
         << QByteArray(reinterpret_cast<const char*>(wide.utf16()), 2 * wide.size()) << deep;

@@ -445,6 +445,15 @@ void TestConfigFiles::savingKeepsTheOldFileWhole()
     writeOXAConfigToXml(richCores(), path("directory"));
     QVERIFY(QFileInfo(path("directory")).isDir());
     QCOMPARE(QDir(m_dir.path()).entryList({"*.??????"}), QStringList()); // no draft stays behind
+    writeFile(path("unspeakable"), "old");
+    for (const QString& name : {QString("a\x01"), QString(QChar(0xd800))}) {
+        Cores cores = richCores();
+        cores.first()->moduleName = name;
+        const QRegularExpression message("^failed to write .*: a text holds");
+        QTest::ignoreMessage(QtCriticalMsg, message);
+        writeOXAConfigToXml(cores, path("unspeakable"));
+        QCOMPARE(bytesOf(path("unspeakable")), QByteArray("old"));
+    }
 }
 
 void TestConfigFiles::linksAndRightsStay()
