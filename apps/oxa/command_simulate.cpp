@@ -205,6 +205,7 @@ bool readStimulus(const Options& options, const std::vector<SimulatedCore>& core
     SampledWaveform& waveform, QTextStream& err)
 {
     std::vector<SampleRequest> requests;
+    requests.reserve(cores.size());
     for (const SimulatedCore& core : cores)
         requests.push_back(core.request);
     ProgressLine line(err);

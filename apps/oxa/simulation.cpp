@@ -85,7 +85,7 @@ void renameClocks(const QList<Core*>& cores, const QHash<QString, QString>& name
 QString renamedConfiguration(const Simulation& simulation, const QHash<QString, QString>& names)
 {
     const QString& original = simulation.arg.configFile;
-    const QString path = simulation.workDir + '/' + QFileInfo(original).fileName();
+    QString path = simulation.workDir + '/' + QFileInfo(original).fileName();
     if (OXA::oxaModeFromOxaConfigFile(original) == OXA::Lite) {
         const QList<OXA::AOCore_Lite*> cores = OXA::readOXAConfigFromXml_Lite(original);
         renameClocks(cores, names);
@@ -134,7 +134,7 @@ bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cor
     std::vector<ModelRun>& runs, QString& error)
 {
     TargetCapture client(target, cores, waveform);
-    const qint64 leadOut = 2 * kLeadOut;
+    const qint64 leadOut = qint64(2) * kLeadOut;
     const auto progress
         = [&simulation](int percent) { return simulation.progress("simulating", percent); };
     bool ok = client.begin(simulation.workDir + "/generated")
@@ -158,6 +158,7 @@ bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& co
     qDeleteAll(liteCores);
 
     std::vector<SampleRequest> requests;
+    requests.reserve(cores.size());
     for (const SimulatedCore& core : cores)
         requests.push_back(core.request);
     SimulatedTarget target;
