@@ -19,8 +19,9 @@ constexpr int kUnusable = -1;
 
 OXAProxyQxSyn::OXAProxyQxSyn(QObject* parent)
     : QObject(parent)
-    , d(new _oxa_proxy_qxsyn {new NorvoSyn::QxSynthesisSyncProxy(this), {}})
+    , d(new _oxa_proxy_qxsyn)
 {
+    d->proxy = new NorvoSyn::QxSynthesisSyncProxy(this);
 }
 
 OXAProxyQxSyn::~OXAProxyQxSyn() { delete d; }
@@ -28,6 +29,7 @@ OXAProxyQxSyn::~OXAProxyQxSyn() { delete d; }
 int OXAProxyQxSyn::startGenerate(OxaArg arg)
 {
     d->errors.clear();
+    d->stopAsked = false;
     if (!clearWorkDir(arg))
         return kUnusable;
     switch (oxaModeFromOxaConfigFile(arg.configFile)) {
@@ -40,7 +42,11 @@ int OXAProxyQxSyn::startGenerate(OxaArg arg)
     }
 }
 
-void OXAProxyQxSyn::tryToStop() { d->proxy->tryToStop(); }
+void OXAProxyQxSyn::tryToStop()
+{
+    d->stopAsked = true;
+    d->proxy->tryToStop();
+}
 
 QStringList OXAProxyQxSyn::errorMessages() const { return d->errors; }
 

@@ -7,12 +7,15 @@
 
 #include <norvosyn/qx_synthesis_sync_proxy.h>
 
+#include <atomic>
+
 namespace OXA {
 
 /// What an OXAProxyQxSyn works with. `proxy` belongs to that object as its child.
 struct _oxa_proxy_qxsyn {
-    NorvoSyn::QxSynthesisSyncProxy* proxy;
+    NorvoSyn::QxSynthesisSyncProxy* proxy = nullptr;
     QStringList errors;
+    std::atomic<bool> stopAsked {false}; ///< since the run began: the engine may not know of it yet
 
     int std_generate(OxaArg arg);
     int lite_generate(OxaArg arg);

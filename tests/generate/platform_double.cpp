@@ -21,6 +21,8 @@ DeviceDb& DeviceDb::instance()
 ChipInfo DeviceDb::find(const QString& partNumber, const QString& deviceName) const
 {
     PlatformDouble::instance().lookups += partNumber + "|" + deviceName;
+    if (PlatformDouble::instance().onLookup)
+        PlatformDouble::instance().onLookup();
     ChipInfo chip;
     chip.partNumber = partNumber;
     chip.name = QString(deviceName).remove("-ZV").remove("-NOSHADOW");

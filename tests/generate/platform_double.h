@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+
 /// What the library asked of the platform that this program puts in the place of the installed one,
 /// and what that answers.
 struct PlatformDouble {
@@ -14,6 +16,7 @@ struct PlatformDouble {
     int result = 0; ///< of the next runs
     QStringList messages;
     int stops = 0;
+    std::function<void()> onLookup; ///< called by every find
 
     static PlatformDouble& instance();
 };

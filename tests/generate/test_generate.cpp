@@ -65,6 +65,7 @@ private Q_SLOTS:
     void ownTop();
     void synthesisRequests();
     void failedSynthesis();
+    void stopWhileFilesAreWritten();
     void nothingToGenerate_data();
     void nothingToGenerate();
     void filesThatCannotBeOpened_data();
@@ -327,6 +328,20 @@ void TestGenerate::failedSynthesis()
     platform.result = 0;
     QCOMPARE(generator.startGenerate(arg), 0);
     QCOMPARE(generator.errorMessages(), QStringList());
+}
+
+void TestGenerate::stopWhileFilesAreWritten()
+{
+    OXAProxyQxSyn generator(nullptr);
+    PlatformDouble& platform = PlatformDouble::instance();
+    const OxaArg arg = request(configuration(coreElement("")));
+    QCOMPARE(generator.startGenerate(arg), 0);
+    platform.onLookup = [&generator] { generator.tryToStop(); };
+    QCOMPARE(generator.startGenerate(arg), 1);
+    QCOMPARE(platform.requests.size(), 1);
+    QCOMPARE(generator.errorMessages(), QStringList("the synthesis was stopped before it began"));
+    platform.onLookup = nullptr;
+    QCOMPARE(generator.startGenerate(arg), 0); // a stop holds for its run alone
 }
 
 void TestGenerate::nothingToGenerate_data()
