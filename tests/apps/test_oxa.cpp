@@ -40,6 +40,8 @@ private Q_SLOTS:
     void unknownParts();
     void failedWritesFailTheJob();
     void examplesAreAsTheLibraryWritesThem();
+    void referencePageIsWhatHelpSays();
+    void shellCompletes();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
@@ -275,6 +277,36 @@ void TestOxa::examplesAreAsTheLibraryWritesThem()
     OXA::writeOXAConfigToXml_Lite(liteCores, path("lite"));
     qDeleteAll(liteCores);
     QCOMPARE(bytesOf(path("lite")), bytesOf(kUartLite));
+}
+
+// tools/cli-reference BUILD/bin/oxa markdown >docs/cli.md
+void TestOxa::referencePageIsWhatHelpSays()
+{
+    QProcess process;
+    process.start(OXA_SOURCE_DIR "/tools/cli-reference", {OXA_PROGRAM, "markdown"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardOutput(), bytesOf(OXA_SOURCE_DIR "/docs/cli.md"));
+}
+
+void TestOxa::shellCompletes()
+{
+    const QString script = R"(
+        PATH=$(dirname "$1"):$PATH; source "$2"; shift 2
+        COMP_WORDS=(oxa "$@"); COMP_CWORD=$#; _oxa; echo "${COMPREPLY[@]}")";
+    const QList<QPair<QStringList, QString>> rows = {
+        {{"sh"},                                  "show"             },
+        {{"generate", "--no-s"},                  "--no-synthesis"   },
+        {{"check", "--part", "QX1N-9LV-QFN88-C"}, "QX1N-9LV-QFN88-C6"},
+    };
+    for (const auto& row : rows) {
+        QProcess process;
+        process.start("bash",
+            QStringList {
+                "-c", script, "bash", OXA_PROGRAM, OXA_SOURCE_DIR "/share/bash-completion/oxa"}
+                + row.first);
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(QString(process.readAllStandardOutput()).trimmed(), row.second);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestOxa)
