@@ -10,6 +10,14 @@ constexpr char kMarkText[] = "`oxa generate` made this directory and empties it 
 
 }
 
+bool holdsForeignFiles(const QString& path)
+{
+    const QDir directory(path);
+    return directory.exists() && !directory.exists(kMarkName)
+        && !directory.isEmpty(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
 bool mayEmpty(const QString& path, bool force, QTextStream& err)
 {
     const QFileInfo info(path);
@@ -21,10 +29,7 @@ bool mayEmpty(const QString& path, bool force, QTextStream& err)
         err << "error: " << path << " is not a directory\n";
         return false;
     }
-    if (force || !info.exists() || QFile::exists(path + "/" + kMarkName))
-        return true;
-    const QDir directory(path);
-    if (directory.isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot))
+    if (force || !holdsForeignFiles(path))
         return true;
     err << "error: " << path << " would be emptied, but `oxa generate` did not make what is in it;"
         << " name another --work-dir, or add --force to lose its content\n";

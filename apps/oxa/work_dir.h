@@ -4,6 +4,9 @@
 #include <QString>
 #include <QTextStream>
 
+/// Whether the directory `path` holds files, and no mark says that an earlier run made them.
+bool holdsForeignFiles(const QString& path);
+
 /// Whether generating may empty the directory `path`: it is not there, is empty, carries the mark
 /// of an earlier run, or `force` says so. Otherwise false, said on `err`.
 bool mayEmpty(const QString& path, bool force, QTextStream& err);

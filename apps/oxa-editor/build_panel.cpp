@@ -1,0 +1,229 @@
+#include "build_panel.h"
+
+#include "document.h"
+#include "file_viewer.h"
+
+#include "oxa/work_dir.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr char kNetlist[] = "qx_oxa_netlist.v";
+constexpr int kMostLines = 5000; // of the log
+
+QString installedIpDir()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/oxautils/ip");
+}
+
+}
+
+BuildPanel::BuildPanel(Document& document, QWidget* parent)
+    : QWidget(parent)
+    , m_document(document)
+    , m_job(new BuildJob(this))
+    , m_workDir(new QLineEdit)
+    , m_generate(new QPushButton(tr("&Generate")))
+    , m_synthesize(new QPushButton(tr("S&ynthesize")))
+    , m_stop(new QPushButton(tr("S&top")))
+    , m_progress(new QProgressBar)
+    , m_stage(new QLabel)
+    , m_log(new QListWidget)
+{
+    layOut();
+    connect(m_generate, &QPushButton::clicked, this, &BuildPanel::generate);
+    connect(m_synthesize, &QPushButton::clicked, this, &BuildPanel::synthesize);
+    connect(m_stop, &QPushButton::clicked, this, &BuildPanel::stop);
+    connect(m_workDir, &QLineEdit::editingFinished, this, &BuildPanel::workDirChanged);
+    connect(m_log, &QListWidget::itemActivated, this, &BuildPanel::openPlace);
+    connect(m_log, &QListWidget::itemDoubleClicked, this, &BuildPanel::openPlace);
+    connect(m_job, &BuildJob::progress, this, &BuildPanel::showProgress);
+    connect(m_job, &BuildJob::logged, this, &BuildPanel::say);
+    connect(m_job, &BuildJob::finished, this, &BuildPanel::showFinish);
+    showState();
+}
+
+void BuildPanel::layOut()
+{
+    m_generate->setToolTip(tr("Write the Verilog of the analyzer into the work folder"));
+    m_synthesize->setToolTip(tr("Write the Verilog, and make a netlist of it"));
+    m_progress->setAccessibleName(tr("Progress"));
+    m_log->setAccessibleName(tr("Log"));
+    m_log->setUniformItemSizes(true);
+    m_log->setTextElideMode(Qt::ElideNone);
+    auto* browse = new QPushButton(tr("&Browse…"));
+    connect(browse, &QPushButton::clicked, this, &BuildPanel::browse);
+    auto* label = new QLabel(tr("&Work folder:"));
+    label->setBuddy(m_workDir);
+
+    auto* where = new QHBoxLayout;
+    where->addWidget(label);
+    where->addWidget(m_workDir, 1);
+    where->addWidget(browse);
+    where->addWidget(m_generate);
+    where->addWidget(m_synthesize);
+    where->addWidget(m_stop);
+    auto* state = new QHBoxLayout;
+    state->addWidget(m_progress, 1);
+    state->addWidget(m_stage, 2);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(where);
+    layout->addLayout(state);
+    layout->addWidget(m_log, 1);
+}
+
+QString BuildPanel::workDir() const
+{
+    return QDir::fromNativeSeparators(m_workDir->text().trimmed());
+}
+
+void BuildPanel::setWorkDir(const QString& path)
+{
+    m_workDir->setText(QDir::toNativeSeparators(path));
+}
+
+void BuildPanel::browse()
+{
+    const QString path = QFileDialog::getExistingDirectory(this, tr("Work Folder"), workDir());
+    if (path.isEmpty())
+        return;
+    setWorkDir(path);
+    Q_EMIT workDirChanged();
+}
+
+bool BuildPanel::mayEmptyWorkDir()
+{
+    const QString path = workDir();
+    if (path.isEmpty() || QFileInfo(path).isFile()) {
+        m_stage->setText(tr("Name a work folder first."));
+        m_workDir->setFocus();
+        return false;
+    }
+    if (!holdsForeignFiles(path))
+        return true;
+    return QMessageBox::question(this, tr("Empty the Work Folder?"),
+               tr("The folder %1 is emptied before files are generated, and it holds files that "
+                  "were not generated. Delete them?")
+                   .arg(QDir::toNativeSeparators(path)),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+        == QMessageBox::Yes;
+}
+
+/// Writes what the window shows to a file of the job's own, so that editing can go on.
+bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
+{
+    QString error;
+    const QByteArray bytes = m_document.bytes(error);
+    m_snapshot = std::make_unique<QTemporaryDir>();
+    const QString name = m_document.path().isEmpty() ? QString("untitled.oxa")
+                                                     : QFileInfo(m_document.path()).fileName();
+    arg.configFile = m_snapshot->filePath(name);
+    if (!bytes.isEmpty() && replaceFile(arg.configFile, bytes, error))
+        return true;
+    m_stage->setText(error);
+    return false;
+}
+
+void BuildPanel::start(bool synthesize)
+{
+    if (isRunning())
+        return;
+    if (m_part.partNumber.isEmpty()) {
+        m_stage->setText(tr("Choose a part first."));
+        Q_EMIT partNeeded();
+        return;
+    }
+    OXA::OxaArg arg;
+    if (!mayEmptyWorkDir() || !writeSnapshot(arg))
+        return;
+    arg.device = m_part.partNumber;
+    arg.package = m_part.name;
+    arg.workDir = workDir();
+    arg.outputFile = arg.workDir + "/" + kNetlist;
+    arg.ipDir = installedIpDir();
+    m_log->clear();
+    m_job->start(arg, synthesize);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+void BuildPanel::stop()
+{
+    if (!isRunning())
+        return;
+    m_stop->setEnabled(false);
+    m_stage->setText(tr("Stopping…"));
+    m_job->stop();
+}
+
+void BuildPanel::showProgress(const QString& stage, int percent)
+{
+    if (!m_stop->isEnabled())
+        return; // it is being stopped
+    m_progress->setRange(0, percent < 0 ? 0 : 100);
+    m_progress->setValue(percent);
+    m_stage->setText(stage);
+}
+
+void BuildPanel::showFinish(BuildOutcome outcome, const QStringList& messages)
+{
+    m_snapshot.reset();
+    for (const QString& message : messages)
+        say(message);
+    const bool done = outcome == BuildOutcome::Done;
+    m_progress->setRange(0, 100);
+    m_progress->setValue(done ? 100 : 0);
+    m_stage->setText(done                      ? tr("Done: %1").arg(m_workDir->text())
+            : outcome == BuildOutcome::Stopped ? tr("Stopped")
+            : outcome == BuildOutcome::Failed
+            ? tr("Failed; what the engine read and said is in the work folder")
+            : tr("Nothing was generated"));
+    showState();
+    Q_EMIT runningChanged();
+}
+
+/// Adds a line to the log; one that names a file can be activated.
+void BuildPanel::say(const QString& line)
+{
+    for (const QString& text : line.split('\n')) {
+        if (text.trimmed().isEmpty())
+            continue;
+        auto* item = new QListWidgetItem(text);
+        if (!placeIn(text, workDir()).path.isEmpty()) {
+            item->setForeground(palette().link());
+            item->setToolTip(tr("Show the file (Enter)"));
+        }
+        m_log->addItem(item);
+    }
+    while (m_log->count() > kMostLines)
+        delete m_log->takeItem(0);
+    m_log->scrollToBottom();
+}
+
+void BuildPanel::showState()
+{
+    m_generate->setEnabled(!isRunning());
+    m_synthesize->setEnabled(!isRunning());
+    m_stop->setEnabled(isRunning());
+    m_workDir->setReadOnly(isRunning());
+}
+
+void BuildPanel::openPlace()
+{
+    const QListWidgetItem* item = m_log->currentItem();
+    const FilePlace place = item ? placeIn(item->text(), workDir()) : FilePlace();
+    if (!place.path.isEmpty())
+        (new FileViewer(place, this))->show();
+}

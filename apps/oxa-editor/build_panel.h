@@ -1,0 +1,68 @@
+#ifndef APPS_OXA_EDITOR_BUILD_PANEL_H
+#define APPS_OXA_EDITOR_BUILD_PANEL_H
+
+#include "build_job.h"
+
+#include <QTemporaryDir>
+#include <QWidget>
+
+#include <dev/device_db.h>
+
+class Document;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QProgressBar;
+class QPushButton;
+
+/// Generates and synthesizes what the window shows, in the background: progress, a way to stop,
+/// and what was said meanwhile.
+class BuildPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit BuildPanel(Document& document, QWidget* parent = nullptr);
+
+    /// The part to build for; without one nothing is built.
+    void setPart(const DEV::ChipInfo& part) { m_part = part; }
+
+    QString workDir() const;
+    void setWorkDir(const QString& path);
+    bool isRunning() const { return m_job->isRunning(); }
+    QListWidget* log() const { return m_log; }
+
+    void generate() { start(false); }
+    void synthesize() { start(true); }
+    void stop();
+
+Q_SIGNALS:
+    void runningChanged();
+    void workDirChanged();
+    void partNeeded(); ///< the user has to choose one first
+
+private:
+    void layOut();
+    void browse();
+    void start(bool synthesize);
+    bool mayEmptyWorkDir();
+    bool writeSnapshot(OXA::OxaArg& arg);
+    void showProgress(const QString& stage, int percent);
+    void showFinish(BuildOutcome outcome, const QStringList& messages);
+    void say(const QString& line);
+    void showState();
+    void openPlace();
+
+    Document& m_document;
+    DEV::ChipInfo m_part;
+    BuildJob* m_job;
+    std::unique_ptr<QTemporaryDir> m_snapshot; // of the configuration, for the running job
+    QLineEdit* m_workDir;
+    QPushButton* m_generate;
+    QPushButton* m_synthesize;
+    QPushButton* m_stop;
+    QProgressBar* m_progress;
+    QLabel* m_stage;
+    QListWidget* m_log;
+};
+
+#endif

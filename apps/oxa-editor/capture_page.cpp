@@ -1,0 +1,135 @@
+#include "capture_page.h"
+
+#include "core_form.h"
+#include "window_drawing.h"
+
+#include <QLineEdit>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kDeepest = 1 << 24; // samples; far more than any part holds
+
+/// A form that scrolls when the window is small.
+QFormLayout* makeForm(QWidget* page)
+{
+    auto* area = new QScrollArea(page);
+    auto* content = new QWidget;
+    auto* layout = new QFormLayout(content);
+    layout->setRowWrapPolicy(QFormLayout::WrapLongRows);
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    auto* outer = new QVBoxLayout(page);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->addWidget(area);
+    return layout;
+}
+
+template <typename Box> Box* makeBox(int minimum, int maximum, const QString& suffix)
+{
+    auto* box = new Box;
+    box->setRange(minimum, maximum);
+    box->setSuffix(suffix);
+    return box;
+}
+
+}
+
+CapturePage::CapturePage(Document& document, QWidget* parent)
+    : CorePage(document, Page::Capture, parent)
+    , m_drawing(new WindowDrawing)
+{
+    QFormLayout* layout = makeForm(this);
+    m_form = new CoreForm(document, layout);
+    QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
+        [](const Core& core) -> QString& { return core.moduleName(); });
+    setEntry(module);
+    m_form->addName(tr("Sample &clock:"), tr("change the sample clock"),
+        [](const Core& core) -> QString& { return core.sampleClock(); });
+    m_form->addChoice(tr("&Edge:"), tr("change the sampling edge"),
+        [](const Core& core) -> int& {
+            return core.trigType();
+    },
+        {{tr("Rising"), 0}, {tr("Falling"), 1}});
+    addWindowRows(layout);
+    m_form->addChoice(tr("Mem&ory:"), tr("change the memory"),
+        [](const Core& core) -> int& {
+            return core.implementation();
+    },
+        {{tr("Block SRAM"), 0}, {tr("Registers"), 1}, {tr("Shadow SRAM"), 2}});
+    addSwitches();
+}
+
+void CapturePage::addWindowRows(QFormLayout* layout)
+{
+    const QString samples = tr(" samples");
+    m_form->addNumber(
+        tr("Storage &depth:"), tr("change the depth"),
+        [](const Core& core) -> int& { return core.standard->storageDepth; },
+        makeBox<DoublingSpinBox>(16, kDeepest, samples));
+    m_form->addNumber(
+        tr("&Windows:"), tr("change the number of windows"),
+        [](const Core& core) -> int& { return core.standard->windowNum; },
+        makeBox<DoublingSpinBox>(1, kDeepest, {}));
+    m_form->addNumber(
+        tr("Capture &amount:"), tr("change the capture amount"),
+        [](const Core& core) -> int& { return core.standard->captureAmount; },
+        makeBox<QSpinBox>(1, kDeepest, tr(" samples a window")));
+    m_form->addNumber(
+        tr("Trigger &position:"), tr("move the trigger"),
+        [](const Core& core) -> int& { return core.standard->triggerPos; },
+        makeBox<QSpinBox>(0, kDeepest, tr(" samples before the trigger")));
+    layout->addRow(m_drawing);
+}
+
+void CapturePage::addSwitches()
+{
+    m_form->addSwitch(tr("&Force the trigger by a falling edge"),
+        tr("change how the trigger is forced"),
+        [](const Core& core) -> bool& { return core.standard->forceTriggerByFallingEdge; });
+    m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming"),
+        [](const Core& core) -> bool& { return core.captureInitData(); });
+}
+
+void CapturePage::refresh()
+{
+    m_form->show(core());
+    if (!core() || !core()->standard)
+        return;
+    const OXA::AoCore& shown = *core()->standard;
+    m_drawing->setWindows(
+        shown.storageDepth, shown.captureAmount, shown.windowNum, shown.triggerPos);
+}
+
+LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
+    : CorePage(document, Page::Capture, parent)
+    , m_form(new CoreForm(document, makeForm(this)))
+{
+    QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
+        [](const Core& core) -> QString& { return core.moduleName(); });
+    setEntry(module);
+    m_form->addName(tr("Sample &clock:"), tr("change the sample clock"),
+        [](const Core& core) -> QString& { return core.sampleClock(); });
+    m_form->addChoice(tr("&Edge:"), tr("change the sampling edge"),
+        [](const Core& core) -> int& {
+            return core.trigType();
+    },
+        {{tr("Rising"), 0}, {tr("Falling"), 1}});
+    m_form->addNumber(
+        tr("Capture &amount:"), tr("change the capture amount"),
+        [](const Core& core) -> int& { return core.captureAmount(); },
+        makeBox<DoublingSpinBox>(1, kDeepest, tr(" samples")));
+    m_form->addChoice(tr("Mem&ory:"), tr("change the memory"),
+        [](const Core& core) -> int& {
+            return core.implementation();
+    },
+        {{tr("Block SRAM"), 0}, {tr("Shadow SRAM"), 2}});
+    m_form->addSwitch(tr("&Register before the memory"), tr("change the input register"),
+        [](const Core& core) -> bool& { return core.lite->inputRegisterEnabled; });
+    m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming"),
+        [](const Core& core) -> bool& { return core.captureInitData(); });
+}
+
+void LiteCapturePage::refresh() { m_form->show(core()); }

@@ -1,0 +1,42 @@
+#ifndef APPS_OXA_EDITOR_CAPTURE_PAGE_H
+#define APPS_OXA_EDITOR_CAPTURE_PAGE_H
+
+#include "core_page.h"
+
+class CoreForm;
+class QFormLayout;
+class WindowDrawing;
+
+/// When and how much a core samples, and into what memory.
+class CapturePage : public CorePage {
+    Q_OBJECT
+
+public:
+    explicit CapturePage(Document& document, QWidget* parent = nullptr);
+
+protected:
+    void refresh() override;
+
+private:
+    void addWindowRows(QFormLayout* layout);
+    void addSwitches();
+
+    CoreForm* m_form;
+    WindowDrawing* m_drawing;
+};
+
+/// The same for a Lite core.
+class LiteCapturePage : public CorePage {
+    Q_OBJECT
+
+public:
+    explicit LiteCapturePage(Document& document, QWidget* parent = nullptr);
+
+protected:
+    void refresh() override;
+
+private:
+    CoreForm* m_form;
+};
+
+#endif

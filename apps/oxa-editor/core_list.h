@@ -1,0 +1,44 @@
+#ifndef APPS_OXA_EDITOR_CORE_LIST_H
+#define APPS_OXA_EDITOR_CORE_LIST_H
+
+#include "document.h"
+
+#include <QWidget>
+
+class QListWidget;
+class QPushButton;
+
+/// The cores of the configuration: one is current, and all can be added to, copied, removed,
+/// reordered and renamed.
+class CoreList : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit CoreList(Document& document, QWidget* parent = nullptr);
+
+    CorePtr current() const;
+    void setCurrent(const CorePtr& core);
+    void refresh();
+    QListWidget* list() const { return m_list; }
+
+    void add();
+    void duplicate();
+    void remove();
+    void moveUp();
+    void moveDown();
+
+Q_SIGNALS:
+    void currentChanged();
+
+private:
+    QPushButton* addButton(const QString& text, const QString& hint, void (CoreList::*done)());
+    void move(int by);
+    void takeOrder();
+    void rename(int row);
+
+    Document& m_document;
+    QListWidget* m_list;
+    QList<QPushButton*> m_needCore;
+};
+
+#endif

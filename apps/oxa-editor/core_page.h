@@ -1,0 +1,50 @@
+#ifndef APPS_OXA_EDITOR_CORE_PAGE_H
+#define APPS_OXA_EDITOR_CORE_PAGE_H
+
+#include "document.h"
+
+#include <QWidget>
+
+/// A page of the window: it shows one side of one core, and edits it through the document.
+class CorePage : public QWidget {
+    Q_OBJECT
+
+public:
+    CorePage(Document& document, Page page, QWidget* parent = nullptr);
+
+    Page page() const { return m_page; }
+
+    /// Shows `core`; the page is disabled without one.
+    void setCore(const CorePtr& core);
+
+    /// To be called when the core's content changed: shows it, now or when the page is next seen.
+    void contentChanged();
+
+    /// Gives the focus to what a user of the page begins with.
+    void enter();
+
+    /// Brings the port, unit or expression `item` to the user's eye.
+    virtual void reveal(int item);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+
+    /// Shows what the core holds now.
+    virtual void refresh() = 0;
+
+    /// Where `enter` goes.
+    void setEntry(QWidget* widget) { m_entry = widget; }
+
+    const CorePtr& core() const { return m_core; }
+    Document& document() const { return m_document; }
+    Location location(int item = -1) const { return {m_core, m_page, item}; }
+
+private:
+    Document& m_document;
+    const Page m_page;
+    CorePtr m_core;
+    QWidget* m_entry = nullptr;
+    bool m_stale = false;
+};
+
+#endif

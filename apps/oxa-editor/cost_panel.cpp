@@ -1,0 +1,144 @@
+#include "cost_panel.h"
+
+#include "oxautils/resource/capture_memory.h"
+
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPainter>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+const QColor kOverColor(190, 30, 30); // with white text on it
+
+// In the order of OXA_TOOL::MemoryKind.
+const char* const kKindNames[] = {
+    QT_TRANSLATE_NOOP("CostPanel", "Block SRAM"),
+    QT_TRANSLATE_NOOP("CostPanel", "Registers"),
+    QT_TRANSLATE_NOOP("CostPanel", "Shadow SRAM"),
+};
+
+/// A core's memory.
+struct Memory {
+    int width; // data bits
+    int depth; // samples
+    bool mark; // a bit more is stored with each sample
+};
+
+Memory memoryOf(const Core& core)
+{
+    if (core.standard)
+        return {core.standard->dataSignals().size(), core.standard->storageDepth, true};
+    return {core.lite->dataSignals().size(), core.lite->captureAmount, false};
+}
+
+}
+
+CostPanel::CostPanel(QWidget* parent)
+    : QWidget(parent)
+    , m_cores(new QTreeWidget)
+{
+    auto* bars = new QFormLayout;
+    for (int kind = 0; kind < kKinds; ++kind) {
+        m_bars[kind] = new ShareBar;
+        m_bars[kind]->setAccessibleName(tr(kKindNames[kind]));
+        bars->addRow(tr("%1:").arg(tr(kKindNames[kind])), m_bars[kind]);
+    }
+    m_cores->setAccessibleName(tr("Memory of each core"));
+    m_cores->setHeaderLabels({tr("Core"), tr("Bits × samples"), tr("Takes")});
+    m_cores->setRootIsDecorated(false);
+    m_cores->setUniformRowHeights(true);
+    m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(bars);
+    layout->addWidget(m_cores, 1);
+}
+
+void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
+{
+    const bool known = !part.partNumber.isEmpty();
+    qint64 total[kKinds] = {0, 0, 0};
+    m_cores->clear();
+    for (int i = 0; i < cores.size(); ++i) {
+        const Core& core = *cores.at(i);
+        const Memory memory = memoryOf(core);
+        const int kind = known
+            ? OXA_TOOL::builtKind(core.implementation(), part.partNumber, part.name)
+            : core.implementation();
+        const int taken
+            = OXA_TOOL::captureMemory(memory.width, memory.depth, memory.mark, part.name).of(kind);
+        const bool built = core.standard || i == 0; // of Lite cores only the first is
+        const bool counts = built && kind >= 0 && kind < kKinds;
+        if (counts)
+            total[kind] += taken;
+        const QString takes = counts ? tr("%1 %2").arg(QString::number(taken), tr(kKindNames[kind]))
+                                     : tr("is not built");
+        m_cores->addTopLevelItem(new QTreeWidgetItem({QString::number(i),
+            QString("%1 × %2").arg(memory.width + int(memory.mark)).arg(memory.depth), takes}));
+    }
+    const OXA_TOOL::MemoryAmounts available
+        = known ? OXA_TOOL::deviceMemory(part.partNumber, part.name) : OXA_TOOL::MemoryAmounts();
+    for (int kind = 0; kind < kKinds; ++kind) {
+        if (known)
+            m_bars[kind]->setShare(total[kind], available.of(kind));
+        else
+            m_bars[kind]->setText(QString::number(total[kind]));
+    }
+}
+
+ShareBar::ShareBar(QWidget* parent)
+    : QWidget(parent)
+{
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+}
+
+void ShareBar::setShare(qint64 taken, qint64 available)
+{
+    m_text = taken > available ? tr("%1 of %2: does not fit") : tr("%1 of %2");
+    m_text = m_text.arg(taken).arg(available);
+    m_share = available > 0 ? double(taken) / double(available) : taken > 0 ? 2 : 0;
+    setAccessibleDescription(m_text);
+    update();
+}
+
+void ShareBar::setText(const QString& text)
+{
+    m_text = text;
+    m_share = 0;
+    setAccessibleDescription(text);
+    update();
+}
+
+QSize ShareBar::sizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * 26, fontMetrics().height() + 4};
+}
+
+QSize ShareBar::minimumSizeHint() const
+{
+    return {fontMetrics().averageCharWidth() * 12, sizeHint().height()};
+}
+
+void ShareBar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QRect frame = rect().adjusted(0, 0, -1, -1);
+    const bool over = m_share > 1;
+    QRect filled = frame;
+    filled.setWidth(int(frame.width() * qMin(m_share, 1.0)));
+    painter.fillRect(frame, palette().base());
+    painter.fillRect(filled, over ? kOverColor : palette().color(QPalette::Highlight));
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(frame);
+
+    const auto drawText = [&](const QRect& clip, const QColor& color) {
+        painter.setClipRect(clip);
+        painter.setPen(color);
+        painter.drawText(frame, Qt::AlignCenter, m_text);
+    };
+    drawText(frame, palette().color(QPalette::Text));
+    drawText(filled, over ? Qt::white : palette().color(QPalette::HighlightedText));
+}

@@ -1,0 +1,79 @@
+#include "document.h"
+
+#include <QFileInfo>
+
+Document::Document(QObject* parent)
+    : QObject(parent)
+{
+}
+
+Document::~Document() = default;
+
+Notify Document::notifier()
+{
+    return [this](const Location& location) {
+        if (location.core)
+            location.core->updateCaptured();
+        Q_EMIT changed(location);
+    };
+}
+
+void Document::setCores(const Cores& cores, const QString& text)
+{
+    auto* command = new CoresCommand(m_cores, cores, notifier());
+    command->setText(text);
+    m_undoStack.push(command);
+}
+
+void Document::replace(OXA::OxaMode mode, const Cores& cores, const QString& path)
+{
+    m_undoStack.clear();
+    m_mode = mode;
+    m_cores = cores;
+    m_path = path;
+    Q_EMIT replaced();
+    Q_EMIT pathChanged();
+}
+
+void Document::create(OXA::OxaMode mode)
+{
+    m_fileBytes.clear();
+    replace(mode, {}, {});
+}
+
+bool Document::load(const QString& path, QString& error, QStringList& warnings)
+{
+    LoadedFile file;
+    if (!loadFile(path, file, error))
+        return false;
+    m_fileBytes = file.bytes;
+    warnings = file.warnings;
+    replace(file.mode, file.cores, QFileInfo(path).absoluteFilePath());
+    if (file.changed)
+        m_undoStack.resetClean();
+    return true;
+}
+
+bool Document::save(const QString& path, QString& error)
+{
+    const QByteArray content = bytes(error);
+    if (content.isEmpty() || !replaceFile(path, content, error))
+        return false;
+    m_fileBytes = content;
+    m_path = QFileInfo(path).absoluteFilePath();
+    m_undoStack.setClean();
+    endRun();
+    Q_EMIT pathChanged();
+    return true;
+}
+
+QByteArray Document::bytes(QString& error) const { return serialize(m_mode, m_cores, error); }
+
+bool Document::isFileChanged() const
+{
+    return !m_path.isEmpty() && fileBytes(m_path) != m_fileBytes;
+}
+
+void Document::forgetFile() { m_undoStack.resetClean(); }
+
+void Document::acceptFile() { m_fileBytes = fileBytes(m_path); }

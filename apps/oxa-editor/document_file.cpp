@@ -1,0 +1,129 @@
+#include "document_file.h"
+
+#include "oxa/configuration.h"
+
+#include "oxautils/config/checksum.h"
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/standard_config.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QSaveFile>
+#include <QTemporaryDir>
+
+using namespace OXA;
+
+namespace {
+
+QString tr(const char* text) { return QCoreApplication::translate("Document", text); }
+
+/// Takes the cores over from the reader's lists, which own them no longer then.
+Cores takeCores(Configuration& configuration)
+{
+    Cores cores;
+    for (AoCore* core : qAsConst(configuration.cores))
+        cores += std::make_shared<Core>(core);
+    for (AOCore_Lite* core : qAsConst(configuration.liteCores))
+        cores += std::make_shared<Core>(core);
+    configuration.cores.clear();
+    configuration.liteCores.clear();
+    return cores;
+}
+
+/// Files of an older layout capture ports' signals by a mark that is no longer written; such
+/// signals become data signals, so that saving does not lose them.
+bool adoptMarkedPorts(const Core& core)
+{
+    if (!core.standard)
+        return false;
+    const QList<SignalItem> captured = core.standard->captureSignals;
+    core.updateCaptured();
+    const int listed = core.standard->captureSignals.size();
+    core.standard->signalList += captured.mid(listed);
+    core.updateCaptured();
+    return captured.size() > listed;
+}
+
+QString checksumWarning(const QString& path)
+{
+    const QString stored = readOXACRCForXml(path);
+    const QString computed = computeOXACRCForXml(path);
+    if (stored == computed)
+        return {};
+    if (stored.isEmpty())
+        return tr("The file has no checksum: it was not completely written, or not by this "
+                  "program.");
+    return tr("The file's checksum %1 does not match its content (%2): something else changed it.")
+        .arg(stored, computed);
+}
+
+QString withoutPrefix(QString message)
+{
+    const QString prefix = "error: ";
+    return message.startsWith(prefix) ? message.mid(prefix.size()).trimmed() : message.trimmed();
+}
+
+void write(OxaMode mode, const Cores& cores, const QString& path)
+{
+    if (mode == Lite)
+        writeOXAConfigToXml_Lite(liteCores(cores), path);
+    else
+        writeOXAConfigToXml(standardCores(cores), path);
+}
+
+}
+
+bool loadFile(const QString& path, LoadedFile& file, QString& error)
+{
+    Configuration configuration;
+    QTextStream stream(&error);
+    if (!readConfiguration(path, configuration, stream)) {
+        stream.flush();
+        error = withoutPrefix(error);
+        return false;
+    }
+    file.mode = configuration.mode == Lite ? Lite : Standard;
+    file.cores = takeCores(configuration);
+    file.bytes = fileBytes(path);
+    const QString warning = checksumWarning(path);
+    if (!warning.isEmpty())
+        file.warnings += warning;
+    for (const CorePtr& core : qAsConst(file.cores))
+        file.changed |= adoptMarkedPorts(*core);
+    if (file.changed)
+        file.warnings += tr("The file has an older layout, in which trigger ports are captured as "
+                            "data too. Their signals now stand among the data signals.");
+    return true;
+}
+
+QByteArray serialize(OxaMode mode, const Cores& cores, QString& error)
+{
+    const QTemporaryDir directory;
+    const QString path = directory.filePath("configuration.oxa");
+    write(mode, cores, path);
+    const QByteArray bytes = fileBytes(path);
+    LoadedFile again;
+    if (!directory.isValid())
+        error = directory.errorString();
+    else if (loadFile(path, again, error) && again.cores.size() == cores.size())
+        return bytes;
+    else if (error.isEmpty())
+        error = tr("What would be written could not be read again.");
+    return {};
+}
+
+bool replaceFile(const QString& path, const QByteArray& bytes, QString& error)
+{
+    QSaveFile file(path);
+    file.setDirectWriteFallback(true);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return true;
+    error = file.errorString();
+    return false;
+}
+
+QByteArray fileBytes(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}

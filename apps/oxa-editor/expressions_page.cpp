@@ -1,0 +1,236 @@
+#include "expressions_page.h"
+
+#include "expression_edit.h"
+#include "truth_table.h"
+
+#include <QComboBox>
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTableView>
+#include <QVBoxLayout>
+
+using namespace OXA;
+
+namespace {
+
+constexpr int kDynamic = 1;
+
+}
+
+ExpressionsPage::ExpressionsPage(Document& document, QWidget* parent)
+    : CorePage(document, Page::Expressions, parent)
+    , m_kind(new QComboBox)
+    , m_memory(new QComboBox)
+    , m_list(new QListWidget)
+    , m_edit(new ExpressionEdit)
+    , m_complaint(new QLabel)
+    , m_table(new TruthTable(this))
+    , m_tableView(new QTableView)
+    , m_reason(new QLabel)
+{
+    auto* left = new QWidget;
+    auto* column = new QVBoxLayout(left);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(makeKind());
+    column->addWidget(makeList(), 1);
+    column->addWidget(makeEditor());
+
+    auto* right = new QWidget;
+    auto* tableColumn = new QVBoxLayout(right);
+    tableColumn->setContentsMargins(0, 0, 0, 0);
+    m_tableView->setModel(m_table);
+    m_tableView->setAccessibleName(tr("Truth table"));
+    m_tableView->setSelectionMode(QAbstractItemView::NoSelection);
+    m_tableView->setTabKeyNavigation(false);
+    m_tableView->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_tableView->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 5 / 4);
+    m_reason->setWordWrap(true);
+    tableColumn->addWidget(m_tableView, 1);
+    tableColumn->addWidget(m_reason);
+
+    auto* splitter = new QSplitter;
+    splitter->addWidget(left);
+    splitter->addWidget(right);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(splitter);
+    setEntry(m_list);
+}
+
+QWidget* ExpressionsPage::makeKind()
+{
+    auto* widget = new QWidget;
+    auto* form = new QFormLayout(widget);
+    form->setContentsMargins(0, 0, 0, 0);
+    m_kind->addItems(
+        {tr("Static: part of the netlist"), tr("Dynamic: tables, rewritten at run time")});
+    m_memory->addItems({tr("Block SRAM"), tr("Registers"), tr("Shadow SRAM")});
+    form->addRow(tr("&Expressions:"), m_kind);
+    form->addRow(tr("&Tables in:"), m_memory);
+    connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
+        document().set(
+            location(), core()->standard->expressionType, kind, tr("change the expressions' kind"));
+    });
+    connect(m_memory, QOverload<int>::of(&QComboBox::activated), this, [this](int memory) {
+        document().set(location(), core()->standard->exImplementation, memory,
+            tr("change the tables' memory"));
+    });
+    return widget;
+}
+
+QWidget* ExpressionsPage::makeList()
+{
+    auto* widget = new QWidget;
+    auto* layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_list->setAccessibleName(tr("Expressions in the order of the trigger sequence"));
+    layout->addWidget(m_list, 1);
+    auto* buttons = new QHBoxLayout;
+    const auto addButton = [&](const QString& text, const QKeySequence& keys) {
+        auto* button = new QPushButton(text);
+        button->setShortcut(keys);
+        if (!keys.isEmpty())
+            button->setToolTip(keys.toString(QKeySequence::NativeText));
+        buttons->addWidget(button);
+        return button;
+    };
+    connect(addButton(tr("&Add"), {}), &QPushButton::clicked, this, &ExpressionsPage::add);
+    m_needRow = {addButton(tr("&Remove"), {}), addButton(tr("U&p"), QKeySequence("Alt+Up")),
+        addButton(tr("Do&wn"), QKeySequence("Alt+Down"))};
+    connect(m_needRow.at(0), &QPushButton::clicked, this, &ExpressionsPage::remove);
+    connect(m_needRow.at(1), &QPushButton::clicked, this, [this] { move(-1); });
+    connect(m_needRow.at(2), &QPushButton::clicked, this, [this] { move(1); });
+    buttons->addStretch();
+    layout->addLayout(buttons);
+    connect(m_list, &QListWidget::currentRowChanged, this, [this] {
+        document().endRun();
+        showExpression();
+    });
+    connect(m_list, &QListWidget::itemActivated, this, [this] { m_edit->setFocus(); });
+    return widget;
+}
+
+QWidget* ExpressionsPage::makeEditor()
+{
+    auto* widget = new QWidget;
+    auto* layout = new QVBoxLayout(widget);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* label = new QLabel(tr("E&xpression:"));
+    label->setBuddy(m_edit);
+    m_edit->setAccessibleName(tr("Expression"));
+    m_complaint->setWordWrap(true);
+    m_complaint->setMinimumHeight(fontMetrics().lineSpacing() * 2);
+    m_complaint->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    layout->addWidget(label);
+    layout->addWidget(m_edit);
+    layout->addWidget(m_complaint);
+    connect(m_edit, &ExpressionEdit::typed, this, [this](const QString& text) {
+        QStringList expressions = core()->standard->expressions;
+        const int row = m_list->currentRow();
+        if (row < 0 || row >= expressions.size())
+            return;
+        expressions[row] = text;
+        document().type(
+            location(row), core()->standard->expressions, expressions, tr("edit an expression"));
+    });
+    connect(m_edit, &ExpressionEdit::finished, this, [this] { document().endRun(); });
+    return widget;
+}
+
+void ExpressionsPage::refresh()
+{
+    if (!core() || !core()->standard)
+        return;
+    const AoCore& shown = *core()->standard;
+    m_kind->setCurrentIndex(shown.expressionType == kDynamic ? 1 : 0);
+    m_memory->setCurrentIndex(shown.exImplementation < 3 ? shown.exImplementation : -1);
+    m_memory->setEnabled(shown.expressionType == kDynamic);
+    {
+        const QSignalBlocker blocker(m_list);
+        const int row = m_list->currentRow();
+        while (m_list->count() > shown.expressions.size())
+            delete m_list->takeItem(m_list->count() - 1);
+        while (m_list->count() < shown.expressions.size())
+            m_list->addItem(QString());
+        for (int i = 0; i < m_list->count(); ++i)
+            m_list->item(i)->setText(
+                tr("%1   %2").arg(QString::number(i), shown.expressions.at(i)));
+        m_list->setCurrentRow(qBound(m_list->count() > 0 ? 0 : -1, row, m_list->count() - 1));
+    }
+    m_edit->setUnits(shown);
+    showExpression();
+}
+
+void ExpressionsPage::showExpression()
+{
+    const int row = m_list->currentRow();
+    const bool shown = core() && core()->standard && row >= 0;
+    m_edit->setEnabled(shown);
+    for (QPushButton* button : qAsConst(m_needRow))
+        button->setEnabled(shown);
+    if (!shown) {
+        m_edit->setText({});
+        m_edit->setMarks({});
+        m_complaint->clear();
+        m_reason->setText(tr("Without an expression the core triggers only by force."));
+        m_table->setExpression({}, AoCore(0));
+        return;
+    }
+    const AoCore& core = *this->core()->standard;
+    const QString text = core.expressions.at(row);
+    m_edit->setText(text);
+    m_table->setExpression(text, core);
+    QList<ExpressionMark> marks = expressionMarks(text, core);
+    if (marks.isEmpty() && !m_table->reason().isEmpty() && namedUnits(text).size() <= 6)
+        marks.append({0, text.size(), m_table->reason()});
+    m_edit->setMarks(marks);
+    QStringList complaints;
+    for (const ExpressionMark& mark : qAsConst(marks))
+        complaints += mark.text;
+    m_complaint->setText(complaints.join("; "));
+    m_reason->setText(marks.isEmpty() ? m_table->reason() : QString());
+}
+
+void ExpressionsPage::reveal(int item)
+{
+    if (item >= 0)
+        m_list->setCurrentRow(item);
+}
+
+void ExpressionsPage::change(const QStringList& expressions, const QString& step, int current)
+{
+    document().set(location(current), core()->standard->expressions, expressions, step);
+    m_list->setCurrentRow(current);
+}
+
+void ExpressionsPage::add()
+{
+    QStringList expressions = core()->standard->expressions;
+    const int at = m_list->currentRow() + 1;
+    expressions.insert(at, QString());
+    change(expressions, tr("add an expression"), at);
+    m_edit->setFocus();
+}
+
+void ExpressionsPage::remove()
+{
+    QStringList expressions = core()->standard->expressions;
+    const int row = m_list->currentRow();
+    expressions.removeAt(row);
+    change(expressions, tr("remove an expression"), qMin(row, expressions.size() - 1));
+}
+
+void ExpressionsPage::move(int by)
+{
+    QStringList expressions = core()->standard->expressions;
+    const int row = m_list->currentRow();
+    if (row + by < 0 || row + by >= expressions.size())
+        return;
+    expressions.move(row, row + by);
+    change(expressions, tr("move an expression"), row + by);
+}

@@ -1,0 +1,23 @@
+#ifndef APPS_OXA_EDITOR_FILE_VIEWER_H
+#define APPS_OXA_EDITOR_FILE_VIEWER_H
+
+#include <QDialog>
+
+/// A place in a file, as messages name it.
+struct FilePlace {
+    QString path; ///< absolute; empty when a message names no file that there is
+    int line = 0; ///< from 1; 0 when none is named
+};
+
+/// The first place that `message` names; relative paths are below `directory`.
+FilePlace placeIn(const QString& message, const QString& directory);
+
+/// Shows a text file, with one line marked.
+class FileViewer : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit FileViewer(const FilePlace& place, QWidget* parent = nullptr);
+};
+
+#endif

@@ -1,0 +1,279 @@
+#include "main_window.h"
+
+#include "build_panel.h"
+#include "capture_page.h"
+#include "core_list.h"
+#include "cost_panel.h"
+#include "expressions_page.h"
+#include "file_watch.h"
+#include "message_bar.h"
+#include "part_choice.h"
+#include "ports_page.h"
+#include "problems_panel.h"
+#include "recent_files.h"
+#include "signals_page.h"
+#include "units_page.h"
+
+#include <QCryptographicHash>
+#include <QDockWidget>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QLabel>
+#include <QSettings>
+#include <QSplitter>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int kJudgeDelay = 150; // ms after an edit
+
+// Rules about a core as a whole that signals break.
+const char* const kSignalRules[]
+    = {"no-data", "signal-twice", "sampled-clock", "unusable-name", "wrapper-name", "shared-data"};
+
+Page pageOf(const OXA::Problem& problem)
+{
+    if (problem.place.expression >= 0)
+        return Page::Expressions;
+    if (problem.place.unit >= 0)
+        return Page::Units;
+    if (problem.place.port >= 0)
+        return Page::Ports;
+    for (const char* rule : kSignalRules) {
+        if (problem.rule == rule)
+            return Page::Signals;
+    }
+    return Page::Capture;
+}
+
+int itemOf(const OXA::Place& place)
+{
+    return place.expression >= 0 ? place.expression : place.unit >= 0 ? place.unit : place.port;
+}
+
+QString fileSetting(const char* group, const QString& path)
+{
+    const QByteArray hash
+        = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Md5).toHex();
+    return QString("%1/%2").arg(group, QString(hash));
+}
+
+}
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent)
+    , m_cores(new CoreList(m_document))
+    , m_tabs(new QTabWidget)
+    , m_message(new MessageBar)
+    , m_problems(new ProblemsPanel)
+    , m_part(new PartChoice)
+    , m_cost(new CostPanel)
+    , m_build(new BuildPanel(m_document))
+    , m_buildDock(new QDockWidget(tr("Build")))
+    , m_recent(new RecentFiles(this))
+    , m_watch(new FileWatch(m_document, this))
+{
+    m_judge.setSingleShot(true);
+    m_judge.setInterval(kJudgeDelay);
+    setAcceptDrops(true);
+    layOut();
+    makeActions();
+    connectParts();
+    m_document.create(OXA::Standard);
+    m_part->setKey(QSettings().value("part/last").toString());
+    restoreGeometry(QSettings().value("window/geometry").toByteArray());
+    restoreState(QSettings().value("window/state").toByteArray());
+}
+
+MainWindow::~MainWindow()
+{
+    // The widgets go before the document that they look at.
+    m_document.disconnect();
+    m_document.undoStack().disconnect();
+    delete m_buildDock;
+    delete takeCentralWidget();
+}
+
+void MainWindow::layOut()
+{
+    m_tabs->setDocumentMode(true);
+    auto* splitter = new QSplitter;
+    splitter->addWidget(m_cores);
+    splitter->addWidget(m_tabs);
+    splitter->addWidget(makeSide());
+    splitter->setStretchFactor(1, 1);
+    const int character = fontMetrics().averageCharWidth();
+    splitter->setSizes({character * 26, character * 90, character * 52});
+    splitter->setChildrenCollapsible(false);
+
+    auto* content = new QWidget;
+    auto* layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_message);
+    layout->addWidget(splitter, 1);
+    setCentralWidget(content);
+    m_buildDock->setObjectName("buildDock");
+    m_buildDock->setWidget(m_build);
+    addDockWidget(Qt::BottomDockWidgetArea, m_buildDock);
+    resize(character * 170, fontMetrics().height() * 46);
+    resizeDocks({m_buildDock}, {fontMetrics().height() * 10}, Qt::Vertical);
+}
+
+QWidget* MainWindow::makeSide()
+{
+    auto* cost = new QWidget;
+    auto* costLayout = new QVBoxLayout(cost);
+    auto* form = new QFormLayout;
+    form->addRow(tr("&Part:"), m_part);
+    costLayout->addLayout(form);
+    costLayout->addWidget(m_cost, 1);
+    auto* side = new QSplitter(Qt::Vertical);
+    side->addWidget(m_problems);
+    side->addWidget(cost);
+    side->setStretchFactor(0, 3);
+    side->setStretchFactor(1, 2);
+    side->setChildrenCollapsible(false);
+    return side;
+}
+
+void MainWindow::connectParts()
+{
+    connect(&m_document, &Document::replaced, this, &MainWindow::makePages);
+    connect(&m_document, &Document::changed, this, &MainWindow::showChange);
+    connect(&m_document, &Document::pathChanged, this, &MainWindow::showTitle);
+    connect(&m_document, &Document::pathChanged, this, &MainWindow::restoreFileSettings);
+    connect(&m_document.undoStack(), &QUndoStack::cleanChanged, this, &MainWindow::showTitle);
+    connect(m_cores, &CoreList::currentChanged, this, &MainWindow::showCore);
+    connect(m_problems, &ProblemsPanel::activated, this, &MainWindow::showProblem);
+    connect(m_part, &PartChoice::partChanged, this, &MainWindow::choosePart);
+    connect(m_build, &BuildPanel::partNeeded, m_part, QOverload<>::of(&QWidget::setFocus));
+    connect(m_build, &BuildPanel::workDirChanged, this,
+        [this] { QSettings().setValue(workDirSetting(), m_build->workDir()); });
+    connect(m_recent, &RecentFiles::chosen, this, &MainWindow::open);
+    connect(m_watch, &FileWatch::changed, this, &MainWindow::showFileChange);
+    connect(&m_judge, &QTimer::timeout, this, &MainWindow::judge);
+}
+
+/// The pages that cores of the document's mode have.
+void MainWindow::makePages()
+{
+    while (m_tabs->count() > 0)
+        delete m_tabs->widget(0);
+    if (m_document.mode() == OXA::Lite) {
+        m_tabs->addTab(new LiteCapturePage(m_document), tr("Capture"));
+        m_tabs->addTab(new SignalsPage(m_document), tr("Signals"));
+    } else {
+        m_tabs->addTab(new CapturePage(m_document), tr("Capture"));
+        m_tabs->addTab(new SignalsPage(m_document), tr("Signals"));
+        m_tabs->addTab(new PortsPage(m_document), tr("Trigger ports"));
+        m_tabs->addTab(new UnitsPage(m_document), tr("Match units"));
+        m_tabs->addTab(new ExpressionsPage(m_document), tr("Expressions"));
+    }
+    m_message->hide();
+    m_cores->refresh();
+    m_judge.start();
+}
+
+void MainWindow::showCore()
+{
+    const CorePtr core = m_cores->current();
+    for (int i = 0; i < m_tabs->count(); ++i)
+        static_cast<CorePage*>(m_tabs->widget(i))->setCore(core);
+}
+
+void MainWindow::showPage(Page page)
+{
+    for (int i = 0; i < m_tabs->count(); ++i) {
+        if (static_cast<CorePage*>(m_tabs->widget(i))->page() == page)
+            m_tabs->setCurrentIndex(i);
+    }
+}
+
+void MainWindow::showChange(const Location& location)
+{
+    if (!location.core || location.page == Page::Capture)
+        m_cores->refresh();
+    for (int i = 0; i < m_tabs->count(); ++i)
+        static_cast<CorePage*>(m_tabs->widget(i))->contentChanged();
+    m_judge.start();
+}
+
+/// Shows where a step was undone or done again.
+void MainWindow::showPlace(const Location& location)
+{
+    if (!location.core)
+        return;
+    m_cores->setCurrent(location.core);
+    showPage(location.page);
+    static_cast<CorePage*>(m_tabs->currentWidget())->reveal(location.item);
+}
+
+void MainWindow::showProblem(const OXA::Problem& problem)
+{
+    const CorePtr core = m_document.cores().value(problem.place.core);
+    if (core)
+        showPlace({core, pageOf(problem), itemOf(problem.place)});
+}
+
+void MainWindow::judge()
+{
+    m_problems->check(m_document.mode(), m_document.cores(), m_part->part());
+    m_cost->count(m_document.cores(), m_part->part());
+}
+
+void MainWindow::choosePart()
+{
+    m_build->setPart(m_part->part());
+    QSettings settings;
+    settings.setValue("part/last", m_part->key());
+    if (!m_document.path().isEmpty())
+        settings.setValue(partSetting(), m_part->key());
+    m_judge.start();
+}
+
+QString MainWindow::partSetting() const { return fileSetting("part", m_document.path()); }
+
+QString MainWindow::workDirSetting() const { return fileSetting("workDir", m_document.path()); }
+
+/// The part and the work folder belong to the user's file, but the format has no place for them.
+void MainWindow::restoreFileSettings()
+{
+    const QString path = m_document.path();
+    const QSettings settings;
+    if (settings.contains(partSetting()))
+        m_part->setKey(settings.value(partSetting()).toString());
+    const QFileInfo file(path);
+    const QString folder = path.isEmpty()
+        ? QString()
+        : QString("%1/%2_oxa").arg(file.absolutePath(), file.completeBaseName());
+    m_build->setWorkDir(settings.value(workDirSetting(), folder).toString());
+}
+
+void MainWindow::showTitle()
+{
+    const QString path = m_document.path();
+    setWindowFilePath(path);
+    setWindowTitle(
+        tr("%1[*] – oxa-editor").arg(path.isEmpty() ? tr("Untitled") : QFileInfo(path).fileName()));
+    setWindowModified(m_document.isModified());
+}
+
+void MainWindow::showFileChange(bool exists)
+{
+    const auto keep = [this] {
+        m_document.acceptFile();
+        m_document.forgetFile();
+    };
+    if (exists)
+        m_message->showMessage(tr("Another program changed the file."),
+            {
+                {tr("&Reload"),    [this] { reload(); }},
+                {tr("&Keep Mine"), keep                }
+        });
+    else
+        m_message->showMessage(tr("The file is no longer there."),
+            {
+                {tr("&Keep Mine"), keep}
+        });
+}

@@ -1,0 +1,92 @@
+#ifndef APPS_OXA_EDITOR_MAIN_WINDOW_H
+#define APPS_OXA_EDITOR_MAIN_WINDOW_H
+
+#include "document.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+namespace OXA {
+struct Problem;
+}
+class BuildPanel;
+class CoreList;
+class CorePage;
+class CostPanel;
+class FileWatch;
+class MessageBar;
+class PartChoice;
+class ProblemsPanel;
+class QAction;
+class QDockWidget;
+class QTabWidget;
+class RecentFiles;
+
+/// The window: one configuration, its cores, their pages, what is wrong with it and what it costs.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    /// Opens the file `path`, after asking about changes that would be lost. False when the user
+    /// kept the old configuration, or the file could not be read, which a message then says.
+    bool open(const QString& path);
+
+    Document& document() { return m_document; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void layOut();
+    QWidget* makeSide();
+    void makeActions();
+    void makeFileMenu();
+    void makeEditMenu();
+    void makeBuildMenu();
+    void makeViewMenu();
+    void connectParts();
+
+    void newDocument(OXA::OxaMode mode);
+    void chooseFile();
+    bool save();
+    bool saveAs();
+    bool saveTo(const QString& path);
+    bool mayLoseChanges();
+    void finishEdit();
+    void step(void (QUndoStack::*go)());
+
+    void makePages();
+    void showCore();
+    void showPage(Page page);
+    void showChange(const Location& location);
+    void showPlace(const Location& location);
+    void showProblem(const OXA::Problem& problem);
+    void showTitle();
+    void showFileChange(bool exists);
+    void reload();
+    void judge();
+    void choosePart();
+    QString partSetting() const;
+    QString workDirSetting() const;
+    void restoreFileSettings();
+
+    Document m_document;
+    CoreList* m_cores;
+    QTabWidget* m_tabs;
+    MessageBar* m_message;
+    ProblemsPanel* m_problems;
+    PartChoice* m_part;
+    CostPanel* m_cost;
+    BuildPanel* m_build;
+    QDockWidget* m_buildDock;
+    RecentFiles* m_recent;
+    FileWatch* m_watch;
+    QTimer m_judge; // problems and cost follow the edits with a little distance
+};
+
+#endif

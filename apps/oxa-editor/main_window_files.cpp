@@ -1,0 +1,295 @@
+// The part of the window that is about files, and its menus.
+
+#include "main_window.h"
+
+#include "build_panel.h"
+#include "core_list.h"
+#include "core_page.h"
+#include "message_bar.h"
+#include "part_choice.h"
+#include "problems_panel.h"
+#include "recent_files.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QListWidget>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QSettings>
+#include <QTabWidget>
+
+namespace {
+
+constexpr char kSuffix[] = "oxa";
+
+QString fileFilter()
+{
+    return MainWindow::tr("Analyzer configurations (*.%1);;All files (*)").arg(kSuffix);
+}
+
+/// The file that is dragged; empty when it is none, or several.
+QString fileIn(const QMimeData* data)
+{
+    const QList<QUrl> urls = data->urls();
+    return urls.size() == 1 ? urls.first().toLocalFile() : QString();
+}
+
+}
+
+void MainWindow::makeActions()
+{
+    makeFileMenu();
+    makeEditMenu();
+    makeViewMenu();
+    makeBuildMenu();
+}
+
+void MainWindow::makeFileMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&File"));
+    menu->addAction(
+        tr("&New Standard"), this, [this] { newDocument(OXA::Standard); }, QKeySequence::New);
+    menu->addAction(
+        tr("New &Lite"), this, [this] { newDocument(OXA::Lite); }, QKeySequence("Ctrl+Shift+N"));
+    menu->addAction(tr("&Open…"), this, &MainWindow::chooseFile, QKeySequence::Open);
+    menu->addMenu(m_recent);
+    menu->addSeparator();
+    menu->addAction(tr("&Save"), this, &MainWindow::save, QKeySequence::Save);
+    menu->addAction(tr("Save &As…"), this, &MainWindow::saveAs, QKeySequence("Ctrl+Shift+S"));
+    menu->addSeparator();
+    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+}
+
+void MainWindow::makeEditMenu()
+{
+    QUndoStack& stack = m_document.undoStack();
+    QMenu* menu = menuBar()->addMenu(tr("&Edit"));
+    const auto addStep
+        = [&](const QString& name, const QList<QKeySequence>& keys, void (QUndoStack::*go)()) {
+              QAction* action = menu->addAction(name);
+              action->setShortcuts(keys);
+              action->setEnabled(false);
+              connect(action, &QAction::triggered, this, [this, go] { step(go); });
+              return action;
+          };
+    const auto setStepText = [](QAction* action, const QString& name, const QString& step) {
+        action->setText(step.isEmpty() ? name : QString("%1: %2").arg(name, step));
+    };
+    QAction* undo = addStep(tr("&Undo"), {QKeySequence("Ctrl+Z")}, &QUndoStack::undo);
+    QAction* redo = addStep(
+        tr("&Redo"), {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")}, &QUndoStack::redo);
+    connect(&stack, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
+    connect(&stack, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
+    connect(&stack, &QUndoStack::undoTextChanged, undo,
+        [=](const QString& text) { setStepText(undo, tr("&Undo"), text); });
+    connect(&stack, &QUndoStack::redoTextChanged, redo,
+        [=](const QString& text) { setStepText(redo, tr("&Redo"), text); });
+    menu->addSeparator();
+    menu->addAction(tr("&Add Core"), m_cores, &CoreList::add);
+    menu->addAction(tr("&Duplicate Core"), m_cores, &CoreList::duplicate);
+    menu->addAction(tr("Re&move Core"), m_cores, &CoreList::remove);
+}
+
+/// Goes one step back or forth, and shows where.
+void MainWindow::step(void (QUndoStack::*go)())
+{
+    finishEdit();
+    Location place;
+    const auto note = [&place](const Location& location) { place = location; };
+    const auto connection = connect(&m_document, &Document::changed, this, note);
+    (m_document.undoStack().*go)();
+    disconnect(connection);
+    showPlace(place);
+}
+
+void MainWindow::makeViewMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&View"));
+    const auto addFocus = [&](const QString& text, const QString& keys, QWidget* widget) {
+        menu->addAction(
+            text, widget, [widget] { widget->setFocus(Qt::ShortcutFocusReason); },
+            QKeySequence(keys));
+    };
+    addFocus(tr("&Cores"), "Ctrl+0", m_cores->list());
+    const QList<QPair<Page, QString>> pages = {
+        {Page::Capture,     tr("C&apture")      },
+        {Page::Signals,     tr("&Signals")      },
+        {Page::Ports,       tr("&Trigger ports")},
+        {Page::Units,       tr("&Match units")  },
+        {Page::Expressions, tr("&Expressions")  }
+    };
+    for (const auto& entry : pages)
+        menu->addAction(
+            entry.second, this,
+            [this, page = entry.first] {
+                showPage(page);
+                static_cast<CorePage*>(m_tabs->currentWidget())->enter();
+            },
+            QKeySequence(QString("Ctrl+%1").arg(int(entry.first) + 1)));
+    addFocus(tr("&Problems"), "Ctrl+6", m_problems->list());
+    addFocus(tr("Par&t"), "Ctrl+7", m_part);
+    menu->addSeparator();
+    menu->addAction(m_buildDock->toggleViewAction());
+}
+
+void MainWindow::makeBuildMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&Build"));
+    const auto run = [this](void (BuildPanel::*begin)()) {
+        finishEdit();
+        m_buildDock->show();
+        (m_build->*begin)();
+    };
+    QAction* generate = menu->addAction(
+        tr("&Generate"), this, [=] { run(&BuildPanel::generate); }, QKeySequence("F7"));
+    QAction* synthesize = menu->addAction(
+        tr("&Synthesize"), this, [=] { run(&BuildPanel::synthesize); }, QKeySequence("F8"));
+    QAction* stop
+        = menu->addAction(tr("S&top"), m_build, &BuildPanel::stop, QKeySequence("Shift+F8"));
+    stop->setEnabled(false);
+    connect(m_build, &BuildPanel::runningChanged, this, [=] {
+        generate->setEnabled(!m_build->isRunning());
+        synthesize->setEnabled(!m_build->isRunning());
+        stop->setEnabled(m_build->isRunning());
+    });
+}
+
+/// Takes over what is still being typed, as leaving its field would.
+void MainWindow::finishEdit()
+{
+    if (QWidget* focus = focusWidget()) {
+        focus->clearFocus();
+        focus->setFocus();
+    }
+}
+
+void MainWindow::newDocument(OXA::OxaMode mode)
+{
+    if (mayLoseChanges())
+        m_document.create(mode);
+}
+
+void MainWindow::chooseFile()
+{
+    const QString path = QFileDialog::getOpenFileName(
+        this, tr("Open"), QFileInfo(m_document.path()).path(), fileFilter());
+    if (!path.isEmpty())
+        open(path);
+}
+
+bool MainWindow::open(const QString& path)
+{
+    QString error;
+    QStringList warnings;
+    if (!mayLoseChanges())
+        return false;
+    if (!m_document.load(path, error, warnings)) {
+        QMessageBox::critical(this, tr("Cannot Open"), error);
+        return false;
+    }
+    m_recent->add(m_document.path());
+    if (!warnings.isEmpty())
+        m_message->showMessage(warnings.join('\n'),
+            {
+                {tr("&Close"), {}}
+        });
+    return true;
+}
+
+void MainWindow::reload()
+{
+    QString error;
+    QStringList warnings;
+    const QString path = m_document.path();
+    if (!m_document.load(path, error, warnings))
+        QMessageBox::critical(this, tr("Cannot Open"), error);
+    else if (!warnings.isEmpty())
+        m_message->showMessage(warnings.join('\n'),
+            {
+                {tr("&Close"), {}}
+        });
+}
+
+bool MainWindow::save()
+{
+    finishEdit();
+    return m_document.path().isEmpty() ? saveAs() : saveTo(m_document.path());
+}
+
+bool MainWindow::saveAs()
+{
+    finishEdit();
+    QFileDialog dialog(this, tr("Save As"), QFileInfo(m_document.path()).path(), fileFilter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(kSuffix);
+    if (!m_document.path().isEmpty())
+        dialog.selectFile(m_document.path());
+    return dialog.exec() == QDialog::Accepted && saveTo(dialog.selectedFiles().value(0));
+}
+
+bool MainWindow::saveTo(const QString& path)
+{
+    const bool overwritesOthers
+        = path == m_document.path() && m_document.isFileChanged() && QFileInfo::exists(path);
+    if (overwritesOthers
+        && QMessageBox::question(this, tr("Overwrite?"),
+               tr("Another program changed %1 since it was read. Overwrite its changes?")
+                   .arg(QFileInfo(path).fileName()),
+               QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+            != QMessageBox::Yes)
+        return false;
+    QString error;
+    if (!m_document.save(path, error)) {
+        QMessageBox::critical(this, tr("Cannot Save"), tr("%1: %2").arg(path, error));
+        return false;
+    }
+    m_recent->add(m_document.path());
+    m_message->hide();
+    return true;
+}
+
+/// Asks what to do with changes that are not saved. False when the user stays with them.
+bool MainWindow::mayLoseChanges()
+{
+    finishEdit();
+    if (!m_document.isModified())
+        return true;
+    const auto answer = QMessageBox::warning(this, tr("Save Changes?"),
+        tr("The configuration has changes that are not saved."),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    const bool goes = mayLoseChanges()
+        && (!m_build->isRunning()
+            || QMessageBox::question(
+                   this, tr("Stop the Run?"), tr("A run is still going on. Stop it and quit?"))
+                == QMessageBox::Yes);
+    event->setAccepted(goes);
+    if (!goes)
+        return;
+    m_build->stop();
+    QSettings settings;
+    settings.setValue("window/geometry", saveGeometry());
+    settings.setValue("window/state", saveState());
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!fileIn(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const QString path = fileIn(event->mimeData());
+    event->acceptProposedAction();
+    // The program that the file comes from waits for the end of this event, and open may ask.
+    QTimer::singleShot(0, this, [this, path] { open(path); });
+}

@@ -1,0 +1,86 @@
+#include "problems_panel.h"
+
+#include "oxautils/check/check.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QRunnable>
+#include <QStyle>
+#include <QVBoxLayout>
+
+using namespace OXA;
+
+namespace {
+
+QList<Problem> problemsOf(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part)
+{
+    const DEV::ChipInfo* chosen = part.partNumber.isEmpty() ? nullptr : &part;
+    return mode == Lite ? checkCores(liteCores(cores), chosen)
+                        : checkCores(standardCores(cores), chosen);
+}
+
+}
+
+ProblemsPanel::ProblemsPanel(QWidget* parent)
+    : QWidget(parent)
+    , m_label(new QLabel)
+    , m_list(new QListWidget)
+{
+    m_pool.setMaxThreadCount(1);
+    m_label->setBuddy(m_list);
+    m_list->setAccessibleName(tr("Problems"));
+    const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_list->setIconSize({icon, icon});
+    m_list->setWordWrap(true);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_list->setResizeMode(QListView::Adjust);
+    m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_label);
+    layout->addWidget(m_list, 1);
+    const auto activate
+        = [this](QListWidgetItem* item) { Q_EMIT activated(m_problems.at(m_list->row(item))); };
+    connect(m_list, &QListWidget::itemClicked, this, activate);
+    connect(m_list, &QListWidget::itemActivated, this, activate);
+    show(0, {});
+}
+
+ProblemsPanel::~ProblemsPanel() { m_pool.waitForDone(); }
+
+void ProblemsPanel::check(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part)
+{
+    Cores copies;
+    for (const CorePtr& core : cores)
+        copies += core->clone();
+    m_pool.clear();
+    m_pool.start(QRunnable::create([this, mode, copies, part, number = ++m_check] {
+        const QList<Problem> problems = problemsOf(mode, copies, part);
+        QMetaObject::invokeMethod(
+            this, [this, number, problems] { show(number, problems); }, Qt::QueuedConnection);
+    }));
+}
+
+void ProblemsPanel::show(int check, const QList<Problem>& problems)
+{
+    if (check != m_check)
+        return;
+    m_problems = problems;
+    const int row = m_list->currentRow();
+    m_list->clear();
+    for (const Problem& problem : problems) {
+        const QString place = problem.place.text();
+        auto* item = new QListWidgetItem(
+            place.isEmpty() ? problem.text : tr("%1: %2").arg(place, problem.text));
+        item->setIcon(style()->standardIcon(problem.severity == Severity::Error
+                ? QStyle::SP_MessageBoxCritical
+                : QStyle::SP_MessageBoxWarning));
+        item->setToolTip(problem.hint);
+        item->setData(Qt::AccessibleTextRole,
+            tr("%1: %2. %3").arg(severityText(problem.severity), item->text(), problem.hint));
+        m_list->addItem(item);
+    }
+    m_list->setCurrentRow(qMin(row, m_list->count() - 1));
+    m_label->setText(
+        problems.isEmpty() ? tr("No &problems") : tr("&Problems: %1").arg(problems.size()));
+    Q_EMIT checked();
+}

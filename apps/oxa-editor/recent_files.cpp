@@ -1,0 +1,40 @@
+#include "recent_files.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+
+namespace {
+
+constexpr char kSetting[] = "recentFiles";
+constexpr int kMostFiles = 10;
+
+}
+
+RecentFiles::RecentFiles(QWidget* parent)
+    : QMenu(tr("Open &Recent"), parent)
+{
+    fill();
+}
+
+void RecentFiles::add(const QString& path)
+{
+    QStringList paths = QSettings().value(kSetting).toStringList();
+    paths.removeAll(path);
+    paths.prepend(path);
+    QSettings().setValue(kSetting, QStringList(paths.mid(0, kMostFiles)));
+    fill();
+}
+
+void RecentFiles::fill()
+{
+    clear();
+    const QStringList paths = QSettings().value(kSetting).toStringList();
+    for (int i = 0; i < paths.size(); ++i) {
+        QString name = QDir::toNativeSeparators(paths.at(i));
+        name.replace('&', "&&");
+        connect(addAction(QString("&%1  %2").arg(QString::number((i + 1) % 10), name)),
+            &QAction::triggered, this, [this, path = paths.at(i)] { Q_EMIT chosen(path); });
+    }
+    setEnabled(!paths.isEmpty());
+}

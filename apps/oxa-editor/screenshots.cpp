@@ -1,0 +1,144 @@
+// Takes the pictures of docs/images: tools/screenshots runs it.
+//
+//   oxa_screenshots CONFIGURATION DIRECTORY [dark]
+
+#include "build_panel.h"
+#include "core_list.h"
+#include "expressions_page.h"
+#include "main_window.h"
+
+#include "oxautils/config/standard_config.h"
+#include "oxautils/editor/match_unit_dialog.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QElapsedTimer>
+#include <QRadioButton>
+#include <QSettings>
+#include <QStandardPaths>
+#include <QStyleFactory>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QTreeView>
+
+namespace {
+
+constexpr int kSettleTime = 600; // ms: the problems are found in the background
+constexpr int kSmallest = 0; // quality: PNG takes it as the strength of its compression
+constexpr char kPart[] = "QX1N-9LV-QFN88-C6|QX1N-9";
+
+void settle()
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < kSettleTime)
+        QApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+void take(QWidget& widget, const QString& path)
+{
+    settle();
+    widget.grab().save(path, "PNG", kSmallest);
+}
+
+void takePages(MainWindow& window, const QString& directory)
+{
+    auto* tabs = window.findChild<QTabWidget*>();
+    for (int i = 0; i < tabs->count(); ++i) {
+        tabs->setCurrentIndex(i);
+        if (auto* expressions = qobject_cast<ExpressionsPage*>(tabs->widget(i)))
+            expressions->reveal(1);
+        for (QTreeView* view : window.findChildren<QTreeView*>())
+            view->expandToDepth(0);
+        const QString name = tabs->tabText(i).toLower().replace(' ', '-');
+        take(window, directory + "/editor-" + name + ".png");
+    }
+}
+
+/// A second core, and an expression with a slip in it.
+void showSomething(MainWindow& window)
+{
+    window.findChild<CoreList*>()->duplicate();
+    Document& document = window.document();
+    const CorePtr core = document.cores().at(1);
+    document.set({core}, core->moduleName(), QString("uart_rx"), QString());
+    window.findChild<CoreList*>()->setCurrent(document.cores().at(0));
+    const CorePtr first = document.cores().at(0);
+    document.set({first, Page::Expressions}, first->standard->expressions,
+        QStringList {"M0", "M1 && !(M2 || M7)", "M1 && M2"}, QString());
+    window.findChild<BuildPanel*>()->setWorkDir("/home/ada/uart/uart_oxa");
+}
+
+void takeDialog(OXA::MatchUnit& unit, bool fixed, const char* radix, const QString& path)
+{
+    OXA::MatchUnitDialog dialog(&unit, fixed);
+    dialog.findChild<QRadioButton*>(radix)->setChecked(true);
+    if (QString(radix) == "rbtnBin") {
+        for (QTreeView* tree : dialog.findChildren<QTreeView*>())
+            tree->expandAll();
+    }
+    dialog.show();
+    take(dialog, path);
+}
+
+void takeDialogs(const QString& file, const QString& directory)
+{
+    const QList<OXA::AoCore*> cores = OXA::readOXAConfigFromXml(file);
+    if (cores.isEmpty())
+        return;
+    OXA::MatchUnit unit = *cores.first()->matchUnit(0);
+    unit.trigger = cores.first()->getTrigger(0);
+    const int width = unit.trigger->singleSignals().size();
+    unit.matchType = OXA::MatchBasicEdges;
+    unit.value0 = QString("R10X01F1NB").leftJustified(width, 'X', true);
+    takeDialog(unit, false, "rbtnBin", directory + "/dialog-binary.png");
+    unit.matchType = OXA::MatchRange;
+    unit.value0 = QString("10100101").leftJustified(width, '0', true);
+    takeDialog(unit, false, "rbtnHex", directory + "/dialog-hexadecimal.png");
+    unit.matchFunc = OXA::MatchInRange;
+    unit.value1 = QString(width, '1');
+    unit.counterEnable = true;
+    takeDialog(unit, false, "rbtnDec", directory + "/dialog-range.png");
+    unit.counterEnable = false;
+    takeDialog(unit, true, "rbtnHex", directory + "/dialog-fixed.png");
+    qDeleteAll(cores);
+}
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(53, 53, 53), QColor(40, 40, 40));
+    palette.setColor(QPalette::Highlight, QColor(42, 110, 180));
+    palette.setColor(QPalette::Link, QColor(110, 170, 240));
+    return palette;
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = application.arguments();
+    if (arguments.size() < 3)
+        return 2;
+    const QTemporaryDir settings;
+    QSettings::setDefaultFormat(QSettings::IniFormat);
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QFont font("DejaVu Sans");
+    font.setPixelSize(12);
+    QApplication::setFont(font);
+    if (arguments.value(3) == "dark")
+        QApplication::setPalette(darkPalette());
+
+    QSettings().setValue("part/last", kPart);
+    MainWindow window;
+    window.resize(1180, 760);
+    window.show();
+    if (!window.open(arguments.at(1)))
+        return 1;
+    showSomething(window);
+    takePages(window, arguments.at(2));
+    window.document().undoStack().setClean();
+    takeDialogs(arguments.at(1), arguments.at(2));
+    return 0;
+}

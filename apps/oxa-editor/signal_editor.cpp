@@ -1,0 +1,311 @@
+#include "signal_editor.h"
+
+#include "add_signals_dialog.h"
+#include "signal_clipboard.h"
+#include "signal_model.h"
+#include "signal_names.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QToolButton>
+#include <QTreeView>
+
+#include <algorithm>
+
+using namespace OXA;
+
+SignalEditor::SignalEditor(bool captures, QWidget* parent)
+    : QWidget(parent)
+    , m_model(new SignalModel(captures, this))
+    , m_view(new QTreeView(this))
+    , m_buttons(new QHBoxLayout)
+{
+    setUpView(captures);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addLayout(m_buttons);
+    layout->addWidget(m_view, 1);
+    m_buttons->addStretch();
+
+    addButton(makeAction(tr("&Add…"), QKeySequence(Qt::Key_Insert),
+        tr("Add signals from a list of names"), &SignalEditor::add));
+    const auto forSelection = [this](QAction* action) {
+        m_needSelection += action;
+        return action;
+    };
+    addButton(forSelection(makeAction(
+        tr("&Remove"), QKeySequence::Delete, tr("Remove the selected"), &SignalEditor::remove)));
+    addButton(forSelection(makeAction(tr("&Group"), QKeySequence("Ctrl+G"),
+        tr("Make one bus of the selected, the first as most significant bit"),
+        &SignalEditor::group)));
+    m_ungroup = makeAction(tr("&Ungroup"), QKeySequence("Ctrl+Shift+G"),
+        tr("Replace the selected buses by their bits"), &SignalEditor::ungroup);
+    addButton(m_ungroup);
+    addButton(forSelection(makeAction(
+        tr("U&p"), QKeySequence("Alt+Up"), tr("Move the selected up"), &SignalEditor::moveUp)));
+    addButton(forSelection(makeAction(tr("Do&wn"), QKeySequence("Alt+Down"),
+        tr("Move the selected down"), &SignalEditor::moveDown)));
+    forSelection(makeAction(tr("Re&name"), {}, {}, &SignalEditor::rename));
+    forSelection(makeAction(tr("&Copy"), QKeySequence::Copy, {}, &SignalEditor::copy));
+    makeAction(tr("Pa&ste Names"), QKeySequence::Paste, {}, &SignalEditor::paste);
+    m_view->addActions(actions());
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
+
+    keepExpanded();
+    connect(m_model, &SignalModel::edited, this, &SignalEditor::edited);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        &SignalEditor::updateActions);
+    updateActions();
+}
+
+void SignalEditor::setUpView(bool captures)
+{
+    m_view->setModel(m_model);
+    m_view->setAccessibleName(tr("Signals"));
+    m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_view->setUniformRowHeights(true);
+    m_view->setTextElideMode(Qt::ElideMiddle);
+    m_view->setDragEnabled(true);
+    m_view->setAcceptDrops(true);
+    m_view->setDragDropMode(QAbstractItemView::InternalMove);
+    m_view->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);
+    QHeaderView* header = m_view->header();
+    header->setStretchLastSection(false);
+    header->setSectionResizeMode(SignalModel::NameColumn, QHeaderView::Stretch);
+    header->resizeSection(SignalModel::TextColumn, fontMetrics().averageCharWidth() * 24);
+    if (captures)
+        header->setSectionResizeMode(SignalModel::CaptureColumn, QHeaderView::ResizeToContents);
+}
+
+/// Rows that come back, by undo for one, show their bits as they did before.
+void SignalEditor::keepExpanded()
+{
+    const auto nameOf = [this](const QModelIndex& index) { return m_model->itemAt(index)->name; };
+    connect(m_view, &QTreeView::expanded, this,
+        [=](const QModelIndex& index) { m_expanded += nameOf(index); });
+    connect(m_view, &QTreeView::collapsed, this,
+        [=](const QModelIndex& index) { m_expanded -= nameOf(index); });
+    connect(m_model, &QAbstractItemModel::rowsInserted, this,
+        [=](const QModelIndex& parent, int first, int last) {
+            for (int row = first; row <= last && !parent.isValid(); ++row) {
+                const QModelIndex index = m_model->index(row, 0);
+                if (m_expanded.contains(nameOf(index)))
+                    m_view->expand(index);
+            }
+        });
+}
+
+QAction* SignalEditor::makeAction(const QString& text, const QKeySequence& keys,
+    const QString& hint, void (SignalEditor::*done)())
+{
+    auto* action = new QAction(text, this);
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    if (!hint.isEmpty())
+        action->setToolTip(keys.isEmpty()
+                ? hint
+                : QString("%1 (%2)").arg(hint, keys.toString(QKeySequence::NativeText)));
+    connect(action, &QAction::triggered, this, done);
+    addAction(action);
+    return action;
+}
+
+void SignalEditor::addButton(QAction* action)
+{
+    auto* button = new QToolButton(this);
+    button->setDefaultAction(action);
+    button->setAccessibleName(action->iconText());
+    button->setFocusPolicy(Qt::StrongFocus);
+    m_buttons->insertWidget(m_buttons->count() - 1, button);
+}
+
+void SignalEditor::setItems(const QList<SignalItem>& items)
+{
+    m_model->setItems(items);
+    updateActions();
+}
+
+void SignalEditor::updateActions()
+{
+    const QModelIndexList rows = m_view->selectionModel()->selectedRows();
+    for (QAction* action : qAsConst(m_needSelection))
+        action->setEnabled(!rows.isEmpty());
+    m_ungroup->setEnabled(std::any_of(rows.begin(), rows.end(),
+        [this](const QModelIndex& row) { return m_model->itemAt(row)->isBus(); }));
+}
+
+/// The selected top-level rows, ascending.
+QList<int> SignalEditor::selectedTop() const
+{
+    QList<int> rows;
+    for (const QModelIndex& index : m_view->selectionModel()->selectedRows()) {
+        if (!index.parent().isValid())
+            rows += index.row();
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
+/// The selected items in the order of the list; a bit counts when its bus is not selected.
+QList<SignalItem> SignalEditor::selectedItems() const
+{
+    const QItemSelectionModel* selection = m_view->selectionModel();
+    QList<SignalItem> items;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const QModelIndex top = m_model->index(row, 0);
+        if (selection->isRowSelected(row, {})) {
+            items += *m_model->itemAt(top);
+            continue;
+        }
+        for (int bit = 0; bit < m_model->rowCount(top); ++bit) {
+            if (selection->isRowSelected(bit, top))
+                items += *m_model->itemAt(m_model->index(bit, 0, top));
+        }
+    }
+    return items;
+}
+
+void SignalEditor::select(int first, int count, const QModelIndex& parent)
+{
+    const QModelIndex top = m_model->index(first, 0, parent);
+    const QModelIndex bottom = m_model->index(first + count - 1, 0, parent);
+    if (!top.isValid() || !bottom.isValid())
+        return;
+    QItemSelectionModel* selection = m_view->selectionModel();
+    selection->setCurrentIndex(top, QItemSelectionModel::NoUpdate);
+    selection->select(QItemSelection(top, bottom),
+        QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_view->scrollTo(bottom);
+    m_view->scrollTo(top);
+}
+
+void SignalEditor::insert(const QList<SignalItem>& items, const QString& step)
+{
+    if (items.isEmpty())
+        return;
+    QModelIndex current = m_view->currentIndex();
+    if (current.parent().isValid())
+        current = current.parent();
+    const int at = current.isValid() ? current.row() + 1 : m_model->rowCount();
+    QList<SignalItem> list = m_model->items();
+    for (int i = 0; i < items.size(); ++i)
+        list.insert(at + i, items.at(i));
+    Q_EMIT edited(list, step);
+    select(at, items.size(), {});
+}
+
+void SignalEditor::add()
+{
+    AddSignalsDialog dialog(this);
+    if (dialog.exec() == QDialog::Accepted)
+        insert(dialog.items(), tr("add signals"));
+}
+
+void SignalEditor::copy() { QApplication::clipboard()->setMimeData(toMimeData(selectedItems())); }
+
+void SignalEditor::paste()
+{
+    QStringList errors;
+    const QList<SignalItem> items = fromMimeData(QApplication::clipboard()->mimeData(), errors);
+    if (errors.isEmpty())
+        insert(items, tr("paste signals"));
+    else
+        QMessageBox::warning(this, tr("Paste Names"), errors.join('\n'));
+}
+
+void SignalEditor::rename()
+{
+    const QModelIndex current = m_view->currentIndex();
+    if (current.isValid())
+        m_view->edit(current.siblingAtColumn(SignalModel::NameColumn));
+}
+
+void SignalEditor::remove()
+{
+    const QItemSelectionModel* selection = m_view->selectionModel();
+    const int current = m_view->currentIndex().row();
+    QList<SignalItem> left;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const QModelIndex top = m_model->index(row, 0);
+        SignalItem item = *m_model->itemAt(top);
+        const bool bus = item.isBus();
+        for (int bit = item.subItems.size() - 1; bit >= 0; --bit) {
+            if (selection->isRowSelected(bit, top))
+                item.subItems.removeAt(bit);
+        }
+        const bool emptied = bus && !item.isBus();
+        if (!selection->isRowSelected(row, {}) && !emptied)
+            left += item;
+    }
+    Q_EMIT edited(left, tr("remove signals"));
+    select(qBound(0, current, m_model->rowCount() - 1), 1, {});
+}
+
+void SignalEditor::group()
+{
+    const QList<int> rows = selectedTop();
+    if (rows.isEmpty())
+        return;
+    QList<SignalItem> list = m_model->items();
+    QList<SignalItem> bits;
+    bool captured = false;
+    for (const int row : rows) {
+        const SignalItem& item = list.at(row);
+        captured |= item.captureEnable;
+        bits += item.isBus() ? item.subItems : QList<SignalItem> {item};
+    }
+    for (SignalItem& bit : bits)
+        bit.captureEnable = true; // a bit has no switch of its own
+    for (auto row = rows.crbegin(); row != rows.crend(); ++row)
+        list.removeAt(*row);
+    SignalItem bus = groupSignals(bits);
+    bus.captureEnable = captured;
+    list.insert(rows.first(), bus);
+    Q_EMIT edited(list, tr("group signals into a bus"));
+    select(rows.first(), 1, {});
+}
+
+void SignalEditor::ungroup()
+{
+    QList<SignalItem> list = m_model->items();
+    const QList<int> rows = selectedTop();
+    for (auto row = rows.crbegin(); row != rows.crend(); ++row) {
+        if (!list.at(*row).isBus())
+            continue;
+        const SignalItem bus = list.takeAt(*row);
+        for (int i = 0; i < bus.subItems.size(); ++i) {
+            SignalItem bit = bus.subItems.at(i);
+            bit.captureEnable = bus.captureEnable;
+            list.insert(*row + i, bit);
+        }
+    }
+    Q_EMIT edited(list, tr("ungroup a bus"));
+}
+
+void SignalEditor::moveUp() { move(true); }
+
+void SignalEditor::moveDown() { move(false); }
+
+void SignalEditor::move(bool up)
+{
+    const QModelIndex parent = m_view->currentIndex().parent();
+    QList<int> rows;
+    for (const QModelIndex& index : m_view->selectionModel()->selectedRows()) {
+        if (index.parent() == parent)
+            rows += index.row();
+    }
+    if (rows.isEmpty())
+        return;
+    std::sort(rows.begin(), rows.end());
+    const int target = up ? rows.first() - 1 : rows.last() + 2;
+    if (target < 0 || target > m_model->rowCount(parent))
+        return;
+    const QPersistentModelIndex bus = parent;
+    m_model->moveRowsTo(parent, rows, target, tr("move signals"));
+    select(up ? target : target - rows.size(), rows.size(), bus);
+}

@@ -1,0 +1,67 @@
+#ifndef APPS_OXA_EDITOR_SIGNAL_EDITOR_H
+#define APPS_OXA_EDITOR_SIGNAL_EDITOR_H
+
+#include "oxautils/model/signal_item.h"
+
+#include <QSet>
+#include <QWidget>
+
+class QAction;
+class QHBoxLayout;
+class QTreeView;
+class SignalModel;
+
+/// A tree of signals with all that can be done to it: add, paste, rename, group, move, remove.
+///
+/// Like its model it shows a list of its owner's, and asks for changes by `edited`.
+class SignalEditor : public QWidget {
+    Q_OBJECT
+
+public:
+    /// With `captures` the tree says which signals are captured.
+    explicit SignalEditor(bool captures, QWidget* parent = nullptr);
+
+    void setItems(const QList<OXA::SignalItem>& items);
+    QTreeView* view() const { return m_view; }
+    SignalModel* model() const { return m_model; }
+
+    /// Adds a button for `action` behind the editor's own.
+    void addButton(QAction* action);
+
+    /// Puts `items` behind the current row, as the step `step`.
+    void insert(const QList<OXA::SignalItem>& items, const QString& step);
+
+Q_SIGNALS:
+    void edited(const QList<OXA::SignalItem>& items, const QString& step);
+
+private:
+    QAction* makeAction(const QString& text, const QKeySequence& keys, const QString& hint,
+        void (SignalEditor::*done)());
+    void setUpView(bool captures);
+    void keepExpanded();
+    void updateActions();
+    void select(int first, int count, const QModelIndex& parent);
+
+    QList<int> selectedTop() const;
+    QList<OXA::SignalItem> selectedItems() const;
+
+    void add();
+    void copy();
+    void paste();
+    void rename();
+    void remove();
+    void group();
+    void ungroup();
+    void moveUp();
+    void moveDown();
+    void move(bool up);
+
+    SignalModel* m_model;
+    QTreeView* m_view;
+    QHBoxLayout* m_buttons;
+    QList<QAction*> m_needSelection;
+    QAction* m_ungroup;
+    QSet<QString> m_expanded; // names of buses
+};
+
+#endif

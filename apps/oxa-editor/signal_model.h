@@ -1,0 +1,59 @@
+#ifndef APPS_OXA_EDITOR_SIGNAL_MODEL_H
+#define APPS_OXA_EDITOR_SIGNAL_MODEL_H
+
+#include "oxautils/model/signal_item.h"
+
+#include <QAbstractItemModel>
+
+/// Signals and buses with their bits, as a tree of two levels.
+///
+/// The model shows a list that is its owner's: what a user changes is only asked for by `edited`,
+/// and comes back through `setItems`.
+class SignalModel : public QAbstractItemModel {
+    Q_OBJECT
+
+public:
+    enum Column { NameColumn, TextColumn, CaptureColumn };
+
+    /// With `captures` there is a column that says which signals are captured.
+    explicit SignalModel(bool captures, QObject* parent = nullptr);
+
+    const QList<OXA::SignalItem>& items() const { return m_items; }
+
+    /// Shows `items`; rows outside of what differs keep their selection and stay expanded.
+    void setItems(const QList<OXA::SignalItem>& items);
+
+    /// The item or bit of `index`; null for an invalid index.
+    const OXA::SignalItem* itemAt(const QModelIndex& index) const;
+
+    /// Moves rows of one parent before the row `target` of it.
+    void moveRowsTo(const QModelIndex& parent, QList<int> rows, int target, const QString& step);
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& index) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+    bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+        const QModelIndex& parent) const override;
+    bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+        const QModelIndex& parent) override;
+
+Q_SIGNALS:
+    /// The user wants the list to be `items`; `step` says what that does.
+    void edited(const QList<OXA::SignalItem>& items, const QString& step);
+
+private:
+    void replaceRows(const QList<OXA::SignalItem>& items, int first, int before, int after);
+
+    const bool m_captures;
+    QList<OXA::SignalItem> m_items;
+};
+
+#endif

@@ -1,0 +1,25 @@
+#include "signals_page.h"
+
+#include "signal_editor.h"
+
+#include <QTreeView>
+#include <QVBoxLayout>
+
+SignalsPage::SignalsPage(Document& document, QWidget* parent)
+    : CorePage(document, Page::Signals, parent)
+    , m_editor(new SignalEditor(true, this))
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(m_editor);
+    setEntry(m_editor->view());
+    connect(m_editor, &SignalEditor::edited, this,
+        [this](const QList<OXA::SignalItem>& items, const QString& step) {
+            if (core())
+                this->document().set(location(), core()->signalList(), items, step);
+        });
+}
+
+void SignalsPage::refresh()
+{
+    m_editor->setItems(core() ? core()->signalList() : QList<OXA::SignalItem>());
+}

@@ -1,0 +1,22 @@
+#ifndef APPS_OXA_EDITOR_SIGNALS_PAGE_H
+#define APPS_OXA_EDITOR_SIGNALS_PAGE_H
+
+#include "core_page.h"
+
+class SignalEditor;
+
+/// The data signals of a core of either mode.
+class SignalsPage : public CorePage {
+    Q_OBJECT
+
+public:
+    explicit SignalsPage(Document& document, QWidget* parent = nullptr);
+
+protected:
+    void refresh() override;
+
+private:
+    SignalEditor* m_editor;
+};
+
+#endif

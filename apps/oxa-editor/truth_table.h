@@ -1,0 +1,35 @@
+#ifndef APPS_OXA_EDITOR_TRUTH_TABLE_H
+#define APPS_OXA_EDITOR_TRUTH_TABLE_H
+
+#include "oxautils/model/ao_core.h"
+
+#include <QAbstractTableModel>
+
+#include <vector>
+
+/// The truth table of a trigger expression over the units that it names, up to six of them: a
+/// column a unit, the first as the slowest, and one for the result.
+class TruthTable : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// Shows the table of `text`. Without one the table is empty, and `reason` says why.
+    void setExpression(const QString& text, const OXA::AoCore& core);
+    QString reason() const { return m_reason; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+private:
+    void compute(const QString& text, const OXA::AoCore& core);
+
+    QList<int> m_units;
+    std::vector<bool> m_results; // of each row
+    QString m_reason;
+};
+
+#endif

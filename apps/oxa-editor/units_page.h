@@ -1,0 +1,37 @@
+#ifndef APPS_OXA_EDITOR_UNITS_PAGE_H
+#define APPS_OXA_EDITOR_UNITS_PAGE_H
+
+#include "core_page.h"
+
+#include <vector>
+
+namespace OXA {
+class MatchUnitModel;
+}
+class QTableView;
+
+/// The match units of a Standard core, as a table from which the dialog for one opens.
+class UnitsPage : public CorePage {
+    Q_OBJECT
+
+public:
+    explicit UnitsPage(Document& document, QWidget* parent = nullptr);
+
+    void reveal(int item) override;
+
+protected:
+    void refresh() override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void editUnit(const QModelIndex& index);
+    void store(int row, const QString& step);
+    void storeSwitches();
+
+    // Copies of the core's units: model and dialog change these, and the document takes over.
+    std::vector<OXA::MatchUnit> m_drafts;
+    OXA::MatchUnitModel* m_model;
+    QTableView* m_view;
+};
+
+#endif

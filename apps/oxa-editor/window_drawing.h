@@ -1,0 +1,33 @@
+#ifndef APPS_OXA_EDITOR_WINDOW_DRAWING_H
+#define APPS_OXA_EDITOR_WINDOW_DRAWING_H
+
+#include <QWidget>
+
+/// Draws how a core's windows lie in its memory, and where in a window the trigger is.
+class WindowDrawing : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit WindowDrawing(QWidget* parent = nullptr);
+
+    /// All in samples, but `windows`. Any numbers are drawn as far as they make sense.
+    void setWindows(int depth, int amount, int windows, int triggerPos);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void drawWindow(QPainter& painter, const QRectF& area) const;
+    void drawMemory(QPainter& painter, const QRectF& area) const;
+    QString memoryText() const;
+
+    int m_depth = 0;
+    int m_amount = 0;
+    int m_windows = 0;
+    int m_triggerPos = 0;
+};
+
+#endif

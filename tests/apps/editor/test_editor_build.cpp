@@ -1,0 +1,170 @@
+#include "window_driver.h"
+
+#include "oxa-editor/build_panel.h"
+#include "oxa-editor/file_viewer.h"
+#include "oxa-editor/part_choice.h"
+
+#include <QListWidget>
+#include <QPlainTextEdit>
+#include <QProgressBar>
+
+namespace {
+
+constexpr char kPart[] = "QX1N-9LV-QFN88-C6|QX1N-9";
+constexpr int kLongRun = 60000; // ms
+
+}
+
+class TestEditorBuild : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { BuildJob::installLog(); }
+    void generates();
+    void foreignFolderIsAskedFor();
+    void needsAPartAndCores();
+    void synthesisIsStopped();
+    void failuresLeadToTheirFile();
+    void closingStopsARun();
+    void placesInMessages();
+
+private:
+    struct Run;
+
+    TestFolder m_folder;
+};
+
+/// A window with a configuration, a part and a work folder.
+struct TestEditorBuild::Run : WindowDriver {
+    BuildPanel& panel = *window.findChild<BuildPanel*>();
+
+    Run(const TestFolder& folder, const QString& workDir)
+    {
+        window.open(folder.example("uart.oxa"));
+        window.findChild<PartChoice*>()->setKey(kPart);
+        panel.setWorkDir(folder.path(workDir));
+    }
+
+    QStringList log() const
+    {
+        QStringList lines;
+        for (int i = 0; i < panel.log()->count(); ++i)
+            lines += panel.log()->item(i)->text();
+        return lines;
+    }
+
+    bool finished() const { return !panel.isRunning(); }
+    bool says(const QString& text) const { return stage().contains(text); }
+
+    QString stage() const
+    {
+        QStringList texts;
+        for (const QLabel* label : panel.findChildren<QLabel*>())
+            texts += label->text();
+        return texts.join('\n');
+    }
+};
+
+void TestEditorBuild::generates()
+{
+    Run run(m_folder, "generated");
+    run.enter("Module:", "unsaved");
+    run.keys("F7");
+    QVERIFY(run.panel.isRunning());
+    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kLongRun);
+    QVERIFY2(run.says("Done"), qPrintable(run.stage()));
+    QVERIFY(QFile::exists(m_folder.path("generated/qx_oxa_top.v")));
+    QVERIFY(run.window.isWindowModified());
+    run.press("Generate"); // into the same folder, without a question
+    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kLongRun);
+    QVERIFY(run.says("Done"));
+}
+
+void TestEditorBuild::foreignFolderIsAskedFor()
+{
+    QDir(m_folder.path(".")).mkdir("foreign");
+    writeFile(m_folder.path("foreign/thesis.txt"), "precious");
+    Run run(m_folder, "foreign");
+    const QString question
+        = WindowDriver::answering(QMessageBox::No, [&] { run.press("Generate"); });
+    QVERIFY(question.contains("foreign"));
+    QVERIFY(!run.panel.isRunning());
+    QCOMPARE(bytesOf(m_folder.path("foreign/thesis.txt")), QByteArray("precious"));
+}
+
+void TestEditorBuild::needsAPartAndCores()
+{
+    Run run(m_folder, "empty");
+    run.window.findChild<PartChoice*>()->setKey({});
+    run.press("Generate");
+    QVERIFY(!run.panel.isRunning());
+    QVERIFY(run.says("part"));
+    run.window.findChild<PartChoice*>()->setKey(kPart);
+    run.panel.setWorkDir({});
+    run.press("Generate");
+    QVERIFY(run.says("work folder"));
+    run.panel.setWorkDir(m_folder.path("empty"));
+    run.press("Remove the core");
+    run.press("Generate");
+    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kLongRun);
+    QVERIFY(run.says("Nothing was generated"));
+}
+
+void TestEditorBuild::synthesisIsStopped()
+{
+    Run run(m_folder, "stopped");
+    run.keys("F8");
+    auto* progress = run.panel.findChild<QProgressBar*>();
+    QTRY_VERIFY_WITH_TIMEOUT(progress->value() > 0 || run.finished(), kLongRun);
+    QVERIFY(run.panel.isRunning());
+    run.enter("Module:", "usable"); // meanwhile
+    QCOMPARE(run.core().moduleName, QString("usable"));
+    run.press("Stop");
+    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kLongRun);
+    QVERIFY2(run.says("Stopped"), qPrintable(run.stage()));
+    QVERIFY(!QFile::exists(m_folder.path("stopped/qx_oxa_netlist.v")));
+}
+
+void TestEditorBuild::failuresLeadToTheirFile()
+{
+    Run run(m_folder, "failed");
+    run.core().expressions = QStringList {"M0 M1"};
+    run.keys("F8");
+    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kLongRun);
+    QVERIFY2(run.says("Failed"), qPrintable(run.stage()));
+    int row = -1;
+    const QStringList log = run.log();
+    for (int i = 0; i < log.size() && row < 0; ++i)
+        row = placeIn(log.at(i), m_folder.path("failed")).line > 0 ? i : -1;
+    QVERIFY2(row >= 0, qPrintable(log.join('\n')));
+    run.panel.log()->setFocus();
+    run.panel.log()->setCurrentRow(row);
+    QTest::keyClick(run.panel.log(), Qt::Key_Return);
+    auto* viewer = run.panel.findChild<FileViewer*>();
+    QVERIFY(viewer);
+    const auto* text = viewer->findChild<QPlainTextEdit*>();
+    QCOMPARE(
+        text->textCursor().blockNumber() + 1, placeIn(log.at(row), m_folder.path("failed")).line);
+}
+
+void TestEditorBuild::closingStopsARun()
+{
+    Run run(m_folder, "closed");
+    run.keys("F8");
+    const QString question = WindowDriver::answering(QMessageBox::Yes, [&] { run.window.close(); });
+    QVERIFY(question.contains("run"));
+    QVERIFY(!run.window.isVisible());
+}
+
+void TestEditorBuild::placesInMessages()
+{
+    const QString path = writeFile(m_folder.path("a.v"), "module a;\n");
+    const QString folder = m_folder.path(".");
+    QCOMPARE(placeIn(path + ":12: syntax error", "/").line, 12);
+    QCOMPARE(placeIn("error: a.v:3: oops", folder).line, 3);
+    QCOMPARE(placeIn("read \"" + path + "\"", "/").path, path);
+    QCOMPARE(placeIn("see b.v:3 and 1.0", folder).path, QString());
+}
+
+QTEST_MAIN(TestEditorBuild)
+#include "test_editor_build.moc"

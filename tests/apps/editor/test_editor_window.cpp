@@ -1,0 +1,567 @@
+#include "window_driver.h"
+
+#include "oxa-editor/core_list.h"
+#include "oxa-editor/cost_panel.h"
+#include "oxa-editor/expression_edit.h"
+#include "oxa-editor/part_choice.h"
+#include "oxa-editor/ports_page.h"
+#include "oxa-editor/problems_panel.h"
+#include "oxa-editor/signal_editor.h"
+#include "oxa-editor/signal_model.h"
+
+#include "oxautils/config/checksum.h"
+#include "oxautils/config/standard_config.h"
+#include "oxautils/editor/match_unit_dialog.h"
+
+#include <QAccessible>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableView>
+#include <QToolButton>
+#include <QTreeView>
+
+using namespace OXA;
+
+class TestEditorWindow : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void editsOfEveryPageCanBeUndone();
+    void editsOfLiteFilesCanBeUndone();
+    void coresAreListed();
+    void unitsAreEditedInTheDialog();
+    void valuesFollowTheirBits();
+    void typingIsOneStep();
+    void undoShowsThePlace();
+    void badFilesLeaveTheOldOne();
+    void wrongChecksum();
+    void olderLayout();
+    void changesAreNotLost();
+    void saveAs();
+    void unsavable();
+    void fileChangedByOthers();
+    void droppedFiles();
+    void recentFiles();
+    void problemsLeadToTheirPlace();
+    void costOnAPart();
+    void everythingHasANameAndTakesTheFocus();
+
+private:
+    TestFolder m_folder;
+};
+
+namespace {
+
+/// Edits something on every page of a Standard configuration, by keys and mouse.
+void editEveryPage(WindowDriver& driver)
+{
+    driver.keys("Ctrl+1");
+    driver.enter("Sample clock:", "top/clk2");
+    driver.enter("Capture amount:", "128");
+    QTest::keyClick(driver.find<QSpinBox>("Storage depth:"), Qt::Key_Up);
+    QTest::keyClick(driver.find<QComboBox>("Edge:"), Qt::Key_Down);
+    QTest::keyClick(driver.find<QCheckBox>("Armed at power-up"), Qt::Key_Space);
+
+    driver.keys("Ctrl+2");
+    auto* signalTree = driver.find<QTreeView>("Signals");
+    signalTree->setCurrentIndex(signalTree->model()->index(2, 0));
+    QTest::keyClick(signalTree, Qt::Key_Up, Qt::AltModifier);
+    QTest::keyClick(signalTree, Qt::Key_Delete);
+
+    driver.keys("Ctrl+3");
+    auto* portTree = driver.find<QTreeView>("Signals");
+    portTree->setFocus();
+    portTree->setCurrentIndex(portTree->model()->index(0, 0));
+    QTest::keyClick(portTree, Qt::Key_Down, Qt::AltModifier);
+
+    driver.keys("Ctrl+4");
+    auto* units = driver.find<QTableView>("Match units");
+    QTest::keyClick(units, Qt::Key_Space);
+
+    driver.keys("Ctrl+5");
+    QTest::keyClick(driver.find<QComboBox>("Expressions:"), Qt::Key_Down);
+    QTest::keyClick(driver.find<QComboBox>("Tables in:"), Qt::Key_Down);
+    driver.press("Add");
+    QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m1&!m2");
+
+    driver.press("Add a copy of the core");
+    driver.press("Move the core up");
+}
+
+}
+
+void TestEditorWindow::editsOfEveryPageCanBeUndone()
+{
+    const QString path = m_folder.example("uart.oxa");
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    driver.keys("Ctrl+S");
+    const QByteArray before = bytesOf(path);
+    editEveryPage(driver);
+    const AoCore& core = driver.core(1);
+    QCOMPARE(core.sampleClock, QString("top/clk2"));
+    QCOMPARE(core.storageDepth, 2048);
+    QCOMPARE(core.captureAmount, 128);
+    QCOMPARE(core.trigType, 1);
+    QVERIFY(core.captureInitDataEnabled);
+    QCOMPARE(core.signalList.at(1).name, QString("uart_tx/tx"));
+    QCOMPARE(core.dataSignals().size(), 16);
+    QCOMPARE(core.getTrigger(0)->signalList.at(1).name, QString("uart_tx/start"));
+    QVERIFY(!core.matchUnit(0)->enabled);
+    QCOMPARE(core.expressions, QStringList({"M0", "M1&!M2", "M1 && M2"}));
+    QCOMPARE(core.expressionType, 1);
+    QCOMPARE(core.exImplementation, 1);
+    QCOMPARE(core.index, 1);
+
+    driver.keys("Ctrl+S");
+    const QByteArray after = bytesOf(path);
+    QVERIFY(after != before);
+    QVERIFY(!driver.window.isWindowModified());
+    while (driver.document().undoStack().canUndo())
+        driver.keys("Ctrl+Z");
+    QVERIFY(driver.window.isWindowModified());
+    driver.keys("Ctrl+S");
+    QCOMPARE(bytesOf(path), before);
+    while (driver.document().undoStack().canRedo())
+        driver.keys("Ctrl+Shift+Z");
+    driver.keys("Ctrl+S");
+    QCOMPARE(bytesOf(path), after);
+    QVERIFY(driver.window.open(path));
+    driver.keys("Ctrl+S");
+    QCOMPARE(bytesOf(path), after);
+}
+
+void TestEditorWindow::editsOfLiteFilesCanBeUndone()
+{
+    const QString path = m_folder.example("uart_lite.oxa");
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    driver.keys("Ctrl+S");
+    const QByteArray before = bytesOf(path);
+    QCOMPARE(driver.window.findChild<QTabWidget*>()->count(), 2);
+    driver.enter("Module:", "other");
+    QTest::keyClick(driver.find<QSpinBox>("Capture amount:"), Qt::Key_Up);
+    QTest::keyClick(driver.find<QComboBox>("Memory:"), Qt::Key_Down);
+    QTest::keyClick(driver.find<QCheckBox>("Register before the memory"), Qt::Key_Space);
+    driver.press("Add a core");
+    driver.keys("Ctrl+S");
+    const QByteArray after = bytesOf(path);
+    QVERIFY(after.contains("module_name=\"other\""));
+    while (driver.document().undoStack().canUndo())
+        driver.keys("Ctrl+Z");
+    driver.keys("Ctrl+S");
+    QCOMPARE(bytesOf(path), before);
+}
+
+void TestEditorWindow::coresAreListed()
+{
+    WindowDriver driver;
+    driver.keys("Ctrl+N");
+    for (int i = 0; i < 3; ++i)
+        driver.press("Add a core");
+    auto* list = driver.find<QListWidget>("Cores");
+    driver.keys("Ctrl+0");
+    for (int i = 0; i < 3; ++i) {
+        list->setCurrentRow(i);
+        QTest::keyClick(list, Qt::Key_F2);
+        auto* field = list->findChild<QLineEdit*>();
+        QVERIFY(field);
+        QTest::keyClicks(field, QString("core%1").arg(i));
+        QTest::keyClick(field, Qt::Key_Return);
+        QTRY_VERIFY(!list->findChild<QLineEdit*>());
+    }
+    const auto modules = [&] {
+        QStringList texts;
+        for (const CorePtr& core : driver.document().cores())
+            texts += QString("%1:%2").arg(core->index()).arg(core->moduleName());
+        return texts.join(' ');
+    };
+    QCOMPARE(modules(), QString("0:core0 1:core1 2:core2"));
+    driver.press("Move the core up");
+    QCOMPARE(modules(), QString("0:core0 1:core2 2:core1"));
+    QCOMPARE(list->currentRow(), 1);
+    driver.press("Remove the core");
+    QCOMPARE(modules(), QString("0:core0 1:core1"));
+    list->setCurrentRow(0);
+    list->model()->moveRow({}, 0, {}, 2); // as dragging does
+    QTRY_COMPARE(modules(), QString("0:core1 1:core0"));
+    QCOMPARE(list->item(0)->text(), QString("0   core1"));
+    driver.press("Remove the core");
+    driver.press("Remove the core");
+    QCOMPARE(modules(), QString());
+    QVERIFY(!driver.window.findChild<QTabWidget*>()->currentWidget()->isEnabled());
+}
+
+void TestEditorWindow::unitsAreEditedInTheDialog()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    driver.keys("Ctrl+4");
+    auto* units = driver.find<QTableView>("Match units");
+    const auto withDialog = [&](const std::function<void(QDialog*)>& act) {
+        WindowDriver::inModal<MatchUnitDialog>(
+            [&](MatchUnitDialog* dialog) {
+                dialog->findChild<QComboBox*>("comboBoxFunc")->setCurrentIndex(1);
+                dialog->onFuncChanged();
+                act(dialog);
+            },
+            [&] { QTest::keyClick(units, Qt::Key_Return); });
+    };
+    const MatchUnit& unit = *driver.core().matchUnit(0);
+    withDialog([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
+    QCOMPARE(unit.matchFunc, MatchEqual);
+    QVERIFY(!driver.document().isModified());
+    withDialog([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    QCOMPARE(unit.matchFunc, MatchNotEqual);
+    QCOMPARE(units->model()->index(0, 4).data().toString(), QString("!="));
+    driver.keys("Ctrl+Z");
+    QCOMPARE(unit.matchFunc, MatchEqual);
+    QCOMPARE(units->model()->index(0, 4).data().toString(), QString("=="));
+}
+
+void TestEditorWindow::valuesFollowTheirBits()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    const MatchUnit& unit = *driver.core().matchUnit(0); // start, data[7:0]
+    const QString value = unit.value0;
+    driver.keys("Ctrl+3");
+    auto* tree = driver.find<QTreeView>("Signals");
+    tree->setFocus();
+    tree->setCurrentIndex(tree->model()->index(0, 0));
+    QTest::keyClick(tree, Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(unit.value0, value.mid(1) + value.left(1));
+    driver.press("Remove");
+    QCOMPARE(unit.value0, value.mid(1));
+    QCOMPARE(driver.find<QListWidget>("Trigger ports")->item(0)->text(), QString("T0   8 bits"));
+    driver.keys("Ctrl+Z");
+    driver.keys("Ctrl+Z");
+    QCOMPARE(unit.value0, value);
+}
+
+void TestEditorWindow::typingIsOneStep()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    driver.keys("Ctrl+5");
+    auto* edit = driver.find<ExpressionEdit>("Expression:");
+    QUndoStack& stack = driver.document().undoStack();
+    edit->setFocus();
+    QTest::keyClicks(edit, "|m1|m2");
+    QCOMPARE(driver.core().expressions.first(), QString("M0|M1|M2"));
+    QCOMPARE(stack.count(), 1);
+    auto* list = driver.find<QListWidget>("Expressions in the order of the trigger sequence");
+    list->setCurrentRow(1);
+    QTest::keyClicks(edit, "|m0");
+    QCOMPARE(stack.count(), 2);
+    driver.keys("Ctrl+Z");
+    QCOMPARE(driver.core().expressions, QStringList({"M0|M1|M2", "M1 && M2"}));
+    driver.keys("Ctrl+Z");
+    QCOMPARE(edit->toPlainText(), QString("M0"));
+
+    driver.keys("Ctrl+1");
+    auto* position = driver.find<QSpinBox>("Trigger position:");
+    for (int i = 0; i < 5; ++i)
+        QTest::keyClick(position, Qt::Key_Up);
+    QCOMPARE(driver.core().triggerPos, 37);
+    QCOMPARE(stack.count(), 1);
+    driver.keys("Ctrl+Z");
+    QCOMPARE(driver.core().triggerPos, 32);
+}
+
+void TestEditorWindow::undoShowsThePlace()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    driver.keys("Ctrl+4");
+    QTest::keyClick(driver.find<QTableView>("Match units"), Qt::Key_Space);
+    driver.press("Add a core"); // a core, which is then shown
+    driver.keys("Ctrl+1");
+    QCOMPARE(driver.window.findChild<CoreList*>()->current()->index(), 1);
+    driver.keys("Ctrl+Z");
+    driver.keys("Ctrl+Z");
+    QCOMPARE(driver.page(), QString("Match units"));
+    QVERIFY(driver.core().matchUnit(0)->enabled);
+}
+
+void TestEditorWindow::badFilesLeaveTheOldOne()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    const QList<QPair<QByteArray, QString>> rows = {
+        {"<OXA_CONFIG>\n<Version>3.0</Version>",                          ":2:"               },
+        {"<OXA_CONFIG><Version>9.0</Version></OXA_CONFIG>",               "versions up to 3.0"},
+        {"<OXA_CONFIG><Version>3.0</Version><Mode>X</Mode></OXA_CONFIG>",
+         "\"Standard\" nor \"Lite\""                                                          },
+    };
+    for (const auto& row : rows) {
+        const QString path = writeFile(m_folder.path("bad.oxa"), row.first);
+        const QString text
+            = WindowDriver::answering(QMessageBox::Ok, [&] { QVERIFY(!driver.window.open(path)); });
+        QVERIFY2(text.contains(path) || text.contains("bad.oxa"), qPrintable(text));
+        QCOMPARE(driver.document().cores().size(), 1);
+        QVERIFY(driver.document().path().endsWith("uart.oxa"));
+    }
+    WindowDriver::answering(
+        QMessageBox::Ok, [&] { QVERIFY(!driver.window.open(m_folder.path("none.oxa"))); });
+}
+
+void TestEditorWindow::wrongChecksum()
+{
+    const QString path = m_folder.example("uart.oxa");
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    QCOMPARE(driver.message(), QString());
+    const QByteArray bytes = bytesOf(path);
+    writeFile(path, QByteArray(bytes).replace("storage_depth=\"1024\"", "storage_depth=\"2048\""));
+    QVERIFY(driver.window.open(path));
+    QVERIFY2(driver.message().contains("checksum"), qPrintable(driver.message()));
+    driver.keys("Ctrl+S");
+    QCOMPARE(driver.message(), QString());
+    QCOMPARE(readOXACRCForXml(path), computeOXACRCForXml(path));
+}
+
+void TestEditorWindow::olderLayout()
+{
+    const QString path = m_folder.example("uart.oxa");
+    QByteArray bytes = bytesOf(path);
+    const int at = bytes.indexOf("<SignalList>", bytes.indexOf("<Trigger "));
+    bytes.insert(at + int(strlen("<SignalList")), " capture_from_trigger=\"1\"");
+    writeFile(path, bytes);
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    QVERIFY(driver.message().contains("older layout"));
+    QVERIFY(driver.window.isWindowModified());
+    QCOMPARE(driver.core().dataSignals().size(), 17 + 9);
+    driver.keys("Ctrl+S");
+    QVERIFY(driver.window.open(path));
+    QCOMPARE(driver.core().dataSignals().size(), 17 + 9);
+}
+
+void TestEditorWindow::changesAreNotLost()
+{
+    const QString path = m_folder.example("uart.oxa");
+    const QByteArray before = bytesOf(path);
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    driver.find<QLineEdit>("Module:")->setFocus();
+    QTest::keyClicks(driver.find<QLineEdit>("Module:"), "2"); // and still in the field
+    QVERIFY(
+        !WindowDriver::answering(QMessageBox::Cancel, [&] { driver.keys("Ctrl+N"); }).isEmpty());
+    QCOMPARE(driver.core().moduleName, QString("uart_tx2"));
+    QVERIFY(
+        !WindowDriver::answering(QMessageBox::Cancel, [&] { driver.window.close(); }).isEmpty());
+    QVERIFY(driver.window.isVisible());
+    QCOMPARE(bytesOf(path), before);
+    QVERIFY(!WindowDriver::answering(QMessageBox::Save, [&] { driver.keys("Ctrl+N"); }).isEmpty());
+    QVERIFY(driver.document().cores().isEmpty());
+    QVERIFY(bytesOf(path).contains("\"uart_tx2\""));
+    driver.press("Add a core");
+    QVERIFY(!WindowDriver::answering(QMessageBox::Discard, [&] {
+        driver.window.open(path);
+    }).isEmpty());
+    QCOMPARE(driver.core().moduleName, QString("uart_tx2"));
+    QVERIFY(WindowDriver::answering(QMessageBox::Cancel, [&] { driver.window.close(); }).isEmpty());
+    QVERIFY(!driver.window.isVisible());
+}
+
+void TestEditorWindow::saveAs()
+{
+    WindowDriver driver;
+    driver.keys("Ctrl+N");
+    driver.press("Add a core");
+    WindowDriver::inModal<QFileDialog>(
+        [&](QFileDialog* dialog) {
+            dialog->setDirectory(m_folder.path("."));
+            QTest::keyClicks(dialog->findChild<QLineEdit*>(), "named");
+            QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
+        },
+        [&] { driver.keys("Ctrl+S"); });
+    QCOMPARE(driver.document().path(), QFileInfo(m_folder.path("named.oxa")).absoluteFilePath());
+    QVERIFY(checkOXAStandardFile(m_folder.path("named.oxa")));
+    QVERIFY(driver.window.windowTitle().startsWith("named.oxa"));
+}
+
+void TestEditorWindow::unsavable()
+{
+    const QString path = m_folder.path("gone/uart.oxa");
+    QDir(m_folder.path(".")).mkdir("gone");
+    QFile::copy(m_folder.example("uart.oxa"), path);
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    driver.enter("Module:", "new");
+    QVERIFY(QDir(m_folder.path("gone")).removeRecursively());
+    const QString text = WindowDriver::answering(QMessageBox::Ok, [&] { driver.keys("Ctrl+S"); });
+    QVERIFY2(text.contains("gone"), qPrintable(text));
+    QVERIFY(driver.window.isWindowModified());
+    QCOMPARE(driver.core().moduleName, QString("new"));
+}
+
+void TestEditorWindow::fileChangedByOthers()
+{
+    const QString path = m_folder.example("uart.oxa");
+    WindowDriver driver;
+    QVERIFY(driver.window.open(path));
+    const QByteArray others = bytesOf(path).replace("trigger_pos=\"32\"", "trigger_pos=\"48\"");
+    writeFile(path, others);
+    QTRY_VERIFY(driver.message().contains("Another program"));
+    driver.press("Reload");
+    QCOMPARE(driver.core().triggerPos, 48);
+    QCOMPARE(driver.message(), QString());
+
+    driver.enter("Module:", "mine");
+    writeFile(path, QByteArray(others).replace("trigger_pos=\"48\"", "trigger_pos=\"64\""));
+    QTRY_VERIFY(driver.message().contains("Another program"));
+    const QString question
+        = WindowDriver::answering(QMessageBox::No, [&] { driver.keys("Ctrl+S"); });
+    QVERIFY(question.contains("Overwrite"));
+    QVERIFY(bytesOf(path).contains("trigger_pos=\"64\""));
+    driver.press("Keep Mine");
+    driver.keys("Ctrl+Z");
+    QVERIFY(driver.window.isWindowModified()); // the file is not what it was
+    driver.keys("Ctrl+S");
+    QVERIFY(bytesOf(path).contains("trigger_pos=\"48\""));
+
+    QVERIFY(QFile::remove(path));
+    QTRY_VERIFY(driver.message().contains("no longer there"));
+    driver.keys("Ctrl+S");
+    QVERIFY(QFile::exists(path));
+}
+
+void TestEditorWindow::droppedFiles()
+{
+    const QString path = m_folder.example("uart.oxa");
+    WindowDriver driver;
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path)});
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&driver.window, &enter);
+    QVERIFY(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&driver.window, &drop);
+    QTRY_COMPARE(driver.document().path(), QFileInfo(path).absoluteFilePath());
+}
+
+void TestEditorWindow::recentFiles()
+{
+    const QString path = m_folder.example("uart_lite.oxa");
+    {
+        WindowDriver driver;
+        QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+        QVERIFY(driver.window.open(path));
+        QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    }
+    WindowDriver driver;
+    for (QMenu* menu : driver.window.findChildren<QMenu*>()) {
+        if (menu->title() != "Open &Recent")
+            continue;
+        QVERIFY(menu->actions().at(1)->text().contains("uart_lite.oxa"));
+        menu->actions().at(1)->trigger();
+    }
+    QCOMPARE(driver.document().mode(), Lite);
+}
+
+void TestEditorWindow::problemsLeadToTheirPlace()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    auto* panel = driver.window.findChild<ProblemsPanel*>();
+    QTRY_VERIFY(driver.find<QLabel>("No problems"));
+    driver.press("Add a core");
+    auto* list = driver.find<QListWidget>("Cores");
+    list->setCurrentRow(0);
+    driver.keys("Ctrl+5");
+    driver.press("Add");
+    QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m9");
+    driver.keys("Ctrl+1");
+    driver.enter("Storage depth:", "1000");
+    const QList<QPair<QString, QString>> rows = {
+        {"storage-depth", "Capture"    },
+        {"unit-off",      "Expressions"},
+        {"no-data",       "Signals"    }
+    };
+    QTRY_VERIFY(panel->problems().size() >= rows.size());
+    QSet<QString> seen;
+    for (int i = 0; i < panel->problems().size(); ++i) {
+        const Problem problem = panel->problems().at(i);
+        panel->list()->setFocus();
+        panel->list()->setCurrentRow(i);
+        QTest::keyClick(panel->list(), Qt::Key_Return);
+        QCOMPARE(list->currentRow(), problem.place.core);
+        const QString page = problem.place.expression >= 0 ? QString("Expressions")
+            : problem.rule == "no-data"                    ? QString("Signals")
+                                                           : QString("Capture");
+        QCOMPARE(driver.page(), page);
+        seen += page;
+    }
+    QCOMPARE(seen.size(), 3);
+}
+
+void TestEditorWindow::costOnAPart()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    auto* part = driver.find<PartChoice>("Part:");
+    part->setFocus();
+    QTest::keyClick(part, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClicks(part, "qx1n-9lv-qfn88-c6");
+    QWidget* popup = QApplication::activePopupWidget();
+    QTest::keyClick(popup ? popup : part, Qt::Key_Return);
+    QCOMPARE(part->part().name, QString("QX1N-9"));
+    const QList<ShareBar*> bars = driver.window.findChildren<ShareBar*>();
+    QTRY_COMPARE(bars.first()->text(), QString("1 of 26"));
+    driver.enter("Storage depth:", "65536");
+    QTRY_COMPARE(bars.first()->text(), QString("72 of 26: does not fit"));
+
+    driver.document().undoStack().setClean();
+    driver.keys("Ctrl+N"); // the part belongs to the file
+    part->setKey({});
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    QCOMPARE(part->part().partNumber, QString("QX1N-9LV-QFN88-C6"));
+}
+
+/// Everything that takes input has a name for a screen reader and can be reached by Tab.
+void TestEditorWindow::everythingHasANameAndTakesTheFocus()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    for (int page = 1; page <= 5; ++page) {
+        driver.keys(qPrintable(QString("Ctrl+%1").arg(page)));
+        QSet<QWidget*> reached;
+        for (QWidget* at = driver.window.focusWidget(); at && !reached.contains(at);) {
+            reached += at;
+            QTest::keyClick(at, Qt::Key_Tab);
+            at = driver.window.focusWidget();
+        }
+        for (QWidget* widget : driver.window.findChildren<QWidget*>()) {
+            const bool input = qobject_cast<QAbstractSpinBox*>(widget)
+                || qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget)
+                || qobject_cast<QAbstractButton*>(widget) || qobject_cast<ExpressionEdit*>(widget);
+            if (!input || !widget->isVisible() || !widget->isEnabled()
+                || widget->focusPolicy() == Qt::NoFocus
+                || QByteArray(widget->metaObject()->className()).startsWith("QDockWidget"))
+                continue;
+            const QString what
+                = QString("%1 %2 on page %3")
+                      .arg(widget->metaObject()->className(),
+                          QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name))
+                      .arg(page);
+            QVERIFY2(
+                !QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty(),
+                qPrintable(what));
+            const bool sameGroup = qobject_cast<QTabBar*>(widget);
+            QVERIFY2(
+                sameGroup || reached.contains(widget) || reached.contains(widget->focusProxy()),
+                qPrintable(what));
+        }
+    }
+}
+
+QTEST_MAIN(TestEditorWindow)
+#include "test_editor_window.moc"

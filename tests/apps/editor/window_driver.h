@@ -1,0 +1,156 @@
+#ifndef TESTS_APPS_EDITOR_WINDOW_DRIVER_H
+#define TESTS_APPS_EDITOR_WINDOW_DRIVER_H
+
+#include "oxa-editor/main_window.h"
+#include "oxa-editor/message_bar.h"
+
+#include "support/files.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTemporaryDir>
+#include <QtTest>
+
+/// Settings of the test's own, and a folder for its files.
+class TestFolder {
+public:
+    TestFolder()
+    {
+        QCoreApplication::setOrganizationName("OxaUtils");
+        QCoreApplication::setApplicationName("test");
+        QSettings::setDefaultFormat(QSettings::IniFormat);
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, m_folder.path());
+        QSettings().clear();
+    }
+
+    QString path(const QString& name) const { return m_folder.filePath(name); }
+
+    /// A copy of a file of examples/uart, written by the library: byte for byte what saving gives.
+    QString example(const QString& name) const
+    {
+        const QString target = path(name);
+        QFile::remove(target);
+        QFile::copy(QString(OXA_SOURCE_DIR) + "/examples/uart/" + name, target);
+        QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
+        return target;
+    }
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// A shown window, and what a person does with it.
+class WindowDriver {
+public:
+    WindowDriver()
+    {
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+
+    ~WindowDriver() { window.document().undoStack().setClean(); }
+
+    Document& document() { return window.document(); }
+    OXA::AoCore& core(int i = 0) { return *window.document().cores().at(i)->standard; }
+
+    void keys(const char* shortcut)
+    {
+        activate();
+        const QKeySequence sequence(shortcut);
+        QTest::keyClick(&window, Qt::Key(sequence[0] & ~int(Qt::KeyboardModifierMask)),
+            Qt::KeyboardModifiers(sequence[0] & int(Qt::KeyboardModifierMask)));
+    }
+
+    /// Makes the window active again, which it no longer is after a message or a popup.
+    void activate()
+    {
+        if (window.isActiveWindow())
+            return;
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+    }
+
+    /// The visible widget of type T whose label or own text is `text` (without "&").
+    template <typename T> T* find(const QString& text) const
+    {
+        const auto plain = [](QString label) { return label.remove('&'); };
+        for (QLabel* label : window.findChildren<QLabel*>()) {
+            auto* buddy = qobject_cast<T*>(label->buddy());
+            if (buddy && buddy->isVisible() && plain(label->text()) == text)
+                return buddy;
+        }
+        for (T* widget : window.findChildren<T*>()) {
+            const QString name = widget->accessibleName();
+            const QString own = plain(widget->property("text").toString());
+            if (widget->isVisible() && (name.isEmpty() ? own : name) == text)
+                return widget;
+        }
+        return nullptr;
+    }
+
+    void press(const QString& button) const
+    {
+        auto* widget = find<QAbstractButton>(button);
+        QVERIFY2(widget && widget->isEnabled(), qPrintable(button));
+        QTest::mouseClick(widget, Qt::LeftButton);
+    }
+
+    /// Types over the whole of the field labelled `label` and leaves it.
+    void enter(const QString& label, const QString& text)
+    {
+        auto* field = find<QWidget>(label);
+        QVERIFY2(field, qPrintable(label));
+        activate();
+        field->setFocus();
+        QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(field, text);
+        QTest::keyClick(field, Qt::Key_Tab);
+    }
+
+    QString page() const
+    {
+        const auto* tabs = window.findChild<QTabWidget*>();
+        return tabs->tabText(tabs->currentIndex());
+    }
+
+    QString message() const { return window.findChild<MessageBar*>()->text(); }
+
+    /// Does `action`, and answers the question that it asks by `button`; returns the question.
+    static QString answering(
+        QMessageBox::StandardButton button, const std::function<void()>& action)
+    {
+        QString text;
+        inModal<QMessageBox>(
+            [&](QMessageBox* box) {
+                text = box->text();
+                QTest::mouseClick(box->button(button), Qt::LeftButton);
+            },
+            action);
+        return text;
+    }
+
+    /// Does `action`, and `act` in the dialog of type T that it opens.
+    template <typename T>
+    static void inModal(const std::function<void(T*)>& act, const std::function<void()>& action)
+    {
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+            if (auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget())) {
+                timer.stop();
+                act(dialog);
+            }
+        });
+        timer.start(5);
+        action();
+    }
+
+    MainWindow window;
+};
+
+#endif
