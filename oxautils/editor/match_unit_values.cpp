@@ -79,6 +79,22 @@ QString rowValue(const TreeLineEdit& edit, bool convert)
     return edit.bitWidth == 1 ? text : bitTexts(edit);
 }
 
+/// What the longest name takes, of bits too that are not unfolded.
+int nameWidth(const QTreeWidget& tree)
+{
+    const auto textWidth = [&tree](const QTreeWidgetItem* row) {
+        return tree.fontMetrics().horizontalAdvance(row->text(kNameColumn));
+    };
+    int width = 0;
+    for (int i = 0; i < tree.topLevelItemCount(); ++i) {
+        const QTreeWidgetItem* row = tree.topLevelItem(i);
+        width = qMax(width, textWidth(row));
+        for (int bit = 0; bit < row->childCount(); ++bit)
+            width = qMax(width, tree.indentation() + textWidth(row->child(bit)));
+    }
+    return width + tree.indentation() + 2 * tree.fontMetrics().averageCharWidth();
+}
+
 /// Puts `edits` behind `widget` in the order of the Tab key.
 QWidget* chainTabs(QWidget* widget, const QList<TreeLineEdit*>& edits)
 {
@@ -243,10 +259,8 @@ TreeLineEdit* MatchUnitDialog::makeEditor(QTreeWidget* tree, const QString& name
 /// Bounds the names and lets the Tab key visit the editors from top to bottom, after their tree.
 void MatchUnitDialog::layOutEditors(QTreeWidget* tree)
 {
-    tree->resizeColumnToContents(kNameColumn);
-    const int character = tree->fontMetrics().averageCharWidth();
-    const int width = tree->columnWidth(kNameColumn) + character;
-    tree->setColumnWidth(kNameColumn, qMin(width, kMaxNameWidth * character));
+    const int bound = kMaxNameWidth * tree->fontMetrics().averageCharWidth();
+    tree->setColumnWidth(kNameColumn, qMin(nameWidth(*tree), bound));
     chainTabs(tree, rowEdits(tree));
 }
 
