@@ -101,7 +101,7 @@ QByteArray serialize(OxaMode mode, const Cores& cores, QString& error)
     const QTemporaryDir directory;
     const QString path = directory.filePath("configuration.oxa");
     write(mode, cores, path);
-    const QByteArray bytes = fileBytes(path);
+    QByteArray bytes = fileBytes(path);
     LoadedFile again;
     if (!directory.isValid())
         error = directory.errorString();

@@ -197,7 +197,7 @@ void TestSimulatedCores::openocdReadsAnIdentity()
     openocd.setProcessChannelMode(QProcess::MergedChannels);
     openocd.start("openocd",
         {"-c",
-            "adapter driver remote_bitbang; remote_bitbang host localhost; remote_bitbang port "
+            "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1; remote_bitbang port "
                 + port
                 + "; jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd; gdb_port disabled;"
                   " tcl_port disabled; telnet_port disabled; init; irscan fpga.tap 8;"

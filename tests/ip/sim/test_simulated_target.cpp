@@ -79,7 +79,7 @@ QByteArray TestSimulatedTarget::ask(QLocalSocket& socket, const QByteArray& ques
 QByteArray TestSimulatedTarget::openocd(const QString& port, const QStringList& commands)
 {
     const QStringList all
-        = QStringList {"adapter driver remote_bitbang", "remote_bitbang host localhost",
+        = QStringList {"adapter driver remote_bitbang", "remote_bitbang host 127.0.0.1",
               "remote_bitbang port " + port,
               "jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd", "gdb_port disabled",
               "tcl_port disabled", "telnet_port disabled", "init"}
