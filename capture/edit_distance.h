@@ -1,13 +1,15 @@
 #ifndef CAPTURE_EDIT_DISTANCE_H
 #define CAPTURE_EDIT_DISTANCE_H
 
+#include "capture/capture_export.h"
+
 #include <string_view>
 
 namespace OXA_CAPTURE {
 
 /// The letters to insert, delete or replace to turn `a` into `b`, case aside; `limit` + 1 when
 /// there are more than `limit`.
-int editDistance(std::string_view a, std::string_view b, int limit);
+OXACAPTURE_EXPORT int editDistance(std::string_view a, std::string_view b, int limit);
 
 }
 

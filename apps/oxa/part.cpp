@@ -1,29 +1,13 @@
 #include "part.h"
 
+#include "capture/edit_distance.h"
+
 #include <algorithm>
 #include <vector>
 
 namespace {
 
 constexpr int kMostSuggestions = 3;
-
-/// The least number of characters to insert, drop or change to make one text of the other.
-int editDistance(const QString& a, const QString& b)
-{
-    std::vector<int> row(size_t(b.size()) + 1);
-    for (size_t j = 0; j < row.size(); ++j)
-        row[j] = int(j);
-    for (int i = 1; i <= a.size(); ++i) {
-        int diagonal = row[0];
-        row[0] = i;
-        for (int j = 1; j <= b.size(); ++j) {
-            const int changed = diagonal + (a.at(i - 1) == b.at(j - 1) ? 0 : 1);
-            diagonal = row[size_t(j)];
-            row[size_t(j)] = std::min({changed, diagonal + 1, row[size_t(j) - 1] + 1});
-        }
-    }
-    return row.back();
-}
 
 QString quotedList(const QStringList& texts) { return "\"" + texts.join("\", \"") + "\""; }
 
@@ -102,10 +86,11 @@ QStringList nearestParts(const QString& text)
     };
     std::vector<Candidate> candidates;
     const int farthest = std::max(2, text.size() / 3);
-    const QString wanted = text.toUpper();
+    const std::string wanted = text.toStdString();
     const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
     for (const DEV::ChipInfo& chip : chips) {
-        const int distance = editDistance(wanted, chip.partNumber.toUpper());
+        const int distance
+            = OXA_CAPTURE::editDistance(wanted, chip.partNumber.toStdString(), farthest);
         if (distance <= farthest)
             candidates.push_back({distance, chip.partNumber});
     }
