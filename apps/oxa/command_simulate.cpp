@@ -53,51 +53,17 @@ bool report(const Problems& problems, QTextStream& err)
     return problems.isEmpty();
 }
 
-std::vector<SimulatedCore> simulatedCores(
-    const Configuration& configuration, const OXA::OxaArg& arg, Problems& problems)
-{
-    std::vector<SimulatedCore> cores;
-    for (const OXA::AoCore* core : configuration.cores) {
-        SimulatedCore simulated;
-        simulated.core = core;
-        simulated.request = sampleRequest(*core);
-        triggerSetup(*core, arg, simulated.name(), simulated.setup, problems);
-        cores.push_back(std::move(simulated));
-    }
-    // Of a Lite configuration only the first core becomes hardware.
-    for (const OXA::AOCore_Lite* core : configuration.liteCores.mid(0, 1)) {
-        SimulatedCore simulated;
-        simulated.lite = core;
-        simulated.request = sampleRequest(*core);
-        cores.push_back(std::move(simulated));
-    }
-    return cores;
-}
-
-/// Unknown bits are common before a reset; they are worth a word when they decide the trigger.
-void warnOfUnknownBits(const SimulatedCore& core, const SampleTable& samples,
-    const TriggerProgress& progress, qint64 forceAt, QTextStream& err)
-{
-    for (size_t unit = 0; unit < progress.firstUnknown.size(); ++unit) {
-        const qint64 first = progress.firstUnknown[unit];
-        if (first == kNoSample || !dependsOnUnknown(core.setup, samples, forceAt))
-            continue;
-        err << "warning: " << core.name() << ": unknown values decide when it triggers; M"
-            << core.setup.units[unit].index << " first compares one at sample " << first
-            << ", as 0\n";
-        return;
-    }
-}
-
 std::vector<ModelRun> runModels(const Options& options, const std::vector<SimulatedCore>& cores,
     const SampledWaveform& waveform, QTextStream& err)
 {
     std::vector<ModelRun> runs;
     for (size_t i = 0; i < cores.size(); ++i) {
         const SampleTable& samples = waveform.cores[i];
-        runs.push_back(cores[i].lite ? runModel(*cores[i].lite, samples)
-                                     : runModel(cores[i].setup, samples, options.forceAt));
-        warnOfUnknownBits(cores[i], samples, runs.back().progress, options.forceAt, err);
+        runs.push_back(runModel(cores[i], samples, options.forceAt));
+        const QString warning
+            = unknownBitsWarning(cores[i], samples, runs.back().progress, options.forceAt);
+        if (!warning.isEmpty())
+            err << "warning: " << cores[i].name() << ": " << warning << '\n';
     }
     return runs;
 }
@@ -146,15 +112,8 @@ Capture cutCapture(const std::vector<SimulatedCore>& cores, const SampledWavefor
     const std::vector<ModelRun>& runs)
 {
     Capture capture;
-    for (size_t i = 0; i < cores.size(); ++i) {
-        CapturedCore captured;
-        captured.index = cores[i].index();
-        captured.items = cores[i].items();
-        captured.windows = cutWindows(runs[i].windows, waveform.cores[i]);
-        if (cores[i].core)
-            captured.progress = progressText(cores[i].setup, runs[i].progress);
-        capture.push_back(std::move(captured));
-    }
+    for (size_t i = 0; i < cores.size(); ++i)
+        capture.push_back(capturedCore(cores[i], waveform.cores[i], runs[i]));
     return capture;
 }
 
@@ -229,7 +188,7 @@ bool prepare(const Options& options, const Configuration& configuration, const O
         return false;
     }
     Problems problems;
-    cores = simulatedCores(configuration, arg, problems);
+    cores = simulatedCores(configuration.cores, configuration.liteCores, arg, problems);
     if (cores.empty())
         problems.append(
             Problem {options.file, "it holds no core, so there is nothing to simulate"});

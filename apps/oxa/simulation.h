@@ -1,9 +1,7 @@
 #ifndef APPS_OXA_SIMULATION_H
 #define APPS_OXA_SIMULATION_H
 
-#include "simulated_core.h"
-
-#include "capture/trigger_model.h"
+#include "capture/simulated_core.h"
 
 #include <functional>
 
@@ -21,7 +19,7 @@ struct Simulation {
 /// makes of it, and is replaced by what the simulated core captured.
 ///
 /// False when that fails, with `error`, which is empty after `progress` stopped the run.
-bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+bool simulate(const Simulation& simulation, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
     const OXA_CAPTURE::SampledWaveform& waveform, std::vector<OXA_CAPTURE::ModelRun>& runs,
     QString& error);
 

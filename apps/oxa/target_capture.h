@@ -1,18 +1,17 @@
 #ifndef APPS_OXA_TARGET_CAPTURE_H
 #define APPS_OXA_TARGET_CAPTURE_H
 
-#include "simulated_core.h"
 #include "simulated_target.h"
 
 #include "capture/analyzer_client.h"
-#include "capture/trigger_model.h"
+#include "capture/simulated_core.h"
 #include "capture/window_decoder.h"
 
 /// Captures what a simulated target's cores see of a waveform, through its JTAG pads.
 class TargetCapture {
 public:
     /// The cores in the order of their positions, with what they sample of the waveform.
-    TargetCapture(SimulatedTarget& target, const std::vector<SimulatedCore>& cores,
+    TargetCapture(SimulatedTarget& target, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
         const OXA_CAPTURE::SampledWaveform& waveform);
 
     /// Finds the cores, and refuses others than those that were generated into `generatedDir`.
@@ -42,7 +41,7 @@ private:
 
     SimulatedTarget& m_target;
     OXA_CAPTURE::AnalyzerClient m_client;
-    const std::vector<SimulatedCore>& m_cores;
+    const std::vector<OXA_CAPTURE::SimulatedCore>& m_cores;
     const OXA_CAPTURE::SampledWaveform& m_waveform;
     std::vector<OXA_CAPTURE::CoreIdentity> m_identities;
     OXA_CAPTURE::Progress m_progress;

@@ -1,0 +1,41 @@
+#ifndef CAPTURE_SIMULATED_CORE_H
+#define CAPTURE_SIMULATED_CORE_H
+
+#include "capture/capture_result.h"
+
+namespace OXA_CAPTURE {
+
+/// A core of a configuration with what it samples and looks for; one of the two is not null.
+struct SimulatedCore {
+    const OXA::AoCore* core = nullptr;
+    const OXA::AOCore_Lite* lite = nullptr;
+    SampleRequest request;
+    TriggerSetup setup; ///< of a Standard core
+
+    int index() const { return core ? core->index : lite->index; }
+    QList<OXA::SignalItem> items() const { return core ? core->captureSignals : lite->signalList; }
+    QString name() const { return QString("core %1").arg(index()); }
+};
+
+/// The cores that become hardware on the device that `arg` names: all of a Standard configuration,
+/// the first of a Lite one. They look at the given cores, which have to stay. What no hardware does
+/// is told in `problems`; the core concerned is among the cores all the same.
+OXACAPTURE_EXPORT std::vector<SimulatedCore> simulatedCores(const QList<OXA::AoCore*>& cores,
+    const QList<OXA::AOCore_Lite*>& liteCores, const OXA::OxaArg& arg, Problems& problems);
+
+/// What the model of `core` makes of `samples`, which are those of its request.
+OXACAPTURE_EXPORT ModelRun runModel(
+    const SimulatedCore& core, const SampleTable& samples, qint64 forceAt = kNoSample);
+
+/// Unknown bits are common before a reset; they are worth a word when they decide the trigger. That
+/// word for the run with this `progress`, or an empty text.
+OXACAPTURE_EXPORT QString unknownBitsWarning(const SimulatedCore& core, const SampleTable& samples,
+    const TriggerProgress& progress, qint64 forceAt = kNoSample);
+
+/// What `run` keeps of `samples`.
+OXACAPTURE_EXPORT CapturedCore capturedCore(
+    const SimulatedCore& core, const SampleTable& samples, const ModelRun& run);
+
+}
+
+#endif
