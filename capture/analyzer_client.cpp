@@ -24,11 +24,32 @@ constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "
 
 constexpr int kMostCores = 16;
 constexpr int kCrcBits = 32;
-constexpr int kCommandBits = 4;
+constexpr int kCommandBits = 8;
 constexpr int kMostDelay = 24; // bits from a question to its answer, other devices included
 constexpr int kAttempts = 3;
 
-quint32 seed(int core, int reg) { return quint32(core << 4 | reg); }
+constexpr int kAddressBits = 8;
+constexpr int kGuardBits = 4;
+constexpr int kGuards[kAddressBits] = {3, 5, 6, 7, 9, 10, 11, 12};
+
+int addressOf(int core, int reg) { return core << 4 | reg; }
+
+// Tells a core that no bit of an address was flipped.
+quint64 guardOf(int address)
+{
+    int guard = 15;
+    for (int bit = 0; bit < kAddressBits; ++bit)
+        guard ^= address >> bit & 1 ? kGuards[bit] : 0;
+    return quint64(guard);
+}
+
+// A sum that begins with the address.
+Crc32 crcAt(int core, int reg)
+{
+    Crc32 crc;
+    crc.add(quint64(addressOf(core, reg)), kAddressBits);
+    return crc;
+}
 
 // A scan that begins with these two bits moves data.
 BitString dataScan() { return BitString(0b01, 2); }
@@ -64,8 +85,8 @@ bool AnalyzerClient::scan(int core, const BitString& out, BitString& in)
 bool AnalyzerClient::address(int core, int reg)
 {
     BitString bits(0b11, 2);
-    bits.append(quint64(reg), 4);
-    bits.append(quint64(core), 4);
+    bits.append(quint64(addressOf(core, reg)), kAddressBits);
+    bits.append(guardOf(addressOf(core, reg)), kGuardBits);
     return m_link.scanDr(bits, nullptr) || fail(core, m_link.error());
 }
 
@@ -88,7 +109,7 @@ bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answe
     if (at + 1 + bits + kCrcBits > in.size())
         return true; // silence, or a stray bit
     data = {};
-    Crc32 crc(seed(core, reg));
+    Crc32 crc = crcAt(core, reg);
     for (int bit = at + 1; bit < at + 1 + bits; ++bit) {
         data.append(in.at(bit));
         crc.add(in.at(bit));
@@ -116,7 +137,7 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
 {
     BitString out = dataScan();
     out.append(data);
-    Crc32 crc(seed(core, reg));
+    Crc32 crc = crcAt(core, reg);
     crc.add(data);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         BitString in;

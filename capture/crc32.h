@@ -8,12 +8,6 @@ namespace OXA_CAPTURE {
 /// CRC-32 of zip files and Ethernet, a bit at a time.
 class Crc32 {
 public:
-    /// As after the inverse of `seed` in place of all ones.
-    explicit Crc32(quint32 seed = 0)
-        : m_sum(~seed)
-    {
-    }
-
     void add(bool bit) { m_sum = (m_sum >> 1) ^ (((m_sum ^ quint32(bit)) & 1) ? kPolynomial : 0); }
 
     /// The `width` lowest bits of `value`, the lowest first.
@@ -34,7 +28,7 @@ public:
 private:
     static constexpr quint32 kPolynomial = 0xedb88320;
 
-    quint32 m_sum;
+    quint32 m_sum = ~quint32(0);
 };
 
 }

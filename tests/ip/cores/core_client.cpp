@@ -30,9 +30,19 @@ int CoreClient::scan(const QByteArray& bits)
     return first;
 }
 
+QByteArray CoreClient::addressBits(int core, int reg)
+{
+    constexpr int kGuards[] = {3, 5, 6, 7, 9, 10, 11, 12};
+    const int address = core << 4 | reg;
+    int guard = 15;
+    for (int bit = 0; bit < 8; ++bit)
+        guard ^= address >> bit & 1 ? kGuards[bit] : 0;
+    return "11" + bitsOf(quint64(address | guard << 8), 12);
+}
+
 void CoreClient::address(int core, int reg)
 {
-    scan(QByteArray(devicesBefore, '0') + "11" + bitsOf(quint64(core << 4 | reg), 8));
+    scan(QByteArray(devicesBefore, '0') + addressBits(core, reg));
 }
 
 Answer CoreClient::readAgain(int address, int bits)
@@ -65,7 +75,7 @@ Reply replyOf(const QByteArray& tdo, const Answer& answer)
         return reply;
     reply.bits = all.mid(begin + 1, answer.bits);
     const QByteArray crc = all.mid(begin + 1 + answer.bits, 32);
-    reply.intact = crc == bitsOf(crcOf(reply.bits, quint32(answer.address)), 32)
+    reply.intact = crc == bitsOf(crcAt(answer.address, reply.bits), 32)
         && !all.mid(begin + 33 + answer.bits).contains('1');
     return reply;
 }
@@ -84,6 +94,11 @@ QByteArray bitsOf(quint64 value, int count)
     for (int i = 0; i < count; ++i)
         bits += value >> i & 1 ? '1' : '0';
     return bits;
+}
+
+quint32 crcAt(int address, const QByteArray& bits)
+{
+    return crcOf(bitsOf(quint64(address), 8) + bits, 0);
 }
 
 quint32 crcOf(const QByteArray& bits, quint32 seed)

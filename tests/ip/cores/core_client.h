@@ -23,7 +23,7 @@ namespace Register {
 enum { Identity, Fingerprint, Status, Check, Memory, Windows, Command = 8, Settings, Tables };
 }
 namespace Command {
-constexpr char kArm[] = "1100", kStop[] = "1010", kForce[] = "1001"; // the lowest bit first
+constexpr char kArm[] = "10011100", kStop[] = "01010011", kForce[] = "11100000"; // lowest bit first
 }
 
 /// Writes scripts for CoreBench that speak the cores' protocol.
@@ -41,6 +41,8 @@ public:
     Answer write(int core, int reg, const QByteArray& bits);
     void command(int core, const char* bits) { write(core, Register::Command, bits); }
     void address(int core, int reg);
+    /// The bits of a scan that addresses.
+    static QByteArray addressBits(int core, int reg);
     /// A data scan as it is; the place of its first TDO character.
     int scan(const QByteArray& bits);
 
@@ -59,7 +61,10 @@ quint64 number(const QByteArray& bits, int first, int count);
 /// The lowest `count` bits of `value` as characters, the lowest first.
 QByteArray bitsOf(quint64 value, int count);
 
-/// The CRC-32 that the cores compute over `bits`, begun with `seed`.
+/// The CRC-32 that the cores compute over `bits` of a register.
+quint32 crcAt(int address, const QByteArray& bits);
+
+/// CRC-32 of `bits` behind those whose CRC-32 is `seed`.
 quint32 crcOf(const QByteArray& bits, quint32 seed);
 
 #endif

@@ -187,6 +187,7 @@ private Q_SLOTS:
     void answersOnlyWhatItMay();
     void commandsTakeEffectOnce();
     void takesWholeWritesOnly();
+    void damagedAddressesSelectNothing();
     void liteSamples_data();
     void liteSamples();
     void impossibleCoresStop_data();
@@ -259,14 +260,22 @@ void TestProtocol::answersOnlyWhatItMay()
     QCOMPARE(number(replyOf(run.tdo, running).bits, 0, 3), quint64(3));
 }
 
-// Damaged commands do nothing, and neither does one that a scan's end cuts off.
+// Damaged commands do nothing, neither does one that a scan's end cuts off, nor one at the end of
+// what was meant for another register.
 void TestProtocol::commandsTakeEffectOnce()
 {
     OneCore one(3);
     QCOMPARE(one.build(), QString());
     CoreClient client;
     QList<Answer> quiet;
-    for (const char* bits : {"0100", "1000", "1110", "1101", "0000", "110", "11", "1", "1111"}) {
+    QByteArrayList none {"", "00000000", "11111111"};
+    for (int bit = 0; bit < 8; ++bit) {
+        QByteArray flipped = Command::kArm;
+        flipped[bit] = flipped.at(bit) == '0' ? '1' : '0';
+        none << flipped << QByteArray(Command::kArm).mid(bit + 1)
+             << QByteArray(bit + 1, '0') + Command::kArm;
+    }
+    for (const QByteArray& bits : qAsConst(none)) {
         client.command(0, bits);
         quiet += client.read(0, Register::Status, 32);
     }
@@ -306,9 +315,47 @@ void TestProtocol::takesWholeWritesOnly()
         const QByteArray all = run.tdo.mid(answer.at, answer.length);
         return all.mid(all.indexOf('1') + 1, 32);
     };
-    const QByteArray expected = bitsOf(crcOf(data, Register::Settings), 32);
+    const QByteArray expected = bitsOf(crcAt(Register::Settings, data), 32);
     QCOMPARE(check(good), expected);
     QVERIFY(check(bad) != expected);
+}
+
+// An address that lost bits is none, nor does it move data of the register addressed before.
+void TestProtocol::damagedAddressesSelectNothing()
+{
+    OneCore one(3);
+    QCOMPARE(one.build(), QString());
+    CoreClient client;
+    const QByteArray good = client.addressBits(0, Register::Identity);
+    QByteArrayList damaged {good.chopped(1), good + '0', good + '1', good.mid(3)};
+    for (int i = 2; i < good.size(); ++i) {
+        for (int j = 2; j <= i; ++j) { // one bit when they are the same
+            damaged += good;
+            for (const int bit : QSet<int> {i, j})
+                damaged.last()[bit] = good.at(bit) == '0' ? '1' : '0';
+        }
+    }
+    QList<Answer> answers;
+    for (const QByteArray& bits : qAsConst(damaged)) {
+        client.scan(bits);
+        answers += client.readAgain(0, 32);
+    }
+    QList<Answer> quiet;
+    for (int core = 0; core < 16; ++core) {
+        client.address(0, Register::Command);
+        QByteArray dataScan = client.addressBits(core, Register::Check);
+        dataScan[1] = '0';
+        client.scan(dataScan);
+        quiet += client.read(0, Register::Status, 32);
+    }
+    const BenchRun run = one.bench.run(client.script, {});
+    QCOMPARE(run.error, QString());
+    for (const Answer& answer : qAsConst(answers))
+        QVERIFY(!replyOf(run.tdo, answer).answered);
+    for (const Answer& answer : qAsConst(quiet)) {
+        QVERIFY(replyOf(run.tdo, answer).intact);
+        QCOMPARE(number(replyOf(run.tdo, answer).bits, 0, 4), quint64(0));
+    }
 }
 
 void TestProtocol::liteSamples_data()

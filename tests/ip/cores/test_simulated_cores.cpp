@@ -201,7 +201,7 @@ void TestSimulatedCores::openocdReadsAnIdentity()
                 + port
                 + "; jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd; gdb_port disabled;"
                   " tcl_port disabled; telnet_port disabled; init; irscan fpga.tap 8;"
-                  " drscan fpga.tap 10 3; echo identity=[drscan fpga.tap 60 1]; shutdown"});
+                  " drscan fpga.tap 14 0x3c03; echo identity=[drscan fpga.tap 60 1]; shutdown"});
     QVERIFY(openocd.waitForFinished());
     const QString log = openocd.readAll();
     quint64 answer = log.section("identity=", 1).section('\n', 0, 0).toULongLong(nullptr, 16);
