@@ -9,6 +9,7 @@ namespace OXA {
 namespace {
 
 constexpr int kMaxNumberBits = 64; // what changeRadix takes
+constexpr quint64 kMaxLimb = 1u << 31; // a limb by a base, with a carry, is a quint64
 
 int digitValue(QChar digit)
 {
@@ -16,31 +17,51 @@ int digitValue(QChar digit)
     return value < 0 ? 36 : value;
 }
 
-// number = number * base + digit, where number holds digits of `toBase`, the lowest first.
-void append(QVector<int>& number, int toBase, int base, int digit)
-{
-    int carry = digit;
-    for (int& place : number) {
-        carry += place * base;
-        place = carry % toBase;
-        carry /= toBase;
+/// A number of any size: limbs of several digits of `base` each, the lowest first.
+struct WideNumber {
+    explicit WideNumber(int base)
+        : base(base)
+    {
+        for (; limbEnd * unsigned(base) <= kMaxLimb; limbEnd *= unsigned(base))
+            ++digitsPerLimb;
     }
-    for (; carry > 0; carry /= toBase)
-        number += carry % toBase;
-}
+
+    /// Puts a digit of `otherBase` behind the number's own.
+    void append(int otherBase, int digit)
+    {
+        quint64 carry = quint64(digit);
+        for (quint64& limb : limbs) {
+            carry += limb * quint64(otherBase);
+            limb = carry % limbEnd;
+            carry /= limbEnd;
+        }
+        if (carry > 0)
+            limbs += carry;
+    }
+
+    QString text() const
+    {
+        QString text;
+        for (auto limb = limbs.crbegin(); limb != limbs.crend(); ++limb)
+            text += QString::number(*limb, base).rightJustified(digitsPerLimb, '0');
+        return text;
+    }
+
+    const int base;
+    int digitsPerLimb = 0;
+    quint64 limbEnd = 1;
+    QVector<quint64> limbs;
+};
 
 QString changeWideRadix(const QString& value, int fromBase, int toBase)
 {
-    QVector<int> number;
+    WideNumber number(toBase);
     for (const QChar digit : value) {
         if (digitValue(digit) >= fromBase)
             return {};
-        append(number, toBase, fromBase, digitValue(digit));
+        number.append(fromBase, digitValue(digit));
     }
-    QString text;
-    for (auto place = number.crbegin(); place != number.crend(); ++place)
-        text += QString::number(*place, toBase);
-    return text;
+    return number.text();
 }
 
 QString convert(const QString& value, int fromBase, int toBase, int bits)

@@ -207,10 +207,8 @@ void MatchUnitDialog::rewriteValues(int newBase, bool convert)
     const QString value1 = getEditor(ui->treeSignals1, convert);
     base = newBase;
     resetEditor();
-    if (fits(value0, ui->treeSignals0))
-        setEditor(value0, ui->treeSignals0);
-    if (fits(value1, ui->treeSignals1))
-        setEditor(value1, ui->treeSignals1);
+    setEditor(fits(value0, ui->treeSignals0) ? value0 : QString(), ui->treeSignals0);
+    setEditor(fits(value1, ui->treeSignals1) ? value1 : QString(), ui->treeSignals1);
 }
 
 void MatchUnitDialog::onCounterWidthChanged()

@@ -195,14 +195,12 @@ void MatchUnitDialog::resetTree(QTreeWidget* tree)
     currentEdit = nullptr;
 }
 
+/// Sets the rows' editors up anew; their bits are the caller's to write.
 void MatchUnitDialog::resetEditor()
 {
     for (QTreeWidget* tree : {ui->treeSignals0, ui->treeSignals1}) {
-        for (TreeLineEdit* edit : rowEdits(tree)) {
+        for (TreeLineEdit* edit : rowEdits(tree))
             setEditorType(edit, edit->bitWidth);
-            for (TreeLineEdit* bit : qAsConst(edit->subEdits))
-                bit->setText("0");
-        }
     }
 }
 
@@ -272,8 +270,10 @@ void MatchUnitDialog::showBits(TreeLineEdit* edit, const QString& bits)
         edit->setText(text);
         edit->home(false);
     }
-    for (int i = 0; i < edit->subEdits.size(); ++i)
-        edit->subEdits.at(i)->setText(bits.mid(i, 1));
+    for (int i = 0; i < edit->subEdits.size(); ++i) {
+        if (edit->subEdits.at(i)->displayText() != bits.midRef(i, 1))
+            edit->subEdits.at(i)->setText(bits.mid(i, 1));
+    }
 }
 
 void MatchUnitDialog::finishBus(TreeLineEdit* edit)
