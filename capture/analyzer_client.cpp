@@ -51,6 +51,15 @@ Crc32 crcAt(int core, int reg)
     return crc;
 }
 
+// The scan that addresses a register.
+BitString address(int core, int reg)
+{
+    BitString bits(0b11, 2);
+    bits.append(quint64(addressOf(core, reg)), kAddressBits);
+    bits.append(guardOf(addressOf(core, reg)), kGuardBits);
+    return bits;
+}
+
 // A scan that begins with these two bits moves data.
 BitString dataScan() { return BitString(0b01, 2); }
 
@@ -77,20 +86,19 @@ bool AnalyzerClient::begin()
     return false;
 }
 
-bool AnalyzerClient::scan(int core, const BitString& out, BitString& in)
+// Where a link is shared, another program may have loaded another instruction.
+bool AnalyzerClient::select(int core)
 {
-    return m_link.scanDr(out, &in) || fail(core, m_link.error());
+    return m_link.scanIr(m_instruction) || fail(core, m_link.error());
 }
 
-bool AnalyzerClient::address(int core, int reg)
+// Addresses the register, and scans it.
+bool AnalyzerClient::scan(int core, int reg, const BitString& out, BitString& in)
 {
-    BitString bits(0b11, 2);
-    bits.append(quint64(addressOf(core, reg)), kAddressBits);
-    bits.append(guardOf(addressOf(core, reg)), kGuardBits);
-    return m_link.scanDr(bits, nullptr) || fail(core, m_link.error());
+    return m_link.scanDrAfter(address(core, reg), out, &in) || fail(core, m_link.error());
 }
 
-// Reads the register addressed. False when the link fails; else `answer` says what came.
+// Reads the register. False when the link fails; else `answer` says what came.
 bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answer& answer)
 {
     BitString out = dataScan();
@@ -100,7 +108,7 @@ bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answe
     out.append(0, kCrcBits);
     out.append(0, kMostDelay);
     BitString in;
-    if (!scan(core, out, in))
+    if (!scan(core, reg, out, in))
         return false;
     answer = Answer::None;
     int at = 0;
@@ -122,7 +130,7 @@ bool AnalyzerClient::read(int core, int reg, int bits, BitString& data)
 {
     Answer answer = Answer::None;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if (!address(core, reg) || !tryRead(core, reg, bits, data, answer))
+        if ((attempt > 0 && !select(core)) || !tryRead(core, reg, bits, data, answer))
             return false;
         if (answer == Answer::Whole)
             return true;
@@ -141,13 +149,13 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
     crc.add(data);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         BitString in;
-        if (!address(core, reg) || !scan(core, out, in) || !address(core, Check))
+        if ((attempt > 0 && !select(core)) || !scan(core, reg, out, in))
             return false;
         BitString check = dataScan();
         check.append(true);
         check.append(0, kCrcBits);
         check.append(0, kMostDelay);
-        if (!scan(core, check, in))
+        if (!scan(core, Check, check, in))
             return false;
         int at = 0;
         while (at < in.size() && !in.at(at))
@@ -165,7 +173,8 @@ bool AnalyzerClient::probe(int core, bool& present)
     for (int attempt = 0; attempt < kAttempts && silences < 2; ++attempt) {
         BitString bits;
         Answer answer = Answer::None;
-        if (!address(core, Identity) || !tryRead(core, Identity, kIdentityHeadBits, bits, answer))
+        if ((attempt > 0 && !select(core))
+            || !tryRead(core, Identity, kIdentityHeadBits, bits, answer))
             return false;
         present = answer == Answer::Whole;
         if (present)

@@ -45,10 +45,10 @@ private:
     enum class Answer { Whole, Damaged, None };
 
     bool fail(int core, const QString& error);
-    bool address(int core, int reg);
+    bool select(int core);
     bool probe(int core, bool& present);
     bool readIdentity(int core, CoreIdentity& identity);
-    bool scan(int core, const BitString& out, BitString& in);
+    bool scan(int core, int reg, const BitString& out, BitString& in);
     bool tryRead(int core, int reg, int bits, BitString& data, Answer& answer);
     bool read(int core, int reg, int bits, BitString& data);
     bool write(int core, int reg, const BitString& data);

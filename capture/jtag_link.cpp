@@ -4,6 +4,11 @@ namespace OXA_CAPTURE {
 
 JtagLink::~JtagLink() = default;
 
+bool JtagLink::scanDrAfter(const BitString& first, const BitString& out, BitString* in)
+{
+    return scanDr(first, nullptr) && scanDr(out, in);
+}
+
 bool JtagLink::fail(const QString& error)
 {
     m_error = error;

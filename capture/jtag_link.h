@@ -21,6 +21,10 @@ public:
     /// Shifts `out` through the data register; what came out goes to `in`, unless that is null.
     virtual bool scanDr(const BitString& out, BitString* in) = 0;
 
+    /// Shifts `first` and then `out`, what came out of the second to `in`. Where a link is shared,
+    /// no scan of another program comes between the two.
+    virtual bool scanDrAfter(const BitString& first, const BitString& out, BitString* in);
+
     /// Why the last call failed.
     const QString& error() const { return m_error; }
 

@@ -49,6 +49,8 @@ bool RemoteBitbangLink::exchange(const QByteArray& pads, int bits, BitString* in
     const auto isWhole = [bits](const QByteArray& so) { return so.size() >= bits; };
     if (!m_socket.exchange(pads, isWhole, answer, kTimeout))
         return fail("JTAG: " + m_socket.error());
+    if (answer.size() > bits)
+        return fail("JTAG: what answers does not speak remote_bitbang");
     if (in)
         *in = {};
     for (const char bit : qAsConst(answer)) {

@@ -16,6 +16,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kReadSize = 65536; // bytes
+constexpr int kConnectTimeout = 5000; // ms
 
 int connectToPath(const QByteArray& path)
 {
@@ -35,6 +36,37 @@ int connectToPath(const QByteArray& path)
     return -1;
 }
 
+// Whether the connection that `handle` is making comes about; false with the reason in errno.
+bool isConnected(int handle)
+{
+    pollfd polled = {handle, POLLOUT, 0};
+    int ready = 0;
+    do {
+        ready = poll(&polled, 1, kConnectTimeout);
+    } while (ready < 0 && errno == EINTR);
+    int reason = ETIMEDOUT;
+    socklen_t size = sizeof reason;
+    if (ready > 0 && getsockopt(handle, SOL_SOCKET, SO_ERROR, &reason, &size) == 0 && reason == 0)
+        return true;
+    errno = reason;
+    return false;
+}
+
+int connectToAddress(const addrinfo& at)
+{
+    const int handle
+        = socket(at.ai_family, at.ai_socktype | SOCK_CLOEXEC | SOCK_NONBLOCK, at.ai_protocol);
+    if (handle < 0)
+        return -1;
+    if (connect(handle, at.ai_addr, at.ai_addrlen) == 0
+        || (errno == EINPROGRESS && isConnected(handle)))
+        return handle;
+    const int reason = errno;
+    close(handle);
+    errno = reason;
+    return -1;
+}
+
 int connectToHost(const QByteArray& host, const QByteArray& port, QString& error)
 {
     addrinfo hints = {};
@@ -47,12 +79,8 @@ int connectToHost(const QByteArray& host, const QByteArray& port, QString& error
     }
     int handle = -1;
     for (const addrinfo* at = found; at && handle < 0; at = at->ai_next) {
-        handle = socket(at->ai_family, at->ai_socktype | SOCK_CLOEXEC, at->ai_protocol);
-        if (handle >= 0 && connect(handle, at->ai_addr, at->ai_addrlen) != 0) {
-            error = std::strerror(errno);
-            close(handle);
-            handle = -1;
-        }
+        handle = connectToAddress(*at);
+        error = handle < 0 ? std::strerror(errno) : "";
     }
     freeaddrinfo(found);
     const int on = 1;
@@ -63,20 +91,25 @@ int connectToHost(const QByteArray& host, const QByteArray& port, QString& error
 
 }
 
-StreamSocket::~StreamSocket()
+StreamSocket::~StreamSocket() { disconnect(); }
+
+void StreamSocket::disconnect()
 {
     if (m_handle >= 0)
         close(m_handle);
+    m_handle = -1;
 }
 
 bool StreamSocket::fail(const QString& error)
 {
+    disconnect();
     m_error = error;
     return false;
 }
 
 bool StreamSocket::connectTo(const QString& address)
 {
+    disconnect();
     QString reason;
     if (address.startsWith("unix:")) {
         m_handle = connectToPath(QFile::encodeName(address.mid(5)));
@@ -92,6 +125,8 @@ bool StreamSocket::exchange(const QByteArray& bytes,
     const std::function<bool(const QByteArray&)>& isWhole, QByteArray& answer, int timeout)
 {
     answer.clear();
+    if (m_handle < 0) // m_error says since when
+        return false;
     // Answers are taken while sending goes on: neither side's buffer holds all of a long scan.
     int sent = 0;
     while (sent < bytes.size() || !isWhole(answer)) {

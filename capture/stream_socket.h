@@ -18,13 +18,18 @@ public:
     StreamSocket(const StreamSocket&) = delete;
     StreamSocket& operator=(const StreamSocket&) = delete;
 
-    /// Connects to "unix:PATH" or to "HOST:PORT"; false when nobody listens there.
+    /// Connects to "unix:PATH" or to "HOST:PORT"; false when nobody listens there, or answers
+    /// within some seconds.
     bool connectTo(const QString& address);
 
     /// Sends `bytes`, and receives until `isWhole` says that the answer is. False when the other
-    /// side left, or did nothing for `timeout` ms.
+    /// side left, or did nothing for `timeout` ms; the connection then ends, so that an answer that
+    /// comes late is not taken for the next one.
     bool exchange(const QByteArray& bytes, const std::function<bool(const QByteArray&)>& isWhole,
         QByteArray& answer, int timeout);
+
+    bool isConnected() const { return m_handle >= 0; }
+    void disconnect();
 
     /// Why the last call failed.
     const QString& error() const { return m_error; }
@@ -35,7 +40,7 @@ private:
     bool receiveSome(QByteArray& answer);
 
     int m_handle = -1;
-    QString m_error;
+    QString m_error = "not connected";
 };
 
 }

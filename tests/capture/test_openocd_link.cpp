@@ -1,0 +1,145 @@
+#include "capture/openocd_link.h"
+#include "support/processes.h"
+
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <random>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+const BitString kEr1(8, 5);
+
+// Bits of all kinds: noise, and runs of zeros and ones of any length.
+BitString mixedBits(unsigned seed, int size)
+{
+    std::minstd_rand random(seed);
+    BitString bits;
+    while (bits.size() < size) {
+        const int run = std::min(1 << int(random() % 13), size - bits.size());
+        const unsigned kind = random() % 3;
+        for (int i = 0; i < run; ++i)
+            bits.append(kind == 2 ? bool(random() >> 8 & 1) : bool(kind));
+    }
+    return bits;
+}
+
+}
+
+// OpenOCD, with a target whose register behind ER1 has 8 bits.
+class TestOpenOcdLink : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void scansOfAnySize_data();
+    void scansOfAnySize();
+    void theChain();
+    void oneProgramAtATime();
+    void serversThatAreNone();
+    void aTargetThatIsGone();
+
+private:
+    QTemporaryDir m_dir;
+    Service m_target;
+    Service m_openocd;
+    QString m_address;
+};
+
+void TestOpenOcdLink::initTestCase()
+{
+    QProcess iverilog;
+    iverilog.start("iverilog",
+        {"-g2005", "-o", m_dir.filePath("tb.vvp"), "-y", OXA_BINARY_DIR "/share/oxautils/sim",
+            OXA_SOURCE_DIR "/tests/ip/sim/echo_tb.v"});
+    QVERIFY(iverilog.waitForFinished());
+    m_target.start("vvp",
+        {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", m_dir.filePath("tb.vvp"),
+            "+oxa_jtag=tcp:0"});
+    m_address = startOpenOcd(m_openocd, m_target.after("at port "));
+    QVERIFY2(!m_address.isEmpty(), m_openocd.said());
+}
+
+void TestOpenOcdLink::scansOfAnySize_data()
+{
+    QTest::addColumn<int>("size");
+    for (const int size : {9, 64, 255, 256, 257, 33833, 1000000})
+        QTest::addRow("%d bits", size) << size;
+}
+
+// What goes in comes out behind the register's eight bits.
+void TestOpenOcdLink::scansOfAnySize()
+{
+    QFETCH(int, size);
+    OpenOcdLink link;
+    QVERIFY(link.connectTo(m_address) && link.selectTap("fpga.tap"));
+    QVERIFY2(link.reset() && link.scanIr(link.instruction()), qPrintable(link.error()));
+    const BitString out = mixedBits(unsigned(size), size);
+    BitString in;
+    const int before = link.commandCount();
+    QVERIFY2(link.scanDrAfter(BitString(0xa5, 8), out, &in), qPrintable(link.error()));
+    QCOMPARE(link.commandCount(), before + 1);
+    QCOMPARE(in.size(), size);
+    QCOMPARE(in.number(0, 8), quint64(0xa5));
+    for (int bit = 8; bit < size; ++bit)
+        QVERIFY2(in.at(bit) == out.at(bit - 8), qPrintable(QString("bit %1").arg(bit)));
+}
+
+void TestOpenOcdLink::theChain()
+{
+    OpenOcdLink link;
+    QVERIFY(link.connectTo(m_address));
+    QCOMPARE(link.candidates(), QStringList("fpga.tap"));
+    QVERIFY(!link.selectTap("cpu.tap"));
+    QVERIFY2(link.error().contains("\"cpu.tap\", only fpga.tap"), qPrintable(link.error()));
+}
+
+// A second link would arm and read what the first one waits for.
+void TestOpenOcdLink::oneProgramAtATime()
+{
+    OpenOcdLink first;
+    OpenOcdLink second;
+    QVERIFY(first.connectTo(m_address) && first.selectTap("fpga.tap") && first.reset());
+    QVERIFY(second.connectTo(m_address) && second.selectTap("fpga.tap"));
+    QVERIFY(!second.reset());
+    QCOMPARE(second.error(), QString("OpenOCD: another program captures from this target"));
+    QTest::qWait(4100); // the first one seems to be gone
+    QVERIFY(second.reset());
+    QVERIFY(!first.scanIr(kEr1));
+    QCOMPARE(first.error(), QString("OpenOCD: another program took the target over"));
+    {
+        const OpenOcdLink unused;
+    }
+    QVERIFY(second.scanIr(kEr1));
+}
+
+void TestOpenOcdLink::serversThatAreNone()
+{
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    OpenOcdLink link;
+    const QString address = QString("127.0.0.1:%1").arg(server.serverPort());
+    server.close();
+    QVERIFY(!link.connectTo(address));
+    QVERIFY2(link.error().contains("Connection refused; is it running?"), qPrintable(link.error()));
+    QVERIFY(!link.connectTo("no.such.host.invalid:6666"));
+    QVERIFY(!link.connectTo(""));
+}
+
+// The connection lives, but what it leads to does not.
+void TestOpenOcdLink::aTargetThatIsGone()
+{
+    OpenOcdLink link;
+    QVERIFY(link.connectTo(m_address) && link.selectTap("fpga.tap"));
+    m_target.end();
+    BitString in;
+    QVERIFY(!(link.reset() && link.scanIr(kEr1) && link.scanDr(BitString(0, 64), &in)));
+    QCOMPARE(link.error(), QString("OpenOCD: it cannot scan; its messages say why"));
+}
+
+QTEST_GUILESS_MAIN(TestOpenOcdLink)
+#include "test_openocd_link.moc"
