@@ -5,8 +5,16 @@
 
 namespace OXA_CAPTURE {
 
+/// What a core was doing a moment ago, while it runs (docs/jtag-protocol.md).
+struct CoreSnapshot {
+    bool fresh = false; ///< the sample clock ticked since the status was last read
+    bool open = false; ///< a window's trigger was seen, its end not
+    int level = 0; ///< expressions of the sequence satisfied
+    qint64 windows = 0; ///< complete ones
+};
+
 /// What a core is doing, or did (docs/jtag-protocol.md). What is told of a run counts once the core
-/// is at rest.
+/// is at rest, but for the snapshot.
 struct CoreStatus {
     bool armed = false;
     bool running = false; ///< the sample clock's side has taken notice
@@ -18,6 +26,7 @@ struct CoreStatus {
     qint64 position = 0; ///< samples in a Lite core's memory; the next one's word in a window's
     qint64 windows = 0; ///< complete ones; of no meaning when all are
     std::vector<int> matches; ///< of the match units, up to 255
+    CoreSnapshot snapshot;
 
     bool atRest() const { return armed == running && running == finished; }
 };

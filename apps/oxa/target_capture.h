@@ -3,9 +3,7 @@
 
 #include "simulated_target.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/simulated_core.h"
-#include "capture/window_decoder.h"
+#include "capture/capture_session.h"
 
 /// Captures what a simulated target's cores see of a waveform, through its JTAG pads.
 class TargetCapture {
@@ -31,19 +29,14 @@ public:
 private:
     bool fail(const QString& error);
     bool failAt(size_t core, const QString& error);
-    bool checkCore(size_t core, const QString& generatedDir);
     bool play(qint64 steps);
-    bool commandAll(OXA_CAPTURE::CoreCommand command);
-    bool readWindows(size_t core, const OXA_CAPTURE::CoreStatus& status,
-        std::vector<OXA_CAPTURE::DecodedWindow>& windows);
     bool locate(size_t core, const OXA_CAPTURE::DecodedWindow& window, qint64 earliest,
         qint64 guess, OXA_CAPTURE::Window& place);
 
     SimulatedTarget& m_target;
-    OXA_CAPTURE::AnalyzerClient m_client;
+    OXA_CAPTURE::CaptureSession m_session;
     const std::vector<OXA_CAPTURE::SimulatedCore>& m_cores;
     const OXA_CAPTURE::SampledWaveform& m_waveform;
-    std::vector<OXA_CAPTURE::CoreIdentity> m_identities;
     OXA_CAPTURE::Progress m_progress;
     qint64 m_played = 0;
     qint64 m_toPlay = 0;

@@ -1,0 +1,277 @@
+#include "capture/capture_session.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kRestPatience = 2000; // ms for the sample clock's last edges of a run
+constexpr int kPollPause = 20; // ms
+
+bool sameTable(const TriggerTable& a, const TriggerTable& b)
+{
+    return a.units == b.units && a.rows == b.rows;
+}
+
+}
+
+QString CoreProgress::text() const
+{
+    const QString place
+        = windows > 1 ? QString(", window %1 of %2").arg(window + 1).arg(windows) : QString();
+    switch (state) {
+    case NoClock:
+        return "armed, no sample clock yet";
+    case Taking:
+        return "taking samples" + place;
+    case Finished:
+        return "captured";
+    case Waiting:
+        break;
+    }
+    const QString wanted = levels == 0
+        ? QString("waiting to be forced")
+        : QString("waiting for level %1 of %2").arg(level + 1).arg(levels);
+    return wanted + place;
+}
+
+CaptureSession::CaptureSession(JtagLink& link, const BitString& instruction)
+    : m_client(link, instruction)
+{
+}
+
+bool CaptureSession::fail(const QString& error)
+{
+    m_error = error;
+    return false;
+}
+
+bool CaptureSession::failAt(size_t core, const QString& error)
+{
+    return fail(m_build.cores[core].name() + ": " + error);
+}
+
+bool CaptureSession::begin()
+{
+    m_build = {};
+    m_fingerprints.clear();
+    if (!m_client.begin() || !m_client.discover(m_identities))
+        return fail(m_client.error());
+    for (const CoreIdentity& identity : m_identities) {
+        quint32 fingerprint = 0;
+        if (!m_client.readFingerprint(identity.position, fingerprint))
+            return fail(m_client.error());
+        m_fingerprints.push_back(fingerprint);
+    }
+    return true;
+}
+
+bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
+{
+    for (const BuiltConfiguration& build : builds) {
+        if (!matchStructure(build.cores))
+            return false;
+        if (build.fingerprints != m_fingerprints)
+            continue;
+        m_build = build;
+        m_setups.clear();
+        for (const SimulatedCore& core : build.cores)
+            m_setups.push_back(core.setup);
+        return true;
+    }
+    QStringList found;
+    for (const quint32 fingerprint : m_fingerprints)
+        found += QString("%1").arg(fingerprint, 8, 16, QChar('0'));
+    return fail(QString("the target was built from another configuration: its cores are of the same"
+                        " shape, but values, expressions or memories differ (fingerprint %1)")
+                    .arg(found.join(' ')));
+}
+
+bool CaptureSession::matchStructure(const std::vector<SimulatedCore>& cores)
+{
+    if (m_identities.size() != cores.size())
+        return fail(QString("the target has %1 cores instead of %2")
+                        .arg(m_identities.size())
+                        .arg(cores.size()));
+    for (size_t core = 0; core < cores.size(); ++core) {
+        const SimulatedCore& own = cores[core];
+        const QStringList others = own.core ? differences(m_identities[core], *own.core)
+                                            : differences(m_identities[core], *own.lite);
+        if (!others.isEmpty())
+            return fail(own.name() + ": the target was built from another configuration; it has "
+                + others.join(", "));
+    }
+    return true;
+}
+
+// Static expressions are logic; a run can only use fewer of them.
+bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
+{
+    const std::vector<TriggerTable>& built = m_build.cores[core].setup.levels;
+    if (m_identities[core].dynamic)
+        return true;
+    if (setup.levels.size() <= built.size()
+        && std::equal(setup.levels.begin(), setup.levels.end(), built.begin(), sameTable))
+        return true;
+    return failAt(core, "its expressions are static: other ones need another netlist");
+}
+
+bool CaptureSession::arm(const std::vector<CoreRun>& runs)
+{
+    for (const CoreRun& run : runs) {
+        if (!m_identities[run.core].lite && !checkLevels(run.core, run.setup))
+            return false;
+    }
+    for (const CoreRun& run : runs) {
+        if (!prepare(run))
+            return false;
+    }
+    for (const CoreRun& run : runs) {
+        if (!m_client.command(m_identities[run.core].position, CoreCommand::Arm))
+            return fail(m_client.error());
+    }
+    return true;
+}
+
+// Brings the core to rest, and writes what it is to look for.
+bool CaptureSession::prepare(const CoreRun& run)
+{
+    const CoreIdentity& identity = m_identities[run.core];
+    CoreStatus status;
+    if (!stop(run.core) || !settle(run.core, status))
+        return false;
+    if (status.armed || status.running)
+        return failAt(run.core, "it does not end the run before");
+    if (identity.lite)
+        return true;
+    if (!m_client.writeSettings(identity, run.setup)
+        || (identity.dynamic && identity.expressions > 0
+            && !m_client.writeTables(identity, run.setup)))
+        return fail(m_client.error());
+    m_setups[run.core] = run.setup;
+    return true;
+}
+
+bool CaptureSession::adopt(size_t core)
+{
+    const CoreIdentity& identity = m_identities[core];
+    CoreStatus status;
+    m_setups[core] = m_build.cores[core].setup;
+    return (m_client.readStatus(identity, status)
+               && (status.armed || m_client.command(identity.position, CoreCommand::Arm)))
+        || fail(m_client.error());
+}
+
+bool CaptureSession::poll(size_t core, CoreProgress& progress)
+{
+    CoreStatus status;
+    if (!m_client.readStatus(m_identities[core], status))
+        return fail(m_client.error());
+    if (!status.armed)
+        return failAt(
+            core, "it is not armed any more: something else stopped it, or reset the chip");
+    const CoreSnapshot& now = status.snapshot;
+    const TriggerSetup& setup = m_setups[core];
+    progress.clockRuns = now.fresh;
+    progress.level = now.level;
+    progress.levels = int(setup.levels.size());
+    progress.window = now.windows;
+    progress.windows = setup.windowNum;
+    progress.state = status.finished          ? CoreProgress::Finished
+        : !status.running                     ? CoreProgress::NoClock
+        : now.open || m_identities[core].lite ? CoreProgress::Taking
+                                              : CoreProgress::Waiting;
+    return true;
+}
+
+bool CaptureSession::wait(const std::vector<size_t>& cores,
+    const std::function<bool(const std::vector<CoreProgress>&)>& goesOn)
+{
+    for (;;) {
+        bool finished = true;
+        std::vector<CoreProgress> all(cores.size());
+        for (size_t i = 0; i < cores.size(); ++i) {
+            if (!poll(cores[i], all[i]))
+                return false;
+            finished = finished && all[i].state == CoreProgress::Finished;
+        }
+        if (!goesOn(all) || finished)
+            return true;
+        QThread::msleep(kPollPause);
+    }
+}
+
+bool CaptureSession::force(size_t core)
+{
+    return m_client.command(m_identities[core].position, CoreCommand::Force)
+        || fail(m_client.error());
+}
+
+bool CaptureSession::stop(size_t core)
+{
+    return m_client.command(m_identities[core].position, CoreCommand::Stop)
+        || fail(m_client.error());
+}
+
+// Waits until nothing of the core moves any more.
+bool CaptureSession::settle(size_t core, CoreStatus& status)
+{
+    const QDeadlineTimer deadline(kRestPatience);
+    do {
+        if (!m_client.readStatus(m_identities[core], status))
+            return fail(m_client.error());
+        if (status.atRest())
+            return true;
+        QThread::msleep(1);
+    } while (!deadline.hasExpired());
+    return failAt(core,
+        status.armed ? "it has not finished, nor was it stopped"
+                     : "its sample clock stands still, so it does not come to rest");
+}
+
+bool CaptureSession::readWindows(
+    size_t core, const CoreStatus& status, std::vector<DecodedWindow>& windows)
+{
+    const CoreIdentity& identity = m_identities[core];
+    const TriggerSetup& setup = m_setups[core];
+    const qint64 words = usedWords(identity, status, setup);
+    BitString shortOnes;
+    BitString memory;
+    QString error;
+    if ((!identity.lite && !m_client.readWindows(identity, setup.windowNum, shortOnes))
+        || (words > 0 && !m_client.readMemory(identity, words, memory)))
+        return fail(m_client.error());
+    return decodeWindows(identity, status, setup, shortOnes, memory, windows, error)
+        || failAt(core, error);
+}
+
+bool CaptureSession::read(size_t core, ReadOut& readOut)
+{
+    CoreStatus status;
+    if (!settle(core, status))
+        return false;
+    readOut = {};
+    readOut.progress.reached = status.level;
+    readOut.progress.matches.assign(status.matches.begin(), status.matches.end());
+    return readWindows(core, status, readOut.windows);
+}
+
+CapturedCore capturedCore(
+    const SimulatedCore& core, const ReadOut& readOut, const TriggerSetup& setup)
+{
+    CapturedCore captured;
+    captured.index = core.index();
+    captured.items = core.items();
+    for (const DecodedWindow& window : readOut.windows)
+        captured.windows.push_back({
+            {0, window.samples.size(), window.triggerOffset},
+            window.samples
+        });
+    if (core.core)
+        captured.progress = progressText(setup, readOut.progress);
+    return captured;
+}
+
+}
