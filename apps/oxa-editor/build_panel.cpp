@@ -48,7 +48,7 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
     connect(m_stop, &QPushButton::clicked, this, &BuildPanel::stop);
     connect(m_workDir, &QLineEdit::editingFinished, this, &BuildPanel::workDirChanged);
     connect(m_log, &QListWidget::itemActivated, this, &BuildPanel::openPlace);
-    connect(m_log, &QListWidget::itemDoubleClicked, this, &BuildPanel::openPlace);
+    connect(m_log, &QListWidget::itemClicked, this, &BuildPanel::openPlace);
     connect(m_job, &BuildJob::progress, this, &BuildPanel::showProgress);
     connect(m_job, &BuildJob::logged, this, &BuildPanel::say);
     connect(m_job, &BuildJob::finished, this, &BuildPanel::showFinish);
@@ -60,6 +60,9 @@ void BuildPanel::layOut()
     m_generate->setToolTip(tr("Write the Verilog of the analyzer into the work folder"));
     m_synthesize->setToolTip(tr("Write the Verilog, and make a netlist of it"));
     m_progress->setAccessibleName(tr("Progress"));
+    QSizePolicy policy = m_progress->sizePolicy();
+    policy.setRetainSizeWhenHidden(true);
+    m_progress->setSizePolicy(policy);
     m_log->setAccessibleName(tr("Log"));
     m_log->setUniformItemSizes(true);
     m_log->setTextElideMode(Qt::ElideNone);
@@ -76,8 +79,8 @@ void BuildPanel::layOut()
     where->addWidget(m_synthesize);
     where->addWidget(m_stop);
     auto* state = new QHBoxLayout;
-    state->addWidget(m_progress, 1);
     state->addWidget(m_stage, 2);
+    state->addWidget(m_progress, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(where);
     layout->addLayout(state);
@@ -183,8 +186,6 @@ void BuildPanel::showFinish(BuildOutcome outcome, const QStringList& messages)
     for (const QString& message : messages)
         say(message);
     const bool done = outcome == BuildOutcome::Done;
-    m_progress->setRange(0, 100);
-    m_progress->setValue(done ? 100 : 0);
     m_stage->setText(done                      ? tr("Done: %1").arg(m_workDir->text())
             : outcome == BuildOutcome::Stopped ? tr("Stopped")
             : outcome == BuildOutcome::Failed
@@ -218,12 +219,16 @@ void BuildPanel::showState()
     m_synthesize->setEnabled(!isRunning());
     m_stop->setEnabled(isRunning());
     m_workDir->setReadOnly(isRunning());
+    m_progress->setVisible(isRunning());
 }
 
 void BuildPanel::openPlace()
 {
     const QListWidgetItem* item = m_log->currentItem();
     const FilePlace place = item ? placeIn(item->text(), workDir()) : FilePlace();
-    if (!place.path.isEmpty())
-        (new FileViewer(place, this))->show();
+    if (place.path.isEmpty())
+        return;
+    delete m_viewer; // a second click, or another line
+    m_viewer = new FileViewer(place, this);
+    m_viewer->show();
 }

@@ -3,12 +3,14 @@
 
 #include "build_job.h"
 
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QWidget>
 
 #include <dev/device_db.h>
 
 class Document;
+class FileViewer;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -63,6 +65,7 @@ private:
     QProgressBar* m_progress;
     QLabel* m_stage;
     QListWidget* m_log;
+    QPointer<FileViewer> m_viewer; // of the place chosen last
 };
 
 #endif

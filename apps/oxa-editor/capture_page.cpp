@@ -21,6 +21,7 @@ QFormLayout* makeForm(QWidget* page)
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // its fields scroll into sight
     auto* outer = new QVBoxLayout(page);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(area);
@@ -46,7 +47,7 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
     QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
         [](const Core& core) -> QString& { return core.moduleName(); });
     setEntry(module);
-    m_form->addName(tr("Sample &clock:"), tr("change the sample clock"),
+    m_form->addSignalName(tr("Sample &clock:"), tr("change the sample clock"),
         [](const Core& core) -> QString& { return core.sampleClock(); });
     m_form->addChoice(tr("&Edge:"), tr("change the sampling edge"),
         [](const Core& core) -> int& {
@@ -110,7 +111,7 @@ LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
     QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
         [](const Core& core) -> QString& { return core.moduleName(); });
     setEntry(module);
-    m_form->addName(tr("Sample &clock:"), tr("change the sample clock"),
+    m_form->addSignalName(tr("Sample &clock:"), tr("change the sample clock"),
         [](const Core& core) -> QString& { return core.sampleClock(); });
     m_form->addChoice(tr("&Edge:"), tr("change the sampling edge"),
         [](const Core& core) -> int& {

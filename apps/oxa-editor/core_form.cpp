@@ -4,7 +4,9 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCompleter>
 #include <QLineEdit>
+#include <QStringListModel>
 
 namespace {
 
@@ -15,6 +17,20 @@ void showNumber(QSpinBox* box, int value)
     box->setMinimum(qMin(box->minimum(), value));
     box->setMaximum(qMax(box->maximum(), value));
     box->setValue(value);
+}
+
+/// The clocks of all cores, then what else `core` names.
+QStringList clockCandidates(const Document& document, const Core& core)
+{
+    QStringList names;
+    for (const CorePtr& each : document.cores())
+        names += each->sampleClock();
+    names += OXA::flattenedNames(core.signalList());
+    for (int i = 0; core.standard && i < core.standard->triggers.size(); ++i)
+        names += core.standard->triggers.at(i)->singleSignals();
+    names.removeAll(QString());
+    names.removeDuplicates();
+    return names;
 }
 
 }
@@ -55,6 +71,19 @@ QLineEdit* CoreForm::addName(const QString& label, const QString& step, const Fi
         if (edit->text() != field(core))
             edit->setText(field(core));
     };
+    return edit;
+}
+
+QLineEdit* CoreForm::addSignalName(
+    const QString& label, const QString& step, const Field<QString>& field)
+{
+    QLineEdit* edit = addName(label, step, field);
+    auto* names = new QStringListModel(edit);
+    auto* completer = new QCompleter(names, edit);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setFilterMode(Qt::MatchContains);
+    edit->setCompleter(completer);
+    m_rows += [=](const Core& core) { names->setStringList(clockCandidates(m_document, core)); };
     return edit;
 }
 

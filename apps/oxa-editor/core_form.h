@@ -41,6 +41,9 @@ public:
     CoreForm(Document& document, QFormLayout* layout);
 
     QLineEdit* addName(const QString& label, const QString& step, const Field<QString>& field);
+    /// The same for the name of a signal, completed from those that the configuration names.
+    QLineEdit* addSignalName(
+        const QString& label, const QString& step, const Field<QString>& field);
     void addNumber(
         const QString& label, const QString& step, const Field<int>& field, QSpinBox* box);
     QComboBox* addChoice(const QString& label, const QString& step, const Field<int>& field,

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -29,8 +30,8 @@ public:
         if (role == Qt::EditRole)
             return m_module;
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return QString("%1   %2").arg(QString::number(m_place),
-                m_module.isEmpty() ? CoreList::tr("(no module)") : m_module);
+            return QString("%1  %2").arg(
+                listNumber(m_place), m_module.isEmpty() ? CoreList::tr("(no module)") : m_module);
         return QListWidgetItem::data(role);
     }
 
@@ -60,11 +61,14 @@ CoreList::CoreList(Document& document, QWidget* parent)
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);
     auto* buttons = new QGridLayout;
-    buttons->addWidget(addButton(tr("Add"), tr("Add a core"), &CoreList::add), 0, 0);
-    m_needCore = {addButton(tr("Duplicate"), tr("Add a copy of the core"), &CoreList::duplicate),
-        addButton(tr("Remove"), tr("Remove the core"), &CoreList::remove),
-        addButton(tr("Up"), tr("Move the core up"), &CoreList::moveUp),
-        addButton(tr("Down"), tr("Move the core down"), &CoreList::moveDown)};
+    buttons->addWidget(
+        addButton(tr("Add"), tr("Add a core"), QKeySequence(Qt::Key_Insert), &CoreList::add), 0, 0);
+    m_needCore = {addButton(tr("Duplicate"), tr("Add a copy of the core"), QKeySequence("Ctrl+D"),
+                      &CoreList::duplicate),
+        addButton(tr("Remove"), tr("Remove the core"), QKeySequence::Delete, &CoreList::remove),
+        addButton(tr("Up"), tr("Move the core up"), QKeySequence("Alt+Up"), &CoreList::moveUp),
+        addButton(
+            tr("Down"), tr("Move the core down"), QKeySequence("Alt+Down"), &CoreList::moveDown)};
     buttons->addWidget(m_needCore.at(0), 0, 1);
     buttons->addWidget(m_needCore.at(1), 1, 0, 1, 2);
     buttons->addWidget(m_needCore.at(2), 2, 0);
@@ -82,12 +86,16 @@ CoreList::CoreList(Document& document, QWidget* parent)
         [this] { QTimer::singleShot(0, this, &CoreList::takeOrder); });
 }
 
-QPushButton* CoreList::addButton(const QString& text, const QString& hint, void (CoreList::*done)())
+/// A button, and keys that do the same in the list.
+QPushButton* CoreList::addButton(
+    const QString& text, const QString& hint, const QKeySequence& keys, void (CoreList::*done)())
 {
     auto* button = new QPushButton(text);
-    button->setToolTip(hint);
+    button->setToolTip(QString("%1 (%2)").arg(hint, keys.toString(QKeySequence::NativeText)));
     button->setAccessibleName(hint);
     connect(button, &QPushButton::clicked, this, done);
+    auto* shortcut = new QShortcut(keys, m_list, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, done);
     return button;
 }
 

@@ -31,7 +31,8 @@ Q_SIGNALS:
     void currentChanged();
 
 private:
-    QPushButton* addButton(const QString& text, const QString& hint, void (CoreList::*done)());
+    QPushButton* addButton(const QString& text, const QString& hint, const QKeySequence& keys,
+        void (CoreList::*done)());
     void move(int by);
     void takeOrder();
     void rename(int row);

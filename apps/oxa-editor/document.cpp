@@ -38,7 +38,9 @@ void Document::replace(OXA::OxaMode mode, const Cores& cores, const QString& pat
 void Document::create(OXA::OxaMode mode)
 {
     m_fileBytes.clear();
-    replace(mode, {}, {});
+    const CorePtr core = mode == OXA::Lite ? std::make_shared<Core>(new OXA::AOCore_Lite)
+                                           : std::make_shared<Core>(new OXA::AoCore(0));
+    replace(mode, {core}, {});
 }
 
 bool Document::load(const QString& path, QString& error, QStringList& warnings)

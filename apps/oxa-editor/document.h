@@ -46,7 +46,7 @@ public:
     /// What is typed next begins a new step.
     void endRun() { ++m_run; }
 
-    /// Puts an empty configuration of `mode` in the place of this one.
+    /// Puts a new configuration of `mode`, with one core, in the place of this one.
     void create(OXA::OxaMode mode);
 
     /// Puts the file `path` in the place of this configuration. On failure nothing changes and

@@ -81,11 +81,12 @@ void ExpressionEdit::setText(const QString& text)
 
 void ExpressionEdit::setMarks(const QList<ExpressionMark>& marks)
 {
+    const bool onDark = palette().color(QPalette::Base).lightness() < 128;
     QList<QTextEdit::ExtraSelection> selections;
     for (const ExpressionMark& mark : marks) {
         QTextEdit::ExtraSelection selection;
         selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-        selection.format.setUnderlineColor(Qt::red);
+        selection.format.setUnderlineColor(onDark ? QColor(255, 110, 110) : QColor(Qt::red));
         selection.cursor = textCursor();
         selection.cursor.setPosition(mark.start);
         selection.cursor.setPosition(mark.start + mark.length, QTextCursor::KeepAnchor);

@@ -1,6 +1,7 @@
 #include "expressions_page.h"
 
 #include "expression_edit.h"
+#include "signal_names.h"
 #include "truth_table.h"
 
 #include <QComboBox>
@@ -9,8 +10,10 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
+#include <QTimer>
 #include <QVBoxLayout>
 
 using namespace OXA;
@@ -18,6 +21,7 @@ using namespace OXA;
 namespace {
 
 constexpr int kDynamic = 1;
+constexpr int kPlaceRole = Qt::UserRole; // of an expression in the core's list
 
 }
 
@@ -89,22 +93,15 @@ QWidget* ExpressionsPage::makeList()
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
     m_list->setAccessibleName(tr("Expressions in the order of the trigger sequence"));
+    m_list->setDragDropMode(QAbstractItemView::InternalMove);
     layout->addWidget(m_list, 1);
     auto* buttons = new QHBoxLayout;
-    const auto addButton = [&](const QString& text, const QKeySequence& keys) {
-        auto* button = new QPushButton(text);
-        button->setShortcut(keys);
-        if (!keys.isEmpty())
-            button->setToolTip(keys.toString(QKeySequence::NativeText));
+    buttons->addWidget(addButton(tr("&Add"), QKeySequence(Qt::Key_Insert), [this] { add(); }));
+    m_needRow = {addButton(tr("&Remove"), QKeySequence::Delete, [this] { remove(); }),
+        addButton(tr("U&p"), QKeySequence("Alt+Up"), [this] { move(-1); }),
+        addButton(tr("Do&wn"), QKeySequence("Alt+Down"), [this] { move(1); })};
+    for (QPushButton* button : qAsConst(m_needRow))
         buttons->addWidget(button);
-        return button;
-    };
-    connect(addButton(tr("&Add"), {}), &QPushButton::clicked, this, &ExpressionsPage::add);
-    m_needRow = {addButton(tr("&Remove"), {}), addButton(tr("U&p"), QKeySequence("Alt+Up")),
-        addButton(tr("Do&wn"), QKeySequence("Alt+Down"))};
-    connect(m_needRow.at(0), &QPushButton::clicked, this, &ExpressionsPage::remove);
-    connect(m_needRow.at(1), &QPushButton::clicked, this, [this] { move(-1); });
-    connect(m_needRow.at(2), &QPushButton::clicked, this, [this] { move(1); });
     buttons->addStretch();
     layout->addLayout(buttons);
     connect(m_list, &QListWidget::currentRowChanged, this, [this] {
@@ -112,7 +109,25 @@ QWidget* ExpressionsPage::makeList()
         showExpression();
     });
     connect(m_list, &QListWidget::itemActivated, this, [this] { m_edit->setFocus(); });
+    // After the drop: the list must not change while the view still handles it.
+    connect(m_list->model(), &QAbstractItemModel::rowsMoved, this,
+        [this] { QTimer::singleShot(0, this, &ExpressionsPage::takeOrder); });
     return widget;
+}
+
+/// A button, and keys that do the same in the list.
+QPushButton* ExpressionsPage::addButton(
+    const QString& text, const QKeySequence& keys, const std::function<void()>& done)
+{
+    auto* button = new QPushButton(text);
+    button->setToolTip(keys.toString(QKeySequence::NativeText));
+    connect(button, &QPushButton::clicked, this, done);
+    auto* shortcut = new QShortcut(keys, m_list, nullptr, nullptr, Qt::WidgetShortcut);
+    connect(shortcut, &QShortcut::activated, this, [=] {
+        if (button->isEnabled())
+            done();
+    });
+    return button;
 }
 
 QWidget* ExpressionsPage::makeEditor()
@@ -157,9 +172,11 @@ void ExpressionsPage::refresh()
             delete m_list->takeItem(m_list->count() - 1);
         while (m_list->count() < shown.expressions.size())
             m_list->addItem(QString());
-        for (int i = 0; i < m_list->count(); ++i)
-            m_list->item(i)->setText(
-                tr("%1   %2").arg(QString::number(i), shown.expressions.at(i)));
+        for (int i = 0; i < m_list->count(); ++i) {
+            m_list->item(i)->setFlags(m_list->item(i)->flags() & ~Qt::ItemIsDropEnabled);
+            m_list->item(i)->setData(kPlaceRole, i);
+            m_list->item(i)->setText(QString("%1  %2").arg(listNumber(i), shown.expressions.at(i)));
+        }
         m_list->setCurrentRow(qBound(m_list->count() > 0 ? 0 : -1, row, m_list->count() - 1));
     }
     m_edit->setUnits(shown);
@@ -223,6 +240,17 @@ void ExpressionsPage::remove()
     const int row = m_list->currentRow();
     expressions.removeAt(row);
     change(expressions, tr("remove an expression"), qMin(row, expressions.size() - 1));
+}
+
+/// Takes over the order in which the user dragged the rows.
+void ExpressionsPage::takeOrder()
+{
+    const QStringList before = core()->standard->expressions;
+    QStringList expressions;
+    for (int row = 0; row < m_list->count(); ++row)
+        expressions += before.value(m_list->item(row)->data(kPlaceRole).toInt());
+    if (expressions.size() == before.size())
+        change(expressions, tr("move an expression"), m_list->currentRow());
 }
 
 void ExpressionsPage::move(int by)

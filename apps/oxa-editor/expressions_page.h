@@ -3,6 +3,8 @@
 
 #include "core_page.h"
 
+#include <functional>
+
 class ExpressionEdit;
 class QComboBox;
 class QLabel;
@@ -32,6 +34,9 @@ private:
     void add();
     void remove();
     void move(int by);
+    void takeOrder();
+    QPushButton* addButton(
+        const QString& text, const QKeySequence& keys, const std::function<void()>& done);
 
     QComboBox* m_kind;
     QComboBox* m_memory;

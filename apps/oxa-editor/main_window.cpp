@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QSettings>
 #include <QSplitter>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
 
@@ -170,9 +171,29 @@ void MainWindow::makePages()
         m_tabs->addTab(new UnitsPage(m_document), tr("Match units"));
         m_tabs->addTab(new ExpressionsPage(m_document), tr("Expressions"));
     }
+    orderTabs();
     m_message->hide();
     m_cores->refresh();
     m_judge.start();
+}
+
+/// Lets the Tab key come to the pages where one reads them: behind their tabs, and not after all
+/// that was there before them.
+void MainWindow::orderTabs()
+{
+    QWidget* last = m_tabs->tabBar();
+    for (int i = 0; i < m_tabs->count(); ++i) {
+        QWidget* page = m_tabs->widget(i);
+        QList<QWidget*> stops;
+        for (QWidget* at = page->nextInFocusChain(); at != page; at = at->nextInFocusChain()) {
+            if (page->isAncestorOf(at) && at->focusPolicy() & Qt::TabFocus && !at->focusProxy())
+                stops += at;
+        }
+        for (QWidget* stop : qAsConst(stops)) {
+            setTabOrder(last, stop);
+            last = stop;
+        }
+    }
 }
 
 void MainWindow::showCore()

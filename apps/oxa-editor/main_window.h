@@ -61,6 +61,7 @@ private:
     void step(void (QUndoStack::*go)());
 
     void makePages();
+    void orderTabs();
     void showCore();
     void showPage(Page page);
     void showChange(const Location& location);

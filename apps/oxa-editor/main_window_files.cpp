@@ -139,15 +139,15 @@ void MainWindow::makeViewMenu()
 void MainWindow::makeBuildMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Build"));
-    const auto run = [this](void (BuildPanel::*begin)()) {
+    const auto prepare = [this] {
         finishEdit();
         m_buildDock->show();
-        (m_build->*begin)();
+        return m_build;
     };
     QAction* generate = menu->addAction(
-        tr("&Generate"), this, [=] { run(&BuildPanel::generate); }, QKeySequence("F7"));
+        tr("&Generate"), this, [=] { prepare()->generate(); }, QKeySequence("F7"));
     QAction* synthesize = menu->addAction(
-        tr("&Synthesize"), this, [=] { run(&BuildPanel::synthesize); }, QKeySequence("F8"));
+        tr("&Synthesize"), this, [=] { prepare()->synthesize(); }, QKeySequence("F8"));
     QAction* stop
         = menu->addAction(tr("S&top"), m_build, &BuildPanel::stop, QKeySequence("Shift+F8"));
     stop->setEnabled(false);

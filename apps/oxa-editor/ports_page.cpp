@@ -59,7 +59,7 @@ void PortsPage::refresh()
             = core() && core()->standard ? core()->standard->getTrigger(i) : nullptr;
         const int bits = each ? each->singleSignals().size() : 0;
         m_ports->item(i)->setText(
-            QString("T%1   %2").arg(QString::number(i), bits > 0 ? bitsText(bits) : tr("unused")));
+            QString("T%1  %2").arg(listNumber(i), bits > 0 ? bitsText(bits) : tr("unused")));
     }
     showPort();
 }

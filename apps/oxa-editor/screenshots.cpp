@@ -107,6 +107,7 @@ void takeDialogs(const QString& file, const QString& directory)
 QPalette darkPalette()
 {
     QPalette palette(QColor(53, 53, 53), QColor(40, 40, 40));
+    palette.setColor(QPalette::Base, QColor(35, 35, 35));
     palette.setColor(QPalette::Highlight, QColor(42, 110, 180));
     palette.setColor(QPalette::Link, QColor(110, 170, 240));
     return palette;

@@ -1,6 +1,7 @@
 #include "signal_editor.h"
 
 #include "add_signals_dialog.h"
+#include "cell_delegate.h"
 #include "signal_clipboard.h"
 #include "signal_model.h"
 #include "signal_names.h"
@@ -22,16 +23,26 @@ using namespace OXA;
 SignalEditor::SignalEditor(bool captures, QWidget* parent)
     : QWidget(parent)
     , m_model(new SignalModel(captures, this))
-    , m_view(new QTreeView(this))
     , m_buttons(new QHBoxLayout)
 {
-    setUpView(captures);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(m_buttons);
-    layout->addWidget(m_view, 1);
     m_buttons->addStretch();
+    makeActions();
+    m_view = new QTreeView; // now, since the order of creation is the Tab key's
+    layout->addWidget(m_view, 1);
+    setUpView(captures);
 
+    keepExpanded();
+    connect(m_model, &SignalModel::edited, this, &SignalEditor::edited);
+    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+        &SignalEditor::updateActions);
+    updateActions();
+}
+
+void SignalEditor::makeActions()
+{
     addButton(makeAction(tr("&Add…"), QKeySequence(Qt::Key_Insert),
         tr("Add signals from a list of names"), &SignalEditor::add));
     const auto forSelection = [this](QAction* action) {
@@ -53,20 +64,15 @@ SignalEditor::SignalEditor(bool captures, QWidget* parent)
     forSelection(makeAction(tr("Re&name"), {}, {}, &SignalEditor::rename));
     forSelection(makeAction(tr("&Copy"), QKeySequence::Copy, {}, &SignalEditor::copy));
     makeAction(tr("Pa&ste Names"), QKeySequence::Paste, {}, &SignalEditor::paste);
-    m_view->addActions(actions());
-    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
-
-    keepExpanded();
-    connect(m_model, &SignalModel::edited, this, &SignalEditor::edited);
-    connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        &SignalEditor::updateActions);
-    updateActions();
 }
 
 void SignalEditor::setUpView(bool captures)
 {
     m_view->setModel(m_model);
+    m_view->setItemDelegate(new CellDelegate(m_view));
     m_view->setAccessibleName(tr("Signals"));
+    m_view->addActions(actions());
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_view->setUniformRowHeights(true);
     m_view->setTextElideMode(Qt::ElideMiddle);
@@ -122,6 +128,8 @@ void SignalEditor::addButton(QAction* action)
     button->setAccessibleName(action->iconText());
     button->setFocusPolicy(Qt::StrongFocus);
     m_buttons->insertWidget(m_buttons->count() - 1, button);
+    if (m_view)
+        setTabOrder(button, m_view);
 }
 
 void SignalEditor::setItems(const QList<SignalItem>& items)

@@ -37,6 +37,7 @@ Q_SIGNALS:
 private:
     QAction* makeAction(const QString& text, const QKeySequence& keys, const QString& hint,
         void (SignalEditor::*done)());
+    void makeActions();
     void setUpView(bool captures);
     void keepExpanded();
     void updateActions();
@@ -57,7 +58,7 @@ private:
     void move(bool up);
 
     SignalModel* m_model;
-    QTreeView* m_view;
+    QTreeView* m_view = nullptr;
     QHBoxLayout* m_buttons;
     QList<QAction*> m_needSelection;
     QAction* m_ungroup;

@@ -139,6 +139,12 @@ SignalItem groupSignals(const QList<SignalItem>& bits)
 
 QString bitsText(int bits) { return bits == 1 ? tr("1 bit") : tr("%1 bits").arg(bits); }
 
+QString listNumber(int number)
+{
+    const QChar figureSpace(0x2007);
+    return QString::number(number).leftJustified(2, figureSpace);
+}
+
 QString shownName(const SignalItem& item) { return item.text.isEmpty() ? item.name : item.text; }
 
 QString movedValue(

@@ -21,6 +21,9 @@ OXA::SignalItem groupSignals(const QList<OXA::SignalItem>& bits);
 /// "1 bit" or "9 bits".
 QString bitsText(int bits);
 
+/// `number` as text of a list, as wide as any below 100.
+QString listNumber(int number);
+
 /// What users see of a signal: its text, or its name when it has none.
 QString shownName(const OXA::SignalItem& item);
 

@@ -7,7 +7,7 @@
 
 SignalsPage::SignalsPage(Document& document, QWidget* parent)
     : CorePage(document, Page::Signals, parent)
-    , m_editor(new SignalEditor(true, this))
+    , m_editor(new SignalEditor(true))
 {
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_editor);

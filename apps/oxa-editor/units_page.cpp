@@ -1,5 +1,7 @@
 #include "units_page.h"
 
+#include "cell_delegate.h"
+
 #include "oxautils/editor/match_unit_dialog.h"
 #include "oxautils/editor/match_unit_model.h"
 
@@ -24,6 +26,7 @@ UnitsPage::UnitsPage(Document& document, QWidget* parent)
 {
     m_view->setAccessibleName(tr("Match units"));
     m_view->setModel(m_model);
+    m_view->setItemDelegate(new CellDelegate(m_view));
     m_view->setColumnHidden(NameColumn, true); // shows what the first column does
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 8 / 5);

@@ -231,9 +231,12 @@ void MatchUnitDialog::Signal2treeItemAndEdit(QTreeWidget* tree, SignalItem item,
     setEditorType(bus, bus->bitWidth);
     connect(bus, &QLineEdit::editingFinished, this, &MatchUnitDialog::onBusEditChange);
     tree->setItemWidget(busRow, kEditColumn, bus);
+    QPalette readOnly; // nothing else says that bits cannot be typed
+    readOnly.setBrush(QPalette::Base, palette().window());
     for (int i = 0; i < item.subItems.size(); ++i) {
         TreeLineEdit* bit = makeEditor(tree, busRow->child(i)->text(kNameColumn));
         bit->setReadOnly(true);
+        bit->setPalette(readOnly);
         bit->setText("0");
         bit->row = row;
         connect(bit, &QLineEdit::editingFinished, this, &MatchUnitDialog::onSubEditChange);

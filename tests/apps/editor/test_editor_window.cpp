@@ -37,6 +37,8 @@ private Q_SLOTS:
     void coresAreListed();
     void unitsAreEditedInTheDialog();
     void valuesFollowTheirBits();
+    void expressionsAreOrdered();
+    void clocksAreCompleted();
     void typingIsOneStep();
     void undoShowsThePlace();
     void badFilesLeaveTheOldOne();
@@ -163,8 +165,8 @@ void TestEditorWindow::coresAreListed()
 {
     WindowDriver driver;
     driver.keys("Ctrl+N");
-    for (int i = 0; i < 3; ++i)
-        driver.press("Add a core");
+    for (int i = 0; i < 2; ++i)
+        driver.press("Add a core"); // one is there
     auto* list = driver.find<QListWidget>("Cores");
     driver.keys("Ctrl+0");
     for (int i = 0; i < 3; ++i) {
@@ -183,15 +185,15 @@ void TestEditorWindow::coresAreListed()
         return texts.join(' ');
     };
     QCOMPARE(modules(), QString("0:core0 1:core1 2:core2"));
-    driver.press("Move the core up");
+    QTest::keyClick(list, Qt::Key_Up, Qt::AltModifier);
     QCOMPARE(modules(), QString("0:core0 1:core2 2:core1"));
     QCOMPARE(list->currentRow(), 1);
-    driver.press("Remove the core");
+    QTest::keyClick(list, Qt::Key_Delete);
     QCOMPARE(modules(), QString("0:core0 1:core1"));
     list->setCurrentRow(0);
     list->model()->moveRow({}, 0, {}, 2); // as dragging does
     QTRY_COMPARE(modules(), QString("0:core1 1:core0"));
-    QCOMPARE(list->item(0)->text(), QString("0   core1"));
+    QVERIFY(list->item(0)->text().endsWith(" core1"));
     driver.press("Remove the core");
     driver.press("Remove the core");
     QCOMPARE(modules(), QString());
@@ -239,10 +241,52 @@ void TestEditorWindow::valuesFollowTheirBits()
     QCOMPARE(unit.value0, value.mid(1) + value.left(1));
     driver.press("Remove");
     QCOMPARE(unit.value0, value.mid(1));
-    QCOMPARE(driver.find<QListWidget>("Trigger ports")->item(0)->text(), QString("T0   8 bits"));
+    QCOMPARE(
+        driver.find<QListWidget>("Trigger ports")->item(0)->text().right(6), QString("8 bits"));
     driver.keys("Ctrl+Z");
     driver.keys("Ctrl+Z");
     QCOMPARE(unit.value0, value);
+}
+
+void TestEditorWindow::expressionsAreOrdered()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    driver.keys("Ctrl+5");
+    auto* list = driver.find<QListWidget>("Expressions in the order of the trigger sequence");
+    QTest::keyClick(list, Qt::Key_Insert);
+    QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m2");
+    QCOMPARE(driver.core().expressions, QStringList({"M0", "M2", "M1 && M2"}));
+    list->model()->moveRow({}, 2, {}, 0); // as dragging does
+    QTRY_COMPARE(driver.core().expressions, QStringList({"M1 && M2", "M0", "M2"}));
+    driver.keys("Ctrl+5");
+    list->setCurrentRow(0);
+    QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
+    QCOMPARE(driver.core().expressions, QStringList({"M0", "M1 && M2", "M2"}));
+    QTest::keyClick(list, Qt::Key_Delete);
+    QCOMPARE(driver.core().expressions, QStringList({"M0", "M2"}));
+    driver.keys("Ctrl+Z");
+    driver.keys("Ctrl+Z");
+    driver.keys("Ctrl+Z");
+    QCOMPARE(driver.core().expressions, QStringList({"M0", "M2", "M1 && M2"}));
+    QCOMPARE(list->item(2)->text().right(8), QString("M1 && M2"));
+}
+
+void TestEditorWindow::clocksAreCompleted()
+{
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    driver.press("Add a core");
+    auto* clock = driver.find<QLineEdit>("Sample clock:");
+    clock->setFocus();
+    QTest::keyClicks(clock, "clk");
+    QWidget* popup = QApplication::activePopupWidget();
+    QVERIFY(popup);
+    QTest::keyClick(popup, Qt::Key_Down);
+    QTest::keyClick(popup, Qt::Key_Return);
+    driver.activate();
+    QTest::keyClick(clock, Qt::Key_Tab);
+    QCOMPARE(driver.core(1).sampleClock, QString("uart_tx/clk")); // the other core's
 }
 
 void TestEditorWindow::typingIsOneStep()
@@ -360,7 +404,7 @@ void TestEditorWindow::changesAreNotLost()
     QVERIFY(driver.window.isVisible());
     QCOMPARE(bytesOf(path), before);
     QVERIFY(!WindowDriver::answering(QMessageBox::Save, [&] { driver.keys("Ctrl+N"); }).isEmpty());
-    QVERIFY(driver.document().cores().isEmpty());
+    QVERIFY(driver.core().moduleName.isEmpty());
     QVERIFY(bytesOf(path).contains("\"uart_tx2\""));
     driver.press("Add a core");
     QVERIFY(!WindowDriver::answering(QMessageBox::Discard, [&] {
@@ -375,7 +419,6 @@ void TestEditorWindow::saveAs()
 {
     WindowDriver driver;
     driver.keys("Ctrl+N");
-    driver.press("Add a core");
     WindowDriver::inModal<QFileDialog>(
         [&](QFileDialog* dialog) {
             dialog->setDirectory(m_folder.path("."));
@@ -526,19 +569,46 @@ void TestEditorWindow::costOnAPart()
     QCOMPARE(part->part().partNumber, QString("QX1N-9LV-QFN88-C6"));
 }
 
-/// Everything that takes input has a name for a screen reader and can be reached by Tab.
+namespace {
+
+QString nameOf(QWidget* widget)
+{
+    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
+}
+
+/// Whether the eye comes to `a` before `b`: left to right in a row, downwards in a column.
+bool readsBefore(const QWidget* a, const QWidget* b)
+{
+    const QRect from(a->mapTo(a->window(), QPoint()), a->size());
+    const QRect to(b->mapTo(b->window(), QPoint()), b->size());
+    const bool sameColumn = from.left() <= to.right() && to.left() <= from.right();
+    return sameColumn ? from.top() <= to.top()
+                      : from.left() < to.left() || from.bottom() < to.top();
+}
+
+}
+
+/// Everything that takes input has a name for a screen reader and can be reached by Tab, in the
+/// order in which the window is read.
 void TestEditorWindow::everythingHasANameAndTakesTheFocus()
 {
     WindowDriver driver;
     QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
     for (int page = 1; page <= 5; ++page) {
         driver.keys(qPrintable(QString("Ctrl+%1").arg(page)));
-        QSet<QWidget*> reached;
-        for (QWidget* at = driver.window.focusWidget(); at && !reached.contains(at);) {
+        QList<QWidget*> reached;
+        for (QWidget* at = driver.find<QListWidget>("Cores"); at && !reached.contains(at);) {
+            at->setFocus();
             reached += at;
             QTest::keyClick(at, Qt::Key_Tab);
             at = driver.window.focusWidget();
         }
+        for (int i = 1; i < reached.size(); ++i)
+            QVERIFY2(readsBefore(reached.at(i - 1), reached.at(i)),
+                qPrintable(QString("%1 %2, %3")
+                               .arg(nameOf(reached.at(i - 1)))
+                               .arg(page)
+                               .arg(nameOf(reached.at(i)))));
         for (QWidget* widget : driver.window.findChildren<QWidget*>()) {
             const bool input = qobject_cast<QAbstractSpinBox*>(widget)
                 || qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget)
@@ -547,14 +617,10 @@ void TestEditorWindow::everythingHasANameAndTakesTheFocus()
                 || widget->focusPolicy() == Qt::NoFocus
                 || QByteArray(widget->metaObject()->className()).startsWith("QDockWidget"))
                 continue;
-            const QString what
-                = QString("%1 %2 on page %3")
-                      .arg(widget->metaObject()->className(),
-                          QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name))
-                      .arg(page);
-            QVERIFY2(
-                !QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty(),
-                qPrintable(what));
+            const QString what = QString("%1 %2 on page %3")
+                                     .arg(widget->metaObject()->className(), nameOf(widget))
+                                     .arg(page);
+            QVERIFY2(!nameOf(widget).isEmpty(), qPrintable(what));
             const bool sameGroup = qobject_cast<QTabBar*>(widget);
             QVERIFY2(
                 sameGroup || reached.contains(widget) || reached.contains(widget->focusProxy()),
