@@ -234,6 +234,9 @@ bool AnalyzerClient::command(int core, CoreCommand command)
 
 bool AnalyzerClient::readMemory(const CoreIdentity& core, qint64 words, BitString& memory)
 {
+    constexpr qint64 kMostBits = 1 << 28; // three pads a bit have to fit an array
+    if (words > core.depth || words * core.wordBits() > kMostBits)
+        return fail(core.position, QString("it claims %1 samples in its memory").arg(words));
     return read(core.position, Memory, int(words) * core.wordBits(), memory);
 }
 

@@ -120,7 +120,9 @@ int identityBits(const BitString& head)
 bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, QString& error)
 {
     identity = {};
-    if (get(bits, kMagicField) != kMagic || get(bits, kKindField) > 1)
+    if (bits.size() < kIdentityHeadBits)
+        error = "its identity is cut off";
+    else if (get(bits, kMagicField) != kMagic || get(bits, kKindField) > 1)
         error = "it is no analyzer core";
     else if (get(bits, kVersionField) != kVersion)
         error = QString("it speaks version %1 of the protocol, not %2")
@@ -128,6 +130,8 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
                     .arg(kVersion);
     else if (bits.size() < identityBits(bits))
         error = "its identity is cut off";
+    else if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)
+        error = "it captures no signal";
     if (!error.isEmpty())
         return false;
     identity.position = position;

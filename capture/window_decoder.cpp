@@ -86,6 +86,18 @@ DecodedWindow openWindow(
     return cut(words, from, trigger, trigger + behind);
 }
 
+// What no core at rest says of a run with these settings: a status that arrives whole can still be
+// that of a target which is none of ours.
+QString complaint(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    if (status.position > (core.lite ? core.depth : setup.captureAmount))
+        return QString("it stands at sample %1, which its memory does not have")
+            .arg(status.position);
+    if (!core.lite && completeWindows(status, setup) > setup.windowNum)
+        return QString("it took %1 windows instead of %2").arg(status.windows).arg(setup.windowNum);
+    return {};
+}
+
 }
 
 qint64 usedWords(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
@@ -100,6 +112,9 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
     QString& error)
 {
     windows.clear();
+    error = complaint(core, status, setup);
+    if (!error.isEmpty())
+        return false;
     const qint64 words = usedWords(core, status, setup);
     if (core.lite) {
         if (words > 0)
@@ -112,7 +127,8 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
         const bool isOpen = window == completeWindows(status, setup);
         const qint64 trigger
             = own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
-        if (trigger == kNoSample) {
+        // What stopped after its trigger has gone past it.
+        if (trigger == kNoSample || (isOpen && trigger == status.position)) {
             error = QString("window %1 has no trigger").arg(window);
             return false;
         }

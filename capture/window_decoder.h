@@ -19,8 +19,8 @@ OXACAPTURE_EXPORT qint64 usedWords(
 /// The windows in the memory of a core at rest, in the order in which they were taken.
 ///
 /// `memory` holds `usedWords` words, `shortOnes` a bit for each window that `setup` asks for.
-/// False, with `error`, when a window has no trigger's mark. A Lite core has one window, without a
-/// trigger.
+/// False, with `error`, when a window has no trigger's mark or the status is none of such a run. A
+/// Lite core has one window, without a trigger.
 OXACAPTURE_EXPORT bool decodeWindows(const CoreIdentity& core, const CoreStatus& status,
     const TriggerSetup& setup, const BitString& shortOnes, const BitString& memory,
     std::vector<DecodedWindow>& windows, QString& error);

@@ -19,25 +19,16 @@ QByteArray bytesOf(const QString& path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Control characters cannot be written in XML, so a text that got some by reference is not kept.
-bool isWritable(const QByteArray& text)
-{
-    for (const char c : text) {
-        if (uchar(c) < 0x20 && c != '\n' && c != '\t')
-            return false;
-    }
-    return !text.contains("\xef\xbf\xbe") && !text.contains("\xef\xbf\xbf");
-}
-
 template <typename Core, typename Write, typename Read>
 void roundTrip(const QList<Core*>& cores, const Write& write, const Read& read)
 {
     static const QTemporaryDir directory("/dev/shm/fuzzXXXXXX");
     const QString first = directory.filePath("first");
     const QString second = directory.filePath("second");
+    QFile::remove(first);
     write(cores, first);
-    if (!isWritable(bytesOf(first)))
-        return;
+    if (!QFile::exists(first))
+        return; // a text got a character by reference that XML cannot hold
     bool ok = false;
     const QList<Core*> again = read(first, &ok, nullptr);
     require(ok, "what was written can be read");
@@ -60,7 +51,10 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     silenceLog();
     const MemoryFile file(data, size);
     const QString path = file.path();
-    OXA::oxaModeFromOxaConfigFile(path);
+    const OXA::OxaMode mode = OXA::oxaModeFromOxaConfigFile(path);
+    require(mode == OXA::Standard || mode == OXA::Lite || mode == OXA::Invalid, "one of three");
+    OXA::versionFromOxaConfigFile(path);
+    OXA::readOXACRCForXml(path);
     OXA::checkOXAStandardFile(path);
     OXA::checkOXALiteFile(path);
     OXA::computeOXACRCForXml(path);

@@ -1,0 +1,117 @@
+// Cores that keep to the protocol and lie in every register: found, read out and decoded, or
+// refused with a reason.
+#include "fuzz_support.h"
+
+#include "capture/analyzer_client.h"
+#include "capture/crc32.h"
+#include "capture/window_decoder.h"
+
+#include <QtEndian>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr int kSetupBytes = 6;
+constexpr int kRegisterBytes = 24; // from one register's contents to the next one's, in the input
+constexpr quint32 kMagic = 0x3141584f;
+constexpr int kAskedBehind = 1 + 32 + 24; // the end, the sum and what a client shifts beyond
+constexpr int kLongestScan = 1 << 13;
+
+class LyingTarget : public JtagLink {
+public:
+    LyingTarget(const uint8_t* data, size_t size)
+        : m_bytes(reinterpret_cast<const char*>(data), int(size))
+    {
+    }
+
+    bool reset() override { return true; }
+    bool scanIr(const BitString&) override { return true; }
+    bool scanDr(const BitString& out, BitString* in) override
+    {
+        if (out.at(1))
+            m_address = int(out.number(2, 8));
+        else if (in)
+            *in = answer(out.size() - 2 - kAskedBehind);
+        return true;
+    }
+
+private:
+    bool bit(int i) const
+    {
+        const int reg = m_address & 15;
+        if (reg == 0 && i < 40) // what makes it an analyzer core of this protocol
+            return (quint64(kMagic) | quint64(1) << 32) >> i & 1;
+        return m_bytes.at((reg * kRegisterBytes + i / 8) % m_bytes.size()) >> (i % 8) & 1;
+    }
+
+    BitString answer(int bits) const
+    {
+        const bool isThere = m_address >> 4 == 0;
+        BitString in(isThere ? 0b100 : 0, 3);
+        Crc32 crc;
+        crc.add(quint64(m_address), 8);
+        for (int i = 0; i < bits; ++i) {
+            in.append(isThere && bit(i));
+            crc.add(bit(i));
+        }
+        in.append(isThere ? crc.sum() : 0, 32);
+        in.append(0, 32);
+        return in;
+    }
+
+    QByteArray m_bytes;
+    int m_address = 0;
+};
+
+void readOut(AnalyzerClient& client, const CoreIdentity& core, const TriggerSetup& setup)
+{
+    CoreStatus status;
+    if (!client.readStatus(core, status))
+        return;
+    const qint64 words = usedWords(core, status, setup);
+    if (words <= core.depth && words * core.wordBits() > kLongestScan)
+        return; // legal, and nothing but slow
+    BitString shortOnes;
+    BitString memory;
+    if (!client.readWindows(core, setup.windowNum, shortOnes)
+        || !client.readMemory(core, words, memory)) {
+        require(!client.error().isEmpty(), "a failure says why");
+        return;
+    }
+    std::vector<DecodedWindow> windows;
+    QString error;
+    if (!decodeWindows(core, status, setup, shortOnes, memory, windows, error)) {
+        require(!error.isEmpty(), "a refusal says why");
+        return;
+    }
+    for (const DecodedWindow& window : windows)
+        require(window.triggerOffset < window.samples.size(), "the trigger is among the samples");
+}
+
+}
+
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    if (size < kSetupBytes + 1)
+        return 0;
+    TriggerSetup setup;
+    setup.captureAmount = 1 + qFromLittleEndian<quint16>(data) % 1024;
+    setup.triggerPos = qFromLittleEndian<quint16>(data + 2) % setup.captureAmount;
+    setup.windowNum = 1 + qFromLittleEndian<quint16>(data + 4) % 64;
+    LyingTarget target(data + kSetupBytes, size - kSetupBytes);
+    AnalyzerClient client(target, BitString(8, 5));
+    std::vector<CoreIdentity> cores;
+    if (!client.begin() || !client.discover(cores)) {
+        require(!client.error().isEmpty(), "a failure says why");
+        return 0;
+    }
+    const OXA::AoCore standard(0);
+    const OXA::AOCore_Lite lite;
+    for (const CoreIdentity& core : cores) {
+        differences(core, standard);
+        differences(core, lite);
+        readOut(client, core, setup);
+    }
+    return 0;
+}
