@@ -1,0 +1,16 @@
+#ifndef APPS_OXA_EDITOR_WAVE_QUANTITY_H
+#define APPS_OXA_EDITOR_WAVE_QUANTITY_H
+
+#include <QString>
+
+/// Reads a frequency: "50 MHz", "50M", "32.768k", "27e6". False for anything else, and for one that
+/// is not above 0.
+bool readFrequency(const QString& text, double& hertz);
+
+/// "12.5 MHz".
+QString frequencyText(double hertz);
+
+/// "500 ns", "-1.28 µs".
+QString durationText(double seconds);
+
+#endif

@@ -1,0 +1,186 @@
+#include "wave_painter.h"
+
+#include <QFontMetrics>
+#include <QGlyphRun>
+#include <QPainter>
+#include <QPalette>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr int kMargin = 3; // above and below a lane
+constexpr int kSlope = 2; // of a bus's change, half of it
+constexpr int kSlopedWidth = 10; // of the narrowest run that gets slopes
+constexpr int kFillAlpha = 50; // of 255
+constexpr int kBusyAlpha = 160;
+constexpr int kOpaque = 255;
+constexpr int kFirstCharacter = 0x20;
+constexpr int kCharacters = 0x5f;
+constexpr int kFewestDigits = 2; // that are worth showing of a value
+
+}
+
+WaveColors waveColors(const QPalette& palette)
+{
+    const bool dark = palette.color(QPalette::Base).lightness() < 128;
+    const auto pick = [dark](QRgb onLight, QRgb onDark) { return QColor(dark ? onDark : onLight); };
+    WaveColors colors;
+    colors.signal = pick(0x146c2e, 0x6fd68a);
+    colors.bus = pick(0x1c4fa0, 0x7fb2ff);
+    colors.event = pick(0x7a4a00, 0xf0b860);
+    colors.unknown = pick(0xb02020, 0xff7a70);
+    colors.notLookedFor = palette.color(QPalette::Mid);
+    colors.text = palette.color(QPalette::Text);
+    colors.window = pick(0xfff7dc, 0x403c2a);
+    colors.border = pick(0xb08a20, 0xc0a850);
+    colors.trigger = pick(0xd01818, 0xff5a4a);
+    colors.grid = pick(0xe4e4e4, 0x3c3c3c);
+    colors.cursors[0] = pick(0x8a1fa8, 0xe28cff);
+    colors.cursors[1] = pick(0x00707e, 0x5ce0f0);
+    return colors;
+}
+
+WavePainter::WavePainter(
+    const WaveScale& scale, qint64 samples, int left, int right, const QFont& font)
+    : m_scale(scale)
+    , m_samples(samples)
+    , m_left(left)
+    , m_right(qMin(right, int(std::ceil(scale.xOf(double(samples))))))
+    , m_font(QRawFont::fromFont(font))
+{
+    QString characters;
+    for (int i = 0; i < kCharacters; ++i)
+        characters += QChar(kFirstCharacter + i);
+    m_glyphOf = m_font.glyphIndexesForString(characters);
+    m_digitWidth = qMax(QFontMetrics(font).horizontalAdvance('0'), 1);
+}
+
+void WavePainter::add(const WaveRow& row, Radix radix, int top, int height)
+{
+    const Lane lane {row, radix, top + kMargin, top + height - 1 - kMargin,
+        row.isEvent       ? Event
+            : row.isBus() ? Bus
+                          : Signal};
+    int busyFrom = -1;
+    for (int x = m_left; x < m_right;) {
+        const qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
+        const qint64 change = row.changes.next(sample + 1);
+        const int end = qMin(m_right, int(m_scale.xOf(double(change))));
+        if (end <= x) { // changes within this pixel
+            busyFrom = busyFrom < 0 ? x : busyFrom;
+            ++x;
+            continue;
+        }
+        if (busyFrom >= 0)
+            addBusy(lane, busyFrom, x - 1);
+        busyFrom = -1;
+        addRun(lane, sample, x, end);
+        x = end;
+    }
+    if (busyFrom >= 0)
+        addBusy(lane, busyFrom, m_right - 1);
+}
+
+// The pixels `from` to `to` in which there are changes: one is an edge.
+void WavePainter::addBusy(const Lane& lane, int from, int to)
+{
+    if (to > from)
+        m_busy[lane.ink] += QRect(QPoint(from, lane.high), QPoint(to, lane.low));
+    else if (!lane.row.isBus())
+        edge(lane.ink, from, lane.high, lane.low);
+}
+
+void WavePainter::addRun(const Lane& lane, qint64 sample, int from, int to)
+{
+    const Ink unknown = lane.row.isEvent ? NotLookedFor : Unknown;
+    const int middle = (lane.high + lane.low) / 2;
+    if (lane.row.isBus()) {
+        const WaveValue value = lane.row.valueAt(sample);
+        if (lane.row.isEvent && !value.isKnown())
+            across(unknown, from, to, middle);
+        else
+            addBusRun(lane, value, value.isKnown() ? lane.ink : unknown, from, to);
+        return;
+    }
+    switch (lane.row.bitAt(sample)) {
+    case Logic::Zero:
+        across(lane.ink, from, to, lane.low);
+        break;
+    case Logic::One:
+        across(lane.ink, from, to, lane.high);
+        m_fills[lane.ink] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
+        break;
+    case Logic::Unknown:
+        across(unknown, from, to, middle);
+        if (!lane.row.isEvent) {
+            m_fills[unknown] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
+            addText("x", from, to, lane.low);
+        }
+        break;
+    }
+}
+
+void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, int from, int to)
+{
+    if (!value.isKnown())
+        m_fills[ink] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
+    const int slope = to - from >= kSlopedWidth ? kSlope : 0;
+    const int middle = (lane.high + lane.low) / 2;
+    for (const int y : {lane.high, lane.low}) {
+        across(ink, from + slope, to - slope, y);
+        if (slope > 0) {
+            m_slopes[ink] += QLine(from, middle, from + slope, y);
+            m_slopes[ink] += QLine(to - slope, y, to, middle);
+        }
+    }
+    if (slope == 0)
+        edge(ink, from, lane.high, lane.low);
+    if (to - from >= m_digitWidth + 2 * kSlope)
+        addText(valueText(value, lane.radix), from, to, lane.low);
+}
+
+/// The text in the middle of the run, or its beginning, when there is room for some of it.
+void WavePainter::addText(const QString& text, int from, int to, int base)
+{
+    const int room = (to - from - 2 * kSlope) / m_digitWidth;
+    const bool whole = text.size() <= room;
+    if (!whole && room <= kFewestDigits)
+        return;
+    const QString shown = whole ? text : text.left(room - 1) + '~';
+    const double baseline = base - m_font.descent() + 1;
+    double x = from + (to - from - shown.size() * m_digitWidth) / 2;
+    for (const QChar character : shown) {
+        const int glyph = character.unicode() - kFirstCharacter;
+        if (glyph > 0 && glyph < m_glyphOf.size()) {
+            m_glyphs += m_glyphOf.at(glyph);
+            m_glyphPlaces += QPointF(x, baseline);
+        }
+        x += m_digitWidth;
+    }
+}
+
+void WavePainter::paint(QPainter& painter, const WaveColors& colors) const
+{
+    const QColor inks[Inks]
+        = {colors.signal, colors.bus, colors.event, colors.unknown, colors.notLookedFor};
+    const auto fill = [&](const QVector<QRect>& areas, QColor color, int alpha) {
+        color.setAlpha(alpha);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(color);
+        painter.drawRects(areas);
+    };
+    for (int ink = 0; ink < Inks; ++ink) {
+        fill(m_fills[ink], inks[ink], kFillAlpha);
+        fill(m_busy[ink], inks[ink], kBusyAlpha);
+        fill(m_lines[ink], inks[ink], kOpaque);
+        painter.setPen(inks[ink]);
+        painter.drawLines(m_slopes[ink]);
+    }
+    QGlyphRun run;
+    run.setRawFont(m_font);
+    run.setGlyphIndexes(m_glyphs);
+    run.setPositions(m_glyphPlaces);
+    painter.setPen(colors.text);
+    painter.drawGlyphRun({0, 0}, run);
+}

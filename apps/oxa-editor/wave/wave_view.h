@@ -1,0 +1,73 @@
+#ifndef APPS_OXA_EDITOR_WAVE_WAVE_VIEW_H
+#define APPS_OXA_EDITOR_WAVE_WAVE_VIEW_H
+
+#include "waveform.h"
+
+#include <QWidget>
+
+class QAction;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QScrollBar;
+class QSplitter;
+class QToolBar;
+class QTreeView;
+class WaveCanvas;
+class WaveModel;
+
+/// Shows waveforms: the rows with their values at cursor A, the samples beside them, and what a
+/// user does with them.
+class WaveView : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit WaveView(QWidget* parent = nullptr);
+
+    /// Shows `waveform`, never null; what the user chose (radixes, expanded buses, zoom, cursors)
+    /// stays as far as it applies.
+    void setWaveform(const WaveformPtr& waveform);
+    WaveformPtr waveform() const;
+
+    QTreeView* rows() const { return m_rows; }
+    WaveCanvas* canvas() const { return m_canvas; }
+
+    /// The sample clock in Hz, for times; 0: unknown.
+    double clock() const { return m_clockHz; }
+
+    /// Finds the next (`step` 1) or previous (-1) change of the current row to the value that is
+    /// looked for, or to any, and puts cursor A there.
+    void find(int step);
+
+    void setRadix(Radix radix);
+    void copyPicture();
+
+    /// Hands what was captured, or else all samples, to GTKWave.
+    void openInGtkWave();
+
+private:
+    void layOut();
+    void makeActions(QToolBar* bar);
+    QAction* addAction(const QString& text, const QString& tip, const QList<QKeySequence>& keys,
+        const std::function<void()>& act);
+    QMenu* makeMenu();
+    void showScale();
+    void showCursors();
+    void showTrigger();
+    void readClock();
+    void say(const QString& text);
+    QString cursorText(int which) const;
+    QString timeText(qint64 samples) const;
+
+    WaveModel* m_model;
+    QTreeView* m_rows;
+    WaveCanvas* m_canvas;
+    QSplitter* m_splitter;
+    QScrollBar* m_scroll;
+    QLineEdit* m_wanted;
+    QLineEdit* m_clock;
+    QLabel* m_state;
+    double m_clockHz = 0;
+};
+
+#endif

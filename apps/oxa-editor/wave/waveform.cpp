@@ -1,0 +1,124 @@
+#include "waveform.h"
+
+#include "wave_events.h"
+
+#include <algorithm>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+// `count` bits of `words` from the bit `at` on, in words of their own.
+std::vector<quint64> cut(const quint64* words, int at, int count)
+{
+    std::vector<quint64> result(size_t(count + 63) / 64);
+    const int shift = at % 64;
+    for (int word = 0; word < int(result.size()); ++word) {
+        const quint64* from = words + at / 64 + word;
+        result[size_t(word)] = from[0] >> shift;
+        const bool more = shift > 0 && count - word * 64 > 64 - shift;
+        if (more)
+            result[size_t(word)] |= from[1] << (64 - shift);
+    }
+    if (count % 64 != 0)
+        result.back() &= ~quint64(0) >> (64 - count % 64);
+    return result;
+}
+
+// For each bit of a field, the first the most significant, where it changes.
+std::vector<ChangeIndex> bitChanges(const SampleTable& samples, int field)
+{
+    const SampleLayout& layout = samples.layout();
+    const int width = layout.width(field);
+    const int values = layout.valueAt(field);
+    const int unknowns = layout.unknownAt(field);
+    std::vector<ChangeIndex> changes(size_t(width), ChangeIndex(samples.size()));
+    for (qint64 sample = 1; sample < samples.size(); ++sample) {
+        const quint64* before = samples.row(sample - 1);
+        const quint64* now = samples.row(sample);
+        for (int word = 0; word < layout.words(field); ++word) {
+            quint64 changed = (before[values + word] ^ now[values + word])
+                | (before[unknowns + word] ^ now[unknowns + word]);
+            for (; changed; changed &= changed - 1) {
+                const int fromLeast = word * 64 + int(qCountTrailingZeroBits(changed));
+                changes[size_t(width - 1 - fromLeast)].insert(sample);
+            }
+        }
+    }
+    return changes;
+}
+
+QString shownName(const OXA::SignalItem& item)
+{
+    return item.text.isEmpty() ? item.name : item.text;
+}
+
+}
+
+WaveValue WaveRow::valueAt(qint64 sample) const
+{
+    const SampleLayout& layout = samples->layout();
+    const quint64* row = samples->row(sample);
+    const int fromLeast = layout.width(field) - firstBit - width;
+    return {width, cut(row + layout.valueAt(field), fromLeast, width),
+        cut(row + layout.unknownAt(field), fromLeast, width)};
+}
+
+int Waveform::windowAt(qint64 sample) const
+{
+    const auto behind = std::upper_bound(windows.begin(), windows.end(), sample,
+        [](qint64 at, const WaveWindow& window) { return at < window.first; });
+    if (behind == windows.begin())
+        return -1;
+    const WaveWindow& window = *std::prev(behind);
+    return sample < window.first + window.samples ? int(behind - windows.begin()) - 1 : -1;
+}
+
+WaveRows signalRows(const QList<OXA::SignalItem>& items,
+    const std::shared_ptr<const SampleTable>& samples, int field, bool isEvent)
+{
+    const std::vector<ChangeIndex> changes = bitChanges(*samples, field);
+    int at = 0;
+    const auto bitRow = [&](const OXA::SignalItem& item) {
+        WaveRow row {shownName(item), isEvent, samples, field, at, 1, changes[size_t(at)], {}};
+        ++at;
+        return row;
+    };
+    WaveRows rows;
+    for (const OXA::SignalItem& item : items) {
+        if (!item.isBus()) {
+            rows.push_back(std::make_shared<WaveRow>(bitRow(item)));
+            continue;
+        }
+        WaveRow bus {shownName(item), isEvent, samples, field, at, item.bitCount(),
+            ChangeIndex(samples->size()), {}};
+        for (const OXA::SignalItem& bit : item.subItems) {
+            bus.bits.push_back(bitRow(bit));
+            bus.changes.unite(bus.bits.back().changes);
+        }
+        rows.push_back(std::make_shared<WaveRow>(std::move(bus)));
+    }
+    return rows;
+}
+
+WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* core)
+{
+    auto waveform = std::make_shared<Waveform>();
+    auto samples
+        = std::make_shared<SampleTable>(SampleLayout({OXA::flattenedNames(captured.items).size()}));
+    for (const CapturedWindow& window : captured.windows) {
+        const qint64 first = samples->size();
+        samples->appendField(window.samples, 0, 0, window.samples.size());
+        const qint64 trigger = window.triggerOffset();
+        waveform->windows.push_back(
+            {first, window.samples.size(), trigger == kNoSample ? kNoSample : first + trigger});
+    }
+    waveform->samples = samples->size();
+    waveform->rows = signalRows(captured.items, samples, 0);
+    waveform->captured = captured;
+    if (core) {
+        const WaveRows events = capturedEventRows(*core, captured, *samples, waveform->windows);
+        waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());
+    }
+    return waveform;
+}

@@ -1,0 +1,58 @@
+#ifndef APPS_OXA_EDITOR_WAVE_WAVEFORM_H
+#define APPS_OXA_EDITOR_WAVE_WAVEFORM_H
+
+#include "change_index.h"
+#include "wave_value.h"
+
+#include "capture/simulated_core.h"
+
+#include <memory>
+
+/// A line of a waveform: what a signal, a bus or an event was at consecutive samples. Never changes
+/// once it is made, so threads may share it.
+struct WaveRow {
+    QString name;
+    bool isEvent = false; ///< of the trigger; unknown then means that it was not looked for
+    std::shared_ptr<const OXA_CAPTURE::SampleTable> samples;
+    int field = 0; ///< of the samples
+    int firstBit = 0; ///< in the field, 0 is the most significant
+    int width = 1; ///< bits
+    ChangeIndex changes; ///< samples that differ from the one before
+    std::vector<WaveRow> bits; ///< of a bus
+
+    bool isBus() const { return !bits.empty(); }
+    OXA_CAPTURE::Logic bitAt(qint64 sample) const { return samples->bit(sample, field, firstBit); }
+    WaveValue valueAt(qint64 sample) const;
+};
+
+/// Consecutive samples that a core kept.
+struct WaveWindow {
+    qint64 first = 0;
+    qint64 samples = 0;
+    qint64 trigger = OXA_CAPTURE::kNoSample; ///< counted as `first` is
+};
+
+/// What is shown of one core: its signals over samples, and what the trigger made of them.
+struct Waveform {
+    qint64 samples = 0;
+    std::vector<std::shared_ptr<const WaveRow>> rows; ///< events behind the signals
+    std::vector<WaveWindow> windows; ///< in the order of their samples
+    OXA_CAPTURE::CapturedCore captured; ///< what a file of the windows holds
+
+    /// The window that `sample` lies in; -1 for none.
+    int windowAt(qint64 sample) const;
+};
+
+using WaveformPtr = std::shared_ptr<const Waveform>;
+using WaveRows = std::vector<std::shared_ptr<const WaveRow>>;
+
+/// The rows of `items`, whose flattened bits are `field` of `samples`.
+WaveRows signalRows(const QList<OXA::SignalItem>& items,
+    const std::shared_ptr<const OXA_CAPTURE::SampleTable>& samples, int field,
+    bool isEvent = false);
+
+/// A captured core's windows, one behind the other. With the `core` that it was captured with (may
+/// be null), the matches of those units whose signals are all among the data.
+WaveformPtr capturedWaveform(const OXA_CAPTURE::CapturedCore& captured, const OXA::AoCore* core);
+
+#endif
