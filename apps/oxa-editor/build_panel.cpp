@@ -39,7 +39,7 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
     , m_synthesize(new QPushButton(tr("S&ynthesize")))
     , m_stop(new QPushButton(tr("S&top")))
     , m_progress(new QProgressBar)
-    , m_stage(new QLabel)
+    , m_stage(new QLabel(tr("Ready")))
     , m_log(new QListWidget)
 {
     layOut();

@@ -11,6 +11,7 @@
 
 namespace {
 
+constexpr int kTakesColumn = 2;
 const QColor kOverColor(190, 30, 30); // with white text on it
 
 // In the order of OXA_TOOL::MemoryKind.
@@ -51,6 +52,7 @@ CostPanel::CostPanel(QWidget* parent)
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
     m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_cores->header()->setSectionResizeMode(kTakesColumn, QHeaderView::Stretch);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(bars);
@@ -76,8 +78,10 @@ void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
             total[kind] += taken;
         const QString takes = counts ? tr("%1 %2").arg(QString::number(taken), tr(kKindNames[kind]))
                                      : tr("is not built");
-        m_cores->addTopLevelItem(new QTreeWidgetItem({QString::number(i),
-            QString("%1 × %2").arg(memory.width + int(memory.mark)).arg(memory.depth), takes}));
+        auto* row = new QTreeWidgetItem({QString::number(i),
+            QString("%1 × %2").arg(memory.width + int(memory.mark)).arg(memory.depth), takes});
+        row->setToolTip(kTakesColumn, takes);
+        m_cores->addTopLevelItem(row);
     }
     const OXA_TOOL::MemoryAmounts available
         = known ? OXA_TOOL::deviceMemory(part.partNumber, part.name) : OXA_TOOL::MemoryAmounts();

@@ -30,7 +30,7 @@ PortsPage::PortsPage(Document& document, QWidget* parent)
     splitter->addWidget(m_editor);
     splitter->setStretchFactor(1, 1);
     splitter->setStretchFactor(0, 0);
-    m_ports->setMinimumWidth(fontMetrics().averageCharWidth() * 17);
+    m_ports->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
     splitter->setChildrenCollapsible(false);
     splitter->setSizes({1, 1000});
     auto* layout = new QVBoxLayout(this);

@@ -106,8 +106,8 @@ void takeDialogs(const QString& file, const QString& directory)
 
 QPalette darkPalette()
 {
-    QPalette palette(QColor(53, 53, 53), QColor(40, 40, 40));
-    palette.setColor(QPalette::Base, QColor(35, 35, 35));
+    QPalette palette(QColor(53, 53, 53), QColor(42, 42, 42));
+    palette.setColor(QPalette::Base, QColor(27, 27, 27));
     palette.setColor(QPalette::Highlight, QColor(42, 110, 180));
     palette.setColor(QPalette::Link, QColor(110, 170, 240));
     return palette;

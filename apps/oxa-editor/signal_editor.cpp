@@ -57,10 +57,12 @@ void SignalEditor::makeActions()
     m_ungroup = makeAction(tr("&Ungroup"), QKeySequence("Ctrl+Shift+G"),
         tr("Replace the selected buses by their bits"), &SignalEditor::ungroup);
     addButton(m_ungroup);
-    addButton(forSelection(makeAction(
-        tr("U&p"), QKeySequence("Alt+Up"), tr("Move the selected up"), &SignalEditor::moveUp)));
+    addButton(forSelection(makeAction(tr("U&p"), QKeySequence("Alt+Up"), tr("Move the selected up"),
+                  &SignalEditor::moveUp)))
+        ->setArrowType(Qt::UpArrow);
     addButton(forSelection(makeAction(tr("Do&wn"), QKeySequence("Alt+Down"),
-        tr("Move the selected down"), &SignalEditor::moveDown)));
+                  tr("Move the selected down"), &SignalEditor::moveDown)))
+        ->setArrowType(Qt::DownArrow);
     forSelection(makeAction(tr("Re&name"), {}, {}, &SignalEditor::rename));
     forSelection(makeAction(tr("&Copy"), QKeySequence::Copy, {}, &SignalEditor::copy));
     makeAction(tr("Pa&ste Names"), QKeySequence::Paste, {}, &SignalEditor::paste);
@@ -121,7 +123,7 @@ QAction* SignalEditor::makeAction(const QString& text, const QKeySequence& keys,
     return action;
 }
 
-void SignalEditor::addButton(QAction* action)
+QToolButton* SignalEditor::addButton(QAction* action)
 {
     auto* button = new QToolButton(this);
     button->setDefaultAction(action);
@@ -130,6 +132,7 @@ void SignalEditor::addButton(QAction* action)
     m_buttons->insertWidget(m_buttons->count() - 1, button);
     if (m_view)
         setTabOrder(button, m_view);
+    return button;
 }
 
 void SignalEditor::setItems(const QList<SignalItem>& items)

@@ -8,6 +8,7 @@
 
 class QAction;
 class QHBoxLayout;
+class QToolButton;
 class QTreeView;
 class SignalModel;
 
@@ -26,7 +27,7 @@ public:
     SignalModel* model() const { return m_model; }
 
     /// Adds a button for `action` behind the editor's own.
-    void addButton(QAction* action);
+    QToolButton* addButton(QAction* action);
 
     /// Puts `items` behind the current row, as the step `step`.
     void insert(const QList<OXA::SignalItem>& items, const QString& step);

@@ -113,6 +113,8 @@ void MatchUnitDialog::connectInputs()
     connect(ui->comboBoxFunc, activated, this, &MatchUnitDialog::onFuncChanged);
     connect(ui->spinBoxCounterWidth, QOverload<int>::of(&QSpinBox::valueChanged), this,
         &MatchUnitDialog::onCounterWidthChanged);
+    for (QTreeWidget* tree : {ui->treeSignals0, ui->treeSignals1})
+        tree->installEventFilter(this);
     for (QRadioButton* button : {ui->rbtnBin, ui->rbtnOct, ui->rbtnDec, ui->rbtnHex})
         connect(button, &QRadioButton::toggled, this, &MatchUnitDialog::onBaseChanged);
 }

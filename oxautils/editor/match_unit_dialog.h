@@ -58,6 +58,9 @@ public Q_SLOTS:
     void onBusEditChange();
     void onSubEditChange();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void initialize();
     void setEditorType(QLineEdit* edit, int width);

@@ -8,6 +8,7 @@
 #include "oxautils/model/trigger_port.h"
 #include "ui_match_unit_dialog.h"
 
+#include <QEvent>
 #include <QMenu>
 #include <QRegExpValidator>
 
@@ -19,7 +20,7 @@ namespace {
 
 constexpr int kNameColumn = 0;
 constexpr int kEditColumn = 1;
-constexpr int kMaxNameWidth = 26; // average characters; longer names leave the editors in sight
+constexpr int kMaxNameWidth = 26; // average characters, in a narrow tree
 
 struct DigitChoice {
     char digit;
@@ -93,6 +94,13 @@ int nameWidth(const QTreeWidget& tree)
             width = qMax(width, tree.indentation() + textWidth(row->child(bit)));
     }
     return width + tree.indentation() + 2 * tree.fontMetrics().averageCharWidth();
+}
+
+/// Keeps the editors in sight of long names, which may take half of a wide tree.
+void boundNames(QTreeWidget& tree)
+{
+    const int least = kMaxNameWidth * tree.fontMetrics().averageCharWidth();
+    tree.setColumnWidth(kNameColumn, qMin(nameWidth(tree), qMax(least, tree.width() / 2)));
 }
 
 /// Puts `edits` behind `widget` in the order of the Tab key.
@@ -257,12 +265,18 @@ TreeLineEdit* MatchUnitDialog::makeEditor(QTreeWidget* tree, const QString& name
     return edit;
 }
 
-/// Bounds the names and lets the Tab key visit the editors from top to bottom, after their tree.
+/// Lets the Tab key visit the editors from top to bottom, after their tree.
 void MatchUnitDialog::layOutEditors(QTreeWidget* tree)
 {
-    const int bound = kMaxNameWidth * tree->fontMetrics().averageCharWidth();
-    tree->setColumnWidth(kNameColumn, qMin(nameWidth(*tree), bound));
+    boundNames(*tree);
     chainTabs(tree, rowEdits(tree));
+}
+
+bool MatchUnitDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize)
+        boundNames(*static_cast<QTreeWidget*>(watched));
+    return QDialog::eventFilter(watched, event);
 }
 
 /// Shows `bits` in a row's editor, in the current radix, and in its bits' editors.
