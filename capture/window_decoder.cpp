@@ -128,7 +128,7 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
         const qint64 trigger
             = own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
         // What stopped after its trigger has gone past it.
-        if (trigger == kNoSample || (isOpen && trigger == status.position)) {
+        if (trigger == kNoSample || (isOpen && trigger == status.position % amount)) {
             error = QString("window %1 has no trigger").arg(window);
             return false;
         }
