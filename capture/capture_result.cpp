@@ -70,8 +70,9 @@ bool writeCapture(const QString& path, const Capture& capture, QString* error)
         return fail(error, QString("%1: cannot be written: it is no regular file").arg(path));
     QSaveFile file(path);
     QString reason;
+    // A commit would not notice that what it flushes is lost.
     if (file.open(QIODevice::WriteOnly) && formatOf(path)->write(file, capture, reason)
-        && file.commit())
+        && file.flush() && file.commit())
         return true;
     return fail(error,
         QString("%1: cannot be written: %2")

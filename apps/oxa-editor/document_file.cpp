@@ -116,7 +116,9 @@ bool replaceFile(const QString& path, const QByteArray& bytes, QString& error)
 {
     QSaveFile file(path);
     file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    // A commit would not notice that what it flushes is lost.
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
+        && file.commit())
         return true;
     error = file.errorString();
     return false;

@@ -51,7 +51,8 @@ void writeConfig(
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
         return;
     file.write(text);
-    if (!file.commit())
+    // A commit would not notice that what it flushes is lost.
+    if (!file.flush() || !file.commit())
         qCritical().noquote() << "failed to write" << path + ":" << file.errorString();
 }
 

@@ -28,7 +28,8 @@ bool deliverNetlist(const QString& netlist, const QString& output, QString& prob
         return false;
     }
     QSaveFile to(output);
-    if (to.open(QIODevice::WriteOnly) && copy(from, to) && to.commit())
+    // A commit would not notice that what it flushes is lost.
+    if (to.open(QIODevice::WriteOnly) && copy(from, to) && to.flush() && to.commit())
         return true;
     problem = QString("cannot write %1: %2").arg(output, to.errorString());
     return false;

@@ -1,0 +1,171 @@
+#include "killed_child.h"
+#include "small_disk.h"
+
+#include "oxautils/config/standard_config.h"
+#include "oxautils/generate/oxa_prepare.h"
+#include "support/files.h"
+#include "support/oxa_program.h"
+#include "support/waveforms.h"
+
+#include <QtTest>
+
+namespace {
+
+const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
+constexpr char kOld[] = "old\n";
+bool ownMounts = false;
+
+enum class Disk { Full, ReadOnly, Sound };
+
+/// A call of oxa with things on a disk that fails; "DISK" and "WORK" stand for directories.
+struct Row {
+    const char* what;
+    Disk disk;
+    QString call;
+    int status;
+    const char* message;
+};
+
+const QString kPart = " --part QX1N-9LV-QFN88-C6";
+const QString kGenerate = "generate " + kUart + kPart + " --work-dir ";
+const QString kSimulate
+    = "simulate WORK/c.oxa --model --stimulus WORK/wave.vcd -o DISK/old.vcd" + kPart;
+
+const Row kRows[] = {
+    {"new, full",                          Disk::Full,     "new DISK/new.oxa",                  2, "DISK/new.oxa cannot be written"},
+    {"new, read-only",                     Disk::ReadOnly, "new DISK/new.oxa",                  2, "DISK/new.oxa cannot be written"},
+    {"sources, full",                      Disk::Full,     kGenerate + "DISK/w --no-synthesis", 1,
+     "failed to generate qx_con_top_define.v"                                                                                      },
+    {"sources, read-only",                 Disk::ReadOnly, kGenerate + "DISK/w --no-synthesis", 1,
+     "failed to generate qx_con_top_define.v"                                                                                      },
+    {"sources, emptying a read-only disk", Disk::ReadOnly,
+     kGenerate + "DISK --force --no-synthesis",                                                 1, "failed to generate"            },
+    {"netlist, full",                      Disk::Full,     kGenerate + "WORK/w -o DISK/old.v",  1,
+     "cannot write DISK/old.v: No space left on device"                                                                            },
+    {"netlist, read-only",                 Disk::ReadOnly, kGenerate + "WORK/w -o DISK/old.v",  1,
+     "cannot write DISK/old.v: Existing file DISK/old.v is not writable"                                                           },
+    {"netlist over a directory",           Disk::Sound,    kGenerate + "WORK/w -o DISK",        1,
+     "is a directory: DISK"                                                                                                        },
+    {"capture, full",                      Disk::Full,     kSimulate,                           1,
+     "DISK/old.vcd: cannot be written: No space left on device"                                                                    },
+    {"capture, read-only",                 Disk::ReadOnly, kSimulate,                           1,
+     "DISK/old.vcd: cannot be written: Existing file DISK/old.vcd is not writable"                                                 },
+    {"catalogue is a directory",           Disk::Sound,    "devices --device-db DISK",          2, "DISK"                          },
+};
+
+}
+
+class TestFaults : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void savesThatAreKilled();
+    void savesThatFail();
+    void calls_data();
+    void calls();
+};
+
+// At each of its system calls, before and behind it: what is there is the old file or the new one.
+void TestFaults::savesThatAreKilled()
+{
+    const QTemporaryDir directory;
+    QVERIFY(QDir(directory.path()).mkdir("there"));
+    const QString path = directory.filePath("there/c.oxa");
+    OXA::AoCore core(0);
+    core.sampleClock = "clk";
+    const auto save = [&] { OXA::writeOXAConfigToXml({&core}, path); };
+    save();
+    const QByteArray before = bytesOf(path);
+    for (int i = 0; i < 2000; ++i) { // more than goes to the file at once
+        core.signalList += OXA::SignalItem();
+        core.signalList.last().name = QString("top/unit/signal_%1").arg(i);
+    }
+    save();
+    const QByteArray after = bytesOf(path);
+    QVERIFY(after.size() > 10 * before.size());
+
+    int olds = 0;
+    int news = 0;
+    ChildEnd end = ChildEnd::Killed;
+    for (int call = 0; end == ChildEnd::Killed; ++call) {
+        // Every child draws the same temporary names: no other may have left one.
+        OXA::removeDir(QFileInfo(path).path());
+        writeFile(path, before);
+        end = killAtCall(call, save);
+        if (end == ChildEnd::NotTraced)
+            QSKIP("this machine lets nobody trace a child");
+        const QByteArray found = bytesOf(path);
+        (found == before ? olds : news) += 1;
+        QVERIFY2(found == before || found == after, qPrintable(QString("call %1").arg(call)));
+    }
+    QVERIFY2(olds > 10 && news > 1, "calls on both sides of the change were met");
+}
+
+void TestFaults::savesThatFail()
+{
+    if (!ownMounts)
+        QSKIP("this machine gives neither root nor user name spaces: no disk of our own");
+    for (const Disk kind : {Disk::Full, Disk::ReadOnly}) {
+        const SmallDisk disk;
+        QVERIFY(disk.isMounted());
+        QVERIFY(QFile::copy(kUart, disk.path("c.oxa")));
+        QVERIFY(kind == Disk::Full ? disk.fill() : disk.makeReadOnly());
+        OXA::AoCore core(0);
+        OXA::writeOXAConfigToXml({&core}, disk.path("c.oxa"));
+        QCOMPARE(bytesOf(disk.path("c.oxa")), bytesOf(kUart));
+        QCOMPARE(QDir(disk.path(".")).entryList(QDir::Files).filter("c.oxa").size(), 1);
+    }
+}
+
+void TestFaults::calls_data()
+{
+    QTest::addColumn<int>("index");
+    for (size_t i = 0; i < std::size(kRows); ++i)
+        QTest::newRow(kRows[i].what) << int(i);
+}
+
+void TestFaults::calls()
+{
+    QFETCH(int, index);
+    const Row& row = kRows[index];
+    if (!ownMounts)
+        QSKIP("this machine gives neither root nor user name spaces: no disk of our own");
+    const SmallDisk disk;
+    const QTemporaryDir work;
+    QVERIFY(disk.isMounted());
+    writeFile(disk.path("old.v"), kOld);
+    writeFile(disk.path("old.vcd"), kOld);
+    const QString engine = writeFile(
+        work.filePath("engine"), "#!/bin/sh\necho 'module qx_oxa; endmodule' >netlist.v\n");
+    QFile::setPermissions(engine, QFile::ReadOwner | QFile::ExeOwner);
+    writeFile(work.filePath("wave.vcd"), vcdOf({"a"}, {"0", "1", "0"}));
+    OXA::AoCore core(0);
+    core.sampleClock = "clk";
+    core.storageDepth = core.captureAmount = 2;
+    core.signalList = core.captureSignals = QList<OXA::SignalItem>() << OXA::SignalItem();
+    core.signalList[0].name = "a";
+    OXA::writeOXAConfigToXml({&core}, work.filePath("c.oxa"));
+    if (row.disk != Disk::Sound)
+        QVERIFY(row.disk == Disk::Full ? disk.fill() : disk.makeReadOnly());
+
+    const auto place = [&](const QString& text) {
+        return QString(text)
+            .replace("DISK", disk.path(".").chopped(2))
+            .replace("WORK", work.path());
+    };
+    const Result result = oxa(place(row.call).split(' '), {"OXA_SYNTHESIS_ENGINE=" + engine});
+    QVERIFY2(result.err.contains(place(row.message)), qPrintable(result.err));
+    QCOMPARE(result.status, row.status);
+    QCOMPARE(bytesOf(disk.path("old.v")), QByteArray(kOld));
+    QCOMPARE(bytesOf(disk.path("old.vcd")), QByteArray(kOld));
+    QVERIFY2(!QFile::exists(disk.path("new.oxa")), "no half of a file stays");
+}
+
+int main(int argc, char** argv)
+{
+    ownMounts = makeOwnMounts(); // QtTest makes a thread
+    QCoreApplication application(argc, argv);
+    TestFaults test;
+    return QTest::qExec(&test, argc, argv);
+}
+#include "test_faults.moc"
