@@ -23,7 +23,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
         return;
     }
     errorsHere += type == QtCriticalMsg;
-    Q_EMIT runningHere->logged(text);
+    if (type != QtDebugMsg)
+        Q_EMIT runningHere->logged(text);
 }
 
 }
@@ -115,5 +116,7 @@ BuildJob::Result BuildJob::synthesize(const OxaArg& arg)
     setGenerator(nullptr);
     if (status < 0)
         return {BuildOutcome::Refused, {}};
-    return {status == 0 ? BuildOutcome::Done : BuildOutcome::Failed, generator.errorMessages()};
+    if (status > 0)
+        return {BuildOutcome::Failed, generator.errorMessages()};
+    return {BuildOutcome::Done, generator.errorMessages() << arg.outputFile};
 }

@@ -21,6 +21,7 @@
 #include <QLabel>
 #include <QSettings>
 #include <QSplitter>
+#include <QStackedWidget>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QVBoxLayout>
@@ -66,6 +67,7 @@ MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_cores(new CoreList(m_document))
     , m_tabs(new QTabWidget)
+    , m_middle(new QStackedWidget)
     , m_message(new MessageBar)
     , m_problems(new ProblemsPanel)
     , m_part(new PartChoice)
@@ -99,9 +101,13 @@ MainWindow::~MainWindow()
 void MainWindow::layOut()
 {
     m_tabs->setDocumentMode(true);
+    auto* empty = new QLabel(tr("There is no core. Add one to begin."));
+    empty->setAlignment(Qt::AlignCenter);
+    m_middle->addWidget(m_tabs);
+    m_middle->addWidget(empty);
     auto* splitter = new QSplitter;
     splitter->addWidget(m_cores);
-    splitter->addWidget(m_tabs);
+    splitter->addWidget(m_middle);
     splitter->addWidget(makeSide());
     splitter->setStretchFactor(1, 1);
     const int character = fontMetrics().averageCharWidth();
@@ -199,6 +205,7 @@ void MainWindow::orderTabs()
 void MainWindow::showCore()
 {
     const CorePtr core = m_cores->current();
+    m_middle->setCurrentIndex(core ? 0 : 1);
     for (int i = 0; i < m_tabs->count(); ++i)
         static_cast<CorePage*>(m_tabs->widget(i))->setCore(core);
 }

@@ -19,6 +19,7 @@ class PartChoice;
 class ProblemsPanel;
 class QAction;
 class QDockWidget;
+class QStackedWidget;
 class QTabWidget;
 class RecentFiles;
 
@@ -79,6 +80,7 @@ private:
     Document m_document;
     CoreList* m_cores;
     QTabWidget* m_tabs;
+    QStackedWidget* m_middle; // the pages, or a word about their absence
     MessageBar* m_message;
     ProblemsPanel* m_problems;
     PartChoice* m_part;

@@ -99,9 +99,13 @@ void UnitsPage::editUnit(const QModelIndex& index)
     MatchUnit* draft = MatchUnitModel::muFromIndex(index);
     if (!draft)
         return;
+    const bool wasUnused = !draft->trigger;
     MatchUnitDialog dialog(draft, false, this);
-    if (dialog.exec() == QDialog::Accepted)
-        store(index.row(), tr("edit M%1").arg(draft->index));
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    if (wasUnused && draft->trigger)
+        draft->enabled = true; // who gives it its first port means to use it
+    store(index.row(), tr("edit M%1").arg(draft->index));
 }
 
 void UnitsPage::store(int row, const QString& step)

@@ -456,6 +456,8 @@ void TestMatchUnitDialog::strangeNumbersSurvive()
     QCOMPARE(count->maximum(), INT_MAX);
     driver.find<QSpinBox>("spinBoxCounterWidth")->setValue(30);
     QCOMPARE(count->maximum(), 1 << 30);
+    driver.find<QSpinBox>("spinBoxCounterWidth")->setValue(33);
+    QCOMPARE(count->maximum(), 2); // widths count modulo 32
 }
 
 void TestMatchUnitDialog::fixedUnit_data()
@@ -575,6 +577,15 @@ void TestMatchUnitDialog::unfinishedEdits()
     driver.type(0, "11");
     driver.find<QRadioButton>("rbtnHex")->setChecked(true);
     QCOMPARE(driver.shown(0), QString("C0"));
+    driver.type(0, "5");
+    driver.find<QRadioButton>("rbtnOct")->setChecked(true);
+    QCOMPARE(driver.shown(0), QString("120"));
+    driver.type(0, "2");
+    auto* type = driver.find<QComboBox>("comboBoxType");
+    type->setCurrentIndex(type->findText("Range"));
+    driver.dialog.onTypeChanged();
+    QCOMPARE(driver.bits(0), QString("10010000"));
+    driver.find<QRadioButton>("rbtnHex")->setChecked(true);
     driver.type(0, "a");
     auto* func = driver.find<QComboBox>("comboBoxFunc");
     func->setCurrentIndex(func->findText(">"));

@@ -197,7 +197,8 @@ void TestEditorWindow::coresAreListed()
     driver.press("Remove the core");
     driver.press("Remove the core");
     QCOMPARE(modules(), QString());
-    QVERIFY(!driver.window.findChild<QTabWidget*>()->currentWidget()->isEnabled());
+    QVERIFY(!driver.window.findChild<QTabWidget*>()->isVisible());
+    QVERIFY(driver.find<QLabel>("There is no core. Add one to begin."));
 }
 
 void TestEditorWindow::unitsAreEditedInTheDialog()
@@ -225,6 +226,17 @@ void TestEditorWindow::unitsAreEditedInTheDialog()
     driver.keys("Ctrl+Z");
     QCOMPARE(unit.matchFunc, MatchEqual);
     QCOMPARE(units->model()->index(0, 4).data().toString(), QString("=="));
+
+    units->selectRow(9);
+    withDialog([](QDialog* dialog) { QTest::keyClick(dialog, Qt::Key_Return); });
+    QVERIFY(!driver.core().matchUnit(9)->enabled);
+    withDialog([](QDialog* dialog) {
+        dialog->findChild<QComboBox*>("comboBoxTrigger")->setCurrentIndex(1);
+        static_cast<MatchUnitDialog*>(dialog)->onTriggerChanged();
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    QVERIFY(driver.core().matchUnit(9)->enabled);
+    QCOMPARE(driver.core().matchUnit(9)->trigger, driver.core().getTrigger(1));
 }
 
 void TestEditorWindow::valuesFollowTheirBits()
