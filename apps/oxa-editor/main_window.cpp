@@ -13,6 +13,7 @@
 #include "recent_files.h"
 #include "signals_page.h"
 #include "units_page.h"
+#include "wave/rehearsal_panel.h"
 
 #include <QCryptographicHash>
 #include <QDockWidget>
@@ -74,6 +75,8 @@ MainWindow::MainWindow(QWidget* parent)
     , m_cost(new CostPanel)
     , m_build(new BuildPanel(m_document))
     , m_buildDock(new QDockWidget(tr("Build")))
+    , m_rehearsal(new RehearsalPanel(m_document))
+    , m_rehearsalDock(new QDockWidget(tr("Rehearsal")))
     , m_recent(new RecentFiles(this))
     , m_watch(new FileWatch(m_document, this))
 {
@@ -95,6 +98,7 @@ MainWindow::~MainWindow()
     m_document.disconnect();
     m_document.undoStack().disconnect();
     delete m_buildDock;
+    delete m_rehearsalDock;
     delete takeCentralWidget();
 }
 
@@ -125,6 +129,32 @@ void MainWindow::layOut()
     addDockWidget(Qt::BottomDockWidgetArea, m_buildDock);
     resize(character * 170, fontMetrics().height() * 46);
     resizeDocks({m_buildDock}, {fontMetrics().height() * 10}, Qt::Vertical);
+    addWaveDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
+}
+
+/// Waveforms come when they are asked for, as `showWaveDock` does.
+void MainWindow::addWaveDock(QDockWidget* dock, const char* name, QWidget* panel)
+{
+    dock->setObjectName(name);
+    dock->setWidget(panel);
+    dock->setParent(this);
+    dock->hide();
+}
+
+/// Brings a waveform to the front, with room for some rows: in the place of the build unless the
+/// user gave it another.
+void MainWindow::showWaveDock(QDockWidget* dock)
+{
+    const bool comes = !dock->isVisible();
+    if (dockWidgetArea(dock) == Qt::NoDockWidgetArea && !dock->isFloating()) {
+        addDockWidget(Qt::BottomDockWidgetArea, dock);
+        tabifyDockWidget(m_buildDock, dock);
+    }
+    dock->show();
+    dock->raise();
+    if (comes && !dock->isFloating() && dock->height() < height() / 2)
+        resizeDocks({dock}, {height() / 2}, Qt::Vertical);
+    dock->widget()->setFocus(Qt::ShortcutFocusReason);
 }
 
 QWidget* MainWindow::makeSide()
@@ -208,6 +238,7 @@ void MainWindow::showCore()
     m_middle->setCurrentIndex(core ? 0 : 1);
     for (int i = 0; i < m_tabs->count(); ++i)
         static_cast<CorePage*>(m_tabs->widget(i))->setCore(core);
+    m_rehearsal->setCore(core);
 }
 
 void MainWindow::showPage(Page page)
@@ -253,6 +284,7 @@ void MainWindow::judge()
 void MainWindow::choosePart()
 {
     m_build->setPart(m_part->part());
+    m_rehearsal->setPart(m_part->part());
     QSettings settings;
     settings.setValue("part/last", m_part->key());
     if (!m_document.path().isEmpty())

@@ -22,6 +22,7 @@ class QDockWidget;
 class QStackedWidget;
 class QTabWidget;
 class RecentFiles;
+class RehearsalPanel;
 
 /// The window: one configuration, its cores, their pages, what is wrong with it and what it costs.
 class MainWindow : public QMainWindow {
@@ -61,6 +62,8 @@ private:
     void finishEdit();
     void step(void (QUndoStack::*go)());
 
+    void addWaveDock(QDockWidget* dock, const char* name, QWidget* panel);
+    void showWaveDock(QDockWidget* dock);
     void makePages();
     void orderTabs();
     void showCore();
@@ -87,6 +90,8 @@ private:
     CostPanel* m_cost;
     BuildPanel* m_build;
     QDockWidget* m_buildDock;
+    RehearsalPanel* m_rehearsal;
+    QDockWidget* m_rehearsalDock;
     RecentFiles* m_recent;
     FileWatch* m_watch;
     QTimer m_judge; // problems and cost follow the edits with a little distance

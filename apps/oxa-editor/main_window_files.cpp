@@ -132,6 +132,11 @@ void MainWindow::makeViewMenu()
             QKeySequence(QString("Ctrl+%1").arg(int(entry.first) + 1)));
     addFocus(tr("&Problems"), "Ctrl+6", m_problems->list());
     addFocus(tr("Par&t"), "Ctrl+7", m_part);
+    const auto addWave = [&](const QString& text, const QString& keys, QDockWidget* dock) {
+        menu->addAction(
+            text, this, [this, dock] { showWaveDock(dock); }, QKeySequence(keys));
+    };
+    addWave(tr("&Rehearsal"), "Ctrl+8", m_rehearsalDock);
     menu->addSeparator();
     menu->addAction(m_buildDock->toggleViewAction());
 }

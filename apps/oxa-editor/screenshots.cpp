@@ -1,18 +1,23 @@
 // Takes the pictures of docs/images: tools/screenshots runs it.
 //
-//   oxa_screenshots CONFIGURATION DIRECTORY [dark]
+//   oxa_screenshots CONFIGURATION WAVE.vcd DIRECTORY [dark]
 
 #include "build_panel.h"
 #include "core_list.h"
 #include "expressions_page.h"
 #include "main_window.h"
+#include "wave/rehearsal_panel.h"
+#include "wave/wave_canvas.h"
+#include "wave/wave_view.h"
 
 #include "oxautils/config/standard_config.h"
 #include "oxautils/editor/match_unit_dialog.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QRadioButton>
 #include <QSettings>
 #include <QStandardPaths>
@@ -53,6 +58,31 @@ void takePages(MainWindow& window, const QString& directory)
         const QString name = tabs->tabText(i).toLower().replace(' ', '-');
         take(window, directory + "/editor-" + name + ".png");
     }
+}
+
+/// Two cursors in the waveform of a rehearsal, some rows above and below them.
+void takeRehearsal(MainWindow& window, const QString& stimulus, const QString& path)
+{
+    auto* panel = window.findChild<RehearsalPanel*>();
+    window.resize(window.width(), 880);
+    for (QAction* action : window.findChildren<QAction*>()) {
+        if (action->shortcut() == QKeySequence("Ctrl+8"))
+            action->trigger();
+    }
+    panel->setStimulus(stimulus);
+    settle();
+    panel->findChild<QLineEdit*>()->setText("/home/ada/uart/uart.vcd");
+    WaveView& view = *panel->view();
+    view.rows()->setExpanded(view.rows()->model()->index(0, 0), true);
+    const std::vector<WaveWindow> windows = view.waveform()->windows;
+    if (!windows.empty()) {
+        const qint64 trigger = windows.front().trigger;
+        view.canvas()->zoom(10, 0);
+        view.canvas()->reveal(trigger);
+        view.canvas()->setCursor(0, trigger + 8);
+        view.canvas()->setCursor(1, trigger + 25);
+    }
+    take(window, path);
 }
 
 /// A second core, and an expression with a slip in it.
@@ -119,7 +149,7 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
-    if (arguments.size() < 3)
+    if (arguments.size() < 4)
         return 2;
     const QTemporaryDir settings;
     QSettings::setDefaultFormat(QSettings::IniFormat);
@@ -128,7 +158,7 @@ int main(int argc, char** argv)
     QFont font("DejaVu Sans");
     font.setPixelSize(12);
     QApplication::setFont(font);
-    if (arguments.value(3) == "dark")
+    if (arguments.value(4) == "dark")
         QApplication::setPalette(darkPalette());
 
     QSettings().setValue("part/last", kPart);
@@ -138,8 +168,9 @@ int main(int argc, char** argv)
     if (!window.open(arguments.at(1)))
         return 1;
     showSomething(window);
-    takePages(window, arguments.at(2));
+    takePages(window, arguments.at(3));
+    takeRehearsal(window, arguments.at(2), arguments.at(3) + "/editor-rehearsal.png");
     window.document().undoStack().setClean();
-    takeDialogs(arguments.at(1), arguments.at(2));
+    takeDialogs(arguments.at(1), arguments.at(3));
     return 0;
 }

@@ -2,7 +2,6 @@
 
 #include "wave_model.h"
 
-#include <QFontDatabase>
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
@@ -277,8 +276,7 @@ void WaveCanvas::drawRuler(QPainter& painter, const WaveColors& colors) const
 
 void WaveCanvas::drawRows(QPainter& painter, const WaveColors& colors) const
 {
-    const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    WavePainter rows(m_scale, samples(), 0, width(), font);
+    WavePainter rows(m_scale, samples(), 0, width(), valueFont());
     QModelIndex index = m_rows.indexAt({0, 0});
     for (; index.isValid(); index = m_rows.indexBelow(index)) {
         const QRect place = m_rows.visualRect(index);

@@ -1,7 +1,8 @@
 #include "wave_model.h"
 
+#include "wave_painter.h"
+
 #include <QBrush>
-#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPalette>
@@ -139,7 +140,7 @@ QVariant WaveModel::data(const QModelIndex& index, int role) const
         return isValue ? valueText(index, *shown)
                        : tr("%1 (%n bit(s))", nullptr, shown->width).arg(shown->name);
     case Qt::FontRole:
-        return isValue ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QVariant();
+        return isValue ? valueFont() : QVariant();
     case Qt::SizeHintRole:
         return QSize(0, QFontMetrics(QGuiApplication::font()).height() + kRowSpace);
     case Qt::BackgroundRole:

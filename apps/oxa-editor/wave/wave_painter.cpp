@@ -1,7 +1,9 @@
 #include "wave_painter.h"
 
+#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QGlyphRun>
+#include <QGuiApplication>
 #include <QPainter>
 #include <QPalette>
 
@@ -30,7 +32,7 @@ WaveColors waveColors(const QPalette& palette)
     colors.bus = pick(0x1c4fa0, 0x7fb2ff);
     colors.event = pick(0x7a4a00, 0xf0b860);
     colors.unknown = pick(0xb02020, 0xff7a70);
-    colors.notLookedFor = palette.color(QPalette::Mid);
+    colors.notLookedFor = pick(0xa0a0a0, 0x808080);
     colors.text = palette.color(QPalette::Text);
     colors.window = pick(0xfff7dc, 0x403c2a);
     colors.border = pick(0xb08a20, 0xc0a850);
@@ -39,6 +41,17 @@ WaveColors waveColors(const QPalette& palette)
     colors.cursors[0] = pick(0x8a1fa8, 0xe28cff);
     colors.cursors[1] = pick(0x00707e, 0x5ce0f0);
     return colors;
+}
+
+QFont valueFont()
+{
+    const QFont usual = QGuiApplication::font();
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (usual.pixelSize() > 0)
+        font.setPixelSize(usual.pixelSize());
+    else
+        font.setPointSizeF(usual.pointSizeF());
+    return font;
 }
 
 WavePainter::WavePainter(
@@ -115,7 +128,7 @@ void WavePainter::addRun(const Lane& lane, qint64 sample, int from, int to)
         across(unknown, from, to, middle);
         if (!lane.row.isEvent) {
             m_fills[unknown] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
-            addText("x", from, to, lane.low);
+            addText("x", from, to, middle);
         }
         break;
     }
@@ -137,18 +150,18 @@ void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, i
     if (slope == 0)
         edge(ink, from, lane.high, lane.low);
     if (to - from >= m_digitWidth + 2 * kSlope)
-        addText(valueText(value, lane.radix), from, to, lane.low);
+        addText(valueText(value, lane.radix), from, to, middle);
 }
 
 /// The text in the middle of the run, or its beginning, when there is room for some of it.
-void WavePainter::addText(const QString& text, int from, int to, int base)
+void WavePainter::addText(const QString& text, int from, int to, int middle)
 {
     const int room = (to - from - 2 * kSlope) / m_digitWidth;
     const bool whole = text.size() <= room;
     if (!whole && room <= kFewestDigits)
         return;
     const QString shown = whole ? text : text.left(room - 1) + '~';
-    const double baseline = base - m_font.descent() + 1;
+    const double baseline = middle + (m_font.ascent() - m_font.descent()) / 2;
     double x = from + (to - from - shown.size() * m_digitWidth) / 2;
     for (const QChar character : shown) {
         const int glyph = character.unicode() - kFirstCharacter;

@@ -29,6 +29,9 @@ struct WaveColors {
 
 WaveColors waveColors(const QPalette& palette);
 
+/// The font of values: of one pitch, and of the size of the program's font.
+QFont valueFont();
+
 /// Draws the rows of a waveform between two pixels. What a frame takes grows with its pixels, not
 /// with the samples behind them: the shapes of all rows are collected and drawn together.
 class WavePainter {
@@ -52,7 +55,7 @@ private:
     void addRun(const Lane& lane, qint64 sample, int from, int to);
     void addBusRun(const Lane& lane, const WaveValue& value, Ink ink, int from, int to);
     void addBusy(const Lane& lane, int from, int to);
-    void addText(const QString& text, int from, int to, int base);
+    void addText(const QString& text, int from, int to, int middle);
     void across(Ink ink, int from, int to, int y) { m_lines[ink] += QRect(from, y, to - from, 1); }
     void edge(Ink ink, int x, int high, int low)
     {

@@ -15,6 +15,7 @@
 #include <QMenu>
 #include <QScrollBar>
 #include <QSplitter>
+#include <QStyledItemDelegate>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeView>
@@ -24,8 +25,21 @@ using OXA_CAPTURE::kNoSample;
 namespace {
 
 constexpr double kKeyZoom = 2;
-constexpr int kNameWidth = 30; // characters
+constexpr int kRowsWidth = 36; // characters, names and values
 constexpr int kFewSamples = 1000000000; // what a scroll bar counts
+
+/// Shows the end of a name that is too long: hierarchical ones begin alike.
+class NameDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->textElideMode = Qt::ElideLeft;
+    }
+};
 
 }
 
@@ -60,13 +74,14 @@ void WaveView::layOut()
     m_rows->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_rows->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_rows->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_rows->setItemDelegateForColumn(WaveModel::Name, new NameDelegate(m_rows));
     m_rows->header()->setStretchLastSection(true);
     const int character = fontMetrics().averageCharWidth();
-    m_rows->header()->resizeSection(WaveModel::Name, character * kNameWidth * 2 / 3);
+    m_rows->header()->resizeSection(WaveModel::Name, character * kRowsWidth * 2 / 3);
     m_splitter->addWidget(m_rows);
     m_splitter->addWidget(m_canvas);
     m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes({character * kNameWidth, character * 80});
+    m_splitter->setSizes({character * kRowsWidth, character * 80});
     m_splitter->setChildrenCollapsible(false);
     m_scroll->setFocusPolicy(Qt::NoFocus); // keys of the waveform do the same
     m_scroll->setAccessibleName(tr("Samples"));
@@ -120,7 +135,7 @@ void WaveView::makeActions(QToolBar* bar)
     m_wanted->setClearButtonEnabled(true);
     m_wanted->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
     m_wanted->setToolTip(tr("A value in the radix of the chosen signal; x stands for any digit"));
-    auto* find = new QLabel(tr("Find &value:"));
+    auto* find = new QLabel(tr("Fi&nd value:"));
     find->setBuddy(m_wanted);
     bar->addWidget(find);
     bar->addWidget(m_wanted);
