@@ -26,6 +26,7 @@ struct CapturedCore {
     QList<OXA::SignalItem> items; ///< the data signals, most significant first
     std::vector<CapturedWindow> windows; ///< in the order in which they were taken
     QString progress; ///< how far the trigger's sequence got
+    double clockHz = 0; ///< frequency of the sample clock; 0: unknown
 
     bool triggered() const { return !windows.empty(); }
 };

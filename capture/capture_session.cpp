@@ -253,6 +253,7 @@ bool CaptureSession::read(size_t core, ReadOut& readOut)
     if (!settle(core, status))
         return false;
     readOut = {};
+    readOut.whole = status.complete ? m_setups[core].windowNum : status.windows;
     readOut.progress.reached = status.level;
     readOut.progress.matches.assign(status.matches.begin(), status.matches.end());
     return readWindows(core, status, readOut.windows);

@@ -31,6 +31,7 @@ struct CoreProgress {
 /// What was read out of a core.
 struct ReadOut {
     std::vector<DecodedWindow> windows; ///< in the order in which they were taken
+    qint64 whole = 0; ///< windows that are; the one behind them was cut short by a stop
     TriggerProgress progress; ///< how far the run got; without `firstUnknown`
 };
 

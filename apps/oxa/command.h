@@ -22,6 +22,7 @@ CLI::App* addCommand(
     CLI::App& app, const std::string& name, const std::string& summary, const std::string& details);
 
 // Each adds its command to `app`; when that command is the one called, it sets `status`.
+void addCapture(CLI::App& app, Io& io, int& status);
 void addCheck(CLI::App& app, Io& io, int& status);
 void addDevices(CLI::App& app, Io& io, int& status);
 void addEstimate(CLI::App& app, Io& io, int& status);
@@ -29,6 +30,7 @@ void addGenerate(CLI::App& app, Io& io, int& status);
 void addNew(CLI::App& app, Io& io, int& status);
 void addShow(CLI::App& app, Io& io, int& status);
 void addSimulate(CLI::App& app, Io& io, int& status);
+void addTarget(CLI::App& app, Io& io, int& status);
 void addVoltage(CLI::App& app, Io& io, int& status);
 
 #endif

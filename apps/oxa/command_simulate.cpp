@@ -1,11 +1,10 @@
-#include "command.h"
+#include "capture_report.h"
 #include "configuration.h"
-#include "installed.h"
 #include "interrupt.h"
 #include "options.h"
-#include "part.h"
 #include "progress_line.h"
 #include "simulation.h"
+#include "simulation_inputs.h"
 #include "work_dir.h"
 
 #include "capture/capture_result.h"
@@ -35,23 +34,14 @@ other cores' samples are written all the same.)";
 
 struct Options {
     QString file;
-    PartOptions part;
-    QString stimulus;
+    SimulationInputs inputs;
     QString output;
     QString netlist;
-    QString ipDir;
     QString workDir;
     bool model = false;
     qint64 forceAt = kNoSample;
     bool json = false;
 };
-
-bool report(const Problems& problems, QTextStream& err)
-{
-    for (const Problem& problem : problems)
-        err << "error: " << problem.message() << '\n';
-    return problems.isEmpty();
-}
 
 std::vector<ModelRun> runModels(const Options& options, const std::vector<SimulatedCore>& cores,
     const SampledWaveform& waveform, QTextStream& err)
@@ -117,67 +107,6 @@ Capture cutCapture(const std::vector<SimulatedCore>& cores, const SampledWavefor
     return capture;
 }
 
-void print(const CapturedCore& core, QTextStream& out)
-{
-    for (size_t i = 0; i < core.windows.size(); ++i) {
-        const Window& window = core.windows[i].place;
-        out << "core " << core.index << ", window " << i << ": ";
-        if (window.triggerSample != kNoSample)
-            out << "trigger at sample " << window.triggerSample << ", ";
-        out << window.samples << " samples from " << window.firstSample << " on\n";
-    }
-}
-
-/// Writes and prints what was captured; false, said on `err`, when the file cannot be written.
-bool deliver(const Options& options, const Capture& capture, Io& io)
-{
-    QString error;
-    if (!options.output.isEmpty() && !writeCapture(options.output, capture, &error)) {
-        io.err << "error: " << error << '\n';
-        return false;
-    }
-    if (options.json) {
-        io.out << QString::fromUtf8(captureJson(capture));
-        return true;
-    }
-    for (const CapturedCore& core : capture)
-        print(core, io.out);
-    if (!options.output.isEmpty())
-        io.out << options.output << ": written\n";
-    return true;
-}
-
-bool reportIdleCores(const Capture& capture, QTextStream& err)
-{
-    bool allTriggered = true;
-    for (const CapturedCore& core : capture) {
-        if (core.triggered())
-            continue;
-        allTriggered = false;
-        err << "core " << core.index << " did not trigger: " << core.progress << '\n';
-    }
-    return allTriggered;
-}
-
-/// Reads what the cores sample from the waveform; false, said on `err`, when that fails.
-bool readStimulus(const Options& options, const std::vector<SimulatedCore>& cores,
-    SampledWaveform& waveform, QTextStream& err)
-{
-    std::vector<SampleRequest> requests;
-    requests.reserve(cores.size());
-    for (const SimulatedCore& core : cores)
-        requests.push_back(core.request);
-    ProgressLine line(err);
-    const auto show = [&line](int percent) {
-        line.show("reading the waveform", percent);
-        return true;
-    };
-    Problems problems;
-    const bool read = sampleWaveform(options.stimulus, requests, waveform, problems, show);
-    line.clear();
-    return report(problems, err) && read;
-}
-
 /// Everything that has to be right before anything is simulated.
 bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
     std::vector<SimulatedCore>& cores, QTextStream& err)
@@ -215,19 +144,9 @@ bool prepareWorkDir(const QString& path, QTextStream& err)
     return true;
 }
 
-bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
+bool hasCores(const Options& options, const OXA::OxaArg& arg, QTextStream& err)
 {
-    const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
-    if (!chip)
-        return false;
-    arg.configFile = options.file;
-    arg.device = chip->partNumber;
-    arg.package = chip->name;
-    arg.ipDir = options.ipDir.isEmpty() ? installedIpDir() : options.ipDir;
-    if (options.model || QFileInfo(arg.ipDir).isDir())
-        return true;
-    err << "error: no installed cores in " << arg.ipDir << "; name their directory with --ip-dir\n";
-    return false;
+    return options.model || hasInstalledCores(arg, err);
 }
 
 int run(const Options& options, Io& io)
@@ -237,9 +156,9 @@ int run(const Options& options, Io& io)
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
-        || !fillRequest(options, arg, io.err)
-        || !prepare(options, configuration, arg, cores, io.err)
-        || !readStimulus(options, cores, waveform, io.err)
+        || !fillRequest(options.inputs, options.file, arg, io.err)
+        || !hasCores(options, arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
+        || !readStimulus(options.inputs, cores, waveform, io.err)
         || !prepareWorkDir(options.workDir, io.err))
         return kUnusable;
 
@@ -247,7 +166,7 @@ int run(const Options& options, Io& io)
     if (!options.model && !runVerilog(options, arg, cores, waveform, runs, io.err))
         return kJobFailed;
     const Capture capture = cutCapture(cores, waveform, runs);
-    const bool delivered = deliver(options, capture, io);
+    const bool delivered = deliver(options.output, options.json, capture, io);
     const bool allTriggered = reportIdleCores(capture, io.err);
     return delivered && allTriggered ? kDone : kJobFailed;
 }
@@ -259,10 +178,7 @@ void addSimulate(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "simulate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
-    addPartOptions(*command, options->part)->required();
-    addText(*command, "--stimulus", options->stimulus, "The waveform")
-        ->type_name("WAVE.vcd")
-        ->required();
+    addSimulationInputs(*command, options->inputs);
     addText(*command, "-o,--output", options->output,
         "Where the captured samples go: a .vcd, .csv or .sr (sigrok session) file")
         ->type_name("OUT");
@@ -272,9 +188,7 @@ void addSimulate(CLI::App& app, Io& io, int& status)
         "Simulate this synthesized netlist instead of the generated Verilog")
         ->type_name("NETLIST")
         ->excludes(model);
-    addText(
-        *command, "--ip-dir", options->ipDir, "The installed cores (default: beside the program)")
-        ->type_name("DIR");
+    addIpDir(*command, options->inputs);
     addText(*command, "--keep-work", options->workDir,
         "Keep what the simulation is made of in this directory")
         ->type_name("DIR")

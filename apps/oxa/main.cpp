@@ -80,6 +80,8 @@ static int run(int argc, char** argv)
     addEstimate(app, io, status);
     addGenerate(app, io, status);
     addSimulate(app, io, status);
+    addTarget(app, io, status);
+    addCapture(app, io, status);
     addDevices(app, io, status);
     addVoltage(app, io, status);
 

@@ -11,6 +11,22 @@ CLI::Option* addText(
         ->type_name("TEXT");
 }
 
+CLI::Option* addTexts(
+    CLI::App& command, const std::string& names, QStringList& values, const std::string& help)
+{
+    return command
+        .add_option_function<std::vector<std::string>>(
+            names,
+            [&values](const std::vector<std::string>& texts) {
+                for (const std::string& text : texts)
+                    values += QString::fromLocal8Bit(text.c_str());
+            },
+            help)
+        ->type_name("TEXT")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
 CLI::Option* addCatalogueOption(CLI::App& command, QString& file)
 {
     return addText(command, "--device-db", file,

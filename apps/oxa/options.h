@@ -2,11 +2,15 @@
 #define APPS_OXA_OPTIONS_H
 
 #include <CLI/CLI.hpp>
-#include <QString>
+#include <QStringList>
 
 /// Adds an option that takes one text, in the locale's encoding.
 CLI::Option* addText(
     CLI::App& command, const std::string& names, QString& value, const std::string& help);
+
+/// Adds an option that may be repeated and takes a text each time.
+CLI::Option* addTexts(
+    CLI::App& command, const std::string& names, QStringList& values, const std::string& help);
 
 /// What names a part, for commands that need one.
 struct PartOptions {

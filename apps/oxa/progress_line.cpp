@@ -12,10 +12,14 @@ ProgressLine::~ProgressLine() { clear(); }
 
 void ProgressLine::show(const QString& stage, int percent)
 {
+    show(QString::number(percent).rightJustified(3) + " %  " + stage);
+}
+
+void ProgressLine::show(const QString& text)
+{
     if (!m_terminal)
         return;
-    m_err << "\r\033[K" << QString::number(percent).rightJustified(3) << " %  " << stage
-          << Qt::flush;
+    m_err << "\r\033[K" << text << Qt::flush;
     m_shown = true;
 }
 

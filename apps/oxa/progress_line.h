@@ -12,6 +12,7 @@ public:
     ProgressLine& operator=(const ProgressLine&) = delete;
 
     void show(const QString& stage, int percent);
+    void show(const QString& text);
     void clear();
 
 private:

@@ -6,6 +6,7 @@
 
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QRegularExpression>
 #include <QThread>
 
 namespace {
@@ -89,19 +90,33 @@ bool SimulatedTarget::compile(const QStringList& arguments, const std::function<
         || fail("iverilog does not accept the Verilog:\n" + log);
 }
 
-bool SimulatedTarget::start(const QString& stimulus)
+bool SimulatedTarget::run(const QString& stimulus, const QString& jtag)
 {
     m_vvp.setProcessChannelMode(QProcess::MergedChannels);
     m_vvp.setStandardOutputFile(m_workDir + "/vvp.log");
     m_vvp.start("vvp",
         QStringList {"-n", "-M", installed(OXA_LIBDIR "/oxautils"), "-m", "oxa_target",
-            m_workDir + "/target.vvp", "+oxa_jtag=unix:" + m_sockets.filePath("jtag"),
+            m_workDir + "/target.vvp", "+oxa_jtag=" + jtag,
             "+oxa_control=unix:" + m_sockets.filePath("control"), "+oxa_stimulus=" + stimulus}
             + m_settle);
     if (!m_vvp.waitForStarted())
         return fail("vvp does not start (package iverilog): " + m_vvp.errorString());
-    return connectTo("jtag", [this](const QString& at) { return m_jtag.connectTo(at); })
-        && connectTo("control", [this](const QString& at) { return m_control.connectTo(at); });
+    return connectTo("control", [this](const QString& at) { return m_control.connectTo(at); });
+}
+
+bool SimulatedTarget::start(const QString& stimulus)
+{
+    return run(stimulus, "unix:" + m_sockets.filePath("jtag"))
+        && connectTo("jtag", [this](const QString& at) { return m_jtag.connectTo(at); });
+}
+
+bool SimulatedTarget::serve(const QString& stimulus, int port)
+{
+    if (!run(stimulus, QString("tcp:%1").arg(port)))
+        return false;
+    static const QRegularExpression listens("at port (\\d+)");
+    m_port = listens.match(lastWords()).captured(1).toInt();
+    return m_port > 0 || fail("the simulator does not say its port: " + lastWords());
 }
 
 bool SimulatedTarget::connectTo(
@@ -115,15 +130,42 @@ bool SimulatedTarget::connectTo(
     return true;
 }
 
+bool SimulatedTarget::order(const QByteArray& line, QByteArray& answer)
+{
+    const auto isWhole = [](const QByteArray& so) { return so.endsWith('\n'); };
+    if (!m_control.exchange(line + '\n', isWhole, answer, kPlayTimeout))
+        return fail("the simulator stopped: " + m_control.error() + lastWords());
+    answer.chop(1);
+    return true;
+}
+
 bool SimulatedTarget::play(qint64 steps)
 {
     QByteArray answer;
-    const auto isWhole = [](const QByteArray& so) { return so.endsWith('\n'); };
     const QByteArray count = QByteArray::number(steps);
-    if (!m_control.exchange("run " + count + '\n', isWhole, answer, kPlayTimeout))
-        return fail("the simulator stopped: " + m_control.error() + lastWords());
-    return answer == "ran " + count + '\n'
-        || fail("the simulator did not play the waveform: " + QString(answer).trimmed());
+    return order("run " + count, answer)
+        && (answer == "ran " + count
+            || fail("the simulator did not play the waveform: " + QString(answer)));
+}
+
+bool SimulatedTarget::rewind()
+{
+    QByteArray answer;
+    return order("rewind", answer)
+        && (answer == "rewound" || fail("the simulator does not rewind: " + QString(answer)));
+}
+
+bool SimulatedTarget::look(const QStringList& names, std::vector<bool>& levels)
+{
+    QByteArray answer;
+    if (!order("look " + names.join(' ').toUtf8(), answer))
+        return false;
+    if (!answer.startsWith("saw ") || answer.size() != 4 + names.size())
+        return fail("the simulator does not see: " + QString(answer));
+    levels.clear();
+    for (const char level : answer.mid(4))
+        levels.push_back(level == '1');
+    return true;
 }
 
 QString SimulatedTarget::lastWords()

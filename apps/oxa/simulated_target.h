@@ -27,11 +27,19 @@ public:
     bool build(
         const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn);
 
-    /// Starts it, with the stimulus file's steps to be played.
+    /// Starts it, with the stimulus file's steps to be played, and connects to its pads.
     bool start(const QString& stimulus);
+
+    /// The same, but its pads are for others, who find them at `port`; 0 takes any.
+    bool serve(const QString& stimulus, int port);
+    int port() const { return m_port; }
 
     /// Plays the next `steps` steps.
     bool play(qint64 steps);
+    /// Goes back to the first step.
+    bool rewind();
+    /// The levels of nets of the design, by their hierarchical names.
+    bool look(const QStringList& names, std::vector<bool>& levels);
 
     OXA_CAPTURE::JtagLink& jtag() { return m_jtag; }
 
@@ -43,6 +51,8 @@ private:
     bool generate(const Design& design, QStringList& sources);
     bool compile(const QStringList& arguments, const std::function<bool()>& goesOn);
     bool connectTo(const QString& name, const std::function<bool(const QString&)>& connect);
+    bool run(const QString& stimulus, const QString& jtag);
+    bool order(const QByteArray& line, QByteArray& answer);
     QString lastWords();
 
     QString m_workDir;
@@ -51,6 +61,7 @@ private:
     QProcess m_vvp;
     OXA_CAPTURE::RemoteBitbangLink m_jtag;
     OXA_CAPTURE::StreamSocket m_control;
+    int m_port = 0;
     QString m_error;
 };
 

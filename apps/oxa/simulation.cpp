@@ -14,8 +14,6 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-constexpr int kLeadOut = 8; // clock periods that bring the last samples into memory
-
 /// The configuration as it is simulated, and the wrapper's ports.
 struct Preparation {
     StimulusPorts ports;
@@ -150,8 +148,9 @@ bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cor
 
 }
 
-bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
-    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error)
+bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+    const SampledWaveform& waveform, SimulatedTarget& target, const QString& stimulus,
+    qint64& steps, QString& error)
 {
     const QList<OXA::AOCore_Lite*> liteCores = liteCoresOf(simulation.arg.configFile);
     const Preparation preparation = prepare(cores, liteCores, waveform);
@@ -161,13 +160,19 @@ bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& co
     requests.reserve(cores.size());
     for (const SimulatedCore& core : cores)
         requests.push_back(core.request);
-    SimulatedTarget target;
-    const QString stimulus = simulation.workDir + "/stimulus.txt";
     if (!simulation.progress("generating", 0) || !build(simulation, preparation, target, error))
         return false;
-    const qint64 steps
-        = writeStimulus(stimulus, preparation.ports, kLeadOut, waveform, requests, error);
-    if (steps < 0)
+    steps = writeStimulus(stimulus, preparation.ports, kLeadOut, waveform, requests, error);
+    return steps >= 0;
+}
+
+bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error)
+{
+    SimulatedTarget target;
+    const QString stimulus = simulation.workDir + "/stimulus.txt";
+    qint64 steps = 0;
+    if (!buildTarget(simulation, cores, waveform, target, stimulus, steps, error))
         return false;
     if (!target.start(stimulus)) {
         error = target.error();

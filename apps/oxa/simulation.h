@@ -1,6 +1,8 @@
 #ifndef APPS_OXA_SIMULATION_H
 #define APPS_OXA_SIMULATION_H
 
+#include "simulated_target.h"
+
 #include "capture/simulated_core.h"
 
 #include <functional>
@@ -14,6 +16,17 @@ struct Simulation {
     /// Told what is being done and the percentage of it; the run stops when it returns false.
     std::function<bool(const QString& stage, int percent)> progress;
 };
+
+/// Clock periods behind the waveform that bring the last samples into memory.
+constexpr int kLeadOut = 8;
+
+/// Generates and compiles it as a target for `cores`, which sample `waveform`, and writes the
+/// waveform's steps to the file `stimulus`. `steps` counts them, two for each period behind the
+/// waveform included. False when that fails, with `error`, which is empty after `progress` stopped
+/// the work.
+bool buildTarget(const Simulation& simulation, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
+    const OXA_CAPTURE::SampledWaveform& waveform, SimulatedTarget& target, const QString& stimulus,
+    qint64& steps, QString& error);
 
 /// Runs it for `cores`, which sample `waveform`. `runs` holds for each core what the trigger model
 /// makes of it, and is replaced by what the simulated core captured.

@@ -17,6 +17,14 @@ bool Stimulus::open(const std::string& path)
     return m_file.is_open();
 }
 
+void Stimulus::rewind()
+{
+    m_file.clear();
+    m_file.seekg(0);
+    m_line = 0;
+    m_damaged = false;
+}
+
 bool Stimulus::next(StimulusStep& step)
 {
     std::string text;

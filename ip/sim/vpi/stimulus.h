@@ -16,6 +16,7 @@ struct StimulusStep {
 class Stimulus {
 public:
     bool open(const std::string& path);
+    void rewind();
 
     /// False at the end, and before a line that is no step.
     bool next(StimulusStep& step);

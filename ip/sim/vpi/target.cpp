@@ -7,7 +7,7 @@
 // stands still unless a client moves it. Its command line says where clients find it:
 //
 //   +oxa_jtag=ADDRESS      remote_bitbang (docs/simulated-target.md)
-//   +oxa_control=ADDRESS   lines "run COUNT", answered by "ran COUNT" or "error TEXT"
+//   +oxa_control=ADDRESS   lines, answered by a line each (docs/simulated-target.md)
 //   +oxa_stimulus=FILE     the steps that "run" plays
 //   +oxa_settle=1          unknown registers and memories begin as 0
 //
@@ -20,11 +20,13 @@
 
 #include <vpi_user.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <poll.h>
+#include <sstream>
 #include <unistd.h>
 
 namespace oxa_target {
@@ -66,7 +68,9 @@ private:
     bool open(const char* option, ServerSocket& socket);
     bool play();
     bool obeyControl();
+    void beginRun(const std::string& count);
     void endRun();
+    void look(const std::string& names);
     bool wait();
     void sleep();
 
@@ -200,16 +204,50 @@ bool Target::obeyControl()
         return false;
     const std::string line = m_control.input.substr(0, end);
     m_control.input.erase(0, end + 1);
-    char* rest = nullptr;
-    const long count = line.rfind("run ", 0) == 0 ? std::strtol(line.c_str() + 4, &rest, 10) : -1;
-    if (count < 0 || *rest != '\0') {
+    const size_t blank = std::min(line.find(' '), line.size());
+    const std::string command = line.substr(0, blank);
+    const std::string rest = line.substr(std::min(blank + 1, line.size()));
+    if (command == "run") {
+        beginRun(rest);
+    } else if (command == "look") {
+        look(rest);
+    } else if (line == "rewind") {
+        m_stimulus.rewind();
+        m_control.send("rewound\n");
+    } else {
         m_control.send("error no such command\n");
-        return true;
     }
-    m_stepsLeft = count;
-    m_stepsRun = 0;
-    m_running = true;
     return true;
+}
+
+void Target::beginRun(const std::string& count)
+{
+    char* rest = nullptr;
+    m_stepsLeft = count.empty() ? -1 : std::strtol(count.c_str(), &rest, 10);
+    m_stepsRun = 0;
+    m_running = m_stepsLeft >= 0 && *rest == '\0';
+    if (!m_running)
+        m_control.send("error no such command\n");
+}
+
+// The levels of nets and registers; one of several bits is 1 when any of them is.
+void Target::look(const std::string& names)
+{
+    std::string levels;
+    std::istringstream list(names);
+    for (std::string name; list >> name;) {
+        vpiHandle net = vpi_handle_by_name(name.data(), nullptr);
+        if (!net) {
+            m_control.send("error there is no " + name + '\n');
+            return;
+        }
+        s_vpi_value value = {};
+        value.format = vpiBinStrVal;
+        vpi_get_value(net, &value);
+        levels += std::strchr(value.value.str, '1') ? '1' : '0';
+        vpi_free_object(net);
+    }
+    m_control.send("saw " + levels + '\n');
 }
 
 // Until something arrives; false when nothing more can come.

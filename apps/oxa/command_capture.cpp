@@ -1,0 +1,383 @@
+#include "capture_report.h"
+#include "configuration.h"
+#include "interrupt.h"
+#include "options.h"
+#include "progress_line.h"
+#include "run_settings.h"
+#include "simulation_inputs.h"
+
+#include "capture/capture_session.h"
+#include "capture/openocd_link.h"
+
+#include <QDeadlineTimer>
+
+namespace {
+
+using namespace OXA_CAPTURE;
+
+constexpr char kSummary[] = "Capture from a running chip, through OpenOCD";
+
+constexpr char kHelp[]
+    = R"(OpenOCD has to run with a configuration for the adapter and the chip; docs/on-a-board.md
+tells how, docs/first-capture.md does it without a board. The analyzer in the chip has
+to be built from FILE; its cores are armed with the file's settings and with what the
+options change for this run, and read out when they have triggered.
+
+Ctrl-C stops the cores, and what they have captured is read and written. Samples are
+counted from 0 in each window, since nothing numbers those of a chip.
+
+  oxa capture uart.oxa -o captured.vcd --clock 50e6
+  oxa capture uart.oxa --unit M0=1XXXXXXX0 --windows 4 --timeout 10
+
+Exit status 1 says that a core did not capture everything; how far it got is said, and
+what was captured is written all the same.)";
+
+constexpr char kPort[] = ":6666";
+constexpr char kHost[] = "127.0.0.1";
+
+struct Options {
+    QString file;
+    QString openocd = QString(kHost) + kPort;
+    QString tap;
+    std::vector<int> cores;
+    QString output;
+    double timeout = 0; // s; 0: none
+    bool immediate = false;
+    bool powerUp = false;
+    RunSettings run;
+    double clockHz = 0;
+    bool json = false;
+};
+
+/// Everything that is known before the chip is asked.
+struct Plan {
+    Configuration built; // as the chip was built
+    Configuration wanted; // as it is to run
+    std::vector<BuiltConfiguration> builds;
+    std::vector<size_t> chosen; // places of the cores that run
+};
+
+QString serverAddress(const QString& text)
+{
+    if (text.startsWith(':'))
+        return kHost + text;
+    return text.contains(':') ? text : text + kPort;
+}
+
+std::vector<size_t> chosenCores(
+    const Options& options, const std::vector<SimulatedCore>& cores, Problems& problems)
+{
+    std::vector<size_t> chosen;
+    QStringList known;
+    for (size_t place = 0; place < cores.size(); ++place) {
+        const auto& wanted = options.cores;
+        known += QString::number(cores[place].index());
+        if (wanted.empty()
+            || std::find(wanted.begin(), wanted.end(), cores[place].index()) != wanted.end())
+            chosen.push_back(place);
+    }
+    for (const int index : options.cores) {
+        if (!known.contains(QString::number(index)))
+            problems.append(Problem {QString("--core %1").arg(index),
+                "the configuration has no such core, only " + known.join(", ")});
+    }
+    return chosen;
+}
+
+bool changesSettings(const RunSettings& run)
+{
+    return !run.units.isEmpty() || !run.counters.isEmpty() || run.position >= 0 || run.windows > 0
+        || run.samples > 0;
+}
+
+/// What is wrong with the call, beside the file.
+void checkCall(const Options& options, const Configuration& configuration, Problems& problems)
+{
+    QString error;
+    if (!options.output.isEmpty() && !hasCaptureFormat(options.output, &error))
+        problems.append(Problem {{}, error});
+    const bool changes = changesSettings(options.run);
+    if (configuration.mode == OXA::Lite && (changes || options.immediate))
+        problems.append(Problem {options.file, "Lite cores have no trigger and no settings"});
+    if (options.powerUp && (changes || options.immediate))
+        problems.append(Problem {"--power-up", "what runs already takes no other settings"});
+}
+
+bool prepare(const Options& options, Plan& plan, QTextStream& err)
+{
+    if (!readConfiguration(options.file, plan.built, err)
+        || !readConfiguration(options.file, plan.wanted, err))
+        return false;
+    Problems problems;
+    checkCall(options, plan.built, problems);
+    plan.builds
+        = builtConfigurations(options.file, plan.built.cores, plan.built.liteCores, problems);
+    if (!problems.isEmpty())
+        return report(problems, err);
+    plan.chosen = chosenCores(options, plan.builds.front().cores, problems);
+    QList<OXA::AoCore*> running;
+    for (const size_t place : plan.chosen) {
+        if (plan.wanted.mode != OXA::Lite)
+            running += plan.wanted.cores.at(int(place));
+    }
+    changeUnits(options.run, running, problems);
+    return report(problems, err);
+}
+
+/// The runs of the chosen cores, with the settings of this run; false, said on `err`, when no
+/// hardware does what they ask for.
+bool planRuns(const Options& options, const Plan& plan, const OXA::OxaArg& arg,
+    std::vector<CoreRun>& runs, QTextStream& err)
+{
+    Problems problems;
+    const std::vector<SimulatedCore> cores
+        = simulatedCores(plan.wanted.cores, plan.wanted.liteCores, arg, problems);
+    for (const size_t place : plan.chosen) {
+        runs.push_back({place, cores[place].setup});
+        if (cores[place].core)
+            changeWindows(options.run, runs.back().setup);
+    }
+    return report(problems, err);
+}
+
+/// Finds the chip whose analyzer is built from the file; null, with `error`, when there is none.
+std::unique_ptr<CaptureSession> findAnalyzer(
+    const Options& options, const Plan& plan, OpenOcdLink& link, QString& error)
+{
+    if (!link.connectTo(serverAddress(options.openocd))) {
+        error = link.error();
+        return nullptr;
+    }
+    const QStringList taps = options.tap.isEmpty() ? link.candidates() : QStringList(options.tap);
+    if (taps.isEmpty())
+        error = QString("the chain has several devices; choose one of %1 with --tap")
+                    .arg(link.taps().join(", "));
+    for (const QString& tap : taps) {
+        if (!link.selectTap(tap)) {
+            error = link.error();
+            continue;
+        }
+        auto session = std::make_unique<CaptureSession>(link, link.instruction());
+        if (session->begin() && session->match(plan.builds))
+            return session;
+        error = session->error();
+    }
+    return nullptr;
+}
+
+/// Waits for the cores' triggers, and shows how far they are. The last progress of each core is
+/// left in `last`.
+class Watch {
+public:
+    Watch(const Options& options, CaptureSession& session, const std::vector<size_t>& cores,
+        const Interrupt& interrupt, QTextStream& err)
+        : m_options(options)
+        , m_session(session)
+        , m_cores(cores)
+        , m_interrupt(interrupt)
+        , m_line(err)
+        , m_deadline(options.timeout > 0 ? QDeadlineTimer(qint64(options.timeout * 1000))
+                                         : QDeadlineTimer(QDeadlineTimer::Forever))
+    {
+    }
+
+    bool run()
+    {
+        const bool ok = m_session.wait(m_cores, [this](const std::vector<CoreProgress>& now) {
+            last = now;
+            show();
+            return forceIdle() && !m_interrupt.happened() && !m_deadline.hasExpired();
+        });
+        m_line.clear();
+        return ok && m_forced;
+    }
+
+    std::vector<CoreProgress> last;
+
+private:
+    void show()
+    {
+        QStringList texts;
+        for (size_t i = 0; i < m_cores.size(); ++i)
+            texts += m_session.build().cores[m_cores[i]].name() + ": " + last[i].text();
+        m_line.show(texts.join("; "));
+    }
+
+    // Every window takes a force of its own.
+    bool forceIdle()
+    {
+        for (size_t i = 0; m_options.immediate && i < m_cores.size(); ++i) {
+            const bool idle = last[i].state == CoreProgress::Waiting
+                || (last[i].state == CoreProgress::NoClock && !m_begun);
+            m_forced = m_forced && (!idle || m_session.force(m_cores[i]));
+        }
+        m_begun = true;
+        return m_forced;
+    }
+
+    const Options& m_options;
+    CaptureSession& m_session;
+    const std::vector<size_t>& m_cores;
+    const Interrupt& m_interrupt;
+    ProgressLine m_line;
+    QDeadlineTimer m_deadline;
+    bool m_begun = false;
+    bool m_forced = true;
+};
+
+/// What the cores captured, and what there is to say about it.
+struct Outcome {
+    Capture capture;
+    QStringList cuts; ///< of runs that ended early
+    QStringList errors;
+
+    bool any() const
+    {
+        return std::any_of(capture.begin(), capture.end(),
+            [](const CapturedCore& core) { return core.triggered(); });
+    }
+};
+
+QString cutText(const CapturedCore& core, const ReadOut& readOut, const TriggerSetup& setup)
+{
+    const QString name = QString("core %1 was stopped ").arg(core.index);
+    return setup.windowNum == 0 // of a Lite core
+        ? name + QString("after %1 samples").arg(core.windows.front().samples.size())
+        : name + QString("with %1 of %2 windows whole").arg(readOut.whole).arg(setup.windowNum);
+}
+
+/// Reads one core, which is stopped when it has not finished, and leaves it idle.
+bool readCore(const Options& options, CaptureSession& session, const CoreRun& run,
+    const CoreProgress& progress, Outcome& outcome)
+{
+    const bool finished = progress.state == CoreProgress::Finished;
+    ReadOut readOut;
+    if ((!finished && !session.stop(run.core)) || !session.read(run.core, readOut))
+        return false;
+    CapturedCore captured = capturedCore(session.build().cores[run.core], readOut, run.setup);
+    captured.clockHz = options.clockHz;
+    if (!finished && !progress.clockRuns)
+        captured.progress += "; its sample clock stands still, or is very slow";
+    if (!finished && captured.triggered())
+        outcome.cuts += cutText(captured, readOut, run.setup);
+    outcome.capture.push_back(std::move(captured));
+    return !finished || session.stop(run.core);
+}
+
+int readAndDeliver(const Options& options, CaptureSession& session,
+    const std::vector<CoreRun>& runs, const std::vector<CoreProgress>& progress, Io& io)
+{
+    Outcome outcome;
+    for (size_t i = 0; i < runs.size(); ++i) {
+        if (!readCore(options, session, runs[i], progress[i], outcome))
+            outcome.errors += "error: " + session.error();
+    }
+    // A file of an earlier capture is worth more than an empty one.
+    const QString output = outcome.any() ? options.output : QString();
+    const bool delivered
+        = outcome.capture.empty() || deliver(output, options.json, outcome.capture, io);
+    for (const QString& text : outcome.errors + outcome.cuts)
+        io.err << text << '\n';
+    const bool triggered = reportIdleCores(outcome.capture, io.err);
+    return delivered && triggered && outcome.errors.isEmpty() && outcome.cuts.isEmpty()
+        ? kDone
+        : kJobFailed;
+}
+
+bool startAll(const Options& options, CaptureSession& session, const std::vector<CoreRun>& runs)
+{
+    if (!options.powerUp)
+        return session.arm(runs);
+    return std::all_of(
+        runs.begin(), runs.end(), [&](const CoreRun& run) { return session.adopt(run.core); });
+}
+
+int capture(const Options& options, const Plan& plan, Io& io)
+{
+    const Interrupt interrupt([] {});
+    OpenOcdLink link;
+    QString error;
+    const std::unique_ptr<CaptureSession> session = findAnalyzer(options, plan, link, error);
+    if (!session) {
+        io.err << "error: " << error << '\n';
+        return kJobFailed;
+    }
+    std::vector<CoreRun> runs;
+    if (!planRuns(options, plan, session->build().arg, runs, io.err))
+        return kUnusable;
+    Watch watch(options, *session, plan.chosen, interrupt, io.err);
+    if (!startAll(options, *session, runs) || !watch.run()) {
+        io.err << "error: " << session->error() << '\n';
+        for (const CoreRun& run : runs)
+            session->stop(run.core);
+        return kJobFailed;
+    }
+    return readAndDeliver(options, *session, runs, watch.last, io);
+}
+
+int run(const Options& options, Io& io)
+{
+    Plan plan;
+    return prepare(options, plan, io.err) ? capture(options, plan, io) : kUnusable;
+}
+
+void addLinkOptions(CLI::App& command, Options& options)
+{
+    addText(command, "--openocd", options.openocd, "OpenOCD's Tcl server (default: 127.0.0.1:6666)")
+        ->type_name("HOST:PORT");
+    addText(command, "--tap", options.tap,
+        "The chip's name in the chain, when OpenOCD's configuration does not tell")
+        ->type_name("NAME");
+    command.add_option("--core", options.cores, "Arm only this core; may be repeated")
+        ->type_name("N")
+        ->expected(1)
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+void addRunOptions(CLI::App& command, Options& options)
+{
+    command.add_option("--timeout", options.timeout, "Stop waiting after so many seconds")
+        ->check(CLI::PositiveNumber)
+        ->type_name("S");
+    command.add_flag("--immediate", options.immediate, "Trigger at once, without waiting");
+    command.add_flag("--power-up", options.powerUp,
+        "Read what cores that capture from power-up on have captured since");
+    addTexts(command, "--unit", options.run.units,
+        "Compare with another value in this run: M3=10XR, or M3=0010..0111 for a range; may be"
+        " repeated")
+        ->type_name("UNIT=VALUE");
+    addTexts(command, "--counter", options.run.counters,
+        "Count to another number in this run: M3=12; may be repeated")
+        ->type_name("UNIT=N");
+    command
+        .add_option("--position", options.run.position, "Samples of a window before its trigger")
+        ->check(CLI::NonNegativeNumber)
+        ->type_name("N");
+    command.add_option("--samples", options.run.samples, "Samples of a window")
+        ->check(CLI::PositiveNumber)
+        ->type_name("N");
+    command.add_option("--windows", options.run.windows, "Windows of the run")
+        ->check(CLI::PositiveNumber)
+        ->type_name("N");
+}
+
+}
+
+void addCapture(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "capture", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addLinkOptions(*command, *options);
+    addText(*command, "-o,--output", options->output,
+        "Where the captured samples go: a .vcd, .csv or .sr (sigrok session) file")
+        ->type_name("OUT");
+    addRunOptions(*command, *options);
+    command
+        ->add_option(
+            "--clock", options->clockHz, "Frequency of the sample clock, for the time in the file")
+        ->check(CLI::PositiveNumber)
+        ->type_name("HZ");
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

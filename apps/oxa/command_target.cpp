@@ -1,0 +1,134 @@
+#include "command.h"
+#include "configuration.h"
+#include "installed.h"
+#include "interrupt.h"
+#include "progress_line.h"
+#include "simulation.h"
+#include "simulation_inputs.h"
+#include "target_player.h"
+
+#include <QTemporaryDir>
+
+namespace {
+
+using namespace OXA_CAPTURE;
+
+constexpr char kSummary[] = "Serve an analyzer in a simulator, as if it were on a board";
+
+constexpr char kHelp[]
+    = R"(The analyzer is generated, compiled with Icarus, and waits behind its JTAG pads for
+OpenOCD. A moment after `oxa capture` has armed its cores the waveform begins, and
+behind its end the sample clocks stand still; with --loop they do not, and the
+waveform begins again.
+
+  oxa target uart.oxa --part PN --stimulus uart.vcd &
+  openocd -f simulated-target.cfg &
+  oxa capture uart.oxa -o captured.vcd
+
+Ctrl-C ends it. docs/first-capture.md goes through all of it.)";
+
+constexpr int kDefaultPort = 9823;
+constexpr int kMostPort = 65535;
+
+struct Options {
+    QString file;
+    SimulationInputs inputs;
+    int port = kDefaultPort;
+    bool loop = false;
+};
+
+bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
+    std::vector<SimulatedCore>& cores, QTextStream& err)
+{
+    Problems problems;
+    cores = simulatedCores(configuration.cores, configuration.liteCores, arg, problems);
+    if (cores.empty())
+        problems.append(Problem {options.file, "it holds no core, so there is nothing to serve"});
+    return report(problems, err);
+}
+
+QStringList coreInstances(const std::vector<SimulatedCore>& cores)
+{
+    QStringList names;
+    for (size_t position = 0; position < cores.size(); ++position)
+        names += cores[position].lite ? QString("oxa_testbench.u_qx_oxa.u_ao_top")
+                                      : QString("oxa_testbench.u_qx_oxa.u_la%1_top").arg(position);
+    return names;
+}
+
+void greet(const SimulatedTarget& target, QTextStream& out)
+{
+    out << "the analyzer waits at port " << target.port() << "; connect with\n  openocd ";
+    if (target.port() != kDefaultPort)
+        out << "-c \"set OXA_PORT " << target.port() << "\" ";
+    out << "-f " << installed("share/oxautils/openocd/simulated-target.cfg") << Qt::endl;
+}
+
+/// Builds the target and plays to it until it is interrupted.
+int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<SimulatedCore>& cores,
+    const SampledWaveform& waveform, Io& io)
+{
+    const QTemporaryDir temporary;
+    const Interrupt interrupt([] {});
+    ProgressLine line(io.err);
+    Simulation simulation;
+    simulation.arg = arg;
+    simulation.workDir = temporary.path();
+    simulation.progress = [&](const QString& stage, int percent) {
+        line.show(stage, percent);
+        return !interrupt.happened();
+    };
+    SimulatedTarget target;
+    const QString stimulus = temporary.path() + "/stimulus.txt";
+    qint64 steps = 0;
+    QString error;
+    bool ok = buildTarget(simulation, cores, waveform, target, stimulus, steps, error);
+    line.clear();
+    if (ok && !target.serve(stimulus, options.port)) {
+        ok = false;
+        error = target.error();
+    }
+    if (ok)
+        greet(target, io.out);
+    TargetPlayer player(target, steps, qint64(2) * kLeadOut, options.loop, coreInstances(cores));
+    while (ok && !interrupt.happened()) {
+        ok = player.step();
+        error = target.error();
+    }
+    if (ok || interrupt.happened())
+        return kDone;
+    io.err << "error: " << error << '\n';
+    return kJobFailed;
+}
+
+int run(const Options& options, Io& io)
+{
+    Configuration configuration;
+    OXA::OxaArg arg;
+    std::vector<SimulatedCore> cores;
+    SampledWaveform waveform;
+    if (!readConfiguration(options.file, configuration, io.err)
+        || !fillRequest(options.inputs, options.file, arg, io.err)
+        || !hasInstalledCores(arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
+        || !readStimulus(options.inputs, cores, waveform, io.err))
+        return kUnusable;
+    return serve(options, arg, cores, waveform, io);
+}
+
+}
+
+void addTarget(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "target", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addSimulationInputs(*command, options->inputs);
+    command
+        ->add_option("--port", options->port,
+            "Where OpenOCD finds it, at 127.0.0.1; 0 takes any free port (default: 9823)")
+        ->check(CLI::Range(0, kMostPort))
+        ->type_name("N");
+    command->add_flag("--loop", options->loop, "Play the waveform again and again");
+    addIpDir(*command, options->inputs);
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

@@ -1,0 +1,110 @@
+#include "run_settings.h"
+
+#include "oxautils/check/check.h"
+
+#include <QRegularExpression>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+// The unit that `text` begins with ("M3=...") in the one core that has it switched on; null, with
+// the reason in `error`, when there is none.
+OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QString& error)
+{
+    static const QRegularExpression name("^M(\\d+)=");
+    const auto match = name.match(text);
+    OXA::MatchUnit* found = nullptr;
+    int count = 0;
+    for (OXA::AoCore* core : cores) {
+        OXA::MatchUnit* unit
+            = match.hasMatch() ? core->matchUnit(match.captured(1).toInt()) : nullptr;
+        if (unit && unit->enabled) {
+            found = unit;
+            ++count;
+        }
+    }
+    if (!match.hasMatch())
+        error = "it does not begin as in M3=10XR";
+    else if (count == 0)
+        error = "no core that runs has this match unit";
+    else if (count > 1)
+        error = "several cores have this match unit; choose one of them with --core";
+    return count == 1 ? found : nullptr;
+}
+
+QStringList complaintsOf(const QList<OXA::AoCore*>& cores, const OXA::MatchUnit& unit)
+{
+    QStringList texts;
+    for (const OXA::Problem& problem : OXA::checkCores(cores)) {
+        if (problem.place.unit == unit.index && cores.value(problem.place.core) == unit.core)
+            texts += problem.text;
+    }
+    return texts;
+}
+
+// A value's characters, or a range's two bounds.
+void setValues(OXA::MatchUnit& unit, const QString& text)
+{
+    const QString values = text.toUpper();
+    unit.value0 = values.section("..", 0, 0);
+    if (OXA::isRangeFunction(unit.matchFunc))
+        unit.value1 = values.section("..", 1);
+    else
+        unit.value0 = values;
+}
+
+void setCounter(OXA::MatchUnit& unit, const QString& text)
+{
+    bool ok = false;
+    const int count = text.toInt(&ok);
+    unit.counter = ok ? count : 0; // which none can count to
+}
+
+void change(const char* option, const QStringList& texts,
+    void (*set)(OXA::MatchUnit& unit, const QString& text), const QList<OXA::AoCore*>& cores,
+    Problems& problems)
+{
+    for (const QString& text : texts) {
+        const QString place = QString(option) + ' ' + text;
+        QString error;
+        OXA::MatchUnit* unit = unitOf(text, cores, error);
+        if (!unit) {
+            problems.append({place, error});
+            continue;
+        }
+        const QStringList before = complaintsOf(cores, *unit);
+        set(*unit, text.section('=', 1));
+        for (const QString& complaint : complaintsOf(cores, *unit)) {
+            if (!before.contains(complaint))
+                problems.append({place, complaint});
+        }
+    }
+}
+
+}
+
+void changeUnits(const RunSettings& settings, const QList<OXA::AoCore*>& cores, Problems& problems)
+{
+    change("--unit", settings.units, setValues, cores, problems);
+    change("--counter", settings.counters, setCounter, cores, problems);
+    for (const QString& text : settings.counters) {
+        QString error;
+        const OXA::MatchUnit* unit = unitOf(text, cores, error);
+        if (unit && !unit->counterEnable)
+            problems.append({"--counter " + text, "the unit was built without a counter"});
+    }
+}
+
+void changeWindows(const RunSettings& settings, TriggerSetup& setup)
+{
+    if (settings.samples > 0) {
+        // The trigger stays as far from the end of the window as it can.
+        setup.triggerPos = std::min(setup.triggerPos, settings.samples - 1);
+        setup.captureAmount = settings.samples;
+    }
+    if (settings.windows > 0)
+        setup.windowNum = settings.windows;
+    if (settings.position >= 0)
+        setup.triggerPos = settings.position;
+}

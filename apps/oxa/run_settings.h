@@ -1,0 +1,24 @@
+#ifndef APPS_OXA_RUN_SETTINGS_H
+#define APPS_OXA_RUN_SETTINGS_H
+
+#include "capture/trigger_setup.h"
+
+#include <QStringList>
+
+/// What one run changes of the settings in the configuration file.
+struct RunSettings {
+    QStringList units; ///< "M3=10XR", or "M3=0010..0111" for a range
+    QStringList counters; ///< "M3=12"
+    qint64 position = -1; ///< samples of a window before its trigger; -1: as in the file
+    qint64 windows = 0; ///< of the run; 0: as in the file
+    qint64 samples = 0; ///< of a window; 0: as in the file
+};
+
+/// Changes match units of `cores`, which are those that run. What cannot be is told in `problems`.
+void changeUnits(
+    const RunSettings& settings, const QList<OXA::AoCore*>& cores, OXA_CAPTURE::Problems& problems);
+
+/// Changes the windows of a core.
+void changeWindows(const RunSettings& settings, OXA_CAPTURE::TriggerSetup& setup);
+
+#endif

@@ -1,0 +1,92 @@
+#include "target_player.h"
+
+#include <QElapsedTimer>
+#include <QThread>
+
+namespace {
+
+constexpr qint64 kStepsAnOrder = 400; // between two looks at JTAG
+constexpr int kPause = 20; // ms between looks at the cores
+constexpr int kArmingPause = 100; // ms in which further cores are armed
+
+}
+
+TargetPlayer::TargetPlayer(
+    SimulatedTarget& target, qint64 steps, qint64 leadOut, bool loop, const QStringList& cores)
+    : m_target(target)
+    , m_steps(steps)
+    , m_end(steps - leadOut)
+    , m_loop(loop)
+{
+    for (const QString& core : cores)
+        m_names += QStringList {core + ".u_command.arm_tck_o", core + ".u_command.rest_o"};
+}
+
+bool TargetPlayer::look(Cores& cores)
+{
+    std::vector<bool> levels;
+    if (!m_target.look(m_names, levels))
+        return false;
+    for (size_t i = 0; i < levels.size(); i += 2) {
+        const bool moves = !levels[i + 1];
+        cores.armed.push_back(levels[i]);
+        cores.busy = cores.busy || moves;
+        cores.stopping = cores.stopping || (moves && !levels[i]);
+    }
+    return true;
+}
+
+bool TargetPlayer::step()
+{
+    Cores now;
+    if (!look(now))
+        return false;
+    const bool ok = !now.busy || (m_playing ? playOn(now) : begin(now));
+    m_playing = m_playing && now.busy;
+    m_before = now;
+    if (!m_playing)
+        QThread::msleep(kPause);
+    return ok;
+}
+
+// Waits until no core is armed any more.
+bool TargetPlayer::begin(const Cores& now)
+{
+    if (now.armed != m_before.armed) {
+        QThread::msleep(kArmingPause);
+        return true;
+    }
+    m_playing = true;
+    return m_loop || now.stopping || rewind();
+}
+
+bool TargetPlayer::playOn(const Cores& now)
+{
+    if (m_at < m_end)
+        return play(m_end);
+    if (now.stopping && m_at < m_steps)
+        return play(m_steps);
+    if (now.stopping || m_loop)
+        return rewind();
+    QThread::msleep(kPause);
+    return true;
+}
+
+// Plays for a moment, and leaves the processor to others for as long.
+bool TargetPlayer::play(qint64 end)
+{
+    QElapsedTimer timer;
+    timer.start();
+    const qint64 steps = std::min(kStepsAnOrder, end - m_at);
+    if (!m_target.play(steps))
+        return false;
+    m_at += steps;
+    QThread::msleep(std::max(1ul, static_cast<unsigned long>(timer.elapsed())));
+    return true;
+}
+
+bool TargetPlayer::rewind()
+{
+    m_at = 0;
+    return m_target.rewind();
+}

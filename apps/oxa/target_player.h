@@ -1,0 +1,44 @@
+#ifndef APPS_OXA_TARGET_PLAYER_H
+#define APPS_OXA_TARGET_PLAYER_H
+
+#include "simulated_target.h"
+
+/// Plays a waveform to a simulated target that others arm.
+///
+/// A moment after a core was armed the waveform begins. Behind its end the clocks stand still,
+/// until cores that are stopped need a few edges more to come to rest; or it begins again, and goes
+/// on where it was at the next arming. While nothing waits for a clock, nothing is played.
+class TargetPlayer {
+public:
+    /// `steps` steps, of which the last `leadOut` lie behind the waveform. `cores` are the
+    /// hierarchical names of the analyzer cores.
+    TargetPlayer(
+        SimulatedTarget& target, qint64 steps, qint64 leadOut, bool loop, const QStringList& cores);
+
+    /// Does what is to be done now, and then waits a moment. False when the target fails.
+    bool step();
+
+private:
+    struct Cores {
+        std::vector<bool> armed;
+        bool busy = false; ///< one of them waits for its clock
+        bool stopping = false; ///< one of those is not armed any more
+    };
+
+    bool look(Cores& cores);
+    bool begin(const Cores& now);
+    bool playOn(const Cores& now);
+    bool play(qint64 end);
+    bool rewind();
+
+    SimulatedTarget& m_target;
+    qint64 m_steps;
+    qint64 m_end; // of the waveform
+    bool m_loop;
+    QStringList m_names; // of what tells the cores' states
+    Cores m_before;
+    bool m_playing = false;
+    qint64 m_at = 0; // the next step
+};
+
+#endif

@@ -1,0 +1,52 @@
+#ifndef TESTS_SUPPORT_LIVE_TARGET_H
+#define TESTS_SUPPORT_LIVE_TARGET_H
+
+#include "support/processes.h"
+
+#include <QTemporaryDir>
+
+/// A simulated target behind the real OpenOCD: `oxa target` and `openocd`, on ports of their own.
+class LiveTarget {
+public:
+    Service target;
+    Service openocd;
+
+    /// Serves `configuration` with the waveform; false when one of the two does not run.
+    bool start(const QString& configuration, const QString& stimulus, const QStringList& more = {},
+        const QString& part = "QX3A-10ALV-QFN88-C8")
+    {
+        target.start(OXA_PROGRAM,
+            QStringList {
+                "target", configuration, "--part", part, "--stimulus", stimulus, "--port", "0"}
+                + more);
+        m_port = target.after("waits at port ").split(';').first();
+        return !m_port.isEmpty() && connectOpenOcd();
+    }
+
+    /// Starts OpenOCD, or starts it again; `taps` takes the place of the chain that we install.
+    bool connectOpenOcd(const QByteArray& taps = {})
+    {
+        openocd.end();
+        if (!taps.isEmpty()) {
+            m_address = startOpenOcd(openocd, m_port, taps);
+            return !m_address.isEmpty();
+        }
+        openocd.start("openocd",
+            {"-c", "set OXA_PORT " + m_port, "-f",
+                OXA_BINARY_DIR "/share/oxautils/openocd/simulated-target.cfg", "-c", "tcl_port 0"});
+        const QByteArray tcl = openocd.after("Listening on port ");
+        m_address = "127.0.0.1:" + tcl.split(' ').first();
+        return !tcl.isEmpty();
+    }
+
+    /// The remote_bitbang server's port.
+    const QByteArray& port() const { return m_port; }
+    /// OpenOCD's Tcl server.
+    const QString& address() const { return m_address; }
+
+private:
+    QByteArray m_port;
+    QString m_address;
+};
+
+#endif
