@@ -24,7 +24,7 @@ constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "
 
 constexpr int kMostCores = 16;
 constexpr int kCrcBits = 32;
-constexpr int kCommandBits = 8;
+constexpr int kCommandBits = 6;
 constexpr int kMostDelay = 24; // bits from a question to its answer, other devices included
 constexpr int kAttempts = 3;
 

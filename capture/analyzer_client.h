@@ -8,7 +8,7 @@
 namespace OXA_CAPTURE {
 
 /// What a core can be told (docs/jtag-protocol.md). Each takes effect at the next sample.
-enum class CoreCommand { Arm = 0b00111001, Stop = 0b11001010, Force = 0b00000111 };
+enum class CoreCommand { Arm = 0b011100, Stop = 0b110001, Force = 0b000111 };
 
 /// The cores of one target, in their own protocol. Whatever is read is checked, and read again when
 /// a bit of it went wrong on its way; whatever is written is checked and written again.

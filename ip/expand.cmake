@@ -4,7 +4,8 @@
 #
 # In a source @P@ is the core's position and @NAME@ a variable of this script; "//@insert FILE"
 # takes a file in, and the lines from "//@repeat X N" to "//@end X" are repeated with @X@ from 0
-# to N - 1 and @-X@ from N to 1.
+# to N - 1 and @-X@ from N to 1. "//@unused NETS" tells a lint tool, and no simulator, that nets are
+# meant to have bits without a reader.
 cmake_policy(VERSION 3.25)
 
 # Brackets and semicolons mean something to CMake's lists but not to its strings: no lists here.
@@ -67,6 +68,8 @@ function(expand output)
         expand_inserts("${text}" text)
         expand_repeats("${text}" text)
         string(CONFIGURE "${text}" text @ONLY)
+        string(REGEX REPLACE "//@unused ([^\n]+)\n"
+            "\n`ifdef VERILATOR\nwire unused = &{1'b0, \\1};\n`endif\n" text "${text}")
         string(APPEND content "\n${text}")
     endforeach()
     file(WRITE ${OUTPUT_DIR}/${output} "${content}\n`default_nettype wire\n")

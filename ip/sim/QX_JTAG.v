@@ -62,45 +62,48 @@ module QX_JTAG #(
             UPDATE_IR:  next = tms_pad_i ? SELECT_DR : IDLE;
         endcase
     end
-    always @(posedge tck_pad_i) state_q <= next;
 
     reg [4:0] instruction_q = IR_IDCODE;
     reg [4:0] ir_q = 0;
-    always @(posedge tck_pad_i) begin
-        if (state_q == CAPTURE_IR) ir_q <= IR_CAPTURE;
-        if (state_q == SHIFT_IR) ir_q <= {tdi_pad_i, ir_q[4:1]};
-    end
-    always @(negedge tck_pad_i) begin
-        if (state_q == RESET) instruction_q <= IR_IDCODE;
-        if (state_q == UPDATE_IR) instruction_q <= ir_q;
-    end
-
     wire is_idcode = instruction_q == IR_IDCODE;
     wire is_er1 = instruction_q == IR_ER1;
     wire is_er2 = instruction_q == IR_ER2;
 
+    // Simulators run what is below at every edge of TCK. In the middle of a scan of the user's, there
+    // is nothing to do but to pass TDO on.
+    reg tdo_enable_q = 1'b0;
+    wire still = state_q == SHIFT_DR && ~tms_pad_i && (is_er1 || is_er2) && tdo_enable_q;
     reg [31:0] idcode_q = 0;
     reg bypass_q = 0;
     always @(posedge tck_pad_i) begin
-        if (state_q == CAPTURE_DR) begin
-            idcode_q <= IDCODE;
-            bypass_q <= 1'b0;
-        end
-        if (state_q == SHIFT_DR) begin
-            idcode_q <= {tdi_pad_i, idcode_q[31:1]};
-            bypass_q <= tdi_pad_i;
+        if (!still) begin
+            state_q <= next;
+            case (state_q)
+                CAPTURE_IR: ir_q <= IR_CAPTURE;
+                SHIFT_IR:   ir_q <= {tdi_pad_i, ir_q[4:1]};
+                CAPTURE_DR: begin
+                    idcode_q <= IDCODE;
+                    bypass_q <= 1'b0;
+                end
+                SHIFT_DR: begin
+                    idcode_q <= {tdi_pad_i, idcode_q[31:1]};
+                    bypass_q <= tdi_pad_i;
+                end
+                default: ;
+            endcase
         end
     end
 
+    wire tdo = state_q == SHIFT_IR ? ir_q[0]
+             : is_er1 ? tdo_er1_i : is_er2 ? tdo_er2_i : is_idcode ? idcode_q[0] : bypass_q;
     reg tdo_q = 1'b0;
-    reg tdo_enable_q = 1'b0;
     always @(negedge tck_pad_i) begin
-        tdo_enable_q <= state_q == SHIFT_IR || state_q == SHIFT_DR;
-        if (state_q == SHIFT_IR) tdo_q <= ir_q[0];
-        else if (is_er1) tdo_q <= tdo_er1_i;
-        else if (is_er2) tdo_q <= tdo_er2_i;
-        else if (is_idcode) tdo_q <= idcode_q[0];
-        else tdo_q <= bypass_q;
+        tdo_q <= tdo;
+        if (!still) begin
+            tdo_enable_q <= state_q == SHIFT_IR || state_q == SHIFT_DR;
+            if (state_q == RESET) instruction_q <= IR_IDCODE;
+            if (state_q == UPDATE_IR) instruction_q <= ir_q;
+        end
     end
 
     assign tdo_pad_o = tdo_enable_q ? tdo_q : 1'bz;

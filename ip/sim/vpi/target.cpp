@@ -81,6 +81,7 @@ private:
     Bitbang m_bitbang {m_jtag, *this};
     Stimulus m_stimulus;
     bool m_running = false;
+    int m_pads[Tdo] = {-1, -1, -1}; // as they were driven last
     long m_stepsLeft = 0;
     long m_stepsRun = 0;
     std::string m_clocks; // to come, behind the values that were set
@@ -285,9 +286,12 @@ void Target::sleep()
 
 void Target::drive(bool tck, bool tms, bool tdi)
 {
-    putBit(m_arguments[Tms], tms);
-    putBit(m_arguments[Tdi], tdi);
-    putBit(m_arguments[Tck], tck);
+    const int pads[] = {tck, tms, tdi};
+    for (const Argument pad : {Tms, Tdi, Tck}) { // the clock last
+        if (m_pads[pad] != pads[pad])
+            putBit(m_arguments[pad], pads[pad] != 0);
+        m_pads[pad] = pads[pad];
+    }
 }
 
 bool Target::tdo()

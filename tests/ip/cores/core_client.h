@@ -23,7 +23,7 @@ namespace Register {
 enum { Identity, Fingerprint, Status, Check, Memory, Windows, Command = 8, Settings, Tables };
 }
 namespace Command {
-constexpr char kArm[] = "10011100", kStop[] = "01010011", kForce[] = "11100000"; // lowest bit first
+constexpr char kArm[] = "001110", kStop[] = "100011", kForce[] = "111000"; // lowest bit first
 }
 
 /// Writes scripts for CoreBench that speak the cores' protocol.
