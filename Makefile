@@ -2,12 +2,19 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test bench install check packages
+.PHONY: demo test test-asan test-tsan bench install check packages
 
 test: packages
 	cmake --preset dev
 	cmake --build --preset dev -j $(JOBS)
 	ctest --preset dev
+
+# Everything again under the address and undefined-behaviour sanitizers, and what has threads under
+# the thread sanitizer.
+test-asan test-tsan: test-%: packages
+	cmake --preset $*
+	cmake --build --preset $* -j $(JOBS)
+	ctest --preset $*
 
 demo: packages
 	cmake --preset release

@@ -18,8 +18,9 @@ function(oxa_add_library target name output define)
     set_property(GLOBAL APPEND PROPERTY OXA_EXPORTED_TARGETS ${target})
 endfunction()
 
-# oxa_add_test(NAME SOURCES ... [LIBS ...] [DEFINES ...]): a QtTest program, run by ctest under
-# NAME. OXA_SOURCE_DIR and OXA_BINARY_DIR tell it where files are.
+# oxa_add_test(NAME SOURCES ... [LIBS ...] [DEFINES ...] [LABELS ...]): a QtTest program, run by
+# ctest under NAME. OXA_SOURCE_DIR and OXA_BINARY_DIR tell it where files are. Labels: `threads` is
+# what preset tsan runs too, `once` what preset asan leaves out, for a sanitizer sees little of it.
 function(oxa_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "TIMEOUT" "SOURCES;LIBS;DEFINES;LABELS")
     if(NOT ARG_TIMEOUT)
@@ -37,5 +38,8 @@ function(oxa_add_test name)
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${ARG_TIMEOUT}
         LABELS "${ARG_LABELS}"
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TSAN_OPTIONS=ignore_noninstrumented_modules=1;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0")
+    if("threads" IN_LIST ARG_LABELS)
+        add_dependencies(thread_tests ${name})
+    endif()
 endfunction()

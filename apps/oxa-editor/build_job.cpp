@@ -65,7 +65,7 @@ void BuildJob::start(const OxaArg& arg, bool synthesize)
 
 void BuildJob::stop()
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_stopping = true;
     if (m_generator)
         m_generator->tryToStop();
@@ -73,7 +73,7 @@ void BuildJob::stop()
 
 void BuildJob::setGenerator(OXAProxyQxSyn* generator)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_generator = generator;
     if (generator && m_stopping)
         generator->tryToStop(); // before the run, which then does not start
@@ -85,7 +85,7 @@ BuildJob::Result BuildJob::run(const OxaArg& arg, bool synthesize)
     Result result = synthesize ? this->synthesize(arg) : generate(arg);
     if (result.outcome != BuildOutcome::Refused)
         markWorkDir(arg.workDir);
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_stopping && result.outcome != BuildOutcome::Done)
         result.outcome = BuildOutcome::Stopped;
     return result;

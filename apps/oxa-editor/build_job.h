@@ -3,12 +3,12 @@
 
 #include "oxautils/generate/oxa_arg.h"
 
-#include <QMutex>
 #include <QObject>
 #include <QStringList>
 #include <QThread>
 
 #include <memory>
+#include <mutex>
 
 namespace OXA {
 class OXAProxyQxSyn;
@@ -61,7 +61,7 @@ private:
     void setGenerator(OXA::OXAProxyQxSyn* generator);
 
     std::unique_ptr<QThread> m_thread;
-    QMutex m_mutex; // guards what follows
+    std::mutex m_mutex; // guards what follows
     OXA::OXAProxyQxSyn* m_generator = nullptr; // what stop talks to, while there is one
     bool m_stopping = false;
 };

@@ -22,6 +22,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char kSummary[] = "Write the Verilog of an analyzer, then synthesize it to a netlist";
@@ -135,6 +137,12 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds
         out << "  " << QString::number(it.value()).rightJustified(6) << "  " << it.key() << '\n';
 }
 
+bool holdsBlank(const QStringList& paths)
+{
+    return std::any_of(paths.begin(), paths.end(),
+        [](const QString& path) { return path.contains(' ') || path.contains('\t'); });
+}
+
 int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
 {
     OXA::OxaPrepare prepared;
@@ -145,6 +153,9 @@ int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
     if (loggedErrors() > errorsBefore)
         return kJobFailed;
     printFileList(prepared, options.json, io.out);
+    if (!options.json && holdsBlank(prepared.files + prepared.includePaths))
+        io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
+                  " blank; name another work directory, or take the paths from --json\n";
     return kDone;
 }
 

@@ -28,8 +28,12 @@ void sayUnknown(const PartOptions& options, QTextStream& err)
 
 bool loadCatalogue(const PartOptions& options, QTextStream& err)
 {
+    // Nobody asked for the built-in catalogue that stands in for one which cannot be read.
+    const QString named
+        = options.deviceDb.isEmpty() ? qEnvironmentVariable("OXA_DEVICE_DB") : options.deviceDb;
+    qunsetenv("OXA_DEVICE_DB");
     QString error;
-    if (options.deviceDb.isEmpty() || DEV::DeviceDb::instance().load(options.deviceDb, &error))
+    if (named.isEmpty() || DEV::DeviceDb::instance().load(named, &error))
         return true;
     err << "error: " << error << '\n';
     return false;

@@ -3,8 +3,8 @@
 #include "dev/catalogue.h"
 
 #include <QDebug>
-#include <QMutex>
-#include <QMutexLocker>
+
+#include <mutex>
 
 namespace DEV {
 namespace {
@@ -35,18 +35,18 @@ class Current {
 public:
     Snapshot get()
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         return m_catalogue;
     }
 
     void set(Snapshot catalogue)
     {
-        const QMutexLocker lock(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         m_catalogue.swap(catalogue);
     }
 
 private:
-    QMutex m_mutex;
+    std::mutex m_mutex;
     Snapshot m_catalogue = initialCatalogue();
 };
 

@@ -32,6 +32,16 @@ const QRegularExpression& sourceLine()
     return line;
 }
 
+/// What an engine prints must not steer the terminal that shows it.
+QString withoutControls(QString text)
+{
+    for (QChar& c : text) {
+        if (c.category() == QChar::Other_Control && c != '\t')
+            c = QChar::ReplacementCharacter;
+    }
+    return text;
+}
+
 }
 
 EngineOutput::EngineOutput(const QString& logFile, Stage stage)
@@ -44,7 +54,7 @@ EngineOutput::EngineOutput(const QString& logFile, Stage stage)
 void EngineOutput::take(const QByteArray& line)
 {
     log(line);
-    const QString text = QString::fromUtf8(line.left(kTextBytes));
+    const QString text = withoutControls(QString::fromUtf8(line.left(kTextBytes)));
     remember(text);
     if (m_open && text.startsWith("    ")) {
         m_messages.last() += ' ' + text.simplified();

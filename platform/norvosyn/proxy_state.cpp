@@ -1,7 +1,5 @@
 #include "proxy_state.h"
 
-#include <QMutexLocker>
-
 namespace NorvoSyn {
 
 ProxyState::ProxyState(QObject* parent)
@@ -11,7 +9,7 @@ ProxyState::ProxyState(QObject* parent)
 
 ProxyState::Start ProxyState::begin()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     switch (m_phase) {
     case Phase::Running:
     case Phase::Stopping:
@@ -30,14 +28,14 @@ ProxyState::Start ProxyState::begin()
 
 void ProxyState::end(const QStringList& messages)
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_phase = Phase::Ended;
     m_messages = messages;
 }
 
 void ProxyState::askToStop()
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_phase == Phase::Fresh)
         m_phase = Phase::StoppedEarly;
     else if (m_phase == Phase::Running)
@@ -46,13 +44,13 @@ void ProxyState::askToStop()
 
 bool ProxyState::stopAsked() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_phase == Phase::Stopping;
 }
 
 QStringList ProxyState::messages() const
 {
-    const QMutexLocker lock(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     return m_messages;
 }
 

@@ -1,9 +1,10 @@
 #ifndef NORVOSYN_PROXY_STATE_H
 #define NORVOSYN_PROXY_STATE_H
 
-#include <QMutex>
 #include <QObject>
 #include <QStringList>
+
+#include <mutex>
 
 namespace NorvoSyn {
 
@@ -28,7 +29,7 @@ public:
 private:
     enum class Phase : int { Fresh, StoppedEarly, Running, Stopping, Ended };
 
-    mutable QMutex m_mutex;
+    mutable std::mutex m_mutex;
     Phase m_phase = Phase::Fresh;
     QStringList m_messages;
 };

@@ -65,6 +65,9 @@ void TestOxaParts::listsTheCatalogue()
     QCOMPARE(result.status, 0);
     const Result byEnvironment = oxa({"devices"}, {"OXA_DEVICE_DB=" + m_catalogue});
     QCOMPARE(byEnvironment.out, QString(kTable));
+    const Result unreadable = oxa({"devices"}, {"OXA_DEVICE_DB=/absent.csv"});
+    QCOMPARE(unreadable.err, QString("error: /absent.csv: No such file or directory\n"));
+    QCOMPARE(unreadable.status, 2);
 }
 
 void TestOxaParts::patterns_data()

@@ -22,6 +22,8 @@ const EngineRow kEngines[] = {
     {"crashes",                                    "echo new > netlist.v; kill -SEGV $$",                    false, "crashed (signal 11)"              },
     {"fails with an error",                        "echo '/a b/c.v:12: ERROR: no such thing' >&2; exit 1",   false,
      "/a b/c.v:12: error: no such thing"                                                                                                               },
+    {"steers the terminal",                        "printf 'x.v:1: ERROR: \\033[2J\\a\\n' >&2; exit 1",      false,
+     "x.v:1: error: \ufffd[2J\ufffd"                                                                                                                   },
     {"warns once",
      "for i in 1 2 3; do echo 'x.v:3: Warning: odd'; done; echo 'ABC: Warning: noise'\n"
         "echo new > netlist.v",                                                                              true,  "x.v:3: warning: odd"              },
