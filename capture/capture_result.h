@@ -26,7 +26,7 @@ struct CapturedCore {
     QList<OXA::SignalItem> items; ///< the data signals, most significant first
     std::vector<CapturedWindow> windows; ///< in the order in which they were taken
     QString progress; ///< how far the trigger's sequence got
-    double clockHz = 0; ///< frequency of the sample clock; 0: unknown
+    double clockHz = 0; ///< of the sample clock, the same for all cores of a file; 0: unknown
 
     bool triggered() const { return !windows.empty(); }
 };

@@ -106,6 +106,7 @@ OpenOcdLink::~OpenOcdLink()
 bool OpenOcdLink::connectTo(const QString& address)
 {
     m_owns = false;
+    m_irscan.clear();
     m_address = address;
     return m_socket.connectTo(address) ? listTaps()
                                        : fail("OpenOCD: " + m_socket.error() + "; is it running?");
@@ -159,8 +160,9 @@ bool OpenOcdLink::reset()
 
 bool OpenOcdLink::scanIr(const BitString& out)
 {
-    return run(ours(kGuard) + "irscan " + m_tap.toUtf8() + " 0x"
-        + QByteArray::number(out.number(0, out.size()), 16));
+    m_irscan = "irscan " + m_tap.toUtf8() + " 0x"
+        + QByteArray::number(out.number(0, out.size()), 16) + '\n';
+    return run(ours(kGuard) + m_irscan);
 }
 
 bool OpenOcdLink::scanDr(const BitString& out, BitString* in) { return scan(drscan(out), out, in); }
@@ -182,7 +184,8 @@ QByteArray OpenOcdLink::drscan(const BitString& bits) const
 
 bool OpenOcdLink::scan(const QByteArray& script, const BitString& out, BitString* in)
 {
-    if (!run(ours(kGuard) + script, out.size()))
+    // Whoever else uses OpenOCD may have loaded another instruction.
+    if (!run(ours(kGuard) + m_irscan + script, out.size()))
         return false;
     if (!in)
         return true;

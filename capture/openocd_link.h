@@ -62,6 +62,7 @@ private:
     QStringList m_taps;
     QStringList m_instructions; // of the TAPs; empty where none is known
     QString m_tap;
+    QByteArray m_irscan; // the instruction, loaded anew with every scan
     QByteArray m_result; // of the last command
     bool m_owns = false;
     int m_commands = 0;

@@ -26,9 +26,13 @@ QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
 {
     if (core.lite)
         return "a Lite core has no settings";
-    if (setup.captureAmount < 1 || setup.windowNum < 1 || setup.windowNum > core.mostWindows
-        || setup.captureAmount * setup.windowNum > core.depth)
-        return "its memory does not hold the windows";
+    if (setup.windowNum < 1 || setup.windowNum > core.mostWindows)
+        return QString("it is built for %1 windows at most").arg(core.mostWindows);
+    if (setup.captureAmount < 1 || setup.captureAmount > core.depth / setup.windowNum)
+        return QString("its memory of %1 samples does not hold %2 windows of %3")
+            .arg(core.depth)
+            .arg(setup.windowNum)
+            .arg(setup.captureAmount);
     if (setup.triggerPos < 0 || setup.triggerPos >= setup.captureAmount)
         return "the trigger lies outside of the window";
     if (qint64(setup.levels.size()) > core.expressions

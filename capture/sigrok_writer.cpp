@@ -44,10 +44,12 @@ std::vector<Channel> channelsOf(const Capture& capture)
     return channels;
 }
 
-QByteArray metadata(const std::vector<Channel>& channels, int unitSize)
+QByteArray metadata(const std::vector<Channel>& channels, int unitSize, double clockHz)
 {
     QString text = "[global]\nsigrok version=0.5.2\n\n[device 1]\ncapturefile=logic-1\n";
     text += QString("total probes=%1\ntotal analog=0\n").arg(channels.size());
+    if (clockHz > 0)
+        text += QString("samplerate=%1 Hz\n").arg(std::max(qRound64(clockHz), qint64(1)));
     int number = 0;
     for (const Channel& channel : channels) {
         const QString name = QString(channel.name).remove('\\').simplified();
@@ -144,7 +146,8 @@ bool writeSigrok(QIODevice& out, const Capture& capture, QString& error)
     const std::vector<Channel> channels = channelsOf(capture);
     const int unitSize = int(channels.size() + 7) / 8;
     const QByteArray version = "2";
-    const QByteArray about = metadata(channels, unitSize);
+    const double clockHz = capture.empty() ? 0 : capture.front().clockHz;
+    const QByteArray about = metadata(channels, unitSize, clockHz);
     const QByteArray data = logicData(capture, channels, unitSize);
 
     Archive archive;

@@ -10,6 +10,52 @@ namespace {
 constexpr int kFlushAt = 1 << 20; // bytes
 constexpr int kWindowBits = 32;
 
+// A dump's unit of time, for clocks of at least a frequency: their periods have a thousand units
+// and more.
+struct TimeUnit {
+    const char* name;
+    double leastHz;
+    double unitsPerSecond;
+};
+
+constexpr TimeUnit kTimeUnits[] = {
+    {"1 fs", 1e9, 1e15},
+    {"1 ps", 1e6, 1e12},
+    {"1 ns", 1e3, 1e9 },
+    {"1 us", 1,   1e6 },
+    {"1 ms", 0,   1e3 },
+};
+
+// The times of samples: a unit each, as long as no clock is known.
+class TimeScale {
+public:
+    explicit TimeScale(const Capture& capture)
+    {
+        for (const CapturedCore& core : capture)
+            m_hz = std::max(m_hz, core.clockHz);
+        for (const TimeUnit& unit : kTimeUnits) {
+            if (m_hz > 0 && !m_unit && m_hz >= unit.leastHz)
+                m_unit = &unit;
+        }
+    }
+
+    QByteArray head() const
+    {
+        return m_unit ? QByteArray("$timescale ") + m_unit->name + " $end\n"
+                      : QByteArray("$comment\n    Captured samples, one time unit each.\n$end\n"
+                                   "$timescale 1 ns $end\n");
+    }
+
+    qint64 at(qint64 sample) const
+    {
+        return m_unit ? qRound64(double(sample) * m_unit->unitsPerSecond / m_hz) : sample;
+    }
+
+private:
+    double m_hz = 0;
+    const TimeUnit* m_unit = nullptr;
+};
+
 // An identifier of a dump: a number to base 94.
 QByteArray identifier(int number)
 {
@@ -169,8 +215,8 @@ private:
 
 bool writeVcd(QIODevice& out, const Capture& capture, QString&)
 {
-    QByteArray text
-        = "$comment\n    Captured samples, one time unit each.\n$end\n$timescale 1 ns $end\n";
+    const TimeScale scale(capture);
+    QByteArray text = scale.head();
     std::vector<CoreTrace> traces;
     qint64 times = 0;
     int variableCount = 0;
@@ -188,7 +234,7 @@ bool writeVcd(QIODevice& out, const Capture& capture, QString&)
                 changes += trace.next();
         }
         if (!changes.isEmpty() || time == times)
-            text += '#' + QByteArray::number(time) + '\n' + changes;
+            text += '#' + QByteArray::number(scale.at(time)) + '\n' + changes;
         if (text.size() < kFlushAt && time < times)
             continue;
         if (out.write(text) != text.size())

@@ -1,71 +1,96 @@
-#include "oxautils/config/standard_config.h"
+#include "capture_fixture.h"
+
+#include "oxautils/config/lite_config.h"
 #include "support/files.h"
 #include "support/live_target.h"
 #include "support/oxa_program.h"
-#include "support/waveforms.h"
 
 #include <QtTest>
 
-#include <random>
-
 namespace {
 
-constexpr int kSamples = 600;
-constexpr char kPart[] = "QX3A-10ALV-QFN88-C8";
+// A change for one run, and the same change of the file.
+struct Change {
+    const char* what;
+    QStringList options;
+    void (*edit)(OXA::AoCore& core);
+};
 
-OXA::SignalItem item(const QString& name, const QStringList& bits = {})
-{
-    OXA::SignalItem result;
-    result.name = name;
-    for (const QString& bit : bits)
-        result.subItems += item(bit);
-    return result;
-}
+void untriggerable(OXA::AoCore& core) { core.matchUnits[0]->value0 = "1111111111"; }
 
-OXA::SignalItem counter()
-{
-    OXA::SignalItem bus = item("n");
-    for (int bit = 9; bit >= 0; --bit)
-        bus.subItems += item(QString("n[%1]").arg(bit));
-    return bus;
-}
+const Change kChanges[] = {
+    {"a value",                 {"--unit", "M0=0000110010"},
+     [](OXA::AoCore& core) { core.matchUnits[0]->value0 = "0000110010"; }                                                                 },
+    {"a trigger that is early", {"--unit", "M0=0000000101", "--counter", "M1=1"},
+     [](OXA::AoCore& core) {
+            core.matchUnits[0]->value0 = "0000000101";
+            core.matchUnits[1]->counter = 1;
+        }                                                                                                                                 },
+    {"a counter",               {"--counter", "M1=16"},
+     [](OXA::AoCore& core) { core.matchUnits[1]->counter = 16; }                                                                          },
+    {"the last position",       {"--position", "49"},                                      [](OXA::AoCore& core) { core.triggerPos = 49; }},
+    {"one window of all",       {"--samples", "256", "--windows", "1", "--position", "0"},
+     [](OXA::AoCore& core) {
+            core.captureAmount = 256;
+            core.windowNum = 1;
+            core.triggerPos = 0;
+        }                                                                                                                                 },
+    {"no trigger",              {"--unit", "M0=1111111111"},                               untriggerable                                  },
+};
 
-// Windows of 50 samples around the second of two levels. The counter n numbers the samples.
-std::unique_ptr<OXA::AoCore> core(int index, const QString& clock)
+// How many rows a table has in which n counts on, from one to the next of a window; -1 when it does
+// not.
+int followingRows(const QByteArray& csv)
 {
-    auto core = std::make_unique<OXA::AoCore>(index);
-    core->sampleClock = clock;
-    core->signalList = {counter(), item("a,b"), item("top/x_y")};
-    core->captureSignals = core->signalList;
-    core->triggers[0]->signalList = {counter()};
-    core->triggers[1]->signalList = {item("a,b"), item("top/x_y")};
-    const char* values[] = {"0010000000", "1X"};
-    for (int unit = 0; unit < 2; ++unit) {
-        core->matchUnits[unit]->enabled = true;
-        core->matchUnits[unit]->trigger = core->triggers[unit];
-        core->matchUnits[unit]->value0 = values[unit];
+    const QList<QByteArray> rows = csv.trimmed().split('\n').mid(1);
+    const auto number = [&rows](int row) {
+        return rows.at(row).split(',').mid(4, 10).join("").toInt(nullptr, 2);
+    };
+    for (int i = 1; i < rows.size(); ++i) {
+        if (rows.at(i).split(',').at(2) != "0" && number(i) != (number(i - 1) + 1) % kRound)
+            return -1;
     }
-    core->matchUnits[1]->counterEnable = true;
-    core->matchUnits[1]->counterWidth = 4;
-    core->matchUnits[1]->counter = 3;
-    core->expressions = QStringList {"M0", "M1"};
-    core->storageDepth = 256;
-    core->captureAmount = 50;
-    core->triggerPos = 20;
-    core->windowNum = 2;
-    return core;
+    return rows.size();
 }
 
-QByteArray waveform()
+// The samples of a dump that changes at every time at most once, as rows of the variables' bits,
+// and the variables' names.
+struct Dump {
+    QStringList names;
+    QStringList rows;
+};
+
+// A reader that shares nothing with ours: all tokens of a dump, one after the other.
+Dump readDump(const QByteArray& text)
 {
-    std::minstd_rand random(7);
-    QStringList names = OXA::flattenedNames({counter()});
-    names += QStringList {"a,b", "x_y"};
-    QStringList samples;
-    for (int i = 0; i < kSamples; ++i)
-        samples += QString::number(i % 280, 2).rightJustified(10, '0')
-            + QString::number(random() >> 8 & 3, 2).rightJustified(2, '0');
-    return vcdOf(names, samples, {"clk", "slow"});
+    Dump dump;
+    QStringList values;
+    QHash<QString, int> places;
+    const QStringList tokens = QString::fromUtf8(text).split(QRegularExpression("\\s+"));
+    bool header = true;
+    for (int i = 0; i < tokens.size(); ++i) {
+        const QString& token = tokens.at(i);
+        if (token == "$var") {
+            places.insert(tokens.at(i + 3), dump.names.size());
+            dump.names += tokens.at(i + 4) + (tokens.at(i + 5) == "$end" ? "" : tokens.at(i + 5));
+            values += QString(tokens.at(i + 2).toInt(), '?');
+        } else if (token == "$enddefinitions") {
+            header = false;
+            ++i;
+        } else if (header || token.isEmpty()) {
+            continue;
+        } else if (token.startsWith('#')) {
+            if (token != "#0")
+                dump.rows += values.join(',');
+        } else {
+            const bool vector = token.startsWith('b');
+            const QString id = vector ? tokens.at(++i) : token.mid(1);
+            QString& value = values[places.value(id)];
+            const QString bits = token.mid(vector ? 1 : 0, vector ? -1 : 1);
+            value = bits.rightJustified(value.size(), bits.startsWith('x') ? 'x' : '0');
+        }
+    }
+    return dump;
 }
 
 }
@@ -76,13 +101,21 @@ class TestCapture : public QObject {
 
 private Q_SLOTS:
     void initTestCase();
-    void capturesAsTheModel_data();
-    void capturesAsTheModel();
+    void everyFormatHoldsTheSamples();
+    void timeInFiles();
+    void changesForOneRun_data();
+    void changesForOneRun();
+    void immediately();
+    void interrupted();
+    void lite();
+    void unusableCalls_data();
+    void unusableCalls();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
-    Result capture(const QStringList& more);
-    Result model(const QString& configuration, const QStringList& more = {});
+    QStringList captureCall(const QStringList& more) const;
+    Result capture(const QStringList& more) { return oxa(captureCall(more)); }
+    Result model(const QString& configuration, const QStringList& more);
 
     QTemporaryDir m_dir;
     LiveTarget m_live;
@@ -90,16 +123,16 @@ private:
 
 void TestCapture::initTestCase()
 {
-    writeFile(path("wave.vcd"), waveform());
-    const auto fast = core(4, "clk");
-    const auto slow = core(9, "slow");
+    writeFile(path("wave.vcd"), countingWaveform());
+    const auto fast = countingCore(4, "clk");
+    const auto slow = countingCore(9, "slow");
     OXA::writeOXAConfigToXml({fast.get(), slow.get()}, path("c.oxa"));
     QVERIFY2(m_live.start(path("c.oxa"), path("wave.vcd")), m_live.target.said());
 }
 
-Result TestCapture::capture(const QStringList& more)
+QStringList TestCapture::captureCall(const QStringList& more) const
 {
-    return oxa(QStringList {"capture", path("c.oxa"), "--openocd", m_live.address()} + more);
+    return QStringList {"capture", path("c.oxa"), "--openocd", m_live.address()} + more;
 }
 
 Result TestCapture::model(const QString& configuration, const QStringList& more)
@@ -109,23 +142,190 @@ Result TestCapture::model(const QString& configuration, const QStringList& more)
         + more);
 }
 
-void TestCapture::capturesAsTheModel_data()
+// By name and sample: .sr read by sigrok-cli, .vcd by the reader above, .csv as the model's.
+void TestCapture::everyFormatHoldsTheSamples()
 {
-    QTest::addColumn<QString>("ending");
-    for (const char* ending : {"csv", "vcd", "sr"})
-        QTest::newRow(ending) << ending;
+    for (const char* ending : {"csv", "sr", "vcd"}) {
+        const Result result = capture({"-o", path(QString("live.") + ending), "--timeout", "30"});
+        QCOMPARE(result.err, QString());
+        QCOMPARE(result.status, 0);
+        QVERIFY2(result.out.startsWith("core 4, window 0: trigger at sample 20, 50 samples from 0"),
+            qPrintable(result.out));
+    }
+    QCOMPARE(model(path("c.oxa"), {"-o", path("model.csv")}).status, 0);
+    QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+
+    QStringList core4;
+    QStringList core9;
+    const QStringList lines = QString::fromUtf8(bytesOf(path("model.csv"))).split('\n');
+    QCOMPARE(lines.first().section(',', 4),
+        QString("n[9],n[8],n[7],n[6],n[5],n[4],n[3],n[2],n[1],n[0],\"a,b\",top/x_y"));
+    for (const QString& line : lines) {
+        const QStringList cells = line.split(',');
+        const QString row = cells.mid(4).join("") + '-' + cells.value(3) + '-' + cells.value(1);
+        if (cells.first() == "4")
+            core4 += row;
+        if (cells.first() == "9")
+            core9 += row;
+    }
+    QCOMPARE(core4.size(), 100);
+    QCOMPARE(core9.size(), 100);
+
+    const Dump dump = readDump(bytesOf(path("live.vcd")));
+    const QStringList variables {"n[9:0]", "a,b", "top/x_y", "trigger", "window"};
+    QCOMPARE(dump.names, variables + variables);
+    QProcess sigrok;
+    sigrok.start("sigrok-cli", {"-i", path("live.sr"), "-O", "csv"});
+    QVERIFY(sigrok.waitForFinished());
+    const QStringList all = QString::fromUtf8(sigrok.readAllStandardOutput()).split('\n');
+    const QStringList read = all.filter(QRegularExpression("^[01],"));
+    const QString channels = all.filter("Channels").first().section(": ", 1);
+    QCOMPARE(channels.count("core4.n["), 10);
+    QVERIFY2(channels.endsWith("core9.n[0], core9.a,b, core9.top/x_y, core9.trigger, core9.window"),
+        qPrintable(channels));
+    QCOMPARE(read.size(), 100);
+    for (int i = 0; i < 100; ++i) {
+        QStringList dumped = dump.rows.at(i).split(',');
+        const auto rowOf = [&dumped](int from) {
+            return dumped.mid(from, 3).join("") + '-' + dumped.at(from + 3) + '-'
+                + QString::number(dumped.at(from + 4).toInt(nullptr, 2));
+        };
+        QCOMPARE(rowOf(0), core4.at(i));
+        QCOMPARE(rowOf(5), core9.at(i));
+        const QString bits = QString(read.at(i)).remove(',');
+        const auto channelsOf = [&bits](int from) {
+            return bits.mid(from, 12) + '-' + bits.at(from + 12) + '-' + bits.at(from + 13);
+        };
+        QCOMPARE(channelsOf(0), core4.at(i));
+        QCOMPARE(channelsOf(14), core9.at(i));
+    }
 }
 
-void TestCapture::capturesAsTheModel()
+void TestCapture::timeInFiles()
 {
-    QFETCH(QString, ending);
-    QCOMPARE(model(path("c.oxa"), {"-o", path("model." + ending)}).status, 0);
-    const Result result = capture({"-o", path("live." + ending), "--timeout", "30"});
-    QCOMPARE(result.err, QString());
-    QCOMPARE(result.status, 0);
-    QVERIFY2(result.out.startsWith("core 4, window 0: trigger at sample 20, 50 samples from 0 on"),
-        qPrintable(result.out));
-    QCOMPARE(bytesOf(path("live." + ending)), bytesOf(path("model." + ending)));
+    for (const char* ending : {"sr", "vcd"})
+        QCOMPARE(capture({"-o", path(QString("live.") + ending), "--clock", "27e6"}).status, 0);
+    const QByteArray vcd = bytesOf(path("live.vcd"));
+    QVERIFY(vcd.contains("$timescale 1 ps $end"));
+    QVERIFY(vcd.contains("\n#37037\n"));
+    QVERIFY2(vcd.endsWith("\n#3703704\n"), vcd.right(200)); // 100 periods
+    QProcess sigrok;
+    sigrok.start("sigrok-cli", {"-i", path("live.sr"), "--show"});
+    QVERIFY(sigrok.waitForFinished());
+    QVERIFY(sigrok.readAllStandardOutput().contains("Samplerate: 27000000"));
+}
+
+void TestCapture::changesForOneRun_data()
+{
+    QTest::addColumn<int>("row");
+    for (size_t i = 0; i < std::size(kChanges); ++i)
+        QTest::newRow(kChanges[i].what) << int(i);
+}
+
+// What options change is what the model says of a file that is changed alike.
+void TestCapture::changesForOneRun()
+{
+    QFETCH(int, row);
+    const Change& change = kChanges[row];
+    const auto edited = countingCore(4, "clk");
+    change.edit(*edited);
+    OXA::writeOXAConfigToXml({edited.get()}, path("edited.oxa"));
+    const Result expected = model(path("edited.oxa"), {"-o", path("model.csv")});
+    QFile::remove(path("live.csv"));
+    const Result result = capture(
+        QStringList {"--core", "4", "--timeout", "3", "-o", path("live.csv")} + change.options);
+    QCOMPARE(result.status, expected.status);
+    if (expected.status == 0) {
+        QCOMPARE(result.err, QString());
+        QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+        return;
+    }
+    QCOMPARE(
+        result.err, expected.err.trimmed() + "; its sample clock stands still, or is very slow\n");
+    QVERIFY(!QFile::exists(path("live.csv")));
+}
+
+// A forced window holds samples that follow one another.
+void TestCapture::immediately()
+{
+    const Result result = capture({"--core", "4", "--immediate", "-o", path("live.csv")});
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+    QVERIFY(followingRows(bytesOf(path("live.csv"))) >= 60); // windows may be short in front
+}
+
+// Ctrl-C: what is there is read, and the next run finds cores that are idle.
+void TestCapture::interrupted()
+{
+    QFile::remove(path("live.csv"));
+    Service waiting;
+    waiting.start(OXA_PROGRAM,
+        captureCall({"--core", "4", "--unit", "M0=0011110000", "-o", path("live.csv")}));
+    QTest::qWait(5000); // the waveform, with one trigger, is over
+    QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
+    waiting.terminate();
+    QVERIFY(waiting.waitForFinished());
+    QCOMPARE(waiting.exitCode(), 1);
+    QVERIFY2(
+        waiting.said().contains("core 4 was stopped with 1 of 2 windows whole"), waiting.said());
+    QCOMPARE(bytesOf(path("live.csv")).count('\n'), 51);
+    QCOMPARE(capture({"--core", "4"}).status, 0);
+}
+
+void TestCapture::lite()
+{
+    OXA::AOCore_Lite lite;
+    lite.sampleClock = "clk";
+    lite.captureAmount = 40;
+    lite.captureInitDataEnabled = true;
+    lite.signalList = {counterBus()};
+    OXA::writeOXAConfigToXml_Lite({&lite}, path("lite.oxa"));
+    LiveTarget live;
+    QVERIFY2(live.start(path("lite.oxa"), path("wave.vcd"), {"--loop"}), live.target.said());
+    QCOMPARE(model(path("lite.oxa"), {"-o", path("model.csv")}).status, 0);
+    const QStringList call {"capture", path("lite.oxa"), "--openocd", live.address(), "-o",
+        path("live.csv"), "--timeout", "20"};
+    const Result first = oxa(call + QStringList {"--power-up"});
+    QVERIFY2(first.status == 0, qPrintable(first.err));
+    QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+    // Later runs begin where the waveform is.
+    const Result later = oxa(call);
+    QVERIFY2(later.status == 0, qPrintable(later.err));
+    QCOMPARE(followingRows(bytesOf(path("live.csv"))), 40);
+}
+
+void TestCapture::unusableCalls_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const QStringList& options, int status, const char* error) {
+        QTest::newRow(qPrintable(options.join(' '))) << options << status << QString(error);
+    };
+    row({"--unit", "M0=101"}, 2, "several cores have this match unit; choose one");
+    row({"--core", "9", "--unit", "M0=101"}, 2, "value0 \"101\" has 3 characters for the 10");
+    row({"--core", "9", "--unit", "M0=Z000000000"}, 2, "--unit M0=Z000000000: value0");
+    row({"--unit", "M7=1"}, 2, "no core that runs has this match unit");
+    row({"--unit", "7=1"}, 2, "does not begin as in M3=10XR");
+    row({"--core", "4", "--counter", "M1=17"}, 2, "M1=17: ");
+    row({"--core", "4", "--counter", "M0=2"}, 2, "the unit was built without a counter");
+    row({"--core", "5"}, 2, "no such core, only 4, 9");
+    row({"--windows", "6"}, 1, "built for 2 windows at most");
+    row({"--samples", "200"}, 1, "its memory of 256 samples does not hold 2 windows of 200");
+    row({"--position", "50"}, 1, "the trigger lies outside of the window");
+    row({"--power-up", "--windows", "1"}, 2, "--power-up");
+    row({"--tap", "cpu.tap"}, 1, "no device \"cpu.tap\", only fpga.tap");
+    row({"-o", "out.txt"}, 2, "out.txt: the ending has to be");
+    row({"-o", "/no/such/out.vcd"}, 1, "/no/such/out.vcd: cannot be written");
+}
+
+void TestCapture::unusableCalls()
+{
+    QFETCH(QStringList, options);
+    QFETCH(int, status);
+    QFETCH(QString, error);
+    const Result result = capture(options);
+    QVERIFY2(result.err.contains(error), qPrintable(result.err));
+    QCOMPARE(result.status, status);
 }
 
 QTEST_GUILESS_MAIN(TestCapture)

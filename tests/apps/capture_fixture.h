@@ -1,0 +1,69 @@
+#ifndef TESTS_APPS_CAPTURE_FIXTURE_H
+#define TESTS_APPS_CAPTURE_FIXTURE_H
+
+#include "oxautils/config/standard_config.h"
+#include "support/waveforms.h"
+
+#include <memory>
+#include <random>
+
+constexpr char kPart[] = "QX3A-10ALV-QFN88-C8";
+constexpr int kSamples = 500;
+constexpr int kRound = 280; // of the counter
+
+inline OXA::SignalItem item(const QString& name)
+{
+    OXA::SignalItem result;
+    result.name = name;
+    return result;
+}
+
+inline OXA::SignalItem counterBus()
+{
+    OXA::SignalItem bus = item("n");
+    for (int bit = 9; bit >= 0; --bit)
+        bus.subItems += item(QString("n[%1]").arg(bit));
+    return bus;
+}
+
+/// Two windows of 50 samples around the second of two levels. The bus n counts the samples, up to
+/// kRound.
+inline std::unique_ptr<OXA::AoCore> countingCore(int index, const QString& clock)
+{
+    auto core = std::make_unique<OXA::AoCore>(index);
+    core->sampleClock = clock;
+    core->signalList = {counterBus(), item("a,b"), item("top/x_y")};
+    core->captureSignals = core->signalList;
+    core->triggers[0]->signalList = {counterBus()};
+    core->triggers[1]->signalList = {item("a,b"), item("top/x_y")};
+    const char* values[] = {"0010000000", "1X"};
+    for (int unit = 0; unit < 2; ++unit) {
+        core->matchUnits[unit]->enabled = true;
+        core->matchUnits[unit]->trigger = core->triggers[unit];
+        core->matchUnits[unit]->value0 = values[unit];
+    }
+    core->matchUnits[1]->counterEnable = true;
+    core->matchUnits[1]->counterWidth = 4;
+    core->matchUnits[1]->counter = 3;
+    core->expressions = QStringList {"M0", "M1"};
+    core->storageDepth = 256;
+    core->captureAmount = 50;
+    core->triggerPos = 20;
+    core->windowNum = 2;
+    return core;
+}
+
+/// What such cores watch; the clock "slow" ticks at every second sample.
+inline QByteArray countingWaveform()
+{
+    std::minstd_rand random(7);
+    QStringList names = OXA::flattenedNames({counterBus()});
+    names += QStringList {"a,b", "x_y"};
+    QStringList samples;
+    for (int i = 0; i < kSamples; ++i)
+        samples += QString::number(i % kRound, 2).rightJustified(10, '0')
+            + QString::number(random() >> 8 & 3, 2).rightJustified(2, '0');
+    return vcdOf(names, samples, {"clk", "slow"});
+}
+
+#endif
