@@ -97,9 +97,9 @@ void CapturePage::addSwitches()
 void CapturePage::refresh()
 {
     m_form->show(core());
-    if (!core() || !core()->standard)
+    if (!standard())
         return;
-    const OXA::AoCore& shown = *core()->standard;
+    const OXA::AoCore& shown = *standard();
     m_drawing->setWindows(
         shown.storageDepth, shown.captureAmount, shown.windowNum, shown.triggerPos);
 }

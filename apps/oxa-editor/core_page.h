@@ -36,6 +36,9 @@ protected:
     void setEntry(QWidget* widget) { m_entry = widget; }
 
     const CorePtr& core() const { return m_core; }
+
+    /// The core when it is a Standard one, else null. A click can come after its core is gone.
+    OXA::AoCore* standard() const { return m_core ? m_core->standard.get() : nullptr; }
     Document& document() const { return m_document; }
     Location location(int item = -1) const { return {m_core, m_page, item}; }
 

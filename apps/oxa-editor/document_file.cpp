@@ -63,6 +63,20 @@ QString withoutPrefix(QString message)
     return message.startsWith(prefix) ? message.mid(prefix.size()).trimmed() : message.trimmed();
 }
 
+bool readCores(const QString& path, LoadedFile& file, QString& error)
+{
+    Configuration configuration;
+    QTextStream stream(&error);
+    if (!readConfiguration(path, configuration, stream)) {
+        stream.flush();
+        error = withoutPrefix(error);
+        return false;
+    }
+    file.mode = configuration.mode == Lite ? Lite : Standard;
+    file.cores = takeCores(configuration);
+    return true;
+}
+
 void write(OxaMode mode, const Cores& cores, const QString& path)
 {
     if (mode == Lite)
@@ -75,15 +89,8 @@ void write(OxaMode mode, const Cores& cores, const QString& path)
 
 bool loadFile(const QString& path, LoadedFile& file, QString& error)
 {
-    Configuration configuration;
-    QTextStream stream(&error);
-    if (!readConfiguration(path, configuration, stream)) {
-        stream.flush();
-        error = withoutPrefix(error);
+    if (!readCores(path, file, error))
         return false;
-    }
-    file.mode = configuration.mode == Lite ? Lite : Standard;
-    file.cores = takeCores(configuration);
     file.bytes = fileBytes(path);
     const QString warning = checksumWarning(path);
     if (!warning.isEmpty())
@@ -105,7 +112,7 @@ QByteArray serialize(OxaMode mode, const Cores& cores, QString& error)
     LoadedFile again;
     if (!directory.isValid())
         error = directory.errorString();
-    else if (loadFile(path, again, error) && again.cores.size() == cores.size())
+    else if (readCores(path, again, error) && again.cores.size() == cores.size())
         return bytes;
     else if (error.isEmpty())
         error = tr("What would be written could not be read again.");

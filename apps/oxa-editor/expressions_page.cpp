@@ -77,12 +77,14 @@ QWidget* ExpressionsPage::makeKind()
     form->addRow(tr("&Expressions:"), m_kind);
     form->addRow(tr("&Tables in:"), m_memory);
     connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
-        document().set(
-            location(), core()->standard->expressionType, kind, tr("change the expressions' kind"));
+        if (standard())
+            document().set(
+                location(), standard()->expressionType, kind, tr("change the expressions' kind"));
     });
     connect(m_memory, QOverload<int>::of(&QComboBox::activated), this, [this](int memory) {
-        document().set(location(), core()->standard->exImplementation, memory,
-            tr("change the tables' memory"));
+        if (standard())
+            document().set(
+                location(), standard()->exImplementation, memory, tr("change the tables' memory"));
     });
     return widget;
 }
@@ -145,13 +147,13 @@ QWidget* ExpressionsPage::makeEditor()
     layout->addWidget(m_edit);
     layout->addWidget(m_complaint);
     connect(m_edit, &ExpressionEdit::typed, this, [this](const QString& text) {
-        QStringList expressions = core()->standard->expressions;
+        QStringList expressions = this->expressions();
         const int row = m_list->currentRow();
         if (row < 0 || row >= expressions.size())
             return;
         expressions[row] = text;
         document().type(
-            location(row), core()->standard->expressions, expressions, tr("edit an expression"));
+            location(row), standard()->expressions, expressions, tr("edit an expression"));
     });
     connect(m_edit, &ExpressionEdit::finished, this, [this] { document().endRun(); });
     return widget;
@@ -159,9 +161,9 @@ QWidget* ExpressionsPage::makeEditor()
 
 void ExpressionsPage::refresh()
 {
-    if (!core() || !core()->standard)
+    if (!standard())
         return;
-    const AoCore& shown = *core()->standard;
+    const AoCore& shown = *standard();
     m_kind->setCurrentIndex(shown.expressionType == kDynamic ? 1 : 0);
     m_memory->setCurrentIndex(shown.exImplementation < 3 ? shown.exImplementation : -1);
     m_memory->setEnabled(shown.expressionType == kDynamic);
@@ -186,7 +188,7 @@ void ExpressionsPage::refresh()
 void ExpressionsPage::showExpression()
 {
     const int row = m_list->currentRow();
-    const bool shown = core() && core()->standard && row >= 0;
+    const bool shown = standard() && row >= 0;
     m_edit->setEnabled(shown);
     for (QPushButton* button : qAsConst(m_needRow))
         button->setEnabled(shown);
@@ -198,7 +200,7 @@ void ExpressionsPage::showExpression()
         m_table->setExpression({}, AoCore(0));
         return;
     }
-    const AoCore& core = *this->core()->standard;
+    const AoCore& core = *standard();
     const QString text = core.expressions.at(row);
     m_edit->setText(text);
     m_table->setExpression(text, core);
@@ -219,16 +221,23 @@ void ExpressionsPage::reveal(int item)
         m_list->setCurrentRow(item);
 }
 
+QStringList ExpressionsPage::expressions() const
+{
+    return standard() ? standard()->expressions : QStringList();
+}
+
 void ExpressionsPage::change(const QStringList& expressions, const QString& step, int current)
 {
-    document().set(location(current), core()->standard->expressions, expressions, step);
+    if (!standard())
+        return;
+    document().set(location(current), standard()->expressions, expressions, step);
     m_list->setCurrentRow(current);
 }
 
 void ExpressionsPage::add()
 {
-    QStringList expressions = core()->standard->expressions;
-    const int at = m_list->currentRow() + 1;
+    QStringList expressions = this->expressions();
+    const int at = qMin(m_list->currentRow() + 1, expressions.size());
     expressions.insert(at, QString());
     change(expressions, tr("add an expression"), at);
     m_edit->setFocus();
@@ -236,8 +245,10 @@ void ExpressionsPage::add()
 
 void ExpressionsPage::remove()
 {
-    QStringList expressions = core()->standard->expressions;
+    QStringList expressions = this->expressions();
     const int row = m_list->currentRow();
+    if (row < 0 || row >= expressions.size())
+        return;
     expressions.removeAt(row);
     change(expressions, tr("remove an expression"), qMin(row, expressions.size() - 1));
 }
@@ -245,7 +256,7 @@ void ExpressionsPage::remove()
 /// Takes over the order in which the user dragged the rows.
 void ExpressionsPage::takeOrder()
 {
-    const QStringList before = core()->standard->expressions;
+    const QStringList before = expressions();
     QStringList expressions;
     for (int row = 0; row < m_list->count(); ++row)
         expressions += before.value(m_list->item(row)->data(kPlaceRole).toInt());
@@ -255,9 +266,9 @@ void ExpressionsPage::takeOrder()
 
 void ExpressionsPage::move(int by)
 {
-    QStringList expressions = core()->standard->expressions;
+    QStringList expressions = this->expressions();
     const int row = m_list->currentRow();
-    if (row + by < 0 || row + by >= expressions.size())
+    if (qMin(row, row + by) < 0 || qMax(row, row + by) >= expressions.size())
         return;
     expressions.move(row, row + by);
     change(expressions, tr("move an expression"), row + by);

@@ -30,6 +30,7 @@ private:
     QWidget* makeList();
     QWidget* makeEditor();
     void showExpression();
+    QStringList expressions() const;
     void change(const QStringList& expressions, const QString& step, int current);
     void add();
     void remove();

@@ -48,15 +48,13 @@ PortsPage::PortsPage(Document& document, QWidget* parent)
 
 TriggerPort* PortsPage::port() const
 {
-    return core() && core()->standard ? core()->standard->getTrigger(m_ports->currentRow())
-                                      : nullptr;
+    return standard() ? standard()->getTrigger(m_ports->currentRow()) : nullptr;
 }
 
 void PortsPage::refresh()
 {
     for (int i = 0; i < kPorts; ++i) {
-        const TriggerPort* each
-            = core() && core()->standard ? core()->standard->getTrigger(i) : nullptr;
+        const TriggerPort* each = standard() ? standard()->getTrigger(i) : nullptr;
         const int bits = each ? each->singleSignals().size() : 0;
         m_ports->item(i)->setText(
             QString("T%1  %2").arg(listNumber(i), bits > 0 ? bitsText(bits) : tr("unused")));
@@ -90,7 +88,7 @@ void PortsPage::changePort(const QList<SignalItem>& items, const QString& step)
 
 void PortsPage::moveValues(const QStringList& before, const QStringList& after)
 {
-    for (MatchUnit* unit : qAsConst(core()->standard->matchUnits)) {
+    for (MatchUnit* unit : qAsConst(standard()->matchUnits)) {
         if (unit->trigger != port())
             continue;
         const bool equality = unit->matchFunc == MatchEqual || unit->matchFunc == MatchNotEqual;

@@ -53,8 +53,8 @@ UnitsPage::UnitsPage(Document& document, QWidget* parent)
 void UnitsPage::refresh()
 {
     QList<MatchUnit*> units;
-    if (core() && core()->standard)
-        units = core()->standard->matchUnits;
+    if (standard())
+        units = standard()->matchUnits;
     if (size_t(units.size()) != m_drafts.size()) {
         m_model->reset();
         m_drafts.resize(size_t(units.size()));
@@ -110,7 +110,7 @@ void UnitsPage::editUnit(const QModelIndex& index)
 
 void UnitsPage::store(int row, const QString& step)
 {
-    MatchUnit* unit = core()->standard->matchUnits.at(row);
+    MatchUnit* unit = standard()->matchUnits.at(row);
     const MatchUnit draft = m_drafts.at(size_t(row));
     document().set(location(unit->index), *unit, draft, step);
 }
@@ -119,7 +119,7 @@ void UnitsPage::storeSwitches()
 {
     for (int row = 0; row < int(m_drafts.size()); ++row) {
         const MatchUnit& draft = m_drafts.at(size_t(row));
-        if (draft.enabled != core()->standard->matchUnits.at(row)->enabled)
+        if (draft.enabled != standard()->matchUnits.at(row)->enabled)
             store(
                 row, (draft.enabled ? tr("switch M%1 on") : tr("switch M%1 off")).arg(draft.index));
     }

@@ -103,6 +103,7 @@ bool report(const char* what, std::vector<double> times, double limit = kLimit)
 bool repeat(const char* what, const std::function<void(int)>& action, int edits = kEdits)
 {
     std::vector<double> times;
+    times.reserve(size_t(edits));
     for (int i = 0; i < edits; ++i)
         times.push_back(timeOf([&] { action(i); }));
     return report(what, times);
@@ -121,7 +122,8 @@ public:
         report("open the file (no limit)", {timeOf([&] { m_window.open(m_path); })}, kNoLimit);
         return m_window.document().cores().size() == kCores
             && bool(int(editSignals()) & int(editPorts()) & int(editUnits())
-                & int(editExpressions()) & int(editCores()) & int(goBackAndForth()) & int(judge()));
+                & int(editExpressions()) & int(editCores()) & int(goBackAndForth()) & int(judge())
+                & int(save()));
     }
 
 private:
@@ -259,6 +261,13 @@ private:
             QObject::disconnect(connection);
         }
         return report("find problems and cost", longest);
+    }
+
+    bool save()
+    {
+        QString error;
+        return report("save the file (no limit)",
+            {timeOf([&] { m_window.document().save(m_path, error); })}, kNoLimit);
     }
 
     const QString m_path;
