@@ -245,6 +245,8 @@ void TestMatchUnitDialog::radixChanges()
         {"rbtnDec", "166"     },
         {"rbtnBin", "10100110"}
     };
+    driver.dialog.onBaseChanged(); // which nothing changed
+    QCOMPARE(driver.shown(1), QString("X"));
     for (const auto& row : rows) {
         driver.radix(row.first);
         QCOMPARE(driver.shown(0), row.second);
@@ -321,6 +323,8 @@ constexpr ChangeRow kChanges[] = {
      ">=",                                                                                                         ">=", "000000001"},
     {"a range of levels",              MatchRange,         MatchEqual,    "10100001X", "comboBoxFunc", "in range",
      "in range",                                                                                                         "101000010"},
+    {"letters among equalities",       MatchBasicEdges,    MatchEqual,    "10R00001X", "comboBoxFunc",
+     "!=",                                                                                                         "!=", "10R00001X"},
     {"to equality",                    MatchRangeEdges,    MatchGreater,  "101000011", "comboBoxFunc",
      "==",                                                                                                         "==", "101000011"},
 };
@@ -638,6 +642,7 @@ void TestMatchUnitDialog::longNames()
     QCOMPARE(tree->textElideMode(), Qt::ElideMiddle);
     QCOMPARE(tree->topLevelItem(0)->toolTip(0), item.name);
     QCOMPARE(tree->topLevelItem(0)->child(0)->text(0), QString("shown"));
+    QCOMPARE(driver.edit(0)->subEdits.first()->accessibleName(), QString("shown"));
     QVERIFY(driver.edit(0)->visibleRegion().boundingRect().width() > 80);
 }
 
