@@ -37,3 +37,5 @@ void CorePage::enter()
 }
 
 void CorePage::reveal(int) { }
+
+void CorePage::revealNamedIn(const QString&) { }

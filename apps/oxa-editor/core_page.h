@@ -26,6 +26,9 @@ public:
     /// Brings the port, unit or expression `item` to the user's eye.
     virtual void reveal(int item);
 
+    /// Brings the first signal that `text` names to the user's eye.
+    virtual void revealNamedIn(const QString& text);
+
 protected:
     void showEvent(QShowEvent* event) override;
 

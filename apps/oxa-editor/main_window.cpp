@@ -271,8 +271,10 @@ void MainWindow::showPlace(const Location& location)
 void MainWindow::showProblem(const OXA::Problem& problem)
 {
     const CorePtr core = m_document.cores().value(problem.place.core);
-    if (core)
-        showPlace({core, pageOf(problem), itemOf(problem.place)});
+    if (!core)
+        return;
+    showPlace({core, pageOf(problem), itemOf(problem.place)});
+    static_cast<CorePage*>(m_tabs->currentWidget())->revealNamedIn(problem.text);
 }
 
 void MainWindow::judge()

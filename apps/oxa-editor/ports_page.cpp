@@ -51,6 +51,8 @@ TriggerPort* PortsPage::port() const
     return standard() ? standard()->getTrigger(m_ports->currentRow()) : nullptr;
 }
 
+void PortsPage::revealNamedIn(const QString& text) { m_editor->selectNamedIn(text); }
+
 void PortsPage::refresh()
 {
     for (int i = 0; i < kPorts; ++i) {

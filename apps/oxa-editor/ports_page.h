@@ -14,6 +14,7 @@ public:
     explicit PortsPage(Document& document, QWidget* parent = nullptr);
 
     void reveal(int item) override;
+    void revealNamedIn(const QString& text) override;
 
 protected:
     void refresh() override;

@@ -195,6 +195,20 @@ void SignalEditor::select(int first, int count, const QModelIndex& parent)
     m_view->scrollTo(top);
 }
 
+void SignalEditor::selectNamedIn(const QString& text)
+{
+    const QList<SignalItem>& items = m_model->items();
+    for (int row = 0; row < items.size(); ++row) {
+        if (isNamedIn(text, items.at(row).name))
+            return select(row, 1, {});
+        const QList<SignalItem>& bits = items.at(row).subItems;
+        for (int bit = 0; bit < bits.size(); ++bit) {
+            if (isNamedIn(text, bits.at(bit).name))
+                return select(bit, 1, m_model->index(row, 0));
+        }
+    }
+}
+
 void SignalEditor::insert(const QList<SignalItem>& items, const QString& step)
 {
     if (items.isEmpty())

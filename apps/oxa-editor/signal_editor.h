@@ -32,6 +32,9 @@ public:
     /// Puts `items` behind the current row, as the step `step`.
     void insert(const QList<OXA::SignalItem>& items, const QString& step);
 
+    /// Selects the first signal or bit that `text` names.
+    void selectNamedIn(const QString& text);
+
 Q_SIGNALS:
     void edited(const QList<OXA::SignalItem>& items, const QString& step);
 

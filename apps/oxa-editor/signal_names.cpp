@@ -137,6 +137,19 @@ SignalItem groupSignals(const QList<SignalItem>& bits)
     return bus;
 }
 
+bool isNamedIn(const QString& text, const QString& name)
+{
+    const auto ends = [&text](int at) {
+        const QChar c = at >= 0 && at < text.size() ? text.at(at) : QChar(' ');
+        return !c.isLetterOrNumber() && !QString("_/[").contains(c);
+    };
+    for (int at = text.indexOf(name); at >= 0 && !name.isEmpty(); at = text.indexOf(name, at + 1)) {
+        if (ends(at - 1) && ends(at + name.size()))
+            return true;
+    }
+    return false;
+}
+
 QString bitsText(int bits) { return bits == 1 ? tr("1 bit") : tr("%1 bits").arg(bits); }
 
 QString listNumber(int number)

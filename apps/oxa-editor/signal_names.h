@@ -19,6 +19,9 @@ QString signalsText(const QList<OXA::SignalItem>& items);
 OXA::SignalItem groupSignals(const QList<OXA::SignalItem>& bits);
 
 /// "1 bit" or "9 bits".
+/// Whether `text` names the signal `name`, and not one of a longer name.
+bool isNamedIn(const QString& text, const QString& name);
+
 QString bitsText(int bits);
 
 /// `number` as text of a list, as wide as any below 100.

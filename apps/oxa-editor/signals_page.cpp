@@ -19,6 +19,8 @@ SignalsPage::SignalsPage(Document& document, QWidget* parent)
         });
 }
 
+void SignalsPage::revealNamedIn(const QString& text) { m_editor->selectNamedIn(text); }
+
 void SignalsPage::refresh()
 {
     m_editor->setItems(core() ? core()->signalList() : QList<OXA::SignalItem>());

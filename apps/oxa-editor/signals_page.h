@@ -12,6 +12,8 @@ class SignalsPage : public CorePage {
 public:
     explicit SignalsPage(Document& document, QWidget* parent = nullptr);
 
+    void revealNamedIn(const QString& text) override;
+
 protected:
     void refresh() override;
 

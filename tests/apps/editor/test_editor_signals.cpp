@@ -84,6 +84,7 @@ class TestEditorSignals : public QObject {
 private Q_SLOTS:
     void names_data();
     void names();
+    void namesInTexts();
     void busTooWide();
     void movedValues_data();
     void movedValues();
@@ -126,6 +127,21 @@ void TestEditorSignals::names()
     QFETCH(NameRow, row);
     QCOMPARE(dump(parsed(row.text)), QString(row.items));
     QCOMPARE(signalsText(parsed(row.text)), QString(row.again));
+}
+
+void TestEditorSignals::namesInTexts()
+{
+    Driver driver("a\nb/a\nd[1:0]\na");
+    const QList<QPair<QString, QString>> rows = {
+        {"it captures \"a\" twice",   "a"   },
+        {"what about b/a, and d[0]?", "b/a" },
+        {"d[0] is a_name",            "d[0]"},
+        {"nothing is here",           "d[0]"}
+    };
+    for (const auto& row : rows) {
+        driver.editor.selectNamedIn(row.first);
+        QCOMPARE(driver.editor.view()->currentIndex().data(Qt::EditRole).toString(), row.second);
+    }
 }
 
 void TestEditorSignals::busTooWide()
