@@ -52,7 +52,9 @@ CostPanel::CostPanel(QWidget* parent)
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
     m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_cores->header()->setStretchLastSection(false);
     m_cores->header()->setSectionResizeMode(kTakesColumn, QHeaderView::Stretch);
+    m_cores->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(bars);
