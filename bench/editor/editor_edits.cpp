@@ -1,6 +1,6 @@
 // How long an edit of each kind holds the window up, on 16 cores of 1000 signals: the edit itself
-// and all that the window draws anew after it. The program fails by a median beyond the limit; a
-// single late edit may be the machine's fault, and is only said.
+// and all that the window draws anew after it. The program fails by an edit that takes longer than
+// the limit.
 #include "oxa-editor/core_list.h"
 #include "oxa-editor/expression_edit.h"
 #include "oxa-editor/main_window.h"
@@ -26,6 +26,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <functional>
 #include <vector>
 
@@ -80,29 +81,49 @@ bool writeConfiguration(const QString& path)
     return QFile::exists(path);
 }
 
-/// Milliseconds that `action` takes, with the drawing that follows.
-double timeOf(const std::function<void()>& action)
+/// What something takes, in milliseconds: of the processor, which other programs do not lengthen,
+/// and by the clock.
+struct Duration {
+    double processor;
+    double clock;
+};
+
+double processorTime()
+{
+    timespec time {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/// What `action` takes, with the drawing that follows.
+Duration timeOf(const std::function<void()>& action)
 {
     QElapsedTimer timer;
     timer.start();
+    const double begin = processorTime();
     action();
     QApplication::processEvents();
-    return double(timer.nsecsElapsed()) / 1e6;
+    return {processorTime() - begin, double(timer.nsecsElapsed()) / 1e6};
 }
 
-/// Prints the figures of `times`; whether the median keeps within the limit.
-bool report(const char* what, std::vector<double> times, double limit = kLimit)
+/// Prints the figures of `times`; whether all keep within `limit` of the processor's time.
+bool report(const char* what, std::vector<Duration> times, double limit = kLimit)
 {
-    std::sort(times.begin(), times.end());
-    const double median = times.at(times.size() / 2);
-    std::printf("editor, %-36s median %6.1f ms, longest %6.1f ms%s\n", what, median, times.back(),
-        times.back() > limit ? "  OVER THE LIMIT" : "");
-    return median <= limit;
+    std::sort(times.begin(), times.end(),
+        [](const Duration& a, const Duration& b) { return a.processor < b.processor; });
+    double late = 0;
+    for (const Duration& time : times)
+        late = qMax(late, time.clock);
+    const bool kept = times.back().processor <= limit;
+    std::printf("editor, %-32s median %6.1f ms, longest %6.1f ms, by the clock %6.1f ms%s\n", what,
+        times.at(times.size() / 2).processor, times.back().processor, late,
+        kept ? "" : "  OVER THE LIMIT");
+    return kept;
 }
 
 bool repeat(const char* what, const std::function<void(int)>& action, int edits = kEdits)
 {
-    std::vector<double> times;
+    std::vector<Duration> times;
     times.reserve(size_t(edits));
     for (int i = 0; i < edits; ++i)
         times.push_back(timeOf([&] { action(i); }));
@@ -249,15 +270,15 @@ private:
     bool judge()
     {
         const CorePtr core = m_window.document().cores().first();
-        std::vector<double> longest;
+        std::vector<Duration> longest;
         for (int i = 0; i < 5; ++i) {
             m_window.document().set(
                 {core}, core->moduleName(), QString("judged%1").arg(i), QString("rename"));
             bool checked = false;
             const auto connection = QObject::connect(m_window.findChild<ProblemsPanel*>(),
                 &ProblemsPanel::checked, [&checked] { checked = true; });
-            for (longest.push_back(0); !checked; QThread::msleep(1))
-                longest.back() = qMax(longest.back(), timeOf([] {}));
+            for (; !checked; QThread::msleep(1))
+                longest.push_back(timeOf([] {}));
             QObject::disconnect(connection);
         }
         return report("find problems and cost", longest);

@@ -93,6 +93,11 @@ void TestMatchUnitDialog::opensOnTheUnit()
     QCOMPARE(driver.dialog.windowTitle(), QString("Match Unit Config"));
     QCOMPARE(driver.dialog.objectName(), QString("OXA__MatchUnitDialog"));
     QCOMPARE(driver.find<QLabel>("lbTitle")->text(), QString("Match Unit 5"));
+    for (const char* name : {"gridLayout_2", "groupBoxTrigger", "verticalLayout", "widget",
+             "horizontalLayout", "label", "verticalLayout_2", "groupBoxGeneral", "formLayout",
+             "lbType", "lbFunc", "groupBoxValue0", "formLayout_2", "widget_2", "horizontalLayout_2",
+             "gridLayout", "lbWidth", "lbCount", "buttonBox"}) // what hosts may look for
+        QVERIFY2(driver.find<QObject>(name), name);
     auto* ports = driver.find<QComboBox>("comboBoxTrigger");
     QCOMPARE(ports->count(), 3);
     QCOMPARE(ports->itemText(1), QString("Trigger Port 3"));
