@@ -12,6 +12,7 @@
 #include "problems_panel.h"
 #include "recent_files.h"
 #include "signals_page.h"
+#include "target/target_panel.h"
 #include "units_page.h"
 #include "wave/rehearsal_panel.h"
 
@@ -77,6 +78,8 @@ MainWindow::MainWindow(QWidget* parent)
     , m_buildDock(new QDockWidget(tr("Build")))
     , m_rehearsal(new RehearsalPanel(m_document))
     , m_rehearsalDock(new QDockWidget(tr("Rehearsal")))
+    , m_target(new TargetPanel(m_document))
+    , m_targetDock(new QDockWidget(tr("Target")))
     , m_recent(new RecentFiles(this))
     , m_watch(new FileWatch(m_document, this))
 {
@@ -99,6 +102,7 @@ MainWindow::~MainWindow()
     m_document.undoStack().disconnect();
     delete m_buildDock;
     delete m_rehearsalDock;
+    delete m_targetDock;
     delete takeCentralWidget();
 }
 
@@ -130,6 +134,7 @@ void MainWindow::layOut()
     resize(character * 170, fontMetrics().height() * 46);
     resizeDocks({m_buildDock}, {fontMetrics().height() * 10}, Qt::Vertical);
     addWaveDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
+    addWaveDock(m_targetDock, "targetDock", m_target);
 }
 
 /// Waveforms come when they are asked for, as `showWaveDock` does.

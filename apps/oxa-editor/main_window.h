@@ -23,6 +23,7 @@ class QStackedWidget;
 class QTabWidget;
 class RecentFiles;
 class RehearsalPanel;
+class TargetPanel;
 
 /// The window: one configuration, its cores, their pages, what is wrong with it and what it costs.
 class MainWindow : public QMainWindow {
@@ -50,6 +51,7 @@ private:
     void makeFileMenu();
     void makeEditMenu();
     void makeBuildMenu();
+    void makeTargetMenu();
     void makeViewMenu();
     void connectParts();
 
@@ -92,6 +94,8 @@ private:
     QDockWidget* m_buildDock;
     RehearsalPanel* m_rehearsal;
     QDockWidget* m_rehearsalDock;
+    TargetPanel* m_target;
+    QDockWidget* m_targetDock;
     RecentFiles* m_recent;
     FileWatch* m_watch;
     QTimer m_judge; // problems and cost follow the edits with a little distance

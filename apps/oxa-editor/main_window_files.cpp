@@ -9,6 +9,7 @@
 #include "part_choice.h"
 #include "problems_panel.h"
 #include "recent_files.h"
+#include "target/target_panel.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -46,6 +47,7 @@ void MainWindow::makeActions()
     makeEditMenu();
     makeViewMenu();
     makeBuildMenu();
+    makeTargetMenu();
 }
 
 void MainWindow::makeFileMenu()
@@ -137,6 +139,7 @@ void MainWindow::makeViewMenu()
             text, this, [this, dock] { showWaveDock(dock); }, QKeySequence(keys));
     };
     addWave(tr("&Rehearsal"), "Ctrl+8", m_rehearsalDock);
+    addWave(tr("Tar&get"), "Ctrl+9", m_targetDock);
     menu->addSeparator();
     menu->addAction(m_buildDock->toggleViewAction());
 }
@@ -269,10 +272,36 @@ bool MainWindow::mayLoseChanges()
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }
 
+void MainWindow::makeTargetMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&Target"));
+    const auto visit = [this](void (TargetPanel::*begin)()) {
+        finishEdit();
+        showWaveDock(m_targetDock);
+        (m_target->*begin)();
+    };
+    QAction* connectTo
+        = menu->addAction(tr("&Connect"), this, [=] { visit(&TargetPanel::connectToChip); });
+    QAction* arm = menu->addAction(
+        tr("&Arm"), this, [=] { visit(&TargetPanel::arm); }, QKeySequence("F9"));
+    QAction* force
+        = menu->addAction(tr("&Force"), m_target, &TargetPanel::force, QKeySequence("Ctrl+F9"));
+    QAction* stop
+        = menu->addAction(tr("S&top"), m_target, &TargetPanel::stop, QKeySequence("Shift+F9"));
+    const auto showState = [=] {
+        connectTo->setEnabled(!m_target->isRunning());
+        arm->setEnabled(!m_target->isRunning());
+        force->setEnabled(m_target->isRunning());
+        stop->setEnabled(m_target->isRunning());
+    };
+    connect(m_target, &TargetPanel::runningChanged, this, showState);
+    showState();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     const bool goes = mayLoseChanges()
-        && (!m_build->isRunning()
+        && ((!m_build->isRunning() && !m_target->isRunning())
             || QMessageBox::question(
                    this, tr("Stop the Run?"), tr("A run is still going on. Stop it and quit?"))
                 == QMessageBox::Yes);
@@ -280,6 +309,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (!goes)
         return;
     m_build->stop();
+    m_target->stop();
     QSettings settings;
     settings.setValue("window/geometry", saveGeometry());
     settings.setValue("window/state", saveState());

@@ -29,15 +29,15 @@ CapturedCore wholeOf(const Waveform& waveform)
 
 }
 
-bool openInGtkWave(const Waveform& waveform, QString& error)
+bool openInGtkWave(const Waveform& waveform, double clockHz, QString& error)
 {
     const QString program = QStandardPaths::findExecutable("gtkwave");
     if (program.isEmpty()) {
         error = tr("GTKWave is not installed: there is no program gtkwave.");
         return false;
     }
-    const CapturedCore core
-        = waveform.captured.windows.empty() ? wholeOf(waveform) : waveform.captured;
+    CapturedCore core = waveform.captured.windows.empty() ? wholeOf(waveform) : waveform.captured;
+    core.clockHz = clockHz;
     if (core.windows.empty()) {
         error = tr("There are no samples to show.");
         return false;

@@ -4,7 +4,8 @@
 #include "waveform.h"
 
 /// Starts GTKWave, which goes on by itself, with what was captured, or else with all samples.
-/// False, with `error`, when it is not installed or there is nothing to show.
-bool openInGtkWave(const Waveform& waveform, QString& error);
+/// `clockHz` is the sample clock's frequency, 0 when it is not known. False, with `error`, when it
+/// is not installed or there is nothing to show.
+bool openInGtkWave(const Waveform& waveform, double clockHz, QString& error);
 
 #endif

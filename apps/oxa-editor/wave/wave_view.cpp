@@ -342,6 +342,6 @@ void WaveView::copyPicture()
 void WaveView::openInGtkWave()
 {
     QString error;
-    if (!::openInGtkWave(*waveform(), error))
+    if (!::openInGtkWave(*waveform(), m_clockHz, error))
         say(error);
 }

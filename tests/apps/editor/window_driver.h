@@ -109,6 +109,7 @@ public:
         activate();
         field->setFocus();
         QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(field, Qt::Key_Delete);
         QTest::keyClicks(field, text);
         QTest::keyClick(field, Qt::Key_Tab);
     }

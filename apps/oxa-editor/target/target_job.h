@@ -1,0 +1,41 @@
+#ifndef APPS_OXA_EDITOR_TARGET_TARGET_JOB_H
+#define APPS_OXA_EDITOR_TARGET_TARGET_JOB_H
+
+#include "target_run.h"
+
+#include <QObject>
+#include <QThread>
+
+/// Visits a chip in a thread of its own, one run at a time.
+class TargetJob : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TargetJob(QObject* parent = nullptr);
+
+    /// Stops what is running and waits for its end.
+    ~TargetJob() override;
+
+    bool isRunning() const { return m_thread != nullptr; }
+
+    /// Begins a run; does nothing while another one is running.
+    void start(const TargetRequest& request);
+
+    /// Ends the run: at once while it waits for triggers, at OpenOCD's next answer otherwise.
+    void stop();
+    void force();
+
+Q_SIGNALS:
+    void found(const QList<FoundCore>& cores, const QString& builtFrom);
+    void progress(const QStringList& texts); ///< of the cores that were armed
+    void finished(const TargetResult& result);
+
+private:
+    std::unique_ptr<QThread> m_thread;
+    std::shared_ptr<TargetRun> m_run;
+};
+
+Q_DECLARE_METATYPE(FoundCore)
+Q_DECLARE_METATYPE(TargetResult)
+
+#endif

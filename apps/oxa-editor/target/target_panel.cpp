@@ -1,0 +1,317 @@
+#include "target_panel.h"
+
+#include "oxa-editor/wave/wave_view.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QSettings>
+#include <QSplitter>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr char kAddress[] = "127.0.0.1:6666"; // where OpenOCD listens
+constexpr char kAddressSetting[] = "target/openocd";
+constexpr char kTapSetting[] = "target/tap";
+constexpr int kProblemLines = 3; // in sight
+
+enum Column { Name, Shape, State, Columns };
+
+}
+
+TargetPanel::TargetPanel(Document& document, QWidget* parent)
+    : QWidget(parent)
+    , m_document(document)
+    , m_job(new TargetJob(this))
+    , m_address(new QLineEdit(QSettings().value(kAddressSetting, kAddress).toString()))
+    , m_tap(new QLineEdit(QSettings().value(kTapSetting).toString()))
+    , m_builtFrom(new QLineEdit)
+    , m_cores(new QTreeWidget)
+    , m_state(new QLabel)
+    , m_problems(new QListWidget)
+    , m_view(new WaveView)
+{
+    auto* splitter = new QSplitter;
+    splitter->addWidget(makeControls());
+    splitter->addWidget(makeSamples());
+    splitter->setStretchFactor(1, 1);
+    splitter->setChildrenCollapsible(false);
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(splitter);
+    setFocusProxy(m_address);
+    connect(m_job, &TargetJob::found, this, &TargetPanel::showFound);
+    connect(m_job, &TargetJob::progress, this, &TargetPanel::showProgress);
+    connect(m_job, &TargetJob::finished, this, &TargetPanel::showResult);
+    connect(m_cores, &QTreeWidget::currentItemChanged, this, &TargetPanel::showWaveform);
+    connect(m_builtFrom, &QLineEdit::editingFinished, this,
+        [this] { m_builtFromOf.insert(m_document.path(), m_builtFrom->text()); });
+    connect(&m_document, &Document::replaced, this, &TargetPanel::documentReplaced);
+    m_state->setText(tr("Start OpenOCD for the chip, then connect."));
+    showState();
+}
+
+QWidget* TargetPanel::makeControls()
+{
+    m_address->setToolTip(tr("The host and port of OpenOCD's Tcl server"));
+    m_tap->setPlaceholderText(tr("the one with an analyzer"));
+    m_tap->setToolTip(tr("The chip's name in OpenOCD's chain"));
+    m_builtFrom->setPlaceholderText(tr("the configuration's file"));
+    m_builtFrom->setToolTip(tr("The configuration as the chip was built from it, when the one that "
+                               "is shown was changed since"));
+    m_cores->setAccessibleName(tr("Cores of the chip"));
+    m_cores->setHeaderLabels({tr("Core"), tr("Has"), tr("State")});
+    m_cores->setRootIsDecorated(false);
+    m_cores->setUniformRowHeights(true);
+    m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_cores->setMinimumHeight(fontMetrics().lineSpacing() * 4);
+    m_state->setWordWrap(true);
+    m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    auto* controls = new QWidget;
+    auto* layout = new QVBoxLayout(controls);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* form = new QFormLayout;
+    form->addRow(tr("&OpenOCD:"), m_address);
+    form->addRow(tr("TA&P:"), m_tap);
+    auto* file = new QHBoxLayout;
+    auto* label = new QLabel(tr("Built &from:"));
+    label->setBuddy(m_builtFrom);
+    file->addWidget(m_builtFrom, 1);
+    addButton(
+        tr("&Browse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
+    form->addRow(label, file);
+    layout->addLayout(form);
+    auto* buttons = new QHBoxLayout;
+    m_connect = addButton(tr("&Connect"), tr("Find the analyzer in the chip, without arming it"),
+        &TargetPanel::connectToChip, *buttons);
+    m_arm
+        = addButton(tr("&Arm"), tr("Arm the chosen cores, and read them when they have triggered"),
+            &TargetPanel::arm, *buttons);
+    m_force = addButton(
+        tr("&Force"), tr("Trigger the cores that wait for it"), &TargetPanel::force, *buttons);
+    m_stop = addButton(
+        tr("S&top"), tr("Stop the cores, and read what they have"), &TargetPanel::stop, *buttons);
+    m_save = addButton(
+        tr("Sa&ve…"), tr("Write what was captured to a file"), &TargetPanel::save, *buttons);
+    layout->addLayout(buttons);
+    layout->addWidget(m_cores, 1);
+    layout->addWidget(m_state);
+    return controls;
+}
+
+QWidget* TargetPanel::makeSamples()
+{
+    m_problems->setAccessibleName(tr("What went wrong"));
+    m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
+    m_problems->setWordWrap(true);
+    m_problems->hide();
+    auto* samples = new QWidget;
+    auto* layout = new QVBoxLayout(samples);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_problems);
+    layout->addWidget(m_view, 1);
+    return samples;
+}
+
+QPushButton* TargetPanel::addButton(
+    const QString& text, const QString& tip, void (TargetPanel::*act)(), QLayout& layout)
+{
+    auto* button = new QPushButton(text);
+    button->setToolTip(tip);
+    connect(button, &QPushButton::clicked, this, act);
+    layout.addWidget(button);
+    return button;
+}
+
+void TargetPanel::browse()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Configuration of the Chip"),
+        QFileInfo(m_document.path()).path(), tr("Analyzer configurations (*.oxa);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    m_builtFrom->setText(QDir::toNativeSeparators(path));
+    m_builtFromOf.insert(m_document.path(), m_builtFrom->text());
+}
+
+/// What was captured belongs to the other document.
+void TargetPanel::documentReplaced()
+{
+    m_builtFrom->setText(m_builtFromOf.value(m_document.path()));
+    m_isForeign = isRunning();
+    m_job->stop();
+    m_result = {};
+    m_cores->clear();
+    m_problems->hide();
+    m_view->setWaveform(std::make_shared<Waveform>());
+    m_state->setText(tr("Start OpenOCD for the chip, then connect."));
+    showState();
+}
+
+QList<int> TargetPanel::chosenCores() const
+{
+    QList<int> chosen;
+    for (int i = 0; i < m_cores->topLevelItemCount(); ++i) {
+        if (m_cores->topLevelItem(i)->checkState(Name) == Qt::Checked)
+            chosen += i;
+    }
+    // Nothing was found yet: all.
+    for (int i = 0; m_cores->topLevelItemCount() == 0 && i < m_document.cores().size(); ++i)
+        chosen += i;
+    return chosen;
+}
+
+void TargetPanel::start(bool arm)
+{
+    if (isRunning())
+        return;
+    const QString file = QDir::fromNativeSeparators(m_builtFrom->text().trimmed());
+    TargetRequest request;
+    request.address = m_address->text().trimmed();
+    request.tap = m_tap->text().trimmed();
+    for (const CorePtr& core : m_document.cores())
+        request.cores += core->clone();
+    request.configFile = m_document.path().isEmpty() ? "untitled.oxa" : m_document.path();
+    request.builtFrom = file.isEmpty() ? m_document.path() : file;
+    request.arm = arm;
+    request.chosen = chosenCores();
+    m_armed = request.chosen;
+    QSettings().setValue(kAddressSetting, request.address);
+    QSettings().setValue(kTapSetting, request.tap);
+    m_problems->hide();
+    m_isForeign = false;
+    m_state->setText(tr("Connecting to OpenOCD at %1…").arg(request.address));
+    m_job->start(request);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+void TargetPanel::stop()
+{
+    if (!isRunning())
+        return;
+    m_stop->setEnabled(false);
+    m_force->setEnabled(false);
+    m_state->setText(tr("Stopping; what was captured is read…"));
+    m_job->stop();
+}
+
+void TargetPanel::force() { m_job->force(); }
+
+void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtFrom)
+{
+    if (m_isForeign)
+        return;
+    const QList<int> chosen = m_armed;
+    if (m_cores->topLevelItemCount() != cores.size()) {
+        m_cores->clear();
+        for (int i = 0; i < cores.size(); ++i) {
+            auto* item = new QTreeWidgetItem(m_cores);
+            item->setCheckState(Name, chosen.contains(i) ? Qt::Checked : Qt::Unchecked);
+        }
+    }
+    for (int i = 0; i < cores.size(); ++i) {
+        QTreeWidgetItem* item = m_cores->topLevelItem(i);
+        item->setText(Name, cores.at(i).name);
+        item->setText(Shape, cores.at(i).shape);
+        item->setText(State, QString());
+    }
+    if (!m_cores->currentItem())
+        m_cores->setCurrentItem(m_cores->topLevelItem(0));
+    if (m_stop->isEnabled())
+        m_state->setText(builtFrom.isEmpty()
+                ? tr("The chip is built from what the window shows.")
+                : tr("The chip is built from %1. What was changed since is taken over as far as "
+                     "that needs no synthesis.")
+                      .arg(QFileInfo(builtFrom).fileName()));
+}
+
+void TargetPanel::showProgress(const QStringList& texts)
+{
+    if (m_isForeign)
+        return;
+    for (int i = 0; i < texts.size() && i < m_armed.size(); ++i) {
+        if (QTreeWidgetItem* item = m_cores->topLevelItem(m_armed.at(i)))
+            item->setText(State, texts.at(i));
+    }
+    m_force->setEnabled(m_stop->isEnabled());
+}
+
+void TargetPanel::showResult(const TargetResult& result)
+{
+    if (m_isForeign) {
+        showState();
+        Q_EMIT runningChanged();
+        return;
+    }
+    m_problems->clear();
+    m_problems->addItems(result.problems);
+    m_problems->setVisible(!result.problems.isEmpty());
+    for (size_t i = 0; i < result.places.size(); ++i) {
+        if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
+            item->setText(State, result.remarks.at(int(i)));
+    }
+    if (!result.capture.empty())
+        m_result = result; // else what was captured before stays
+    if (!result.problems.isEmpty())
+        m_state->setText(result.capture.empty() ? tr("Nothing was captured.")
+                                                : tr("Not everything was captured."));
+    else if (!result.capture.empty())
+        m_state->setText(tr("Captured."));
+    else if (!m_stop->isEnabled())
+        m_state->setText(tr("Stopped."));
+    showWaveform();
+    showState();
+    Q_EMIT runningChanged();
+}
+
+/// Shows what the current core captured.
+void TargetPanel::showWaveform()
+{
+    const int place = m_cores->indexOfTopLevelItem(m_cores->currentItem());
+    for (size_t i = 0; i < m_result.places.size(); ++i) {
+        if (m_result.places[i] == place)
+            return m_view->setWaveform(m_result.waveforms[i]);
+    }
+    m_view->setWaveform(std::make_shared<Waveform>());
+}
+
+void TargetPanel::showState()
+{
+    m_connect->setEnabled(!isRunning());
+    m_arm->setEnabled(!isRunning());
+    m_force->setEnabled(false); // until cores wait
+    m_stop->setEnabled(isRunning());
+    m_save->setEnabled(!isRunning() && !m_result.capture.empty());
+    m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);
+}
+
+void TargetPanel::save()
+{
+    QFileDialog dialog(this, tr("Save What Was Captured"), QFileInfo(m_document.path()).path(),
+        tr("Value change dump (*.vcd);;Table (*.csv);;sigrok session (*.sr)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("vcd");
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        dialog.setDefaultSuffix(filter.section("*.", 1).section(')', 0, 0));
+    });
+    if (dialog.exec() == QDialog::Accepted)
+        saveTo(dialog.selectedFiles().value(0));
+}
+
+void TargetPanel::saveTo(const QString& path)
+{
+    QString error;
+    for (OXA_CAPTURE::CapturedCore& core : m_result.capture)
+        core.clockHz = m_view->clock();
+    if (OXA_CAPTURE::writeCapture(path, m_result.capture, &error))
+        m_state->setText(tr("%1: written").arg(QDir::toNativeSeparators(path)));
+    else
+        m_state->setText(error);
+}

@@ -1,0 +1,81 @@
+#ifndef APPS_OXA_EDITOR_TARGET_TARGET_PANEL_H
+#define APPS_OXA_EDITOR_TARGET_TARGET_PANEL_H
+
+#include "target_job.h"
+
+#include "oxa-editor/document.h"
+
+#include <QHash>
+#include <QWidget>
+
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QListWidget;
+class QPushButton;
+class QTreeWidget;
+class WaveView;
+
+/// Captures from a running chip with the settings that the window shows.
+class TargetPanel : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit TargetPanel(Document& document, QWidget* parent = nullptr);
+
+    bool isRunning() const { return m_job->isRunning(); }
+    WaveView* view() const { return m_view; }
+    QTreeWidget* cores() const { return m_cores; }
+    QListWidget* problems() const { return m_problems; }
+
+    /// Looks for the analyzer in the chip.
+    void connectToChip() { start(false); }
+    /// Arms the chosen cores; their samples come when they have triggered.
+    void arm() { start(true); }
+    void force();
+    void stop();
+
+    /// Asks for a file, and writes what was captured.
+    void save();
+    /// Writes what was captured to the file `path`, in the format that its ending names.
+    void saveTo(const QString& path);
+
+Q_SIGNALS:
+    void runningChanged();
+
+private:
+    QWidget* makeControls();
+    QWidget* makeSamples();
+    QPushButton* addButton(
+        const QString& text, const QString& tip, void (TargetPanel::*act)(), QLayout& layout);
+    void browse();
+    void documentReplaced();
+    void start(bool arm);
+    QList<int> chosenCores() const;
+    void showFound(const QList<FoundCore>& cores, const QString& builtFrom);
+    void showProgress(const QStringList& texts);
+    void showResult(const TargetResult& result);
+    void showWaveform();
+    void showState();
+
+    Document& m_document;
+    TargetJob* m_job;
+    QHash<QString, QString> m_builtFromOf; // by the document's path
+    QList<int> m_armed; // places of the cores that run
+    TargetResult m_result;
+    bool m_isForeign = false; // the run: another document was shown when it began
+    QLineEdit* m_address;
+    QLineEdit* m_tap;
+    QLineEdit* m_builtFrom;
+    QPushButton* m_connect = nullptr;
+    QPushButton* m_arm = nullptr;
+    QPushButton* m_force = nullptr;
+    QPushButton* m_stop = nullptr;
+    QPushButton* m_save = nullptr;
+    QTreeWidget* m_cores;
+    QLabel* m_state;
+    QListWidget* m_problems;
+    WaveView* m_view;
+};
+
+#endif

@@ -1,0 +1,318 @@
+#include "window_driver.h"
+
+#include "oxa-editor/core_list.h"
+#include "oxa-editor/target/target_panel.h"
+#include "oxa-editor/wave/wave_canvas.h"
+#include "oxa-editor/wave/wave_view.h"
+
+#include "oxautils/config/standard_config.h"
+
+#include "support/live_target.h"
+#include "support/waveforms.h"
+
+#include <QListWidget>
+#include <QTcpServer>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr int kLongRun = 60000; // ms
+
+OXA::SignalItem bus(const QString& name, int width)
+{
+    OXA::SignalItem item;
+    item.name = name;
+    for (int bit = width - 1; bit >= 0; --bit) {
+        OXA::SignalItem own;
+        own.name = QString("%1[%2]").arg(name).arg(bit);
+        item.subItems += own;
+    }
+    return item;
+}
+
+/// Takes windows of eight samples around n = `value`, the trigger the fourth; n counts samples.
+std::unique_ptr<OXA::AoCore> makeCore(int index, const QString& value)
+{
+    auto core = std::make_unique<OXA::AoCore>(index);
+    core->sampleClock = "clk";
+    core->captureSignals = core->signalList = {bus("n", 8)};
+    core->triggers[0]->signalList = {bus("n", 8)};
+    core->matchUnits[0]->enabled = true;
+    core->matchUnits[0]->trigger = core->triggers[0];
+    core->matchUnits[0]->value0 = value;
+    core->expressions = QStringList {"M0"};
+    core->storageDepth = 16;
+    core->captureAmount = 8;
+    core->triggerPos = 3;
+    core->windowNum = 2;
+    return core;
+}
+
+QByteArray waveform()
+{
+    QStringList samples;
+    for (int i = 0; i < 256; ++i)
+        samples += QString("%1").arg(i, 8, 2, QChar('0'));
+    return vcdOf(OXA::flattenedNames({bus("n", 8)}), samples);
+}
+
+}
+
+class TestEditorTarget : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void capturesAndTakesEditsOver();
+    void editsThatNeedSynthesis();
+    void aRunIsStopped();
+    void forces();
+    void noTarget();
+    void silentServer();
+    void anotherDocument();
+
+private:
+    struct Run;
+
+    TestFolder m_folder;
+    LiveTarget m_live;
+};
+
+/// A window with the configuration and its panel.
+struct TestEditorTarget::Run : WindowDriver {
+    TargetPanel& panel = *window.findChild<TargetPanel*>();
+
+    Run(const TestFolder& folder, const QString& address)
+    {
+        window.open(folder.path("chip.oxa"));
+        keys("Ctrl+9");
+        enter("OpenOCD:", address);
+        enter("TAP:", {});
+    }
+
+    void finish() { QTRY_VERIFY_WITH_TIMEOUT(!panel.isRunning(), kLongRun); }
+
+    void waitFor(const QString& text)
+    {
+        QTRY_VERIFY2_WITH_TIMEOUT(cores().contains(text), qPrintable(cores()), kLongRun);
+    }
+
+    void set(int place, const QString& value)
+    {
+        OXA::MatchUnit changed = *core(place).matchUnits[0];
+        changed.value0 = value;
+        document().set(
+            {document().cores().at(place)}, *core(place).matchUnits[0], changed, "value");
+    }
+
+    /// Lets core 0 wait for a value that is other than any.
+    void neverTrigger()
+    {
+        OXA::MatchUnit never = *core().matchUnits[0];
+        never.matchFunc = OXA::MatchNotEqual;
+        never.value0 = "XXXXXXXX";
+        document().set({document().cores().at(0)}, *core().matchUnits[0], never, "unit");
+    }
+
+    QString cores() const
+    {
+        QStringList texts;
+        for (int i = 0; i < panel.cores()->topLevelItemCount(); ++i) {
+            const QTreeWidgetItem* item = panel.cores()->topLevelItem(i);
+            texts += item->text(0) + ": " + item->text(1) + ": " + item->text(2);
+        }
+        return texts.join('\n');
+    }
+
+    QString problems() const
+    {
+        QStringList texts;
+        for (int i = 0; i < panel.problems()->count(); ++i)
+            texts += panel.problems()->item(i)->text();
+        return texts.join('\n');
+    }
+
+    QString state() const
+    {
+        QStringList texts;
+        for (const QLabel* label : panel.findChildren<QLabel*>())
+            texts += label->text();
+        return texts.join('\n');
+    }
+
+    /// The values of n that are shown, and those at the triggers.
+    QString samples() const
+    {
+        const WaveformPtr waveform = panel.view()->waveform();
+        QStringList texts;
+        for (qint64 sample = 0; sample < waveform->samples; ++sample)
+            texts += valueText(waveform->rows.front()->valueAt(sample), Radix::Decimal);
+        QStringList triggers;
+        for (const WaveWindow& window : waveform->windows)
+            triggers += texts.value(int(window.trigger));
+        return texts.join(' ') + " @ " + triggers.join(' ');
+    }
+};
+
+void TestEditorTarget::initTestCase()
+{
+    const auto first = makeCore(0, "00010100"); // 20
+    const auto second = makeCore(1, "01100100"); // 100
+    OXA::writeOXAConfigToXml({first.get(), second.get()}, m_folder.path("chip.oxa"));
+    writeFile(m_folder.path("wave.vcd"), waveform());
+    QVERIFY2(m_live.start(m_folder.path("chip.oxa"), m_folder.path("wave.vcd"), {"--loop"}),
+        m_live.target.said());
+}
+
+void TestEditorTarget::capturesAndTakesEditsOver()
+{
+    Run run(m_folder, m_live.address());
+    run.press("Connect");
+    run.finish();
+    QCOMPARE(run.problems(), QString());
+    QCOMPARE(
+        run.cores(), QString("core 0: 8 signals, 16 samples: \ncore 1: 8 signals, 16 samples: "));
+    QVERIFY(run.state().contains("built from what the window shows"));
+
+    run.keys("F9");
+    run.finish();
+    QCOMPARE(run.problems(), QString());
+    QCOMPARE(run.samples(), QString("17 18 19 20 21 22 23 24 17 18 19 20 21 22 23 24 @ 20 20"));
+    run.panel.cores()->setCurrentItem(run.panel.cores()->topLevelItem(1));
+    QCOMPARE(run.samples(),
+        QString("97 98 99 100 101 102 103 104 97 98 99 100 101 102 103 104 @ 100 100"));
+
+    // Another value and other windows, in a chip that stays as it is.
+    run.set(1, "10000000");
+    const CorePtr core = run.document().cores().at(1);
+    run.document().set({core}, core->standard->windowNum, 1, "windows");
+    run.document().set({core}, core->standard->triggerPos, 0, "position");
+    run.document().set({core}, core->standard->captureAmount, 3, "amount");
+    run.panel.cores()->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
+    run.keys("F9");
+    run.finish();
+    QCOMPARE(run.problems(), QString());
+    QVERIFY2(run.cores().contains("captured, 1 window"), qPrintable(run.cores()));
+    QCOMPARE(run.samples(), QString("128 129 130 @ 128"));
+
+    run.panel.saveTo(m_folder.path("captured.csv"));
+    QCOMPARE(bytesOf(m_folder.path("captured.csv")).count('\n'), 4);
+    run.panel.saveTo(m_folder.path("captured.doc"));
+    QVERIFY(run.state().contains("the ending has to be .vcd, .csv or .sr"));
+}
+
+void TestEditorTarget::editsThatNeedSynthesis()
+{
+    Run run(m_folder, m_live.address());
+    const CorePtr core = run.document().cores().at(0);
+    run.document().set({core}, core->standard->storageDepth, 32, "depth");
+    QList<OXA::SignalItem> renamed {bus("m", 8)};
+    run.document().set({core}, core->standard->triggers[0]->signalList, renamed, "port");
+    run.keys("F9");
+    run.finish();
+    QVERIFY2(run.problems().contains("core 0 cannot be changed so without synthesis")
+            && run.problems().contains("16 words of memory")
+            && run.problems().contains("other signals at its trigger port 0"),
+        qPrintable(run.problems()));
+    QVERIFY(run.state().contains("Nothing was captured"));
+    run.keys("Ctrl+Z");
+    run.keys("Ctrl+Z");
+    run.document().set({core}, core->standard->expressions, QStringList {"!M0"}, "expression");
+    run.keys("F9");
+    run.finish();
+    QVERIFY2(
+        run.problems().contains("other ones need another netlist"), qPrintable(run.problems()));
+    run.document().set({core}, core->standard->expressions, QStringList {"!M0 &&"}, "expression");
+    run.keys("F9");
+    run.finish();
+    QVERIFY2(run.problems().contains("core 0, expression 0"), qPrintable(run.problems()));
+}
+
+void TestEditorTarget::aRunIsStopped()
+{
+    Run run(m_folder, m_live.address());
+    run.set(1, "1XXXXXX1");
+    run.neverTrigger();
+    run.keys("F9");
+    run.waitFor("waiting for level 1 of 1, window 1 of 2");
+    run.waitFor("core 1: 8 signals, 16 samples: captured");
+    QVERIFY(run.panel.isRunning());
+    run.keys("Shift+F9");
+    run.finish();
+    QVERIFY2(run.cores().contains("did not trigger: level 0 of 1 reached, M0 matched 0 times"),
+        qPrintable(run.cores()));
+    QVERIFY2(run.cores().contains("captured, 2 window"), qPrintable(run.cores()));
+}
+
+void TestEditorTarget::forces()
+{
+    Run run(m_folder, m_live.address());
+    const CorePtr core = run.document().cores().at(0);
+    run.document().set({core}, core->standard->windowNum, 1, "windows");
+    run.neverTrigger();
+    run.keys("F9");
+    run.waitFor("waiting for level 1 of 1");
+    run.press("Force");
+    run.finish();
+    QVERIFY2(
+        run.cores().startsWith("core 0: 8 signals, 16 samples: captured"), qPrintable(run.cores()));
+}
+
+void TestEditorTarget::noTarget()
+{
+    Run run(m_folder, "127.0.0.1:1");
+    run.press("Arm");
+    run.finish();
+    QVERIFY2(run.problems().contains("127.0.0.1:1"), qPrintable(run.problems()));
+    QVERIFY(run.panel.problems()->isVisible());
+    QVERIFY(run.panel.view()->waveform()->rows.empty());
+    run.enter("OpenOCD:", m_live.address());
+    run.enter("TAP:", "cpu.tap");
+    run.press("Connect");
+    run.finish();
+    QVERIFY2(run.problems().contains("cpu.tap"), qPrintable(run.problems()));
+    run.enter("TAP:", "");
+    run.document().setCores({run.document().cores().at(0)}, "remove");
+    run.enter("Built from:", m_folder.path("wave.vcd"));
+    run.press("Connect");
+    run.finish();
+    QVERIFY2(run.problems().contains("wave.vcd"), qPrintable(run.problems()));
+}
+
+// The window goes on while somebody who says nothing is waited for, and so does a stop.
+void TestEditorTarget::silentServer()
+{
+    auto server = std::make_unique<QTcpServer>();
+    QVERIFY(server->listen(QHostAddress::LocalHost));
+    Run run(m_folder, QString("127.0.0.1:%1").arg(server->serverPort()));
+    run.press("Arm");
+    QVERIFY(run.panel.isRunning());
+    run.keys("Shift+F9");
+    QVERIFY(run.state().contains("Stopping"));
+    run.keys("Ctrl+4");
+    QCOMPARE(run.page(), QString("Match units"));
+    QVERIFY(run.panel.isRunning());
+    server.reset();
+    run.finish();
+    QVERIFY(run.find<QAbstractButton>("Arm")->isEnabled());
+}
+
+void TestEditorTarget::anotherDocument()
+{
+    Run run(m_folder, m_live.address());
+    run.neverTrigger();
+    run.keys("F9");
+    run.waitFor("waiting");
+    run.document().undoStack().setClean();
+    run.window.open(m_folder.example("uart.oxa"));
+    run.finish();
+    QCOMPARE(run.cores(), QString());
+    QVERIFY(run.panel.view()->waveform()->rows.empty());
+    run.press("Connect");
+    run.finish();
+    QVERIFY2(
+        run.problems().contains("the target has 2 cores instead of 1"), qPrintable(run.problems()));
+}
+
+QTEST_MAIN(TestEditorTarget)
+#include "test_editor_target.moc"
