@@ -1,5 +1,7 @@
 // Rows a second of logicTruthTable and of calcuate, which defines a row, for tables of 16 units;
 // the ratio of the two in this run; registers a second of generateRegister.
+#include "ratio_reporter.h"
+
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/trigger_expression.h"
 
@@ -7,8 +9,6 @@
 
 #include <QTextStream>
 
-#include <cstdio>
-#include <map>
 #include <string>
 
 namespace {
@@ -96,47 +96,23 @@ void registers(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * (4 + 16 * 5));
 }
 
-// Sets the two rates of each shape against each other when all are known.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            const auto rate = run.counters.find("items_per_second");
-            if (rate != run.counters.end())
-                m_rates[run.benchmark_name()] = rate->second.value;
-        }
-    }
-
-    void Finalize() override
-    {
-        for (const Shape& shape : kShapes) {
-            const double whole = m_rates[std::string("logicTruthTable/") + shape.name];
-            const double single = m_rates[std::string("calcuate/") + shape.name];
-            if (single > 0)
-                std::printf("logicTruthTable against calcuate, %-12s %.0f times\n", shape.name,
-                    whole / single);
-        }
-    }
-
-private:
-    std::map<std::string, double> m_rates;
-};
-
 }
 
 int main(int argc, char** argv)
 {
+    std::vector<RatioRow> rows;
     for (const Shape& shape : kShapes) {
         const std::string name = shape.name;
         benchmark::RegisterBenchmark(("calcuate/" + name).c_str(), rowByRow, shape.expression);
         benchmark::RegisterBenchmark(
             ("logicTruthTable/" + name).c_str(), wholeTable, shape.expression);
+        rows.push_back({"truth table of 16 units, " + name, "logicTruthTable/" + name,
+            "calcuate/" + name, "rows"});
     }
+    rows.push_back({"registers of 16 units of 32 bits", "generateRegister", "", "registers"});
     benchmark::RegisterBenchmark("generateRegister", registers);
     benchmark::Initialize(&argc, argv);
-    RatioReporter reporter;
+    RatioReporter reporter(rows);
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
 }
