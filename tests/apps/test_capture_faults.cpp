@@ -1,0 +1,309 @@
+#include "capture_fixture.h"
+
+#include "capture/analyzer_client.h"
+#include "capture/remote_bitbang_link.h"
+#include "oxautils/config/lite_config.h"
+#include "support/files.h"
+#include "support/jtag_proxy.h"
+#include "support/live_target.h"
+#include "support/oxa_program.h"
+
+#include <QtTest>
+
+#include <csignal>
+
+namespace {
+
+constexpr int kReadOuts = 10000;
+
+// Chains of our device, fpga.tap, with others.
+struct Chain {
+    const char* what;
+    int before, after;
+    const char* taps;
+};
+
+constexpr char kOwn[] = "jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd";
+constexpr Chain kChains[] = {
+    {"one before",          1, 0, "%1; jtag newtap cpu tap -irlen 4"                           },
+    {"one behind",          0, 1, "jtag newtap cpu tap -irlen 4; %1"                           },
+    {"three on both sides", 2, 1,
+     "jtag newtap cpu tap -irlen 4; %1; jtag newtap a tap -irlen 4; jtag newtap b tap -irlen 4"},
+};
+
+}
+
+// What goes wrong between an engineer and a chip: never a wrong sample, always a word within time.
+class TestCaptureFaults : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void flippedBitsAreNeverDelivered();
+    void flippedBitsBehindOpenOcd();
+    void otherDevicesInTheChain_data();
+    void otherDevicesInTheChain();
+    void anotherClientOnTheChain();
+    void openOcdRestarted();
+    void clockThatStands();
+    void anotherConfiguration_data();
+    void anotherConfiguration();
+    void noTarget();
+    void targetsComeAndGo();
+
+private:
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    QStringList captureCall(const QString& address, const QStringList& more = {}) const;
+    void fails(const Result& result, int status, const QString& error);
+
+    QTemporaryDir m_dir;
+    LiveTarget m_live;
+    QByteArray m_expected;
+};
+
+void TestCaptureFaults::initTestCase()
+{
+    writeFile(path("wave.vcd"), countingWaveform());
+    const auto core = countingCore(0, "clk");
+    OXA::writeOXAConfigToXml({core.get()}, path("c.oxa"));
+    QCOMPARE(oxa({"simulate", path("c.oxa"), "--part", kPart, "--stimulus", path("wave.vcd"),
+                     "--model", "-o", path("live.csv")})
+                 .status,
+        0);
+    m_expected = bytesOf(path("live.csv"));
+    QVERIFY2(m_live.start(path("c.oxa"), path("wave.vcd")), m_live.target.said());
+}
+
+// The output file is there beforehand: nothing but a whole capture replaces it.
+QStringList TestCaptureFaults::captureCall(const QString& address, const QStringList& more) const
+{
+    writeFile(path("live.csv"), "old");
+    const QStringList call {"capture", path("c.oxa"), "--openocd", address, "-o", path("live.csv")};
+    const QStringList patience {"--timeout", "20"};
+    return call + more + (more.contains("--timeout") ? QStringList() : patience);
+}
+
+void TestCaptureFaults::fails(const Result& result, int status, const QString& error)
+{
+    QVERIFY2(result.err.contains(error), qPrintable(result.err));
+    QCOMPARE(result.status, status);
+    QCOMPARE(bytesOf(path("live.csv")), QByteArray("old"));
+    QCOMPARE(QDir(m_dir.path()).entryList({"live*"}), QStringList("live.csv"));
+}
+
+// Every wire of the link, TCK and TMS included.
+void TestCaptureFaults::flippedBitsAreNeverDelivered()
+{
+    using namespace OXA_CAPTURE;
+    OXA::AOCore_Lite lite;
+    lite.sampleClock = "clk";
+    lite.captureAmount = 16;
+    lite.captureInitDataEnabled = true;
+    lite.signalList = {counterBus()};
+    OXA::writeOXAConfigToXml_Lite({&lite}, path("lite.oxa"));
+    LiveTarget live;
+    QVERIFY2(live.start(path("lite.oxa"), path("wave.vcd")), live.target.said());
+    live.openocd.end();
+    QTest::qWait(500); // it captures from power-up on
+
+    JtagProxy proxy;
+    proxy.flips = 700;
+    proxy.flipsControl = true;
+    RemoteBitbangLink link;
+    QVERIFY(link.connectTo("127.0.0.1:" + proxy.start(live.port())));
+    AnalyzerClient client(link, BitString(8, 5));
+    CoreIdentity core;
+    core.lite = true;
+    core.signalCount = 10;
+    core.depth = lite.captureAmount;
+    int delivered = 0;
+    bool selected = false;
+    for (int i = 0; i < kReadOuts; ++i) {
+        BitString memory;
+        selected = selected || client.begin();
+        selected = selected && client.readMemory(core, lite.captureAmount, memory);
+        if (!selected)
+            continue;
+        ++delivered;
+        for (int sample = 0; sample < lite.captureAmount; ++sample)
+            QCOMPARE(memory.number(10 * sample, 10), quint64(sample));
+    }
+    qInfo("%d of %d read-outs delivered", delivered, kReadOuts);
+    QVERIFY(delivered > kReadOuts / 2);
+    QVERIFY(delivered < kReadOuts); // or there were no flips
+}
+
+void TestCaptureFaults::flippedBitsBehindOpenOcd()
+{
+    JtagProxy proxy;
+    proxy.flips = 3000;
+    const QByteArray port = proxy.start(m_live.port());
+    m_live.openocd.end();
+    int whole = 0;
+    for (int run = 0; run < 6; ++run) {
+        Service openocd;
+        const QString address = startOpenOcd(openocd, port, kOwn);
+        const Result result = oxa(captureCall(address));
+        QVERIFY2(result.status == 0 || (result.status == 1 && !result.err.isEmpty()),
+            qPrintable(result.err));
+        QCOMPARE(bytesOf(path("live.csv")), result.status == 0 ? m_expected : QByteArray("old"));
+        whole += result.status == 0 ? 1 : 0;
+    }
+    QVERIFY(whole > 0);
+    QVERIFY(m_live.connectOpenOcd());
+}
+
+void TestCaptureFaults::otherDevicesInTheChain_data()
+{
+    QTest::addColumn<int>("row");
+    for (size_t i = 0; i < std::size(kChains); ++i)
+        QTest::newRow(kChains[i].what) << int(i);
+}
+
+void TestCaptureFaults::otherDevicesInTheChain()
+{
+    QFETCH(int, row);
+    const Chain& chain = kChains[row];
+    JtagProxy proxy;
+    proxy.before = chain.before;
+    proxy.after = chain.after;
+    const QByteArray port = proxy.start(m_live.port());
+    m_live.openocd.end();
+    Service openocd;
+    const QString taps = QString(chain.taps).arg(kOwn);
+    const QString address = startOpenOcd(openocd, port, taps.toUtf8());
+    QVERIFY2(!address.isEmpty(), openocd.said());
+    fails(oxa(captureCall(address)), 1, "with --tap");
+    const Result result = oxa(captureCall(address, {"--tap", "fpga.tap"}));
+    QCOMPARE(result.err, QString());
+    QCOMPARE(bytesOf(path("live.csv")), m_expected);
+    openocd.end();
+    QVERIFY(m_live.connectOpenOcd());
+}
+
+// Scans of its own, in between, with its own instruction or with ours.
+void TestCaptureFaults::anotherClientOnTheChain()
+{
+    std::atomic<bool> over {false};
+    std::atomic<int> scans {0};
+    std::thread other([&] {
+        QTcpSocket socket;
+        socket.connectToHost("127.0.0.1", m_live.address().section(':', -1).toUShort());
+        std::minstd_rand random(3);
+        while (!over && socket.waitForConnected()) {
+            const QString irscan = random() >> 8 & 1 ? "irscan fpga.tap 1; " : "";
+            socket.write(
+                QString("%1drscan fpga.tap 32 0x%2\x1a").arg(irscan).arg(random(), 0, 16).toUtf8());
+            while (!over && !socket.readAll().contains('\x1a'))
+                socket.waitForReadyRead(100);
+            ++scans;
+        }
+    });
+    QStringList errors;
+    for (int run = 0; run < 5; ++run) {
+        errors += oxa(captureCall(m_live.address())).err;
+        if (bytesOf(path("live.csv")) != m_expected)
+            errors += "other samples";
+    }
+    over = true;
+    other.join();
+    QCOMPARE(errors.join(""), QString());
+    QVERIFY(scans > 50);
+}
+
+// In the middle of a wait.
+void TestCaptureFaults::openOcdRestarted()
+{
+    Service waiting;
+    waiting.start(OXA_PROGRAM, captureCall(m_live.address(), {"--unit", "M0=1111111111"}));
+    QTest::qWait(2000);
+    QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
+    QVERIFY(m_live.connectOpenOcd());
+    QVERIFY(waiting.waitForFinished());
+    const QString said = waiting.said();
+    fails({waiting.exitCode(), {}, said}, 1, "the other side closed the connection");
+    QCOMPARE(oxa(captureCall(m_live.address())).status, 0);
+}
+
+void TestCaptureFaults::clockThatStands()
+{
+    const pid_t player = pid_t(m_live.target.processId());
+    kill(player, SIGSTOP);
+    fails(oxa(captureCall(m_live.address(), {"--timeout", "1"})), 1,
+        "core 0 did not trigger: level 0 of 2 reached, M0 matched 0 times, M1 matched 0 times; its "
+        "sample clock stands still");
+    kill(player, SIGCONT);
+
+    Service waiting;
+    waiting.start(
+        OXA_PROGRAM, captureCall(m_live.address(), {"--unit", "M0=1111111111", "--timeout", "3"}));
+    QTest::qWait(1500); // it runs
+    kill(player, SIGSTOP);
+    QVERIFY(waiting.waitForFinished());
+    const QString said = waiting.said();
+    fails({waiting.exitCode(), {}, said}, 1, "its sample clock stands still");
+    kill(player, SIGCONT);
+    QCOMPARE(oxa(captureCall(m_live.address())).status, 0);
+}
+
+void TestCaptureFaults::anotherConfiguration_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("to");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("a value") << "0010000000"
+                             << "0010000001"
+                             << "of the same shape, but values, expressions or memories differ";
+    QTest::newRow("depth") << "storage_depth=\"256\""
+                           << "storage_depth=\"512\""
+                           << "it has 256 words of memory instead of 512";
+    QTest::newRow("type") << "match_type=\"0\""
+                          << "match_type=\"1\""
+                          << "M0 of type \"Basic\" at T0, counter of 0 bits instead of M0 of type "
+                             "\"Basic w/edges\"";
+}
+
+void TestCaptureFaults::anotherConfiguration()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, to);
+    QFETCH(QString, error);
+    const QByteArray own = bytesOf(path("c.oxa"));
+    QVERIFY(own.contains(from.toUtf8()));
+    writeFile(path("c.oxa"), QByteArray(own).replace(from.toUtf8(), to.toUtf8()));
+    fails(oxa(captureCall(m_live.address())), 1, error);
+    writeFile(path("c.oxa"), own);
+}
+
+void TestCaptureFaults::noTarget()
+{
+    fails(oxa(captureCall("127.0.0.1:1")), 1, "Connection refused; is it running?");
+    Service openocd;
+    openocd.start("openocd",
+        {"-c",
+            "adapter driver dummy; jtag newtap fpga tap -irlen 5; gdb_port disabled;"
+            " telnet_port disabled; tcl_port 0"});
+    const QString port = openocd.after("Listening on port ").split(' ').first();
+    fails(oxa(captureCall("127.0.0.1:" + port)), 1, "error: ");
+    // What listens is no OpenOCD: the cores' own port.
+    fails(oxa(captureCall("127.0.0.1:" + m_live.port())), 1, "error: ");
+}
+
+void TestCaptureFaults::targetsComeAndGo()
+{
+    const QStringList call {"target", path("c.oxa"), "--part", kPart, "--stimulus",
+        path("wave.vcd"), "--port", m_live.port()};
+    const Result taken = oxa(call);
+    QCOMPARE(taken.status, 1);
+    QVERIFY2(taken.err.contains("Address already in use"), qPrintable(taken.err));
+    m_live.target.terminate();
+    QVERIFY(m_live.target.waitForFinished());
+    QCOMPARE(m_live.target.exitCode(), 0);
+    QTcpSocket socket;
+    socket.connectToHost("127.0.0.1", m_live.port().toUShort());
+    QVERIFY(!socket.waitForConnected(1000));
+    fails(oxa(captureCall(m_live.address())), 1, "OpenOCD");
+}
+
+QTEST_GUILESS_MAIN(TestCaptureFaults)
+#include "test_capture_faults.moc"

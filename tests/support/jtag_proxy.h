@@ -1,0 +1,176 @@
+#ifndef TESTS_SUPPORT_JTAG_PROXY_H
+#define TESTS_SUPPORT_JTAG_PROXY_H
+
+#include <QTcpServer>
+#include <QTcpSocket>
+
+#include <atomic>
+#include <random>
+#include <thread>
+
+/// A device with nothing but BYPASS behind an instruction register of four bits.
+class BypassTap {
+public:
+    bool tdo() const { return m_state == ShiftDr ? m_dr : m_state == ShiftIr && m_ir & 1; }
+
+    void rise(bool tms, bool tdi)
+    {
+        if (m_state == CaptureDr)
+            m_dr = false;
+        else if (m_state == ShiftDr)
+            m_dr = tdi;
+        else if (m_state == CaptureIr)
+            m_ir = 1;
+        else if (m_state == ShiftIr)
+            m_ir = m_ir >> 1 | int(tdi) << 3;
+        m_state = kNext[m_state][tms];
+    }
+
+private:
+    enum { CaptureDr = 3, ShiftDr = 4, CaptureIr = 10, ShiftIr = 11 };
+    // 0 reset, 1 idle, 2 select DR, 3 to 8 the DR column, 9 select IR, 10 to 15 the IR column
+    static constexpr int kNext[16][2] = {
+        {1,  0 },
+        {1,  2 },
+        {3,  9 },
+        {4,  5 },
+        {4,  5 },
+        {6,  8 },
+        {6,  7 },
+        {4,  8 },
+        {1,  2 },
+        {10, 0 },
+        {11, 12},
+        {11, 12},
+        {13, 15},
+        {13, 14},
+        {11, 15},
+        {1,  2 },
+    };
+
+    int m_state = 0;
+    int m_ir = 0;
+    bool m_dr = false;
+};
+
+/// Stands between a remote_bitbang client and its target: adds devices to the chain, and flips bits
+/// on the wires.
+class JtagProxy {
+public:
+    int before = 0; ///< devices between TDI and the target
+    int after = 0; ///< devices between the target and TDO
+    int flips = 0; ///< a wire is flipped once in so many cycles, by chance; 0: never
+    bool flipsControl = false; ///< TMS and TCK, too
+
+    ~JtagProxy()
+    {
+        m_over = true;
+        if (m_thread.joinable())
+            m_thread.join();
+    }
+
+    /// Serves clients of the target at `port`, one after the other; the port of its own.
+    QByteArray start(const QByteArray& port)
+    {
+        std::atomic<int> own {0};
+        m_thread = std::thread([this, port, &own] { serve(port.toUShort(), own); });
+        while (own == 0)
+            std::this_thread::yield();
+        return QByteArray::number(own);
+    }
+
+private:
+    void serve(quint16 port, std::atomic<int>& own)
+    {
+        QTcpServer server;
+        server.listen(QHostAddress::LocalHost);
+        own = server.serverPort();
+        while (!m_over) {
+            if (!server.waitForNewConnection(50))
+                continue;
+            const std::unique_ptr<QTcpSocket> client(server.nextPendingConnection());
+            QTcpSocket target;
+            target.connectToHost(QHostAddress::LocalHost, port);
+            target.waitForConnected();
+            while (!m_over && client->state() == QTcpSocket::ConnectedState) {
+                if (client->bytesAvailable() == 0 && !client->waitForReadyRead(50))
+                    continue;
+                client->write(pass(client->readAll(), target));
+                client->waitForBytesWritten();
+            }
+        }
+    }
+
+    bool flipped() { return flips > 0 && m_random() % unsigned(flips) == 0; }
+
+    // Through the devices in front to the target, and with its answers through those behind.
+    QByteArray pass(const QByteArray& commands, QTcpSocket& target)
+    {
+        m_front.resize(size_t(before));
+        m_back.resize(size_t(after));
+        QByteArray sent;
+        QByteArray forward;
+        int answers = 0;
+        for (char command : commands) {
+            if (command >= '0' && command <= '7') {
+                if (flipped())
+                    command ^= char(flipsControl ? 1 << m_random() % 3 : 1);
+                const bool rises = command & 4 && !(m_tck & 4);
+                if (rises) {
+                    forward += 'R'; // what the devices behind will see
+                    ++answers;
+                }
+                const bool tms = command & 2;
+                bool tdi = command & 1;
+                for (BypassTap& tap : m_front) {
+                    const bool next = tap.tdo();
+                    if (rises)
+                        tap.rise(tms, tdi);
+                    tdi = next;
+                }
+                forward += char((command & ~1) | int(tdi));
+                sent += char((command & ~1) | (rises ? 8 : 0));
+                m_tck = command;
+            } else {
+                forward += command;
+                sent += command;
+                answers += command == 'R' ? 1 : 0;
+            }
+        }
+        target.write(forward);
+        target.flush();
+        QByteArray read = target.readAll();
+        while (read.size() < answers && target.waitForReadyRead(5000))
+            read += target.readAll();
+        return reply(sent, read);
+    }
+
+    QByteArray reply(const QByteArray& sent, const QByteArray& read)
+    {
+        QByteArray replies;
+        int at = 0;
+        for (const char command : sent) {
+            if (command == 'R') {
+                const bool own = at < read.size() && read.at(at++) == '1';
+                replies += (m_back.empty() ? own : m_back.back().tdo()) != flipped() ? '1' : '0';
+            } else if (command & 8 && command < '@') {
+                bool tdi = at < read.size() && read.at(at++) == '1';
+                for (BypassTap& tap : m_back) {
+                    const bool next = tap.tdo();
+                    tap.rise(command & 2, tdi);
+                    tdi = next;
+                }
+            }
+        }
+        return replies;
+    }
+
+    std::thread m_thread;
+    std::atomic<bool> m_over {false};
+    std::minstd_rand m_random {1};
+    std::vector<BypassTap> m_front;
+    std::vector<BypassTap> m_back;
+    char m_tck = '0';
+};
+
+#endif
