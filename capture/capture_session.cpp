@@ -231,6 +231,12 @@ bool CaptureSession::settle(size_t core, CoreStatus& status)
                      : "its sample clock stands still, so it does not come to rest");
 }
 
+bool CaptureSession::rest(size_t core)
+{
+    CoreStatus status;
+    return settle(core, status);
+}
+
 bool CaptureSession::readWindows(
     size_t core, const CoreStatus& status, std::vector<DecodedWindow>& windows)
 {

@@ -85,6 +85,9 @@ public:
     /// Ends the run; what was captured stays. Without effect on a core that is not armed.
     bool stop(size_t core);
 
+    /// Waits until a core that was stopped keeps still, which takes six edges of its sample clock.
+    bool rest(size_t core);
+
     /// Reads what a core captured in the run that was armed last, complete or not; false when it
     /// has neither finished nor been stopped.
     bool read(size_t core, ReadOut& readOut);

@@ -261,7 +261,10 @@ bool readCore(const Options& options, CaptureSession& session, const CoreRun& ru
     if (!finished && captured.triggered())
         outcome.cuts += cutText(captured, readOut, run.setup);
     outcome.capture.push_back(std::move(captured));
-    return !finished || session.stop(run.core);
+    // What was read is whole, whatever becomes of the chip now.
+    if (finished && session.stop(run.core))
+        session.rest(run.core);
+    return true;
 }
 
 int readAndDeliver(const Options& options, CaptureSession& session,

@@ -112,7 +112,8 @@ bool SimulatedTarget::start(const QString& stimulus)
 
 bool SimulatedTarget::serve(const QString& stimulus, int port)
 {
-    if (!run(stimulus, QString("tcp:%1").arg(port)))
+    // It has said its port once it obeys.
+    if (!run(stimulus, QString("tcp:%1").arg(port)) || !rewind())
         return false;
     static const QRegularExpression listens("at port (\\d+)");
     m_port = listens.match(lastWords()).captured(1).toInt();

@@ -1,0 +1,133 @@
+#include "support/files.h"
+#include "support/processes.h"
+
+#include <QTcpServer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+// A command of the page, and what it prints.
+struct Step {
+    QString command;
+    QStringList output; // "..." stands for any lines
+};
+
+// The steps are in the blocks between lines of three backquotes: "$ " in front of commands.
+QList<Step> stepsOf(const QString& page)
+{
+    QList<Step> steps;
+    bool inside = false;
+    for (const QString& line : page.split('\n')) {
+        if (line.startsWith("```"))
+            inside = !inside;
+        else if (inside && line.startsWith("$ "))
+            steps += Step {line.mid(2), {}};
+        else if (inside)
+            steps.last().output += line;
+    }
+    return steps;
+}
+
+// Whether `said` begins with the lines that the page shows.
+bool agrees(const QStringList& shown, const QStringList& said)
+{
+    int at = 0;
+    bool any = false;
+    for (const QString& line : shown) {
+        if (line == "...") {
+            any = true;
+            continue;
+        }
+        while (any && at < said.size() && said.at(at) != line)
+            ++at;
+        any = false;
+        if (said.value(at++) != line)
+            return false;
+    }
+    return true;
+}
+
+int freePort()
+{
+    QTcpServer server;
+    server.listen(QHostAddress::LocalHost);
+    return server.serverPort();
+}
+
+}
+
+// What docs/first-capture.md says, command by command.
+class TestFirstCapture : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void thePage();
+
+private:
+    void run(Service& service, const Step& step, const QString& directory);
+    QString here(QString text) const;
+    QString there(QString text) const;
+
+    // The page's ports may be somebody's.
+    const QString m_jtag = QString::number(freePort());
+    const QString m_tcl = QString::number(freePort());
+};
+
+// A command as it works in a build tree, beside other tests.
+QString TestFirstCapture::here(QString command) const
+{
+    command.replace("/usr/local", OXA_BINARY_DIR);
+    command.replace("oxa target", "oxa target --port " + m_jtag);
+    command.replace("openocd -f",
+        QString("openocd -c \"set OXA_PORT %1\" -c \"tcl_port %2\" -f").arg(m_jtag, m_tcl));
+    return command.replace("oxa capture", "oxa capture --openocd :" + m_tcl);
+}
+
+// What it prints, as it is on the page.
+QString TestFirstCapture::there(QString output) const
+{
+    output.replace(QString("-c \"set OXA_PORT %1\" ").arg(m_jtag), "");
+    output.replace("port " + m_jtag, "port 9823").replace("port " + m_tcl, "port 6666");
+    return output.replace(OXA_BINARY_DIR, "/usr/local");
+}
+
+void TestFirstCapture::run(Service& service, const Step& step, const QString& directory)
+{
+    const bool stays = step.command.endsWith(" &");
+    service.setWorkingDirectory(directory);
+    service.start("bash",
+        {"-c",
+            "PATH=" OXA_BINARY_DIR "/bin:$PATH; exec "
+                + here(stays ? step.command.chopped(2) : step.command)});
+    const QDeadlineTimer deadline(60000);
+    QStringList said;
+    bool over = false;
+    do {
+        over = service.waitForFinished(50);
+        said = there(service.said()).split('\n', Qt::SkipEmptyParts);
+    } while (!over && !(stays && agrees(step.output, said)) && !deadline.hasExpired());
+    QVERIFY2(over != stays, qPrintable(step.command + '\n' + said.join('\n')));
+    QVERIFY2(agrees(step.output, said), qPrintable(step.command + '\n' + said.join('\n')));
+    QVERIFY2(stays || said.size() == step.output.size(), qPrintable(said.join('\n')));
+}
+
+void TestFirstCapture::thePage()
+{
+    QTemporaryDir directory;
+    QVERIFY(QFile::link(OXA_SOURCE_DIR "/examples", directory.filePath("examples")));
+    const QList<Step> steps
+        = stepsOf(QString::fromUtf8(bytesOf(OXA_SOURCE_DIR "/docs/first-capture.md")));
+    QVERIFY(steps.size() >= 5);
+    std::vector<std::unique_ptr<Service>> services;
+    for (const Step& step : steps) {
+        services.push_back(std::make_unique<Service>());
+        run(*services.back(), step, directory.path());
+        if (QTest::currentTestFailed())
+            return;
+    }
+    QVERIFY(bytesOf(directory.filePath("captured.vcd")).contains("$enddefinitions $end"));
+}
+
+QTEST_GUILESS_MAIN(TestFirstCapture)
+#include "test_first_capture.moc"
