@@ -77,6 +77,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
             continue;
         m_build = build;
         m_setups.clear();
+        m_begun.assign(build.cores.size(), false);
         for (const SimulatedCore& core : build.cores)
             m_setups.push_back(core.setup);
         return true;
@@ -129,6 +130,7 @@ bool CaptureSession::arm(const std::vector<CoreRun>& runs)
             return false;
     }
     for (const CoreRun& run : runs) {
+        m_begun[run.core] = false;
         if (!m_client.command(m_identities[run.core].position, CoreCommand::Arm))
             return fail(m_client.error());
     }
@@ -159,6 +161,7 @@ bool CaptureSession::adopt(size_t core)
     const CoreIdentity& identity = m_identities[core];
     CoreStatus status;
     m_setups[core] = m_build.cores[core].setup;
+    m_begun[core] = false;
     return (m_client.readStatus(identity, status)
                && (status.armed || m_client.command(identity.position, CoreCommand::Arm)))
         || fail(m_client.error());
@@ -167,8 +170,8 @@ bool CaptureSession::adopt(size_t core)
 bool CaptureSession::poll(size_t core, CoreProgress& progress)
 {
     CoreStatus status;
-    if (!m_client.readStatus(m_identities[core], status))
-        return fail(m_client.error());
+    if (!readStatus(core, status))
+        return false;
     if (!status.armed)
         return failAt(
             core, "it is not armed any more: something else stopped it, or reset the chip");
@@ -209,8 +212,20 @@ bool CaptureSession::force(size_t core)
         || fail(m_client.error());
 }
 
+// Until the sample clock has seen an arming, a core tells of the run before.
+bool CaptureSession::readStatus(size_t core, CoreStatus& status)
+{
+    if (!m_client.readStatus(m_identities[core], status))
+        return fail(m_client.error());
+    m_begun[core] = m_begun[core] || (status.armed && status.running);
+    return true;
+}
+
 bool CaptureSession::stop(size_t core)
 {
+    CoreStatus status;
+    if (!readStatus(core, status))
+        return false;
     return m_client.command(m_identities[core].position, CoreCommand::Stop)
         || fail(m_client.error());
 }
@@ -220,8 +235,8 @@ bool CaptureSession::settle(size_t core, CoreStatus& status)
 {
     const QDeadlineTimer deadline(kRestPatience);
     do {
-        if (!m_client.readStatus(m_identities[core], status))
-            return fail(m_client.error());
+        if (!readStatus(core, status))
+            return false;
         if (status.atRest())
             return true;
         QThread::msleep(1);
@@ -259,6 +274,9 @@ bool CaptureSession::read(size_t core, ReadOut& readOut)
     if (!settle(core, status))
         return false;
     readOut = {};
+    readOut.progress.matches.assign(m_setups[core].units.size(), 0);
+    if (!m_begun[core])
+        return true;
     readOut.whole = status.complete ? m_setups[core].windowNum : status.windows;
     readOut.progress.reached = status.level;
     readOut.progress.matches.assign(status.matches.begin(), status.matches.end());

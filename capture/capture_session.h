@@ -88,8 +88,8 @@ public:
     /// Waits until a core that was stopped keeps still, which takes six edges of its sample clock.
     bool rest(size_t core);
 
-    /// Reads what a core captured in the run that was armed last, complete or not; false when it
-    /// has neither finished nor been stopped.
+    /// Reads what a core captured in the run that was armed last, complete or not: nothing when its
+    /// sample clock stood still. False when it has neither finished nor been stopped.
     bool read(size_t core, ReadOut& readOut);
 
     /// Why the last call failed.
@@ -101,6 +101,7 @@ private:
     bool matchStructure(const std::vector<SimulatedCore>& cores);
     bool checkLevels(size_t core, const TriggerSetup& setup);
     bool prepare(const CoreRun& run);
+    bool readStatus(size_t core, CoreStatus& status);
     bool settle(size_t core, CoreStatus& status);
     bool readWindows(size_t core, const CoreStatus& status, std::vector<DecodedWindow>& windows);
 
@@ -109,6 +110,7 @@ private:
     std::vector<quint32> m_fingerprints;
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
+    std::vector<bool> m_begun; // the sample clock was seen to have noticed the arming
     QString m_error;
 };
 
