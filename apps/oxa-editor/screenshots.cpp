@@ -1,11 +1,14 @@
 // Takes the pictures of docs/images: tools/screenshots runs it.
 //
-//   oxa_screenshots CONFIGURATION WAVE.vcd DIRECTORY [dark]
+//   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD DIRECTORY [dark]
+//
+// OPENOCD is the address of its Tcl server, for a chip with the configuration.
 
 #include "build_panel.h"
 #include "core_list.h"
 #include "expressions_page.h"
 #include "main_window.h"
+#include "target/target_panel.h"
 #include "wave/rehearsal_panel.h"
 #include "wave/wave_canvas.h"
 #include "wave/wave_view.h"
@@ -60,15 +63,42 @@ void takePages(MainWindow& window, const QString& directory)
     }
 }
 
+void press(MainWindow& window, const char* keys)
+{
+    for (QAction* action : window.findChildren<QAction*>()) {
+        if (action->shortcut() == QKeySequence(keys))
+            action->trigger();
+    }
+}
+
+/// What a chip captured.
+void takeTarget(MainWindow& window, const QString& address, const QString& path)
+{
+    auto* panel = window.findChild<TargetPanel*>();
+    const QSize size = window.size();
+    window.resize(window.width(), 880);
+    press(window, "Ctrl+9");
+    auto* field = qobject_cast<QLineEdit*>(panel->focusProxy());
+    field->setText(address);
+    panel->arm();
+    while (panel->isRunning())
+        settle();
+    field->setText("127.0.0.1:6666");
+    press(window, "Ctrl+9");
+    panel->view()->canvas()->setFocus();
+    panel->view()->canvas()->zoom(4, 0);
+    panel->view()->canvas()->setCursor(0, 41);
+    take(window, path);
+    panel->parentWidget()->hide();
+    window.resize(size);
+}
+
 /// Two cursors in the waveform of a rehearsal, some rows above and below them.
 void takeRehearsal(MainWindow& window, const QString& stimulus, const QString& path)
 {
     auto* panel = window.findChild<RehearsalPanel*>();
     window.resize(window.width(), 880);
-    for (QAction* action : window.findChildren<QAction*>()) {
-        if (action->shortcut() == QKeySequence("Ctrl+8"))
-            action->trigger();
-    }
+    press(window, "Ctrl+8");
     panel->setStimulus(stimulus);
     settle();
     panel->findChild<QLineEdit*>()->setText("/home/ada/uart/uart.vcd");
@@ -149,7 +179,7 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
-    if (arguments.size() < 4)
+    if (arguments.size() < 5)
         return 2;
     const QTemporaryDir settings;
     QSettings::setDefaultFormat(QSettings::IniFormat);
@@ -158,7 +188,7 @@ int main(int argc, char** argv)
     QFont font("DejaVu Sans");
     font.setPixelSize(12);
     QApplication::setFont(font);
-    if (arguments.value(4) == "dark")
+    if (arguments.value(5) == "dark")
         QApplication::setPalette(darkPalette());
 
     QSettings().setValue("part/last", kPart);
@@ -167,10 +197,11 @@ int main(int argc, char** argv)
     window.show();
     if (!window.open(arguments.at(1)))
         return 1;
+    takeTarget(window, arguments.at(3), arguments.at(4) + "/editor-target.png");
     showSomething(window);
-    takePages(window, arguments.at(3));
-    takeRehearsal(window, arguments.at(2), arguments.at(3) + "/editor-rehearsal.png");
+    takePages(window, arguments.at(4));
+    takeRehearsal(window, arguments.at(2), arguments.at(4) + "/editor-rehearsal.png");
     window.document().undoStack().setClean();
-    takeDialogs(arguments.at(1), arguments.at(3));
+    takeDialogs(arguments.at(1), arguments.at(4));
     return 0;
 }

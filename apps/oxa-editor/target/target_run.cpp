@@ -281,9 +281,10 @@ bool TargetRun::read(const CoreRun& run, bool finished)
     m_result.places.push_back(int(run.core));
     m_result.waveforms.push_back(capturedWaveform(captured, core));
     const QString end = finished ? tr("captured") : tr("stopped");
-    m_result.remarks += captured.triggered()
-        ? tr("%1, %2 window(s)").arg(end).arg(captured.windows.size())
-        : tr("did not trigger: %1").arg(captured.progress);
+    const size_t windows = captured.windows.size();
+    const QString many = windows == 1 ? tr("1 window") : tr("%1 windows").arg(windows);
+    m_result.remarks += captured.triggered() ? end + ", " + many
+                                             : tr("did not trigger: %1").arg(captured.progress);
     m_result.capture.push_back(std::move(captured));
     return !finished || m_session->stop(run.core);
 }
