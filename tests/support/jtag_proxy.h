@@ -62,6 +62,9 @@ public:
     int flips = 0; ///< a wire is flipped once in so many cycles, by chance; 0: never
     bool flipsControl = false; ///< TMS and TCK, too
 
+    /// TCK cycles so far.
+    qint64 cycles() const { return m_cycles; }
+
     ~JtagProxy()
     {
         m_over = true;
@@ -117,6 +120,7 @@ private:
                     command ^= char(flipsControl ? 1 << m_random() % 3 : 1);
                 const bool rises = command & 4 && !(m_tck & 4);
                 if (rises) {
+                    ++m_cycles;
                     forward += 'R'; // what the devices behind will see
                     ++answers;
                 }
@@ -167,6 +171,7 @@ private:
 
     std::thread m_thread;
     std::atomic<bool> m_over {false};
+    std::atomic<qint64> m_cycles {0};
     std::minstd_rand m_random {1};
     std::vector<BypassTap> m_front;
     std::vector<BypassTap> m_back;

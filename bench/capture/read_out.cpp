@@ -1,0 +1,149 @@
+// What reading a core out takes, from a simulated target through the real OpenOCD: milliseconds
+// (the median of several), commands to OpenOCD, and TCK cycles for each captured bit, counted at
+// the target's pads. A Standard core's word has a mark besides its sample; both figures are given.
+
+#include "capture/capture_session.h"
+#include "capture/openocd_link.h"
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/standard_config.h"
+#include "support/files.h"
+#include "support/jtag_proxy.h"
+#include "support/live_target.h"
+#include "support/waveforms.h"
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
+#include <algorithm>
+#include <cstdio>
+#include <memory>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr int kDepth = 1024;
+constexpr int kReads = 9;
+
+QList<OXA::SignalItem> probes(int count)
+{
+    QList<OXA::SignalItem> items;
+    for (int i = 0; i < count; ++i) {
+        OXA::SignalItem item;
+        item.name = QString("p%1").arg(i);
+        items += item;
+    }
+    return items;
+}
+
+std::unique_ptr<OXA::AoCore> standardCore(int width)
+{
+    auto core = std::make_unique<OXA::AoCore>(0);
+    core->sampleClock = "clk";
+    core->signalList = core->captureSignals = core->triggers[0]->signalList = probes(width);
+    core->matchUnits[0]->enabled = true;
+    core->matchUnits[0]->trigger = core->triggers[0];
+    core->matchUnits[0]->value0 = QString(width, '1');
+    core->expressions = QStringList {"M0"};
+    core->storageDepth = core->captureAmount = kDepth;
+    return core;
+}
+
+void writeWaveform(const QString& path, int width)
+{
+    QStringList samples;
+    for (int i = 0; i < 2 * kDepth; ++i)
+        samples += QString(width, i % 3 ? '0' : '1');
+    writeFile(path, vcdOf(OXA::flattenedNames(probes(width)), samples));
+}
+
+struct Measure {
+    double milliseconds;
+    int commands;
+    qint64 cycles; // 0: not counted
+};
+
+// Captures once and reads it out again and again.
+bool measure(const QString& address, const std::vector<BuiltConfiguration>& builds,
+    const JtagProxy* proxy, Measure& result)
+{
+    OpenOcdLink link;
+    if (!link.connectTo(address) || !link.selectTap("fpga.tap"))
+        return false;
+    CaptureSession session(link, link.instruction());
+    if (!session.begin() || !session.match(builds)
+        || !session.arm({
+            {0, session.build().cores[0].setup}
+    })
+        || !session.wait({0}, [](const std::vector<CoreProgress>&) { return true; }))
+        return false;
+    std::vector<double> times;
+    for (int i = 0; i < kReads; ++i) {
+        ReadOut readOut;
+        const int commands = link.commandCount();
+        const qint64 cycles = proxy ? proxy->cycles() : 0;
+        QElapsedTimer timer;
+        timer.start();
+        if (!session.read(0, readOut) || readOut.windows.size() != 1)
+            return false;
+        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+        result.commands = link.commandCount() - commands;
+        result.cycles = proxy ? proxy->cycles() - cycles : 0;
+    }
+    std::nth_element(times.begin(), times.begin() + kReads / 2, times.end());
+    result.milliseconds = times[kReads / 2];
+    return session.stop(0);
+}
+
+bool report(const char* kind, int width, int wordBits, const QString& configuration,
+    const QString& wave, const std::vector<BuiltConfiguration>& builds)
+{
+    LiveTarget live;
+    Measure timed {};
+    Measure counted {};
+    if (!live.start(configuration, wave) || !measure(live.address(), builds, nullptr, timed))
+        return false;
+    live.openocd.end();
+    JtagProxy proxy;
+    Service openocd;
+    const QString address = startOpenOcd(openocd, proxy.start(live.port()));
+    if (!measure(address, builds, &proxy, counted))
+        return false;
+    std::printf("%-8s %d x %2d   %6.1f ms   %2d commands   %6lld TCK   %.3f a data bit   %.3f a"
+                " bit of memory\n",
+        kind, kDepth, width, timed.milliseconds, timed.commands,
+        static_cast<long long>(counted.cycles), double(counted.cycles) / (double(kDepth) * width),
+        double(counted.cycles) / (double(kDepth) * wordBits));
+    return true;
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QTemporaryDir directory;
+    const QString wave = directory.filePath("wave.vcd");
+    const QString configuration = directory.filePath("c.oxa");
+    bool ok = true;
+    for (const int width : {32, 8}) {
+        writeWaveform(wave, width);
+        Problems problems;
+        const auto core = standardCore(width);
+        OXA::writeOXAConfigToXml({core.get()}, configuration);
+        ok = ok
+            && report("Standard", width, width + 1, configuration, wave,
+                builtConfigurations(configuration, {core.get()}, {}, problems));
+        OXA::AOCore_Lite lite;
+        lite.sampleClock = "clk";
+        lite.captureAmount = kDepth;
+        lite.signalList = probes(width);
+        OXA::writeOXAConfigToXml_Lite({&lite}, configuration);
+        ok = ok
+            && report("Lite", width, width, configuration, wave,
+                builtConfigurations(configuration, {}, {&lite}, problems));
+    }
+    if (!ok)
+        std::fprintf(stderr, "the capture fails\n");
+    return ok ? 0 : 1;
+}
