@@ -1,4 +1,4 @@
-#include "platform_double.h"
+#include "engine_double.h"
 
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/standard_config.h"
@@ -7,6 +7,7 @@
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/synthesis_options.h"
+#include "support/device_double.h"
 #include "support/files.h"
 
 #include <QDirIterator>
@@ -18,6 +19,21 @@ using namespace OXA;
 namespace {
 
 const QString kGolden = OXA_SOURCE_DIR "/tests/generate/golden";
+
+// A device is what its name says: "...-ZV" a variant, "...-NOSHADOW" one without such memory.
+void answerByName(const QString& deviceName)
+{
+    DEV::ChipInfo& chip = DeviceDouble::instance().answer;
+    chip.partNumber = "PART";
+    chip.name = QString(deviceName).remove("-ZV").remove("-NOSHADOW");
+    chip.variant = deviceName.contains("-ZV") ? "ZV" : "LV";
+    chip.package = "QN48";
+    chip.speed = "C6/I5";
+    chip.resources = QStringList {"1152", "0", "945", "41"};
+    if (!deviceName.contains("-NOSHADOW"))
+        chip.resources << "4Kb"
+                       << "72";
+}
 
 QStringList filesBelow(const QString& directory)
 {
@@ -86,7 +102,9 @@ private:
 void TestGenerate::init()
 {
     m_dir.reset(new QTemporaryDir);
-    PlatformDouble::instance() = PlatformDouble();
+    EngineDouble::instance() = EngineDouble();
+    DeviceDouble::instance() = DeviceDouble();
+    DeviceDouble::instance().onLookup = answerByName;
 }
 
 OxaArg TestGenerate::request(const QByteArray& content, const QString& device)
@@ -256,7 +274,7 @@ void TestGenerate::controlTopsByDevice()
     OxaPrepare prepared;
     prepared.prepare(request(configuration(coreElement("")), device));
     QVERIFY(prepared.files.at(4).endsWith("/QX_CON/" + top));
-    QVERIFY(PlatformDouble::instance().lookups.contains("PART|" + device));
+    QVERIFY(DeviceDouble::instance().lookups.contains("PART|" + device));
 }
 
 void TestGenerate::ownTop()
@@ -275,12 +293,12 @@ void TestGenerate::synthesisRequests()
 {
     OXAProxyQxSyn generator(nullptr);
     generator.tryToStop();
-    QCOMPARE(PlatformDouble::instance().stops, 1);
+    QCOMPARE(EngineDouble::instance().stops, 1);
 
     OxaArg arg = request(configuration(coreElement("") + coreElement("")));
     arg.workDir += "//";
     QCOMPARE(generator.startGenerate(arg), 0);
-    const QMap<QString, QVariant> standard = PlatformDouble::instance().requests.value(0);
+    const QMap<QString, QVariant> standard = EngineDouble::instance().requests.value(0);
     QCOMPARE(standard.keys(),
         QStringList({"device", "files", "iniconfig", "options", "project_name", "work_dir"}));
     QCOMPARE(standard.value("work_dir"), QVariant(path("work")));
@@ -307,7 +325,7 @@ void TestGenerate::synthesisRequests()
     QCOMPARE(files.at(9).toMap().value("path"), QVariant(path("work/qx_oxa_top.v")));
 
     QCOMPARE(generator.startGenerate(request(bytesOf(kGolden + "/lite.oxa"))), 0);
-    const QMap<QString, QVariant> lite = PlatformDouble::instance().requests.value(1);
+    const QMap<QString, QVariant> lite = EngineDouble::instance().requests.value(1);
     QCOMPARE(lite.value("project_name"), QVariant("oxa_lite"));
     QCOMPARE(lite.value("files").toList().size(), 4);
     QCOMPARE(
@@ -317,15 +335,15 @@ void TestGenerate::synthesisRequests()
 void TestGenerate::failedSynthesis()
 {
     OXAProxyQxSyn generator(nullptr);
-    PlatformDouble& platform = PlatformDouble::instance();
-    platform.result = 7;
-    platform.messages = QStringList {"a.v:3: broken"};
+    EngineDouble& engine = EngineDouble::instance();
+    engine.result = 7;
+    engine.messages = QStringList {"a.v:3: broken"};
     const OxaArg arg = request(configuration(coreElement("")));
     for (int run = 0; run < 2; ++run) { // the messages are those of the last run alone
         QCOMPARE(generator.startGenerate(arg), 1);
         QCOMPARE(generator.errorMessages(), QStringList("a.v:3: broken"));
     }
-    platform.result = 0;
+    engine.result = 0;
     QCOMPARE(generator.startGenerate(arg), 0);
     QCOMPARE(generator.errorMessages(), QStringList());
 }
@@ -333,14 +351,17 @@ void TestGenerate::failedSynthesis()
 void TestGenerate::stopWhileFilesAreWritten()
 {
     OXAProxyQxSyn generator(nullptr);
-    PlatformDouble& platform = PlatformDouble::instance();
+    EngineDouble& engine = EngineDouble::instance();
     const OxaArg arg = request(configuration(coreElement("")));
     QCOMPARE(generator.startGenerate(arg), 0);
-    platform.onLookup = [&generator] { generator.tryToStop(); };
+    DeviceDouble::instance().onLookup = [&generator](const QString& deviceName) {
+        answerByName(deviceName);
+        generator.tryToStop();
+    };
     QCOMPARE(generator.startGenerate(arg), 1);
-    QCOMPARE(platform.requests.size(), 1);
+    QCOMPARE(engine.requests.size(), 1);
     QCOMPARE(generator.errorMessages(), QStringList("the synthesis was stopped before it began"));
-    platform.onLookup = nullptr;
+    DeviceDouble::instance().onLookup = answerByName;
     QCOMPARE(generator.startGenerate(arg), 0); // a stop holds for its run alone
 }
 
@@ -372,7 +393,7 @@ void TestGenerate::nothingToGenerate()
             QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
         QVERIFY(QDir(path("work")).isEmpty()); // emptied all the same
     }
-    QVERIFY(PlatformDouble::instance().requests.isEmpty());
+    QVERIFY(EngineDouble::instance().requests.isEmpty());
 }
 
 void TestGenerate::filesThatCannotBeOpened_data()

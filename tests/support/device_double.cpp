@@ -16,8 +16,11 @@ DeviceDb& DeviceDb::instance()
 
 ChipInfo DeviceDb::find(const QString& partNumber, const QString& deviceName) const
 {
-    DeviceDouble::instance().lookups += partNumber + "|" + deviceName;
-    return DeviceDouble::instance().answer;
+    DeviceDouble& device = DeviceDouble::instance();
+    device.lookups += partNumber + "|" + deviceName;
+    if (device.onLookup)
+        device.onLookup(deviceName);
+    return device.answer;
 }
 
 }

@@ -1,0 +1,20 @@
+#ifndef TESTS_GENERATE_ENGINE_DOUBLE_H
+#define TESTS_GENERATE_ENGINE_DOUBLE_H
+
+#include <QList>
+#include <QMap>
+#include <QStringList>
+#include <QVariant>
+
+/// What the library asked of the engine that this program puts in the place of the installed one,
+/// and what that answers.
+struct EngineDouble {
+    QList<QMap<QString, QVariant>> requests;
+    int result = 0; ///< of the next runs
+    QStringList messages;
+    int stops = 0;
+
+    static EngineDouble& instance();
+};
+
+#endif
