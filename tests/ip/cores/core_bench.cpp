@@ -45,6 +45,13 @@ constexpr char kBenchTail[] = R"(
 endmodule
 )";
 
+constexpr char kTargetTail[] = R"(
+    .tms_pad_i(tms), .tck_pad_i(tck), .tdi_pad_i(tdi), .tdo_pad_o(tdo));
+
+    initial $oxa_target(tck, tms, tdi, tdo, row, clk);
+endmodule
+)";
+
 // What `program` prints when it fails, else nothing.
 QString failureOf(const QString& program, const QStringList& arguments, const QString& dir)
 {
@@ -68,7 +75,7 @@ CoreBench::CoreBench()
     arg.ipDir = OXA_BINARY_DIR "/share/oxautils/ip";
 }
 
-QByteArray CoreBench::benchSource() const
+QByteArray CoreBench::benchSource(const QByteArray& tail) const
 {
     const QByteArray width = QByteArray::number(signalNames.size());
     QByteArray text = "module bench;\n"
@@ -84,22 +91,43 @@ QByteArray CoreBench::benchSource() const
         text += "    ." + OXA::escapedSignalName(clock).toUtf8() + "(clk),\n";
     for (const QString& clock : fallingClocks)
         text += "    ." + OXA::escapedSignalName(clock).toUtf8() + "(~clk),\n";
-    return text + kBenchTail;
+    return text + tail;
+}
+
+QString CoreBench::compile(const QString& output, const QStringList& design) const
+{
+    QStringList arguments {"-g2005", "-s", "bench", "-o", output, "bench.v"};
+    arguments += design;
+    for (const char* model : {"IBUF.v", "OBUF.v", "QX_JTAG.v"})
+        arguments += QString(OXA_BINARY_DIR "/share/oxautils/sim/") + model;
+    return failureOf("iverilog", arguments, m_dir.path());
 }
 
 QString CoreBench::build()
 {
+    QStringList design;
+    writeFile(path("bench.v"), benchSource(kBenchTail));
+    return generate(design) ? compile("bench.vvp", design) : "nothing was generated";
+}
+
+QString CoreBench::buildTarget(const QString& netlist)
+{
+    QStringList design {"-y", OXA_BINARY_DIR "/share/oxautils/cells", netlist};
+    writeFile(path("bench.v"), benchSource(kTargetTail));
+    return !netlist.isEmpty() || generate(design) ? compile("target.vvp", design)
+                                                  : "nothing was generated";
+}
+
+bool CoreBench::generate(QStringList& design) const
+{
     OXA::OxaPrepare prepare;
     if (prepare.prepare(arg) != 1)
-        return "nothing was generated";
-    writeFile(path("bench.v"), benchSource());
-    QStringList arguments {"-g2005", "-s", "bench", "-o", "bench.vvp", "bench.v"};
+        return false;
+    design.clear();
     for (const QString& directory : prepare.includePaths)
-        arguments += "-I" + directory;
-    arguments += prepare.files;
-    for (const char* model : {"IBUF.v", "OBUF.v", "QX_JTAG.v"})
-        arguments += QString(OXA_BINARY_DIR "/share/oxautils/sim/") + model;
-    return failureOf("iverilog", arguments, m_dir.path());
+        design += "-I" + directory;
+    design += prepare.files;
+    return true;
 }
 
 BenchRun CoreBench::run(const QByteArray& script, const QByteArrayList& samples) const

@@ -33,11 +33,17 @@ public:
     /// Generates what the file at path("test.oxa") configures, and compiles it. An error or
     /// nothing.
     QString build();
+    /// The same behind the sockets of the simulated target, as path("target.vvp"); a file `netlist`
+    /// takes the place of the Verilog. Steps of its stimulus are samples as numbers and "1", then
+    /// "- 0".
+    QString buildTarget(const QString& netlist);
     /// Runs `script` with `samples`, texts of a character (0, 1, x) a signal.
     BenchRun run(const QByteArray& script, const QByteArrayList& samples) const;
 
 private:
-    QByteArray benchSource() const;
+    QByteArray benchSource(const QByteArray& tail) const;
+    bool generate(QStringList& design) const;
+    QString compile(const QString& output, const QStringList& design) const;
 
     QTemporaryDir m_dir;
 };
