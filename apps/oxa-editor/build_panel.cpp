@@ -37,7 +37,7 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
     , m_workDir(new QLineEdit)
     , m_generate(new QPushButton(tr("&Generate")))
     , m_synthesize(new QPushButton(tr("S&ynthesize")))
-    , m_stop(new QPushButton(tr("S&top")))
+    , m_stop(new QPushButton(tr("&Stop")))
     , m_progress(new QProgressBar)
     , m_stage(new QLabel(tr("Ready")))
     , m_log(new QListWidget)
@@ -66,9 +66,9 @@ void BuildPanel::layOut()
     m_log->setAccessibleName(tr("Log"));
     m_log->setUniformItemSizes(true);
     m_log->setTextElideMode(Qt::ElideNone);
-    auto* browse = new QPushButton(tr("&Browse…"));
+    auto* browse = new QPushButton(tr("Bro&wse…"));
     connect(browse, &QPushButton::clicked, this, &BuildPanel::browse);
-    auto* label = new QLabel(tr("&Work folder:"));
+    auto* label = new QLabel(tr("Wor&k folder:"));
     label->setBuddy(m_workDir);
 
     auto* where = new QHBoxLayout;

@@ -47,9 +47,9 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
     QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
         [](const Core& core) -> QString& { return core.moduleName(); });
     setEntry(module);
-    m_form->addSignalName(tr("Sample &clock:"), tr("change the sample clock"),
+    m_form->addSignalName(tr("Samp&le clock:"), tr("change the sample clock"),
         [](const Core& core) -> QString& { return core.sampleClock(); });
-    m_form->addChoice(tr("&Edge:"), tr("change the sampling edge"),
+    m_form->addChoice(tr("E&dge:"), tr("change the sampling edge"),
         [](const Core& core) -> int& {
             return core.trigType();
     },
@@ -67,11 +67,11 @@ void CapturePage::addWindowRows(QFormLayout* layout)
 {
     const QString samples = tr(" samples");
     m_form->addNumber(
-        tr("Storage &depth:"), tr("change the depth"),
+        tr("Storage dept&h:"), tr("change the depth"),
         [](const Core& core) -> int& { return core.standard->storageDepth; },
         makeBox<DoublingSpinBox>(16, kDeepest, samples));
     m_form->addNumber(
-        tr("&Windows:"), tr("change the number of windows"),
+        tr("Wi&ndows:"), tr("change the number of windows"),
         [](const Core& core) -> int& { return core.standard->windowNum; },
         makeBox<DoublingSpinBox>(1, kDeepest, {}));
     m_form->addNumber(
@@ -79,7 +79,7 @@ void CapturePage::addWindowRows(QFormLayout* layout)
         [](const Core& core) -> int& { return core.standard->captureAmount; },
         makeBox<QSpinBox>(1, kDeepest, tr(" samples a window")));
     m_form->addNumber(
-        tr("Trigger &position:"), tr("move the trigger"),
+        tr("Tr&igger position:"), tr("move the trigger"),
         [](const Core& core) -> int& { return core.standard->triggerPos; },
         makeBox<QSpinBox>(0, kDeepest, tr(" samples before the trigger")));
     layout->addRow(m_drawing);
@@ -87,7 +87,7 @@ void CapturePage::addWindowRows(QFormLayout* layout)
 
 void CapturePage::addSwitches()
 {
-    m_form->addSwitch(tr("&Force the trigger by a falling edge"),
+    m_form->addSwitch(tr("Force the trigge&r by a falling edge"),
         tr("change how the trigger is forced"),
         [](const Core& core) -> bool& { return core.standard->forceTriggerByFallingEdge; });
     m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming"),
@@ -111,9 +111,9 @@ LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
     QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
         [](const Core& core) -> QString& { return core.moduleName(); });
     setEntry(module);
-    m_form->addSignalName(tr("Sample &clock:"), tr("change the sample clock"),
+    m_form->addSignalName(tr("Samp&le clock:"), tr("change the sample clock"),
         [](const Core& core) -> QString& { return core.sampleClock(); });
-    m_form->addChoice(tr("&Edge:"), tr("change the sampling edge"),
+    m_form->addChoice(tr("E&dge:"), tr("change the sampling edge"),
         [](const Core& core) -> int& {
             return core.trigType();
     },

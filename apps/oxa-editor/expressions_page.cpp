@@ -74,8 +74,8 @@ QWidget* ExpressionsPage::makeKind()
     m_kind->addItems(
         {tr("Static: part of the netlist"), tr("Dynamic: tables, rewritten at run time")});
     m_memory->addItems({tr("Block SRAM"), tr("Registers"), tr("Shadow SRAM")});
-    form->addRow(tr("&Expressions:"), m_kind);
-    form->addRow(tr("&Tables in:"), m_memory);
+    form->addRow(tr("E&xpressions:"), m_kind);
+    form->addRow(tr("Tables &in:"), m_memory);
     connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
         if (standard())
             document().set(
@@ -100,8 +100,8 @@ QWidget* ExpressionsPage::makeList()
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(addButton(tr("&Add"), QKeySequence(Qt::Key_Insert), [this] { add(); }));
     m_needRow = {addButton(tr("&Remove"), QKeySequence::Delete, [this] { remove(); }),
-        addButton(tr("U&p"), QKeySequence("Alt+Up"), [this] { move(-1); }),
-        addButton(tr("Do&wn"), QKeySequence("Alt+Down"), [this] { move(1); })};
+        addButton(tr("&Up"), QKeySequence("Alt+Up"), [this] { move(-1); }),
+        addButton(tr("Dow&n"), QKeySequence("Alt+Down"), [this] { move(1); })};
     for (QPushButton* button : qAsConst(m_needRow))
         buttons->addWidget(button);
     buttons->addStretch();
@@ -137,7 +137,7 @@ QWidget* ExpressionsPage::makeEditor()
     auto* widget = new QWidget;
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto* label = new QLabel(tr("E&xpression:"));
+    auto* label = new QLabel(tr("Expressi&on:"));
     label->setBuddy(m_edit);
     m_edit->setAccessibleName(tr("Expression"));
     m_complaint->setWordWrap(true);

@@ -167,7 +167,7 @@ QWidget* MainWindow::makeSide()
     auto* cost = new QWidget;
     auto* costLayout = new QVBoxLayout(cost);
     auto* form = new QFormLayout;
-    form->addRow(tr("&Part:"), m_part);
+    form->addRow(tr("Part:"), m_part);
     costLayout->addLayout(form);
     costLayout->addWidget(m_cost, 1);
     auto* side = new QSplitter(Qt::Vertical);

@@ -39,7 +39,7 @@ UnitsPage::UnitsPage(Document& document, QWidget* parent)
     m_view->horizontalHeader()->setSectionResizeMode(ValueColumn, QHeaderView::Stretch);
     m_view->installEventFilter(this);
     setEntry(m_view);
-    auto* edit = new QPushButton(tr("&Edit…"));
+    auto* edit = new QPushButton(tr("E&dit…"));
     edit->setToolTip(tr("Edit the chosen unit (Enter); the space key switches it on and off"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(m_view, 1);

@@ -53,6 +53,8 @@ private Q_SLOTS:
     void problemsLeadToTheirPlace();
     void costOnAPart();
     void everythingHasANameAndTakesTheFocus();
+    void mnemonicsAreOneMeaning_data();
+    void mnemonicsAreOneMeaning();
 
 private:
     TestFolder m_folder;
@@ -638,6 +640,45 @@ void TestEditorWindow::everythingHasANameAndTakesTheFocus()
                 sameGroup || reached.contains(widget) || reached.contains(widget->focusProxy()),
                 qPrintable(what));
         }
+    }
+}
+
+void TestEditorWindow::mnemonicsAreOneMeaning_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::newRow("Standard") << "uart.oxa";
+    QTest::newRow("Lite") << "uart_lite.oxa";
+}
+
+/// Two that share a letter would take it from each other, and from the menus.
+void TestEditorWindow::mnemonicsAreOneMeaning()
+{
+    QFETCH(QString, file);
+    WindowDriver driver;
+    QVERIFY(driver.window.open(m_folder.example(file)));
+    auto* tabs = driver.window.findChild<QTabWidget*>();
+    for (int page = 0; page < tabs->count(); ++page) {
+        tabs->setCurrentIndex(page);
+        QStringList texts;
+        for (const QAction* action : driver.window.menuBar()->actions())
+            texts += action->text();
+        for (const QLabel* label : driver.window.findChildren<QLabel*>()) {
+            if (label->isVisible() && label->buddy())
+                texts += label->text();
+        }
+        for (const QAbstractButton* button : driver.window.findChildren<QAbstractButton*>()) {
+            if (button->isVisible())
+                texts += button->text();
+        }
+        QHash<QString, QString> meanings;
+        for (const QString& text : qAsConst(texts)) {
+            const QString key = QKeySequence::mnemonic(text).toString();
+            if (key.isEmpty())
+                continue;
+            QVERIFY2(!meanings.contains(key), qPrintable(text + " and " + meanings.value(key)));
+            meanings[key] = text;
+        }
+        QVERIFY(meanings.size() > 5);
     }
 }
 
