@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+
 using namespace OXA_CAPTURE;
 
 namespace {
@@ -139,9 +141,17 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
         QVERIFY(second.waitForDisconnected(kPatience)); // one at a time
         first.abort();
     }
-    RemoteBitbangLink next;
-    connectLink(next, "lost");
-    QCOMPARE(scan(next, 40, 0xab), quint64(0xab10a0affd)); // what goes in follows the code
+    // Until the server notices that the first one left, it turns others away.
+    std::unique_ptr<RemoteBitbangLink> taken;
+    const auto isTaken = [&] {
+        taken = std::make_unique<RemoteBitbangLink>();
+        return taken->connectTo("unix:" + path("lost")) && taken->reset();
+    };
+    const auto readsCode = [&] { // what goes in follows the code
+        return isTaken() && scan(*taken, 40, 0xab) == quint64(0xab10a0affd);
+    };
+    QTRY_VERIFY(readsCode());
+    RemoteBitbangLink& next = *taken;
     QVERIFY(next.scanIr(BitString(kIrEr1, 5)));
     scan(next, 8, 0x3c);
     QCOMPARE(scan(next, 8, 0), quint64(0x3c));
