@@ -19,6 +19,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -51,6 +52,9 @@ void take(QWidget& widget, const QString& path)
 
 void takePages(MainWindow& window, const QString& directory)
 {
+    // Which a capture may have made larger.
+    auto* build = window.findChild<QDockWidget*>("buildDock");
+    window.resizeDocks({build}, {window.fontMetrics().height() * 10}, Qt::Vertical);
     auto* tabs = window.findChild<QTabWidget*>();
     for (int i = 0; i < tabs->count(); ++i) {
         tabs->setCurrentIndex(i);
