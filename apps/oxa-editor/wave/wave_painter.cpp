@@ -162,7 +162,7 @@ void WavePainter::addText(const QString& text, int from, int to, int middle)
         return;
     const QString shown = whole ? text : text.left(room - 1) + '~';
     const double baseline = middle + (m_font.ascent() - m_font.descent()) / 2;
-    double x = from + (to - from - shown.size() * m_digitWidth) / 2;
+    int x = from + (to - from - shown.size() * m_digitWidth) / 2;
     for (const QChar character : shown) {
         const int glyph = character.unicode() - kFirstCharacter;
         if (glyph > 0 && glyph < m_glyphOf.size()) {
