@@ -18,7 +18,7 @@ inline Result oxa(const QStringList& arguments, const QStringList& environment =
     process.setEnvironment(QProcess::systemEnvironment() + environment);
     process.start(OXA_PROGRAM, arguments);
     process.closeWriteChannel();
-    if (!process.waitForFinished(60000))
+    if (!process.waitForFinished(240000))
         return {-1, {}, process.errorString()};
     const bool crashed = process.exitStatus() != QProcess::NormalExit;
     return {crashed ? -2 : process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
