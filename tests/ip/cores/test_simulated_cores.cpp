@@ -2,6 +2,7 @@
 
 #include "capture/analyzer_client.h"
 #include "capture/remote_bitbang_link.h"
+#include "capture/stream_socket.h"
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
 #include "support/oxa_program.h"
@@ -94,11 +95,14 @@ private Q_SLOTS:
     void randomCores();
     void netlist();
     void openocdReadsAnIdentity();
+    void openocdReadsAMemory();
     void damagedAnswersAreNotTaken();
 
 private:
     QStringList randomCall(unsigned seed, int cores);
     void compare(const QStringList& call, const QStringList& options);
+    QString serve(QProcess& vvp);
+    QString openocd(const QString& port, const QString& commands);
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
     QTemporaryDir m_dir;
@@ -182,33 +186,117 @@ void TestSimulatedCores::netlist()
         qPrintable(refused.err));
 }
 
+// Starts the target that a simulation kept; its TCP port for JTAG, or nothing.
+QString TestSimulatedCores::serve(QProcess& vvp)
+{
+    QFile::remove(path("control")); // of one that was killed
+    vvp.start("vvp",
+        {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", path("kept/target.vvp"),
+            "+oxa_jtag=tcp:0", "+oxa_control=unix:" + path("control"),
+            "+oxa_stimulus=" + path("kept/stimulus.txt")});
+    while (!vvp.canReadLine() && vvp.waitForReadyRead()) { }
+    return QString(vvp.readLine().trimmed()).section(' ', -1);
+}
+
+// What OpenOCD says when it runs `commands` at the port, the cores' instruction loaded.
+QString TestSimulatedCores::openocd(const QString& port, const QString& commands)
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start("openocd",
+        {"-c",
+            "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1; remote_bitbang port "
+                + port
+                + "; jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd; gdb_port disabled;"
+                  " tcl_port disabled; telnet_port disabled; init; irscan fpga.tap 8; "
+                + commands + "; shutdown"});
+    process.waitForFinished();
+    return process.readAll();
+}
+
 void TestSimulatedCores::openocdReadsAnIdentity()
 {
     const QStringList call = randomCall(0, 1);
     QVERIFY(oxa(call + QStringList {"--keep-work", path("kept")}).status >= 0);
     QProcess vvp;
-    vvp.start("vvp",
-        {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", path("kept/target.vvp"),
-            "+oxa_jtag=tcp:0"});
-    while (!vvp.canReadLine() && vvp.waitForReadyRead()) { }
-    const QString port = QString(vvp.readLine().trimmed()).section(' ', -1);
+    const QString port = serve(vvp);
     // Two scans: the address of core 0's register 0, and 60 bits of it.
-    QProcess openocd;
-    openocd.setProcessChannelMode(QProcess::MergedChannels);
-    openocd.start("openocd",
-        {"-c",
-            "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1; remote_bitbang port "
-                + port
-                + "; jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd; gdb_port disabled;"
-                  " tcl_port disabled; telnet_port disabled; init; irscan fpga.tap 8;"
-                  " drscan fpga.tap 14 0x3c03; echo identity=[drscan fpga.tap 60 1]; shutdown"});
-    QVERIFY(openocd.waitForFinished());
-    const QString log = openocd.readAll();
+    const QString log
+        = openocd(port, "drscan fpga.tap 14 0x3c03; echo identity=[drscan fpga.tap 60 1]");
     quint64 answer = log.section("identity=", 1).section('\n', 0, 0).toULongLong(nullptr, 16);
     QVERIFY2(answer != 0, qPrintable(log));
     while (!(answer & 1)) // the answer begins with a one
         answer >>= 1;
     QCOMPARE(quint32(answer >> 1), 0x3141584fU);
+    vvp.kill();
+    vvp.waitForFinished();
+}
+
+// 1024 samples of 32 signals in two scans, as the client of this library reads them.
+void TestSimulatedCores::openocdReadsAMemory()
+{
+    constexpr int kWords = 1024;
+    constexpr int kSignals = 32;
+    Random random(1);
+    OXA::AoCore core(0);
+    core.sampleClock = "clk";
+    core.captureInitDataEnabled = true;
+    core.captureAmount = core.storageDepth = kWords;
+    core.triggerPos = 0;
+    for (int i = 0; i < kSignals; ++i)
+        core.signalList += item(QString("p%1").arg(i));
+    core.captureSignals = core.signalList;
+    core.triggers[0]->signalList += item("p0");
+    OXA::MatchUnit& unit = *core.matchUnits[0];
+    unit.enabled = true;
+    unit.trigger = core.triggers[0];
+    unit.value0 = "X";
+    core.expressions += "M0";
+    QList<OXA::AoCore*> list {&core};
+    OXA::writeOXAConfigToXml(list, path("c.oxa"));
+    QStringList samples;
+    for (int i = 0; i < kWords + 20; ++i)
+        samples += QString::number(random(), 2).rightJustified(kSignals, '0');
+    const QString wave = writeFile(path("w.vcd"), vcdOf(core.dataSignals(), samples, {"clk"}));
+    const Result result = oxa({"simulate", path("c.oxa"), "--part", "QX1N-9LV-QFN88-C6",
+        "--stimulus", wave, "-o", path("out.csv"), "--keep-work", path("kept")});
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+
+    QProcess vvp;
+    const QString port = serve(vvp);
+    OXA_CAPTURE::StreamSocket control;
+    QByteArray played;
+    QVERIFY(control.connectTo("unix:" + path("control")));
+    QVERIFY(control.exchange(
+        "run 5000\n", [](const QByteArray& so) { return so.endsWith('\n'); }, played, 10000));
+    const QString log = openocd(port,
+        QString("source %1/bench/readout/read_memory.tcl; echo read=[read_memory %2]")
+            .arg(OXA_SOURCE_DIR)
+            .arg(kWords * (kSignals + 1)));
+    QString bits; // in the order of time
+    const QString fields = log.section("read=", 1).section('\n', 0, 0);
+    const int widths[] = {2, kWords * (kSignals + 1), 57};
+    for (int field = 0; field < 3; ++field) {
+        QString part;
+        const QString digits = fields.section(' ', field, field);
+        for (int i = digits.size() - 1; i >= 0; --i) {
+            const int digit = digits.mid(i, 1).toInt(nullptr, 16);
+            for (int bit = 0; bit < 4; ++bit)
+                part += digit >> bit & 1 ? '1' : '0';
+        }
+        bits += part.leftJustified(widths[field], '0', true);
+    }
+    const int begin = bits.indexOf('1') + 1;
+    QVERIFY2(begin > 0, qPrintable(log));
+    const QList<QByteArray> rows = bytesOf(path("out.csv")).split('\n');
+    QCOMPARE(rows.size(), kWords + 1); // a heading; the trigger came too early for one sample
+    for (int word = 0; word < kWords - 1; ++word) {
+        QByteArray row = rows.at(word + 1); // core, window, sample, trigger, signals
+        const QByteArray expected = row.replace(',', "").right(kSignals);
+        QByteArray read = bits.mid(begin + word * (kSignals + 1), kSignals).toLatin1();
+        std::reverse(read.begin(), read.end());
+        QCOMPARE(read, expected);
+    }
     vvp.kill();
     vvp.waitForFinished();
 }
