@@ -56,14 +56,14 @@ play() {
 measure() { # SIGNALS
     configuration "$1" >"$work/core.oxa"
     waveform "$1" >"$work/wave.vcd"
-    rm -rf "$work/kept"
+    rm -rf "$work/kept" "$work/port"
     "$build/bin/oxa" simulate "$work/core.oxa" --part QX1N-9LV-QFN88-C6 --stimulus "$work/wave.vcd" \
         --keep-work "$work/kept" >/dev/null 2>"$work/log" || { cat "$work/log"; exit 1; }
     control=$((20000 + RANDOM % 20000))
     vvp -n -M "$build/lib/oxautils" -m oxa_target "$work/kept/target.vvp" +oxa_jtag=tcp:0 \
         "+oxa_control=tcp:$control" "+oxa_stimulus=$work/kept/stimulus.txt" >"$work/port" &
     simulator=$!
-    until grep -q port "$work/port"; do sleep 0.1; done
+    until grep -qs port "$work/port"; do sleep 0.1; done
     play "$control"
     openocd -c "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1
         remote_bitbang port $(sed 's/.* //' "$work/port")
