@@ -224,6 +224,7 @@ void TestWrittenCores::captureAsTheModel_data()
 {
     QTest::addColumn<bool>("gates");
     QTest::newRow("Verilog") << false;
+    QTest::newRow("gates") << true;
 }
 
 void TestWrittenCores::captureAsTheModel()
