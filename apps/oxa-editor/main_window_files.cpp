@@ -275,15 +275,19 @@ bool MainWindow::mayLoseChanges()
 void MainWindow::makeTargetMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Target"));
-    const auto visit = [this](void (TargetPanel::*begin)()) {
+    const auto showTarget = [this] {
         finishEdit();
         showWaveDock(m_targetDock);
-        (m_target->*begin)();
     };
-    QAction* connectTo
-        = menu->addAction(tr("&Connect"), this, [=] { visit(&TargetPanel::connectToChip); });
-    QAction* arm = menu->addAction(
-        tr("&Arm"), this, [=] { visit(&TargetPanel::arm); }, QKeySequence("F9"));
+    QAction* connectTo = menu->addAction(tr("&Connect"), this, [=] {
+        showTarget();
+        m_target->connectToChip();
+    });
+    const auto armChip = [=] {
+        showTarget();
+        m_target->arm();
+    };
+    QAction* arm = menu->addAction(tr("&Arm"), this, armChip, QKeySequence("F9"));
     QAction* force
         = menu->addAction(tr("&Force"), m_target, &TargetPanel::force, QKeySequence("Ctrl+F9"));
     QAction* stop
