@@ -27,6 +27,8 @@ constexpr int kCrcBits = 32;
 constexpr int kCommandBits = 6;
 constexpr int kMostDelay = 24; // bits from a question to its answer, other devices included
 constexpr int kAttempts = 3;
+// Another client's scan may come between a write and its check, which then tells of that scan.
+constexpr int kWriteAttempts = 12;
 
 constexpr int kAddressBits = 8;
 constexpr int kGuardBits = 4;
@@ -147,7 +149,7 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
     out.append(data);
     Crc32 crc = crcAt(core, reg);
     crc.add(data);
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kWriteAttempts; ++attempt) {
         BitString in;
         if ((attempt > 0 && !select(core)) || !scan(core, reg, out, in))
             return false;
