@@ -65,6 +65,15 @@ BitString address(int core, int reg)
 // A scan that begins with these two bits moves data.
 BitString dataScan() { return BitString(0b01, 2); }
 
+// Where what was asked for begins: behind the first one.
+int answerBegin(const BitString& in)
+{
+    int at = 0;
+    while (at < in.size() && !in.at(at))
+        ++at;
+    return at + 1;
+}
+
 }
 
 AnalyzerClient::AnalyzerClient(JtagLink& link, BitString instruction)
@@ -113,18 +122,16 @@ bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answe
     if (!scan(core, reg, out, in))
         return false;
     answer = Answer::None;
-    int at = 0;
-    while (at < in.size() && !in.at(at))
-        ++at;
-    if (at + 1 + bits + kCrcBits > in.size())
+    const int begin = answerBegin(in);
+    if (begin + bits + kCrcBits > in.size())
         return true; // silence, or a stray bit
     data = {};
     Crc32 crc = crcAt(core, reg);
-    for (int bit = at + 1; bit < at + 1 + bits; ++bit) {
+    for (int bit = begin; bit < begin + bits; ++bit) {
         data.append(in.at(bit));
         crc.add(in.at(bit));
     }
-    answer = crc.sum() == in.number(at + 1 + bits, kCrcBits) ? Answer::Whole : Answer::Damaged;
+    answer = crc.sum() == in.number(begin + bits, kCrcBits) ? Answer::Whole : Answer::Damaged;
     return true;
 }
 
@@ -159,10 +166,8 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
         check.append(0, kMostDelay);
         if (!scan(core, Check, check, in))
             return false;
-        int at = 0;
-        while (at < in.size() && !in.at(at))
-            ++at;
-        if (at + 1 + kCrcBits <= in.size() && in.number(at + 1, kCrcBits) == crc.sum())
+        const int begin = answerBegin(in);
+        if (begin + kCrcBits <= in.size() && in.number(begin, kCrcBits) == crc.sum())
             return true;
     }
     return fail(core, QString("it does not take its ") + kRegisterNames[reg]);

@@ -109,6 +109,17 @@ void compareUnits(const CoreIdentity& identity, const OXA::AoCore& core, Compari
     }
 }
 
+// What every core has.
+template <typename Core>
+void compareCapture(const CoreIdentity& identity, const Core& core, const char* kind, qint64 depth,
+    Comparison& comparison)
+{
+    comparison.text(identity.lite ? "a Lite core" : "a Standard core", kind);
+    comparison.text(edgeName(identity.fallingEdge), edgeName(sampleRequest(core).fallingEdge));
+    comparison.number(identity.signalCount, core.dataSignals().size(), "data signals");
+    comparison.number(identity.depth, depth, "words of memory");
+}
+
 }
 
 int identityBits(const BitString& head)
@@ -156,10 +167,7 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
 QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core)
 {
     Comparison comparison;
-    comparison.text(identity.lite ? "a Lite core" : "a Standard core", "a Standard core");
-    comparison.text(edgeName(identity.fallingEdge), edgeName(sampleRequest(core).fallingEdge));
-    comparison.number(identity.signalCount, core.dataSignals().size(), "data signals");
-    comparison.number(identity.depth, core.storageDepth, "words of memory");
+    compareCapture(identity, core, "a Standard core", core.storageDepth, comparison);
     comparison.number(identity.expressions, core.expressions.size(), "expressions");
     comparison.text(identity.dynamic ? "dynamic expressions" : "static expressions",
         core.expressionType == 1 ? "dynamic expressions" : "static expressions");
@@ -171,10 +179,7 @@ QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core)
 QStringList differences(const CoreIdentity& identity, const OXA::AOCore_Lite& core)
 {
     Comparison comparison;
-    comparison.text(identity.lite ? "a Lite core" : "a Standard core", "a Lite core");
-    comparison.text(edgeName(identity.fallingEdge), edgeName(sampleRequest(core).fallingEdge));
-    comparison.number(identity.signalCount, core.dataSignals().size(), "data signals");
-    comparison.number(identity.depth, core.captureAmount, "words of memory");
+    compareCapture(identity, core, "a Lite core", core.captureAmount, comparison);
     return comparison.texts;
 }
 

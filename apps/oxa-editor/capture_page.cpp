@@ -36,6 +36,23 @@ template <typename Box> Box* makeBox(int minimum, int maximum, const QString& su
     return box;
 }
 
+/// The rows that every core begins with; the first one's field.
+QLineEdit* addHead(CoreForm& form)
+{
+    QLineEdit* module
+        = form.addName(CapturePage::tr("&Module:"), CapturePage::tr("rename the module"),
+            [](const Core& core) -> QString& { return core.moduleName(); });
+    form.addSignalName(CapturePage::tr("Samp&le clock:"),
+        CapturePage::tr("change the sample clock"),
+        [](const Core& core) -> QString& { return core.sampleClock(); });
+    form.addChoice(CapturePage::tr("E&dge:"), CapturePage::tr("change the sampling edge"),
+        [](const Core& core) -> int& {
+            return core.trigType();
+    },
+        {{CapturePage::tr("Rising"), 0}, {CapturePage::tr("Falling"), 1}});
+    return module;
+}
+
 }
 
 CapturePage::CapturePage(Document& document, QWidget* parent)
@@ -44,16 +61,7 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
 {
     QFormLayout* layout = makeForm(this);
     m_form = new CoreForm(document, layout);
-    QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
-        [](const Core& core) -> QString& { return core.moduleName(); });
-    setEntry(module);
-    m_form->addSignalName(tr("Samp&le clock:"), tr("change the sample clock"),
-        [](const Core& core) -> QString& { return core.sampleClock(); });
-    m_form->addChoice(tr("E&dge:"), tr("change the sampling edge"),
-        [](const Core& core) -> int& {
-            return core.trigType();
-    },
-        {{tr("Rising"), 0}, {tr("Falling"), 1}});
+    setEntry(addHead(*m_form));
     addWindowRows(layout);
     m_form->addChoice(tr("Mem&ory:"), tr("change the memory"),
         [](const Core& core) -> int& {
@@ -108,16 +116,7 @@ LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
     : CorePage(document, Page::Capture, parent)
     , m_form(new CoreForm(document, makeForm(this)))
 {
-    QLineEdit* module = m_form->addName(tr("&Module:"), tr("rename the module"),
-        [](const Core& core) -> QString& { return core.moduleName(); });
-    setEntry(module);
-    m_form->addSignalName(tr("Samp&le clock:"), tr("change the sample clock"),
-        [](const Core& core) -> QString& { return core.sampleClock(); });
-    m_form->addChoice(tr("E&dge:"), tr("change the sampling edge"),
-        [](const Core& core) -> int& {
-            return core.trigType();
-    },
-        {{tr("Rising"), 0}, {tr("Falling"), 1}});
+    setEntry(addHead(*m_form));
     m_form->addNumber(
         tr("Capture &amount:"), tr("change the capture amount"),
         [](const Core& core) -> int& { return core.captureAmount(); },

@@ -1,18 +1,18 @@
 #include "command.h"
 #include "configuration.h"
-#include "installed.h"
 #include "interrupt.h"
 #include "log.h"
 #include "netlist_summary.h"
-#include "part.h"
 #include "problems.h"
 #include "progress_line.h"
+#include "request.h"
 #include "work_dir.h"
 
 #include "oxautils/check/check.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 
+#include <dev/device_db.h>
 #include <norvosyn/qx_synthesis_sync_proxy.h>
 
 #include <QCoreApplication>
@@ -43,9 +43,8 @@ constexpr char kDefaultNetlist[] = "qx_oxa_netlist.v";
 
 struct Options {
     QString file;
-    PartOptions part;
+    RequestOptions request;
     QString workDir;
-    QString ipDir;
     QString netlist;
     bool noSynthesis = false;
     bool noTop = false;
@@ -78,26 +77,19 @@ bool isSameFile(const QString& a, const QString& b)
 /// The request that the options make; what is wrong with it is said on `err`.
 bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
 {
-    const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
-    if (!chip || !mayEmpty(options.workDir, options.force, err))
+    if (!fillRequest(options.request, options.file, arg, err)
+        || !mayEmpty(options.workDir, options.force, err))
         return false;
     if (isSameFile(options.netlist, options.file)) {
         err << "error: the netlist would replace the configuration " << options.file
             << "; name another file with -o\n";
         return false;
     }
-    arg.configFile = options.file;
     arg.outputFile
         = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;
-    arg.device = chip->partNumber;
-    arg.package = chip->name;
     arg.workDir = options.workDir;
-    arg.ipDir = options.ipDir.isEmpty() ? installedIpDir() : options.ipDir;
     arg.customTop = options.noTop ? "none" : "";
-    if (QFileInfo(arg.ipDir).isDir())
-        return true;
-    err << "error: no installed cores in " << arg.ipDir << "; name their directory with --ip-dir\n";
-    return false;
+    return hasInstalledCores(arg, err);
 }
 
 void printFileList(const OXA::OxaPrepare& prepared, bool json, QTextStream& out)
@@ -215,13 +207,11 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "generate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
-    addPartOptions(*command, options->part)->required();
+    addPartOptions(*command, options->request.part)->required();
     addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
         ->type_name("DIR")
         ->required();
-    addText(
-        *command, "--ip-dir", options->ipDir, "The installed cores (default: beside the program)")
-        ->type_name("DIR");
+    addIpDir(*command, options->request);
     CLI::Option* netlist = addText(*command, "-o,--output", options->netlist,
         std::string("The netlist (default: ") + kDefaultNetlist + " in the work directory)")
                                ->type_name("NETLIST");

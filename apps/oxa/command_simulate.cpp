@@ -156,7 +156,7 @@ int run(const Options& options, Io& io)
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
-        || !fillRequest(options.inputs, options.file, arg, io.err)
+        || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !hasCores(options, arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err)
         || !prepareWorkDir(options.workDir, io.err))
@@ -188,7 +188,7 @@ void addSimulate(CLI::App& app, Io& io, int& status)
         "Simulate this synthesized netlist instead of the generated Verilog")
         ->type_name("NETLIST")
         ->excludes(model);
-    addIpDir(*command, options->inputs);
+    addIpDir(*command, options->inputs.request);
     addText(*command, "--keep-work", options->workDir,
         "Keep what the simulation is made of in this directory")
         ->type_name("DIR")

@@ -108,7 +108,7 @@ int run(const Options& options, Io& io)
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
-        || !fillRequest(options.inputs, options.file, arg, io.err)
+        || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !hasInstalledCores(arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err))
         return kUnusable;
@@ -129,6 +129,6 @@ void addTarget(CLI::App& app, Io& io, int& status)
         ->check(CLI::Range(0, kMostPort))
         ->type_name("N");
     command->add_flag("--loop", options->loop, "Play the waveform again and again");
-    addIpDir(*command, options->inputs);
+    addIpDir(*command, options->inputs.request);
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

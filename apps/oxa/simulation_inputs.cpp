@@ -1,46 +1,15 @@
 #include "simulation_inputs.h"
 
-#include "installed.h"
-#include "part.h"
 #include "progress_line.h"
-
-#include <QFileInfo>
 
 using namespace OXA_CAPTURE;
 
 void addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
 {
-    addPartOptions(command, inputs.part)->required();
+    addPartOptions(command, inputs.request.part)->required();
     addText(command, "--stimulus", inputs.stimulus, "The waveform")
         ->type_name("WAVE.vcd")
         ->required();
-}
-
-void addIpDir(CLI::App& command, SimulationInputs& inputs)
-{
-    addText(command, "--ip-dir", inputs.ipDir, "The installed cores (default: beside the program)")
-        ->type_name("DIR");
-}
-
-bool fillRequest(
-    const SimulationInputs& inputs, const QString& file, OXA::OxaArg& arg, QTextStream& err)
-{
-    const std::optional<DEV::ChipInfo> chip = findPart(inputs.part, err);
-    if (!chip)
-        return false;
-    arg.configFile = file;
-    arg.device = chip->partNumber;
-    arg.package = chip->name;
-    arg.ipDir = inputs.ipDir.isEmpty() ? installedIpDir() : inputs.ipDir;
-    return true;
-}
-
-bool hasInstalledCores(const OXA::OxaArg& arg, QTextStream& err)
-{
-    if (QFileInfo(arg.ipDir).isDir())
-        return true;
-    err << "error: no installed cores in " << arg.ipDir << "; name their directory with --ip-dir\n";
-    return false;
 }
 
 bool readStimulus(const SimulationInputs& inputs, const std::vector<SimulatedCore>& cores,

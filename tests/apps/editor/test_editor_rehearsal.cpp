@@ -10,8 +10,6 @@
 
 #include "support/waveforms.h"
 
-#include <QListWidget>
-
 namespace {
 
 constexpr int kLongRun = 20000; // ms
@@ -103,9 +101,7 @@ private:
 };
 
 /// A window with the core and its rehearsal.
-struct TestEditorRehearsal::Run : WindowDriver {
-    RehearsalPanel& panel = *window.findChild<RehearsalPanel*>();
-
+struct TestEditorRehearsal::Run : PanelDriver<RehearsalPanel> {
     Run(const TestFolder& folder, const QString& stimulus)
     {
         window.open(folder.path("core.oxa"));
@@ -145,22 +141,6 @@ struct TestEditorRehearsal::Run : WindowDriver {
         for (const auto& row : panel.view()->waveform()->rows)
             names += row->name;
         return names;
-    }
-
-    QString problems() const
-    {
-        QStringList texts;
-        for (int i = 0; i < panel.problems()->count(); ++i)
-            texts += panel.problems()->item(i)->text();
-        return texts.join('\n');
-    }
-
-    QString state() const
-    {
-        QStringList texts;
-        for (const QLabel* label : panel.findChildren<QLabel*>())
-            texts += label->text();
-        return texts.join('\n');
     }
 };
 

@@ -10,7 +10,6 @@
 #include "support/live_target.h"
 #include "support/waveforms.h"
 
-#include <QListWidget>
 #include <QTcpServer>
 #include <QTreeWidget>
 
@@ -79,9 +78,7 @@ private:
 };
 
 /// A window with the configuration and its panel.
-struct TestEditorTarget::Run : WindowDriver {
-    TargetPanel& panel = *window.findChild<TargetPanel*>();
-
+struct TestEditorTarget::Run : PanelDriver<TargetPanel> {
     Run(const TestFolder& folder, const QString& address)
     {
         window.open(folder.path("chip.oxa"));
@@ -121,22 +118,6 @@ struct TestEditorTarget::Run : WindowDriver {
             const QTreeWidgetItem* item = panel.cores()->topLevelItem(i);
             texts += item->text(0) + ": " + item->text(1) + ": " + item->text(2);
         }
-        return texts.join('\n');
-    }
-
-    QString problems() const
-    {
-        QStringList texts;
-        for (int i = 0; i < panel.problems()->count(); ++i)
-            texts += panel.problems()->item(i)->text();
-        return texts.join('\n');
-    }
-
-    QString state() const
-    {
-        QStringList texts;
-        for (const QLabel* label : panel.findChildren<QLabel*>())
-            texts += label->text();
         return texts.join('\n');
     }
 

@@ -9,6 +9,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QSettings>
@@ -152,6 +153,27 @@ public:
     }
 
     MainWindow window;
+};
+
+/// A window, with the dock's panel that a test is about.
+template <typename Panel> struct PanelDriver : WindowDriver {
+    Panel& panel = *window.findChild<Panel*>();
+
+    QString problems() const
+    {
+        QStringList texts;
+        for (int i = 0; i < panel.problems()->count(); ++i)
+            texts += panel.problems()->item(i)->text();
+        return texts.join('\n');
+    }
+
+    QString state() const
+    {
+        QStringList texts;
+        for (const QLabel* label : panel.template findChildren<QLabel*>())
+            texts += label->text();
+        return texts.join('\n');
+    }
 };
 
 #endif
