@@ -73,6 +73,7 @@ private:
     void look(const std::string& names);
     bool wait();
     void sleep();
+    bool put(Argument pad, bool level);
 
     vpiHandle m_scope; // what is below is to be settled; null once that is done
     vpiHandle m_arguments[ArgumentCount];
@@ -82,6 +83,7 @@ private:
     Stimulus m_stimulus;
     bool m_running = false;
     int m_pads[Tdo] = {-1, -1, -1}; // as they were driven last
+    bool m_rises = false; // TCK, once the design has seen the other pads
     long m_stepsLeft = 0;
     long m_stepsRun = 0;
     std::string m_clocks; // to come, behind the values that were set
@@ -156,6 +158,11 @@ void Target::wake()
     if (m_scope) { // behind all initial blocks
         settleBelow(m_scope);
         m_scope = nullptr;
+        return sleep();
+    }
+    if (m_rises) {
+        m_rises = false;
+        put(Tck, true);
         return sleep();
     }
     while (!play() && !m_bitbang.step() && !obeyControl()) {
@@ -284,14 +291,23 @@ void Target::sleep()
     vpi_register_cb(&callback);
 }
 
+// What changes together with a rising TCK was there before it.
 void Target::drive(bool tck, bool tms, bool tdi)
 {
-    const int pads[] = {tck, tms, tdi};
-    for (const Argument pad : {Tms, Tdi, Tck}) { // the clock last
-        if (m_pads[pad] != pads[pad])
-            putBit(m_arguments[pad], pads[pad] != 0);
-        m_pads[pad] = pads[pad];
-    }
+    const bool changed = put(Tms, tms) | put(Tdi, tdi);
+    m_rises = changed && tck && m_pads[Tck] == 0;
+    if (!m_rises)
+        put(Tck, tck);
+}
+
+// Whether the pad had another level.
+bool Target::put(Argument pad, bool level)
+{
+    if (m_pads[pad] == int(level))
+        return false;
+    putBit(m_arguments[pad], level);
+    m_pads[pad] = level;
+    return true;
 }
 
 bool Target::tdo()

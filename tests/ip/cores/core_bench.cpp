@@ -32,7 +32,10 @@ constexpr char kBenchTail[] = R"(
                 default: begin
                     tms = c == "a" || c == "b";
                     tdi = c == "1" || c == "b";
+                    if (c == "u") tdi = 0;
+                    if (c == "d") tdi = 1;
                     #1 $fwrite(out, "%b", tdo);
+                    if (c == "u" || c == "d") tdi = ~tdi;  // together with TCK
                     tck = 1;
                     #1 tck = 0;
                 end
