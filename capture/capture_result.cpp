@@ -14,8 +14,10 @@ namespace {
 
 struct Format {
     const char* ending;
-    bool (*write)(QIODevice& out, const Capture& capture, QString& error);
+    bool (*write)(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
 };
+
+constexpr int kDone = 100; // percent
 
 constexpr Format kFormats[] = {
     {"vcd", writeVcd   },
@@ -60,7 +62,8 @@ bool hasCaptureFormat(const QString& path, QString* error)
         || fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
 }
 
-bool writeCapture(const QString& path, const Capture& capture, QString* error)
+bool writeCapture(
+    const QString& path, const Capture& capture, QString* error, const Progress& progress)
 {
     if (!hasCaptureFormat(path, error))
         return false;
@@ -70,9 +73,14 @@ bool writeCapture(const QString& path, const Capture& capture, QString* error)
         return fail(error, QString("%1: cannot be written: it is no regular file").arg(path));
     QSaveFile file(path);
     QString reason;
+    const Progress goesOn = [&](int percent) {
+        if (progress && !progress(percent))
+            reason = "stopped";
+        return reason.isEmpty();
+    };
     // A commit would not notice that what it flushes is lost.
-    if (file.open(QIODevice::WriteOnly) && formatOf(path)->write(file, capture, reason)
-        && file.flush() && file.commit())
+    if (file.open(QIODevice::WriteOnly) && formatOf(path)->write(file, capture, goesOn, reason)
+        && goesOn(kDone) && file.flush() && file.commit())
         return true;
     return fail(error,
         QString("%1: cannot be written: %2")

@@ -1,6 +1,7 @@
 #ifndef CAPTURE_CAPTURE_RESULT_H
 #define CAPTURE_CAPTURE_RESULT_H
 
+#include "capture/progress.h"
 #include "capture/trigger_model.h"
 
 #include <QList>
@@ -39,8 +40,10 @@ OXACAPTURE_EXPORT std::vector<CapturedWindow> cutWindows(
     const std::vector<Window>& places, const SampleTable& sampled);
 
 /// Writes a capture in the format that the ending of `path` names: .vcd, .csv or .sr. The file is
-/// there as a whole or as it was before: then false, and `error` says why.
-OXACAPTURE_EXPORT bool writeCapture(const QString& path, const Capture& capture, QString* error);
+/// there as a whole or as it was before: then false, and `error` says why. `progress` may stop it,
+/// which is an error, too.
+OXACAPTURE_EXPORT bool writeCapture(
+    const QString& path, const Capture& capture, QString* error, const Progress& progress = {});
 
 /// Whether `writeCapture` knows the ending of `path`; `error` lists those that it does.
 OXACAPTURE_EXPORT bool hasCaptureFormat(const QString& path, QString* error);

@@ -39,9 +39,11 @@ std::vector<int> bitsOf(const CapturedCore& core, const QStringList& columns)
     return result;
 }
 
-bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>& bits)
+bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>& bits,
+    const std::function<bool(qint64 sample)>& goesOn)
 {
     QByteArray text;
+    qint64 done = 0;
     for (size_t w = 0; w < core.windows.size(); ++w) {
         const CapturedWindow& window = core.windows[w];
         const QByteArray head = QByteArray::number(core.index) + ',' + QByteArray::number(int(w));
@@ -54,9 +56,9 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>&
                     text += "01x"[int(window.samples.bit(sample, 0, bit))];
             }
             text += '\n';
-            if (text.size() < kFlushAt)
+            if (++done % kSamplesAtOnce != 0 && text.size() < kFlushAt)
                 continue;
-            if (out.write(text) != text.size())
+            if (!goesOn(done) || out.write(text) != text.size())
                 return false;
             text.clear();
         }
@@ -66,7 +68,7 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>&
 
 }
 
-bool writeCsv(QIODevice& out, const Capture& capture, QString&)
+bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString&)
 {
     const QStringList columns = columnNames(capture);
     QByteArray header = "core,window,sample,trigger";
@@ -74,9 +76,15 @@ bool writeCsv(QIODevice& out, const Capture& capture, QString&)
         header += ',' + cell(name);
     if (out.write(header += '\n') < 0)
         return false;
+    qint64 samples = 0;
+    for (const CapturedCore& core : capture)
+        samples += capturedSamples(core);
+    qint64 before = 0;
     for (const CapturedCore& core : capture) {
-        if (!writeRows(out, core, bitsOf(core, columns)))
+        const auto tell = [&](qint64 done) { return goesOn(int((before + done) * 100 / samples)); };
+        if (!writeRows(out, core, bitsOf(core, columns), tell))
             return false;
+        before += capturedSamples(core);
     }
     return true;
 }

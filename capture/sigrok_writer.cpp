@@ -9,6 +9,9 @@ namespace OXA_CAPTURE {
 
 namespace {
 
+constexpr int kPackedAt = 50; // percent that are done when the packing begins
+constexpr double kPartAtOnce = 0.01; // of the packing, between two figures
+
 // One bit of the session's samples. The cores run side by side; behind its last sample a core's
 // channels are low, and so is what is unknown.
 struct Channel {
@@ -72,13 +75,17 @@ bool isHigh(const Channel& channel, size_t window, qint64 sample)
     return false;
 }
 
-QByteArray logicData(const Capture& capture, const std::vector<Channel>& channels, int unitSize)
+// A sample a unit; empty when it was stopped.
+QByteArray logicData(const Capture& capture, const std::vector<Channel>& channels, int unitSize,
+    const Progress& goesOn)
 {
     qint64 samples = 0;
     for (const CapturedCore& core : capture)
         samples = std::max(samples, capturedSamples(core));
     QByteArray data(int(samples) * unitSize, '\0');
     for (size_t place = 0; place < channels.size(); ++place) {
+        if (!goesOn(int(place * kPackedAt / channels.size())))
+            return {};
         const Channel& channel = channels[place];
         char* unit = data.data() + place / 8;
         for (size_t window = 0; window < channel.core->windows.size(); ++window) {
@@ -95,11 +102,22 @@ QByteArray logicData(const Capture& capture, const std::vector<Channel>& channel
 // A zip in memory; what it is made of has to live until it is read.
 class Archive {
 public:
-    Archive()
-        : m_source(zip_source_buffer_create(nullptr, 0, 0, nullptr))
+    explicit Archive(const Progress& goesOn)
+        : m_goesOn(goesOn)
+        , m_source(zip_source_buffer_create(nullptr, 0, 0, nullptr))
         , m_zip(zip_open_from_source(m_source, ZIP_TRUNCATE, nullptr))
     {
         zip_source_keep(m_source);
+        zip_register_progress_callback_with_state(
+            m_zip, kPartAtOnce,
+            [](zip_t*, double part, void* archive) {
+                static_cast<Archive*>(archive)->m_part = part;
+            },
+            nullptr, this);
+        zip_register_cancel_callback_with_state(
+            m_zip,
+            [](zip_t*, void* archive) { return int(!static_cast<Archive*>(archive)->goesOn()); },
+            nullptr, this);
     }
     ~Archive()
     {
@@ -135,27 +153,34 @@ public:
     QString error() const { return m_zip ? zip_strerror(m_zip) : "no memory"; }
 
 private:
+    bool goesOn() const { return m_goesOn(kPackedAt + int(m_part * (100 - kPackedAt))); }
+
+    const Progress& m_goesOn;
+    double m_part = 0; // that is packed
     zip_source_t* m_source;
     zip_t* m_zip;
 };
 
 }
 
-bool writeSigrok(QIODevice& out, const Capture& capture, QString& error)
+bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error)
 {
     const std::vector<Channel> channels = channelsOf(capture);
     const int unitSize = int(channels.size() + 7) / 8;
     const QByteArray version = "2";
     const double clockHz = capture.empty() ? 0 : capture.front().clockHz;
     const QByteArray about = metadata(channels, unitSize, clockHz);
-    const QByteArray data = logicData(capture, channels, unitSize);
+    const QByteArray data = logicData(capture, channels, unitSize, goesOn);
+    if (!goesOn(kPackedAt))
+        return false;
 
-    Archive archive;
+    Archive archive(goesOn);
     QByteArray bytes;
     if (archive.add("version", version) && archive.add("metadata", about)
         && archive.add("logic-1-1", data) && archive.read(bytes))
         return out.write(bytes) == bytes.size();
-    error = archive.error();
+    if (error.isEmpty()) // it was not stopped
+        error = archive.error();
     return false;
 }
 

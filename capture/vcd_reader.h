@@ -3,8 +3,8 @@
 
 #include "capture/capture_export.h"
 #include "capture/problem.h"
+#include "capture/progress.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,9 +35,6 @@ public:
     /// All changes of the time `time` were told.
     virtual void endOfTime(quint64 time) = 0;
 };
-
-/// Told the percentage of a long job that is done; the job stops when it returns false.
-using Progress = std::function<bool(int percent)>;
 
 /// Reads a value change dump (IEEE 1364) in one pass; memory grows with its declarations, not with
 /// its changes.

@@ -213,7 +213,7 @@ private:
 
 }
 
-bool writeVcd(QIODevice& out, const Capture& capture, QString&)
+bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString&)
 {
     const TimeScale scale(capture);
     QByteArray text = scale.head();
@@ -235,9 +235,9 @@ bool writeVcd(QIODevice& out, const Capture& capture, QString&)
         }
         if (!changes.isEmpty() || time == times)
             text += '#' + QByteArray::number(scale.at(time)) + '\n' + changes;
-        if (text.size() < kFlushAt && time < times)
+        if (text.size() < kFlushAt && time < times && time % kSamplesAtOnce != 0)
             continue;
-        if (out.write(text) != text.size())
+        if (!goesOn(int(time * 100 / std::max(times, qint64(1)))) || out.write(text) != text.size())
             return false;
         text.clear();
     }

@@ -304,11 +304,12 @@ void MainWindow::makeTargetMenu()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    const QString question = m_target->isSaving()
+        ? tr("What was captured is still being saved. Stop it, leave the file as it was and quit?")
+        : tr("A run is still going on. Stop it and quit?");
     const bool goes = mayLoseChanges()
         && ((!m_build->isRunning() && !m_target->isRunning())
-            || QMessageBox::question(
-                   this, tr("Stop the Run?"), tr("A run is still going on. Stop it and quit?"))
-                == QMessageBox::Yes);
+            || QMessageBox::question(this, tr("Stop the Run?"), question) == QMessageBox::Yes);
     event->setAccepted(goes);
     if (!goes)
         return;

@@ -13,6 +13,8 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
+constexpr int kManySamples = 20000; // more than are written at once
+
 OXA::SignalItem item(const QString& name, const QStringList& bits = {})
 {
     OXA::SignalItem result;
@@ -57,6 +59,8 @@ private Q_SLOTS:
     void sigrok();
     void json();
     void anUnwritableFileStaysAsItWas();
+    void aStoppedFileStaysAsItWas_data();
+    void aStoppedFileStaysAsItWas();
 
 private:
     QByteArray written(const QString& name, const Capture& capture);
@@ -152,6 +156,53 @@ void TestCaptureFiles::anUnwritableFileStaysAsItWas()
     QVERIFY(QFile::link(pipe, m_dir.filePath("link.csv")));
     QVERIFY(written("link.csv", twoCores()).contains("it is no regular file"));
     QVERIFY(!QFileInfo(pipe).isFile());
+}
+
+void TestCaptureFiles::aStoppedFileStaysAsItWas_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"stopped.vcd", "stopped.csv", "stopped.sr"})
+        QTest::newRow(name) << name;
+}
+
+// Wherever it is stopped: at its beginning, at each of its steps, before it takes the old file's
+// place. What was told in between never goes back.
+void TestCaptureFiles::aStoppedFileStaysAsItWas()
+{
+    QFETCH(QString, name);
+    const QString path = m_dir.filePath(name);
+    writeFile(path, "old");
+    CapturedCore core;
+    core.items = {item("d")};
+    SampleTable samples(SampleLayout({1}));
+    for (quint64 sample = 0; sample < kManySamples; ++sample) {
+        const quint64 row[] = {sample % 3 & 1, 0};
+        samples.append(row);
+    }
+    core.windows = cutWindows(
+        {
+            {0, kManySamples, 0}
+    },
+        samples);
+    bool written = false;
+    for (int steps = 0; !written; ++steps) {
+        QString error;
+        std::vector<int> told;
+        written = writeCapture(path, {core}, &error, [&](int percent) {
+            told.push_back(percent);
+            return int(told.size()) <= steps;
+        });
+        QVERIFY(std::is_sorted(told.begin(), told.end()));
+        QCOMPARE(QDir(m_dir.path()).entryList({name + ".*"}), QStringList());
+        if (written) {
+            QVERIFY2(steps > 2, "it tells too seldom");
+            QCOMPARE(told.back(), 100);
+            QVERIFY(bytesOf(path) != "old");
+        } else {
+            QCOMPARE(bytesOf(path), QByteArray("old"));
+            QCOMPARE(error, path + ": cannot be written: stopped");
+        }
+    }
 }
 
 QTEST_APPLESS_MAIN(TestCaptureFiles)

@@ -30,6 +30,7 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
     , m_job(new TargetJob(this))
+    , m_save(new SaveJob(this))
     , m_address(new QLineEdit(QSettings().value(kAddressSetting, kAddress).toString()))
     , m_tap(new QLineEdit(QSettings().value(kTapSetting).toString()))
     , m_builtFrom(new QLineEdit)
@@ -49,6 +50,12 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     connect(m_job, &TargetJob::found, this, &TargetPanel::showFound);
     connect(m_job, &TargetJob::progress, this, &TargetPanel::showProgress);
     connect(m_job, &TargetJob::finished, this, &TargetPanel::showResult);
+    connect(m_save, &SaveJob::progress, this, [this](const QString& path, int percent) {
+        if (m_stop->isEnabled())
+            m_state->setText(
+                tr("%1: %2 % written").arg(QDir::toNativeSeparators(path)).arg(percent));
+    });
+    connect(m_save, &SaveJob::finished, this, &TargetPanel::showSaved);
     connect(m_cores, &QTreeWidget::currentItemChanged, this, &TargetPanel::showWaveform);
     connect(m_builtFrom, &QLineEdit::editingFinished, this,
         [this] { m_builtFromOf.insert(m_document.path(), m_builtFrom->text()); });
@@ -98,7 +105,7 @@ QWidget* TargetPanel::makeControls()
         tr("&Force"), tr("Trigger the cores that wait for it"), &TargetPanel::force, *buttons);
     m_stop = addButton(
         tr("S&top"), tr("Stop the cores, and read what they have"), &TargetPanel::stop, *buttons);
-    m_save = addButton(
+    m_saveButton = addButton(
         tr("Sa&ve…"), tr("Write what was captured to a file"), &TargetPanel::save, *buttons);
     layout->addLayout(buttons);
     layout->addWidget(m_cores, 1);
@@ -144,7 +151,7 @@ void TargetPanel::browse()
 void TargetPanel::documentReplaced()
 {
     m_builtFrom->setText(m_builtFromOf.value(m_document.path()));
-    m_isForeign = isRunning();
+    m_isForeign = m_job->isRunning();
     m_job->stop();
     m_result = {};
     m_cores->clear();
@@ -198,8 +205,10 @@ void TargetPanel::stop()
         return;
     m_stop->setEnabled(false);
     m_force->setEnabled(false);
-    m_state->setText(tr("Stopping; what was captured is read…"));
+    m_state->setText(isSaving() ? tr("Stopping; the file stays as it was…")
+                                : tr("Stopping; what was captured is read…"));
     m_job->stop();
+    m_save->stop();
 }
 
 void TargetPanel::force() { m_job->force(); }
@@ -257,12 +266,12 @@ void TargetPanel::showResult(const TargetResult& result)
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
             item->setText(State, result.remarks.at(int(i)));
     }
-    if (!result.capture.empty())
+    if (!result.capture->empty())
         m_result = result; // else what was captured before stays
     if (!result.problems.isEmpty())
-        m_state->setText(result.capture.empty() ? tr("Nothing was captured.")
-                                                : tr("Not everything was captured."));
-    else if (!result.capture.empty())
+        m_state->setText(result.capture->empty() ? tr("Nothing was captured.")
+                                                 : tr("Not everything was captured."));
+    else if (!result.capture->empty())
         m_state->setText(tr("Captured."));
     else if (!m_stop->isEnabled())
         m_state->setText(tr("Stopped."));
@@ -288,7 +297,7 @@ void TargetPanel::showState()
     m_arm->setEnabled(!isRunning());
     m_force->setEnabled(false); // until cores wait
     m_stop->setEnabled(isRunning());
-    m_save->setEnabled(!isRunning() && !m_result.capture.empty());
+    m_saveButton->setEnabled(!isRunning() && !m_result.capture->empty());
     m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);
 }
 
@@ -307,11 +316,19 @@ void TargetPanel::save()
 
 void TargetPanel::saveTo(const QString& path)
 {
-    QString error;
-    for (OXA_CAPTURE::CapturedCore& core : m_result.capture)
+    if (isRunning())
+        return;
+    for (OXA_CAPTURE::CapturedCore& core : *m_result.capture)
         core.clockHz = m_view->clock();
-    if (OXA_CAPTURE::writeCapture(path, m_result.capture, &error))
-        m_state->setText(tr("%1: written").arg(QDir::toNativeSeparators(path)));
-    else
-        m_state->setText(error);
+    m_save->start(path, m_result.capture);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+void TargetPanel::showSaved(const QString& path, const QString& error)
+{
+    m_state->setText(
+        error.isEmpty() ? tr("%1: written").arg(QDir::toNativeSeparators(path)) : error);
+    showState();
+    Q_EMIT runningChanged();
 }

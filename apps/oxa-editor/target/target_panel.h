@@ -1,6 +1,7 @@
 #ifndef APPS_OXA_EDITOR_TARGET_TARGET_PANEL_H
 #define APPS_OXA_EDITOR_TARGET_TARGET_PANEL_H
 
+#include "save_job.h"
 #include "target_job.h"
 
 #include "oxa-editor/document.h"
@@ -23,7 +24,10 @@ class TargetPanel : public QWidget {
 public:
     explicit TargetPanel(Document& document, QWidget* parent = nullptr);
 
-    bool isRunning() const { return m_job->isRunning(); }
+    /// A visit to the chip is going on, or `isSaving`.
+    bool isRunning() const { return m_job->isRunning() || isSaving(); }
+    /// What was captured is being written to a file.
+    bool isSaving() const { return m_save->isRunning(); }
     WaveView* view() const { return m_view; }
     QTreeWidget* cores() const { return m_cores; }
     QListWidget* problems() const { return m_problems; }
@@ -37,7 +41,8 @@ public:
 
     /// Asks for a file, and writes what was captured.
     void save();
-    /// Writes what was captured to the file `path`, in the format that its ending names.
+    /// Writes what was captured to the file `path`, in the format that its ending names; goes on
+    /// in the background. A stop leaves the file as it was.
     void saveTo(const QString& path);
 
 Q_SIGNALS:
@@ -54,12 +59,14 @@ private:
     QList<int> chosenCores() const;
     void showFound(const QList<FoundCore>& cores, const QString& builtFrom);
     void showProgress(const QStringList& texts);
+    void showSaved(const QString& path, const QString& error);
     void showResult(const TargetResult& result);
     void showWaveform();
     void showState();
 
     Document& m_document;
     TargetJob* m_job;
+    SaveJob* m_save;
     QHash<QString, QString> m_builtFromOf; // by the document's path
     QList<int> m_armed; // places of the cores that run
     TargetResult m_result;
@@ -71,7 +78,7 @@ private:
     QPushButton* m_arm = nullptr;
     QPushButton* m_force = nullptr;
     QPushButton* m_stop = nullptr;
-    QPushButton* m_save = nullptr;
+    QPushButton* m_saveButton = nullptr;
     QTreeWidget* m_cores;
     QLabel* m_state;
     QListWidget* m_problems;

@@ -285,6 +285,6 @@ bool TargetRun::read(const CoreRun& run, bool finished)
     const QString many = windows == 1 ? tr("1 window") : tr("%1 windows").arg(windows);
     m_result.remarks += captured.triggered() ? end + ", " + many
                                              : tr("did not trigger: %1").arg(captured.progress);
-    m_result.capture.push_back(std::move(captured));
+    m_result.capture->push_back(std::move(captured));
     return !finished || m_session->stop(run.core);
 }

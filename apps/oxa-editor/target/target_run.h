@@ -33,7 +33,7 @@ struct TargetResult {
     QStringList problems; ///< nothing, or not all, was captured because of them
     QStringList remarks; ///< one a core
     std::vector<int> places; ///< of the captured cores
-    OXA_CAPTURE::Capture capture;
+    std::shared_ptr<OXA_CAPTURE::Capture> capture = std::make_shared<OXA_CAPTURE::Capture>();
     std::vector<WaveformPtr> waveforms; ///< of the captured cores
 };
 

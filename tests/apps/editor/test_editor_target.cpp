@@ -177,8 +177,20 @@ void TestEditorTarget::capturesAndTakesEditsOver()
     QCOMPARE(run.samples(), QString("128 129 130 @ 128"));
 
     run.panel.saveTo(m_folder.path("captured.csv"));
+    run.finish();
+    QVERIFY2(run.state().contains("captured.csv: written"), qPrintable(run.state()));
     QCOMPARE(bytesOf(m_folder.path("captured.csv")).count('\n'), 4);
+    writeFile(m_folder.path("captured.csv"), "old");
+    auto* save = run.panel.findChild<SaveJob*>();
+    const auto stop = connect(save, &SaveJob::progress, save, &SaveJob::stop, Qt::DirectConnection);
+    run.panel.saveTo(m_folder.path("captured.csv"));
+    QVERIFY(run.panel.isSaving() && !run.find<QAbstractButton>("Arm")->isEnabled());
+    run.finish();
+    disconnect(stop);
+    QVERIFY2(run.state().contains("cannot be written: stopped"), qPrintable(run.state()));
+    QCOMPARE(bytesOf(m_folder.path("captured.csv")), QByteArray("old"));
     run.panel.saveTo(m_folder.path("captured.doc"));
+    run.finish();
     QVERIFY(run.state().contains("the ending has to be .vcd, .csv or .sr"));
 }
 

@@ -1,0 +1,39 @@
+#ifndef APPS_OXA_EDITOR_TARGET_SAVE_JOB_H
+#define APPS_OXA_EDITOR_TARGET_SAVE_JOB_H
+
+#include "capture/capture_result.h"
+
+#include <QObject>
+#include <QThread>
+
+#include <atomic>
+
+/// Writes captures to files in a thread of its own, one at a time.
+class SaveJob : public QObject {
+    Q_OBJECT
+
+public:
+    explicit SaveJob(QObject* parent = nullptr);
+
+    /// Stops what is running and waits for its end.
+    ~SaveJob() override;
+
+    bool isRunning() const { return m_thread != nullptr; }
+
+    /// Begins to write `capture`, which nobody changes until `finished`, in the format that the
+    /// ending of `path` names. Does nothing while another file is being written.
+    void start(const QString& path, const std::shared_ptr<const OXA_CAPTURE::Capture>& capture);
+
+    /// Gives the file up, which then stays as it was; `finished` tells when.
+    void stop() { m_stop = true; }
+
+Q_SIGNALS:
+    void progress(const QString& path, int percent);
+    void finished(const QString& path, const QString& error); ///< without an error: written
+
+private:
+    std::unique_ptr<QThread> m_thread;
+    std::atomic_bool m_stop {false};
+};
+
+#endif
