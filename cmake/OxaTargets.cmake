@@ -46,3 +46,17 @@ function(oxa_add_test name)
         add_dependencies(thread_tests ${name})
     endif()
 endfunction()
+
+# oxa_install_manual(FILE): installs a manual page, compressed as Debian wants them.
+function(oxa_install_manual file)
+    get_filename_component(name ${file} NAME)
+    set(page ${PROJECT_BINARY_DIR}/share/man/man1/${name}.gz)
+    add_custom_command(
+        OUTPUT ${page}
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/share/man/man1
+        COMMAND gzip -9nc ${file} > ${page}
+        DEPENDS ${file}
+        VERBATIM)
+    add_custom_target(manual_${name} ALL DEPENDS ${page})
+    install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+endfunction()

@@ -4,24 +4,63 @@
 #include <QApplication>
 #include <QCommandLineParser>
 
-int main(int argc, char** argv)
-{
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication::setHighDpiScaleFactorRoundingPolicy(
-        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-    const QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName("OxaUtils");
-    QCoreApplication::setApplicationName("oxa-editor");
-    QCoreApplication::setApplicationVersion(OXA_VERSION);
+#include <algorithm>
 
-    QCommandLineParser parser;
+namespace {
+
+void describe(QCommandLineParser& parser)
+{
     parser.setApplicationDescription(
         QCoreApplication::translate("main", "Edits the configuration of embedded logic analyzers"));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(
         "FILE", QCoreApplication::translate("main", "The configuration to open"), "[FILE]");
+}
+
+void introduce()
+{
+    QCoreApplication::setOrganizationName("OxaUtils");
+    QCoreApplication::setApplicationName("oxa-editor");
+    QCoreApplication::setApplicationVersion(OXA_VERSION);
+}
+
+// Where there is no screen, Qt ends a program before it can say anything.
+bool hasScreen(int argc, char** argv)
+{
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+        if (!qEnvironmentVariableIsEmpty(name))
+            return true;
+    }
+    return std::any_of(argv, argv + argc,
+        [](const char* argument) { return QByteArray(argument).startsWith("-platform"); });
+}
+
+int sayOnly(int& argc, char** argv)
+{
+    const QCoreApplication application(argc, argv);
+    introduce();
+    QCommandLineParser parser;
+    describe(parser);
+    parser.process(application);
+    qCritical("oxa-editor: there is no screen to open a window on (DISPLAY is not set)");
+    return 1;
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    if (!hasScreen(argc, argv))
+        return sayOnly(argc, argv);
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    QApplication::setHighDpiScaleFactorRoundingPolicy(
+        Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    const QApplication application(argc, argv);
+    introduce();
+    QCommandLineParser parser;
+    describe(parser);
     parser.process(application);
 
     BuildJob::installLog();
