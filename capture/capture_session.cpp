@@ -34,7 +34,12 @@ QString CoreProgress::text() const
     const QString wanted = levels == 0
         ? QString("waiting to be forced")
         : QString("waiting for level %1 of %2").arg(level + 1).arg(levels);
-    return wanted + place;
+    QStringList matched;
+    for (size_t i = 0; levels > 0 && i < units.size(); ++i)
+        matched += matchesText(units[i], matches[i]);
+    QStringList texts {wanted + place, clockRuns ? "" : kClockStands, matched.join(", ")};
+    texts.removeAll({});
+    return texts.join("; ");
 }
 
 CaptureSession::CaptureSession(JtagLink& link, const BitString& instruction)
@@ -182,6 +187,10 @@ bool CaptureSession::poll(size_t core, CoreProgress& progress)
     progress.levels = int(setup.levels.size());
     progress.window = now.windows;
     progress.windows = setup.windowNum;
+    progress.matches = now.matches;
+    progress.units.clear();
+    for (const CoreIdentity::Unit& unit : m_identities[core].units)
+        progress.units.push_back(unit.number);
     progress.state = status.finished          ? CoreProgress::Finished
         : !status.running                     ? CoreProgress::NoClock
         : now.open || m_identities[core].lite ? CoreProgress::Taking
@@ -279,7 +288,8 @@ bool CaptureSession::read(size_t core, ReadOut& readOut)
         return true;
     readOut.whole = status.complete ? m_setups[core].windowNum : status.windows;
     readOut.progress.reached = status.level;
-    readOut.progress.matches.assign(status.matches.begin(), status.matches.end());
+    const std::vector<int>& matches = status.snapshot.matches;
+    readOut.progress.matches.assign(matches.begin(), matches.end());
     return readWindows(core, status, readOut.windows);
 }
 

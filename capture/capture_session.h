@@ -9,6 +9,9 @@
 
 namespace OXA_CAPTURE {
 
+/// Of a core whose sample clock had no two edges between two polls.
+constexpr char kClockStands[] = "its sample clock stands still, or is very slow";
+
 /// What a core that was armed is doing.
 struct CoreProgress {
     enum State {
@@ -23,8 +26,10 @@ struct CoreProgress {
     int levels = 0; ///< of the sequence; 0: only force triggers
     qint64 window = 0; ///< the one that is waited for or taken, from 0 on
     qint64 windows = 0; ///< that the run takes
+    std::vector<int> units; ///< the match units' numbers
+    std::vector<int> matches; ///< of each while the core waited, up to `kCountedMatches`
 
-    /// For its user: "waiting for level 2 of 3, window 1 of 4".
+    /// For its user: "waiting for level 2 of 3, window 1 of 4; M0 matched 12 times".
     OXACAPTURE_EXPORT QString text() const;
 };
 

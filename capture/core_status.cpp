@@ -46,7 +46,8 @@ CoreStatus parseStatus(const BitString& bits, const CoreIdentity& identity)
     status.snapshot.windows = qint64(bits.number(128, 32));
     status.windows = qint64(bits.number(96, 32));
     for (size_t unit = 0; unit < identity.units.size(); ++unit)
-        status.matches.push_back(int(bits.number(kHeadBits + kMatchBits * int(unit), kMatchBits)));
+        status.snapshot.matches.push_back(
+            int(bits.number(kHeadBits + kMatchBits * int(unit), kMatchBits)));
     return status;
 }
 

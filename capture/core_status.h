@@ -5,12 +5,13 @@
 
 namespace OXA_CAPTURE {
 
-/// What a core was doing a moment ago, while it runs (docs/jtag-protocol.md).
+/// What a core was doing a moment ago (docs/jtag-protocol.md).
 struct CoreSnapshot {
     bool fresh = false; ///< the sample clock ticked since the status was last read
     bool open = false; ///< a window's trigger was seen, its end not
     int level = 0; ///< expressions of the sequence satisfied
     qint64 windows = 0; ///< complete ones
+    std::vector<int> matches; ///< of the match units while the core waited, up to 255
 };
 
 /// What a core is doing, or did (docs/jtag-protocol.md). What is told of a run counts once the core
@@ -25,8 +26,7 @@ struct CoreStatus {
     int level = 0; ///< expressions of the sequence satisfied
     qint64 position = 0; ///< samples in a Lite core's memory; the next one's word in a window's
     qint64 windows = 0; ///< complete ones; of no meaning when all are
-    std::vector<int> matches; ///< of the match units, up to 255
-    CoreSnapshot snapshot;
+    CoreSnapshot snapshot; ///< at rest: of the run's end
 
     bool atRest() const { return armed == running && running == finished; }
 };

@@ -233,21 +233,22 @@ bool dependsOnUnknown(const TriggerSetup& setup, const SampleTable& samples, qin
     return false;
 }
 
+QString matchesText(int unit, qint64 matches)
+{
+    const QString times = matches == 1 ? "1 time"
+        : matches < kCountedMatches    ? QString("%1 times").arg(matches)
+                                       : QString("%1 times or more").arg(kCountedMatches);
+    return QString("M%1 matched %2").arg(QString::number(unit), times);
+}
+
 QString progressText(const TriggerSetup& setup, const TriggerProgress& progress)
 {
     if (setup.levels.empty())
         return "it has no trigger expression, only force triggers it";
     QStringList texts {
         QString("level %1 of %2 reached").arg(progress.reached).arg(setup.levels.size())};
-    for (size_t i = 0; i < setup.units.size(); ++i) {
-        const qint64 matches = progress.matches[i];
-        texts += QString("M%1 matched %2")
-                     .arg(QString::number(setup.units[i].index),
-                         matches == 1 ? "1 time"
-                             : matches < kCountedMatches
-                             ? QString("%1 times").arg(matches)
-                             : QString("%1 times or more").arg(kCountedMatches));
-    }
+    for (size_t i = 0; i < setup.units.size(); ++i)
+        texts += matchesText(setup.units[i].index, progress.matches[i]);
     return texts.join(", ");
 }
 

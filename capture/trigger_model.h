@@ -95,6 +95,9 @@ OXACAPTURE_EXPORT bool dependsOnUnknown(
 /// Matches that a core's hardware counts of each unit; more are counted as so many.
 constexpr qint64 kCountedMatches = 255;
 
+/// "M0 matched 12 times", for a core's user.
+OXACAPTURE_EXPORT QString matchesText(int unit, qint64 matches);
+
 /// How far a core without a trigger got, for its user: "level 1 of 3 reached, M0 matched 12 times".
 OXACAPTURE_EXPORT QString progressText(const TriggerSetup& setup, const TriggerProgress& progress);
 

@@ -257,7 +257,7 @@ bool readCore(const Options& options, CaptureSession& session, const CoreRun& ru
     CapturedCore captured = capturedCore(session.build().cores[run.core], readOut, run.setup);
     captured.clockHz = options.clockHz;
     if (!finished && !progress.clockRuns)
-        captured.progress += "; its sample clock stands still, or is very slow";
+        captured.progress += QString("; ") + kClockStands;
     if (!finished && captured.triggered())
         outcome.cuts += cutText(captured, readOut, run.setup);
     outcome.capture.push_back(std::move(captured));

@@ -1,6 +1,20 @@
 #include "progress_line.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
+
+namespace {
+
+// What fits into a line of the terminal: a longer text would scroll at every change.
+QString fitting(const QString& text)
+{
+    winsize size {};
+    const bool known = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 1;
+    const int most = size.ws_col - 1;
+    return known && text.size() > most ? text.left(most - 1) + QStringLiteral("…") : text;
+}
+
+}
 
 ProgressLine::ProgressLine(QTextStream& err)
     : m_err(err)
@@ -19,7 +33,7 @@ void ProgressLine::show(const QString& text)
 {
     if (!m_terminal)
         return;
-    m_err << "\r\033[K" << text << Qt::flush;
+    m_err << "\r\033[K" << fitting(text) << Qt::flush;
     m_shown = true;
 }
 

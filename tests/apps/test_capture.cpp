@@ -105,6 +105,8 @@ private Q_SLOTS:
     void timeInFiles();
     void changesForOneRun_data();
     void changesForOneRun();
+    void progressOnATerminal_data();
+    void progressOnATerminal();
     void immediately();
     void interrupted();
     void lite();
@@ -243,6 +245,37 @@ void TestCapture::changesForOneRun()
     QCOMPARE(
         result.err, expected.err.trimmed() + "; its sample clock stands still, or is very slow\n");
     QVERIFY(!QFile::exists(path("live.csv")));
+}
+
+void TestCapture::progressOnATerminal_data()
+{
+    QTest::addColumn<QString>("columns");
+    QTest::addColumn<QString>("timeout");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("of any width") << "0"
+                                  << "3"
+                                  << "waiting for level 1 of 2, window 1 of 2; M0 matched 0 times, "
+                                     "M1 matched [1-9]\\d* times";
+    QTest::newRow("cut to one line") << "40"
+                                     << "1"
+                                     << "core 4: [^\r]{30}…\r";
+}
+
+// A core that waits tells its matches, but never in more than a line.
+void TestCapture::progressOnATerminal()
+{
+    QFETCH(QString, columns);
+    QFETCH(QString, timeout);
+    QFETCH(QString, shown);
+    const QString call = captureCall({"--core", "4", "--unit", "M0=1111111111"}).join(' ');
+    QProcess terminal;
+    terminal.start("script",
+        {"-qec",
+            QString("stty cols %1; %2 %3 --timeout %4").arg(columns, OXA_PROGRAM, call, timeout),
+            "/dev/null"});
+    QVERIFY(terminal.waitForFinished());
+    const QString said = QString::fromUtf8(terminal.readAllStandardOutput());
+    QVERIFY2(QRegularExpression(shown).match(said).hasMatch(), qPrintable(said));
 }
 
 // A forced window holds samples that follow one another.

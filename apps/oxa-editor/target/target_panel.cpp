@@ -24,6 +24,13 @@ constexpr int kProblemLines = 3; // in sight
 
 enum Column { Name, Shape, State, Columns };
 
+// The text may be longer than its cell.
+void setState(QTreeWidgetItem& item, const QString& text)
+{
+    item.setText(State, text);
+    item.setToolTip(State, text.isEmpty() ? text : "<p>" + text.toHtmlEscaped() + "</p>");
+}
+
 }
 
 TargetPanel::TargetPanel(Document& document, QWidget* parent)
@@ -229,7 +236,7 @@ void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtF
         QTreeWidgetItem* item = m_cores->topLevelItem(i);
         item->setText(Name, cores.at(i).name);
         item->setText(Shape, cores.at(i).shape);
-        item->setText(State, QString());
+        setState(*item, {});
     }
     if (!m_cores->currentItem())
         m_cores->setCurrentItem(m_cores->topLevelItem(0));
@@ -247,7 +254,7 @@ void TargetPanel::showProgress(const QStringList& texts)
         return;
     for (int i = 0; i < texts.size() && i < m_armed.size(); ++i) {
         if (QTreeWidgetItem* item = m_cores->topLevelItem(m_armed.at(i)))
-            item->setText(State, texts.at(i));
+            setState(*item, texts.at(i));
     }
     m_force->setEnabled(m_stop->isEnabled());
 }
@@ -264,7 +271,7 @@ void TargetPanel::showResult(const TargetResult& result)
     m_problems->setVisible(!result.problems.isEmpty());
     for (size_t i = 0; i < result.places.size(); ++i) {
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
-            item->setText(State, result.remarks.at(int(i)));
+            setState(*item, result.remarks.at(int(i)));
     }
     if (!result.capture->empty())
         m_result = result; // else what was captured before stays

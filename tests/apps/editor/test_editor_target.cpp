@@ -227,7 +227,7 @@ void TestEditorTarget::aRunIsStopped()
     run.set(1, "1XXXXXX1");
     run.neverTrigger();
     run.keys("F9");
-    run.waitFor("waiting for level 1 of 1, window 1 of 2");
+    run.waitFor("waiting for level 1 of 1, window 1 of 2; M0 matched 0 times");
     run.waitFor("core 1: 8 signals, 16 samples: captured");
     QVERIFY(run.panel.isRunning());
     run.keys("Shift+F9");

@@ -20,9 +20,25 @@ namespace {
 
 constexpr int kRounds = 12;
 constexpr int kSamples = 250; // a round
+constexpr int kEarly = 20; // of them, before the first snapshot of a round is asked for
+constexpr int kAnswer = 3; // edges to a snapshot
 constexpr int kLeadOut = 8; // edges that bring the last samples into memory
 constexpr int kPatience = 300000; // ms
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6"; // has shadow SRAM
+
+// Looks at running cores: the first one shows the run's beginning, not the run before. Then there
+// is an answer to its question, which a clock that stands still makes no younger.
+struct Look {
+    int samples; // further ones
+    int decided; // of the run, in the snapshot
+    bool fresh;
+};
+
+constexpr Look kLooks[] = {
+    {kEarly,  0,      true },
+    {kAnswer, kEarly, true },
+    {0,       kEarly, false},
+};
 
 struct Kind {
     int memory; // as in AoCore::implementation
@@ -96,13 +112,26 @@ QString textOf(const std::vector<int>& matches, const std::vector<CapturedWindow
     return text;
 }
 
-QString modelled(const TriggerSetup& setup, const SampleTable& samples)
+std::vector<int> matchesOf(const ModelRun& run)
 {
-    const ModelRun run = runModel(setup, samples);
     std::vector<int> matches;
     for (const qint64 count : run.progress.matches)
         matches.push_back(int(std::min(count, kCountedMatches)));
-    return textOf(matches, cutWindows(run.windows, samples));
+    return matches;
+}
+
+QString snapshotText(bool fresh, const std::vector<int>& matches)
+{
+    QString text = fresh ? "fresh:" : "old:";
+    for (const int count : matches)
+        text += ' ' + QString::number(count);
+    return text + '\n';
+}
+
+QString modelled(const TriggerSetup& setup, const SampleTable& samples)
+{
+    const ModelRun run = runModel(setup, samples);
+    return textOf(matchesOf(run), cutWindows(run.windows, samples));
 }
 
 // A core at rest, or why it cannot be read.
@@ -125,7 +154,7 @@ QString captured(AnalyzerClient& client, const CoreIdentity& core, const Trigger
             {0, window.samples.size(), window.triggerOffset},
             window.samples
         });
-    return textOf(status.matches, windows);
+    return textOf(status.snapshot.matches, windows);
 }
 
 // The cores of all kinds with what they are to sample.
@@ -151,6 +180,17 @@ struct Design {
         bench.arg.device = kPart;
         OXA::writeOXAConfigToXml(list, bench.arg.configFile);
         writeStimulus();
+    }
+
+    // What core `i` tells of a run when it has come so far.
+    QString snapshot(
+        size_t i, const TriggerSetup& setup, const QByteArrayList& taken, bool fresh) const
+    {
+        // The last one is not decided yet when the question comes, with tables the last two are
+        // not.
+        const int decided = std::max(0, taken.size() - 1 - cores[i]->expressionType);
+        const SampleTable table = tableOf(*cores[i], bench.signalNames, taken.mid(0, decided));
+        return snapshotText(fresh, matchesOf(runModel(setup, table)));
     }
 
     void writeStimulus()
@@ -202,6 +242,20 @@ struct Running {
             [&](const CoreIdentity& core) { return client.command(core.position, command); });
     }
 
+    // What the cores that are not through tell after so many more samples.
+    bool snapshots(int samples, std::vector<QString>& texts)
+    {
+        texts.clear();
+        for (const CoreIdentity& core : cores) {
+            CoreStatus status;
+            if (!play(core.position == 0 ? samples : 0) || !client.readStatus(core, status))
+                return false;
+            const CoreSnapshot& now = status.snapshot;
+            texts.push_back(status.complete ? QString() : snapshotText(now.fresh, now.matches));
+        }
+        return true;
+    }
+
     bool write(const CoreIdentity& core, const TriggerSetup& setup)
     {
         return client.writeSettings(core, setup)
@@ -246,6 +300,7 @@ void TestWrittenCores::captureAsTheModel()
     QVERIFY2(target.start(design.bench), qPrintable(target.client.error()));
     QCOMPARE(target.cores.size(), design.cores.size());
 
+    int looks = 0;
     QSet<int> seen; // match types and functions that held in one sample at least
     for (int round = 0; round < kRounds; ++round) {
         std::vector<TriggerSetup> setups(design.cores.size());
@@ -255,9 +310,23 @@ void TestWrittenCores::captureAsTheModel()
             QVERIFY(triggerSetup(*design.cores[i], {}, {}, setups[i], problems));
             QVERIFY2(target.write(target.cores[i], setups[i]), qPrintable(target.client.error()));
         }
-        QVERIFY(target.command(CoreCommand::Arm) && target.play(kSamples));
-        QVERIFY(target.command(CoreCommand::Stop) && target.play(kLeadOut));
         const QByteArrayList samples = design.samples.mid(round * (kSamples + kLeadOut), kSamples);
+        QVERIFY(target.command(CoreCommand::Arm));
+        for (const Look& look : kLooks) {
+            std::vector<QString> texts;
+            QVERIFY(target.snapshots(look.samples, texts));
+            for (size_t i = 0; i < texts.size(); ++i) {
+                if (texts[i].isEmpty())
+                    continue;
+                const QString where = QString("core %1 round %2 ").arg(i).arg(round);
+                QCOMPARE(where + texts[i],
+                    where
+                        + design.snapshot(i, setups[i], samples.mid(0, look.decided), look.fresh));
+                ++looks;
+            }
+        }
+        QVERIFY(target.play(kSamples - kEarly - kAnswer));
+        QVERIFY(target.command(CoreCommand::Stop) && target.play(kLeadOut));
         for (size_t i = 0; i < design.cores.size(); ++i) {
             const OXA::AoCore& core = *design.cores[i];
             const SampleTable table = tableOf(core, design.bench.signalNames, samples);
@@ -272,6 +341,7 @@ void TestWrittenCores::captureAsTheModel()
             }
         }
     }
+    QVERIFY2(looks > kRounds * int(std::size(kLooks)), qPrintable(QString::number(looks)));
     QCOMPARE(seen.size(), 2 + 2 + 6 + 6 + 8 + 8);
     target.control.abort();
     QVERIFY(target.vvp.waitForFinished());
