@@ -1,6 +1,6 @@
 // How long the waveform view takes for a frame of 1920 x 1080 and for one that is high enough for
 // all rows, on 128 signals over 65,536 samples at zooms from all samples to single ones. The
-// program fails by a median beyond a sixtieth of a second at the first size.
+// program fails by a median beyond a sixtieth of a second at the first size, at 100 and 200 %.
 //
 //   wave_paint [PICTURE-DIRECTORY]
 #include "oxa-editor/wave/wave_canvas.h"
@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <random>
 
 namespace {
@@ -67,17 +68,24 @@ WaveformPtr makeWaveform()
     return capturedWaveform(core, nullptr);
 }
 
-/// The median and the longest time of a frame, in ms.
+/// Of this thread, in ms: other programs do not lengthen it.
+double processorTime()
+{
+    timespec time {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
+}
+
+/// The median and the longest time of a frame, in ms of the processor.
 std::pair<double, double> timeOf(QWidget& widget, double ratio)
 {
     QImage frame(widget.size() * ratio, QImage::Format_RGB32);
     frame.setDevicePixelRatio(ratio);
     std::vector<double> times;
     for (int i = 0; i < kFrames; ++i) {
-        QElapsedTimer timer;
-        timer.start();
+        const double begin = processorTime();
         widget.render(&frame);
-        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+        times.push_back(processorTime() - begin);
     }
     std::sort(times.begin(), times.end());
     return {times[times.size() / 2], times.back()};
@@ -119,8 +127,8 @@ int main(int argc, char** argv)
     view.setWaveform(waveform);
     QApplication::processEvents();
     const QString folder = application.arguments().value(1);
-    const bool inTime = measure(view, view, "1920 x 1080", 1, folder);
-    measure(view, view, "1920 x 1080 at 200 %", 2, {});
+    bool inTime = measure(view, view, "1920 x 1080", 1, folder);
+    inTime = measure(view, view, "1920 x 1080 at 200 %", 2, {}) && inTime;
     view.rows()->expandAll();
     view.resize(1920, 3000);
     QApplication::processEvents();

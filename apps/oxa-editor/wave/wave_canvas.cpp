@@ -18,6 +18,8 @@ constexpr double kWheelZoom = 1.25; // a notch
 constexpr int kNotch = 120; // of a wheel's angle
 constexpr double kWheelPan = 0.1; // of what is visible, a notch
 constexpr int kRowTint = 40; // of 255, over the chosen row and the cursors' samples
+constexpr int kDash = 4; // of a border, and the room between two
+constexpr int kTick = 4; // its height
 constexpr int kTickRoom = 12; // characters between two numbers of the ruler
 
 /// The smallest of 1, 2, 5, 10, 20, 50... that is at least `wanted`.
@@ -226,9 +228,8 @@ void WaveCanvas::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     const WaveColors colors = waveColors(palette());
-    painter.fillRect(rect(), palette().base());
+    drawGround(painter, colors);
     if (samples() > 0) {
-        drawWindows(painter, colors);
         drawRuler(painter, colors);
         painter.setClipRect(0, rulerHeight(), width(), height() - rulerHeight());
         drawRows(painter, colors);
@@ -243,33 +244,39 @@ void WaveCanvas::paintEvent(QPaintEvent*)
     }
 }
 
-void WaveCanvas::drawWindows(QPainter& painter, const WaveColors& colors) const
+/// The ground under the rows, inside of windows and beside them, each pixel once.
+void WaveCanvas::drawGround(QPainter& painter, const WaveColors& colors) const
 {
     const std::vector<WaveWindow>& windows = m_model.waveform()->windows;
+    const auto fill = [&](int from, int to, const QColor& color) {
+        painter.fillRect(from, rulerHeight(), to - from, height() - rulerHeight(), color);
+    };
+    painter.fillRect(
+        0, 0, width(), rulerHeight(), samples() > 0 ? palette().button() : palette().base());
     for (int x = 0; x < width();) {
         const auto window = windowsFrom(windows, m_scale.sampleAt(x));
         if (window == windows.end())
-            return;
+            return fill(x, width(), colors.base);
         const int from = int(qBound(double(x), m_scale.xOf(double(window->first)), 1.0 * width()));
         const double end = m_scale.xOf(double(window->first + window->samples));
         const int to = int(qBound(from + 1.0, end, width() + 1.0));
-        painter.fillRect(from, rulerHeight(), to - from, height(), colors.window);
+        fill(x, from, colors.base);
+        fill(from, to, colors.window);
         x = to;
     }
 }
 
 void WaveCanvas::drawRuler(QPainter& painter, const WaveColors& colors) const
 {
-    painter.fillRect(0, 0, width(), rulerHeight(), palette().button());
     const double room = kTickRoom * fontMetrics().averageCharWidth() / m_scale.pixels();
     const qint64 step = roundStep(qMax(room, 1.0));
     qint64 tick = qint64(m_scale.first()) / step * step;
+    const QColor ink = palette().color(QPalette::ButtonText);
+    painter.setPen(ink);
     for (; tick < samples() && m_scale.xOf(double(tick)) < width(); tick += step) {
         const int x = int(m_scale.xOf(double(tick)));
-        painter.setPen(colors.grid);
-        painter.drawLine(x, rulerHeight(), x, height());
-        painter.setPen(palette().color(QPalette::ButtonText));
-        painter.drawLine(x, rulerHeight() - 4, x, rulerHeight() - 1);
+        painter.fillRect(x, rulerHeight(), 1, height() - rulerHeight(), colors.grid);
+        painter.fillRect(x, rulerHeight() - kTick, 1, kTick, ink);
         painter.drawText(x + 2, fontMetrics().ascent() + 1, QString::number(tick));
     }
 }
@@ -302,13 +309,20 @@ void WaveCanvas::drawBorders(QPainter& painter, const WaveColors& colors) const
         if (window == windows.end() || m_scale.xOf(double(window->first)) >= width())
             return;
         const double end = m_scale.xOf(double(window->first + window->samples));
-        painter.setPen(QPen(colors.border, 1, Qt::DashLine));
         for (const double border : {m_scale.xOf(double(window->first)), end})
-            painter.drawLine(QPointF(border, rulerHeight()), QPointF(border, height()));
+            drawDashes(painter, border, colors.border);
         if (window->trigger != kNoSample)
             drawFlag(painter, tr("T", "trigger"), window->trigger, colors.trigger);
         x = int(qBound(x + 1.0, end, 1.0 * width()));
     }
+}
+
+void WaveCanvas::drawDashes(QPainter& painter, double x, const QColor& color) const
+{
+    if (x < 0 || x >= width())
+        return;
+    for (int y = rulerHeight(); y < height(); y += 2 * kDash)
+        painter.fillRect(int(x), y, 1, kDash, color);
 }
 
 void WaveCanvas::drawCursors(QPainter& painter, const WaveColors& colors) const
@@ -329,8 +343,7 @@ void WaveCanvas::drawFlag(
     QColor tint = color;
     tint.setAlpha(kRowTint);
     painter.fillRect(QRectF(x, rulerHeight(), m_scale.pixels(), height()), tint);
-    painter.setPen(color);
-    painter.drawLine(QPointF(x, 0), QPointF(x, height()));
+    painter.fillRect(int(x), 0, 1, height(), color);
     const QRect flag(int(x), 0, fontMetrics().horizontalAdvance(text) + 6, rulerHeight() - 4);
     painter.fillRect(flag, color);
     painter.setPen(palette().color(QPalette::Base));

@@ -54,10 +54,11 @@ private:
     qint64 samples() const;
     bool moveByKey(int key, int which);
     void selectRowAt(int y);
-    void drawWindows(QPainter& painter, const WaveColors& colors) const;
+    void drawGround(QPainter& painter, const WaveColors& colors) const;
     void drawRuler(QPainter& painter, const WaveColors& colors) const;
     void drawRows(QPainter& painter, const WaveColors& colors) const;
     void drawBorders(QPainter& painter, const WaveColors& colors) const;
+    void drawDashes(QPainter& painter, double x, const QColor& color) const;
     void drawCursors(QPainter& painter, const WaveColors& colors) const;
     void drawFlag(QPainter& painter, const QString& text, qint64 sample, const QColor& color) const;
 

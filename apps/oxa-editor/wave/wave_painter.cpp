@@ -15,11 +15,31 @@ constexpr int kMargin = 3; // above and below a lane
 constexpr int kSlope = 2; // of a bus's change, half of it
 constexpr int kSlopedWidth = 10; // of the narrowest run that gets slopes
 constexpr int kFillAlpha = 50; // of 255
-constexpr int kBusyAlpha = 160;
+constexpr int kBusyAlpha = 160; // on the ground beside windows
+constexpr int kGridAlpha = 45; // seen on what is in a window and beside it
 constexpr int kOpaque = 255;
 constexpr int kFirstCharacter = 0x20;
 constexpr int kCharacters = 0x5f;
 constexpr int kFewestDigits = 2; // that are worth showing of a value
+
+QFont fixedFont(const QFont& ofSize)
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    if (ofSize.pixelSize() > 0)
+        font.setPixelSize(ofSize.pixelSize());
+    else
+        font.setPointSizeF(ofSize.pointSizeF());
+    return font;
+}
+
+/// `color` as it looks on `ground` with an alpha of `part`: large areas of it are drawn in a third
+/// of the time.
+QColor opaque(const QColor& color, const QColor& ground, int part)
+{
+    const auto mix = [part](int a, int b) { return (a * part + b * (kOpaque - part)) / kOpaque; };
+    return {mix(color.red(), ground.red()), mix(color.green(), ground.green()),
+        mix(color.blue(), ground.blue())};
+}
 
 }
 
@@ -33,11 +53,13 @@ WaveColors waveColors(const QPalette& palette)
     colors.event = pick(0x7a4a00, 0xf0b860);
     colors.unknown = pick(0xb02020, 0xff7a70);
     colors.notLookedFor = pick(0xa0a0a0, 0x808080);
+    colors.base = palette.color(QPalette::Base);
     colors.text = palette.color(QPalette::Text);
     colors.window = pick(0xfff7dc, 0x403c2a);
     colors.border = pick(0xb08a20, 0xc0a850);
     colors.trigger = pick(0xd01818, 0xff5a4a);
-    colors.grid = pick(0xe4e4e4, 0x3c3c3c);
+    colors.grid = palette.color(QPalette::Text);
+    colors.grid.setAlpha(kGridAlpha);
     colors.cursors[0] = pick(0x8a1fa8, 0xe28cff);
     colors.cursors[1] = pick(0x00707e, 0x5ce0f0);
     return colors;
@@ -45,12 +67,13 @@ WaveColors waveColors(const QPalette& palette)
 
 QFont valueFont()
 {
-    const QFont usual = QGuiApplication::font();
-    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    if (usual.pixelSize() > 0)
-        font.setPixelSize(usual.pixelSize());
-    else
-        font.setPointSizeF(usual.pointSizeF());
+    // Looking a font up takes longer than drawing some rows.
+    static QFont usual = QGuiApplication::font();
+    static QFont font = fixedFont(usual);
+    if (usual != QGuiApplication::font()) {
+        usual = QGuiApplication::font();
+        font = fixedFont(usual);
+    }
     return font;
 }
 
@@ -142,9 +165,12 @@ void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, i
     const int middle = (lane.high + lane.low) / 2;
     for (const int y : {lane.high, lane.low}) {
         across(ink, from + slope, to - slope, y);
-        if (slope > 0) {
-            m_slopes[ink] += QLine(from, middle, from + slope, y);
-            m_slopes[ink] += QLine(to - slope, y, to, middle);
+    }
+    const int step = (middle - lane.high) / kSlope;
+    for (int x = 0; x < slope; ++x) {
+        for (const int at : {from + x, to - 1 - x}) {
+            edge(ink, at, middle - (x + 1) * step, middle - x * step);
+            edge(ink, at, middle + x * step, middle + (x + 1) * step);
         }
     }
     if (slope == 0)
@@ -177,18 +203,17 @@ void WavePainter::paint(QPainter& painter, const WaveColors& colors) const
 {
     const QColor inks[Inks]
         = {colors.signal, colors.bus, colors.event, colors.unknown, colors.notLookedFor};
-    const auto fill = [&](const QVector<QRect>& areas, QColor color, int alpha) {
-        color.setAlpha(alpha);
+    const auto fill = [&](const QVector<QRect>& areas, const QColor& color) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(color);
         painter.drawRects(areas);
     };
     for (int ink = 0; ink < Inks; ++ink) {
-        fill(m_fills[ink], inks[ink], kFillAlpha);
-        fill(m_busy[ink], inks[ink], kBusyAlpha);
-        fill(m_lines[ink], inks[ink], kOpaque);
-        painter.setPen(inks[ink]);
-        painter.drawLines(m_slopes[ink]);
+        QColor tint = inks[ink];
+        tint.setAlpha(kFillAlpha);
+        fill(m_fills[ink], tint);
+        fill(m_busy[ink], opaque(inks[ink], colors.base, kBusyAlpha));
+        fill(m_lines[ink], inks[ink]);
     }
     QGlyphRun run;
     run.setRawFont(m_font);

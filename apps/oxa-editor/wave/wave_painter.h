@@ -20,6 +20,7 @@ struct WaveColors {
     QColor unknown;
     QColor notLookedFor;
     QColor text;
+    QColor base; ///< behind samples that are in no window
     QColor window; ///< behind captured samples
     QColor border; ///< of windows
     QColor trigger;
@@ -70,7 +71,6 @@ private:
     int m_digitWidth = 1;
     QVector<quint32> m_glyphOf; // of a character
     QVector<QRect> m_lines[Inks]; // as rectangles, which are quick at every scale of the screen
-    QVector<QLine> m_slopes[Inks];
     QVector<QRect> m_fills[Inks];
     QVector<QRect> m_busy[Inks]; // several changes a pixel
     QVector<quint32> m_glyphs;
