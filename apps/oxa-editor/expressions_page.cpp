@@ -21,6 +21,7 @@ using namespace OXA;
 namespace {
 
 constexpr int kDynamic = 1;
+constexpr int kLeastLines = 3; // of the list in a small window
 constexpr int kPlaceRole = Qt::UserRole; // of an expression in the core's list
 
 }
@@ -95,6 +96,7 @@ QWidget* ExpressionsPage::makeList()
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
     m_list->setAccessibleName(tr("Expressions in the order of the trigger sequence"));
+    m_list->setMinimumHeight(fontMetrics().lineSpacing() * kLeastLines);
     m_list->setDragDropMode(QAbstractItemView::InternalMove);
     layout->addWidget(m_list, 1);
     auto* buttons = new QHBoxLayout;

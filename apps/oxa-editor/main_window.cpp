@@ -21,6 +21,7 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -128,22 +129,32 @@ void MainWindow::layOut()
     layout->addWidget(m_message);
     layout->addWidget(splitter, 1);
     setCentralWidget(content);
-    m_buildDock->setObjectName("buildDock");
-    m_buildDock->setWidget(m_build);
+    fillDock(m_buildDock, "buildDock", m_build);
     addDockWidget(Qt::BottomDockWidgetArea, m_buildDock);
     resize(character * 170, fontMetrics().height() * 46);
     resizeDocks({m_buildDock}, {fontMetrics().height() * 10}, Qt::Vertical);
-    addWaveDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
-    addWaveDock(m_targetDock, "targetDock", m_target);
+    fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
+    fillDock(m_targetDock, "targetDock", m_target);
+    // Waveforms come when they are asked for, as `showWaveDock` does.
+    for (QDockWidget* dock : {m_rehearsalDock, m_targetDock}) {
+        dock->setParent(this);
+        dock->hide();
+    }
 }
 
-/// Waveforms come when they are asked for, as `showWaveDock` does.
-void MainWindow::addWaveDock(QDockWidget* dock, const char* name, QWidget* panel)
+/// Gives a dock its panel, which scrolls when the dock is too small for it. A panel that another
+/// dock covers is hidden: its letters of the Alt key would still count.
+void MainWindow::fillDock(QDockWidget* dock, const char* name, QWidget* panel)
 {
+    auto* area = new QScrollArea;
+    area->setWidget(panel);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus); // the panel's fields scroll into sight
+    area->setFocusProxy(panel);
     dock->setObjectName(name);
-    dock->setWidget(panel);
-    dock->setParent(this);
-    dock->hide();
+    dock->setWidget(area);
+    connect(dock, &QDockWidget::visibilityChanged, panel, &QWidget::setVisible);
 }
 
 /// Brings a waveform to the front, with room for some rows: in the place of the build unless the

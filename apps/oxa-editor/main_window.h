@@ -64,7 +64,7 @@ private:
     void finishEdit();
     void step(void (QUndoStack::*go)());
 
-    void addWaveDock(QDockWidget* dock, const char* name, QWidget* panel);
+    void fillDock(QDockWidget* dock, const char* name, QWidget* panel);
     void showWaveDock(QDockWidget* dock);
     void makePages();
     void orderTabs();

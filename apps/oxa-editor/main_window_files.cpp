@@ -292,6 +292,9 @@ void MainWindow::makeTargetMenu()
         = menu->addAction(tr("&Force"), m_target, &TargetPanel::force, QKeySequence("Ctrl+F9"));
     QAction* stop
         = menu->addAction(tr("S&top"), m_target, &TargetPanel::stop, QKeySequence("Shift+F9"));
+    menu->addSeparator();
+    QAction* save = menu->addAction(tr("&Save Samples…"), m_target, &TargetPanel::save);
+    connect(menu, &QMenu::aboutToShow, this, [=] { save->setEnabled(m_target->canSave()); });
     const auto showState = [=] {
         connectTo->setEnabled(!m_target->isRunning());
         arm->setEnabled(!m_target->isRunning());

@@ -12,6 +12,8 @@ using namespace OXA;
 
 namespace {
 
+constexpr int kLeastLines = 3; // in a small window
+
 QList<Problem> problemsOf(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part)
 {
     const DEV::ChipInfo* chosen = part.partNumber.isEmpty() ? nullptr : &part;
@@ -32,6 +34,7 @@ ProblemsPanel::ProblemsPanel(QWidget* parent)
     const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_list->setIconSize({icon, icon});
     m_list->setWordWrap(true);
+    m_list->setMinimumHeight(fontMetrics().lineSpacing() * kLeastLines);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setResizeMode(QListView::Adjust);
     m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);

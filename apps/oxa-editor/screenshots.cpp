@@ -93,7 +93,7 @@ void takeTarget(MainWindow& window, const QString& address, const QString& path)
     panel->view()->canvas()->zoom(4, 0);
     panel->view()->canvas()->setCursor(0, 41);
     take(window, path);
-    panel->parentWidget()->hide();
+    window.findChild<QDockWidget*>("targetDock")->hide();
     window.resize(size);
 }
 

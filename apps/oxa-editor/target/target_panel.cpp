@@ -84,7 +84,7 @@ QWidget* TargetPanel::makeControls()
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
     m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_cores->setMinimumHeight(fontMetrics().lineSpacing() * 4);
+    m_cores->setMinimumHeight(fontMetrics().lineSpacing() * 3);
     m_state->setWordWrap(true);
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
@@ -92,28 +92,27 @@ QWidget* TargetPanel::makeControls()
     auto* layout = new QVBoxLayout(controls);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* form = new QFormLayout;
-    form->addRow(tr("&OpenOCD:"), m_address);
-    form->addRow(tr("TA&P:"), m_tap);
+    form->addRow(tr("OpenOCD:"), m_address);
+    form->addRow(tr("TAP:"), m_tap);
     auto* file = new QHBoxLayout;
-    auto* label = new QLabel(tr("Built &from:"));
+    auto* label = new QLabel(tr("Built from:"));
     label->setBuddy(m_builtFrom);
     file->addWidget(m_builtFrom, 1);
     addButton(
-        tr("&Browse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
+        tr("Bro&wse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
     form->addRow(label, file);
     layout->addLayout(form);
     auto* buttons = new QHBoxLayout;
-    m_connect = addButton(tr("&Connect"), tr("Find the analyzer in the chip, without arming it"),
+    m_connect = addButton(tr("Connect"), tr("Find the analyzer in the chip, without arming it"),
         &TargetPanel::connectToChip, *buttons);
-    m_arm
-        = addButton(tr("&Arm"), tr("Arm the chosen cores, and read them when they have triggered"),
-            &TargetPanel::arm, *buttons);
+    m_arm = addButton(tr("Arm"), tr("Arm the chosen cores, and read them when they have triggered"),
+        &TargetPanel::arm, *buttons);
     m_force = addButton(
-        tr("&Force"), tr("Trigger the cores that wait for it"), &TargetPanel::force, *buttons);
+        tr("Force"), tr("Trigger the cores that wait for it"), &TargetPanel::force, *buttons);
     m_stop = addButton(
-        tr("S&top"), tr("Stop the cores, and read what they have"), &TargetPanel::stop, *buttons);
+        tr("&Stop"), tr("Stop the cores, and read what they have"), &TargetPanel::stop, *buttons);
     m_saveButton = addButton(
-        tr("Sa&ve…"), tr("Write what was captured to a file"), &TargetPanel::save, *buttons);
+        tr("Save…"), tr("Write what was captured to a file"), &TargetPanel::save, *buttons);
     layout->addLayout(buttons);
     layout->addWidget(m_cores, 1);
     layout->addWidget(m_state);
@@ -304,7 +303,7 @@ void TargetPanel::showState()
     m_arm->setEnabled(!isRunning());
     m_force->setEnabled(false); // until cores wait
     m_stop->setEnabled(isRunning());
-    m_saveButton->setEnabled(!isRunning() && !m_result.capture->empty());
+    m_saveButton->setEnabled(canSave());
     m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);
 }
 

@@ -39,6 +39,8 @@ public:
     void force();
     void stop();
 
+    /// Something was captured, and nothing is running.
+    bool canSave() const { return !isRunning() && !m_result.capture->empty(); }
     /// Asks for a file, and writes what was captured.
     void save();
     /// Writes what was captured to the file `path`, in the format that its ending names; goes on

@@ -48,7 +48,7 @@ void RehearsalPanel::layOut()
     m_problems->setWordWrap(true);
     m_problems->hide();
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    auto* label = new QLabel(tr("St&imulus:"));
+    auto* label = new QLabel(tr("&Stimulus:"));
     label->setBuddy(m_path);
     auto* browse = new QPushButton(tr("Bro&wse…"));
     connect(browse, &QPushButton::clicked, this, &RehearsalPanel::browse);

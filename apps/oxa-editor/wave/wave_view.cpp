@@ -134,9 +134,13 @@ void WaveView::makeActions(QToolBar* bar)
     m_wanted->setPlaceholderText(tr("any change"));
     m_wanted->setClearButtonEnabled(true);
     m_wanted->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
-    m_wanted->setToolTip(tr("A value in the radix of the chosen signal; x stands for any digit"));
-    auto* find = new QLabel(tr("Fi&nd value:"));
+    m_wanted->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
+    m_wanted->setToolTip(
+        tr("A value in the radix of the chosen signal; x stands for any digit (Ctrl+F)"));
+    auto* find = new QLabel(tr("Find value:"));
     find->setBuddy(m_wanted);
+    addAction(tr("Find value"), {}, {QKeySequence("Ctrl+F")},
+        [this] { m_wanted->setFocus(Qt::ShortcutFocusReason); });
     bar->addWidget(find);
     bar->addWidget(m_wanted);
     bar->addAction(addAction(tr("Previous"), tr("Cursor A to where the chosen signal last got it"),
@@ -154,7 +158,7 @@ void WaveView::makeActions(QToolBar* bar)
     bar->addWidget(m_clock);
 
     auto* more = new QToolButton;
-    more->setText(tr("&More"));
+    more->setText(tr("More"));
     more->setPopupMode(QToolButton::InstantPopup);
     more->setFocusPolicy(Qt::StrongFocus);
     more->setMenu(makeMenu());

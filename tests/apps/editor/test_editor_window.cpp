@@ -646,16 +646,23 @@ void TestEditorWindow::everythingHasANameAndTakesTheFocus()
 void TestEditorWindow::mnemonicsAreOneMeaning_data()
 {
     QTest::addColumn<QString>("file");
-    QTest::newRow("Standard") << "uart.oxa";
-    QTest::newRow("Lite") << "uart_lite.oxa";
+    QTest::addColumn<QStringList>("keys"); // that open docks, each in front of those before it
+    QTest::newRow("Standard") << "uart.oxa" << QStringList();
+    QTest::newRow("Lite") << "uart_lite.oxa" << QStringList();
+    QTest::newRow("Target") << "uart.oxa" << QStringList("Ctrl+9");
+    QTest::newRow("all docks, Rehearsal in front")
+        << "uart.oxa" << QStringList {"Ctrl+9", "Ctrl+8"};
 }
 
 /// Two that share a letter would take it from each other, and from the menus.
 void TestEditorWindow::mnemonicsAreOneMeaning()
 {
     QFETCH(QString, file);
+    QFETCH(QStringList, keys);
     WindowDriver driver;
     QVERIFY(driver.window.open(m_folder.example(file)));
+    for (const QString& key : keys)
+        driver.keys(qPrintable(key));
     auto* tabs = driver.window.findChild<QTabWidget*>();
     for (int page = 0; page < tabs->count(); ++page) {
         tabs->setCurrentIndex(page);
