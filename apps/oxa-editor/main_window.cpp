@@ -33,9 +33,23 @@ namespace {
 
 constexpr int kJudgeDelay = 150; // ms after an edit
 
-// Rules about a core as a whole that signals break.
-const char* const kSignalRules[]
-    = {"no-data", "signal-twice", "sampled-clock", "unusable-name", "wrapper-name", "shared-data"};
+// Where rules about a core as a whole are broken; the others on the first page.
+struct RulePage {
+    const char* rule;
+    Page page;
+};
+
+constexpr RulePage kRulePages[] = {
+    {"no-data",              Page::Signals    },
+    {"signal-twice",         Page::Signals    },
+    {"sampled-clock",        Page::Signals    },
+    {"unusable-name",        Page::Signals    },
+    {"wrapper-name",         Page::Signals    },
+    {"shared-data",          Page::Signals    },
+    {"no-expression",        Page::Expressions},
+    {"too-many-expressions", Page::Expressions},
+    {"table-memory",         Page::Expressions},
+};
 
 Page pageOf(const OXA::Problem& problem)
 {
@@ -45,9 +59,9 @@ Page pageOf(const OXA::Problem& problem)
         return Page::Units;
     if (problem.place.port >= 0)
         return Page::Ports;
-    for (const char* rule : kSignalRules) {
-        if (problem.rule == rule)
-            return Page::Signals;
+    for (const RulePage& known : kRulePages) {
+        if (problem.rule == known.rule)
+            return known.page;
     }
     return Page::Capture;
 }
