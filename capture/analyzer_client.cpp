@@ -14,13 +14,14 @@ enum Register {
     Check = 3,
     Memory = 4,
     Windows = 5,
+    Samples = 6,
     Command = 8,
     Settings = 9,
     Tables = 10,
 };
 
 constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "check", "memory",
-    "windows", "", "", "command", "settings", "tables"};
+    "windows", "samples", "", "command", "settings", "tables"};
 
 constexpr int kMostCores = 16;
 constexpr int kCrcBits = 32;
@@ -239,12 +240,23 @@ bool AnalyzerClient::command(int core, CoreCommand command)
     return write(core, Command, BitString(quint64(command), kCommandBits));
 }
 
-bool AnalyzerClient::readMemory(const CoreIdentity& core, qint64 words, BitString& memory)
+bool AnalyzerClient::readWords(
+    const CoreIdentity& core, int reg, qint64 words, int wordBits, BitString& data)
 {
     constexpr qint64 kMostBits = 1 << 28; // three pads a bit have to fit an array
-    if (words > core.depth || words * core.wordBits() > kMostBits)
+    if (words > core.depth || words * wordBits > kMostBits)
         return fail(core.position, QString("it claims %1 samples in its memory").arg(words));
-    return read(core.position, Memory, int(words) * core.wordBits(), memory);
+    return read(core.position, reg, int(words) * wordBits, data);
+}
+
+bool AnalyzerClient::readMemory(const CoreIdentity& core, qint64 words, BitString& memory)
+{
+    return readWords(core, Memory, words, core.wordBits(), memory);
+}
+
+bool AnalyzerClient::readSamples(const CoreIdentity& core, qint64 words, BitString& samples)
+{
+    return readWords(core, Samples, words, core.signalCount, samples);
 }
 
 bool AnalyzerClient::readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes)

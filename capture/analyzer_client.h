@@ -29,6 +29,8 @@ public:
 
     /// The first `words` words of a core at rest, one after the other.
     bool readMemory(const CoreIdentity& core, qint64 words, BitString& memory);
+    /// The same words of a Standard core, without their marks.
+    bool readSamples(const CoreIdentity& core, qint64 words, BitString& samples);
     /// Which windows of a core at rest are short in front, a bit each.
     bool readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes);
 
@@ -48,6 +50,7 @@ private:
     bool select(int core);
     bool probe(int core, bool& present);
     bool readIdentity(int core, CoreIdentity& identity);
+    bool readWords(const CoreIdentity& core, int reg, qint64 words, int wordBits, BitString& data);
     bool scan(int core, int reg, const BitString& out, BitString& in);
     bool tryRead(int core, int reg, int bits, BitString& data, Answer& answer);
     bool read(int core, int reg, int bits, BitString& data);

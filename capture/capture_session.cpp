@@ -271,7 +271,10 @@ bool CaptureSession::readWindows(
     BitString memory;
     QString error;
     if ((!identity.lite && !m_client.readWindows(identity, setup.windowNum, shortOnes))
-        || (words > 0 && !m_client.readMemory(identity, words, memory)))
+        || (words > 0
+            && !(samplesSuffice(identity, status, setup)
+                    ? m_client.readSamples(identity, words, memory)
+                    : m_client.readMemory(identity, words, memory))))
         return fail(m_client.error());
     return decodeWindows(identity, status, setup, shortOnes, memory, windows, error)
         || failAt(core, error);

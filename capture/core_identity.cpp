@@ -5,7 +5,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr quint32 kMagic = 0x3141584f;
-constexpr int kVersion = 1;
+constexpr int kVersion = 2;
 constexpr int kEntryBits = 32; // of a port, of a unit
 
 // Where the fields of the register's head lie.

@@ -24,7 +24,8 @@ struct CoreStatus {
     bool wentRound = false; ///< the window being taken has filled its words once
     bool complete = false; ///< everything was captured
     int level = 0; ///< expressions of the sequence satisfied
-    qint64 position = 0; ///< samples in a Lite core's memory; the next one's word in a window's
+    /// Samples in a Lite core's memory; else the word behind the last sample in its window's.
+    qint64 position = 0;
     qint64 windows = 0; ///< complete ones; of no meaning when all are
     CoreSnapshot snapshot; ///< at rest: of the run's end
 

@@ -16,11 +16,16 @@ struct DecodedWindow {
 OXACAPTURE_EXPORT qint64 usedWords(
     const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup);
 
+/// Whether the samples tell the windows without their marks: when there is one, which is complete,
+/// for it ends where the status says.
+OXACAPTURE_EXPORT bool samplesSuffice(
+    const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup);
+
 /// The windows in the memory of a core at rest, in the order in which they were taken.
 ///
-/// `memory` holds `usedWords` words, `shortOnes` a bit for each window that `setup` asks for.
-/// False, with `error`, when a window has no trigger's mark or the status is none of such a run. A
-/// Lite core has one window, without a trigger.
+/// `memory` holds `usedWords` words, without their marks when `samplesSuffice`; `shortOnes` a bit
+/// for each window that `setup` asks for. False, with `error`, when a window has no trigger's mark
+/// or the status is none of such a run. A Lite core has one window, without a trigger.
 OXACAPTURE_EXPORT bool decodeWindows(const CoreIdentity& core, const CoreStatus& status,
     const TriggerSetup& setup, const BitString& shortOnes, const BitString& memory,
     std::vector<DecodedWindow>& windows, QString& error);

@@ -41,7 +41,7 @@ private:
     {
         const int reg = m_address & 15;
         if (reg == 0 && i < 40) // what makes it an analyzer core of this protocol
-            return (quint64(kMagic) | quint64(1) << 32) >> i & 1;
+            return (quint64(kMagic) | quint64(2) << 32) >> i & 1;
         return m_bytes.at((reg * kRegisterBytes + i / 8) % m_bytes.size()) >> (i % 8) & 1;
     }
 
@@ -75,7 +75,8 @@ void readOut(AnalyzerClient& client, const CoreIdentity& core, const TriggerSetu
     BitString shortOnes;
     BitString memory;
     if (!client.readWindows(core, setup.windowNum, shortOnes)
-        || !client.readMemory(core, words, memory)) {
+        || !(samplesSuffice(core, status, setup) ? client.readSamples(core, words, memory)
+                                                 : client.readMemory(core, words, memory))) {
         require(!client.error().isEmpty(), "a failure says why");
         return;
     }

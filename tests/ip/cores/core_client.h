@@ -20,7 +20,18 @@ struct Reply {
 };
 
 namespace Register {
-enum { Identity, Fingerprint, Status, Check, Memory, Windows, Command = 8, Settings, Tables };
+enum {
+    Identity,
+    Fingerprint,
+    Status,
+    Check,
+    Memory,
+    Windows,
+    Samples,
+    Command = 8,
+    Settings,
+    Tables
+};
 }
 namespace Command {
 constexpr char kArm[] = "001110", kStop[] = "100011", kForce[] = "111000"; // lowest bit first

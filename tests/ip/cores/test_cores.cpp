@@ -77,6 +77,7 @@ struct Answers {
     Answer status;
     Answer windows;
     Answer memory;
+    Answer samples;
 };
 
 Answers readAll(CoreClient& client, int position, const OXA::AoCore& core)
@@ -84,7 +85,8 @@ Answers readAll(CoreClient& client, int position, const OXA::AoCore& core)
     const int width = core.dataSignals().size() + 1;
     return {client.read(position, Register::Status, 288),
         client.read(position, Register::Windows, core.windowNum),
-        client.read(position, Register::Memory, width * core.storageDepth)};
+        client.read(position, Register::Memory, width * core.storageDepth),
+        client.read(position, Register::Samples, (width - 1) * core.storageDepth)};
 }
 
 // One window of a core's memory, as docs/jtag-protocol.md says to find it.
@@ -111,19 +113,48 @@ Capture windowAt(const OXA::AoCore& core, int triggerPos, const QByteArray& memo
     return capture;
 }
 
+QByteArray unmarked(const QByteArray& memory, int width)
+{
+    QByteArray samples;
+    for (int word = 0; word < memory.size(); word += width)
+        samples += memory.mid(word, width - 1);
+    return samples;
+}
+
+// The window of a run of one, that is complete, from the samples and the place of its end.
+Capture windowBefore(
+    const OXA::AoCore& core, int triggerPos, const QByteArray& samples, int end, bool isShort)
+{
+    const int width = core.dataSignals().size();
+    const int amount = core.captureAmount;
+    Capture capture;
+    for (int i = isShort ? 0 : end; i < (isShort ? end : end + amount); ++i)
+        capture.samples += reversed(samples.mid(i % amount * width, width));
+    capture.trigger = capture.samples.size() - (amount - triggerPos);
+    return capture;
+}
+
 QList<Capture> capturesOf(
     const OXA::AoCore& core, int triggerPos, const QByteArray& tdo, const Answers& answers)
 {
     const Reply status = replyOf(tdo, answers.status);
     const Reply windows = replyOf(tdo, answers.windows);
     const Reply memory = replyOf(tdo, answers.memory);
-    if (!status.intact || !windows.intact || !memory.intact) {
+    const Reply samples = replyOf(tdo, answers.samples);
+    if (!status.intact || !windows.intact || !memory.intact || !samples.intact) {
         qWarning() << "not intact" << status.intact << windows.intact << memory.intact;
+        return {};
+    }
+    if (samples.bits != unmarked(memory.bits, core.dataSignals().size() + 1)) {
+        qWarning() << "memory and samples differ";
         return {};
     }
     const bool all = status.bits.at(10) == '1';
     const int complete = all ? core.windowNum : int(number(status.bits, 96, 32));
     QList<Capture> captures;
+    if (all && core.windowNum == 1)
+        return {windowBefore(core, triggerPos, samples.bits, int(number(status.bits, 64, 32)),
+            windows.bits.startsWith('1'))};
     for (int window = 0; window < complete; ++window)
         captures
             += windowAt(core, triggerPos, memory.bits, window, windows.bits.at(window) == '1', -1);

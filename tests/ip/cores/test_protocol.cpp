@@ -119,7 +119,7 @@ std::vector<IdentityField> identityOf(const OXA::AoCore& core, int position)
     const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
     std::vector<IdentityField> fields {
         {"magic",       0,   32, 0x3141584f                              },
-        {"version",     32,  8,  1                                       },
+        {"version",     32,  8,  2                                       },
         {"kind",        40,  8,  1                                       },
         {"falling",     48,  1,  falling                                 },
         {"armed",       49,  1,  core.captureInitDataEnabled             },
@@ -255,13 +255,14 @@ void TestProtocol::answersOnlyWhatItMay()
     const Answer settings = client.write(0, Register::Settings, QByteArray(8, '1'));
     client.command(0, Command::kArm);
     const Answer memory = client.read(0, Register::Memory, 32);
+    const Answer samples = client.read(0, Register::Samples, 32);
     const Answer settingsArmed = client.write(0, Register::Settings, QByteArray(8, '1'));
     const Answer status = client.read(0, Register::Status, 32);
     client.edges(8);
     const Answer running = client.read(0, Register::Status, 32);
     const BenchRun run = one.bench.run(client.script, {});
     QCOMPARE(run.error, QString());
-    for (const Answer& silent : {noCore, noRegister, noTables, memory, settingsArmed})
+    for (const Answer& silent : {noCore, noRegister, noTables, memory, samples, settingsArmed})
         QVERIFY(!replyOf(run.tdo, silent).answered);
     QVERIFY(replyOf(run.tdo, settings).answered);
     QCOMPARE(number(replyOf(run.tdo, status).bits, 0, 3), quint64(1));
