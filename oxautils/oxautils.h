@@ -9,6 +9,7 @@
 #include "oxautils/config/crc16.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/oxa_mode.h"
+#include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"

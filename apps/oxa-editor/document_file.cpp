@@ -4,6 +4,7 @@
 
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/lite_config.h"
+#include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
 
 #include <QCoreApplication>
@@ -89,6 +90,7 @@ void write(OxaMode mode, const Cores& cores, const QString& path)
 
 bool loadFile(const QString& path, LoadedFile& file, QString& error)
 {
+    const ParseOnce once;
     if (!readCores(path, file, error))
         return false;
     file.bytes = fileBytes(path);

@@ -1,6 +1,7 @@
 #include "configuration.h"
 
 #include "oxautils/config/lite_config.h"
+#include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
@@ -62,6 +63,7 @@ bool readConfiguration(const QString& path, Configuration& configuration, QTextS
 {
     QString error = accessProblem(path);
     if (error.isEmpty()) {
+        const OXA::ParseOnce once;
         configuration.mode = OXA::oxaModeFromOxaConfigFile(path);
         if (readCores(path, configuration, error))
             return true;

@@ -1,5 +1,7 @@
 #include "oxautils/config/xml_document.h"
 
+#include "oxautils/config/parse_once.h"
+
 #include <QFile>
 #include <QXmlInputSource>
 
@@ -8,6 +10,33 @@ namespace OXA {
 namespace {
 
 constexpr int kDeepestLevel = 64; // real files have 6
+constexpr int kLargestKept = 1 << 20; // bytes of a file
+
+/// The last file that was parsed. Its mode, checks and cores are all asked for within a moment; a
+/// large one is only kept for those who say how long that is.
+struct LastParsed {
+    QByteArray content;
+    QDomDocument document;
+    int keepers = 0;
+
+    void keep(const QByteArray& newContent, const QDomDocument& newDocument)
+    {
+        if (keepers == 0 && newContent.size() > kLargestKept)
+            return;
+        content = newContent;
+        document = newDocument;
+    }
+
+    void release()
+    {
+        if (--keepers > 0 || content.size() <= kLargestKept)
+            return;
+        content.clear();
+        document = {};
+    }
+};
+
+thread_local LastParsed lastParsed;
 
 /// Walks over the markup of a document without building anything from it, so that nesting costs no
 /// stack. What is malformed is left to the parser behind it.
@@ -110,6 +139,10 @@ QString decoded(const QByteArray& content)
 
 }
 
+ParseOnce::ParseOnce() { ++lastParsed.keepers; }
+
+ParseOnce::~ParseOnce() { lastParsed.release(); }
+
 QString XmlError::text() const
 {
     return QString("%1 at %2:%3").arg(message, QString::number(line), QString::number(column));
@@ -126,13 +159,8 @@ bool readFile(const QString& path, QByteArray& content)
 
 bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error)
 {
-    // Mode, checks and cores are all asked of the same file within a moment; what is large is not
-    // worth keeping for that.
-    constexpr int kLargestKept = 1 << 20;
-    thread_local QByteArray lastContent;
-    thread_local QDomDocument lastDocument;
-    if (!content.isEmpty() && content == lastContent) {
-        document = lastDocument;
+    if (!content.isEmpty() && content == lastParsed.content) {
+        document = lastParsed.document;
         return true;
     }
     const QString text = decoded(content);
@@ -143,10 +171,8 @@ bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error
         = document.setContent(text, &parserError.message, &parserError.line, &parserError.column);
     if (!ok && error)
         *error = parserError;
-    if (ok && content.size() <= kLargestKept) {
-        lastContent = content;
-        lastDocument = document;
-    }
+    if (ok)
+        lastParsed.keep(content, document);
     return ok;
 }
 

@@ -1,5 +1,6 @@
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/lite_config.h"
+#include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "support/files.h"
@@ -127,6 +128,7 @@ private Q_SLOTS:
     void liteReading();
     void savingKeepsTheOldFileWhole();
     void linksAndRightsStay();
+    void aChangedFileIsParsedAnew();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
@@ -465,6 +467,24 @@ void TestConfigFiles::linksAndRightsStay()
     QVERIFY(QFileInfo(path("link")).isSymLink());
     QVERIFY(bytesOf(path("target")).endsWith("</OXA_CONFIG>\n"));
     QVERIFY(!(QFile::permissions(path("target")) & QFile::ReadGroup));
+}
+
+// Also one that is kept because of its size, and of which nothing but a letter changed.
+void TestConfigFiles::aChangedFileIsParsedAnew()
+{
+    const auto writtenAndRead = [this](const QString& module) {
+        AoCore core(0);
+        core.moduleName = module + QString(1 << 20, 'x');
+        writeOXAConfigToXml({&core}, path("large"));
+        const Cores read = readOXAConfigFromXml(path("large"));
+        return read.isEmpty() ? QString() : read.first()->moduleName.left(1);
+    };
+    {
+        const ParseOnce once;
+        QCOMPARE(writtenAndRead("a"), QString("a"));
+        QCOMPARE(writtenAndRead("b"), QString("b"));
+    }
+    QCOMPARE(writtenAndRead("c"), QString("c"));
 }
 
 QTEST_GUILESS_MAIN(TestConfigFiles)
