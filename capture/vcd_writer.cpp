@@ -140,9 +140,12 @@ QByteArray declarations(const CapturedCore& core, const CoreVariables& variables
     return (text + "$upscope $end\n").toUtf8();
 }
 
-QByteArray change(const QByteArray& bits, const QByteArray& id)
+void addChange(const QByteArray& bits, const QByteArray& id, QByteArray& text)
 {
-    return (bits.size() == 1 ? bits : 'b' + bits + ' ') + id + '\n';
+    if (bits.size() == 1)
+        text.append(bits).append(id).append('\n');
+    else
+        text.append('b').append(bits).append(' ').append(id).append('\n');
 }
 
 // Walks the samples of all windows of a core, one time unit each.
@@ -154,54 +157,55 @@ public:
     {
     }
 
-    /// What changes at the next time unit.
-    QByteArray next()
+    /// Adds what changes at the next time unit.
+    void next(QByteArray& text)
     {
         while (m_window < m_core.windows.size() && m_sample == window().samples.size()) {
             ++m_window;
             m_sample = 0;
         }
         if (m_window == m_core.windows.size())
-            return end();
-        QByteArray text;
+            return end(text);
         if (m_sample == 0)
-            text += change(
-                QByteArray::number(int(m_window), 2).rightJustified(2, '0'), m_variables.window);
+            addChange(QByteArray::number(int(m_window), 2).rightJustified(2, '0'),
+                m_variables.window, text);
         for (DataVariable& variable : m_variables.data)
-            text += dataChange(variable);
+            addData(variable, text);
         const qint64 trigger = window().triggerOffset();
         if (m_sample == trigger)
-            text += change("1", m_variables.trigger);
+            addChange("1", m_variables.trigger, text);
         else if (m_sample == 0 || m_sample == trigger + 1)
-            text += change("0", m_variables.trigger);
+            addChange("0", m_variables.trigger, text);
         ++m_sample;
-        return text;
     }
 
 private:
     const CapturedWindow& window() const { return m_core.windows[m_window]; }
 
-    QByteArray dataChange(DataVariable& variable) const
+    void addData(DataVariable& variable, QByteArray& text) const
     {
-        QByteArray bits;
-        for (int bit = 0; bit < variable.width; ++bit)
-            bits += "01x"[int(window().samples.bit(m_sample, 0, variable.firstBit + bit))];
-        if (bits == variable.last)
-            return {};
-        variable.last = bits;
-        return change(bits, variable.id);
+        bool changed = variable.last.isEmpty();
+        variable.last.resize(variable.width);
+        char* last = variable.last.data();
+        for (int bit = 0; bit < variable.width; ++bit, ++last) {
+            const char now = "01x"[int(window().samples.bit(m_sample, 0, variable.firstBit + bit))];
+            changed |= *last != now;
+            *last = now;
+        }
+        if (changed)
+            addChange(variable.last, variable.id, text);
     }
 
     // Behind its last sample a core's signals are unknown.
-    QByteArray end()
+    void end(QByteArray& text)
     {
         if (m_ended)
-            return {};
+            return;
         m_ended = true;
-        QByteArray text;
         for (const DataVariable& variable : m_variables.data)
-            text += change(variable.width == 1 ? "x" : "xx", variable.id);
-        return text + change("x", m_variables.trigger) + change("xx", m_variables.window);
+            addChange(variable.width == 1 ? "x" : "xx", variable.id, text);
+        addChange("x", m_variables.trigger, text);
+        addChange("xx", m_variables.window, text);
     }
 
     const CapturedCore& m_core;
@@ -231,7 +235,7 @@ bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QS
         QByteArray changes;
         for (CoreTrace& trace : traces) {
             if (time < times || time == 0)
-                changes += trace.next();
+                trace.next(changes);
         }
         if (!changes.isEmpty() || time == times)
             text += '#' + QByteArray::number(scale.at(time)) + '\n' + changes;
