@@ -1,10 +1,10 @@
 #ifndef APPS_OXA_EDITOR_TARGET_TARGET_PANEL_H
 #define APPS_OXA_EDITOR_TARGET_TARGET_PANEL_H
 
-#include "save_job.h"
 #include "target_job.h"
 
 #include "oxa-editor/document.h"
+#include "oxa-editor/wave/save_job.h"
 
 #include <QHash>
 #include <QWidget>

@@ -1,6 +1,5 @@
 #include "gtkwave.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
@@ -9,8 +8,6 @@
 using namespace OXA_CAPTURE;
 
 namespace {
-
-QString tr(const char* text) { return QCoreApplication::translate("WaveView", text); }
 
 /// All samples as if they were a window.
 CapturedCore wholeOf(const Waveform& waveform)
@@ -29,32 +26,60 @@ CapturedCore wholeOf(const Waveform& waveform)
 
 }
 
-bool openInGtkWave(const Waveform& waveform, double clockHz, QString& error)
+GtkWave::GtkWave(QObject* parent)
+    : QObject(parent)
+    , m_job(new SaveJob)
 {
-    const QString program = QStandardPaths::findExecutable("gtkwave");
-    if (program.isEmpty()) {
-        error = tr("GTKWave is not installed: there is no program gtkwave.");
-        return false;
-    }
-    CapturedCore core = waveform.captured.windows.empty() ? wholeOf(waveform) : waveform.captured;
-    core.clockHz = clockHz;
-    if (core.windows.empty()) {
-        error = tr("There are no samples to show.");
-        return false;
-    }
-    // The file stays: GTKWave may outlive this program.
+    connect(m_job.get(), &SaveJob::progress, this, [this](const QString&, int percent) {
+        Q_EMIT said(tr("For GTKWave: %1 % written").arg(percent));
+    });
+    connect(m_job.get(), &SaveJob::finished, this,
+        [this](const QString&, const QString& error) { start(error); });
+}
+
+GtkWave::~GtkWave()
+{
+    const bool isWriting = m_job->isRunning();
+    m_job.reset();
+    if (isWriting)
+        QFile::remove(m_path);
+}
+
+/// Makes an empty file, which stays: GTKWave may outlive this program.
+bool GtkWave::makeFile()
+{
     QTemporaryFile file(QDir::tempPath() + "/oxa-XXXXXX.vcd");
     file.setAutoRemove(false);
     if (!file.open()) {
-        error = tr("A temporary file cannot be written: %1").arg(file.errorString());
+        Q_EMIT said(tr("A temporary file cannot be written: %1").arg(file.errorString()));
         return false;
     }
-    const QString path = file.fileName();
-    file.close();
-    if (!writeCapture(path, {core}, &error))
-        return false;
-    if (QProcess::startDetached(program, {path}))
-        return true;
-    error = tr("%1 does not start.").arg(program);
-    return false;
+    m_path = file.fileName();
+    return true;
+}
+
+void GtkWave::open(const Waveform& waveform, double clockHz)
+{
+    if (m_job->isRunning())
+        return;
+    m_program = QStandardPaths::findExecutable("gtkwave");
+    if (m_program.isEmpty())
+        return Q_EMIT said(tr("GTKWave is not installed: there is no program gtkwave."));
+    CapturedCore core = waveform.captured.windows.empty() ? wholeOf(waveform) : waveform.captured;
+    core.clockHz = clockHz;
+    if (core.windows.empty())
+        return Q_EMIT said(tr("There are no samples to show."));
+    if (makeFile())
+        m_job->start(m_path, std::make_shared<const Capture>(Capture {std::move(core)}));
+}
+
+void GtkWave::start(const QString& error)
+{
+    if (!error.isEmpty()) {
+        QFile::remove(m_path);
+        Q_EMIT said(error);
+    } else if (QProcess::startDetached(m_program, {m_path}))
+        Q_EMIT said(tr("GTKWave is starting."));
+    else
+        Q_EMIT said(tr("%1 does not start.").arg(m_program));
 }

@@ -48,6 +48,7 @@ WaveView::WaveView(QWidget* parent)
     , m_model(new WaveModel(this))
     , m_rows(new QTreeView)
     , m_splitter(new QSplitter)
+    , m_gtkWave(new GtkWave(this))
     , m_scroll(new QScrollBar(Qt::Horizontal))
     , m_wanted(new QLineEdit)
     , m_clock(new QLineEdit)
@@ -58,6 +59,7 @@ WaveView::WaveView(QWidget* parent)
     layOut();
     connect(m_canvas, &WaveCanvas::scaleChanged, this, &WaveView::showScale);
     connect(m_canvas, &WaveCanvas::cursorMoved, this, &WaveView::showCursors);
+    connect(m_gtkWave, &GtkWave::said, this, &WaveView::say);
     connect(m_scroll, &QScrollBar::valueChanged, m_canvas, &WaveCanvas::moveTo);
     connect(m_wanted, &QLineEdit::returnPressed, this, [this] { find(1); });
     connect(m_clock, &QLineEdit::editingFinished, this, &WaveView::readClock);
@@ -343,9 +345,4 @@ void WaveView::copyPicture()
     say(tr("The picture is on the clipboard."));
 }
 
-void WaveView::openInGtkWave()
-{
-    QString error;
-    if (!::openInGtkWave(*waveform(), m_clockHz, error))
-        say(error);
-}
+void WaveView::openInGtkWave() { m_gtkWave->open(*waveform(), m_clockHz); }

@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+class GtkWave;
 class QAction;
 class QLabel;
 class QLineEdit;
@@ -63,6 +64,7 @@ private:
     QTreeView* m_rows;
     WaveCanvas* m_canvas;
     QSplitter* m_splitter;
+    GtkWave* m_gtkWave;
     QScrollBar* m_scroll;
     QLineEdit* m_wanted;
     QLineEdit* m_clock;

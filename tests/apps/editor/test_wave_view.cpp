@@ -437,6 +437,7 @@ void TestWaveView::gtkWave()
     QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     shown.view.openInGtkWave();
     QTRY_VERIFY(bytesOf(folder.filePath("seen.vcd")).contains("$enddefinitions"));
+    QVERIFY2(shown.state().contains("GTKWave is starting"), qPrintable(shown.state()));
     qputenv("PATH", path);
     qunsetenv("TMPDIR");
 }

@@ -1,5 +1,5 @@
-#ifndef APPS_OXA_EDITOR_TARGET_SAVE_JOB_H
-#define APPS_OXA_EDITOR_TARGET_SAVE_JOB_H
+#ifndef APPS_OXA_EDITOR_WAVE_SAVE_JOB_H
+#define APPS_OXA_EDITOR_WAVE_SAVE_JOB_H
 
 #include "capture/capture_result.h"
 
