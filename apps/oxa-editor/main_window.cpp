@@ -146,7 +146,7 @@ void MainWindow::layOut()
     fillDock(m_buildDock, "buildDock", m_build);
     addDockWidget(Qt::BottomDockWidgetArea, m_buildDock);
     resize(character * 170, fontMetrics().height() * 46);
-    resizeDocks({m_buildDock}, {fontMetrics().height() * 10}, Qt::Vertical);
+    resizeDocks({m_buildDock}, {fontMetrics().height() * 12}, Qt::Vertical);
     fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
     fillDock(m_targetDock, "targetDock", m_target);
     // Waveforms come when they are asked for, as `showWaveDock` does.

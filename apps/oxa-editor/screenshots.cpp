@@ -54,7 +54,7 @@ void takePages(MainWindow& window, const QString& directory)
 {
     // Which a capture may have made larger.
     auto* build = window.findChild<QDockWidget*>("buildDock");
-    window.resizeDocks({build}, {window.fontMetrics().height() * 10}, Qt::Vertical);
+    window.resizeDocks({build}, {window.fontMetrics().height() * 12}, Qt::Vertical);
     auto* tabs = window.findChild<QTabWidget*>();
     for (int i = 0; i < tabs->count(); ++i) {
         tabs->setCurrentIndex(i);
