@@ -5,8 +5,11 @@
 #include <QProcess>
 #include <QTemporaryFile>
 
-/// A process that ends with its object. What it says goes to a file, for a pipe that nobody empties
-/// would stop it.
+#include <csignal>
+#include <sys/prctl.h>
+
+/// A process that ends with its object, and with the test when that is killed. What it says goes to
+/// a file, for a pipe that nobody empties would stop it.
 class Service : public QProcess {
 public:
     Service()
@@ -49,6 +52,9 @@ public:
         kill();
         waitForFinished();
     }
+
+protected:
+    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
 
 private:
     QTemporaryFile m_log;
