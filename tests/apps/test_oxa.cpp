@@ -294,14 +294,17 @@ void TestOxa::shellCompletes()
 {
     const QString script = R"(
         PATH=$(dirname "$1"):$PATH; source "$2"; shift 2
-        COMP_WORDS=(oxa "$@"); COMP_CWORD=$#; _oxa; echo "${COMPREPLY[@]}")";
+        COMP_WORDS=(oxa "$@"); COMP_CWORD=$#; _oxa; (IFS=+; echo "${COMPREPLY[*]}"))";
+    writeFile(path("two words.vcd"), "");
     const QList<QPair<QStringList, QString>> rows = {
         {{"sh"},                                  "show"             },
         {{"generate", "--no-s"},                  "--no-synthesis"   },
         {{"check", "--part", "QX1N-9LV-QFN88-C"}, "QX1N-9LV-QFN88-C6"},
+        {{"simulate", "--stimulus", "two"},       "two words.vcd"    },
     };
     for (const auto& row : rows) {
         QProcess process;
+        process.setWorkingDirectory(m_dir.path());
         process.start("bash",
             QStringList {
                 "-c", script, "bash", OXA_PROGRAM, OXA_SOURCE_DIR "/share/bash-completion/oxa"}
