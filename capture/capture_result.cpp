@@ -56,21 +56,26 @@ std::vector<CapturedWindow> cutWindows(
     return windows;
 }
 
-bool hasCaptureFormat(const QString& path, QString* error)
+bool mayWriteCapture(const QString& path, QString* error)
 {
-    return formatOf(path)
-        || fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
+    if (!formatOf(path))
+        return fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
+    const QString cannot = path + ": cannot be written: ";
+    const QFileInfo file(path);
+    const QFileInfo directory(file.absolutePath());
+    if (!directory.isDir())
+        return fail(error, cannot + "there is no directory " + directory.filePath());
+    // Replacing a device, or a link to one, would take it away from the whole machine.
+    if (file.exists() && !file.isFile())
+        return fail(error, cannot + "it is no regular file");
+    return true;
 }
 
 bool writeCapture(
     const QString& path, const Capture& capture, QString* error, const Progress& progress)
 {
-    if (!hasCaptureFormat(path, error))
+    if (!mayWriteCapture(path, error))
         return false;
-    // Replacing a device, or a link to one, would take it away from the whole machine.
-    const QFileInfo before(path);
-    if (before.exists() && !before.isFile())
-        return fail(error, QString("%1: cannot be written: it is no regular file").arg(path));
     QSaveFile file(path);
     QString reason;
     const Progress goesOn = [&](int percent) {

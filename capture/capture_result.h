@@ -45,8 +45,9 @@ OXACAPTURE_EXPORT std::vector<CapturedWindow> cutWindows(
 OXACAPTURE_EXPORT bool writeCapture(
     const QString& path, const Capture& capture, QString* error, const Progress& progress = {});
 
-/// Whether `writeCapture` knows the ending of `path`; `error` lists those that it does.
-OXACAPTURE_EXPORT bool hasCaptureFormat(const QString& path, QString* error);
+/// Whether `writeCapture` can write to `path`, as far as that can be told before there is anything
+/// to write: it knows the ending, and what is there can be replaced. `error` says why not.
+OXACAPTURE_EXPORT bool mayWriteCapture(const QString& path, QString* error);
 
 /// The windows of every core, without their samples, for programs.
 OXACAPTURE_EXPORT QByteArray captureJson(const Capture& capture);

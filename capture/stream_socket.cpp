@@ -69,6 +69,11 @@ int connectToAddress(const addrinfo& at)
 
 int connectToHost(const QByteArray& host, const QByteArray& port, QString& error)
 {
+    // The resolver takes 65537 for 1.
+    if (port.toUShort() == 0) {
+        error = "its port is no number from 1 to 65535";
+        return -1;
+    }
     addrinfo hints = {};
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;

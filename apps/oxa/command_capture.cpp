@@ -35,6 +35,11 @@ what was captured is written all the same.)";
 constexpr char kPort[] = ":6666";
 constexpr char kHost[] = "127.0.0.1";
 
+constexpr double kMost = 1e9; // samples, windows or seconds
+constexpr double kLeastTimeout = 0.001; // s
+constexpr double kSlowestClock = 1; // Hz, the least rate of a sigrok session
+constexpr double kFastestClock = 1e12; // Hz
+
 struct Options {
     QString file;
     QString openocd = QString(kHost) + kPort;
@@ -94,7 +99,7 @@ bool changesSettings(const RunSettings& run)
 void checkCall(const Options& options, const Configuration& configuration, Problems& problems)
 {
     QString error;
-    if (!options.output.isEmpty() && !hasCaptureFormat(options.output, &error))
+    if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error))
         problems.append(Problem {{}, error});
     const bool changes = changesSettings(options.run);
     if (configuration.mode == OXA::Lite && (changes || options.immediate))
@@ -340,7 +345,7 @@ void addLinkOptions(CLI::App& command, Options& options)
 void addRunOptions(CLI::App& command, Options& options)
 {
     command.add_option("--timeout", options.timeout, "Stop waiting after so many seconds")
-        ->check(CLI::PositiveNumber)
+        ->check(between(kLeastTimeout, kMost))
         ->type_name("S");
     command.add_flag("--immediate", options.immediate, "Trigger at once, without waiting");
     command.add_flag("--power-up", options.powerUp,
@@ -354,13 +359,13 @@ void addRunOptions(CLI::App& command, Options& options)
         ->type_name("UNIT=N");
     command
         .add_option("--position", options.run.position, "Samples of a window before its trigger")
-        ->check(CLI::NonNegativeNumber)
+        ->check(between(0, kMost))
         ->type_name("N");
     command.add_option("--samples", options.run.samples, "Samples of a window")
-        ->check(CLI::PositiveNumber)
+        ->check(between(1, kMost))
         ->type_name("N");
     command.add_option("--windows", options.run.windows, "Windows of the run")
-        ->check(CLI::PositiveNumber)
+        ->check(between(1, kMost))
         ->type_name("N");
 }
 
@@ -379,7 +384,7 @@ void addCapture(CLI::App& app, Io& io, int& status)
     command
         ->add_option(
             "--clock", options->clockHz, "Frequency of the sample clock, for the time in the file")
-        ->check(CLI::PositiveNumber)
+        ->check(between(kSlowestClock, kFastestClock))
         ->type_name("HZ");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });

@@ -20,6 +20,8 @@ using namespace OXA_CAPTURE;
 
 constexpr char kSummary[] = "Show what an analyzer would capture from a recorded waveform";
 
+constexpr double kLastSample = 1e15;
+
 constexpr char kHelp[]
     = R"(The waveform is a value change dump (VCD), as simulators write it. The watched
 signals and the sample clock are found in it by their full hierarchical name, or
@@ -112,7 +114,7 @@ bool prepare(const Options& options, const Configuration& configuration, const O
     std::vector<SimulatedCore>& cores, QTextStream& err)
 {
     QString error;
-    if (!options.output.isEmpty() && !hasCaptureFormat(options.output, &error)) {
+    if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error)) {
         err << "error: " << error << '\n';
         return false;
     }
@@ -196,7 +198,7 @@ void addSimulate(CLI::App& app, Io& io, int& status)
     command
         ->add_option(
             "--force-trigger-at", options->forceAt, "Force every core's trigger at this sample")
-        ->check(CLI::NonNegativeNumber)
+        ->check(between(0, kLastSample))
         ->type_name("SAMPLE");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });

@@ -1,5 +1,7 @@
 #include "options.h"
 
+static constexpr int kDigits = 12; // of a limit
+
 CLI::Option* addText(
     CLI::App& command, const std::string& names, QString& value, const std::string& help)
 {
@@ -25,6 +27,21 @@ CLI::Option* addTexts(
         ->type_name("TEXT")
         ->expected(1)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+}
+
+CLI::Validator between(double least, double most)
+{
+    // CLI's own words print the largest number in full, and its ranges let NaN pass.
+    const auto check = [least, most](const std::string& text) {
+        double number = 0;
+        if (CLI::detail::lexical_cast(text, number) && number >= least && number <= most)
+            return std::string();
+        return QString("\"%1\" is no number from %2 to %3")
+            .arg(QString::fromStdString(text), QString::number(least, 'g', kDigits),
+                QString::number(most, 'g', kDigits))
+            .toStdString();
+    };
+    return CLI::Validator(check, "");
 }
 
 CLI::Option* addCatalogueOption(CLI::App& command, QString& file)

@@ -12,6 +12,9 @@ CLI::Option* addText(
 CLI::Option* addTexts(
     CLI::App& command, const std::string& names, QStringList& values, const std::string& help);
 
+/// Refuses what is no number from `least` to `most`.
+CLI::Validator between(double least, double most);
+
 /// What names a part, for commands that need one.
 struct PartOptions {
     QString part;

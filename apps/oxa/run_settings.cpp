@@ -12,7 +12,7 @@ namespace {
 // the reason in `error`, when there is none.
 OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QString& error)
 {
-    static const QRegularExpression name("^M(\\d+)=");
+    static const QRegularExpression name("^M(\\d{1,2})=");
     const auto match = name.match(text);
     OXA::MatchUnit* found = nullptr;
     int count = 0;
@@ -43,26 +43,29 @@ QStringList complaintsOf(const QList<OXA::AoCore*>& cores, const OXA::MatchUnit&
     return texts;
 }
 
-// A value's characters, or a range's two bounds.
-void setValues(OXA::MatchUnit& unit, const QString& text)
+// A value's characters, or a range's two bounds. What is none of it is said.
+QString setValues(OXA::MatchUnit& unit, const QString& text)
 {
-    const QString values = text.toUpper();
-    unit.value0 = values.section("..", 0, 0);
-    if (OXA::isRangeFunction(unit.matchFunc))
-        unit.value1 = values.section("..", 1);
-    else
-        unit.value0 = values;
+    const QStringList values = text.toUpper().split("..");
+    const bool range = OXA::isRangeFunction(unit.matchFunc);
+    if (values.size() != (range ? 2 : 1))
+        return range ? "the unit compares with a range, as in M3=0010..0111"
+                     : "the unit compares with one value, as in M3=10XR";
+    unit.value0 = values.first();
+    if (range)
+        unit.value1 = values.last();
+    return {};
 }
 
-void setCounter(OXA::MatchUnit& unit, const QString& text)
+QString setCounter(OXA::MatchUnit& unit, const QString& text)
 {
     bool ok = false;
-    const int count = text.toInt(&ok);
-    unit.counter = ok ? count : 0; // which none can count to
+    unit.counter = text.toInt(&ok);
+    return ok ? QString() : QString("\"%1\" is no number that a counter counts to").arg(text);
 }
 
 void change(const char* option, const QStringList& texts,
-    void (*set)(OXA::MatchUnit& unit, const QString& text), const QList<OXA::AoCore*>& cores,
+    QString (*set)(OXA::MatchUnit& unit, const QString& text), const QList<OXA::AoCore*>& cores,
     Problems& problems)
 {
     for (const QString& text : texts) {
@@ -74,7 +77,11 @@ void change(const char* option, const QStringList& texts,
             continue;
         }
         const QStringList before = complaintsOf(cores, *unit);
-        set(*unit, text.section('=', 1));
+        const QString refusal = set(*unit, text.section('=', 1));
+        if (!refusal.isEmpty()) {
+            problems.append({place, refusal});
+            continue;
+        }
         for (const QString& complaint : complaintsOf(cores, *unit)) {
             if (!before.contains(complaint))
                 problems.append({place, complaint});

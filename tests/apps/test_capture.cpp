@@ -339,16 +339,23 @@ void TestCapture::unusableCalls_data()
     row({"--core", "9", "--unit", "M0=Z000000000"}, 2, "--unit M0=Z000000000: value0");
     row({"--unit", "M7=1"}, 2, "no core that runs has this match unit");
     row({"--unit", "7=1"}, 2, "does not begin as in M3=10XR");
+    row({"--core", "9", "--unit", "M99999999999=0000000000"}, 2, "does not begin as in M3=10XR");
+    row({"--core", "9", "--unit", "M0=0000000000..1"}, 2, "the unit compares with one value");
     row({"--core", "4", "--counter", "M1=17"}, 2, "M1=17: ");
+    row({"--core", "4", "--counter", "M1=2x"}, 2, "\"2x\" is no number");
     row({"--core", "4", "--counter", "M0=2"}, 2, "the unit was built without a counter");
     row({"--core", "5"}, 2, "no such core, only 4, 9");
     row({"--windows", "6"}, 1, "built for 2 windows at most");
     row({"--samples", "200"}, 1, "its memory of 256 samples does not hold 2 windows of 200");
     row({"--position", "50"}, 1, "the trigger lies outside of the window");
+    row({"--position", "-1"}, 2, "--position: \"-1\" is no number from 0 to 1000000000;");
+    row({"--timeout", "nan"}, 2, "\"nan\" is no number from 0.001");
+    row({"--clock", "1e-300"}, 2, "is no number from 1 to");
     row({"--power-up", "--windows", "1"}, 2, "--power-up");
     row({"--tap", "cpu.tap"}, 1, "no device \"cpu.tap\", only fpga.tap");
     row({"-o", "out.txt"}, 2, "out.txt: the ending has to be");
-    row({"-o", "/no/such/out.vcd"}, 1, "/no/such/out.vcd: cannot be written");
+    row({"-o", "/no/such/out.vcd"}, 2,
+        "out.vcd: cannot be written: there is no directory /no/such");
 }
 
 void TestCapture::unusableCalls()

@@ -278,6 +278,7 @@ void TestCaptureFaults::anotherConfiguration()
 void TestCaptureFaults::noTarget()
 {
     fails(oxa(captureCall("127.0.0.1:1")), 1, "Connection refused; is it running?");
+    fails(oxa(captureCall("127.0.0.1:65537")), 1, "is no number from 1 to 65535");
     Service openocd;
     openocd.start("openocd",
         {"-c",
