@@ -267,7 +267,12 @@ void TestCapture::progressOnATerminal()
     QFETCH(QString, columns);
     QFETCH(QString, timeout);
     QFETCH(QString, shown);
-    const QString call = captureCall({"--core", "4", "--unit", "M0=1111111111"}).join(' ');
+    // On a busy machine a waveform can be over between two looks at the core; a loop never is.
+    LiveTarget looping;
+    QVERIFY2(looping.start(path("c.oxa"), path("wave.vcd"), {"--loop"}), looping.target.said());
+    const QStringList options {"--openocd", looping.address(), "--core", "4"};
+    const QString call
+        = (QStringList {"capture", path("c.oxa"), "--unit", "M0=1111111111"} + options).join(' ');
     QProcess terminal;
     terminal.start("script",
         {"-qec",
