@@ -16,6 +16,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kReadSize = 65536; // bytes
+constexpr char kClosed[] = "the other side closed the connection";
 constexpr int kConnectTimeout = 5000; // ms
 
 int connectToPath(const QByteArray& path)
@@ -149,13 +150,20 @@ bool StreamSocket::exchange(const QByteArray& bytes,
     return true;
 }
 
+// After a call that did nothing: true when it is to be tried again.
+bool StreamSocket::failUnlessLater()
+{
+    const bool closed = errno == ECONNRESET || errno == EPIPE; // with bytes that nobody read
+    return errno == EAGAIN || errno == EINTR || fail(closed ? kClosed : std::strerror(errno));
+}
+
 bool StreamSocket::sendSome(const QByteArray& bytes, int& sent)
 {
     const ssize_t now = send(m_handle, bytes.constData() + sent, size_t(bytes.size() - sent),
         MSG_NOSIGNAL | MSG_DONTWAIT);
     if (now > 0)
         sent += int(now);
-    return now >= 0 || errno == EAGAIN || errno == EINTR || fail(std::strerror(errno));
+    return now >= 0 || failUnlessLater();
 }
 
 bool StreamSocket::receiveSome(QByteArray& answer)
@@ -165,8 +173,8 @@ bool StreamSocket::receiveSome(QByteArray& answer)
     if (got > 0)
         answer.append(bytes, int(got));
     if (got == 0)
-        return fail("the other side closed the connection");
-    return got > 0 || errno == EAGAIN || errno == EINTR || fail(std::strerror(errno));
+        return fail(kClosed);
+    return got > 0 || failUnlessLater();
 }
 
 }

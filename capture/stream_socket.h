@@ -36,6 +36,7 @@ public:
 
 private:
     bool fail(const QString& error);
+    bool failUnlessLater();
     bool sendSome(const QByteArray& bytes, int& sent);
     bool receiveSome(QByteArray& answer);
 
