@@ -27,4 +27,5 @@ string(REGEX REPLACE "[^/]+" ".." OXA_PC_TO_PREFIX ${CMAKE_INSTALL_LIBDIR}/pkgco
 configure_file(cmake/oxautils.pc.in ${PROJECT_BINARY_DIR}/oxautils.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/oxautils.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils)
-install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils/docs FILES_MATCHING PATTERN "*.md")
+# With the pictures that the pages show, and the examples that they go through.
+install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils)

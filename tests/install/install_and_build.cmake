@@ -19,8 +19,13 @@ run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${WORK}/first)
 # Moved, so that nothing in the package may know where it was installed.
 file(RENAME ${WORK}/first ${WORK}/prefix)
 
-build(host ${SOURCE}/examples/host)
-run(${WORK}/host/host ${SOURCE}/examples/uart/uart.oxa ${WORK}/generated /ip)
+# The pages are whole: what they show and tell to run is beside them.
+set(doc ${WORK}/prefix/share/doc/oxautils)
+if(NOT EXISTS ${doc}/docs/images/analyzer.svg)
+    message(FATAL_ERROR "the installed README has no pictures")
+endif()
+build(host ${doc}/examples/host)
+run(${WORK}/host/host ${doc}/examples/uart/uart.oxa ${WORK}/generated /ip)
 if(NOT out MATCHES "^oxa_std\n.*/ip/OXA/QX_CON/qx_con_top_6k.v\n.*/generated/qx_oxa_top.v")
     message(FATAL_ERROR "the host's own engine was asked for:\n${out}")
 endif()
