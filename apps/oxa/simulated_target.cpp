@@ -156,7 +156,7 @@ bool SimulatedTarget::rewind()
         && (answer == "rewound" || fail("the simulator does not rewind: " + QString(answer)));
 }
 
-bool SimulatedTarget::look(const QStringList& names, std::vector<bool>& levels)
+bool SimulatedTarget::look(const QStringList& names, std::vector<Level>& levels)
 {
     QByteArray answer;
     if (!order("look " + names.join(' ').toUtf8(), answer))
@@ -165,7 +165,7 @@ bool SimulatedTarget::look(const QStringList& names, std::vector<bool>& levels)
         return fail("the simulator does not see: " + QString(answer));
     levels.clear();
     for (const char level : answer.mid(4))
-        levels.push_back(level == '1');
+        levels.push_back(level == '2' ? HighAgain : level == '1' ? High : Low);
     return true;
 }
 

@@ -38,8 +38,14 @@ public:
     bool play(qint64 steps);
     /// Goes back to the first step.
     bool rewind();
+    /// The levels of a net.
+    enum Level {
+        Low,
+        High,
+        HighAgain, ///< and it was low since the look before
+    };
     /// The levels of nets of the design, by their hierarchical names.
-    bool look(const QStringList& names, std::vector<bool>& levels);
+    bool look(const QStringList& names, std::vector<Level>& levels);
 
     OXA_CAPTURE::JtagLink& jtag() { return m_jtag; }
 

@@ -24,15 +24,21 @@ TargetPlayer::TargetPlayer(
 
 bool TargetPlayer::look(Cores& cores)
 {
-    std::vector<bool> levels;
+    std::vector<SimulatedTarget::Level> levels;
     if (!m_target.look(m_names, levels))
         return false;
+    bool stays = false; // a core that was armed before
     for (size_t i = 0; i < levels.size(); i += 2) {
-        const bool moves = !levels[i + 1];
-        cores.armed.push_back(levels[i]);
+        const bool armed = levels[i] != SimulatedTarget::Low;
+        const bool moves = levels[i + 1] == SimulatedTarget::Low;
+        const bool rose = levels[i] == SimulatedTarget::HighAgain;
+        cores.armed.push_back(armed);
         cores.busy = cores.busy || moves;
-        cores.stopping = cores.stopping || (moves && !levels[i]);
+        cores.stopping = cores.stopping || (moves && !armed);
+        cores.anew = cores.anew || rose;
+        stays = stays || (moves && armed && !rose);
     }
+    cores.anew = cores.anew && !stays;
     return true;
 }
 
@@ -41,6 +47,7 @@ bool TargetPlayer::step()
     Cores now;
     if (!look(now))
         return false;
+    m_playing = m_playing && !now.anew;
     const bool ok = !now.busy || (m_playing ? playOn(now) : begin(now));
     m_playing = m_playing && now.busy;
     m_before = now;
@@ -52,7 +59,7 @@ bool TargetPlayer::step()
 // Waits until no core is armed any more.
 bool TargetPlayer::begin(const Cores& now)
 {
-    if (now.armed != m_before.armed) {
+    if (now.anew || now.armed != m_before.armed) {
         QThread::msleep(kArmingPause);
         return true;
     }

@@ -23,6 +23,7 @@ private:
         std::vector<bool> armed;
         bool busy = false; ///< one of them waits for its clock
         bool stopping = false; ///< one of those is not armed any more
+        bool anew = false; ///< one was armed since the look before, and no other one runs
     };
 
     bool look(Cores& cores);

@@ -24,6 +24,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <memory>
 #include <poll.h>
 #include <sstream>
@@ -54,6 +55,15 @@ void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
+// Whether any bit of it is 1.
+bool isHigh(vpiHandle net)
+{
+    s_vpi_value value = {};
+    value.format = vpiBinStrVal;
+    vpi_get_value(net, &value);
+    return std::strchr(value.value.str, '1') != nullptr;
+}
+
 class Target : public Pads {
 public:
     Target(vpiHandle scope, const vpiHandle (&arguments)[ArgumentCount]);
@@ -65,12 +75,18 @@ public:
     bool tdo() override;
 
 private:
+    struct Watched {
+        vpiHandle net = nullptr;
+        bool wasLow = false; // at the look before, or since
+    };
+
     bool open(const char* option, ServerSocket& socket);
     bool play();
     bool obeyControl();
     void beginRun(const std::string& count);
     void endRun();
     void look(const std::string& names);
+    Watched* watch(const std::string& name);
     bool wait();
     void sleep();
     bool put(Argument pad, bool level);
@@ -86,6 +102,7 @@ private:
     bool m_rises = false; // TCK, once the design has seen the other pads
     long m_stepsLeft = 0;
     long m_stepsRun = 0;
+    std::map<std::string, Watched> m_watched;
     std::string m_clocks; // to come, behind the values that were set
     const pid_t m_parent = getppid();
 };
@@ -238,24 +255,53 @@ void Target::beginRun(const std::string& count)
         m_control.send("error no such command\n");
 }
 
-// The levels of nets and registers; one of several bits is 1 when any of them is.
+// The levels of nets and registers; 2 is a 1 that was a 0 since the look before.
 void Target::look(const std::string& names)
 {
     std::string levels;
     std::istringstream list(names);
     for (std::string name; list >> name;) {
-        vpiHandle net = vpi_handle_by_name(name.data(), nullptr);
-        if (!net) {
+        Watched* watched = watch(name);
+        if (!watched) {
             m_control.send("error there is no " + name + '\n');
             return;
         }
-        s_vpi_value value = {};
-        value.format = vpiBinStrVal;
-        vpi_get_value(net, &value);
-        levels += std::strchr(value.value.str, '1') ? '1' : '0';
-        vpi_free_object(net);
+        const bool high = isHigh(watched->net);
+        levels += !high ? '0' : watched->wasLow ? '2' : '1';
+        watched->wasLow = !high;
     }
     m_control.send("saw " + levels + '\n');
+}
+
+// Watches a net from the first look at it on; null when there is none.
+Target::Watched* Target::watch(const std::string& name)
+{
+    const auto known = m_watched.find(name);
+    if (known != m_watched.end())
+        return &known->second;
+    std::string text = name;
+    vpiHandle net = vpi_handle_by_name(text.data(), nullptr);
+    if (!net)
+        return nullptr;
+    Watched& watched = m_watched[name];
+    watched.net = net;
+    s_vpi_time time = {};
+    time.type = vpiSuppressTime;
+    s_vpi_value value = {};
+    value.format = vpiSuppressVal;
+    s_cb_data callback = {};
+    callback.reason = cbValueChange;
+    callback.obj = net;
+    callback.time = &time;
+    callback.value = &value;
+    callback.user_data = reinterpret_cast<PLI_BYTE8*>(&watched);
+    callback.cb_rtn = [](p_cb_data data) -> PLI_INT32 {
+        Watched& changed = *reinterpret_cast<Watched*>(data->user_data);
+        changed.wasLow = changed.wasLow || !isHigh(changed.net);
+        return 0;
+    };
+    vpi_register_cb(&callback);
+    return &watched;
 }
 
 // Until something arrives; false when nothing more can come.

@@ -178,12 +178,16 @@ void TestSimulatedTarget::stimulusRuns()
         const char *command, *answer;
         quint64 captured;
     } rows[] = {
-        {"run 0",  "ran 0",                 0x00},
-        {"run 2",  "ran 2",                 0x11},
-        {"walk 3", "error no such command", 0x11},
-        {"run 3x", "error no such command", 0x11},
-        {"run 3",  "ran 3",                 0x44},
-        {"run 10", "ran 1",                 0x88},
+        {"run 0",                              "ran 0",                          0x00},
+        {"look echo_tb.clocks",                "saw 0",                          0x00},
+        {"run 2",                              "ran 2",                          0x11},
+        {"look echo_tb.clocks echo_tb.clocks", "saw 21",                         0x11},
+        {"look echo_tb.none",                  "error there is no echo_tb.none", 0x11},
+        {"walk 3",                             "error no such command",          0x11},
+        {"run 3x",                             "error no such command",          0x11},
+        {"run 3",                              "ran 3",                          0x44},
+        {"run 10",                             "ran 1",                          0x88},
+        {"look echo_tb.clocks",                "saw 2",                          0x88}, // it fell meanwhile
     };
     for (const auto& row : rows) {
         QCOMPARE(ask(control, row.command), QByteArray(row.answer));
