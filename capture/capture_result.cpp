@@ -65,6 +65,8 @@ bool mayWriteCapture(const QString& path, QString* error)
     const QFileInfo directory(file.absolutePath());
     if (!directory.isDir())
         return fail(error, cannot + "there is no directory " + directory.filePath());
+    if (!directory.isWritable())
+        return fail(error, cannot + "nothing may be written to " + directory.filePath());
     // Replacing a device, or a link to one, would take it away from the whole machine.
     if (file.exists() && !file.isFile())
         return fail(error, cannot + "it is no regular file");
@@ -106,11 +108,14 @@ QByteArray captureJson(const Capture& capture)
                 {"samples",       place.samples                                       },
             };
         }
-        cores += QJsonObject {
+        QJsonObject object {
             {"index",     core.index      },
             {"triggered", core.triggered()},
             {"windows",   windows         }
         };
+        if (!core.triggered())
+            object["progress"] = core.progress;
+        cores += object;
     }
     return QJsonDocument(QJsonObject {
                              {"cores", cores}
