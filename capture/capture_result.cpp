@@ -108,14 +108,11 @@ QByteArray captureJson(const Capture& capture)
                 {"samples",       place.samples                                       },
             };
         }
-        QJsonObject object {
+        cores += QJsonObject {
             {"index",     core.index      },
             {"triggered", core.triggered()},
             {"windows",   windows         }
         };
-        if (!core.triggered())
-            object["progress"] = core.progress;
-        cores += object;
     }
     return QJsonDocument(QJsonObject {
                              {"cores", cores}

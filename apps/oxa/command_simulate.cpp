@@ -52,6 +52,9 @@ std::vector<ModelRun> runModels(const Options& options, const std::vector<Simula
     for (size_t i = 0; i < cores.size(); ++i) {
         const SampleTable& samples = waveform.cores[i];
         runs.push_back(runModel(cores[i], samples, options.forceAt));
+        if (options.forceAt >= samples.size())
+            err << "warning: " << cores[i].name() << ": it has no sample " << options.forceAt
+                << " to be forced at, only " << samples.size() << '\n';
         const QString warning
             = unknownBitsWarning(cores[i], samples, runs.back().progress, options.forceAt);
         if (!warning.isEmpty())

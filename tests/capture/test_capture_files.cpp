@@ -136,13 +136,11 @@ void TestCaptureFiles::json()
 {
     Capture capture = twoCores();
     capture[0].windows.clear();
-    capture[0].progress = "level 0";
     QByteArray text = captureJson(capture);
     QCOMPARE(text.replace(' ', "").replace('\n', ""),
-        QByteArray(
-            "{\"cores\":[{\"index\":3,\"progress\":\"level0\",\"triggered\":false,\"windows\":[]},"
-            "{\"index\":7,\"triggered\":true,\"windows\":["
-            "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
+        QByteArray("{\"cores\":[{\"index\":3,\"triggered\":false,\"windows\":[]},"
+                   "{\"index\":7,\"triggered\":true,\"windows\":["
+                   "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
 }
 
 void TestCaptureFiles::anUnwritableFileStaysAsItWas()

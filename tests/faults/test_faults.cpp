@@ -48,8 +48,8 @@ const Row kRows[] = {
      "is a directory: DISK"                                                                                                        },
     {"capture, full",                      Disk::Full,     kSimulate,                           1,
      "DISK/old.vcd: cannot be written: No space left on device"                                                                    },
-    {"capture, read-only",                 Disk::ReadOnly, kSimulate,                           1,
-     "DISK/old.vcd: cannot be written: Existing file DISK/old.vcd is not writable"                                                 },
+    {"capture, read-only",                 Disk::ReadOnly, kSimulate,                           2,
+     "DISK/old.vcd: cannot be written: nothing may be written to DISK"                                                             },
     {"catalogue is a directory",           Disk::Sound,    "devices --device-db DISK",          2, "DISK"                          },
 };
 
