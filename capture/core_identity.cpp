@@ -140,7 +140,7 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
                     .arg(get(bits, kVersionField))
                     .arg(kVersion);
     else if (bits.size() < identityBits(bits))
-        error = "its identity is cut off";
+        error = "its identity is cut off behind its head";
     else if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)
         error = "it captures no signal";
     if (!error.isEmpty())
