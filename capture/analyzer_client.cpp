@@ -67,13 +67,7 @@ BitString address(int core, int reg)
 BitString dataScan() { return BitString(0b01, 2); }
 
 // Where what was asked for begins: behind the first one.
-int answerBegin(const BitString& in)
-{
-    int at = 0;
-    while (at < in.size() && !in.at(at))
-        ++at;
-    return at + 1;
-}
+int answerBegin(const BitString& in) { return in.zerosFrom(0) + 1; }
 
 }
 

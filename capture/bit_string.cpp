@@ -30,4 +30,12 @@ quint64 BitString::number(int from, int width) const
     return value;
 }
 
+int BitString::zerosFrom(int from) const
+{
+    int end = from;
+    while (end < m_size && !at(end))
+        ++end;
+    return end - from;
+}
+
 }

@@ -27,6 +27,9 @@ public:
     /// to 64.
     quint64 number(int from, int width) const;
 
+    /// How many zeros follow one another from bit `from` on.
+    int zerosFrom(int from) const;
+
 private:
     std::vector<quint64> m_words;
     int m_size = 0;

@@ -45,15 +45,6 @@ foreach tap [jtag names] {
 }
 set oxautils_list)";
 
-// How many zeros follow one another from bit `from` on.
-int zerosAt(const BitString& bits, int from)
-{
-    int end = from;
-    while (end < bits.size() && !bits.at(end))
-        ++end;
-    return end - from;
-}
-
 QByteArray fieldText(const BitString& bits, int from, int size)
 {
     QByteArray digits;
@@ -65,12 +56,12 @@ QByteArray fieldText(const BitString& bits, int from, int size)
 // The size of the field that begins at bit `from`: a long run of zeros, or what lies before one.
 int fieldSize(const BitString& bits, int from)
 {
-    const int zeros = zerosAt(bits, from);
+    const int zeros = bits.zerosFrom(from);
     if (zeros >= kLongZeros)
         return zeros;
     int size = 0;
     while (
-        size < kFieldBits && from + size < bits.size() && zerosAt(bits, from + size) < kLongZeros)
+        size < kFieldBits && from + size < bits.size() && bits.zerosFrom(from + size) < kLongZeros)
         ++size;
     return std::max(size, 1);
 }

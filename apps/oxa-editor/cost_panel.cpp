@@ -1,5 +1,7 @@
 #include "cost_panel.h"
 
+#include "least_lines.h"
+
 #include "oxautils/resource/capture_memory.h"
 
 #include <QFormLayout>
@@ -12,7 +14,6 @@
 namespace {
 
 constexpr int kTakesColumn = 2;
-constexpr int kLeastLines = 3; // of the list in a small window
 const QColor kOverColor(190, 30, 30); // with white text on it
 
 // In the order of OXA_TOOL::MemoryKind.
@@ -52,7 +53,7 @@ CostPanel::CostPanel(QWidget* parent)
     m_cores->setHeaderLabels({tr("Core"), tr("Bits × samples"), tr("Takes")});
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
-    m_cores->setMinimumHeight(fontMetrics().lineSpacing() * kLeastLines);
+    keepLeastLines(*m_cores);
     m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_cores->header()->setStretchLastSection(false);
     m_cores->header()->setSectionResizeMode(kTakesColumn, QHeaderView::Stretch);

@@ -1,6 +1,7 @@
 #include "expressions_page.h"
 
 #include "expression_edit.h"
+#include "least_lines.h"
 #include "signal_names.h"
 #include "truth_table.h"
 
@@ -21,7 +22,6 @@ using namespace OXA;
 namespace {
 
 constexpr int kDynamic = 1;
-constexpr int kLeastLines = 3; // of the list in a small window
 constexpr int kPlaceRole = Qt::UserRole; // of an expression in the core's list
 
 }
@@ -96,7 +96,7 @@ QWidget* ExpressionsPage::makeList()
     auto* layout = new QVBoxLayout(widget);
     layout->setContentsMargins(0, 0, 0, 0);
     m_list->setAccessibleName(tr("Expressions in the order of the trigger sequence"));
-    m_list->setMinimumHeight(fontMetrics().lineSpacing() * kLeastLines);
+    keepLeastLines(*m_list);
     m_list->setDragDropMode(QAbstractItemView::InternalMove);
     layout->addWidget(m_list, 1);
     auto* buttons = new QHBoxLayout;

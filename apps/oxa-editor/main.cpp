@@ -8,21 +8,19 @@
 
 namespace {
 
-void describe(QCommandLineParser& parser)
+/// Answers --help and --version, and ends the program then; the file to open is left in `parser`.
+void readCall(QCommandLineParser& parser)
 {
+    QCoreApplication::setOrganizationName("OxaUtils");
+    QCoreApplication::setApplicationName("oxa-editor");
+    QCoreApplication::setApplicationVersion(OXA_VERSION);
     parser.setApplicationDescription(
         QCoreApplication::translate("main", "Edits the configuration of embedded logic analyzers"));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addPositionalArgument(
         "FILE", QCoreApplication::translate("main", "The configuration to open"), "[FILE]");
-}
-
-void introduce()
-{
-    QCoreApplication::setOrganizationName("OxaUtils");
-    QCoreApplication::setApplicationName("oxa-editor");
-    QCoreApplication::setApplicationVersion(OXA_VERSION);
+    parser.process(QCoreApplication::arguments());
 }
 
 // Where there is no screen, Qt ends a program before it can say anything.
@@ -39,10 +37,8 @@ bool hasScreen(int argc, char** argv)
 int sayOnly(int& argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
-    introduce();
     QCommandLineParser parser;
-    describe(parser);
-    parser.process(application);
+    readCall(parser);
     qCritical("oxa-editor: there is no screen to open a window on (DISPLAY is not set)");
     return 1;
 }
@@ -58,10 +54,8 @@ int main(int argc, char** argv)
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);
-    introduce();
     QCommandLineParser parser;
-    describe(parser);
-    parser.process(application);
+    readCall(parser);
 
     BuildJob::installLog();
     MainWindow window;

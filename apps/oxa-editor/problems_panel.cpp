@@ -1,5 +1,7 @@
 #include "problems_panel.h"
 
+#include "least_lines.h"
+
 #include "oxautils/check/check.h"
 
 #include <QLabel>
@@ -11,8 +13,6 @@
 using namespace OXA;
 
 namespace {
-
-constexpr int kLeastLines = 3; // in a small window
 
 QList<Problem> problemsOf(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part)
 {
@@ -34,7 +34,7 @@ ProblemsPanel::ProblemsPanel(QWidget* parent)
     const int icon = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_list->setIconSize({icon, icon});
     m_list->setWordWrap(true);
-    m_list->setMinimumHeight(fontMetrics().lineSpacing() * kLeastLines);
+    keepLeastLines(*m_list);
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_list->setResizeMode(QListView::Adjust);
     m_list->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);

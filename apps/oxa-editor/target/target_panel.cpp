@@ -1,5 +1,6 @@
 #include "target_panel.h"
 
+#include "oxa-editor/least_lines.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include <QDir>
@@ -84,7 +85,7 @@ QWidget* TargetPanel::makeControls()
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
     m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    m_cores->setMinimumHeight(fontMetrics().lineSpacing() * 3);
+    keepLeastLines(*m_cores);
     m_state->setWordWrap(true);
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
 
