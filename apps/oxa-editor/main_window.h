@@ -33,8 +33,9 @@ public:
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    /// Opens the file `path`, after asking about changes that would be lost. False when the user
-    /// kept the old configuration, or the file could not be read, which a message then says.
+    /// Opens the file `path`, after asking about changes and samples that would be lost. False when
+    /// the user kept the old configuration, or the file could not be read, which a message then
+    /// says.
     bool open(const QString& path);
 
     Document& document() { return m_document; }
@@ -61,6 +62,8 @@ private:
     bool saveAs();
     bool saveTo(const QString& path);
     bool mayLoseChanges();
+    bool mayReplaceDocument();
+    bool mayStopRuns();
     void finishEdit();
     void step(void (QUndoStack::*go)());
 

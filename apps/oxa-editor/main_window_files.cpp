@@ -177,7 +177,7 @@ void MainWindow::finishEdit()
 
 void MainWindow::newDocument(OXA::OxaMode mode)
 {
-    if (mayLoseChanges())
+    if (mayReplaceDocument())
         m_document.create(mode);
 }
 
@@ -193,7 +193,7 @@ bool MainWindow::open(const QString& path)
 {
     QString error;
     QStringList warnings;
-    if (!mayLoseChanges())
+    if (!mayReplaceDocument())
         return false;
     if (!m_document.load(path, error, warnings)) {
         QMessageBox::critical(this, tr("Cannot Open"), error);
@@ -213,6 +213,8 @@ void MainWindow::reload()
     QString error;
     QStringList warnings;
     const QString path = m_document.path();
+    if (!m_target->mayLoseSamples())
+        return showFileChange(true);
     if (!m_document.load(path, error, warnings))
         QMessageBox::critical(this, tr("Cannot Open"), error);
     else if (!warnings.isEmpty())
@@ -272,6 +274,9 @@ bool MainWindow::mayLoseChanges()
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }
 
+/// Samples belong to the configuration with which they were captured, and go with it.
+bool MainWindow::mayReplaceDocument() { return mayLoseChanges() && m_target->mayLoseSamples(); }
+
 void MainWindow::makeTargetMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Target"));
@@ -305,14 +310,23 @@ void MainWindow::makeTargetMenu()
     showState();
 }
 
-void MainWindow::closeEvent(QCloseEvent* event)
+bool MainWindow::mayStopRuns()
 {
+    if (!m_build->isRunning() && !m_target->isRunning())
+        return true;
     const QString question = m_target->isSaving()
         ? tr("What was captured is still being saved. Stop it, leave the file as it was and quit?")
+        : m_target->isRunning()
+        ? tr("A run is still going on. Stop it and quit? Samples that are not saved are lost.")
         : tr("A run is still going on. Stop it and quit?");
-    const bool goes = mayLoseChanges()
-        && ((!m_build->isRunning() && !m_target->isRunning())
-            || QMessageBox::question(this, tr("Stop the Run?"), question) == QMessageBox::Yes);
+    return QMessageBox::question(this, tr("Stop the Run?"), question) == QMessageBox::Yes;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    // Running, the target's panel cannot save; the question about the run tells what is lost.
+    const bool goes = mayLoseChanges() && (m_target->isRunning() || m_target->mayLoseSamples())
+        && mayStopRuns();
     event->setAccepted(goes);
     if (!goes)
         return;

@@ -16,6 +16,8 @@
 #include <QSplitter>
 #include <QTreeWidget>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char kAddress[] = "127.0.0.1:6666"; // where OpenOCD listens
@@ -161,6 +163,7 @@ void TargetPanel::documentReplaced()
     m_isForeign = m_job->isRunning();
     m_job->stop();
     m_result = {};
+    m_isUnsaved = false;
     m_cores->clear();
     m_problems->hide();
     m_view->setWaveform(std::make_shared<Waveform>());
@@ -183,7 +186,7 @@ QList<int> TargetPanel::chosenCores() const
 
 void TargetPanel::start(bool arm)
 {
-    if (isRunning())
+    if (isRunning() || (arm && !mayLoseSamples()))
         return;
     const QString file = QDir::fromNativeSeparators(m_builtFrom->text().trimmed());
     TargetRequest request;
@@ -199,6 +202,7 @@ void TargetPanel::start(bool arm)
     QSettings().setValue(kAddressSetting, request.address);
     QSettings().setValue(kTapSetting, request.tap);
     m_problems->hide();
+    m_isArming = arm;
     m_isForeign = false;
     m_state->setText(tr("Connecting to OpenOCD at %1…").arg(request.address));
     m_job->start(request);
@@ -273,8 +277,11 @@ void TargetPanel::showResult(const TargetResult& result)
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
             setState(*item, result.remarks.at(int(i)));
     }
-    if (!result.capture->empty())
-        m_result = result; // else what was captured before stays
+    if (!result.capture->empty()) { // else what was captured before stays
+        m_result = result;
+        m_isUnsaved = std::any_of(result.capture->begin(), result.capture->end(),
+            [](const OXA_CAPTURE::CapturedCore& core) { return !core.windows.empty(); });
+    }
     if (!result.problems.isEmpty())
         m_state->setText(result.capture->empty() ? tr("Nothing was captured.")
                                                  : tr("Not everything was captured."));
@@ -306,36 +313,4 @@ void TargetPanel::showState()
     m_stop->setEnabled(isRunning());
     m_saveButton->setEnabled(canSave());
     m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);
-}
-
-void TargetPanel::save()
-{
-    QFileDialog dialog(this, tr("Save What Was Captured"), QFileInfo(m_document.path()).path(),
-        tr("Value change dump (*.vcd);;Table (*.csv);;sigrok session (*.sr)"));
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("vcd");
-    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
-        dialog.setDefaultSuffix(filter.section("*.", 1).section(')', 0, 0));
-    });
-    if (dialog.exec() == QDialog::Accepted)
-        saveTo(dialog.selectedFiles().value(0));
-}
-
-void TargetPanel::saveTo(const QString& path)
-{
-    if (isRunning())
-        return;
-    for (OXA_CAPTURE::CapturedCore& core : *m_result.capture)
-        core.clockHz = m_view->clock();
-    m_save->start(path, m_result.capture);
-    showState();
-    Q_EMIT runningChanged();
-}
-
-void TargetPanel::showSaved(const QString& path, const QString& error)
-{
-    m_state->setText(
-        error.isEmpty() ? tr("%1: written").arg(QDir::toNativeSeparators(path)) : error);
-    showState();
-    Q_EMIT runningChanged();
 }

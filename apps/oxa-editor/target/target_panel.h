@@ -41,6 +41,9 @@ public:
 
     /// Something was captured, and nothing is running.
     bool canSave() const { return !isRunning() && !m_result.capture->empty(); }
+    /// Asks what to do with samples that came from the chip and were not saved since, and with a
+    /// run that is about to bring some. False when the user stays with them, or saving them failed.
+    bool mayLoseSamples();
     /// Asks for a file, and writes what was captured.
     void save();
     /// Writes what was captured to the file `path`, in the format that its ending names; goes on
@@ -61,6 +64,7 @@ private:
     QList<int> chosenCores() const;
     void showFound(const QList<FoundCore>& cores, const QString& builtFrom);
     void showProgress(const QStringList& texts);
+    void waitForSave();
     void showSaved(const QString& path, const QString& error);
     void showResult(const TargetResult& result);
     void showWaveform();
@@ -72,6 +76,8 @@ private:
     QHash<QString, QString> m_builtFromOf; // by the document's path
     QList<int> m_armed; // places of the cores that run
     TargetResult m_result;
+    bool m_isUnsaved = false; // m_result
+    bool m_isArming = false; // the run: it may bring samples
     bool m_isForeign = false; // the run: another document was shown when it began
     QLineEdit* m_address;
     QLineEdit* m_tap;

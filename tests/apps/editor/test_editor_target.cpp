@@ -10,6 +10,8 @@
 #include "support/live_target.h"
 #include "support/waveforms.h"
 
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QTcpServer>
 #include <QTreeWidget>
 
@@ -69,6 +71,7 @@ private Q_SLOTS:
     void noTarget();
     void silentServer();
     void anotherDocument();
+    void samplesThatAreNotSaved();
 
 private:
     struct Run;
@@ -121,6 +124,28 @@ struct TestEditorTarget::Run : PanelDriver<TargetPanel> {
         return texts.join('\n');
     }
 
+    /// Does `loss`, and saves the samples to `file` when that asks to. The titles of all messages.
+    static QStringList saving(const QString& file, const std::function<void()>& loss)
+    {
+        QStringList titles;
+        QTimer timer;
+        connect(&timer, &QTimer::timeout, &timer, [&] {
+            QWidget* modal = QApplication::activeModalWidget();
+            if (auto* box = qobject_cast<QMessageBox*>(modal)) {
+                titles += box->windowTitle();
+                QAbstractButton* save = box->button(QMessageBox::Save);
+                QTest::mouseClick(save ? save : box->button(QMessageBox::Ok), Qt::LeftButton);
+            } else if (auto* dialog = qobject_cast<QFileDialog*>(modal)) {
+                auto* name = dialog->findChild<QLineEdit*>();
+                name->setText(file);
+                QTest::keyClick(name, Qt::Key_Return);
+            }
+        });
+        timer.start(5);
+        loss();
+        return titles;
+    }
+
     /// The values of n that are shown, and those at the triggers.
     QString samples() const
     {
@@ -170,7 +195,7 @@ void TestEditorTarget::capturesAndTakesEditsOver()
     run.document().set({core}, core->standard->triggerPos, 0, "position");
     run.document().set({core}, core->standard->captureAmount, 3, "amount");
     run.panel.cores()->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
-    run.keys("F9");
+    WindowDriver::answering(QMessageBox::Discard, [&] { run.keys("F9"); });
     run.finish();
     QCOMPARE(run.problems(), QString());
     QVERIFY2(run.cores().contains("captured, 1 window"), qPrintable(run.cores()));
@@ -297,7 +322,9 @@ void TestEditorTarget::anotherDocument()
     run.keys("F9");
     run.waitFor("waiting");
     run.document().undoStack().setClean();
-    run.window.open(m_folder.example("uart.oxa"));
+    const QString question = WindowDriver::answering(
+        QMessageBox::Yes, [&] { run.window.open(m_folder.example("uart.oxa")); });
+    QVERIFY2(question.contains("A run is still going on"), qPrintable(question));
     run.finish();
     QCOMPARE(run.cores(), QString());
     QVERIFY(run.panel.view()->waveform()->rows.empty());
@@ -305,6 +332,43 @@ void TestEditorTarget::anotherDocument()
     run.finish();
     QVERIFY2(
         run.problems().contains("the target has 2 cores instead of 1"), qPrintable(run.problems()));
+}
+
+void TestEditorTarget::samplesThatAreNotSaved()
+{
+    Run run(m_folder, m_live.address());
+    run.keys("F9");
+    run.finish();
+    const QString taken = run.samples();
+    const QString path = run.document().path();
+    const QString other = m_folder.example("uart.oxa");
+    const std::function<void()> losses[] = {
+        [&] { run.window.close(); },
+        [&] { run.window.open(other); },
+        [&] { run.keys("Ctrl+N"); },
+        [&] { run.keys("F9"); },
+        [&] { run.press("Reload"); },
+    };
+    writeFile(path, bytesOf(path) + '\n');
+    QTRY_VERIFY(run.message().contains("Another program"));
+    for (const auto& loss : losses) {
+        const QString question = WindowDriver::answering(QMessageBox::Cancel, loss);
+        QCOMPARE(question, QString("What was captured from the chip is not saved."));
+        QVERIFY(run.window.isVisible() && !run.panel.isRunning());
+        QCOMPARE(run.document().path() + run.samples(), path + taken);
+    }
+    QVERIFY(run.message().contains("Another program"));
+
+    QCOMPARE(run.saving(m_folder.path("taken.doc"), [&] { run.window.close(); }),
+        QStringList({"Save Samples?", "Cannot Save"}));
+    QVERIFY(run.window.isVisible());
+    QCOMPARE(run.saving(m_folder.path("taken.csv"), [&] { run.keys("F9"); }),
+        QStringList({"Save Samples?"}));
+    QCOMPARE(bytesOf(m_folder.path("taken.csv")).count('\n'), 2 * 16 + 1);
+    run.finish(); // with other samples than those that were saved
+    WindowDriver::answering(QMessageBox::Discard, [&] { run.window.open(other); });
+    QCOMPARE(run.document().path(), QFileInfo(other).absoluteFilePath());
+    QVERIFY(run.window.close());
 }
 
 QTEST_MAIN(TestEditorTarget)

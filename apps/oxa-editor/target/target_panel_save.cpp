@@ -1,0 +1,83 @@
+// The part of the panel that is about saving what was captured.
+
+#include "target_panel.h"
+
+#include "oxa-editor/wave/wave_view.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProgressDialog>
+
+void TargetPanel::save()
+{
+    QFileDialog dialog(this, tr("Save What Was Captured"), QFileInfo(m_document.path()).path(),
+        tr("Value change dump (*.vcd);;Table (*.csv);;sigrok session (*.sr)"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("vcd");
+    connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        dialog.setDefaultSuffix(filter.section("*.", 1).section(')', 0, 0));
+    });
+    if (dialog.exec() == QDialog::Accepted)
+        saveTo(dialog.selectedFiles().value(0));
+}
+
+void TargetPanel::saveTo(const QString& path)
+{
+    if (isRunning())
+        return;
+    for (OXA_CAPTURE::CapturedCore& core : *m_result.capture)
+        core.clockHz = m_view->clock();
+    m_save->start(path, m_result.capture);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+void TargetPanel::showSaved(const QString& path, const QString& error)
+{
+    m_isUnsaved = m_isUnsaved && !error.isEmpty();
+    m_state->setText(
+        error.isEmpty() ? tr("%1: written").arg(QDir::toNativeSeparators(path)) : error);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+bool TargetPanel::mayLoseSamples()
+{
+    if (m_job->isRunning() && !m_isForeign && (m_isArming || m_isUnsaved))
+        return QMessageBox::question(this, tr("Stop the Run?"),
+                   tr("A run is still going on. Stop it? Samples that are not saved are lost."))
+            == QMessageBox::Yes;
+    if (isSaving())
+        waitForSave();
+    if (!m_isUnsaved)
+        return true;
+    const auto answer = QMessageBox::warning(this, tr("Save Samples?"),
+        tr("What was captured from the chip is not saved."),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
+    if (answer != QMessageBox::Save)
+        return answer == QMessageBox::Discard;
+    save();
+    waitForSave();
+    return !m_isUnsaved;
+}
+
+/// Waits for the end of the saving, which the user may stop. A failure is shown by a message, too:
+/// another panel may cover the line that tells it.
+void TargetPanel::waitForSave()
+{
+    if (!isSaving())
+        return;
+    QProgressDialog dialog(tr("What was captured is being saved."), tr("&Stop"), 0, 0, this);
+    QString problem;
+    connect(&dialog, &QProgressDialog::canceled, this, &TargetPanel::stop);
+    connect(m_save, &SaveJob::finished, &dialog, [&](const QString&, const QString& error) {
+        problem = error;
+        dialog.accept();
+    });
+    dialog.exec();
+    if (!problem.isEmpty())
+        QMessageBox::critical(this, tr("Cannot Save"), problem);
+}
