@@ -1,5 +1,6 @@
 #include "command.h"
 #include "configuration.h"
+#include "installed.h"
 #include "interrupt.h"
 #include "log.h"
 #include "netlist_summary.h"
@@ -30,11 +31,15 @@ constexpr char kSummary[] = "Write the Verilog of an analyzer, then synthesize i
 
 constexpr char kHelp[] = R"(The work directory is made, or emptied when an earlier run made it. With
 --no-synthesis the result is a list for another tool: the source files in order,
-then +incdir+DIR for each include directory. Icarus and Verilator take that list
-as it stands:
+then +incdir+DIR for each include directory. It is what synthesis takes: IBUF,
+OBUF and QX_JTAG, the pads and the JTAG port, are the device's own. --simulation
+adds models of them, so that Icarus and Verilator take the list as it stands:
 
-  oxa generate uart.oxa --part PN --work-dir W --no-synthesis > uart.f
-  iverilog -c uart.f ...      verilator -f uart.f ...
+  oxa generate uart.oxa --part PN --work-dir W --no-synthesis --simulation > uart.f
+  iverilog -c uart.f bench.v      verilator --cc -f uart.f
+
+The model of QX_JTAG is a test access port of its own at the four pads, which a
+bench drives; docs/simulated-target.md has its instructions.
 
 The netlist is a module qx_oxa with every watched signal and the four JTAG pads
 as ports, made of the cells in share/oxautils/cells.)";
@@ -48,6 +53,7 @@ struct Options {
     QString netlist;
     bool noSynthesis = false;
     bool noTop = false;
+    bool simulation = false;
     bool force = false;
     bool strict = false;
     bool json = false;
@@ -74,6 +80,17 @@ bool isSameFile(const QString& a, const QString& b)
     return !real.isEmpty() && real == QFileInfo(b).canonicalFilePath();
 }
 
+/// Models of what the device has and a simulator has not; empty when they are not installed.
+QStringList simulationModels()
+{
+    QStringList files;
+    const QDir directory(installed("share/oxautils/sim"));
+    const QStringList names = directory.entryList({"*.v"}, QDir::Files, QDir::Name);
+    for (const QString& name : names)
+        files += directory.filePath(name);
+    return files;
+}
+
 /// The request that the options make; what is wrong with it is said on `err`.
 bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
 {
@@ -89,6 +106,11 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
         = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;
     arg.workDir = options.workDir;
     arg.customTop = options.noTop ? "none" : "";
+    if (options.simulation && simulationModels().isEmpty()) {
+        err << "error: no models for a simulator in " << installed("share/oxautils/sim")
+            << "; install them, or leave --simulation out\n";
+        return false;
+    }
     return hasInstalledCores(arg, err);
 }
 
@@ -144,6 +166,8 @@ int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
     markWorkDir(arg.workDir);
     if (loggedErrors() > errorsBefore)
         return kJobFailed;
+    if (options.simulation)
+        prepared.files = simulationModels() + prepared.files; // Verilator's waivers come first
     printFileList(prepared, options.json, io.out);
     if (!options.json && holdsBlank(prepared.files + prepared.includePaths))
         io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
@@ -219,6 +243,10 @@ void addGenerate(CLI::App& app, Io& io, int& status)
         "Only write the Verilog, and print the list of files and include directories");
     noSynthesis->excludes(netlist);
     command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper")
+        ->needs(noSynthesis);
+    command
+        ->add_flag("--simulation", options->simulation,
+            "List models of the pads and the JTAG port, too, for a simulator")
         ->needs(noSynthesis);
     command->add_flag("--force", options->force, "Empty the work directory whatever is in it");
     command->add_flag("--strict", options->strict,

@@ -3,6 +3,7 @@
 #
 #   check_cores.sh lint       CONFIGURATION   Verilator is silent
 #   check_cores.sh synthesis  CONFIGURATION   Yosys infers block RAM, and neither divides nor multiplies
+#   check_cores.sh list       CONFIGURATION   the list for simulators is complete, for each of three tools
 #   check_cores.sh proof      CONFIGURATION   match units do what their functions mean, and the dynamic
 #                                             expression of core 1 what the static one of core 0 does
 #
@@ -32,8 +33,16 @@ synthesis)
         design -load elaborated; synth_ecp5 -top qx_oxa -run begin:map_gates
         select -assert-min 1 t:DP16KD" >"$work/log" 2>&1 || { tail -5 "$work/log"; exit 1; }
     ;;
+list)
+    "$OXA" generate "$2" --part QX1N-9LV-QFN88-C6 --work-dir "$work/oxa" --no-synthesis --simulation \
+        >"$work/list" 2>"$work/log" || { cat "$work/log"; exit 1; }
+    iverilog -g2005 -t null -c "$work/list"
+    verilator --lint-only -f "$work/list"
+    yosys -q -p "read_verilog $(echo $includes) $(grep -v '^+' "$work/list" | tr '\n' ' ')
+        hierarchy -check -top qx_oxa"
+    ;;
 proof)
-    read="read_verilog -I$work/oxa $HERE/proofs.v $SHARE/ip/OXA/QX_AO_0/qx_ao_match.v"
+    read="read_verilog $(echo $includes) $HERE/proofs.v $(echo $sources)"
     prove="proc; flatten; memory -nordff; opt_clean; sat -verify -prove ok_o 1 -seq 6 -prove-skip 4"
     for type in 0 1 2 3 4 5; do
         yosys -q -p "$read; chparam -set TYPE $type match_proof; hierarchy -top match_proof

@@ -66,7 +66,7 @@ module table_proof (
 );
 `include "ao_1/qx_ao_init.v"
     wire values;
-    ao_table_0 #(.UNITS(3), .EXPRESSIONS(1), .INIT_0(EXPRESSION0_INIT)) u_table (
+    ao_table_1 #(.UNITS(3), .EXPRESSIONS(1), .INIT_0(EXPRESSION0_INIT)) u_table (
         .tck_i(clk_i), .write_i(1'b0), .last_i(1'b0), .bit_i(1'b0), .word_i(3'd0),
         .clk_i(clk_i), .outputs_i(outputs_i), .values_o(values)
     );
