@@ -2,6 +2,8 @@
 #include "part.h"
 #include "table.h"
 
+#include <dev/device_facts.h>
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QRegularExpression>
@@ -66,10 +68,12 @@ void printTable(QTextStream& out, const QList<DEV::ChipInfo>& chips)
 {
     Table table(kColumns);
     for (const DEV::ChipInfo& chip : chips) {
-        const QString shadow = chip.resources.value(4);
-        table.addRow({chip.partNumber, chip.name, chip.package, chip.speed, chip.variant,
-            chip.grade, chip.resources.value(0), chip.resources.value(2), chip.resources.value(3),
-            shadow.isEmpty() ? "none" : shadow, chip.resources.value(5) + " kbit"});
+        const QString shadow = chip.resources.value(DEV::ShadowSramEntry);
+        table.addRow(
+            {chip.partNumber, chip.name, chip.package, chip.speed, chip.variant, chip.grade,
+                chip.resources.value(DEV::LutEntry), chip.resources.value(DEV::RegisterEntry),
+                chip.resources.value(DEV::IoEntry), shadow.isEmpty() ? "none" : shadow,
+                chip.resources.value(DEV::BlockSramEntry) + " kbit"});
     }
     table.print(out);
 }

@@ -2,6 +2,8 @@
 
 #include "capture/edit_distance.h"
 
+#include <dev/device_facts.h>
+
 #include <algorithm>
 #include <vector>
 
@@ -64,21 +66,21 @@ std::optional<DEV::ChipInfo> findPart(const PartOptions& options, QTextStream& e
 
 QJsonObject partJson(const DEV::ChipInfo& chip)
 {
-    const auto count = [&chip](int i) { return chip.resources.value(i).toInt(); };
+    const auto count = [&chip](DEV::ResourceEntry i) { return chip.resources.value(i).toInt(); };
     return {
-        {"part",          chip.partNumber        },
-        {"series",        chip.series            },
-        {"device",        chip.name              },
-        {"grade",         chip.grade             },
-        {"speed",         chip.speed             },
-        {"package",       chip.package           },
-        {"variant",       chip.variant           },
-        {"luts",          count(0)               },
-        {"adders",        count(1)               },
-        {"registers",     count(2)               },
-        {"ios",           count(3)               },
-        {"shadowSram",    chip.resources.value(4)},
-        {"blockSramKbit", count(5)               },
+        {"part",          chip.partNumber                           },
+        {"series",        chip.series                               },
+        {"device",        chip.name                                 },
+        {"grade",         chip.grade                                },
+        {"speed",         chip.speed                                },
+        {"package",       chip.package                              },
+        {"variant",       chip.variant                              },
+        {"luts",          count(DEV::LutEntry)                      },
+        {"adders",        count(DEV::AdderEntry)                    },
+        {"registers",     count(DEV::RegisterEntry)                 },
+        {"ios",           count(DEV::IoEntry)                       },
+        {"shadowSram",    chip.resources.value(DEV::ShadowSramEntry)},
+        {"blockSramKbit", count(DEV::BlockSramEntry)                },
     };
 }
 

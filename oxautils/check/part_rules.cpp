@@ -2,6 +2,8 @@
 
 #include "oxautils/resource/capture_memory.h"
 
+#include <dev/device_facts.h>
+
 namespace OXA {
 
 namespace {
@@ -36,7 +38,7 @@ void findMisfit(const Configuration& configuration, OXA_TOOL::MemoryKind kind, c
 
 void findMissingShadowSram(const Configuration& configuration, Findings& findings)
 {
-    if (!configuration.part || !configuration.part->resources.value(4).isEmpty())
+    if (!configuration.part || !configuration.part->resources.value(DEV::ShadowSramEntry).isEmpty())
         return;
     for (const AnyCore& core : configuration.cores) {
         if (core.implementation == OXA_TOOL::ShadowSram)

@@ -1,23 +1,13 @@
 #include "oxautils/generate/device_rules.h"
 
+#include <dev/device_facts.h>
+
 namespace OXA {
 
 namespace {
 
-constexpr int kShadowSramEntry = 4;
-
-struct ControlTop {
-    const char* devices; // names, divided by "/"
-    const char* fileName;
-};
-
-constexpr ControlTop kControlTops[] = {
-    {"QX5A-138B/QX5A-138C/QX5AT-138B/QX5AT-138C/QX5AT-75B/QX5AT-75C/QX5AS-138B/QX5AS-138C/"
-     "QX5AST-138B/QX5AST-138C",  "qx_con_top_138.v"},
-    {"QX3ANRT-6A/QX3ANT-6A/QX3AN-6A", "qx_con_top_6k.v" },
-};
-
-constexpr char kCommonControlTop[] = "qx_con_top.v";
+// In the order of DEV::ControlTop.
+constexpr const char* kControlTops[] = {"qx_con_top.v", "qx_con_top_138.v", "qx_con_top_6k.v"};
 
 }
 
@@ -28,21 +18,17 @@ DEV::ChipInfo chipOf(const OxaArg& arg)
 
 QString controlTopName(const DEV::ChipInfo& chip)
 {
-    for (const ControlTop& top : kControlTops) {
-        if (QString(top.devices).split('/').contains(chip.name))
-            return top.fileName;
-    }
-    return kCommonControlTop;
+    return kControlTops[DEV::deviceFacts(chip.name).controlTop];
 }
 
 bool hasShadowSram(const DEV::ChipInfo& chip)
 {
-    return !chip.resources.value(kShadowSramEntry).isEmpty();
+    return !chip.resources.value(DEV::ShadowSramEntry).isEmpty();
 }
 
 bool needsZvDefine(const DEV::ChipInfo& chip)
 {
-    return (chip.name == "QX1NZ-1" || chip.name == "QX1NZ-1D") && chip.variant == "ZV";
+    return DEV::deviceFacts(chip.name).hasZv && chip.variant == "ZV";
 }
 
 }

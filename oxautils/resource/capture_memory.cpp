@@ -1,9 +1,9 @@
 #include "oxautils/resource/capture_memory.h"
 
-#include "oxautils/resource/device_facts.h"
 #include "oxautils/resource/resource_estimate.h"
 
 #include <dev/device_db.h>
+#include <dev/device_facts.h>
 
 #include <limits>
 
@@ -11,7 +11,6 @@ namespace OXA_TOOL {
 
 namespace {
 
-constexpr int kShadowSramEntry = 4; // of ChipInfo::resources
 constexpr int kMostFactor = 4; // by which a rule multiplies the number of bits
 
 using BlockRule = int (*)(int width, int depth);
@@ -23,11 +22,14 @@ struct BlockRules {
 
 BlockRules blockRules(const QString& device)
 {
-    if (hasBlocksOf9k(device))
+    switch (DEV::deviceFacts(device).blocks) {
+    case DEV::Blocks9k:
         return {bsramNumberRequiredAdjustFor20k, bsramNumberRequiredWithAdjustFor20k};
-    if (device == "QX1N-9C")
+    case DEV::Blocks1N9C:
         return {bsramNumberRequiredFor1N9C, bsramNumberRequiredWithAdjustFor1N9C};
-    return {bsramNumberRequired, bsramNumberRequiredWithAdjust};
+    default:
+        return {bsramNumberRequired, bsramNumberRequiredWithAdjust};
+    }
 }
 
 }
@@ -74,7 +76,7 @@ MemoryAmounts deviceMemory(const QString& partNumber, const QString& device)
 int builtKind(int kind, const QString& partNumber, const QString& device)
 {
     const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(partNumber, device);
-    const bool hasNone = chip.resources.value(kShadowSramEntry).isEmpty();
+    const bool hasNone = chip.resources.value(DEV::ShadowSramEntry).isEmpty();
     return kind == ShadowSram && hasNone ? int(BlockSram) : kind;
 }
 

@@ -1,10 +1,8 @@
 #include "oxautils/resource/resource_estimate.h"
 
-#include "oxautils/resource/device_facts.h"
-
 #include <dev/device_db.h>
+#include <dev/device_facts.h>
 
-#include <algorithm>
 #include <cmath>
 
 namespace OXA_TOOL {
@@ -22,66 +20,11 @@ constexpr int kWidestModeDepth = 256;
 
 constexpr int kSsramBlockBits = 64;
 
-// Entries of ChipInfo::resources.
-constexpr int kRegisterEntry = 2;
-constexpr int kSsramEntry = 4;
-constexpr int kBsramEntry = 5;
-
-constexpr const char* kDevicesWithoutSsram[] = {"QX5AST-138B", "QX5A-138B", "QX5AT-138B",
-    "QX5AS-138B", "QX5AT-75B", "QX5A-25A", "QX5AS-25A", "QX5AR-25A", "QX5A-60B", "QX5AT-60B"};
-
-struct SsramSize {
-    const char* device;
-    int bits;
-};
-
-// Devices on which other bits are usable than the catalogue's kbit say.
-constexpr SsramSize kSsramSizes[] = {
-    {"QX1NZ-1",    4608   },
-    {"QX1N-1P5",   12672  },
-    {"QX1N-2",     18432  },
-    {"QX1NR-2",    18432  },
-    {"QX1NZ-2",    18432  },
-    {"QX1N-9",     17280  },
-    {"QX1NR-9",    17280  },
-    {"QX2A-18",    41472  },
-    {"QX2AR-18",   41472  },
-    {"QX2ANR-18",  41472  },
-    {"QX2AN-9X",   41472  },
-    {"QX2AN-18X",  41472  },
-    {"QX1AN-9",    41472  },
-    {"QX2AN-55",   109440 },
-    {"QX2A-55",    109440 },
-    {"QX5AT-138",  1105920},
-    {"QX5AST-138", 1105920},
-    {"QX5A-138",   1105920},
-    {"QX5AS-138",  1105920},
-    {"QX5A-25",    184320 },
-    {"QX5AR-25",   184320 },
-    {"QX5AS-25",   184320 },
-    {"QX3A-20",    184320 },
-    {"QX3AR-20",   184320 },
-    {"QX5AT-75",   693504 },
-    {"QX5ART-15",  120960 },
-    {"QX5AT-15",   120960 },
-    {"QX5ANRT-15", 120960 },
-    {"QX5ANT-15",  120960 },
-    {"QX5AT-60",   479232 },
-    {"QX5A-60",    479232 },
-    {"QX1AN-5",    13312  },
-};
-
 int product(int a, int b) { return int(unsigned(a) * unsigned(b)); }
 
 int withMark(int width) { return int(unsigned(width) + 1); }
 
 int roundedUp(int bits, int block) { return bits / block + (bits % block != 0 ? 1 : 0); }
-
-template <size_t N> bool isOneOf(const QString& device, const char* const (&devices)[N])
-{
-    return std::any_of(std::begin(devices), std::end(devices),
-        [&device](const char* name) { return device == QLatin1String(name); });
-}
 
 int usableBlockBits(int width, int depth)
 {
@@ -99,7 +42,10 @@ int narrowBlocks(int depth)
     return bits <= kBlock16k ? 1 : bits / kBlock16k;
 }
 
-QString resource(const DEV::ChipInfo& chip, int entry) { return chip.resources.value(entry); }
+QString resource(const DEV::ChipInfo& chip, DEV::ResourceEntry entry)
+{
+    return chip.resources.value(entry);
+}
 
 // For the devices that are not listed; the text ends in a two-letter unit.
 int catalogueSsramBits(QString text)
@@ -162,27 +108,26 @@ int regNumberRequiredWidthAdjust(int width, int depth, bool adjust)
 
 int currentDeviceBsramAmount(const QString& key, const QString& device)
 {
-    const int blockKbit = hasBlocksOf9k(device) ? 9 : 18;
-    return resource(DEV::DeviceDb::instance().find(key, device), kBsramEntry).toInt() / blockKbit;
+    const int blockKbit = DEV::deviceFacts(device).blocks == DEV::Blocks9k ? 9 : 18;
+    return resource(DEV::DeviceDb::instance().find(key, device), DEV::BlockSramEntry).toInt()
+        / blockKbit;
 }
 
 int currentDeviceSsramAmount(const QString& key, const QString& device)
 {
-    if (isOneOf(device, kDevicesWithoutSsram))
+    if (DEV::deviceFacts(device).shadowBits == DEV::kNoShadowSram)
         return 0;
     const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(key, device);
-    const QString text = resource(chip, kSsramEntry);
+    const QString text = resource(chip, DEV::ShadowSramEntry);
     if (text.isEmpty())
         return 0;
-    const auto size = std::find_if(std::begin(kSsramSizes), std::end(kSsramSizes),
-        [&chip](const SsramSize& size) { return chip.name == QLatin1String(size.device); });
-    const int bits = size != std::end(kSsramSizes) ? size->bits : catalogueSsramBits(text);
-    return bits / kSsramBlockBits;
+    const int bits = DEV::deviceFacts(chip.name).shadowBits;
+    return (bits > 0 ? bits : catalogueSsramBits(text)) / kSsramBlockBits;
 }
 
 int currentDeviceRegAmount(const QString& key, const QString& device)
 {
-    return resource(DEV::DeviceDb::instance().find(key, device), kRegisterEntry).toInt();
+    return resource(DEV::DeviceDb::instance().find(key, device), DEV::RegisterEntry).toInt();
 }
 
 }
