@@ -2,6 +2,7 @@
 
 #include <QIODevice>
 #include <QRegularExpression>
+#include <QSet>
 
 namespace OXA_CAPTURE {
 
@@ -115,7 +116,7 @@ CoreVariables variablesOf(const CapturedCore& core, int& count)
 {
     CoreVariables variables;
     int bit = 0;
-    QStringList names;
+    QSet<QString> names;
     for (const OXA::SignalItem& item : core.items) {
         const QString name = variableName(item);
         if (!names.contains(name)) // what is captured twice is shown once

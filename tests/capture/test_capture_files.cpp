@@ -15,6 +15,10 @@ namespace {
 
 constexpr int kManySamples = 20000; // more than are written at once
 
+// With the two together a sigrok session is larger than 2^31 bytes.
+constexpr int kMostSamples = 1 << 20;
+constexpr int kMostBits = 1 << 15;
+
 OXA::SignalItem item(const QString& name, const QStringList& bits = {})
 {
     OXA::SignalItem result;
@@ -48,6 +52,26 @@ Capture twoCores()
     return {core3, core7};
 }
 
+// A window of `samples` samples of `width` bits, all of them 1 at two of three samples.
+CapturedCore wideCore(qint64 samples, int width)
+{
+    CapturedCore core;
+    for (int bit = 0; bit < width; ++bit)
+        core.items += item(QString("d%1").arg(bit));
+    SampleTable table(SampleLayout({width}));
+    std::vector<quint64> row(size_t(table.layout().rowWords()));
+    for (qint64 sample = 0; sample < samples; ++sample) {
+        std::fill(row.begin(), row.begin() + table.layout().words(0), sample % 3 ? ~0ull : 0);
+        table.append(row.data());
+    }
+    core.windows = cutWindows(
+        {
+            {0, samples, 0}
+    },
+        table);
+    return core;
+}
+
 }
 
 class TestCaptureFiles : public QObject {
@@ -57,6 +81,7 @@ private Q_SLOTS:
     void csv();
     void vcd();
     void sigrok();
+    void sigrokOfManySamples();
     void json();
     void anUnwritableFileStaysAsItWas();
     void aStoppedFileStaysAsItWas_data();
@@ -132,6 +157,26 @@ void TestCaptureFiles::sigrok()
                 "core7.window:0000\n"));
 }
 
+void TestCaptureFiles::sigrokOfManySamples()
+{
+    QVERIFY(written("many.sr", {wideCore(kManySamples, 1)}).startsWith("PK"));
+    QProcess reader;
+    reader.start("sigrok-cli", {"-i", m_dir.filePath("many.sr"), "-O", "binary"});
+    QVERIFY2(reader.waitForFinished(), qPrintable(reader.errorString()));
+    QByteArray expected(kManySamples, '\0');
+    for (int sample = 0; sample < kManySamples; ++sample)
+        expected[sample] = sample == 0 ? 2 : sample % 3 ? 1 : 0; // the trigger is the second bit
+    QCOMPARE(reader.readAllStandardOutput(), expected);
+
+    // The beginning of one that does not fit into an array: it is not made before it is written.
+    const Capture capture {wideCore(kMostSamples, 1), wideCore(1, kMostBits)};
+    int told = 0;
+    QString error;
+    QVERIFY(!writeCapture(
+        m_dir.filePath("most.sr"), capture, &error, [&told](int) { return ++told < 5; }));
+    QVERIFY2(error.endsWith("stopped"), qPrintable(error));
+}
+
 void TestCaptureFiles::json()
 {
     Capture capture = twoCores();
@@ -172,18 +217,7 @@ void TestCaptureFiles::aStoppedFileStaysAsItWas()
     QFETCH(QString, name);
     const QString path = m_dir.filePath(name);
     writeFile(path, "old");
-    CapturedCore core;
-    core.items = {item("d")};
-    SampleTable samples(SampleLayout({1}));
-    for (quint64 sample = 0; sample < kManySamples; ++sample) {
-        const quint64 row[] = {sample % 3 & 1, 0};
-        samples.append(row);
-    }
-    core.windows = cutWindows(
-        {
-            {0, kManySamples, 0}
-    },
-        samples);
+    const CapturedCore core = wideCore(kManySamples, 1);
     bool written = false;
     for (int steps = 0; !written; ++steps) {
         QString error;
