@@ -12,30 +12,28 @@ namespace {
 
 constexpr int kShownNames = 3; // of the nearest, and of those that a name may mean
 
-// '/' and '.' alike, the marks of escaped identifiers removed.
+// '/' and '.' alike.
+char normalized(char c) { return c == '/' ? '.' : c; }
+
+// The marks of escaped identifiers removed, too.
 std::string normalized(const std::string& name)
 {
     std::string result;
     for (const char c : name) {
-        if (c == '/' || c == '.')
-            result += '.';
-        else if (c != '\\' && c != ' ')
-            result += c;
+        if (c != '\\' && c != ' ')
+            result += normalized(c);
     }
     return result;
 }
 
-std::string_view leafOf(std::string_view name)
-{
-    const size_t dot = name.rfind('.');
-    return dot == std::string_view::npos ? name : name.substr(dot + 1);
-}
+std::string_view leafOf(std::string_view name) { return name.substr(name.find_last_of("./") + 1); }
 
-bool endsWithComponents(std::string_view whole, std::string_view end)
+// Whether one of the two ends in the other.
+bool endAlike(std::string_view normal, std::string_view name)
 {
-    if (whole.size() < end.size() || whole.substr(whole.size() - end.size()) != end)
-        return false;
-    return whole.size() == end.size() || whole[whole.size() - end.size() - 1] == '.';
+    return std::equal(normal.rbegin(),
+        normal.rbegin() + std::ptrdiff_t(std::min(normal.size(), name.size())), name.rbegin(),
+        [](char a, char b) { return a == normalized(b); });
 }
 
 // "data[3]" into "data" and 3; false when `name` does not end so.
@@ -81,14 +79,33 @@ SignalFinder::SignalFinder(const VcdReader& waveform)
     : m_waveform(waveform)
 {
     const auto& variables = waveform.variables();
-    m_names.reserve(variables.size());
-    for (const VcdVariable& variable : variables)
-        m_names.push_back(normalized(waveform.fullName(variable)));
     m_byLeaf.reserve(variables.size());
     for (size_t i = 0; i < variables.size(); ++i) {
         if (variables[i].width > 0)
-            m_byLeaf.emplace(leafOf(m_names[i]), int(i));
+            m_byLeaf.emplace(leafOf(variables[i].name), int(i));
     }
+}
+
+// Whether the variable's full name ends in the components `end`; `whole` when it has no others. The
+// full name is not made: those of all variables may be long.
+bool SignalFinder::endsWith(int variable, std::string_view end, bool& whole) const
+{
+    std::string_view part = m_waveform.variables()[size_t(variable)].name;
+    int scope = m_waveform.variables()[size_t(variable)].scope;
+    while (endAlike(end, part)) {
+        if (end.size() <= part.size()) {
+            const size_t rest = part.size() - end.size();
+            whole = rest == 0 && scope < 0;
+            return rest == 0 || normalized(part[rest - 1]) == '.';
+        }
+        end.remove_suffix(part.size());
+        if (scope < 0 || end.back() != '.')
+            return false;
+        end.remove_suffix(1);
+        part = m_waveform.scopes()[size_t(scope)].name;
+        scope = m_waveform.scopes()[size_t(scope)].parent;
+    }
+    return false;
 }
 
 // The variables that the request may mean: those of its full name, or else those that end in it.
@@ -99,12 +116,11 @@ std::vector<int> SignalFinder::candidates(const Request& request) const
     const auto range = m_byLeaf.equal_range(leafOf(request.base));
     for (auto it = range.first; it != range.second; ++it) {
         const VcdVariable& variable = m_waveform.variables()[size_t(it->second)];
-        const std::string& name = m_names[size_t(it->second)];
         const bool fits = request.hasIndex ? contains(variable, request.index)
                                            : variable.width == 1 && variable.msb == 0;
-        if (!fits || !endsWithComponents(name, request.base))
+        bool full = false;
+        if (!fits || !endsWith(it->second, request.base, full))
             continue;
-        const bool full = name.size() == request.base.size();
         if (full && !foundFull)
             found.clear();
         foundFull = foundFull || full;
@@ -118,27 +134,23 @@ std::vector<int> SignalFinder::candidates(const Request& request) const
 WaveformBit SignalFinder::find(const QString& name, Problems* problems) const
 {
     const Request request(name);
-    std::vector<std::pair<int, int>> nets; // code and bit, each once
+    std::set<std::pair<int, int>> nets; // code and bit, each once
     QStringList places;
     for (const int candidate : candidates(request)) {
         const VcdVariable& variable = m_waveform.variables()[size_t(candidate)];
         const int bit = request.hasIndex ? std::abs(variable.msb - request.index) : 0;
-        const std::pair<int, int> net(variable.code, bit);
-        if (std::find(nets.begin(), nets.end(), net) != nets.end())
-            continue;
-        nets.push_back(net);
-        places += shownName(candidate);
+        if (nets.emplace(variable.code, bit).second && places.size() < kShownNames)
+            places += shownName(candidate);
     }
     if (nets.size() == 1)
-        return {nets.front().first, nets.front().second};
+        return {nets.begin()->first, nets.begin()->second};
     if (problems && nets.empty())
         problems->append({name, whyMissing(request)});
     else if (problems) {
-        const int more = places.size() - kShownNames;
+        const int more = int(nets.size()) - kShownNames;
         const QString rest = more > 0 ? QString(" and %1 more").arg(more) : QString();
-        problems->append({name,
-            "is ambiguous in the waveform: it may be " + places.mid(0, kShownNames).join(", ")
-                + rest});
+        problems->append(
+            {name, "is ambiguous in the waveform: it may be " + places.join(", ") + rest});
     }
     return {};
 }
@@ -147,7 +159,8 @@ QString SignalFinder::whyMissing(const Request& request) const
 {
     const auto range = m_byLeaf.equal_range(leafOf(request.base));
     for (auto it = range.first; it != range.second; ++it) {
-        if (!endsWithComponents(m_names[size_t(it->second)], request.base))
+        bool full = false;
+        if (!endsWith(it->second, request.base, full))
             continue;
         const QString shown = shownName(it->second);
         return request.hasIndex ? "is not a bit of " + shown

@@ -33,10 +33,10 @@ private:
     std::vector<int> candidates(const Request& request) const;
     QString whyMissing(const Request& request) const;
     QStringList nearestNames(const std::string& leaf) const;
+    bool endsWith(int variable, std::string_view end, bool& whole) const;
     QString shownName(int variable) const;
 
     const VcdReader& m_waveform;
-    std::vector<std::string> m_names; ///< full, all separators dots; by variable
     std::unordered_multimap<std::string_view, int> m_byLeaf; ///< the last component, the variable
 };
 

@@ -132,9 +132,9 @@ bool VcdDeclarations::readSection(VcdWords& words, std::string_view keyword)
         return readVariable(words);
     if (keyword != "$upscope")
         return words.skipToEnd(keyword); // $date, $timescale, and what programs add of their own
-    if (m_open.empty())
+    if (m_open < 0)
         return words.fail("$upscope without an open scope");
-    m_open.pop_back();
+    m_open = scopes[size_t(m_open)].parent;
     return words.skipToEnd(keyword);
 }
 
@@ -145,10 +145,8 @@ bool VcdDeclarations::readScope(VcdWords& words)
         return false;
     if (parts.size() < 2)
         return words.fail("$scope needs a kind and a name");
-    const std::string outer
-        = m_open.empty() ? std::string() : m_scopes[size_t(m_open.back())] + '.';
-    m_open.push_back(int(m_scopes.size()));
-    m_scopes.push_back(outer + joined(parts.begin() + 1, parts.end()));
+    scopes.push_back({m_open, joined(parts.begin() + 1, parts.end())});
+    m_open = int(scopes.size()) - 1;
     return true;
 }
 
@@ -164,7 +162,7 @@ bool VcdDeclarations::readVariable(VcdWords& words)
         variable.width = 0;
     else if (variable.width < 1 || variable.width > kMostBits)
         return words.fail("a variable cannot have " + quoted(parts[1]) + " bits");
-    variable.scope = m_open.empty() ? -1 : m_open.back();
+    variable.scope = m_open;
     variable.name = joined(parts.begin() + 3, parts.end());
     variable.msb = std::max(variable.width - 1, 0);
     if (variable.width > 0 && !takeRange(variable.name, variable))
@@ -180,8 +178,15 @@ bool VcdDeclarations::readVariable(VcdWords& words)
 
 std::string VcdDeclarations::fullName(const VcdVariable& variable) const
 {
-    return variable.scope < 0 ? variable.name
-                              : m_scopes[size_t(variable.scope)] + '.' + variable.name;
+    std::vector<const std::string*> parts {&variable.name};
+    for (int scope = variable.scope; scope >= 0; scope = scopes[size_t(scope)].parent)
+        parts.push_back(&scopes[size_t(scope)].name);
+    std::string name;
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part) {
+        name += part == parts.rbegin() ? "" : ".";
+        name += **part;
+    }
+    return name;
 }
 
 }

@@ -30,6 +30,7 @@ public:
     std::string fullName(const VcdVariable& variable) const;
 
     std::vector<VcdVariable> variables;
+    std::vector<VcdScope> scopes;
     VcdCodes codes;
     std::vector<int> codeWidths; ///< 0 for a code that holds no bits
 
@@ -38,8 +39,7 @@ private:
     bool readScope(VcdWords& words);
     bool readVariable(VcdWords& words);
 
-    std::vector<std::string> m_scopes; ///< full names
-    std::vector<int> m_open; ///< the scopes open now, the innermost last
+    int m_open = -1; ///< the innermost scope open now
 };
 
 }

@@ -83,6 +83,8 @@ bool VcdReader::readHeader() { return d->words.open() && d->declarations.read(d-
 
 const std::vector<VcdVariable>& VcdReader::variables() const { return d->declarations.variables; }
 
+const std::vector<VcdScope>& VcdReader::scopes() const { return d->declarations.scopes; }
+
 std::string VcdReader::fullName(const VcdVariable& variable) const
 {
     return d->declarations.fullName(variable);

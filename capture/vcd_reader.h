@@ -12,6 +12,12 @@
 
 namespace OXA_CAPTURE {
 
+/// A scope that a waveform declares.
+struct VcdScope {
+    int parent = -1; ///< where in the waveform's scopes; -1 outside of all
+    std::string name; ///< its own, escapes removed
+};
+
 /// A variable that a waveform declares.
 struct VcdVariable {
     int scope = -1; ///< where in the waveform's scopes; -1 outside of all
@@ -50,8 +56,10 @@ public:
     bool readHeader();
 
     const std::vector<VcdVariable>& variables() const;
+    const std::vector<VcdScope>& scopes() const;
 
-    /// The full name of a variable: its scopes and its own name, joined by dots.
+    /// The full name of a variable: its scopes and its own name, joined by dots. Scopes may be
+    /// nested deeply, so full names of all variables may take far more memory than the file.
     std::string fullName(const VcdVariable& variable) const;
 
     /// Reads the changes: once, after the header. Those of the codes `watched` (each once) reach

@@ -1,3 +1,4 @@
+#include "capture/signal_finder.h"
 #include "capture/waveform_sampler.h"
 
 #include "capture/sample_text.h"
@@ -6,6 +7,8 @@
 
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <malloc.h>
 
 using namespace OXA_CAPTURE;
 
@@ -17,6 +20,7 @@ private Q_SLOTS:
     void samplesAreTakenJustBeforeTheEdge();
     void onlyChangesBetweenLevelsAreEdges();
     void everyUnknownNameIsReported();
+    void deepScopesTakeLittleMemory();
     void damageIsReportedWithItsLine_data();
     void damageIsReportedWithItsLine();
     void wordsMayCrossEveryBuffer();
@@ -120,6 +124,29 @@ void TestWaveform::everyUnknownNameIsReported()
             {"clk", false, {{"bits[0]"}}}
     }));
     QCOMPARE(messages(), QStringList("clk: the sample clock has no rising edge in the waveform"));
+}
+
+// Scopes in scopes, with a variable in each: the full names together take a thousand times the file.
+void TestWaveform::deepScopesTakeLittleMemory()
+{
+    constexpr int kDepth = 10000;
+    QByteArray vcd;
+    for (int depth = 0; depth < kDepth; ++depth)
+        vcd += "$scope module s" + QByteArray::number(depth) + " $end\n$var wire 1 ! v $end\n";
+    vcd += "$enddefinitions $end\n";
+    VcdReader reader(writeFile(m_dir.filePath("w"), vcd));
+    const size_t before = mallinfo2().uordblks;
+    QVERIFY(reader.readHeader());
+    const SignalFinder finder(reader);
+    const size_t taken = mallinfo2().uordblks - before;
+    QVERIFY2(taken < 20 * size_t(vcd.size()), qPrintable(QString::number(taken)));
+    for (const char* name : {"s0.v", "s0/s1.v", "s4999.s5000/v", "v"})
+        QCOMPARE(finder.find(name, nullptr).code, 0);
+    for (const char* name : {"0.s1.v", "s1.s3.v", "s5.s4.v", ".s1.v.", "x.s0.v", ""})
+        QCOMPARE(finder.find(name, nullptr).code, -1);
+    QVERIFY(finder.find(QString::fromStdString(reader.fullName(reader.variables().back())), nullptr)
+                .code
+        == 0);
 }
 
 void TestWaveform::damageIsReportedWithItsLine_data()
