@@ -79,7 +79,7 @@ AnalyzerClient::AnalyzerClient(JtagLink& link, BitString instruction)
 
 bool AnalyzerClient::fail(int core, const QString& error)
 {
-    m_error = QString("core at position %1: %2").arg(core).arg(error);
+    m_error = QString("core at position %1: %2").arg(QString::number(core), error);
     return false;
 }
 

@@ -19,8 +19,9 @@ bool sameTable(const TriggerTable& a, const TriggerTable& b)
 
 QString CoreProgress::text() const
 {
-    const QString place
-        = windows > 1 ? QString(", window %1 of %2").arg(window + 1).arg(windows) : QString();
+    const QString place = windows > 1
+        ? QString(", window %1 of %2").arg(QString::number(window + 1), QString::number(windows))
+        : QString();
     switch (state) {
     case NoClock:
         return "armed, no sample clock yet";
@@ -33,7 +34,8 @@ QString CoreProgress::text() const
     }
     const QString wanted = levels == 0
         ? QString("waiting to be forced")
-        : QString("waiting for level %1 of %2").arg(level + 1).arg(levels);
+        : QString("waiting for level %1 of %2")
+              .arg(QString::number(level + 1), QString::number(levels));
     QStringList matched;
     for (size_t i = 0; levels > 0 && i < units.size(); ++i)
         matched += matchesText(units[i], matches[i]);
@@ -99,8 +101,7 @@ bool CaptureSession::matchStructure(const std::vector<SimulatedCore>& cores)
 {
     if (m_identities.size() != cores.size())
         return fail(QString("the target has %1 cores instead of %2")
-                        .arg(m_identities.size())
-                        .arg(cores.size()));
+                        .arg(QString::number(m_identities.size()), QString::number(cores.size())));
     for (size_t core = 0; core < cores.size(); ++core) {
         const SimulatedCore& own = cores[core];
         const QStringList others = own.core ? differences(m_identities[core], *own.core)

@@ -44,7 +44,8 @@ public:
     void number(qint64 has, qint64 wanted, const QString& what)
     {
         if (has != wanted)
-            texts += QString("%1 %2 instead of %3").arg(has).arg(what).arg(wanted);
+            texts += QString("%1 %2 instead of %3")
+                         .arg(QString::number(has), what, QString::number(wanted));
     }
     void text(const QString& has, const QString& wanted)
     {
@@ -73,10 +74,8 @@ QString listText(const QStringList& list, const QString& what)
 QString unitText(int number, int port, OXA::MatchType type, int counterBits)
 {
     return QString("M%1 of type \"%2\" at T%3, counter of %4 bits")
-        .arg(number)
-        .arg(OXA::type2string(type))
-        .arg(port)
-        .arg(counterBits);
+        .arg(QString::number(number), OXA::type2string(type), QString::number(port),
+            QString::number(counterBits));
 }
 
 void comparePorts(const CoreIdentity& identity, const OXA::AoCore& core, Comparison& comparison)
@@ -137,8 +136,7 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
         error = "it is no analyzer core";
     else if (get(bits, kVersionField) != kVersion)
         error = QString("it speaks version %1 of the protocol, not %2")
-                    .arg(get(bits, kVersionField))
-                    .arg(kVersion);
+                    .arg(QString::number(get(bits, kVersionField)), QString::number(kVersion));
     else if (bits.size() < identityBits(bits))
         error = "its identity is cut off behind its head";
     else if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)

@@ -144,7 +144,9 @@ void addInitials(Crc32& crc, const Generated& generated, int width)
         addWord(crc, generated.initials, name);
     for (int unit = 0; unit < kUnits; ++unit) {
         for (const char* reg : {"REG_M0", "REG_M1", "REG_M2", "REG_CTRL", "TRIG_CNT"})
-            addBits(crc, find(generated.initials, QString("MATCH%1_%2_INIT").arg(unit).arg(reg)),
+            addBits(crc,
+                find(
+                    generated.initials, QString("MATCH%1_%2_INIT").arg(QString::number(unit), reg)),
                 width);
     }
 }

@@ -30,9 +30,8 @@ QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
         return QString("it is built for %1 windows at most").arg(core.mostWindows);
     if (setup.captureAmount < 1 || setup.captureAmount > core.depth / setup.windowNum)
         return QString("its memory of %1 samples does not hold %2 windows of %3")
-            .arg(core.depth)
-            .arg(setup.windowNum)
-            .arg(setup.captureAmount);
+            .arg(QString::number(core.depth), QString::number(setup.windowNum),
+                QString::number(setup.captureAmount));
     if (setup.triggerPos < 0 || setup.triggerPos >= setup.captureAmount)
         return "the trigger lies outside of the window";
     if (qint64(setup.levels.size()) > core.expressions
@@ -53,7 +52,7 @@ QString complaint(const CoreIdentity::Unit& unit, int width, const UnitSetup& se
     if (int(setup.m0.size()) != (width + 63) / 64)
         return name + " compares values of another width";
     if (setup.counter > 0 && (unit.counterBits == 0 || setup.counter > 1ll << unit.counterBits))
-        return QString("%1 does not count to %2").arg(name).arg(setup.counter);
+        return QString("%1 does not count to %2").arg(name, QString::number(setup.counter));
     return {};
 }
 

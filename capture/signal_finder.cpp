@@ -198,7 +198,8 @@ QString SignalFinder::shownName(int variable) const
     const VcdVariable& shown = m_waveform.variables()[size_t(variable)];
     const QString name = QString::fromStdString(m_waveform.fullName(shown));
     if (shown.msb != shown.lsb)
-        return name + QString("[%1:%2]").arg(shown.msb).arg(shown.lsb);
+        return name
+            + QString("[%1:%2]").arg(QString::number(shown.msb), QString::number(shown.lsb));
     return shown.hasRange ? name + QString("[%1]").arg(shown.msb) : name;
 }
 

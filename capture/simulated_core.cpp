@@ -37,8 +37,7 @@ QString unknownBitsWarning(const SimulatedCore& core, const SampleTable& samples
             continue;
         return QString("unknown values decide when it triggers; M%1 first compares one at sample "
                        "%2, as 0")
-            .arg(core.setup.units[unit].index)
-            .arg(first);
+            .arg(QString::number(core.setup.units[unit].index), QString::number(first));
     }
     return {};
 }

@@ -246,7 +246,8 @@ QString progressText(const TriggerSetup& setup, const TriggerProgress& progress)
     if (setup.levels.empty())
         return "it has no trigger expression, only force triggers it";
     QStringList texts {
-        QString("level %1 of %2 reached").arg(progress.reached).arg(setup.levels.size())};
+        QString("level %1 of %2 reached")
+            .arg(QString::number(progress.reached), QString::number(setup.levels.size()))};
     for (size_t i = 0; i < setup.units.size(); ++i)
         texts += matchesText(setup.units[i].index, progress.matches[i]);
     return texts.join(", ");

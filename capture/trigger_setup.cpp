@@ -58,16 +58,14 @@ QString unitComplaint(const OXA::MatchUnit& unit)
         return QString("there is no match type %1").arg(unit.matchType);
     if (!OXA::optionalFunctions(unit.matchType).contains(unit.matchFunc))
         return QString("its type, \"%1\", has no function %2")
-            .arg(OXA::type2string(unit.matchType))
-            .arg(unit.matchFunc);
+            .arg(OXA::type2string(unit.matchType), QString::number(unit.matchFunc));
     if (!unit.counterEnable)
         return {};
     if (unit.counterWidth < 1 || unit.counterWidth > kWidestCounter)
         return QString("a counter cannot have %1 bits").arg(unit.counterWidth);
     if (unit.counter < 1 || unit.counter > qint64(1) << unit.counterWidth)
         return QString("a counter of %1 bits cannot count to %2")
-            .arg(unit.counterWidth)
-            .arg(unit.counter);
+            .arg(QString::number(unit.counterWidth), QString::number(unit.counter));
     return {};
 }
 
@@ -145,19 +143,16 @@ void addWindows(
     if (core.captureAmount < 1 || core.windowNum < 1)
         complaints.add({},
             QString("it takes %1 windows of %2 samples")
-                .arg(core.windowNum)
-                .arg(core.captureAmount));
+                .arg(QString::number(core.windowNum), QString::number(core.captureAmount)));
     else if (setup.captureAmount * setup.windowNum > core.storageDepth)
         complaints.add({},
             QString("its memory of %1 samples does not hold %2 windows of %3")
-                .arg(core.storageDepth)
-                .arg(core.windowNum)
-                .arg(core.captureAmount));
+                .arg(QString::number(core.storageDepth), QString::number(core.windowNum),
+                    QString::number(core.captureAmount)));
     else if (core.triggerPos < 0 || core.triggerPos >= core.captureAmount)
         complaints.add({},
             QString("a window of %1 samples has no trigger position %2")
-                .arg(core.captureAmount)
-                .arg(core.triggerPos));
+                .arg(QString::number(core.captureAmount), QString::number(core.triggerPos)));
     else
         setup.triggerPos
             = core.captureAmount - 1 - std::max(samplesBehindTrigger(core, arg), qint64(0));

@@ -189,10 +189,9 @@ bool VcdReader::Private::readVector(std::string_view word)
         return false;
     const size_t width = size_t(declarations.codeWidths[size_t(code)]);
     if (bits.size() > width)
-        return words.fail(QString("a value of %1 bits for the %2 of identifier %3")
-                              .arg(bits.size())
-                              .arg(width)
-                              .arg(quoted(id)));
+        return words.fail(
+            QString("a value of %1 bits for the %2 of identifier %3")
+                .arg(QString::number(bits.size()), QString::number(width), quoted(id)));
     const int slot = slots[size_t(code)];
     if (slot < 0)
         return true;

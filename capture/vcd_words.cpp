@@ -68,7 +68,7 @@ bool VcdWords::skipToEnd(std::string_view section)
 
 bool VcdWords::fail(const QString& text)
 {
-    problem = {QString("%1:%2").arg(m_path).arg(m_tokens.line()), text};
+    problem = {QString("%1:%2").arg(m_path, QString::number(m_tokens.line())), text};
     return false;
 }
 

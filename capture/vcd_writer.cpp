@@ -98,7 +98,7 @@ QString busName(const OXA::SignalItem& bus)
             || match.captured(2).toInt() != msb + bit * step)
             return bus.name + QString(" [%1:0]").arg(width - 1);
     }
-    return first.captured(1) + QString(" [%1:%2]").arg(msb).arg(lsb);
+    return first.captured(1) + QString(" [%1:%2]").arg(QString::number(msb), QString::number(lsb));
 }
 
 // A dump separates by blanks.

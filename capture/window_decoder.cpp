@@ -108,7 +108,8 @@ QString complaint(const CoreIdentity& core, const CoreStatus& status, const Trig
         return QString("it stands at sample %1, which its memory does not have")
             .arg(status.position);
     if (!core.lite && completeWindows(status, setup) > setup.windowNum)
-        return QString("it took %1 windows instead of %2").arg(status.windows).arg(setup.windowNum);
+        return QString("it took %1 windows instead of %2")
+            .arg(QString::number(status.windows), QString::number(setup.windowNum));
     return {};
 }
 

@@ -84,7 +84,9 @@ void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
         const QString takes = counts ? tr("%1 %2").arg(QString::number(taken), tr(kKindNames[kind]))
                                      : tr("is not built");
         auto* row = new QTreeWidgetItem({QString::number(i),
-            QString("%1 × %2").arg(memory.width + int(memory.mark)).arg(memory.depth), takes});
+            QString("%1 × %2").arg(
+                QString::number(memory.width + int(memory.mark)), QString::number(memory.depth)),
+            takes});
         row->setToolTip(kTakesColumn, takes);
         m_cores->addTopLevelItem(row);
     }
@@ -106,8 +108,8 @@ ShareBar::ShareBar(QWidget* parent)
 
 void ShareBar::setShare(qint64 taken, qint64 available)
 {
-    m_text = taken > available ? tr("%1 of %2: does not fit") : tr("%1 of %2");
-    m_text = m_text.arg(taken).arg(available);
+    const QString shape = taken > available ? tr("%1 of %2: does not fit") : tr("%1 of %2");
+    m_text = shape.arg(QString::number(taken), QString::number(available));
     m_share = available > 0 ? double(taken) / double(available) : taken > 0 ? 2 : 0;
     setAccessibleDescription(m_text);
     update();

@@ -35,7 +35,8 @@ QSize WindowDrawing::sizeHint() const
 
 QString WindowDrawing::memoryText() const
 {
-    return tr("Memory: %1 × %2 of %3 samples").arg(m_windows).arg(m_amount).arg(m_depth);
+    return tr("Memory: %1 × %2 of %3 samples")
+        .arg(QString::number(m_windows), QString::number(m_amount), QString::number(m_depth));
 }
 
 void WindowDrawing::paintEvent(QPaintEvent*)

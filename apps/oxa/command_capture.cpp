@@ -248,7 +248,9 @@ QString cutText(const CapturedCore& core, const ReadOut& readOut, const TriggerS
     const QString name = QString("core %1 was stopped ").arg(core.index);
     return setup.windowNum == 0 // of a Lite core
         ? name + QString("after %1 samples").arg(core.windows.front().samples.size())
-        : name + QString("with %1 of %2 windows whole").arg(readOut.whole).arg(setup.windowNum);
+        : name
+            + QString("with %1 of %2 windows whole")
+                  .arg(QString::number(readOut.whole), QString::number(setup.windowNum));
 }
 
 /// Reads one core, which is stopped when it has not finished, and leaves it idle.

@@ -28,7 +28,7 @@ struct Options {
 
 QString counted(int count, const QString& what)
 {
-    return QString("%1 %2%3").arg(count).arg(what, count == 1 ? "" : "s");
+    return QString("%1 %2%3").arg(QString::number(count), what, count == 1 ? "" : "s");
 }
 
 void print(QTextStream& out, const QString& file, const QList<OXA::Problem>& problems)

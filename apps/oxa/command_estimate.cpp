@@ -133,9 +133,9 @@ void print(
     Table table(kColumns);
     for (const Memory& memory : estimate.memories) {
         QString core = QString("%1: %2 bits x %3")
-                           .arg(memory.position)
-                           .arg(memory.width + int(memory.mark))
-                           .arg(memory.depth);
+                           .arg(QString::number(memory.position),
+                               QString::number(memory.width + int(memory.mark)),
+                               QString::number(memory.depth));
         for (int kind = 0; kind < kKinds; ++kind) {
             const bool built = kind == memory.kind;
             addRow(table, core, built ? kKindNames[kind] : QString("(%1)").arg(kKindNames[kind]),

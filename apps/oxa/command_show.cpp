@@ -76,9 +76,8 @@ QString counterText(const OXA::MatchUnit& unit)
     if (!unit.counterEnable)
         return {};
     return QString(", %1 %2 (counter of %3 bits)")
-        .arg(unit.counter)
-        .arg(unit.continuous ? "times in a row" : "times")
-        .arg(unit.counterWidth);
+        .arg(QString::number(unit.counter), unit.continuous ? "times in a row" : "times",
+            QString::number(unit.counterWidth));
 }
 
 void showCore(QTextStream& out, const OXA::AoCore& core, int position)

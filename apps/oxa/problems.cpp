@@ -6,7 +6,8 @@ QString problemLine(const QString& file, const OXA::Problem& problem, const QStr
 {
     QString where = file;
     if (problem.place.line > 0)
-        where += QString(":%1:%2").arg(problem.place.line).arg(problem.place.column);
+        where += QString(":%1:%2").arg(
+            QString::number(problem.place.line), QString::number(problem.place.column));
     QStringList parts {where, severity.isEmpty() ? severityText(problem.severity) : severity};
     if (problem.place.core >= 0)
         parts += problem.place.text();

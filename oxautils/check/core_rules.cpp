@@ -42,7 +42,8 @@ void findTooManyCores(const Configuration& configuration, Findings& findings)
     const int count = configuration.cores.size();
     if (count > kMostCores && !configuration.cores.first().lite)
         findings.add(configuration.cores.at(kMostCores).place(),
-            QString("there are %1 cores, an analyzer has %2 at most").arg(count).arg(kMostCores));
+            QString("there are %1 cores, an analyzer has %2 at most")
+                .arg(QString::number(count), QString::number(kMostCores)));
 }
 
 void findUnbuiltCores(const Configuration& configuration, Findings& findings)
@@ -81,8 +82,7 @@ void findCoreIndex(const AnyCore& core, Findings& findings)
         findings.add(core.place(),
             QString("its index is %1, its position %2; the sources of position %2 do not know the "
                     "names that index %1 generates")
-                .arg(core.index)
-                .arg(core.position));
+                .arg(QString::number(core.index), QString::number(core.position)));
 }
 
 void findNoClock(const AnyCore& core, Findings& findings)
@@ -106,8 +106,8 @@ void findMemoryKind(const AnyCore& core, Findings& findings)
     if (!known)
         findings.add(core.place(),
             QString("its memory is of kind %1, which %2")
-                .arg(core.implementation)
-                .arg(core.lite ? "Lite cores do not have" : "does not exist"));
+                .arg(QString::number(core.implementation),
+                    core.lite ? "Lite cores do not have" : "does not exist"));
 }
 
 void findNoData(const AnyCore& core, Findings& findings)

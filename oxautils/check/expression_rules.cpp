@@ -111,8 +111,7 @@ void findDisabledUnits(const Expression& expression, Findings& findings)
         if (!unit->enabled && names(expression, unit->index))
             findings.add(expression.place(),
                 QString("\"%1\" names M%2, which is switched off")
-                    .arg(expression.text)
-                    .arg(unit->index));
+                    .arg(expression.text, QString::number(unit->index)));
     }
 }
 
@@ -144,8 +143,7 @@ void findLongExpression(const Expression& expression, Findings& findings)
         findings.add(expression.place(),
             QString("\"%1\" is too long: completed by the other units that are switched on, it "
                     "has operands behind place %2, where the table's compiler stops")
-                .arg(expression.text)
-                .arg(compilerStopsAt(expression)));
+                .arg(expression.text, QString::number(compilerStopsAt(expression))));
 }
 
 void findHiddenUnits(const Expression& expression, Findings& findings)

@@ -67,7 +67,8 @@ void findRepeated(const ConfigFile& file, const char* listTag, const char* tag, 
             const int number = intAttribute(element, ATTR_INDEX);
             if (seen.contains(number) && element.hasAttribute(ATTR_INDEX) && isNumbered(element))
                 findings.add(file.placeOf(element),
-                    QString("<%1> has index %2 as one before it").arg(tag).arg(number));
+                    QString("<%1> has index %2 as one before it")
+                        .arg(tag, QString::number(number)));
             seen << number;
         }
     });
@@ -133,8 +134,7 @@ void findUnknownPorts(const ConfigFile& file, Findings& findings)
             if (ok && (port < 0 || port >= kNumbers))
                 findings.add(file.placeOf(unit),
                     QString("M%1 is bound to port %2, there are 0 to 15")
-                        .arg(unit.attribute(ATTR_INDEX))
-                        .arg(port));
+                        .arg(unit.attribute(ATTR_INDEX), QString::number(port)));
         }
     });
 }

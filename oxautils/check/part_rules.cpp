@@ -28,9 +28,7 @@ void findMisfit(const Configuration& configuration, OXA_TOOL::MemoryKind kind, c
         if (before <= available && taken > available)
             findings.add(core.place(),
                 QString("with its memory the cores take %1 %2, %3 has %4")
-                    .arg(taken)
-                    .arg(unit, part.name)
-                    .arg(available));
+                    .arg(QString::number(taken), unit, part.name, QString::number(available)));
     }
 }
 

@@ -51,9 +51,8 @@ void findCaptureAmount(const StandardCore& core, Findings& findings)
     else if (!amountIsGood(c))
         findings.add(core.place(),
             QString("%1 windows of %2 samples do not fit into a memory of %3")
-                .arg(c.windowNum)
-                .arg(c.captureAmount)
-                .arg(c.storageDepth));
+                .arg(QString::number(c.windowNum), QString::number(c.captureAmount),
+                    QString::number(c.storageDepth)));
 }
 
 void findTriggerPosition(const StandardCore& core, Findings& findings)
@@ -61,8 +60,8 @@ void findTriggerPosition(const StandardCore& core, Findings& findings)
     if (core.core.captureAmount >= 1 && !positionIsGood(core.core))
         findings.add(core.place(),
             QString("the trigger is at position %1 of a window of %2 samples")
-                .arg(core.core.triggerPos)
-                .arg(core.core.captureAmount));
+                .arg(QString::number(core.core.triggerPos),
+                    QString::number(core.core.captureAmount)));
 }
 
 void findShortWindow(const StandardCore& core, Findings& findings)
@@ -74,9 +73,8 @@ void findShortWindow(const StandardCore& core, Findings& findings)
         findings.add(core.place(),
             QString("with %1 samples a window and the trigger at position %2 its data depth "
                     "register is %3")
-                .arg(core.core.captureAmount)
-                .arg(core.core.triggerPos)
-                .arg(depth));
+                .arg(QString::number(core.core.captureAmount),
+                    QString::number(core.core.triggerPos), QString::number(depth)));
 }
 
 void findNarrowRegisters(const StandardCore& core, Findings& findings)
@@ -88,9 +86,7 @@ void findNarrowRegisters(const StandardCore& core, Findings& findings)
         if (tooLarge(count))
             findings.add(core.place(),
                 QString("its registers have %1 bits, too few for %2 %3")
-                    .arg(width)
-                    .arg(count)
-                    .arg(what));
+                    .arg(QString::number(width), QString::number(count), what));
     };
     complain("samples a window", core.core.captureAmount);
     complain("windows", core.core.windowNum);
@@ -117,8 +113,7 @@ void findTooManyExpressions(const StandardCore& core, Findings& findings)
     if (count > kMostExpressions)
         findings.add(core.place(),
             QString("it has %1 trigger expressions, there are %2 at most")
-                .arg(count)
-                .arg(kMostExpressions));
+                .arg(QString::number(count), QString::number(kMostExpressions)));
 }
 
 void findLiteAmount(const AnyCore& core, Findings& findings)

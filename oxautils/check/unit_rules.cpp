@@ -104,10 +104,8 @@ void findLongValue(const Unit& unit, Findings& findings)
         if (value.text.size() > widthOf(unit))
             findings.add(unit.place(),
                 QString("%1 \"%2\" has %3 characters for the %4 signals of T%5, and loses its last")
-                    .arg(value.name, value.text)
-                    .arg(value.text.size())
-                    .arg(widthOf(unit))
-                    .arg(unit.unit.trigger->index));
+                    .arg(value.name, value.text, QString::number(value.text.size()),
+                        QString::number(widthOf(unit)), QString::number(unit.unit.trigger->index)));
     }
 }
 
@@ -118,10 +116,8 @@ void findShortValue(const Unit& unit, Findings& findings)
             findings.add(unit.place(),
                 QString("%1 \"%2\" has %3 characters for the %4 signals of T%5, and is filled up "
                         "with \"0\" in front")
-                    .arg(value.name, value.text)
-                    .arg(value.text.size())
-                    .arg(widthOf(unit))
-                    .arg(unit.unit.trigger->index));
+                    .arg(value.name, value.text, QString::number(value.text.size()),
+                        QString::number(widthOf(unit)), QString::number(unit.unit.trigger->index)));
     }
 }
 
@@ -154,8 +150,7 @@ void findCounterWidth(const Unit& unit, Findings& findings)
     if (unit.unit.counterEnable && !counterWidthIsGood(unit.unit))
         findings.add(unit.place(),
             QString("its counter has %1 bits, there are 1 to %2")
-                .arg(unit.unit.counterWidth)
-                .arg(kWidestCounter));
+                .arg(QString::number(unit.unit.counterWidth), QString::number(kWidestCounter)));
 }
 
 void findCounter(const Unit& unit, Findings& findings)
@@ -165,7 +160,8 @@ void findCounter(const Unit& unit, Findings& findings)
         return;
     if (u.counter < 1 || u.counter > qint64(1) << u.counterWidth)
         findings.add(unit.place(),
-            QString("a counter of %1 bits cannot count to %2").arg(u.counterWidth).arg(u.counter));
+            QString("a counter of %1 bits cannot count to %2")
+                .arg(QString::number(u.counterWidth), QString::number(u.counter)));
 }
 
 void findIdleContinuous(const Unit& unit, Findings& findings)

@@ -110,7 +110,7 @@ public:
 private:
     void refuse(int line, int column, const QString& why)
     {
-        m_error = QString("%1:%2: ").arg(line).arg(column) + why;
+        m_error = QString("%1:%2: ").arg(QString::number(line), QString::number(column)) + why;
     }
 
     bool checkWidth(const CsvRow& row)
@@ -119,7 +119,8 @@ private:
             return true;
         const CsvField& field = row.size() > kColumnCount ? row[kColumnCount] : row.last();
         refuse(field.line, field.column,
-            QString("%1 columns where there have to be %2").arg(row.size()).arg(kColumnCount));
+            QString("%1 columns where there have to be %2")
+                .arg(QString::number(row.size()), QString::number(kColumnCount)));
         return false;
     }
 

@@ -48,9 +48,8 @@ QStringList resourceProblems(const QString& usageFile, const TargetDevice& targe
         const int count = used(counts, kind);
         if (count > target.*kind.available)
             problems << QString("RESOURCE_CHECK: the netlist takes %1 %2, the device has %3")
-                            .arg(count)
-                            .arg(kind.what)
-                            .arg(target.*kind.available);
+                            .arg(QString::number(count), kind.what,
+                                QString::number(target.*kind.available));
     }
     return problems;
 }

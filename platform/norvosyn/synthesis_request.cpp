@@ -83,7 +83,7 @@ void readSources(MapReader& top, SynthesisRequest& request, QStringList& problem
     if (files->isEmpty())
         top.complain(ARG_FILE, "names no file");
     for (int i = 0; i < files->size(); ++i) {
-        const QString where = QString("%1[%2]").arg(ARG_FILE).arg(i);
+        const QString where = QString("%1[%2]").arg(ARG_FILE, QString::number(i));
         if (files->at(i).type() != QVariant::Map) {
             problems << QString("request: \"%1\" is not a map").arg(where);
             continue;

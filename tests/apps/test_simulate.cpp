@@ -264,7 +264,7 @@ void TestSimulate::unusableInputs_data()
     row("output of no known kind", wave, {"-o", "out.txt"}, {"out.txt: the ending has to be"});
     row("output nowhere", wave, {"-o", "/no/such/out.vcd"},
         {"/no/such/out.vcd: cannot be written"});
-    row("damaged waveform", wave + "2!", {}, {"wave.vcd:", "expected a time or a value change"});
+    row("damaged waveform", wave + "2!", {}, {"w%2.vcd:", "expected a time or a value change"});
     row("cut off waveform", wave.left(60), {}, {"the file ends inside"});
     row("no samples", wave.left(wave.indexOf("#5")), {}, {"no rising edge in the waveform"});
     row("no signals", vcdOf({"c"}, {"0"}), {}, {"b[1]: is not", "b[0]: is not", "a: is not"});
@@ -279,7 +279,7 @@ void TestSimulate::unusableInputs()
     const auto core0 = core(0, "10");
     OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
     QDir(m_dir.path()).mkdir("bad");
-    const Result result = oxa(m_call + QStringList {writeFile(path("bad/wave.vcd"), wave)} + more);
+    const Result result = oxa(m_call + QStringList {writeFile(path("bad/w%2.vcd"), wave)} + more);
     QCOMPARE(result.status, 2);
     for (const QString& error : errors)
         QVERIFY2(result.err.contains(error), qPrintable(result.err));

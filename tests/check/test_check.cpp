@@ -197,6 +197,7 @@ private Q_SLOTS:
     void everyRuleHasARow();
     void namesOfTheWrapperAreKnown();
     void problemsComeInDocumentOrder();
+    void textsAreShownAsTheyStand();
     void documentsListTheRules();
 
 private:
@@ -481,6 +482,16 @@ void TestCheck::problemsComeInDocumentOrder()
     QCOMPARE(places,
         QStringList({"core-index", "no-clock", "signal-twice", "value-character", "unused-unit",
             "disabled-unit", "checksum"}));
+}
+
+void TestCheck::textsAreShownAsTheyStand()
+{
+    const QString value = changed(kStandard, "1X", "%3%4%5");
+    for (const QString& text : shown(checkConfigFile(write(value))))
+        QVERIFY2(text.contains("value0 \"%3%4%5\" h"), qPrintable(text));
+    const QString expression = changed(kStandard, ">M0<", ">M0&amp;M1%2<");
+    for (const QString& text : shown(checkConfigFile(write(expression))))
+        QVERIFY2(text.contains(": \"M0&M1%2\" "), qPrintable(text));
 }
 
 void TestCheck::documentsListTheRules()

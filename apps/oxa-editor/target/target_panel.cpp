@@ -62,8 +62,8 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     connect(m_job, &TargetJob::finished, this, &TargetPanel::showResult);
     connect(m_save, &SaveJob::progress, this, [this](const QString& path, int percent) {
         if (m_stop->isEnabled())
-            m_state->setText(
-                tr("%1: %2 % written").arg(QDir::toNativeSeparators(path)).arg(percent));
+            m_state->setText(tr("%1: %2 % written")
+                                 .arg(QDir::toNativeSeparators(path), QString::number(percent)));
     });
     connect(m_save, &SaveJob::finished, this, &TargetPanel::showSaved);
     connect(m_cores, &QTreeWidget::currentItemChanged, this, &TargetPanel::showWaveform);

@@ -167,7 +167,8 @@ void TargetRun::tellCores() const
     for (size_t i = 0; i < m_session->identities().size(); ++i) {
         const CoreIdentity& identity = m_session->identities()[i];
         cores += {m_session->build().cores[i].name(),
-            tr("%1 signals, %2 samples").arg(identity.signalCount).arg(identity.depth)};
+            tr("%1 signals, %2 samples")
+                .arg(QString::number(identity.signalCount), QString::number(identity.depth))};
     }
     found(cores, m_built->name);
 }
@@ -209,8 +210,7 @@ bool TargetRun::checkTakeover(const std::vector<SimulatedCore>& wanted)
     const std::vector<SimulatedCore>& built = m_session->build().cores;
     if (wanted.size() != built.size())
         return fail(tr("The chip has %1 cores, the configuration %2: generate and synthesize it.")
-                        .arg(built.size())
-                        .arg(wanted.size()));
+                        .arg(QString::number(built.size()), QString::number(wanted.size())));
     bool possible = true;
     for (size_t place = 0; place < wanted.size(); ++place) {
         const QStringList others

@@ -31,12 +31,11 @@ void append(const Problems& problems, QStringList& texts)
 QString windowText(const Window& window, size_t number)
 {
     if (window.triggerSample == kNoSample)
-        return Rehearsal::tr("%1 samples from %2 on").arg(window.samples).arg(window.firstSample);
+        return Rehearsal::tr("%1 samples from %2 on")
+            .arg(QString::number(window.samples), QString::number(window.firstSample));
     return Rehearsal::tr("window %1: trigger at sample %2, %3 samples from %4 on")
-        .arg(number)
-        .arg(window.triggerSample)
-        .arg(window.samples)
-        .arg(window.firstSample);
+        .arg(QString::number(number), QString::number(window.triggerSample),
+            QString::number(window.samples), QString::number(window.firstSample));
 }
 
 }

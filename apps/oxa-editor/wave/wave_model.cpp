@@ -137,9 +137,10 @@ QVariant WaveModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return isValue ? valueText(index, *shown) : shown->name;
     case Qt::ToolTipRole:
-        return isValue          ? valueText(index, *shown)
-            : shown->width == 1 ? shown->name
-                                : tr("%1 (%2 bits)").arg(shown->name).arg(shown->width);
+        return isValue ? valueText(index, *shown)
+            : shown->width == 1
+            ? shown->name
+            : tr("%1 (%2 bits)").arg(shown->name, QString::number(shown->width));
     case Qt::FontRole:
         return isValue ? valueFont() : QVariant();
     case Qt::SizeHintRole:

@@ -234,7 +234,7 @@ QString WaveView::timeText(qint64 samples) const
 QString WaveView::cursorText(int which) const
 {
     const qint64 sample = m_canvas->cursor(which);
-    QString text = tr("%1: sample %2").arg(which == 0 ? "A" : "B").arg(sample);
+    QString text = tr("%1: sample %2").arg(which == 0 ? "A" : "B", QString::number(sample));
     const int number = waveform()->windowAt(sample);
     if (number < 0)
         return text;
@@ -245,9 +245,8 @@ QString WaveView::cursorText(int which) const
     const qint64 distance = sample - window.trigger;
     return text
         + tr(", trigger %1 %2%3")
-              .arg(distance < 0 ? QChar(0x2212) : QChar('+'))
-              .arg(qAbs(distance))
-              .arg(timeText(qAbs(distance)));
+              .arg(distance < 0 ? QChar(0x2212) : QChar('+'), QString::number(qAbs(distance)),
+                  timeText(qAbs(distance)));
 }
 
 void WaveView::showCursors()
@@ -260,8 +259,8 @@ void WaveView::showCursors()
     }
     if (texts.size() == 2) {
         const qint64 distance = m_canvas->cursor(1) - m_canvas->cursor(0);
-        texts
-            += tr("B %1 A: %2 samples%3").arg(QChar(0x2212)).arg(distance).arg(timeText(distance));
+        texts += tr("B %1 A: %2 samples%3")
+                     .arg(QChar(0x2212), QString::number(distance), timeText(distance));
     }
     if (texts.isEmpty())
         texts += tr("Click for cursor A, Shift+click for B; arrow keys move them.");
