@@ -12,6 +12,9 @@ public:
     /// Connects to "unix:PATH" or "HOST:PORT".
     bool connectTo(const QString& address);
 
+    /// Without one, a target that is silent for some seconds is given up.
+    void setPatience(const StreamSocket::Patience& patience) { m_socket.setPatience(patience); }
+
     bool reset() override;
     bool scanIr(const BitString& out) override;
     bool scanDr(const BitString& out, BitString* in) override;

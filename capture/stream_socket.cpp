@@ -135,11 +135,15 @@ bool StreamSocket::exchange(const QByteArray& bytes,
         return false;
     // Answers are taken while sending goes on: neither side's buffer holds all of a long scan.
     int sent = 0;
+    int looks = 0; // in vain
     while (sent < bytes.size() || !isWhole(answer)) {
         pollfd polled = {m_handle, short(POLLIN | (sent < bytes.size() ? POLLOUT : 0)), 0};
         const int ready = poll(&polled, 1, timeout);
+        looks = ready == 0 ? looks + 1 : 0;
+        if (ready == 0 && m_patience && m_patience(looks))
+            continue;
         if (ready == 0)
-            return fail(QString("no answer within %1 s").arg(timeout / 1000.0));
+            return fail(QString("no answer within %1 s").arg(looks * (timeout / 1000.0)));
         if (ready < 0 && errno != EINTR)
             return fail(std::strerror(errno));
         if (ready > 0 && polled.revents & POLLOUT && !sendSome(bytes, sent))

@@ -22,6 +22,11 @@ public:
     /// within some seconds.
     bool connectTo(const QString& address);
 
+    /// Asked whenever nothing came for the timeout of an exchange, `looks` times in a row, whether
+    /// to wait on. Nobody waits on without it.
+    using Patience = std::function<bool(int looks)>;
+    void setPatience(const Patience& patience) { m_patience = patience; }
+
     /// Sends `bytes`, and receives until `isWhole` says that the answer is. False when the other
     /// side left, or did nothing for `timeout` ms; the connection then ends, so that an answer that
     /// comes late is not taken for the next one.
@@ -41,6 +46,7 @@ private:
     bool receiveSome(QByteArray& answer);
 
     int m_handle = -1;
+    Patience m_patience;
     QString m_error = "not connected";
 };
 

@@ -4,17 +4,14 @@
 
 #include "oxautils/generate/oxa_prepare.h"
 
-#include <QDeadlineTimer>
 #include <QDir>
 #include <QRegularExpression>
 #include <QThread>
 
 namespace {
 
-constexpr int kStartTimeout = 20000; // ms until the simulator listens
-constexpr int kPlayTimeout = 60000; // ms for one order to play
+constexpr int kLook = 5000; // ms between looks whether a silent simulator computes
 constexpr int kCompilePoll = 100; // ms between questions whether to go on
-constexpr int kStopTimeout = 5000; // ms
 
 bool writeText(const QString& path, const QByteArray& text)
 {
@@ -29,7 +26,7 @@ SimulatedTarget::~SimulatedTarget()
     if (m_vvp.state() == QProcess::NotRunning)
         return;
     m_vvp.kill();
-    m_vvp.waitForFinished(kStopTimeout);
+    m_vvp.waitForFinished(-1);
 }
 
 bool SimulatedTarget::fail(const QString& error)
@@ -76,13 +73,13 @@ bool SimulatedTarget::compile(const QStringList& arguments, const std::function<
     QProcess iverilog;
     iverilog.setProcessChannelMode(QProcess::MergedChannels);
     iverilog.start("iverilog", arguments);
-    if (!iverilog.waitForStarted())
+    if (!iverilog.waitForStarted(-1))
         return fail("iverilog does not start (package iverilog): " + iverilog.errorString());
     while (!iverilog.waitForFinished(kCompilePoll)) {
         if (goesOn())
             continue;
         iverilog.kill();
-        iverilog.waitForFinished(kStopTimeout);
+        iverilog.waitForFinished(-1);
         return fail({});
     }
     const QString log = QString::fromLocal8Bit(iverilog.readAll()).trimmed();
@@ -99,8 +96,11 @@ bool SimulatedTarget::run(const QString& stimulus, const QString& jtag)
             m_workDir + "/target.vvp", "+oxa_jtag=" + jtag,
             "+oxa_control=unix:" + m_sockets.filePath("control"), "+oxa_stimulus=" + stimulus}
             + m_settle);
-    if (!m_vvp.waitForStarted())
+    if (!m_vvp.waitForStarted(-1))
         return fail("vvp does not start (package iverilog): " + m_vvp.errorString());
+    const auto mayAnswer = [this](int looks) { return this->mayAnswer(looks); };
+    m_control.setPatience(mayAnswer);
+    m_jtag.setPatience(mayAnswer);
     return connectTo("control", [this](const QString& at) { return m_control.connectTo(at); });
 }
 
@@ -123,18 +123,26 @@ bool SimulatedTarget::serve(const QString& stimulus, int port)
 bool SimulatedTarget::connectTo(
     const QString& name, const std::function<bool(const QString&)>& connect)
 {
-    const QDeadlineTimer deadline(kStartTimeout);
+    m_patience.begin(m_vvp.processId());
     while (!connect("unix:" + m_sockets.filePath(name))) {
-        if (m_vvp.waitForFinished(10) || deadline.hasExpired())
+        if (m_vvp.waitForFinished(10) || !m_patience.lasts())
             return fail("the simulator does not run: " + lastWords());
     }
     return true;
 }
 
+// Asked while the simulator is silent, `looks` times in a row.
+bool SimulatedTarget::mayAnswer(int looks)
+{
+    if (looks == 1)
+        m_patience.begin(m_vvp.processId());
+    return m_patience.lasts();
+}
+
 bool SimulatedTarget::order(const QByteArray& line, QByteArray& answer)
 {
     const auto isWhole = [](const QByteArray& so) { return so.endsWith('\n'); };
-    if (!m_control.exchange(line + '\n', isWhole, answer, kPlayTimeout))
+    if (!m_control.exchange(line + '\n', isWhole, answer, kLook))
         return fail("the simulator stopped: " + m_control.error() + lastWords());
     answer.chop(1);
     return true;

@@ -1,6 +1,7 @@
 #ifndef APPS_OXA_SIMULATED_TARGET_H
 #define APPS_OXA_SIMULATED_TARGET_H
 
+#include "process_patience.h"
 #include "stimulus_file.h"
 
 #include "capture/remote_bitbang_link.h"
@@ -59,12 +60,14 @@ private:
     bool connectTo(const QString& name, const std::function<bool(const QString&)>& connect);
     bool run(const QString& stimulus, const QString& jtag);
     bool order(const QByteArray& line, QByteArray& answer);
+    bool mayAnswer(int looks);
     QString lastWords();
 
     QString m_workDir;
     QStringList m_settle;
     QTemporaryDir m_sockets;
     QProcess m_vvp;
+    ProcessPatience m_patience; // with m_vvp
     OXA_CAPTURE::RemoteBitbangLink m_jtag;
     OXA_CAPTURE::StreamSocket m_control;
     int m_port = 0;

@@ -2,6 +2,7 @@
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
 #include "support/oxa_program.h"
+#include "support/processes.h"
 #include "support/waveforms.h"
 
 #include <dev/device_db.h>
@@ -12,7 +13,13 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
+
+constexpr int kSilence = 11; // s, longer than targets are given that may be gone
 
 // The signals a, b[1] and b[0], a sample a word.
 const QStringList kNames {"a", "b[1]", "b[0]"};
@@ -70,6 +77,7 @@ private Q_SLOTS:
     void lite();
     void verilogCapturesAsTheModel_data();
     void verilogCapturesAsTheModel();
+    void aSilentSimulatorIsAwaited();
     void keptWork();
     void netlistsOfOthersAreRefused();
     void unusableInputs_data();
@@ -216,6 +224,42 @@ void TestSimulate::verilogCapturesAsTheModel()
     QCOMPARE(verilog.err, QString());
     QCOMPARE(verilog.out, model.out);
     QCOMPARE(bytesOf(path("out.csv")), samples);
+}
+
+// As a netlist's is on a busy machine. Here a module of its own waits for a file, in the middle of
+// a scan.
+void TestSimulate::aSilentSimulatorIsAwaited()
+{
+    const QString fifo = path("fifo");
+    QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
+    const QByteArray wait = "module wait_for_test; integer f, c;\n"
+                            "initial #50 begin f = $fopen(\"%1\", \"r\"); c = $fgetc(f); end\n"
+                            "endmodule\n";
+    writeFile(path("wait.v"), QByteArray(wait).replace("%1", fifo.toUtf8()));
+    QDir(m_dir.path()).mkdir("bin");
+    writeFile(path("bin/iverilog"),
+        QString("#!/bin/sh\nPATH=%1 exec iverilog -s wait_for_test \"$@\" %2\n")
+            .arg(qEnvironmentVariable("PATH"), path("wait.v"))
+            .toUtf8());
+    QFile::setPermissions(
+        path("bin/iverilog"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    QStringList call = m_call + QStringList {path("wave.vcd")};
+    call.removeOne("--model");
+    Service simulation;
+    simulation.setEnvironment(QProcess::systemEnvironment()
+        + QStringList(QString("PATH=%1:%2").arg(path("bin"), qEnvironmentVariable("PATH"))));
+    simulation.start(OXA_PROGRAM, call);
+    int writer = -1; // none before the simulator reads
+    while (writer < 0 && !simulation.waitForFinished(20))
+        writer = open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    QVERIFY2(writer >= 0, simulation.said());
+    QThread::sleep(kSilence);
+    close(writer);
+    QVERIFY(finished(simulation));
+    QVERIFY2(simulation.exitCode() == 0, simulation.said());
 }
 
 void TestSimulate::keptWork()

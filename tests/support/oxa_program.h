@@ -1,6 +1,8 @@
 #ifndef TESTS_SUPPORT_OXA_PROGRAM_H
 #define TESTS_SUPPORT_OXA_PROGRAM_H
 
+#include "support/patience.h"
+
 #include <QProcess>
 #include <QString>
 
@@ -18,7 +20,7 @@ inline Result oxa(const QStringList& arguments, const QStringList& environment =
     process.setEnvironment(QProcess::systemEnvironment() + environment);
     process.start(OXA_PROGRAM, arguments);
     process.closeWriteChannel();
-    if (!process.waitForFinished(240000))
+    if (!finished(process))
         return {-1, {}, process.errorString()};
     const bool crashed = process.exitStatus() != QProcess::NormalExit;
     return {crashed ? -2 : process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),

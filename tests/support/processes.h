@@ -1,6 +1,8 @@
 #ifndef TESTS_SUPPORT_PROCESSES_H
 #define TESTS_SUPPORT_PROCESSES_H
 
+#include "support/patience.h"
+
 #include <QDeadlineTimer>
 #include <QProcess>
 #include <QTemporaryFile>
@@ -30,7 +32,7 @@ public:
     /// does not say it for long.
     QByteArray after(const QByteArray& text)
     {
-        const QDeadlineTimer deadline(20000);
+        const QDeadlineTimer deadline(kPatience);
         bool runs = true;
         do {
             const QByteArray all = said();
@@ -50,7 +52,7 @@ public:
         if (state() == NotRunning)
             return;
         kill();
-        waitForFinished();
+        waitForFinished(kPatience);
     }
 
 protected:

@@ -2,6 +2,12 @@
 
 namespace oxa_target {
 
+namespace {
+
+constexpr size_t kAnswersAtOnce = 1024; // a client that waits sees that they come
+
+}
+
 bool Bitbang::step()
 {
     const std::string& input = m_socket.input;
@@ -13,6 +19,8 @@ bool Bitbang::step()
         }
         if (command == 'R') {
             m_answers += m_pads.tdo() ? '1' : '0';
+            if (m_answers.size() == kAnswersAtOnce)
+                sendAnswers();
         } else if (command == 'Q') {
             flush();
             m_socket.dropClient();
@@ -23,10 +31,15 @@ bool Bitbang::step()
     return false;
 }
 
-void Bitbang::flush()
+void Bitbang::sendAnswers()
 {
     m_socket.send(m_answers);
     m_answers.clear();
+}
+
+void Bitbang::flush()
+{
+    sendAnswers();
     m_socket.input.clear();
     m_done = 0;
 }

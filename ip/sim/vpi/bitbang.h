@@ -27,6 +27,7 @@ public:
     bool step();
 
 private:
+    void sendAnswers();
     void flush();
 
     ServerSocket& m_socket;
