@@ -192,7 +192,7 @@ void TestCapture::everyFormatHoldsTheSamples()
     QCOMPARE(dump.names, variables + variables);
     QProcess sigrok;
     sigrok.start("sigrok-cli", {"-i", path("live.sr"), "-O", "csv"});
-    QVERIFY(sigrok.waitForFinished());
+    QVERIFY(finished(sigrok));
     const QStringList all = QString::fromUtf8(sigrok.readAllStandardOutput()).split('\n');
     const QStringList read = all.filter(QRegularExpression("^[01],"));
     const QString channels = all.filter("Channels").first().section(": ", 1);
@@ -227,7 +227,7 @@ void TestCapture::timeInFiles()
     QVERIFY2(vcd.endsWith("\n#3703704\n"), vcd.right(200)); // 100 periods
     QProcess sigrok;
     sigrok.start("sigrok-cli", {"-i", path("live.sr"), "--show"});
-    QVERIFY(sigrok.waitForFinished());
+    QVERIFY(finished(sigrok));
     QVERIFY(sigrok.readAllStandardOutput().contains("Samplerate: 27000000"));
 }
 
@@ -294,7 +294,7 @@ void TestCapture::progressOnATerminal()
         {"-qec",
             QString("stty cols %1; %2 %3 --timeout %4").arg(columns, OXA_PROGRAM, call, timeout),
             "/dev/null"});
-    QVERIFY(terminal.waitForFinished());
+    QVERIFY(finished(terminal));
     const QString said = QString::fromUtf8(terminal.readAllStandardOutput());
     QVERIFY2(QRegularExpression(shown).match(said).hasMatch(), qPrintable(said));
 }
@@ -317,7 +317,7 @@ void TestCapture::interrupted()
     QTest::qWait(5000); // the waveform, with one trigger, is over
     QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
     waiting.terminate();
-    QVERIFY(waiting.waitForFinished());
+    QVERIFY(finished(waiting));
     QCOMPARE(waiting.exitCode(), 1);
     QVERIFY2(
         waiting.said().contains("core 4 was stopped with 1 of 2 windows whole"), waiting.said());

@@ -190,7 +190,7 @@ void TestCaptureFaults::anotherClientOnTheChain()
         QTcpSocket socket;
         socket.connectToHost("127.0.0.1", m_live.address().section(':', -1).toUShort());
         std::minstd_rand random(3);
-        while (!over && socket.waitForConnected()) {
+        while (!over && socket.waitForConnected(kPatience)) {
             const QString irscan = random() >> 8 & 1 ? "irscan fpga.tap 1; " : "";
             socket.write(
                 QString("%1drscan fpga.tap 32 0x%2\x1a").arg(irscan).arg(random(), 0, 16).toUtf8());
@@ -219,7 +219,7 @@ void TestCaptureFaults::openOcdRestarted()
     QTest::qWait(2000);
     QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
     QVERIFY(m_live.connectOpenOcd());
-    QVERIFY(waiting.waitForFinished());
+    QVERIFY(finished(waiting));
     const QString said = waiting.said();
     fails({waiting.exitCode(), {}, said}, 1, "the other side closed the connection");
     QCOMPARE(oxa(captureCall(m_live.address())).status, 0);
@@ -239,7 +239,7 @@ void TestCaptureFaults::clockThatStands()
         OXA_PROGRAM, captureCall(m_live.address(), {"--unit", "M0=1111111111", "--timeout", "3"}));
     QTest::qWait(1500); // it runs
     kill(player, SIGSTOP);
-    QVERIFY(waiting.waitForFinished());
+    QVERIFY(finished(waiting));
     const QString said = waiting.said();
     fails({waiting.exitCode(), {}, said}, 1, "its sample clock stands still");
     kill(player, SIGCONT);
@@ -299,7 +299,7 @@ void TestCaptureFaults::targetsComeAndGo()
     QCOMPARE(taken.status, 1);
     QVERIFY2(taken.err.contains("Address already in use"), qPrintable(taken.err));
     m_live.target.terminate();
-    QVERIFY(m_live.target.waitForFinished());
+    QVERIFY(finished(m_live.target));
     QCOMPARE(m_live.target.exitCode(), 0);
     QTcpSocket socket;
     socket.connectToHost("127.0.0.1", m_live.port().toUShort());

@@ -117,7 +117,7 @@ void TestFirstCapture::run(Service& service, const Step& step)
         {"-c",
             "PATH=" OXA_BINARY_DIR "/bin:$PATH; exec "
                 + here(stays ? step.command.chopped(2) : step.command)});
-    const QDeadlineTimer deadline(60000);
+    const QDeadlineTimer deadline(kPatience);
     QStringList said;
     bool over = false;
     do {

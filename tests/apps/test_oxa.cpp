@@ -264,7 +264,7 @@ void TestOxa::failedWritesFailTheJob()
     QProcess process;
     process.setStandardOutputFile("/dev/full");
     process.start(OXA_PROGRAM, {"show", kUart});
-    QVERIFY(process.waitForFinished());
+    QVERIFY(finished(process));
     QCOMPARE(process.exitCode(), 1);
     QVERIFY(!result.out.isEmpty());
 }
@@ -286,7 +286,7 @@ void TestOxa::referencePageIsWhatHelpSays()
 {
     QProcess process;
     process.start(OXA_SOURCE_DIR "/tools/cli-reference", {OXA_PROGRAM, "markdown"});
-    QVERIFY(process.waitForFinished());
+    QVERIFY(finished(process));
     QCOMPARE(process.readAllStandardOutput(), bytesOf(OXA_SOURCE_DIR "/docs/cli.md"));
 }
 
@@ -309,7 +309,7 @@ void TestOxa::shellCompletes()
             QStringList {
                 "-c", script, "bash", OXA_PROGRAM, OXA_SOURCE_DIR "/share/bash-completion/oxa"}
                 + row.first);
-        QVERIFY(process.waitForFinished());
+        QVERIFY(finished(process));
         QCOMPARE(QString(process.readAllStandardOutput()).trimmed(), row.second);
     }
 }

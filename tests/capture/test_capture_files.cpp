@@ -2,6 +2,7 @@
 
 #include "capture/sample_text.h"
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -144,7 +145,7 @@ void TestCaptureFiles::sigrok()
     QVERIFY(written("out.sr", twoCores()).startsWith("PK"));
     QProcess reader;
     reader.start("sigrok-cli", {"-i", m_dir.filePath("out.sr")});
-    QVERIFY2(reader.waitForFinished(), qPrintable(reader.errorString()));
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
     QCOMPARE(QString(reader.readAllStandardOutput()).section("channels\n", 1),
         QString("count[1]:1000\n"
                 "count[0]:0100\n"

@@ -56,7 +56,7 @@ void TestOpenOcdLink::initTestCase()
     iverilog.start("iverilog",
         {"-g2005", "-o", m_dir.filePath("tb.vvp"), "-y", OXA_BINARY_DIR "/share/oxautils/sim",
             OXA_SOURCE_DIR "/tests/ip/sim/echo_tb.v"});
-    QVERIFY(iverilog.waitForFinished());
+    QVERIFY(finished(iverilog));
     m_target.start("vvp",
         {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", m_dir.filePath("tb.vvp"),
             "+oxa_jtag=tcp:0"});
@@ -107,8 +107,8 @@ void TestOpenOcdLink::oneProgramAtATime()
     QVERIFY(second.connectTo(m_address) && second.selectTap("fpga.tap"));
     QVERIFY(!second.reset());
     QCOMPARE(second.error(), QString("OpenOCD: another program captures from this target"));
-    QTest::qWait(4100); // the first one seems to be gone
-    QVERIFY(second.reset());
+    // Until the first one seems to be gone.
+    QTRY_VERIFY_WITH_TIMEOUT(second.reset(), kPatience);
     QVERIFY(!first.scanIr(kEr1));
     QCOMPARE(first.error(), QString("OpenOCD: another program took the target over"));
     {

@@ -5,6 +5,8 @@
 #include "oxautils/editor/tree_line_edit.h"
 #include "oxautils/model/ao_core.h"
 
+#include "support/patience.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -22,7 +24,7 @@ public:
     {
         dialog.show();
         dialog.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(QTest::qWaitForWindowActive(&dialog, kPatience));
     }
 
     template <typename T> T* find(const char* name) const { return dialog.findChild<T*>(name); }

@@ -1,6 +1,8 @@
 #ifndef TESTS_SUPPORT_JTAG_PROXY_H
 #define TESTS_SUPPORT_JTAG_PROXY_H
 
+#include "support/patience.h"
+
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -94,7 +96,7 @@ private:
             const std::unique_ptr<QTcpSocket> client(server.nextPendingConnection());
             QTcpSocket target;
             target.connectToHost(QHostAddress::LocalHost, port);
-            target.waitForConnected();
+            target.waitForConnected(kPatience);
             while (!m_over && client->state() == QTcpSocket::ConnectedState) {
                 if (client->bytesAvailable() == 0 && !client->waitForReadyRead(50))
                     continue;
@@ -144,7 +146,7 @@ private:
         target.write(forward);
         target.flush();
         QByteArray read = target.readAll();
-        while (read.size() < answers && target.waitForReadyRead(5000))
+        while (read.size() < answers && target.waitForReadyRead(kPatience))
             read += target.readAll();
         return reply(sent, read);
     }

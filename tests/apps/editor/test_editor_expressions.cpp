@@ -2,6 +2,8 @@
 #include "oxa-editor/expression_marks.h"
 #include "oxa-editor/truth_table.h"
 
+#include "support/patience.h"
+
 #include <QAbstractItemModelTester>
 #include <QAbstractItemView>
 #include <QApplication>
@@ -144,7 +146,7 @@ void TestEditorExpressions::completion()
     edit.setUnits(units.core);
     edit.show();
     edit.activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&edit));
+    QVERIFY(QTest::qWaitForWindowActive(&edit, kPatience));
     edit.setFocus();
     QTest::keyClicks(&edit, "!m");
     auto* popup = qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());

@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr int kLongRun = 20000; // ms
-
 // A count of three bits, and a signal that only the trigger sees.
 const QStringList kNames {"count[2]", "count[1]", "count[0]", "go"};
 
@@ -112,7 +110,7 @@ struct TestEditorRehearsal::Run : PanelDriver<RehearsalPanel> {
         settle();
     }
 
-    void settle() { QTRY_VERIFY_WITH_TIMEOUT(!panel.isBusy(), kLongRun); }
+    void settle() { QTRY_VERIFY_WITH_TIMEOUT(!panel.isBusy(), kPatience); }
 
     void set(int unit, const QString& value)
     {
@@ -233,7 +231,7 @@ void TestEditorRehearsal::followsTheFile()
     QCOMPARE(run.windows(), QString("4+4@5"));
     QTest::qWait(20); // the file's time has to be another
     writeFile(m_folder.path("changing.vcd"), vcdOf(kNames, counting(20).mid(2)));
-    QTRY_COMPARE_WITH_TIMEOUT(run.windows(), QString("2+4@3"), kLongRun);
+    QTRY_COMPARE_WITH_TIMEOUT(run.windows(), QString("2+4@3"), kPatience);
 }
 
 void TestEditorRehearsal::stimulusStaysWithItsDocument()
@@ -277,7 +275,7 @@ void TestEditorRehearsal::closingDropsTheRun()
     QSignalSpy progress(rehearsal, &Rehearsal::progress);
     QSignalSpy finished(rehearsal, &Rehearsal::finished);
     run->enter("Stimulus:", m_folder.path("large.vcd"));
-    QTRY_VERIFY(progress.size() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(progress.size() > 0, kPatience);
     run.reset();
     QCOMPARE(finished.size(), 0);
 }

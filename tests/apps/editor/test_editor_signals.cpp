@@ -4,6 +4,8 @@
 #include "oxa-editor/signal_model.h"
 #include "oxa-editor/signal_names.h"
 
+#include "support/patience.h"
+
 #include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QClipboard>
@@ -49,7 +51,7 @@ struct Driver {
             });
         editor.show();
         editor.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&editor));
+        QVERIFY(QTest::qWaitForWindowActive(&editor, kPatience));
         editor.view()->setFocus();
     }
 
@@ -246,7 +248,7 @@ void TestEditorSignals::renaming()
     QCOMPARE(field->text(), QString("d"));
     QTest::keyClicks(field, "data");
     QTest::keyClick(field, Qt::Key_Return);
-    QTRY_COMPARE(driver.text(), QString("a data(d[1] d[0])"));
+    QTRY_COMPARE_WITH_TIMEOUT(driver.text(), QString("a data(d[1] d[0])"), kPatience);
     QCOMPARE(driver.steps, QStringList({"rename d"}));
     SignalModel& model = *driver.editor.model();
     QVERIFY(!model.setData(model.index(0, 0), " \n ", Qt::EditRole));

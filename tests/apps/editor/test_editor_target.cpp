@@ -17,8 +17,6 @@
 
 namespace {
 
-constexpr int kLongRun = 60000; // ms
-
 OXA::SignalItem bus(const QString& name, int width)
 {
     OXA::SignalItem item;
@@ -90,11 +88,11 @@ struct TestEditorTarget::Run : PanelDriver<TargetPanel> {
         enter("TAP:", {});
     }
 
-    void finish() { QTRY_VERIFY_WITH_TIMEOUT(!panel.isRunning(), kLongRun); }
+    void finish() { QTRY_VERIFY_WITH_TIMEOUT(!panel.isRunning(), kPatience); }
 
     void waitFor(const QString& text)
     {
-        QTRY_VERIFY2_WITH_TIMEOUT(cores().contains(text), qPrintable(cores()), kLongRun);
+        QTRY_VERIFY2_WITH_TIMEOUT(cores().contains(text), qPrintable(cores()), kPatience);
     }
 
     void set(int place, const QString& value)
@@ -350,7 +348,7 @@ void TestEditorTarget::samplesThatAreNotSaved()
         [&] { run.press("Reload"); },
     };
     writeFile(path, bytesOf(path) + '\n');
-    QTRY_VERIFY(run.message().contains("Another program"));
+    QTRY_VERIFY_WITH_TIMEOUT(run.message().contains("Another program"), kPatience);
     for (const auto& loss : losses) {
         const QString question = WindowDriver::answering(QMessageBox::Cancel, loss);
         QCOMPARE(question, QString("What was captured from the chip is not saved."));

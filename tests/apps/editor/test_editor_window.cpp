@@ -178,7 +178,7 @@ void TestEditorWindow::coresAreListed()
         QVERIFY(field);
         QTest::keyClicks(field, QString("core%1").arg(i));
         QTest::keyClick(field, Qt::Key_Return);
-        QTRY_VERIFY(!list->findChild<QLineEdit*>());
+        QTRY_VERIFY_WITH_TIMEOUT(!list->findChild<QLineEdit*>(), kPatience);
     }
     const auto modules = [&] {
         QStringList texts;
@@ -194,7 +194,7 @@ void TestEditorWindow::coresAreListed()
     QCOMPARE(modules(), QString("0:core0 1:core1"));
     list->setCurrentRow(0);
     list->model()->moveRow({}, 0, {}, 2); // as dragging does
-    QTRY_COMPARE(modules(), QString("0:core1 1:core0"));
+    QTRY_COMPARE_WITH_TIMEOUT(modules(), QString("0:core1 1:core0"), kPatience);
     QVERIFY(list->item(0)->text().endsWith(" core1"));
     driver.press("Remove the core");
     driver.press("Remove the core");
@@ -272,7 +272,8 @@ void TestEditorWindow::expressionsAreOrdered()
     QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m2");
     QCOMPARE(driver.core().expressions, QStringList({"M0", "M2", "M1 && M2"}));
     list->model()->moveRow({}, 2, {}, 0); // as dragging does
-    QTRY_COMPARE(driver.core().expressions, QStringList({"M1 && M2", "M0", "M2"}));
+    QTRY_COMPARE_WITH_TIMEOUT(
+        driver.core().expressions, QStringList({"M1 && M2", "M0", "M2"}), kPatience);
     driver.keys("Ctrl+5");
     list->setCurrentRow(0);
     QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
@@ -467,14 +468,14 @@ void TestEditorWindow::fileChangedByOthers()
     QVERIFY(driver.window.open(path));
     const QByteArray others = bytesOf(path).replace("trigger_pos=\"32\"", "trigger_pos=\"48\"");
     writeFile(path, others);
-    QTRY_VERIFY(driver.message().contains("Another program"));
+    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("Another program"), kPatience);
     driver.press("Reload");
     QCOMPARE(driver.core().triggerPos, 48);
     QCOMPARE(driver.message(), QString());
 
     driver.enter("Module:", "mine");
     writeFile(path, QByteArray(others).replace("trigger_pos=\"48\"", "trigger_pos=\"64\""));
-    QTRY_VERIFY(driver.message().contains("Another program"));
+    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("Another program"), kPatience);
     const QString question
         = WindowDriver::answering(QMessageBox::No, [&] { driver.keys("Ctrl+S"); });
     QVERIFY(question.contains("Overwrite"));
@@ -486,7 +487,7 @@ void TestEditorWindow::fileChangedByOthers()
     QVERIFY(bytesOf(path).contains("trigger_pos=\"48\""));
 
     QVERIFY(QFile::remove(path));
-    QTRY_VERIFY(driver.message().contains("no longer there"));
+    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("no longer there"), kPatience);
     driver.keys("Ctrl+S");
     QVERIFY(QFile::exists(path));
 }
@@ -502,7 +503,8 @@ void TestEditorWindow::droppedFiles()
     QVERIFY(enter.isAccepted());
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&driver.window, &drop);
-    QTRY_COMPARE(driver.document().path(), QFileInfo(path).absoluteFilePath());
+    QTRY_COMPARE_WITH_TIMEOUT(
+        driver.document().path(), QFileInfo(path).absoluteFilePath(), kPatience);
 }
 
 void TestEditorWindow::recentFiles()
@@ -529,7 +531,7 @@ void TestEditorWindow::problemsLeadToTheirPlace()
     WindowDriver driver;
     QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
     auto* panel = driver.window.findChild<ProblemsPanel*>();
-    QTRY_VERIFY(driver.find<QLabel>("No problems"));
+    QTRY_VERIFY_WITH_TIMEOUT(driver.find<QLabel>("No problems"), kPatience);
     driver.press("Add a core");
     auto* list = driver.find<QListWidget>("Cores");
     list->setCurrentRow(0);
@@ -555,7 +557,7 @@ void TestEditorWindow::problemsLeadToTheirPlace()
         return std::all_of(
             rows.begin(), rows.end(), [&](const auto& row) { return placeOf(row.first) >= 0; });
     };
-    QTRY_VERIFY(areAllThere());
+    QTRY_VERIFY_WITH_TIMEOUT(areAllThere(), kPatience);
     for (const auto& row : rows) {
         const int place = placeOf(row.first);
         panel->list()->setFocus();
@@ -578,9 +580,9 @@ void TestEditorWindow::costOnAPart()
     QTest::keyClick(popup ? popup : part, Qt::Key_Return);
     QCOMPARE(part->part().name, QString("QX1N-9"));
     const QList<ShareBar*> bars = driver.window.findChildren<ShareBar*>();
-    QTRY_COMPARE(bars.first()->text(), QString("1 of 26"));
+    QTRY_COMPARE_WITH_TIMEOUT(bars.first()->text(), QString("1 of 26"), kPatience);
     driver.enter("Storage depth:", "65536");
-    QTRY_COMPARE(bars.first()->text(), QString("72 of 26: does not fit"));
+    QTRY_COMPARE_WITH_TIMEOUT(bars.first()->text(), QString("72 of 26: does not fit"), kPatience);
 
     driver.document().undoStack().setClean();
     driver.keys("Ctrl+N"); // the part belongs to the file

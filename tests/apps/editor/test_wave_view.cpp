@@ -5,6 +5,7 @@
 
 #include "capture/sample_text.h"
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -67,7 +68,7 @@ struct Shown {
         view.show();
         view.activateWindow();
         view.setFocus();
-        QVERIFY(QTest::qWaitForWindowActive(&view));
+        QVERIFY(QTest::qWaitForWindowActive(&view, kPatience));
     }
 
     void keys(const QString& text) { QTest::keyClicks(view.canvas(), text); }
@@ -436,7 +437,8 @@ void TestWaveView::gtkWave()
     writeFile(script, "#!/bin/sh\nexec /bin/cp \"$1\" \"${0%gtkwave}seen.vcd\"\n");
     QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     shown.view.openInGtkWave();
-    QTRY_VERIFY(bytesOf(folder.filePath("seen.vcd")).contains("$enddefinitions"));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        bytesOf(folder.filePath("seen.vcd")).contains("$enddefinitions"), kPatience);
     QVERIFY2(shown.state().contains("GTKWave is starting"), qPrintable(shown.state()));
     qputenv("PATH", path);
     qunsetenv("TMPDIR");

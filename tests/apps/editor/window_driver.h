@@ -5,6 +5,7 @@
 #include "oxa-editor/message_bar.h"
 
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -52,7 +53,7 @@ public:
     {
         window.show();
         window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(QTest::qWaitForWindowActive(&window, kPatience));
     }
 
     ~WindowDriver() { window.document().undoStack().setClean(); }
@@ -74,7 +75,7 @@ public:
         if (window.isActiveWindow())
             return;
         window.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(QTest::qWaitForWindowActive(&window, kPatience));
     }
 
     /// The visible widget of type T whose label or own text is `text` (without "&").

@@ -1,6 +1,7 @@
 #include "core_bench.h"
 
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <oxautils/generate/oxa_prepare.h>
 #include <oxautils/generate/standard_files.h>
@@ -62,7 +63,7 @@ QString failureOf(const QString& program, const QStringList& arguments, const QS
     process.setWorkingDirectory(dir);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    if (!process.waitForFinished(60000))
+    if (!finished(process))
         return program + ": " + process.errorString();
     const QString output = QString::fromLocal8Bit(process.readAll());
     const bool ok = process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;

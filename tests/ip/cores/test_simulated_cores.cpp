@@ -194,7 +194,7 @@ QString TestSimulatedCores::serve(QProcess& vvp)
         {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", path("kept/target.vvp"),
             "+oxa_jtag=tcp:0", "+oxa_control=unix:" + path("control"),
             "+oxa_stimulus=" + path("kept/stimulus.txt")});
-    while (!vvp.canReadLine() && vvp.waitForReadyRead()) { }
+    while (!vvp.canReadLine() && vvp.waitForReadyRead(kPatience)) { }
     return QString(vvp.readLine().trimmed()).section(' ', -1);
 }
 
@@ -210,7 +210,7 @@ QString TestSimulatedCores::openocd(const QString& port, const QString& commands
                 + "; jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd; gdb_port disabled;"
                   " tcl_port disabled; telnet_port disabled; init; irscan fpga.tap 8; "
                 + commands + "; shutdown"});
-    process.waitForFinished();
+    finished(process);
     return process.readAll();
 }
 
@@ -229,7 +229,7 @@ void TestSimulatedCores::openocdReadsAnIdentity()
         answer >>= 1;
     QCOMPARE(quint32(answer >> 1), 0x3141584fU);
     vvp.kill();
-    vvp.waitForFinished();
+    finished(vvp);
 }
 
 // 1024 samples of 32 signals in two scans, as the client of this library reads them.
@@ -268,7 +268,7 @@ void TestSimulatedCores::openocdReadsAMemory()
     QByteArray played;
     QVERIFY(control.connectTo("unix:" + path("control")));
     QVERIFY(control.exchange(
-        "run 5000\n", [](const QByteArray& so) { return so.endsWith('\n'); }, played, 10000));
+        "run 5000\n", [](const QByteArray& so) { return so.endsWith('\n'); }, played, kPatience));
     const QString log = openocd(port,
         QString("source %1/bench/readout/read_memory.tcl; echo read=[read_memory %2]")
             .arg(OXA_SOURCE_DIR)
@@ -298,7 +298,7 @@ void TestSimulatedCores::openocdReadsAMemory()
         QCOMPARE(read, expected);
     }
     vvp.kill();
-    vvp.waitForFinished();
+    finished(vvp);
 }
 
 void TestSimulatedCores::damagedAnswersAreNotTaken()
@@ -329,7 +329,7 @@ void TestSimulatedCores::damagedAnswersAreNotTaken()
     }
     QVERIFY(taken > 400); // three tries each
     vvp.kill();
-    vvp.waitForFinished();
+    finished(vvp);
     quint32 none = 0;
     QVERIFY(!sure.readFingerprint(0, none));
 }

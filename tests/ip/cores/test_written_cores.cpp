@@ -7,6 +7,7 @@
 #include "capture/remote_bitbang_link.h"
 #include "capture/window_decoder.h"
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <oxautils/config/standard_config.h>
 
@@ -23,7 +24,6 @@ constexpr int kSamples = 250; // a round
 constexpr int kEarly = 20; // of them, before the first snapshot of a round is asked for
 constexpr int kAnswer = 3; // edges to a snapshot
 constexpr int kLeadOut = 8; // edges that bring the last samples into memory
-constexpr int kPatience = 300000; // ms
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6"; // has shadow SRAM
 
 // Looks at running cores: the first one shows the run's beginning, not the run before. Then there
@@ -232,7 +232,7 @@ struct Running {
                 return false;
         }
         control.connectToServer(bench.path("control"));
-        return control.waitForConnected() && client.begin() && client.discover(cores);
+        return control.waitForConnected(kPatience) && client.begin() && client.discover(cores);
     }
 
     bool play(int samples)
@@ -300,7 +300,7 @@ void TestWrittenCores::captureAsTheModel()
         synthesis.start(OXA_PROGRAM,
             {"generate", design.bench.arg.configFile, "--part", kPart, "--work-dir",
                 design.bench.arg.workDir, "-o", netlist});
-        QVERIFY(synthesis.waitForFinished(kPatience));
+        QVERIFY(finished(synthesis));
         QVERIFY2(synthesis.exitCode() == 0, synthesis.readAllStandardError());
     }
     QCOMPARE(design.bench.buildTarget(netlist), QString());
@@ -351,7 +351,7 @@ void TestWrittenCores::captureAsTheModel()
     QVERIFY2(looks > kRounds * int(std::size(kLooks)), qPrintable(QString::number(looks)));
     QCOMPARE(seen.size(), 2 + 2 + 6 + 6 + 8 + 8);
     target.control.abort();
-    QVERIFY(target.vvp.waitForFinished());
+    QVERIFY(finished(target.vvp));
 }
 
 QTEST_APPLESS_MAIN(TestWrittenCores)

@@ -1,5 +1,6 @@
 #include "capture/remote_bitbang_link.h"
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <QDeadlineTimer>
 #include <QLocalSocket>
@@ -14,7 +15,6 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kIrEr1 = 8;
-constexpr int kPatience = 20000; // ms, for what takes a moment
 const QString kModels = OXA_BINARY_DIR "/share/oxautils/sim";
 const QString kModules = OXA_BINARY_DIR "/lib/oxautils";
 
@@ -49,7 +49,7 @@ void TestSimulatedTarget::initTestCase()
     QProcess iverilog;
     iverilog.start("iverilog",
         {"-g2005", "-o", path("tb.vvp"), "-y", kModels, OXA_SOURCE_DIR "/tests/ip/sim/echo_tb.v"});
-    QVERIFY2(iverilog.waitForFinished(), qPrintable(iverilog.errorString()));
+    QVERIFY2(finished(iverilog), qPrintable(iverilog.errorString()));
     QCOMPARE(iverilog.readAllStandardError(), QByteArray());
 }
 
@@ -57,7 +57,7 @@ void TestSimulatedTarget::start(QProcess& vvp, const QStringList& options)
 {
     vvp.start(
         "vvp", QStringList {"-n", "-M", kModules, "-m", "oxa_target", path("tb.vvp")} + options);
-    QVERIFY(vvp.waitForStarted());
+    QVERIFY(vvp.waitForStarted(kPatience));
 }
 
 void TestSimulatedTarget::connectTo(QLocalSocket& socket, const QString& name)
@@ -89,7 +89,7 @@ QByteArray TestSimulatedTarget::openocd(const QString& port, const QStringList& 
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start("openocd", {"-c", all.join("; ")});
-    process.waitForFinished(kPatience);
+    finished(process);
     return process.readAll();
 }
 
@@ -107,7 +107,7 @@ void TestSimulatedTarget::openocdScans()
     QVERIFY2(log.contains("er1=5a\ner1=33\n"), log);
     QVERIFY2(log.contains("bypass=0154\n"), log);
     vvp.kill();
-    vvp.waitForFinished();
+    finished(vvp);
 }
 
 // A link that waits until the target listens.
@@ -135,7 +135,7 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
         first.write("262626262604"
                     "260404"
                     "0R40R4"); // in the middle of reading the code
-        QVERIFY(first.waitForBytesWritten());
+        QVERIFY(first.waitForBytesWritten(kPatience));
         QLocalSocket second;
         second.connectToServer(path("lost"));
         QVERIFY(second.waitForDisconnected(kPatience)); // one at a time
@@ -150,13 +150,13 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
     const auto readsCode = [&] { // what goes in follows the code
         return isTaken() && scan(*taken, 40, 0xab) == quint64(0xab10a0affd);
     };
-    QTRY_VERIFY(readsCode());
+    QTRY_VERIFY_WITH_TIMEOUT(readsCode(), kPatience);
     RemoteBitbangLink& next = *taken;
     QVERIFY(next.scanIr(BitString(kIrEr1, 5)));
     scan(next, 8, 0x3c);
     QCOMPARE(scan(next, 8, 0), quint64(0x3c));
     vvp.kill();
-    vvp.waitForFinished();
+    finished(vvp);
     BitString in;
     QVERIFY(!next.scanDr(BitString(0, 64), &in));
     QVERIFY2(next.error().startsWith("JTAG: "), qPrintable(next.error()));
@@ -194,7 +194,7 @@ void TestSimulatedTarget::stimulusRuns()
         QCOMPARE(scan(jtag, 8, 0), row.captured);
     }
     control.abort();
-    QVERIFY(vvp.waitForFinished(kPatience));
+    QVERIFY(finished(vvp));
 }
 
 void TestSimulatedTarget::stimulusDamage()
@@ -206,7 +206,7 @@ void TestSimulatedTarget::stimulusDamage()
     connectTo(control, "control");
     QCOMPARE(ask(control, "run 2"), QByteArray("error line 2 is no step"));
     control.abort();
-    QVERIFY(vvp.waitForFinished(kPatience));
+    QVERIFY(finished(vvp));
 }
 
 void TestSimulatedTarget::endsWithItsControlClient()
@@ -216,7 +216,7 @@ void TestSimulatedTarget::endsWithItsControlClient()
     QLocalSocket control;
     connectTo(control, "control");
     control.disconnectFromServer();
-    QVERIFY(vvp.waitForFinished(kPatience));
+    QVERIFY(finished(vvp));
     QCOMPARE(vvp.exitCode(), 0);
     QVERIFY(!QFile::exists(path("control")));
 }
@@ -235,7 +235,7 @@ void TestSimulatedTarget::saysWhatItCannotDo()
     for (const auto& row : rows) {
         QProcess vvp;
         start(vvp, row.options);
-        QVERIFY(vvp.waitForFinished(kPatience));
+        QVERIFY(finished(vvp));
         const QByteArray said = vvp.readAllStandardOutput();
         QVERIFY2(said.contains(row.message), said);
         QCOMPARE(vvp.exitCode(), 1);

@@ -1,5 +1,7 @@
 #include "synthesis_fixture.h"
 
+#include "support/patience.h"
+
 #include <norvosyn/request_keys.h>
 
 #include <QDir>
@@ -98,7 +100,7 @@ QByteArray runProgram(const QString& program, const QStringList& arguments, int*
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.start(program, arguments);
-    process.waitForFinished(60000);
+    finished(process);
     *status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     return process.readAll();
 }

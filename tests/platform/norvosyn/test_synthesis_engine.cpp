@@ -1,3 +1,4 @@
+#include "support/patience.h"
 #include "synthesis_fixture.h"
 
 #include <QtTest>
@@ -141,7 +142,7 @@ void TestSynthesisEngine::nothingOutlivesTheEngine()
     addDesign(fixture);
     fixture.setEngine("echo new > netlist.v; sleep 1000 & echo $! > ../child");
     QCOMPARE(fixture.run(), 0);
-    QTRY_VERIFY(!isAlive(fixture.read("child")));
+    QTRY_VERIFY_WITH_TIMEOUT(!isAlive(fixture.read("child")), kPatience);
 }
 
 void TestSynthesisEngine::stopEndsEverything()
@@ -160,8 +161,8 @@ void TestSynthesisEngine::stopEndsEverything()
     QVERIFY(result != 0);
     QCOMPARE(fixture.messages(), QString("the synthesis was stopped"));
     QCOMPARE(fixture.read("out.v"), QByteArray("old\n"));
-    QTRY_VERIFY(!isAlive(fixture.read("engine.pid")));
-    QTRY_VERIFY(!isAlive(fixture.read("child")));
+    QTRY_VERIFY_WITH_TIMEOUT(!isAlive(fixture.read("engine.pid")), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(!isAlive(fixture.read("child")), kPatience);
 }
 
 void TestSynthesisEngine::stopBeforeAndAfter()
