@@ -28,6 +28,8 @@
 #include "oxautils/generate/synthesis_options.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/model/shown_text.h"
+#include "oxautils/model/verilog_word.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"
 #include "oxautils/voltage/voltage.h"

@@ -44,6 +44,7 @@ constexpr RulePage kRulePages[] = {
     {"signal-twice",         Page::Signals    },
     {"sampled-clock",        Page::Signals    },
     {"unusable-name",        Page::Signals    },
+    {"hidden-characters",    Page::Signals    },
     {"wrapper-name",         Page::Signals    },
     {"shared-data",          Page::Signals    },
     {"no-expression",        Page::Expressions},

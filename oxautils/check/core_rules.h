@@ -19,6 +19,7 @@ void findNoData(const AnyCore& core, Findings& findings);
 void findRepeatedSignals(const AnyCore& core, Findings& findings);
 void findSampledClock(const AnyCore& core, Findings& findings);
 void findUnusableNames(const AnyCore& core, Findings& findings);
+void findHiddenCharacters(const AnyCore& core, Findings& findings);
 void findWrapperNames(const AnyCore& core, Findings& findings);
 
 }

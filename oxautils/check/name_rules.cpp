@@ -1,6 +1,8 @@
 #include "oxautils/check/core_rules.h"
 
 #include "oxautils/check/verilog_names.h"
+#include "oxautils/model/shown_text.h"
+#include "oxautils/model/verilog_word.h"
 
 #include <QSet>
 
@@ -43,6 +45,22 @@ void complainAbout(const AnyCore& core, const Complaint& complaint, Findings& fi
 void findUnusableNames(const AnyCore& core, Findings& findings)
 {
     complainAbout(core, nameComplaint, findings);
+}
+
+void findHiddenCharacters(const AnyCore& core, Findings& findings)
+{
+    const auto complaint = [](const QString& text) {
+        const QString shown = shownText(text);
+        return shown == text ? QString()
+                             : QString("\"%1\" holds characters that do not show").arg(shown);
+    };
+    complainAbout(
+        core,
+        // Of a name that is no identifier at all another rule tells.
+        [complaint](const QString& name) { return wordFault(name) ? QString() : complaint(name); },
+        findings);
+    QSet<QString> seen;
+    complainAbout(core.labels, core.place(), seen, complaint, findings);
 }
 
 void findWrapperNames(const AnyCore& core, Findings& findings)

@@ -2,6 +2,18 @@
 
 namespace OXA {
 
+namespace {
+
+QStringList labelsOf(const QList<SignalItem>& items)
+{
+    QStringList labels = flattenedTexts(items);
+    for (const SignalItem& item : items)
+        labels += item.isBus() ? QStringList {item.name, item.text} : QStringList();
+    return labels;
+}
+
+}
+
 AnyCore::AnyCore(const AoCore& core, int position)
     : position(position)
     , index(core.index)
@@ -11,7 +23,10 @@ AnyCore::AnyCore(const AoCore& core, int position)
     , depth(core.storageDepth)
     , tableMemory(core.expressionType == 1 ? core.exImplementation : -1)
     , data(core.dataSignals())
+    , labels(QStringList(core.moduleName) + labelsOf(core.signalList))
 {
+    for (const TriggerPort* port : core.triggers)
+        labels += labelsOf(port->signalList);
     for (const TriggerPort* port : core.availableTriggers())
         ports += port;
 }
@@ -25,6 +40,7 @@ AnyCore::AnyCore(const AOCore_Lite& core, int position)
     , implementation(core.implementation)
     , depth(core.captureAmount)
     , data(core.dataSignals())
+    , labels(QStringList(core.moduleName) + labelsOf(core.signalList))
 {
 }
 

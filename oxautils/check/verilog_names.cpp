@@ -1,10 +1,11 @@
 #include "oxautils/check/verilog_names.h"
 
+#include "oxautils/model/shown_text.h"
+#include "oxautils/model/verilog_word.h"
+
 #include <QRegularExpression>
 #include <QSet>
 #include <QStringList>
-
-#include <algorithm>
 
 namespace OXA {
 
@@ -38,9 +39,6 @@ QSet<QString> wordsOf(const char* text)
     const QStringList words = QString(text).split(' ');
     return {words.begin(), words.end()};
 }
-
-bool endsIdentifier(QChar c) { return c.isSpace() || c.unicode() < 0x20 || c.unicode() == 0x7f; }
-
 }
 
 QString nameComplaint(const QString& name)
@@ -49,15 +47,8 @@ QString nameComplaint(const QString& name)
     static const QRegularExpression needsEscape("[^a-zA-Z0-9_$]");
     if (name.isEmpty())
         return "a signal has no name";
-    const bool escaped = name.startsWith('\\'); // used as it stands, so it brings its own blank
-    const QString body = escaped && name.endsWith(' ') ? name.chopped(1) : name;
-    const QString shown = QString(name).replace('\n', "\\n");
-    if (std::any_of(body.begin(), body.end(), endsIdentifier))
-        return QString("signal \"%1\" has white space in its name, where Verilog ends the name")
-            .arg(shown);
-    if (escaped && !name.endsWith(' '))
-        return QString("signal \"%1\" begins with a backslash, but does not end with a blank")
-            .arg(shown);
+    if (const char* fault = wordFault(name))
+        return QString("the signal name \"%1\" %2").arg(shownText(name), fault);
     if (needsEscape.match(name).hasMatch())
         return {}; // is escaped, and then anything goes
     if (name.at(0) == '$' || (name.at(0) >= '0' && name.at(0) <= '9'))

@@ -5,6 +5,7 @@
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/top_wrapper.h"
 #include "oxautils/generate/verilog_file.h"
+#include "oxautils/model/verilog_word.h"
 
 namespace OXA {
 
@@ -82,6 +83,7 @@ bool lite_generateOxaTop(const OxaArg& arg, QList<AOCore_Lite*> cores)
 {
     if (cores.isEmpty())
         return false;
+    logWordFaults(wordFaults(cores));
     QList<WrapperSignals> signalsOfCores;
     for (const AOCore_Lite* core : qAsConst(cores))
         signalsOfCores += {core->dataSignals(), core->sampleClock};

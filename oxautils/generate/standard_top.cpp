@@ -2,6 +2,7 @@
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/top_wrapper.h"
 #include "oxautils/generate/verilog_file.h"
+#include "oxautils/model/verilog_word.h"
 
 namespace OXA {
 
@@ -31,6 +32,7 @@ void writeAnalyzer(QTextStream& out, const AoCore& core, int position)
 
 bool std_generateOxaTop(const OxaArg& arg, const QList<AoCore*>& cores)
 {
+    logWordFaults(wordFaults(cores));
     QList<WrapperSignals> signalsOfCores;
     for (const AoCore* core : cores)
         signalsOfCores += wrapperSignals(*core);

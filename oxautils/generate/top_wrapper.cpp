@@ -120,27 +120,11 @@ bool isIdentifierCharacter(QChar c)
         || u == '$';
 }
 
-bool isSpace(QChar c) { return c.isSpace(); }
-
-/// Why `name` is no identifier whatever is put around it; null when it is one.
-const char* problemOf(const QString& name)
-{
-    if (name.isEmpty())
-        return "is empty";
-    // The host escaped it: then the blank that ends it has to be there, and no other.
-    const bool escaped = name.startsWith('\\');
-    if (escaped && !name.endsWith(' '))
-        return "begins with a backslash but does not end with a blank";
-    const auto end = escaped ? name.end() - 1 : name.end();
-    return std::any_of(name.begin(), end, isSpace) ? "holds white space" : nullptr;
-}
-
-void warnOf(const QStringList& names, int position)
+void warnOfMissing(const QStringList& names, int position)
 {
     for (const QString& name : names) {
-        if (const char* problem = problemOf(name))
-            qWarning().noquote().nospace()
-                << "core " << position << ": the signal name \"" << name << "\" " << problem;
+        if (name.isEmpty())
+            qWarning("core %d: the signal name \"\" is empty", position);
     }
 }
 
@@ -149,7 +133,7 @@ QStringList portsOf(const QList<WrapperSignals>& cores)
     QStringList ports;
     for (int position = 0; position < cores.size(); ++position) {
         const WrapperSignals& core = cores.at(position);
-        warnOf(core.names + QStringList(core.clock), position);
+        warnOfMissing(core.names + QStringList(core.clock), position);
         ports += escapedSignalNames(core.names);
         ports += escapedSignalName(core.clock);
     }
@@ -157,6 +141,17 @@ QStringList portsOf(const QList<WrapperSignals>& cores)
     return ports;
 }
 
+}
+
+void logWordFaults(const QStringList& faults)
+{
+    if (faults.isEmpty())
+        return;
+    const int more = faults.size() - 1;
+    const QString rest
+        = more > 0 ? QString(", and %1 more names have faults").arg(more) : QString();
+    qCritical().noquote() << faults.first() + rest
+            + "; what follows such a name is read as Verilog";
 }
 
 QString escapedSignalName(const QString& name)

@@ -23,8 +23,11 @@ QStringList escapedSignalNames(const QStringList& names);
 /// Expects escaped names.
 QString concatenation(const QStringList& escapedNames);
 
+/// Logs the first of `wordFaults` as a critical message, when there is one.
+void logWordFaults(const QStringList& faults);
+
 /// Writes the wrapper for `cores` (one control bus each); `writeAnalyzers` adds the instances.
-/// Warns of names that no escape makes an identifier, with their core.
+/// Warns of empty names, with their core.
 void writeTopWrapper(QTextStream& out, const QList<WrapperSignals>& cores,
     const std::function<void(QTextStream&)>& writeAnalyzers);
 

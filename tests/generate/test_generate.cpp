@@ -221,12 +221,10 @@ void TestGenerate::namesThatNoEscapeSaves()
                             "<Signal>\\ok </Signal><Signal>\\open</Signal></SignalList>";
     const OxaArg arg
         = request(configuration(coreElement("") + coreElement("sample_clock=\"c&#10;k\"", list)));
-    for (const char* warning : {"core 1: the signal name \"a b\" holds white space",
-             "core 1: the signal name \"\" is empty",
-             "core 1: the signal name \"\\open\" begins with a backslash but does not end with a "
-             "blank",
-             "core 1: the signal name \"c\nk\" holds white space"})
-        QTest::ignoreMessage(QtWarningMsg, warning);
+    QTest::ignoreMessage(QtCriticalMsg,
+        "core 1: the signal name \"c\\nk\" holds white space, where Verilog ends a name, and 2 "
+        "more names have faults; what follows such a name is read as Verilog");
+    QTest::ignoreMessage(QtWarningMsg, "core 1: the signal name \"\" is empty");
     QCOMPARE(OxaPrepare().prepare(arg), 1);
 }
 

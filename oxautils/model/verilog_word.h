@@ -1,0 +1,23 @@
+#ifndef OXAUTILS_MODEL_VERILOG_WORD_H
+#define OXAUTILS_MODEL_VERILOG_WORD_H
+
+#include "oxautils/model/ao_core.h"
+#include "oxautils/model/ao_core_lite.h"
+
+namespace OXA {
+
+/// Why the signal name `name`, written as `escapedSignalName` writes it, is not read as that one
+/// word, whatever stands around it: "holds white space, ...". Null when it is, or has no text.
+///
+/// What follows the end of such a word is read as Verilog. Besides white space and control
+/// characters, a backquote breaks a word: preprocessors replace macros inside escaped names, too.
+OXAUTILS_EXPORT const char* wordFault(const QString& name);
+
+/// `core 1, T0: the signal name "a b" holds ...`, for each name in a wrapper of `cores` that has
+/// such a fault; each name of a core once.
+OXAUTILS_EXPORT QStringList wordFaults(const QList<AoCore*>& cores);
+OXAUTILS_EXPORT QStringList wordFaults(const QList<AOCore_Lite*>& cores);
+
+}
+
+#endif
