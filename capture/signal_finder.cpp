@@ -15,12 +15,20 @@ constexpr int kShownNames = 3; // of the nearest, and of those that a name may m
 // '/' and '.' alike.
 char normalized(char c) { return c == '/' ? '.' : c; }
 
-// The marks of escaped identifiers removed, too.
+// Without what marks an escaped component, too: the backslash before it and the blank that ends it. Every other character stays, for it makes another name.
 std::string normalized(const std::string& name)
 {
     std::string result;
-    for (const char c : name) {
-        if (c != '\\' && c != ' ')
+    bool escaped = false;
+    for (size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i];
+        const bool begins = i == 0 || result.empty() || result.back() == '.';
+        const bool ends = i + 1 == name.size() || name[i + 1] == '/' || name[i + 1] == '.';
+        if (begins && !escaped && c == '\\')
+            escaped = true;
+        else if (escaped && ends && c == ' ')
+            escaped = false;
+        else
             result += normalized(c);
     }
     return result;

@@ -79,8 +79,7 @@ std::string joined(
     std::string name;
     for (; from != to; ++from)
         name += *from;
-    name.erase(std::remove(name.begin(), name.end(), '\\'), name.end());
-    return name;
+    return name.substr(name.front() == '\\' ? 1 : 0);
 }
 
 }

@@ -102,7 +102,7 @@ void TestWaveform::onlyChangesBetweenLevelsAreEdges()
 void TestWaveform::everyUnknownNameIsReported()
 {
     const QStringList names {"dut.cuont[0]", "count[1]", "dut.count[4]", "dut.count", "level",
-        "ut.bits[0]", "nothing.like.it"};
+        "ut.bits[0]", "nothing.like.it", "tb.cl k", "tb.c\\lk", "tb.clk "};
     QVERIFY(!sample(QByteArray(kHeader) + kChanges,
         {
             {"clock", false, {names}}
@@ -118,10 +118,13 @@ void TestWaveform::everyUnknownNameIsReported()
             "level: is not in the waveform",
             "ut.bits[0]: is not in the waveform; the nearest names are tb.dut.bits[0], "
             "tb.dut.bits[1]",
-            "nothing.like.it: is not in the waveform"}));
+            "nothing.like.it: is not in the waveform",
+            "tb.cl k: is not in the waveform; the nearest names are tb.clk, tb.dut.clk",
+            "tb.c\\lk: is not in the waveform; the nearest names are tb.clk, tb.dut.clk",
+            "tb.clk : is not in the waveform; the nearest names are tb.clk, tb.dut.clk"}));
     QVERIFY(!sample(kHeader,
         {
-            {"clk", false, {{"bits[0]"}}}
+            {"clk", false, {{"\\bits[0] ", "/\\tb /dut/\\count[1] "}}}
     }));
     QCOMPARE(messages(), QStringList("clk: the sample clock has no rising edge in the waveform"));
 }
