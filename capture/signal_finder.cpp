@@ -15,7 +15,8 @@ constexpr int kShownNames = 3; // of the nearest, and of those that a name may m
 // '/' and '.' alike.
 char normalized(char c) { return c == '/' ? '.' : c; }
 
-// Without what marks an escaped component, too: the backslash before it and the blank that ends it. Every other character stays, for it makes another name.
+// Without what marks an escaped component, too: the backslash before it and the blank that ends it.
+// Every other character stays, for it makes another name.
 std::string normalized(const std::string& name)
 {
     std::string result;

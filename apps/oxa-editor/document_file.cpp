@@ -67,7 +67,7 @@ QString withoutPrefix(QString message)
 bool readCores(const QString& path, LoadedFile& file, QString& error)
 {
     Configuration configuration;
-    QTextStream stream(&error);
+    TextOut stream(&error);
     if (!readConfiguration(path, configuration, stream)) {
         stream.flush();
         error = withoutPrefix(error);

@@ -4,7 +4,7 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-void print(const CapturedCore& core, QTextStream& out)
+void print(const CapturedCore& core, TextOut& out)
 {
     for (size_t i = 0; i < core.windows.size(); ++i) {
         const Window& window = core.windows[i].place;
@@ -25,7 +25,7 @@ bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
         return false;
     }
     if (json) {
-        io.out << QString::fromUtf8(captureJson(capture));
+        io.out.lines(QString::fromUtf8(captureJson(capture)));
         return true;
     }
     for (const CapturedCore& core : capture)
@@ -35,7 +35,7 @@ bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
     return true;
 }
 
-bool reportIdleCores(const Capture& capture, QTextStream& err)
+bool reportIdleCores(const Capture& capture, TextOut& err)
 {
     bool allTriggered = true;
     for (const CapturedCore& core : capture) {

@@ -10,6 +10,6 @@
 bool deliver(const QString& output, bool json, const OXA_CAPTURE::Capture& capture, Io& io);
 
 /// Says which cores did not trigger, and how far they got; true when all did.
-bool reportIdleCores(const OXA_CAPTURE::Capture& capture, QTextStream& err);
+bool reportIdleCores(const OXA_CAPTURE::Capture& capture, TextOut& err);
 
 #endif

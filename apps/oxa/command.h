@@ -1,8 +1,9 @@
 #ifndef APPS_OXA_COMMAND_H
 #define APPS_OXA_COMMAND_H
 
+#include "text_out.h"
+
 #include <CLI/CLI.hpp>
-#include <QTextStream>
 
 /// Exit statuses, the same for every command.
 enum ExitStatus : int {
@@ -13,8 +14,8 @@ enum ExitStatus : int {
 
 /// Where a command writes: results to `out`, diagnostics to `err`.
 struct Io {
-    QTextStream& out;
-    QTextStream& err;
+    TextOut& out;
+    TextOut& err;
 };
 
 /// Adds the command `name`: one line for the list of commands, and what its own --help teaches.

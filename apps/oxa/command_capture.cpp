@@ -108,7 +108,7 @@ void checkCall(const Options& options, const Configuration& configuration, Probl
         problems.append(Problem {"--power-up", "what runs already takes no other settings"});
 }
 
-bool prepare(const Options& options, Plan& plan, QTextStream& err)
+bool prepare(const Options& options, Plan& plan, TextOut& err)
 {
     if (!readConfiguration(options.file, plan.built, err)
         || !readConfiguration(options.file, plan.wanted, err))
@@ -132,7 +132,7 @@ bool prepare(const Options& options, Plan& plan, QTextStream& err)
 /// The runs of the chosen cores, with the settings of this run; false, said on `err`, when no
 /// hardware does what they ask for.
 bool planRuns(const Options& options, const Plan& plan, const OXA::OxaArg& arg,
-    std::vector<CoreRun>& runs, QTextStream& err)
+    std::vector<CoreRun>& runs, TextOut& err)
 {
     Problems problems;
     const std::vector<SimulatedCore> cores
@@ -175,7 +175,7 @@ std::unique_ptr<CaptureSession> findAnalyzer(
 class Watch {
 public:
     Watch(const Options& options, CaptureSession& session, const std::vector<size_t>& cores,
-        const Interrupt& interrupt, QTextStream& err)
+        const Interrupt& interrupt, TextOut& err)
         : m_options(options)
         , m_session(session)
         , m_cores(cores)

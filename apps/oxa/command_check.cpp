@@ -5,7 +5,6 @@
 #include "oxautils/check/check.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 namespace {
 
@@ -31,7 +30,7 @@ QString counted(int count, const QString& what)
     return QString("%1 %2%3").arg(QString::number(count), what, count == 1 ? "" : "s");
 }
 
-void print(QTextStream& out, const QString& file, const QList<OXA::Problem>& problems)
+void print(TextOut& out, const QString& file, const QList<OXA::Problem>& problems)
 {
     for (const OXA::Problem& problem : problems)
         out << problemLine(file, problem) << "\n    " << problem.hint << '\n';
@@ -42,15 +41,14 @@ void print(QTextStream& out, const QString& file, const QList<OXA::Problem>& pro
             << counted(countOf(problems, OXA::Severity::Warning), "warning") << '\n';
 }
 
-void printJson(QTextStream& out, const QList<OXA::Problem>& problems)
+void printJson(TextOut& out, const QList<OXA::Problem>& problems)
 {
     QJsonArray array;
     for (const OXA::Problem& problem : problems)
         array += problemJson(problem);
-    out << QString::fromUtf8(QJsonDocument(
-        QJsonObject {
-            {"problems", array}
-    }).toJson());
+    out.json({
+        {"problems", array}
+    });
 }
 
 int statusOf(const QList<OXA::Problem>& problems, bool strict)

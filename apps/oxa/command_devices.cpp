@@ -5,7 +5,6 @@
 #include <dev/device_facts.h>
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QRegularExpression>
 
 namespace {
@@ -64,7 +63,7 @@ QList<DEV::ChipInfo> matchingChips(const QString& text)
     return matching;
 }
 
-void printTable(QTextStream& out, const QList<DEV::ChipInfo>& chips)
+void printTable(TextOut& out, const QList<DEV::ChipInfo>& chips)
 {
     Table table(kColumns);
     for (const DEV::ChipInfo& chip : chips) {
@@ -78,15 +77,14 @@ void printTable(QTextStream& out, const QList<DEV::ChipInfo>& chips)
     table.print(out);
 }
 
-void printJson(QTextStream& out, const QList<DEV::ChipInfo>& chips)
+void printJson(TextOut& out, const QList<DEV::ChipInfo>& chips)
 {
     QJsonArray parts;
     for (const DEV::ChipInfo& chip : chips)
         parts += partJson(chip);
-    out << QString::fromUtf8(QJsonDocument(
-        QJsonObject {
-            {"parts", parts}
-    }).toJson());
+    out.json({
+        {"parts", parts}
+    });
 }
 
 int run(const Options& options, Io& io)

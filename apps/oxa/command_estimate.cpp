@@ -6,7 +6,6 @@
 #include "oxautils/resource/capture_memory.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 #include <unistd.h>
 
@@ -126,8 +125,7 @@ void addRow(Table& table, const QString& core, const QString& kind, qint64 taken
         shareText(taken, available), noteText(taken, available)});
 }
 
-void print(
-    QTextStream& out, const QString& file, const DEV::ChipInfo& chip, const Estimate& estimate)
+void print(TextOut& out, const QString& file, const DEV::ChipInfo& chip, const Estimate& estimate)
 {
     out << file << " on " << chip.partNumber << " (" << chip.name << ")\n\n";
     Table table(kColumns);
@@ -158,7 +156,7 @@ QJsonObject amountsJson(const MemoryAmounts& amounts)
     };
 }
 
-void printJson(QTextStream& out, const DEV::ChipInfo& chip, const Estimate& estimate)
+void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate)
 {
     QJsonArray cores;
     for (const Memory& memory : estimate.memories) {
@@ -185,7 +183,7 @@ void printJson(QTextStream& out, const DEV::ChipInfo& chip, const Estimate& esti
         {"available", amountsJson(estimate.available)},
         {"fits",      estimate.fits()                }
     };
-    out << QString::fromUtf8(QJsonDocument(object).toJson());
+    out.json(object);
 }
 
 int run(const Options& options, Io& io)

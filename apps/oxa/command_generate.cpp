@@ -20,7 +20,6 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
@@ -60,7 +59,7 @@ struct Options {
 };
 
 /// Says on `err` what `oxa check` would; false when that stops the run.
-bool passesCheck(const Options& options, const OXA::OxaArg& arg, QTextStream& err)
+bool passesCheck(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 {
     const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
     const QList<OXA::Problem> problems = OXA::checkConfigFile(options.file, &chip);
@@ -92,7 +91,7 @@ QStringList simulationModels()
 }
 
 /// The request that the options make; what is wrong with it is said on `err`.
-bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
+bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 {
     if (!fillRequest(options.request, options.file, arg, err)
         || !mayEmpty(options.workDir, options.force, err))
@@ -114,23 +113,23 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, QTextStream& err)
     return hasInstalledCores(arg, err);
 }
 
-void printFileList(const OXA::OxaPrepare& prepared, bool json, QTextStream& out)
+void printFileList(const OXA::OxaPrepare& prepared, bool json, TextOut& out)
 {
     if (json) {
         const QJsonObject object {
             {"files",        QJsonArray::fromStringList(prepared.files)       },
             {"includePaths", QJsonArray::fromStringList(prepared.includePaths)}
         };
-        out << QString::fromUtf8(QJsonDocument(object).toJson());
+        out.json(object);
         return;
     }
     for (const QString& file : prepared.files)
-        out << file << '\n';
+        out.listed(file);
     for (const QString& path : prepared.includePaths)
-        out << "+incdir+" << path << '\n';
+        out.listed("+incdir+" + path);
 }
 
-void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, QTextStream& out)
+void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, TextOut& out)
 {
     const QMap<QString, int> cells = cellCounts(arg.outputFile);
     if (options.json) {
@@ -142,7 +141,7 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds
             {"cells",   counts        },
             {"seconds", seconds       }
         };
-        out << QString::fromUtf8(QJsonDocument(object).toJson());
+        out.json(object);
         return;
     }
     out << arg.outputFile << ": netlist of " << options.file << " for " << arg.device << " ("
@@ -213,6 +212,7 @@ int run(const Options& options, Io& io)
     Configuration configuration;
     OXA::OxaArg arg;
     if (!readConfiguration(options.file, configuration, io.err)
+        || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options, arg, io.err))
         return kUnusable;
     if (configuration.cores.isEmpty() && configuration.liteCores.isEmpty()) {

@@ -6,7 +6,6 @@
 #include "oxautils/config/standard_config.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 #include <QJsonObject>
 
 namespace {
@@ -80,7 +79,7 @@ QString counterText(const OXA::MatchUnit& unit)
             QString::number(unit.counterWidth));
 }
 
-void showCore(QTextStream& out, const OXA::AoCore& core, int position)
+void showCore(TextOut& out, const OXA::AoCore& core, int position)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
         << ", " << edgeText(core.trigType) << " edge";
@@ -108,7 +107,7 @@ void showCore(QTextStream& out, const OXA::AoCore& core, int position)
     out << '\n';
 }
 
-void showCore(QTextStream& out, const OXA::AOCore_Lite& core, int position)
+void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
         << ", " << edgeText(core.trigType) << " edge";
@@ -119,7 +118,7 @@ void showCore(QTextStream& out, const OXA::AOCore_Lite& core, int position)
         << namesOf(core.signalList).join(", ") << '\n';
 }
 
-template <typename Core> void showCores(QTextStream& out, const QList<Core*>& cores)
+template <typename Core> void showCores(TextOut& out, const QList<Core*>& cores)
 {
     for (int position = 0; position < cores.size(); ++position)
         showCore(out, *cores.at(position), position);
@@ -189,7 +188,7 @@ template <typename Core> QJsonArray toJson(const QList<Core*>& cores)
     return array;
 }
 
-void printJson(QTextStream& out, const Configuration& configuration, const QString& version,
+void printJson(TextOut& out, const Configuration& configuration, const QString& version,
     const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;
@@ -201,10 +200,10 @@ void printJson(QTextStream& out, const Configuration& configuration, const QStri
                 {"computed", checksum.computed}}                                         },
         {"cores",    lite ? toJson(configuration.liteCores) : toJson(configuration.cores)},
     };
-    out << QString::fromUtf8(QJsonDocument(object).toJson());
+    out.json(object);
 }
 
-void print(QTextStream& out, const QString& file, const Configuration& configuration,
+void print(TextOut& out, const QString& file, const Configuration& configuration,
     const QString& version, const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;

@@ -46,7 +46,7 @@ struct Options {
 };
 
 std::vector<ModelRun> runModels(const Options& options, const std::vector<SimulatedCore>& cores,
-    const SampledWaveform& waveform, QTextStream& err)
+    const SampledWaveform& waveform, TextOut& err)
 {
     std::vector<ModelRun> runs;
     for (size_t i = 0; i < cores.size(); ++i) {
@@ -75,7 +75,7 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
 /// are none.
 bool runVerilog(const Options& options, const OXA::OxaArg& arg,
     const std::vector<SimulatedCore>& cores, const SampledWaveform& waveform,
-    std::vector<ModelRun>& runs, QTextStream& err)
+    std::vector<ModelRun>& runs, TextOut& err)
 {
     const std::vector<ModelRun> models = runs;
     const QTemporaryDir temporary;
@@ -94,7 +94,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg,
     const bool ok = simulate(simulation, cores, waveform, runs, error);
     line.clear();
     if (!ok)
-        err << "error: " << (interrupt.happened() ? "interrupted" : error) << '\n';
+        err.error(interrupt.happened() ? "interrupted" : error);
     for (size_t i = 0; ok && i < cores.size(); ++i) {
         if (!sameWindows(models[i].windows, runs[i].windows))
             err << "warning: " << cores[i].name()
@@ -114,7 +114,7 @@ Capture cutCapture(const std::vector<SimulatedCore>& cores, const SampledWavefor
 
 /// Everything that has to be right before anything is simulated.
 bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<SimulatedCore>& cores, QTextStream& err)
+    std::vector<SimulatedCore>& cores, TextOut& err)
 {
     QString error;
     if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error)) {
@@ -134,7 +134,7 @@ bool prepare(const Options& options, const Configuration& configuration, const O
 }
 
 /// Makes the directory that is kept; false, said on `err`, when there is something else in it.
-bool prepareWorkDir(const QString& path, QTextStream& err)
+bool prepareWorkDir(const QString& path, TextOut& err)
 {
     if (path.isEmpty())
         return true;
@@ -149,7 +149,7 @@ bool prepareWorkDir(const QString& path, QTextStream& err)
     return true;
 }
 
-bool hasCores(const Options& options, const OXA::OxaArg& arg, QTextStream& err)
+bool hasCores(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 {
     return options.model || hasInstalledCores(arg, err);
 }
@@ -161,6 +161,7 @@ int run(const Options& options, Io& io)
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
+        || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !hasCores(options, arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err)

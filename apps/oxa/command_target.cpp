@@ -38,7 +38,7 @@ struct Options {
 };
 
 bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<SimulatedCore>& cores, QTextStream& err)
+    std::vector<SimulatedCore>& cores, TextOut& err)
 {
     Problems problems;
     cores = simulatedCores(configuration.cores, configuration.liteCores, arg, problems);
@@ -56,12 +56,13 @@ QStringList coreInstances(const std::vector<SimulatedCore>& cores)
     return names;
 }
 
-void greet(const SimulatedTarget& target, QTextStream& out)
+void greet(const SimulatedTarget& target, TextOut& out)
 {
     out << "the analyzer waits at port " << target.port() << "; connect with\n  openocd ";
     if (target.port() != kDefaultPort)
         out << "-c \"set OXA_PORT " << target.port() << "\" ";
-    out << "-f " << installed("share/oxautils/openocd/simulated-target.cfg") << Qt::endl;
+    out << "-f " << installed("share/oxautils/openocd/simulated-target.cfg") << '\n';
+    out.flush();
 }
 
 /// Builds the target and plays to it until it is interrupted.
@@ -97,7 +98,7 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Simu
     }
     if (ok || interrupt.happened())
         return kDone;
-    io.err << "error: " << error << '\n';
+    io.err.error(error);
     return kJobFailed;
 }
 
@@ -108,6 +109,7 @@ int run(const Options& options, Io& io)
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
+        || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !hasInstalledCores(arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err))

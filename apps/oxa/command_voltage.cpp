@@ -5,7 +5,6 @@
 #include "oxautils/voltage/voltage.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
 namespace {
 
@@ -63,7 +62,7 @@ Supplies suppliesOf(const OXA::Voltage& voltage)
     return result;
 }
 
-void print(QTextStream& out, const DEV::ChipInfo& chip, const Supplies& supplies)
+void print(TextOut& out, const DEV::ChipInfo& chip, const Supplies& supplies)
 {
     out << chip.partNumber << " (" << chip.name << ", " << chip.package << "), volts\n\n";
     Table table(kColumns);
@@ -77,7 +76,7 @@ void print(QTextStream& out, const DEV::ChipInfo& chip, const Supplies& supplies
         out << '\n' << pair.join(" and ") << " are shorted in this package\n";
 }
 
-void printJson(QTextStream& out, const DEV::ChipInfo& chip, const Supplies& supplies)
+void printJson(TextOut& out, const DEV::ChipInfo& chip, const Supplies& supplies)
 {
     QJsonArray array;
     for (const Supply& supply : supplies.supplies)
@@ -99,7 +98,7 @@ void printJson(QTextStream& out, const DEV::ChipInfo& chip, const Supplies& supp
         {"supplies", array          },
         {"shorts",   shorts         }
     };
-    out << QString::fromUtf8(QJsonDocument(object).toJson());
+    out.json(object);
 }
 
 int run(const Options& options, Io& io)

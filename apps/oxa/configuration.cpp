@@ -5,6 +5,7 @@
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/verilog_word.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -59,7 +60,7 @@ Configuration::~Configuration()
     qDeleteAll(liteCores);
 }
 
-bool readConfiguration(const QString& path, Configuration& configuration, QTextStream& err)
+bool readConfiguration(const QString& path, Configuration& configuration, TextOut& err)
 {
     QString error = accessProblem(path);
     if (error.isEmpty()) {
@@ -70,4 +71,14 @@ bool readConfiguration(const QString& path, Configuration& configuration, QTextS
     }
     err << "error: " << path << ": " << error << hintFor(error) << '\n';
     return false;
+}
+
+bool namesStayWords(const QString& path, const Configuration& configuration, TextOut& err)
+{
+    const QStringList faults
+        = OXA::wordFaults(configuration.cores) + OXA::wordFaults(configuration.liteCores);
+    for (const QString& fault : faults)
+        err << "error: " << path << ": " << fault
+            << "; write the name that the signal has in the design\n";
+    return faults.isEmpty();
 }

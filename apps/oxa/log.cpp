@@ -1,5 +1,7 @@
 #include "log.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QString>
 
 #include <atomic>
@@ -28,7 +30,8 @@ void log(QtMsgType type, const QMessageLogContext&, const QString& message)
     if (type == QtCriticalMsg)
         ++errors;
     if (debug || (type != QtDebugMsg && type != QtInfoMsg))
-        std::fprintf(stderr, "%s%s\n", prefixOf(type), message.toLocal8Bit().constData());
+        std::fprintf(
+            stderr, "%s%s\n", prefixOf(type), OXA::shownText(message).toLocal8Bit().constData());
 }
 
 }

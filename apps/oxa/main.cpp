@@ -1,8 +1,9 @@
 #include "command.h"
 #include "log.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QCoreApplication>
-#include <QTextStream>
 
 #include <iostream>
 
@@ -30,10 +31,12 @@ std::string failureMessage(const CLI::App* command, const CLI::Error& error)
     while (!called->get_subcommands().empty())
         called = called->get_subcommands().front();
     const std::string name = called == command ? "oxa" : "oxa " + called->get_name();
-    return "error: " + std::string(error.what()) + "; `" + name + " --help` explains the call\n";
+    const QString what = OXA::shownText(QString::fromLocal8Bit(error.what()));
+    return "error: " + what.toLocal8Bit().toStdString() + "; `" + name
+        + " --help` explains the call\n";
 }
 
-int parse(CLI::App& app, int argc, char** argv, int& status)
+int parse(CLI::App& app, int argc, char** argv, TextOut& err, int& status)
 {
     try {
         app.parse(argc, argv);
@@ -41,8 +44,8 @@ int parse(CLI::App& app, int argc, char** argv, int& status)
         const std::vector<std::string> unknown = app.remaining();
         if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()
             && unknown.front()[0] != '-') {
-            std::cerr << "error: no command \"" << unknown.front()
-                      << "\"; `oxa --help` lists them\n";
+            err << "error: no command \"" << QString::fromLocal8Bit(unknown.front().c_str())
+                << "\"; `oxa --help` lists them\n";
             return kUnusable;
         }
         return app.exit(error, std::cout, std::cerr) == 0 ? kDone : kUnusable;
@@ -64,8 +67,8 @@ static int run(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
     installLog();
-    QTextStream out(stdout);
-    QTextStream err(stderr);
+    TextOut out(stdout);
+    TextOut err(stderr);
     Io io {out, err};
 
     CLI::App app(kHelp, "oxa");
@@ -85,9 +88,9 @@ static int run(int argc, char** argv)
     addDevices(app, io, status);
     addVoltage(app, io, status);
 
-    status = parse(app, argc, argv, status);
+    status = parse(app, argc, argv, err, status);
     out.flush();
-    if (status == kDone && (out.status() != QTextStream::Ok || std::ferror(stdout))) {
+    if (status == kDone && (out.failed() || std::ferror(stdout))) {
         err << "error: the result could not be written to standard output\n";
         return kJobFailed;
     }

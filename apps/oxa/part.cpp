@@ -13,7 +13,7 @@ constexpr int kMostSuggestions = 3;
 
 QString quotedList(const QStringList& texts) { return "\"" + texts.join("\", \"") + "\""; }
 
-void sayUnknown(const PartOptions& options, QTextStream& err)
+void sayUnknown(const PartOptions& options, TextOut& err)
 {
     err << "error: no part \"" << options.part << "\"";
     if (!options.device.isEmpty())
@@ -28,7 +28,7 @@ void sayUnknown(const PartOptions& options, QTextStream& err)
 
 }
 
-bool loadCatalogue(const PartOptions& options, QTextStream& err)
+bool loadCatalogue(const PartOptions& options, TextOut& err)
 {
     // Nobody asked for the built-in catalogue that stands in for one which cannot be read.
     const QString named
@@ -41,7 +41,7 @@ bool loadCatalogue(const PartOptions& options, QTextStream& err)
     return false;
 }
 
-std::optional<DEV::ChipInfo> findPart(const PartOptions& options, QTextStream& err)
+std::optional<DEV::ChipInfo> findPart(const PartOptions& options, TextOut& err)
 {
     if (!loadCatalogue(options, err))
         return {};

@@ -2,20 +2,19 @@
 #define APPS_OXA_PART_H
 
 #include "options.h"
+#include "text_out.h"
 
-#include <QJsonObject>
-#include <QTextStream>
 #include <dev/device_db.h>
 
 #include <optional>
 
 /// Loads the catalogue that the options name, when they name one. False, said on `err`, when it
 /// cannot be used.
-bool loadCatalogue(const PartOptions& options, QTextStream& err);
+bool loadCatalogue(const PartOptions& options, TextOut& err);
 
 /// The part that the options name. None, said on `err` with the nearest ones, when the catalogue
 /// does not hold exactly one such part.
-std::optional<DEV::ChipInfo> findPart(const PartOptions& options, QTextStream& err);
+std::optional<DEV::ChipInfo> findPart(const PartOptions& options, TextOut& err);
 
 /// The part with every field, for programs.
 QJsonObject partJson(const DEV::ChipInfo& chip);

@@ -1,5 +1,7 @@
 #include "progress_line.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -16,7 +18,7 @@ QString fitting(const QString& text)
 
 }
 
-ProgressLine::ProgressLine(QTextStream& err)
+ProgressLine::ProgressLine(TextOut& err)
     : m_err(err)
     , m_terminal(isatty(STDERR_FILENO))
 {
@@ -33,13 +35,16 @@ void ProgressLine::show(const QString& text)
 {
     if (!m_terminal)
         return;
-    m_err << "\r\033[K" << fitting(text) << Qt::flush;
+    m_err << "\r\033[K" << fitting(OXA::shownText(text));
+    m_err.flush();
     m_shown = true;
 }
 
 void ProgressLine::clear()
 {
-    if (m_shown)
-        m_err << "\r\033[K" << Qt::flush;
+    if (m_shown) {
+        m_err << "\r\033[K";
+        m_err.flush();
+    }
     m_shown = false;
 }

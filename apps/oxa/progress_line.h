@@ -1,12 +1,12 @@
 #ifndef APPS_OXA_PROGRESS_LINE_H
 #define APPS_OXA_PROGRESS_LINE_H
 
-#include <QTextStream>
+#include "text_out.h"
 
 /// One line on a terminal that says what is being done; nothing elsewhere.
 class ProgressLine {
 public:
-    explicit ProgressLine(QTextStream& err);
+    explicit ProgressLine(TextOut& err);
     ~ProgressLine();
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
@@ -16,7 +16,7 @@ public:
     void clear();
 
 private:
-    QTextStream& m_err;
+    TextOut& m_err;
     bool m_terminal;
     bool m_shown = false;
 };

@@ -11,8 +11,7 @@ void addIpDir(CLI::App& command, RequestOptions& options)
         ->type_name("DIR");
 }
 
-bool fillRequest(
-    const RequestOptions& options, const QString& file, OXA::OxaArg& arg, QTextStream& err)
+bool fillRequest(const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err)
 {
     const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
     if (!chip)
@@ -24,7 +23,7 @@ bool fillRequest(
     return true;
 }
 
-bool hasInstalledCores(const OXA::OxaArg& arg, QTextStream& err)
+bool hasInstalledCores(const OXA::OxaArg& arg, TextOut& err)
 {
     if (QFileInfo(arg.ipDir).isDir())
         return true;

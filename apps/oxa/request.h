@@ -2,10 +2,9 @@
 #define APPS_OXA_REQUEST_H
 
 #include "options.h"
+#include "text_out.h"
 
 #include "oxautils/generate/oxa_arg.h"
-
-#include <QTextStream>
 
 /// What an analyzer is generated for and from, for commands that generate one.
 struct RequestOptions {
@@ -20,8 +19,8 @@ void addIpDir(CLI::App& command, RequestOptions& options);
 
 /// Fills the request to generate `file` for the part.
 bool fillRequest(
-    const RequestOptions& options, const QString& file, OXA::OxaArg& arg, QTextStream& err);
+    const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err);
 /// Whether the cores are where the request looks for them.
-bool hasInstalledCores(const OXA::OxaArg& arg, QTextStream& err);
+bool hasInstalledCores(const OXA::OxaArg& arg, TextOut& err);
 
 #endif

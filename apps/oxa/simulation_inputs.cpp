@@ -13,7 +13,7 @@ void addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
 }
 
 bool readStimulus(const SimulationInputs& inputs, const std::vector<SimulatedCore>& cores,
-    SampledWaveform& waveform, QTextStream& err)
+    SampledWaveform& waveform, TextOut& err)
 {
     std::vector<SampleRequest> requests;
     requests.reserve(cores.size());
@@ -30,7 +30,7 @@ bool readStimulus(const SimulationInputs& inputs, const std::vector<SimulatedCor
     return report(problems, err) && read;
 }
 
-bool report(const Problems& problems, QTextStream& err)
+bool report(const Problems& problems, TextOut& err)
 {
     for (const Problem& problem : problems)
         err << "error: " << problem.message() << '\n';

@@ -2,10 +2,9 @@
 #define APPS_OXA_SIMULATION_INPUTS_H
 
 #include "request.h"
+#include "text_out.h"
 
 #include "capture/simulated_core.h"
-
-#include <QTextStream>
 
 /// What a simulated analyzer is made of beside its configuration, for commands that need it.
 struct SimulationInputs {
@@ -21,8 +20,8 @@ void addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
 /// Reads what the cores sample from the waveform.
 bool readStimulus(const SimulationInputs& inputs,
     const std::vector<OXA_CAPTURE::SimulatedCore>& cores, OXA_CAPTURE::SampledWaveform& waveform,
-    QTextStream& err);
+    TextOut& err);
 /// Whether there are no problems.
-bool report(const OXA_CAPTURE::Problems& problems, QTextStream& err);
+bool report(const OXA_CAPTURE::Problems& problems, TextOut& err);
 
 #endif

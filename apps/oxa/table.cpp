@@ -1,5 +1,7 @@
 #include "table.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <algorithm>
 
 namespace {
@@ -28,10 +30,13 @@ Table::Table(const Column* columns, size_t count)
 void Table::addRow(const QStringList& texts)
 {
     Q_ASSERT(texts.size() == m_aligns.size());
-    m_rows += texts;
+    QStringList shown;
+    for (const QString& text : texts)
+        shown += OXA::shownText(text);
+    m_rows += shown;
 }
 
-void Table::print(QTextStream& out) const
+void Table::print(TextOut& out) const
 {
     QList<int> widths;
     for (int column = 0; column < m_aligns.size(); ++column) {

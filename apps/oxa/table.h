@@ -1,8 +1,9 @@
 #ifndef APPS_OXA_TABLE_H
 #define APPS_OXA_TABLE_H
 
+#include "text_out.h"
+
 #include <QStringList>
-#include <QTextStream>
 
 /// A table for people: columns as wide as their widest text, two blanks apart.
 class Table {
@@ -24,7 +25,7 @@ public:
     void addRow(const QStringList& texts);
 
     /// Headings first; no blanks at the ends of lines.
-    void print(QTextStream& out) const;
+    void print(TextOut& out) const;
 
 private:
     Table(const Column* columns, size_t count);

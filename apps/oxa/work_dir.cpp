@@ -18,7 +18,7 @@ bool holdsForeignFiles(const QString& path)
             QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
 
-bool mayEmpty(const QString& path, bool force, QTextStream& err)
+bool mayEmpty(const QString& path, bool force, TextOut& err)
 {
     const QFileInfo info(path);
     if (path.isEmpty()) {

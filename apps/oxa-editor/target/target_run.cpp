@@ -87,7 +87,7 @@ void TargetRun::addFile()
     auto file = std::make_unique<Candidate>();
     file->name = m_request.builtFrom;
     QString said;
-    QTextStream err(&said);
+    TextOut err(&said);
     Problems problems;
     if (readConfiguration(file->name, file->file, err))
         file->builds

@@ -1,0 +1,49 @@
+#include "text_out.h"
+
+#include "oxautils/model/shown_text.h"
+
+TextOut::TextOut(FILE* file)
+    : m_stream(file)
+{
+}
+
+TextOut::TextOut(QString* text)
+    : m_stream(text)
+{
+}
+
+TextOut& TextOut::operator<<(const char* literal)
+{
+    m_stream << literal;
+    return *this;
+}
+
+TextOut& TextOut::operator<<(char c)
+{
+    m_stream << c;
+    return *this;
+}
+
+TextOut& TextOut::operator<<(const QString& text)
+{
+    m_stream << OXA::shownText(text);
+    return *this;
+}
+
+void TextOut::lines(const QString& text) { m_stream << OXA::shownLines(text); }
+
+void TextOut::error(const QString& text)
+{
+    m_stream << "error: " << OXA::shownLines(text).replace('\n', "\n    ") << '\n';
+}
+
+void TextOut::json(const QJsonObject& object)
+{
+    lines(QString::fromUtf8(QJsonDocument(object).toJson()));
+}
+
+void TextOut::listed(const QString& line) { m_stream << line << '\n'; }
+
+void TextOut::flush() { m_stream.flush(); }
+
+bool TextOut::failed() const { return m_stream.status() != QTextStream::Ok; }

@@ -1,0 +1,45 @@
+#ifndef APPS_OXA_TEXT_OUT_H
+#define APPS_OXA_TEXT_OUT_H
+
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTextStream>
+
+#include <type_traits>
+
+/// Where a program writes what people read. Its own words, which are literals, are written as they
+/// stand; every other text may come from outside, and is written as `OXA::shownText` shows it.
+class TextOut {
+public:
+    explicit TextOut(FILE* file);
+    explicit TextOut(QString* text);
+
+    TextOut& operator<<(const char* literal);
+    TextOut& operator<<(char c);
+    TextOut& operator<<(const QString& text);
+
+    template <typename Number, std::enable_if_t<std::is_arithmetic_v<Number>, int> = 0>
+    TextOut& operator<<(Number number)
+    {
+        m_stream << number;
+        return *this;
+    }
+
+    /// Text of several lines.
+    void lines(const QString& text);
+    /// "error: TEXT", where the text may end in lines of another program; they are indented, so
+    /// that none passes for a message of its own.
+    void error(const QString& text);
+    /// A result for programs.
+    void json(const QJsonObject& object);
+    /// A line of a list for other tools, byte for byte.
+    void listed(const QString& line);
+
+    void flush();
+    bool failed() const;
+
+private:
+    QTextStream m_stream;
+};
+
+#endif
