@@ -1,12 +1,12 @@
 #include "capture/capture_result.h"
 
 #include "capture/capture_writers.h"
+#include "files/replace_file.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 namespace OXA_CAPTURE {
 
@@ -63,13 +63,14 @@ bool mayWriteCapture(const QString& path, QString* error)
     const QString cannot = path + ": cannot be written: ";
     const QFileInfo file(path);
     const QFileInfo directory(file.absolutePath());
+    if (file.isDir())
+        return fail(error, cannot + "it is a directory");
+    if (file.exists() && !file.isWritable())
+        return fail(error, cannot + "it may not be changed");
     if (!directory.isDir())
         return fail(error, cannot + "there is no directory " + directory.filePath());
-    if (!directory.isWritable())
+    if (!file.exists() && !directory.isWritable())
         return fail(error, cannot + "nothing may be written to " + directory.filePath());
-    // Replacing a device, or a link to one, would take it away from the whole machine.
-    if (file.exists() && !file.isFile())
-        return fail(error, cannot + "it is no regular file");
     return true;
 }
 
@@ -78,20 +79,16 @@ bool writeCapture(
 {
     if (!mayWriteCapture(path, error))
         return false;
-    QSaveFile file(path);
-    QString reason;
-    const Progress goesOn = [&](int percent) {
-        if (progress && !progress(percent))
-            reason = "stopped";
-        return reason.isEmpty();
+    const auto fill = [&](QIODevice& out, QString& reason) {
+        const Progress goesOn = [&](int percent) {
+            if (progress && !progress(percent))
+                reason = "stopped";
+            return reason.isEmpty();
+        };
+        return formatOf(path)->write(out, capture, goesOn, reason) && goesOn(kDone);
     };
-    // A commit would not notice that what it flushes is lost.
-    if (file.open(QIODevice::WriteOnly) && formatOf(path)->write(file, capture, goesOn, reason)
-        && goesOn(kDone) && file.flush() && file.commit())
-        return true;
-    return fail(error,
-        QString("%1: cannot be written: %2")
-            .arg(path, reason.isEmpty() ? file.errorString() : reason));
+    QString cannot;
+    return OXA_FILES::replaceFile(path, fill, cannot) || fail(error, cannot);
 }
 
 QByteArray captureJson(const Capture& capture)

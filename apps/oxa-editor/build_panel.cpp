@@ -3,6 +3,7 @@
 #include "document.h"
 #include "file_viewer.h"
 
+#include "files/replace_file.h"
 #include "oxa/work_dir.h"
 
 #include <QCoreApplication>
@@ -133,7 +134,7 @@ bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
     const QString name = m_document.path().isEmpty() ? QString("untitled.oxa")
                                                      : QFileInfo(m_document.path()).fileName();
     arg.configFile = m_snapshot->filePath(name);
-    if (!bytes.isEmpty() && replaceFile(arg.configFile, bytes, error))
+    if (!bytes.isEmpty() && OXA_FILES::replaceFile(arg.configFile, bytes, error))
         return true;
     m_stage->setText(error);
     return false;

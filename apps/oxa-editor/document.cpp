@@ -1,5 +1,7 @@
 #include "document.h"
 
+#include "files/replace_file.h"
+
 #include <QFileInfo>
 
 Document::Document(QObject* parent)
@@ -59,7 +61,7 @@ bool Document::load(const QString& path, QString& error, QStringList& warnings)
 bool Document::save(const QString& path, QString& error)
 {
     const QByteArray content = bytes(error);
-    if (content.isEmpty() || !replaceFile(path, content, error))
+    if (content.isEmpty() || !OXA_FILES::replaceFile(path, content, error))
         return false;
     m_fileBytes = content;
     m_path = QFileInfo(path).absoluteFilePath();

@@ -9,7 +9,6 @@
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 using namespace OXA;
@@ -119,18 +118,6 @@ QByteArray serialize(OxaMode mode, const Cores& cores, QString& error)
     else if (error.isEmpty())
         error = tr("What would be written could not be read again.");
     return {};
-}
-
-bool replaceFile(const QString& path, const QByteArray& bytes, QString& error)
-{
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    // A commit would not notice that what it flushes is lost.
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
-        && file.commit())
-        return true;
-    error = file.errorString();
-    return false;
 }
 
 QByteArray fileBytes(const QString& path)

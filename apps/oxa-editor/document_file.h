@@ -24,10 +24,6 @@ bool loadFile(const QString& path, LoadedFile& file, QString& error);
 /// again.
 QByteArray serialize(OXA::OxaMode mode, const Cores& cores, QString& error);
 
-/// Replaces the file `path` by `bytes`; the old one stays whole until the new one is. False, with
-/// the reason in `error`, when that fails.
-bool replaceFile(const QString& path, const QByteArray& bytes, QString& error);
-
 /// The bytes of the file `path`; a null array when it cannot be read.
 QByteArray fileBytes(const QString& path);
 

@@ -254,7 +254,7 @@ bool MainWindow::saveTo(const QString& path)
         return false;
     QString error;
     if (!m_document.save(path, error)) {
-        QMessageBox::critical(this, tr("Cannot Save"), tr("%1: %2").arg(path, error));
+        QMessageBox::critical(this, tr("Cannot Save"), error);
         return false;
     }
     m_recent->add(m_document.path());

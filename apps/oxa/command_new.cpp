@@ -1,6 +1,8 @@
 #include "command.h"
+#include "log.h"
 #include "options.h"
 
+#include "files/replace_file.h"
 #include "oxautils/config/oxa_mode.h"
 
 #include <QFileInfo>
@@ -20,18 +22,17 @@ struct Options {
 
 int run(const Options& options, Io& io)
 {
-    if (QFileInfo::exists(options.file)) {
+    const bool isStream = OXA_FILES::isStream(options.file);
+    if (QFileInfo::exists(options.file) && !isStream) {
         io.err << "error: " << options.file << " exists; remove it first, or name another file\n";
         return kUnusable;
     }
-    const OXA::OxaMode mode = options.lite ? OXA::Lite : OXA::Standard;
-    OXA::fillInfoForEmptyOxaConfig(options.file, mode);
-    if (OXA::oxaModeFromOxaConfigFile(options.file) != mode) {
-        io.err << "error: " << options.file << " cannot be written\n";
-        return kUnusable;
-    }
-    io.out << options.file << ": an empty " << (options.lite ? "Lite" : "Standard")
-           << " configuration\n";
+    const int errorsBefore = loggedErrors();
+    OXA::fillInfoForEmptyOxaConfig(options.file, options.lite ? OXA::Lite : OXA::Standard);
+    if (loggedErrors() > errorsBefore)
+        return kUnusable; // the library has logged why
+    (isStream ? io.err : io.out) << options.file << ": an empty "
+                                 << (options.lite ? "Lite" : "Standard") << " configuration\n";
     return kDone;
 }
 

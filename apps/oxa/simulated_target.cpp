@@ -2,6 +2,7 @@
 
 #include "installed.h"
 
+#include "files/replace_file.h"
 #include "oxautils/generate/oxa_prepare.h"
 
 #include <QDir>
@@ -12,12 +13,6 @@ namespace {
 
 constexpr int kLook = 5000; // ms between looks whether a silent simulator computes
 constexpr int kCompilePoll = 100; // ms between questions whether to go on
-
-bool writeText(const QString& path, const QByteArray& text)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.flush();
-}
 
 }
 
@@ -45,8 +40,8 @@ bool SimulatedTarget::build(
     QStringList sources;
     if (!generate(design, sources))
         return false;
-    if (!writeText(bench, testbench(ports)))
-        return fail(bench + ": cannot be written");
+    if (!OXA_FILES::writeFile(bench, testbench(ports), m_error))
+        return false;
     return compile(QStringList {"-g2005", "-s", "oxa_testbench", "-o", m_workDir + "/target.vvp",
                        "-y", installed("share/oxautils/sim")}
             + sources + QStringList {bench},

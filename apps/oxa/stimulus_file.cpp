@@ -1,9 +1,10 @@
 #include "stimulus_file.h"
 
+#include "files/replace_file.h"
 #include "oxautils/generate/standard_files.h"
 
-#include <QFile>
 #include <QHash>
+#include <QIODevice>
 
 using namespace OXA_CAPTURE;
 
@@ -175,19 +176,19 @@ QByteArray testbench(const StimulusPorts& ports)
 qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadOut,
     const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error)
 {
-    QFile file(path);
     Player player(ports, waveform, requests);
-    bool ok = file.open(QIODevice::WriteOnly);
-    QByteArray text;
-    for (QByteArray line = player.next(); ok && !line.isEmpty(); line = player.next()) {
-        text += line;
-        if (text.size() < kFlushAt)
-            continue;
-        ok = file.write(text) == text.size();
-        text.clear();
-    }
-    text += player.idle(leadOut);
-    ok = ok && file.write(text) == text.size() && file.flush();
-    error = path + ": cannot be written: " + file.errorString();
-    return ok ? player.steps() : -1;
+    const auto fill = [&player, leadOut](QIODevice& out, QString&) {
+        QByteArray text;
+        for (QByteArray line = player.next(); !line.isEmpty(); line = player.next()) {
+            text += line;
+            if (text.size() < kFlushAt)
+                continue;
+            if (out.write(text) != text.size())
+                return false;
+            text.clear();
+        }
+        text += player.idle(leadOut);
+        return out.write(text) == text.size();
+    };
+    return OXA_FILES::writeFile(path, fill, error) ? player.steps() : -1;
 }

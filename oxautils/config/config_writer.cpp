@@ -1,10 +1,10 @@
 #include "oxautils/config/config_writer.h"
 
+#include "files/replace_file.h"
 #include "oxautils/config/xml_names.h"
 
 #include <QBuffer>
 #include <QDebug>
-#include <QSaveFile>
 #include <QXmlStreamWriter>
 
 namespace OXA {
@@ -40,20 +40,13 @@ void writeConfig(
 {
     const QByteArray text = documentText(mode, writeBody);
     if (text.isNull()) {
-        qCritical().noquote() << "failed to write"
-                              << path
-                + ": a text holds a control character or half of a surrogate pair";
+        qCritical().noquote() << path
+                + ": cannot be written: a text holds a control character or half of a"
+                  " surrogate pair";
         return;
     }
-    QSaveFile file(path);
-    // In a directory that takes no new file, writing over the old one is all that is left.
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Text))
-        return;
-    file.write(text);
-    // A commit would not notice that what it flushes is lost.
-    if (!file.flush() || !file.commit())
-        qCritical().noquote() << "failed to write" << path + ":" << file.errorString();
+    if (QString error; !OXA_FILES::replaceFile(path, text, error))
+        qCritical().noquote() << error;
 }
 
 }

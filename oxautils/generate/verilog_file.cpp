@@ -1,25 +1,25 @@
 #include "oxautils/generate/verilog_file.h"
 
+#include "files/replace_file.h"
 #include "oxautils/generate/file_names.h"
 
 #include <QDebug>
 #include <QDir>
-#include <QFile>
 
 namespace OXA {
 
 bool writeVerilogFile(
     const QString& path, const QString& failure, const std::function<void(QTextStream&)>& write)
 {
-    QFile file(path);
-    bool ok = file.open(QIODevice::WriteOnly | QIODevice::Truncate);
-    if (ok) {
+    const auto fill = [&write](QIODevice& file, QString&) {
         QTextStream out(&file);
         out.setCodec("UTF-8");
         write(out);
         out.flush();
-        ok = out.status() == QTextStream::Ok && file.flush();
-    }
+        return out.status() == QTextStream::Ok;
+    };
+    QString error;
+    const bool ok = OXA_FILES::writeFile(path, fill, error);
     if (!ok)
         qCritical().noquote() << failure;
     return ok;

@@ -1,22 +1,13 @@
 #include "netlist_file.h"
 
+#include "files/replace_file.h"
+
 #include <QFile>
-#include <QSaveFile>
 
 namespace NorvoSyn {
 namespace {
 
 constexpr qint64 kChunk = 1 << 20;
-
-bool copy(QFile& from, QSaveFile& to)
-{
-    while (!from.atEnd()) {
-        const QByteArray chunk = from.read(kChunk);
-        if (chunk.isEmpty() || to.write(chunk) != chunk.size())
-            return false;
-    }
-    return true;
-}
 
 }
 
@@ -27,12 +18,17 @@ bool deliverNetlist(const QString& netlist, const QString& output, QString& prob
         problem = "the synthesis engine ended without a netlist";
         return false;
     }
-    QSaveFile to(output);
-    // A commit would not notice that what it flushes is lost.
-    if (to.open(QIODevice::WriteOnly) && copy(from, to) && to.flush() && to.commit())
+    const auto copy = [&from](QIODevice& to, QString& reason) {
+        while (!from.atEnd()) {
+            const QByteArray chunk = from.read(kChunk);
+            if (chunk.isEmpty())
+                reason = from.errorString();
+            if (chunk.isEmpty() || to.write(chunk) != chunk.size())
+                return false;
+        }
         return true;
-    problem = QString("cannot write %1: %2").arg(output, to.errorString());
-    return false;
+    };
+    return OXA_FILES::replaceFile(output, copy, problem);
 }
 
 }

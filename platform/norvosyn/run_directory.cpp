@@ -1,5 +1,8 @@
 #include "run_directory.h"
 
+#include "files/input_guard.h"
+#include "files/replace_file.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -11,28 +14,21 @@ constexpr char kResources[] = ":/norvosyn/";
 constexpr const char* kShipped[] = {"cells", "flow"};
 constexpr const char* kResults[] = {"netlist.v", "usage.json"};
 
-bool copyResources(const QString& name, const QString& to)
+bool copyResources(const QString& name, const QString& to, QString& problem)
 {
-    if (!QDir().mkpath(to))
-        return false;
     const QDir from(kResources + name);
+    if (!QDir().mkpath(to)) {
+        problem = QString("cannot make the directory %1").arg(to);
+        return false;
+    }
     const QStringList files = from.entryList(QDir::Files);
     for (const QString& file : files) {
-        const QString copy = to + '/' + file;
-        // A resource is read-only, and so would its copy be.
-        if (!QFile::copy(from.filePath(file), copy)
-            || !QFile::setPermissions(
-                copy, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther))
+        QFile resource(from.filePath(file));
+        if (!resource.open(QIODevice::ReadOnly)
+            || !OXA_FILES::writeFile(to + '/' + file, resource.readAll(), problem))
             return false;
     }
     return !files.isEmpty();
-}
-
-bool writeFile(const QString& path, const QByteArray& text)
-{
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write(text) == text.size()
-        && file.flush();
 }
 
 }
@@ -47,6 +43,18 @@ RunDirectory::~RunDirectory()
 {
     if (!QFileInfo(path()).isSymLink())
         QDir(temporary()).removeRecursively();
+}
+
+QString RunDirectory::lost(const QStringList& sources) const
+{
+    const OXA_FILES::Inputs inputs {sources, {}};
+    for (const QString& source :
+        {OXA_FILES::lostByEmptying(path(), inputs), OXA_FILES::lostByWriting(scriptFile(), inputs),
+            OXA_FILES::lostByWriting(logFile(), inputs)}) {
+        if (!source.isEmpty())
+            return source;
+    }
+    return {};
 }
 
 bool RunDirectory::prepare(const QByteArray& script, QString& problem)
@@ -68,14 +76,15 @@ bool RunDirectory::prepare(const QByteArray& script, QString& problem)
     for (const char* name : kShipped) {
         const QString to = path() + '/' + name;
         QDir(to).removeRecursively();
-        if (!copyResources(name, to))
-            return refuse(QString("cannot write into %1").arg(to));
+        if (!copyResources(name, to, problem))
+            return false;
     }
-    const QString scriptFile = QString("%1/%2.tcl").arg(m_workDir, m_name);
-    return writeFile(scriptFile, script) || refuse(QString("cannot write %1").arg(scriptFile));
+    return OXA_FILES::writeFile(scriptFile(), script, problem);
 }
 
 QString RunDirectory::path() const { return QString("%1/%2_synthesis").arg(m_workDir, m_name); }
+
+QString RunDirectory::scriptFile() const { return QString("%1/%2.tcl").arg(m_workDir, m_name); }
 
 QString RunDirectory::scriptFromPath() const { return QString("../%1.tcl").arg(m_name); }
 

@@ -2,7 +2,7 @@
 #define NORVOSYN_RUN_DIRECTORY_H
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 
 namespace NorvoSyn {
 
@@ -16,6 +16,10 @@ public:
     RunDirectory(const QString& workDir, const QString& projectName);
     ~RunDirectory();
     Q_DISABLE_COPY(RunDirectory)
+
+    /// The one of `sources` that `prepare` or the run would remove or overwrite; empty when there
+    /// is none.
+    QString lost(const QStringList& sources) const;
 
     /// Makes the directory with cells/ and flow/, and writes `script`. False when that is not
     /// possible: `problem` says what.
@@ -31,6 +35,7 @@ public:
     static QString temporaryName();
 
 private:
+    QString scriptFile() const;
     QString temporary() const;
 
     QString m_workDir;

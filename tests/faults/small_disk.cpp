@@ -35,12 +35,12 @@ SmallDisk::~SmallDisk()
         umount2(mountPoint().constData(), MNT_DETACH);
 }
 
-bool SmallDisk::fill() const
+bool SmallDisk::fill(int left) const
 {
     const int file = open(path("filling").toLocal8Bit().constData(), O_WRONLY | O_CREAT, 0600);
     const char block[4096] = {};
     while (write(file, block, sizeof block) > 0) { }
-    const bool isFull = errno == ENOSPC;
+    const bool isFull = errno == ENOSPC && ftruncate(file, lseek(file, 0, SEEK_END) - left) == 0;
     close(file);
     return isFull;
 }

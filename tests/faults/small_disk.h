@@ -19,7 +19,8 @@ public:
     QString path(const QString& name) const { return m_directory.filePath(name); }
 
     bool isMounted() const { return m_mounted; }
-    bool fill() const;
+    /// Leaves so many bytes free, or no more than its blocks allow.
+    bool fill(int left = 0) const;
     bool makeReadOnly() const;
 
 private:

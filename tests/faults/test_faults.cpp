@@ -9,13 +9,23 @@
 
 #include <QtTest>
 
+#include <unistd.h>
+
 namespace {
 
 const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
 constexpr char kOld[] = "old\n";
 bool ownMounts = false;
 
-enum class Disk { Full, ReadOnly, Sound };
+void addSignals(OXA::AoCore& core, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        core.signalList += OXA::SignalItem();
+        core.signalList.last().name = QString("top/unit/signal_%1").arg(i);
+    }
+}
+
+enum class Disk { Full, NearlyFull, ReadOnly, Sound };
 
 /// A call of oxa with things on a disk that fails; "DISK" and "WORK" stand for directories.
 struct Row {
@@ -32,25 +42,27 @@ const QString kSimulate
     = "simulate WORK/c.oxa --model --stimulus WORK/wave.vcd -o DISK/old.vcd" + kPart;
 
 const Row kRows[] = {
-    {"new, full",                          Disk::Full,     "new DISK/new.oxa",                  2, "DISK/new.oxa cannot be written"},
-    {"new, read-only",                     Disk::ReadOnly, "new DISK/new.oxa",                  2, "DISK/new.oxa cannot be written"},
+    {"new, full",                          Disk::Full,     "new DISK/new.oxa",                  2,
+     "DISK/new.oxa: cannot be written: No space left on device"                                                        },
+    {"new, read-only",                     Disk::ReadOnly, "new DISK/new.oxa",                  2,
+     "DISK/new.oxa: cannot be written: Read-only file system"                                                          },
     {"sources, full",                      Disk::Full,     kGenerate + "DISK/w --no-synthesis", 1,
-     "failed to generate qx_con_top_define.v"                                                                                      },
+     "failed to generate qx_con_top_define.v"                                                                          },
     {"sources, read-only",                 Disk::ReadOnly, kGenerate + "DISK/w --no-synthesis", 1,
-     "failed to generate qx_con_top_define.v"                                                                                      },
+     "failed to generate qx_con_top_define.v"                                                                          },
     {"sources, emptying a read-only disk", Disk::ReadOnly,
-     kGenerate + "DISK --force --no-synthesis",                                                 1, "failed to generate"            },
+     kGenerate + "DISK --force --no-synthesis",                                                 1, "failed to generate"},
     {"netlist, full",                      Disk::Full,     kGenerate + "WORK/w -o DISK/old.v",  1,
-     "cannot write DISK/old.v: No space left on device"                                                                            },
+     "DISK/old.v: cannot be written: No space left on device"                                                          },
     {"netlist, read-only",                 Disk::ReadOnly, kGenerate + "WORK/w -o DISK/old.v",  1,
-     "cannot write DISK/old.v: Existing file DISK/old.v is not writable"                                                           },
+     "DISK/old.v: cannot be written: Read-only file system"                                                            },
     {"netlist over a directory",           Disk::Sound,    kGenerate + "WORK/w -o DISK",        1,
-     "is a directory: DISK"                                                                                                        },
+     "is a directory: DISK"                                                                                            },
     {"capture, full",                      Disk::Full,     kSimulate,                           1,
-     "DISK/old.vcd: cannot be written: No space left on device"                                                                    },
+     "DISK/old.vcd: cannot be written: No space left on device"                                                        },
     {"capture, read-only",                 Disk::ReadOnly, kSimulate,                           2,
-     "DISK/old.vcd: cannot be written: nothing may be written to DISK"                                                             },
-    {"catalogue is a directory",           Disk::Sound,    "devices --device-db DISK",          2, "DISK"                          },
+     "DISK/old.vcd: cannot be written: it may not be changed"                                                          },
+    {"catalogue is a directory",           Disk::Sound,    "devices --device-db DISK",          2, "DISK"              },
 };
 
 }
@@ -60,6 +72,7 @@ class TestFaults : public QObject {
 
 private Q_SLOTS:
     void savesThatAreKilled();
+    void savesThatFail_data();
     void savesThatFail();
     void calls_data();
     void calls();
@@ -76,10 +89,7 @@ void TestFaults::savesThatAreKilled()
     const auto save = [&] { OXA::writeOXAConfigToXml({&core}, path); };
     save();
     const QByteArray before = bytesOf(path);
-    for (int i = 0; i < 2000; ++i) { // more than goes to the file at once
-        core.signalList += OXA::SignalItem();
-        core.signalList.last().name = QString("top/unit/signal_%1").arg(i);
-    }
+    addSignals(core, 2000); // more than goes to the file at once
     save();
     const QByteArray after = bytesOf(path);
     QVERIFY(after.size() > 10 * before.size());
@@ -101,20 +111,43 @@ void TestFaults::savesThatAreKilled()
     QVERIFY2(olds > 10 && news > 1, "calls on both sides of the change were met");
 }
 
+void TestFaults::savesThatFail_data()
+{
+    QTest::addColumn<int>("disk");
+    QTest::addColumn<bool>("isLinked");
+    for (const bool isLinked : {false, true}) {
+        const char* name = isLinked ? "a file of two names" : "a file";
+        QTest::addRow("%s, full", name) << int(Disk::Full) << isLinked;
+        QTest::addRow("%s, nearly full", name) << int(Disk::NearlyFull) << isLinked;
+        QTest::addRow("%s, read-only", name) << int(Disk::ReadOnly) << isLinked;
+    }
+}
+
 void TestFaults::savesThatFail()
 {
     if (!ownMounts)
         QSKIP("this machine gives neither root nor user name spaces: no disk of our own");
-    for (const Disk kind : {Disk::Full, Disk::ReadOnly}) {
-        const SmallDisk disk;
-        QVERIFY(disk.isMounted());
-        QVERIFY(QFile::copy(kUart, disk.path("c.oxa")));
-        QVERIFY(kind == Disk::Full ? disk.fill() : disk.makeReadOnly());
-        OXA::AoCore core(0);
-        OXA::writeOXAConfigToXml({&core}, disk.path("c.oxa"));
-        QCOMPARE(bytesOf(disk.path("c.oxa")), bytesOf(kUart));
-        QCOMPARE(QDir(disk.path(".")).entryList(QDir::Files).filter("c.oxa").size(), 1);
-    }
+    QFETCH(int, disk);
+    QFETCH(bool, isLinked);
+    const SmallDisk small;
+    QVERIFY(small.isMounted());
+    const QString path = small.path("c.oxa");
+    QVERIFY(QFile::copy(kUart, path));
+    if (isLinked) // it is written over, and put back
+        QCOMPARE(::link(qPrintable(path), qPrintable(small.path("twin"))), 0);
+    if (disk == int(Disk::ReadOnly))
+        QVERIFY(small.makeReadOnly());
+    else
+        QVERIFY(small.fill(disk == int(Disk::NearlyFull) ? 40000 : 0));
+    OXA::AoCore core(0);
+    addSignals(core, 2000);
+    QTest::ignoreMessage(QtCriticalMsg,
+        QRegularExpression(QRegularExpression::escape(path)
+            + ": cannot be written: "
+              "(No space left on device|Read-only file system)$"));
+    OXA::writeOXAConfigToXml({&core}, path);
+    QCOMPARE(bytesOf(path), bytesOf(kUart));
+    QCOMPARE(QDir(small.path(".")).entryList(QDir::Files).filter("c.oxa").size(), 1);
 }
 
 void TestFaults::calls_data()

@@ -1,0 +1,236 @@
+#include "files/replace_file.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTemporaryFile>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <ctime>
+#include <optional>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace OXA_FILES {
+
+namespace {
+
+constexpr qint64 kChunk = 1 << 20;
+
+std::optional<struct stat> statOf(const QString& path)
+{
+    struct stat info { };
+    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
+        return {};
+    return info;
+}
+
+/// Whether a new file in the place of the old one would be as good: nobody else's, and without
+/// another name that would keep the old content.
+bool isReplaceable(const QString& path, const struct stat& old)
+{
+    const auto directory = statOf(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
+    const bool inherits = directory && (directory->st_mode & S_ISGID);
+    return old.st_nlink == 1 && old.st_uid == ::geteuid()
+        && old.st_gid == (inherits ? directory->st_gid : ::getegid());
+}
+
+bool isSame(const struct stat& a, const struct stat& b)
+{
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// The standard output or error, when the file is what that leads to: opened again, it would be
+/// written from its beginning. Otherwise -1.
+int openDescriptor(const struct stat& file)
+{
+    for (const int descriptor : {STDOUT_FILENO, STDERR_FILENO}) {
+        struct stat info { };
+        if (::fstat(descriptor, &info) == 0 && isSame(info, file))
+            return descriptor;
+    }
+    return -1;
+}
+
+bool isStream(const struct stat& file)
+{
+    return !S_ISDIR(file.st_mode) && (!S_ISREG(file.st_mode) || openDescriptor(file) >= 0);
+}
+
+/// Keeps a reader that leaves from ending this program: the write then fails.
+class IgnoredBrokenPipe {
+public:
+    IgnoredBrokenPipe()
+    {
+        sigemptyset(&m_pipe);
+        sigaddset(&m_pipe, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &m_pipe, &m_before);
+    }
+    ~IgnoredBrokenPipe()
+    {
+        const timespec now {};
+        while (sigtimedwait(&m_pipe, nullptr, &now) > 0) { }
+        pthread_sigmask(SIG_SETMASK, &m_before, nullptr);
+    }
+    Q_DISABLE_COPY(IgnoredBrokenPipe)
+
+private:
+    sigset_t m_pipe {};
+    sigset_t m_before {};
+};
+
+/// Why the last write to `file` failed; of one that succeeded in part, Qt says nothing.
+QString writeProblem(const QFileDevice& file)
+{
+    const int number = errno;
+    return file.error() == QFileDevice::NoError ? qt_error_string(number) : file.errorString();
+}
+
+// Each of these is false, with a reason, when what is at the path is not as it should be.
+
+/// Fills `file`, which is open, to the last byte.
+bool fillFile(QFileDevice& file, const Fill& fill, QString& reason)
+{
+    // A commit or a close would not notice that what it flushes is lost.
+    if (fill(file, reason) && file.flush())
+        return true;
+    if (reason.isEmpty())
+        reason = writeProblem(file);
+    return false;
+}
+
+bool fillNode(const QString& path, const struct stat& node, const Fill& fill, QString& reason)
+{
+    const IgnoredBrokenPipe ignored;
+    QFile file(path);
+    const int descriptor = openDescriptor(node);
+    if (descriptor >= 0)
+        std::fflush(nullptr); // what was printed before comes first
+    const bool isOpen = descriptor < 0 ? file.open(QIODevice::WriteOnly)
+                                       : file.open(descriptor, QIODevice::WriteOnly);
+    if (isOpen)
+        return fillFile(file, fill, reason);
+    reason = file.errorString();
+    return false;
+}
+
+/// Makes `to` hold what `from` holds. It is not emptied first: what it has of the disk stays its
+/// own, so that it can be put back on a full one.
+bool copyOver(QFileDevice& from, QFileDevice& to)
+{
+    if (!from.seek(0) || !to.seek(0))
+        return false;
+    for (QByteArray chunk = from.read(kChunk); !chunk.isEmpty(); chunk = from.read(kChunk)) {
+        if (to.write(chunk) != chunk.size())
+            return false;
+    }
+    return from.error() == QFileDevice::NoError && to.flush() && to.resize(from.size());
+}
+
+bool fillInPlace(const QString& path, const Fill& fill, QString& reason)
+{
+    QTemporaryFile fresh;
+    QTemporaryFile old;
+    QFile file(path);
+    const auto fail = [&reason](const QString& text) {
+        reason = text;
+        return false;
+    };
+    if (!fresh.open() || !old.open())
+        return fail("there can be no temporary file in " + QDir::tempPath());
+    if (!fillFile(fresh, fill, reason))
+        return false;
+    // Unbuffered: what could not be written must not be tried again.
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
+        return fail(file.errorString());
+    if (!copyOver(file, old))
+        return fail("it cannot be copied to " + QDir::tempPath() + " first");
+    if (copyOver(fresh, file))
+        return true;
+    reason = writeProblem(file);
+    if (!copyOver(old, file)) {
+        old.setAutoRemove(false);
+        reason += "; what it held before is in " + old.fileName();
+    }
+    return false;
+}
+
+bool fillAnew(const QString& path, const Fill& fill, QString& reason)
+{
+    QSaveFile file(path);
+    const bool isOpen = file.open(QIODevice::WriteOnly);
+    if (isOpen && !fillFile(file, fill, reason))
+        return false;
+    if (isOpen && file.commit())
+        return true;
+    reason = file.errorString();
+    return false;
+}
+
+bool fillPath(const QString& path, const Fill& fill, QString& reason)
+{
+    const auto old = statOf(path);
+    if (!old)
+        return fillAnew(path, fill, reason);
+    if (S_ISDIR(old->st_mode)) {
+        reason = "it is a directory";
+        return false;
+    }
+    if (isStream(*old))
+        return fillNode(path, *old, fill, reason);
+    const QFileInfo directory(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
+    if (!isReplaceable(path, *old) || !directory.isWritable())
+        return fillInPlace(path, fill, reason);
+    return fillAnew(path, fill, reason);
+}
+
+Fill bytes(const QByteArray& content)
+{
+    return [&content](QIODevice& out, QString&) { return out.write(content) == content.size(); };
+}
+
+QString sentence(const QString& path, const QString& reason)
+{
+    return path + ": cannot be written: " + reason;
+}
+
+}
+
+bool replaceFile(const QString& path, const Fill& fill, QString& error)
+{
+    QString reason;
+    const bool ok = fillPath(path, fill, reason);
+    if (!ok)
+        error = sentence(path, reason);
+    return ok;
+}
+
+bool replaceFile(const QString& path, const QByteArray& content, QString& error)
+{
+    return replaceFile(path, bytes(content), error);
+}
+
+bool isStream(const QString& path)
+{
+    const auto info = statOf(path);
+    return info && isStream(*info);
+}
+
+bool writeFile(const QString& path, const Fill& fill, QString& error)
+{
+    QFile file(path);
+    QString reason;
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && fillFile(file, fill, reason))
+        return true;
+    error = sentence(path, reason.isEmpty() ? file.errorString() : reason);
+    return false;
+}
+
+bool writeFile(const QString& path, const QByteArray& content, QString& error)
+{
+    return writeFile(path, bytes(content), error);
+}
+
+}
