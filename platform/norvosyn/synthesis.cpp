@@ -85,6 +85,9 @@ private:
         if (m_request.checkResources && !m_target.known)
             return fail(QString("RESOURCE_CHECK: the device database has no \"%1\", \"%2\"")
                             .arg(m_request.partNumber, m_request.deviceName));
+        if (const QString source = m_directory.lost(m_request.sources); !source.isEmpty())
+            return fail(
+                QString("the source %1 is where this run writes its own files").arg(source));
         QString problem;
         return m_directory.prepare(engineScript(m_request, m_target), problem) || fail(problem);
     }

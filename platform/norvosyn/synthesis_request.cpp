@@ -3,6 +3,8 @@
 #include "map_reader.h"
 #include "request_keys.h"
 
+#include "files/input_guard.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -108,8 +110,10 @@ void readOutputFile(MapReader& options, SynthesisRequest& request)
     else if (!info.dir().exists() && info.path() != request.workDir)
         options.complain(OPT_OUTPUT_VERILOG,
             QString("is to go into a directory that does not exist: %1").arg(info.path()));
-    else if (request.sources.contains(request.outputFile))
-        options.complain(OPT_OUTPUT_VERILOG, QString("is one of the sources: %1").arg(*path));
+    else if (const QString source
+             = OXA_FILES::lostByWriting(request.outputFile, {request.sources, {}});
+             !source.isEmpty())
+        options.complain(OPT_OUTPUT_VERILOG, QString("is one of the sources: %1").arg(source));
 }
 
 void readOptions(MapReader& top, SynthesisRequest& request, QStringList& problems)

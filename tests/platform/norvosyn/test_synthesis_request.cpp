@@ -2,6 +2,8 @@
 
 #include <QtTest>
 
+#include <unistd.h>
+
 namespace {
 
 struct BadRow {
@@ -41,6 +43,7 @@ private Q_SLOTS:
     void everyFaultIsReported();
     void unusableSources_data();
     void unusableSources();
+    void sourcesStay();
 };
 
 void TestSynthesisRequest::oneComplaintForOneFault_data()
@@ -125,6 +128,22 @@ void TestSynthesisRequest::unusableSources()
     QVERIFY(fixture.run() != 0);
     QCOMPARE(fixture.proxy.messages().size(), 1);
     QVERIFY2(fixture.messages().contains(message), qPrintable(fixture.messages()));
+}
+
+// Where the run writes its own files, and under another name of the output.
+void TestSynthesisRequest::sourcesStay()
+{
+    for (const char* name :
+        {"oxa_test.tcl", "oxa_test.log", "oxa_test_synthesis/cells/a.v", "twin.v"}) {
+        SynthesisFixture fixture;
+        fixture.addSource(name, "module qx_oxa; endmodule\n");
+        fixture.setEngine("echo new > netlist.v");
+        if (name == QByteArray("twin.v"))
+            QCOMPARE(::link(qPrintable(fixture.path(name)), qPrintable(fixture.output())), 0);
+        QVERIFY(fixture.run() != 0);
+        QVERIFY2(fixture.messages().contains(fixture.path(name)), qPrintable(fixture.messages()));
+        QCOMPARE(fixture.read(name), QByteArray("module qx_oxa; endmodule\n"));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestSynthesisRequest)
