@@ -9,7 +9,9 @@ namespace {
 
 constexpr qint64 kLogBytes = 64 << 20; // an engine gone wild must not fill the disk
 constexpr int kTextBytes = 4096; // of a line; messages are shorter
-constexpr int kWarnings = 100; // errors are never left out
+constexpr int kMessageChars = 8192; // with its continuation lines
+constexpr int kErrors = 20; // that are passed on; the log has all
+constexpr int kWarnings = 100;
 constexpr int kTailLines = 10;
 
 const QRegularExpression& stageLine()
@@ -48,7 +50,8 @@ EngineOutput::EngineOutput(const QString& logFile, Stage stage)
     : m_log(logFile)
     , m_stage(std::move(stage))
 {
-    m_log.open(QIODevice::WriteOnly | QIODevice::Truncate);
+    if (!m_log.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        failLog();
 }
 
 void EngineOutput::take(const QByteArray& line)
@@ -57,7 +60,8 @@ void EngineOutput::take(const QByteArray& line)
     const QString text = withoutControls(QString::fromUtf8(line.left(kTextBytes)));
     remember(text);
     if (m_open && text.startsWith("    ")) {
-        m_messages.last() += ' ' + text.simplified();
+        if (m_messages.last().size() < kMessageChars)
+            m_messages.last() += ' ' + text.simplified();
         return;
     }
     m_open = false;
@@ -77,7 +81,6 @@ void EngineOutput::takeMessage(const QString& text)
     if (!message.hasMatch())
         return;
     const bool error = message.captured("kind") == "ERROR";
-    m_hasError = m_hasError || error;
     QString place = message.captured("place");
     if (place.isEmpty() && error)
         place = m_source;
@@ -87,10 +90,19 @@ void EngineOutput::takeMessage(const QString& text)
 
 void EngineOutput::log(const QByteArray& line)
 {
-    if (m_logged > kLogBytes)
+    if (m_logged > kLogBytes || !m_logProblem.isEmpty())
         return;
     m_logged += line.size() + 1;
-    m_log.write(m_logged > kLogBytes ? "(the rest is not kept)\n" : line + '\n');
+    const QByteArray text
+        = m_logged > kLogBytes ? QByteArray("(the rest is not kept)\n") : line + '\n';
+    if (m_log.write(text) != text.size())
+        failLog();
+}
+
+void EngineOutput::failLog()
+{
+    m_logProblem
+        = QString("warning: %1 cannot be written: %2").arg(m_log.fileName(), m_log.errorString());
 }
 
 void EngineOutput::remember(const QString& line)
@@ -104,12 +116,30 @@ void EngineOutput::remember(const QString& line)
 
 void EngineOutput::addMessage(const QString& message, bool error)
 {
-    if (m_seen.contains(message) || (!error && m_warnings > kWarnings))
+    int& count = error ? m_errors : m_warnings;
+    if (m_seen.contains(message))
         return;
+    m_open = ++count <= (error ? kErrors : kWarnings);
+    if (!m_open)
+        return; // what is not remembered is counted each time
     m_seen.insert(message);
-    m_warnings += error ? 0 : 1;
-    m_open = error || m_warnings <= kWarnings;
-    m_messages << (m_open ? message : "more warnings are in the log: " + m_log.fileName());
+    m_messages << message;
+}
+
+QStringList EngineOutput::finish()
+{
+    if (m_logProblem.isEmpty() && !m_log.flush())
+        failLog();
+    const auto say = [this](int more, const char* what) {
+        if (more > 0)
+            m_messages << QString("... %1 more %2 in %3")
+                              .arg(QString::number(more), what, m_log.fileName());
+    };
+    say(m_errors - kErrors, "errors");
+    say(m_warnings - kWarnings, "warnings");
+    if (!m_logProblem.isEmpty())
+        m_messages << m_logProblem;
+    return m_messages;
 }
 
 }

@@ -23,15 +23,18 @@ public:
     void take(const QByteArray& line);
 
     /// Errors and warnings, each once, in their order: "FILE:LINE: error: TEXT", or without the
-    /// place where the engine names none.
-    QStringList messages() const { return m_messages; }
-    bool hasError() const { return m_hasError; }
+    /// place where the engine names none. Behind the first few a line says how many more there are,
+    /// and that the log has them.
+    /// To be called once, behind the last line.
+    QStringList finish();
+    bool hasError() const { return m_errors > 0; }
 
     /// The last few lines, for an engine that ended badly without a word that was understood.
     QStringList tail() const { return m_tail; }
 
 private:
     void log(const QByteArray& line);
+    void failLog();
     void remember(const QString& line);
     void takeMessage(const QString& text);
     void addMessage(const QString& message, bool error);
@@ -42,9 +45,10 @@ private:
     QStringList m_messages;
     QSet<QString> m_seen;
     QStringList m_tail;
+    QString m_logProblem;
     qint64 m_logged = 0;
+    int m_errors = 0;
     int m_warnings = 0;
-    bool m_hasError = false;
     bool m_open = false; ///< indented lines that follow belong to the last message
 };
 

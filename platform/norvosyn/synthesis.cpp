@@ -42,9 +42,9 @@ EngineCommand engineCommand(const RunDirectory& directory, int limit)
 }
 
 /// What to say of an engine that did not end well.
-QStringList failureMessages(const EngineResult& result, const EngineOutput& output)
+QStringList failureMessages(const EngineResult& result, EngineOutput& output)
 {
-    QStringList messages = output.messages();
+    QStringList messages = output.finish();
     if (result.end == EngineEnd::Failed && output.hasError())
         return messages;
     QString problem = result.problem;
@@ -101,7 +101,7 @@ private:
         const EngineResult result = runEngine(engineCommand(m_directory, limit), m_hooks.stopAsked,
             [&](const QByteArray& line) { output.take(line); });
         if (result.end == EngineEnd::Done) {
-            m_messages << output.messages();
+            m_messages << output.finish();
             return true;
         }
         m_messages << failureMessages(result, output);

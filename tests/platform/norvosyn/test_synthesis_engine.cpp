@@ -31,6 +31,10 @@ const EngineRow kEngines[] = {
     {"tells where an error without a place is",
      "echo '7. Executing Verilog-2005 frontend: /ip/top.v'; echo 'ERROR: no include file'; exit "
         "1",                                                                                                 false, "/ip/top.v: error: no include file"},
+    {"finds a thousand errors",                    "seq -f '/x.v:%g: ERROR: bad' 1000; exit 1",              false,
+     "... 980 more errors in "                                                                                                                         },
+    {"has one endless error",
+     "echo '/x.v:1: ERROR: bad'; yes '    and worse' | head -c 8000000; exit 1",                             false, "bad"                              },
     {"floods the log",                             "yes 0123456789 | head -c 8000000; echo new > netlist.v", true,  ""                                 },
     {"prints no line end",                         "head -c 300000 /dev/zero; echo new > netlist.v",         true,  ""                                 },
     {"closes its output early",                    "exec >&- 2>&-; sleep 0.3; echo new > netlist.v",         true,  ""                                 },
@@ -97,7 +101,8 @@ void TestSynthesisEngine::engines()
     QCOMPARE(fixture.read("out.v") == "old\n", !row.done);
     QVERIFY2(fixture.messages().contains(row.message), qPrintable(fixture.messages()));
     QCOMPARE(fixture.proxy.messages().isEmpty(), *row.message == 0);
-    QVERIFY2(fixture.proxy.messages().size() <= 11, "not the whole log");
+    QVERIFY2(fixture.proxy.messages().size() <= 21, "not the whole log");
+    QVERIFY(fixture.messages().size() < 10000);
     QVERIFY2(fixture.messages().count("odd") < 2, "each message once");
 }
 
