@@ -13,6 +13,30 @@ namespace {
 
 constexpr int kLook = 5000; // ms between looks whether a silent simulator computes
 constexpr int kCompilePoll = 100; // ms between questions whether to go on
+constexpr int kLogLines = 20; // of the compiler's that are shown
+
+QString absolute(const QString& path) { return QFileInfo(path).absoluteFilePath(); }
+
+/// The beginning of the compiler's log, and how much more there is.
+QString firstLines(const QString& path)
+{
+    QFile log(path);
+    QString text;
+    int more = 0;
+    log.open(QIODevice::ReadOnly);
+    for (int i = 0; !log.atEnd(); ++i) {
+        const QByteArray line = log.readLine(1 << 16);
+        if (i < kLogLines)
+            text += QString::fromLocal8Bit(line);
+        else
+            ++more;
+    }
+    return more == 0 ? text.trimmed()
+                     : text
+            + QString("... %1 more lines; `oxa simulate --keep-work DIR` keeps them in"
+                      " DIR/iverilog.log")
+                  .arg(more);
+}
 
 }
 
@@ -33,7 +57,7 @@ bool SimulatedTarget::fail(const QString& error)
 bool SimulatedTarget::build(
     const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn)
 {
-    m_workDir = design.workDir;
+    m_workDir = absolute(design.workDir);
     // Verilog keeps unknown values to itself, gates do not.
     m_settle = design.netlist.isEmpty() ? QStringList() : QStringList {"+oxa_settle=1"};
     const QString bench = m_workDir + "/testbench.v";
@@ -54,19 +78,28 @@ bool SimulatedTarget::generate(const Design& design, QStringList& sources)
     if (prepared.prepare(design.arg) != 1)
         return fail("the Verilog could not be generated");
     if (!design.netlist.isEmpty()) {
-        sources = QStringList {"-y", installed("share/oxautils/cells"), design.netlist};
+        sources = QStringList {"-y", installed("share/oxautils/cells"), absolute(design.netlist)};
         return true;
     }
     for (const QString& path : qAsConst(prepared.includePaths))
-        sources += "-I" + path;
-    sources += prepared.files;
+        sources += "-I" + absolute(path);
+    for (const QString& path : qAsConst(prepared.files))
+        sources += absolute(path);
     return true;
 }
 
 bool SimulatedTarget::compile(const QStringList& arguments, const std::function<bool()>& goesOn)
 {
     QProcess iverilog;
+    const QString log = m_workDir + "/iverilog.log";
     iverilog.setProcessChannelMode(QProcess::MergedChannels);
+    iverilog.setStandardOutputFile(log);
+    // It leaves its temporary files when it is ended, and hands their directory to a shell.
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"TMP", "TMPDIR", "TEMP"})
+        environment.insert(name, ".");
+    iverilog.setProcessEnvironment(environment);
+    iverilog.setWorkingDirectory(m_workDir);
     iverilog.start("iverilog", arguments);
     if (!iverilog.waitForStarted(-1))
         return fail("iverilog does not start (package iverilog): " + iverilog.errorString());
@@ -77,9 +110,8 @@ bool SimulatedTarget::compile(const QStringList& arguments, const std::function<
         iverilog.waitForFinished(-1);
         return fail({});
     }
-    const QString log = QString::fromLocal8Bit(iverilog.readAll()).trimmed();
     return (iverilog.exitStatus() == QProcess::NormalExit && iverilog.exitCode() == 0)
-        || fail("iverilog does not accept the Verilog:\n" + log);
+        || fail("iverilog does not accept the Verilog:\n" + firstLines(log));
 }
 
 bool SimulatedTarget::run(const QString& stimulus, const QString& jtag)

@@ -37,6 +37,8 @@ EngineCommand engineCommand(const RunDirectory& directory, int limit)
     // Relative, since the engine hands it to a shell without quoting; and messages in English.
     command.environment.insert("TMPDIR", RunDirectory::temporaryName());
     command.environment.insert("LC_ALL", "C");
+    // It keeps a history there of what was typed, even when nothing was.
+    command.environment.insert("HOME", directory.path() + '/' + RunDirectory::temporaryName());
     command.timeLimit = limit;
     return command;
 }

@@ -80,6 +80,7 @@ private Q_SLOTS:
     void aSilentSimulatorIsAwaited();
     void keptWork();
     void netlistsOfOthersAreRefused();
+    void compilersLeaveNothingAndSayLittle();
     void unusableInputs_data();
     void unusableInputs();
 
@@ -294,6 +295,23 @@ void TestSimulate::netlistsOfOthersAreRefused()
     const Result broken = oxa(call);
     QCOMPARE(broken.status, 1);
     QVERIFY2(broken.err.contains("iverilog does not accept"), qPrintable(broken.err));
+}
+
+void TestSimulate::compilersLeaveNothingAndSayLittle()
+{
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    QDir(m_dir.path()).mkpath("program/tmp");
+    const QString compiler = writeFile(
+        path("program/iverilog"), "#!/bin/sh\n: >$TMPDIR/left; pwd; seq 1000; exit 1\n");
+    QFile::setPermissions(compiler, QFile::ReadOwner | QFile::ExeOwner);
+    QStringList call = m_call + QStringList {path("wave.vcd")};
+    call.removeOne("--model");
+    const Result result = oxa(
+        call, {"PATH=" + path("program") + ":/usr/bin:/bin", "TMPDIR=" + path("program/tmp")});
+    QCOMPARE(result.status, 1);
+    QVERIFY2(result.err.contains("\n19\n... 981 more lines"), qPrintable(result.err));
+    QVERIFY(QDir(path("program/tmp")).isEmpty());
 }
 
 void TestSimulate::unusableInputs_data()

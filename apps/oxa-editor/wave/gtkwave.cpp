@@ -9,6 +9,8 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
+constexpr char kShowAndRemove[] = R"("$1" "$2"; /bin/rm -f -- "$2")"; // GTKWave may outlive this program
+
 /// All samples as if they were a window.
 CapturedCore wholeOf(const Waveform& waveform)
 {
@@ -45,7 +47,7 @@ GtkWave::~GtkWave()
         QFile::remove(m_path);
 }
 
-/// Makes an empty file, which stays: GTKWave may outlive this program.
+/// Makes an empty file, which stays until GTKWave ends.
 bool GtkWave::makeFile()
 {
     QTemporaryFile file(QDir::tempPath() + "/oxa-XXXXXX.vcd");
@@ -78,7 +80,7 @@ void GtkWave::start(const QString& error)
     if (!error.isEmpty()) {
         QFile::remove(m_path);
         Q_EMIT said(error);
-    } else if (QProcess::startDetached(m_program, {m_path}))
+    } else if (QProcess::startDetached("/bin/sh", {"-c", kShowAndRemove, "sh", m_program, m_path}))
         Q_EMIT said(tr("GTKWave is starting."));
     else
         Q_EMIT said(tr("%1 does not start.").arg(m_program));

@@ -212,10 +212,14 @@ void TestSynthesis::oneCompilationUnitInAnyDirectory()
     fixture.addSource("top.v",
         "`ifdef FIRST\n`ifdef BESIDE\nmodule qx_oxa(input a, output z); assign z = !a; endmodule\n"
         "`endif\n`endif\n");
+    QVERIFY(QDir().mkpath(fixture.path("home")));
+    qputenv("HOME", QFile::encodeName(fixture.path("home")));
     const int result = fixture.run();
     QCOMPARE(fixture.messages(), QString());
     QCOMPARE(result, 0);
     QCOMPARE(fixture.cells("QX_LUT4"), 1);
+    QVERIFY(
+        QDir(fixture.path("home")).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot));
 
     fixture.addSource("bad.v", "module bad;\n?\n");
     QVERIFY(fixture.run() != 0);
