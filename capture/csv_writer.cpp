@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QIODevice>
+#include <QRegularExpression>
 
 namespace OXA_CAPTURE {
 
@@ -9,11 +10,21 @@ namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
 
-QByteArray cell(const QString& text)
+// Spreadsheets compute what begins so, in quotes too, but show what an apostrophe stands before.
+// Some take semicolons and tabulators for the ends of cells.
+QString withoutFormulas(QString text)
 {
-    if (!text.contains(',') && !text.contains('"') && !text.contains('\n') && !text.contains('\r'))
-        return text.toUtf8();
-    return '"' + QString(text).replace('"', "\"\"").toUtf8() + '"';
+    static const QRegularExpression beginning("(^|[;\t\r\n])(?=[=+\\-@'\t\r\n])");
+    return text.replace(beginning, "\\1'");
+}
+
+QByteArray cell(const QString& name)
+{
+    static const QRegularExpression special("[,;\"\t\r\n]");
+    QString text = withoutFormulas(name);
+    if (text != name || text.contains(special))
+        text = '"' + text.replace('"', "\"\"") + '"';
+    return text.toUtf8();
 }
 
 // The data signals of all cores, each name once.

@@ -114,6 +114,12 @@ void TestCaptureFiles::csv()
     CapturedCore idle;
     idle.items = {item("d")};
     QCOMPARE(written("idle.CSV", {idle}), QByteArray("core,window,sample,trigger,d\n"));
+    // To a spreadsheet these are formulas, or become some.
+    idle.items = {item("=1+1"), item("-a"), item("+"), item("@x"), item("\t=y"), item("'z"),
+        item("a;=\"b\""), item("c=-d")};
+    QCOMPARE(written("formulas.csv", {idle}),
+        QByteArray("core,window,sample,trigger,\"'=1+1\",\"'-a\",\"'+\",\"'@x\",\"'\t'=y\",\"''z\","
+                   "\"a;'=\"\"b\"\"\",c=-d\n"));
 }
 
 void TestCaptureFiles::vcd()
