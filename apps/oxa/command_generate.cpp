@@ -150,10 +150,23 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds
         out << "  " << QString::number(it.value()).rightJustified(6) << "  " << it.key() << '\n';
 }
 
-bool holdsBlank(const QStringList& paths)
+/// `path` in a list for tools: neither an option ("-k"), nor a directive ("+define"), nor a comment
+/// ("//k").
+QString listedPath(QString path)
 {
-    return std::any_of(paths.begin(), paths.end(),
-        [](const QString& path) { return path.contains(' ') || path.contains('\t'); });
+    while (path.startsWith("//"))
+        path.remove(0, 1);
+    const QChar first = path.isEmpty() ? QChar('/') : path.at(0);
+    return first.isLetterOrNumber() || QString("/._").contains(first) ? path : "./" + path;
+}
+
+/// Whether tools that take the list read one of these paths as something else.
+bool isMisread(const QStringList& paths, const QString& special)
+{
+    return std::any_of(paths.begin(), paths.end(), [&special](const QString& path) {
+        return std::any_of(path.begin(), path.end(),
+            [&special](QChar c) { return c.isSpace() || special.contains(c); });
+    });
 }
 
 int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
@@ -167,10 +180,14 @@ int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
         return kJobFailed;
     if (options.simulation)
         prepared.files = simulationModels() + prepared.files; // Verilator's waivers come first
+    std::transform(
+        prepared.files.begin(), prepared.files.end(), prepared.files.begin(), listedPath);
     printFileList(prepared, options.json, io.out);
-    if (!options.json && holdsBlank(prepared.files + prepared.includePaths))
+    if (!options.json
+        && (isMisread(prepared.files, "$\"") || isMisread(prepared.includePaths, "$\"+")))
         io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
-                  " blank; name another work directory, or take the paths from --json\n";
+                  " blank, a $, a quote or, of a directory, a +; name another work directory, or"
+                  " take the paths from --json\n";
     return kDone;
 }
 

@@ -18,6 +18,10 @@ namespace {
 
 const QString kPart = "QX1N-9LV-QFN88-C6";
 
+// Of all signals alike; longer than a window.
+const QStringList kSamples
+    = QString("000 000 000 111 000 111 000 000 111 000 000 111 000 000").split(' ');
+
 // Clears a terminal, sets its title, turns the reading order, and forges a message.
 const QString kSteering = QString::fromUtf8("\x1b[2J\xc2\x9b"
                                             "0c\xe2\x80\xae\n"
@@ -64,6 +68,7 @@ private Q_SLOTS:
     void whatIsPrintedSteersNothing();
     void repliesSteerNothing();
     void jsonKeepsItsMeaning();
+    void pathsAreNoOptions();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
@@ -79,7 +84,7 @@ private:
 void TestHostileText::initTestCase()
 {
     // The finder of names must not help a hostile one to its signal either.
-    writeFile(path("wave.vcd"), vcdOf({"ab", "a`b", "ab;"}, {"000", "111", "000", "111"}));
+    writeFile(path("wave.vcd"), vcdOf({"ab", "a`b", "ab;"}, kSamples));
     m_steering = writeFile(path("steering " + kSteering + ".oxa"),
         configuration("a" + kSteering, "clk" + kSteering, kSteering, "M0" + kSteering));
 }
@@ -188,6 +193,31 @@ void TestHostileText::jsonKeepsItsMeaning()
     const QJsonObject core = json.value("cores").toArray().first().toObject();
     QCOMPARE(core.value("signals").toArray().first().toString(), "a" + kSteering);
     QCOMPARE(core.value("module").toString(), kSteering);
+}
+
+// Every path is one that begins with a dash.
+void TestHostileText::pathsAreNoOptions()
+{
+    QVERIFY(QDir::setCurrent(m_dir.path()));
+    QVERIFY(QFile::link(OXA_BINARY_DIR "/share/oxautils/ip", "-ip"));
+    writeFile("-c.oxa", configuration("ab"));
+    writeFile("-.vcd", bytesOf("wave.vcd"));
+    const QStringList part {"--part", kPart, "--ip-dir=-ip"};
+    const Result listed = oxa(QStringList {"generate", "--work-dir=-w", "--no-synthesis"} + part
+        + QStringList {"--", "-c.oxa"});
+    QCOMPARE(listed.status, 0);
+    for (const QString& line : listed.out.split('\n', Qt::SkipEmptyParts))
+        QVERIFY2(line.startsWith("./-") || line.startsWith("+incdir+-"), qPrintable(line));
+    const Result netlist = oxa(
+        QStringList {"generate", "--work-dir=-w", "-o-o.v"} + part + QStringList {"--", "-c.oxa"});
+    QVERIFY2(netlist.status == 0, qPrintable(netlist.err));
+    for (const char* more : {"--netlist=-o.v", "--output=-s.csv"}) {
+        const Result simulated
+            = oxa(QStringList {"simulate", more, "--stimulus=-.vcd", "--keep-work=-k"} + part
+                + QStringList {"--", "-c.oxa"});
+        QVERIFY2(simulated.status == 0, qPrintable(simulated.err));
+        QVERIFY(QFile::exists("-k/target.vvp"));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestHostileText)

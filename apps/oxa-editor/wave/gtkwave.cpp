@@ -56,7 +56,7 @@ bool GtkWave::makeFile()
         Q_EMIT said(tr("A temporary file cannot be written: %1").arg(file.errorString()));
         return false;
     }
-    m_path = file.fileName();
+    m_path = QFileInfo(file.fileName()).absoluteFilePath(); // never an option
     return true;
 }
 
