@@ -4,6 +4,7 @@
 
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
+#include "oxautils/model/shown_text.h"
 
 #include <norvosyn/qx_synthesis_sync_proxy.h>
 
@@ -19,7 +20,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext& context, const QStr
 {
     if (!runningHere) {
         if (otherHandler)
-            otherHandler(type, context, text);
+            otherHandler(type, context, shownText(text));
         return;
     }
     errorsHere += type == QtCriticalMsg;

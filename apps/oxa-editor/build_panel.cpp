@@ -5,6 +5,8 @@
 
 #include "files/replace_file.h"
 #include "oxa/work_dir.h"
+#include "oxautils/model/shown_text.h"
+#include "oxautils/model/verilog_word.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -125,6 +127,19 @@ bool BuildPanel::mayEmptyWorkDir()
         == QMessageBox::Yes;
 }
 
+/// What follows a name that does not stay one word would be code.
+bool BuildPanel::namesStayWords()
+{
+    const bool lite = m_document.mode() == OXA::Lite;
+    const QStringList faults = lite ? OXA::wordFaults(liteCores(m_document.cores()))
+                                    : OXA::wordFaults(standardCores(m_document.cores()));
+    for (const QString& fault : faults)
+        say(fault);
+    if (!faults.isEmpty())
+        m_stage->setText(tr("Nothing was generated: correct the signal names first."));
+    return faults.isEmpty();
+}
+
 /// Writes what the window shows to a file of the job's own, so that editing can go on.
 bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
 {
@@ -150,14 +165,14 @@ void BuildPanel::start(bool synthesize)
         return;
     }
     OXA::OxaArg arg;
-    if (!mayEmptyWorkDir() || !writeSnapshot(arg))
+    m_log->clear();
+    if (!namesStayWords() || !mayEmptyWorkDir() || !writeSnapshot(arg))
         return;
     arg.device = m_part.partNumber;
     arg.package = m_part.name;
     arg.workDir = workDir();
     arg.outputFile = arg.workDir + "/" + kNetlist;
     arg.ipDir = installedIpDir();
-    m_log->clear();
     m_job->start(arg, synthesize);
     showState();
     Q_EMIT runningChanged();
@@ -202,7 +217,7 @@ void BuildPanel::say(const QString& line)
     for (const QString& text : line.split('\n')) {
         if (text.trimmed().isEmpty())
             continue;
-        auto* item = new QListWidgetItem(text);
+        auto* item = new QListWidgetItem(OXA::shownText(text));
         if (!placeIn(text, workDir()).path.isEmpty()) {
             item->setForeground(palette().link());
             item->setToolTip(tr("Show the file (Enter)"));

@@ -46,6 +46,7 @@ private:
     void layOut();
     void browse();
     void start(bool synthesize);
+    bool namesStayWords();
     bool mayEmptyWorkDir();
     bool writeSnapshot(OXA::OxaArg& arg);
     void showProgress(const QString& stage, int percent);

@@ -2,6 +2,8 @@
 
 #include "signal_names.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
@@ -30,8 +32,8 @@ public:
         if (role == Qt::EditRole)
             return m_module;
         if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-            return QString("%1  %2").arg(
-                listNumber(m_place), m_module.isEmpty() ? CoreList::tr("(no module)") : m_module);
+            return QString("%1  %2").arg(listNumber(m_place),
+                m_module.isEmpty() ? CoreList::tr("(no module)") : OXA::shownText(m_module));
         return QListWidgetItem::data(role);
     }
 

@@ -5,6 +5,8 @@
 #include "signal_names.h"
 #include "truth_table.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHeaderView>
@@ -179,7 +181,8 @@ void ExpressionsPage::refresh()
         for (int i = 0; i < m_list->count(); ++i) {
             m_list->item(i)->setFlags(m_list->item(i)->flags() & ~Qt::ItemIsDropEnabled);
             m_list->item(i)->setData(kPlaceRole, i);
-            m_list->item(i)->setText(QString("%1  %2").arg(listNumber(i), shown.expressions.at(i)));
+            m_list->item(i)->setText(
+                QString("%1  %2").arg(listNumber(i), shownText(shown.expressions.at(i))));
         }
         m_list->setCurrentRow(qBound(m_list->count() > 0 ? 0 : -1, row, m_list->count() - 1));
     }
@@ -213,7 +216,7 @@ void ExpressionsPage::showExpression()
     QStringList complaints;
     for (const ExpressionMark& mark : qAsConst(marks))
         complaints += mark.text;
-    m_complaint->setText(complaints.join("; "));
+    m_complaint->setText(shownText(complaints.join("; ")));
     m_reason->setText(marks.isEmpty() ? m_table->reason() : QString());
 }
 

@@ -16,6 +16,8 @@
 #include "units_page.h"
 #include "wave/rehearsal_panel.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QCryptographicHash>
 #include <QDockWidget>
 #include <QFileInfo>
@@ -348,7 +350,8 @@ void MainWindow::showTitle()
     const QString path = m_document.path();
     setWindowFilePath(path);
     setWindowTitle(
-        tr("%1[*] – oxa-editor").arg(path.isEmpty() ? tr("Untitled") : QFileInfo(path).fileName()));
+        tr("%1[*] – oxa-editor")
+            .arg(path.isEmpty() ? tr("Untitled") : OXA::shownText(QFileInfo(path).fileName())));
     setWindowModified(m_document.isModified());
 }
 

@@ -11,6 +11,8 @@
 #include "recent_files.h"
 #include "target/target_panel.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QAction>
 #include <QCloseEvent>
 #include <QDockWidget>
@@ -196,7 +198,7 @@ bool MainWindow::open(const QString& path)
     if (!mayReplaceDocument())
         return false;
     if (!m_document.load(path, error, warnings)) {
-        QMessageBox::critical(this, tr("Cannot Open"), error);
+        QMessageBox::critical(this, tr("Cannot Open"), OXA::shownLines(error));
         return false;
     }
     m_recent->add(m_document.path());
@@ -216,7 +218,7 @@ void MainWindow::reload()
     if (!m_target->mayLoseSamples())
         return showFileChange(true);
     if (!m_document.load(path, error, warnings))
-        QMessageBox::critical(this, tr("Cannot Open"), error);
+        QMessageBox::critical(this, tr("Cannot Open"), OXA::shownLines(error));
     else if (!warnings.isEmpty())
         m_message->showMessage(warnings.join('\n'),
             {
@@ -254,7 +256,7 @@ bool MainWindow::saveTo(const QString& path)
         return false;
     QString error;
     if (!m_document.save(path, error)) {
-        QMessageBox::critical(this, tr("Cannot Save"), error);
+        QMessageBox::critical(this, tr("Cannot Save"), OXA::shownLines(error));
         return false;
     }
     m_recent->add(m_document.path());

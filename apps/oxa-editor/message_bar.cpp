@@ -1,5 +1,7 @@
 #include "message_bar.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -18,6 +20,7 @@ MessageBar::MessageBar(QWidget* parent)
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxWarning).pixmap(size));
     m_text->setWordWrap(true);
+    m_text->setTextFormat(Qt::PlainText);
     m_text->setForegroundRole(QPalette::ToolTipText);
     m_layout->addWidget(icon, 0, Qt::AlignTop);
     m_layout->addWidget(m_text, 1);
@@ -29,7 +32,7 @@ void MessageBar::showMessage(const QString& text, const QList<Answer>& answers)
     for (QWidget* button : qAsConst(m_buttons))
         button->deleteLater();
     m_buttons.clear();
-    m_text->setText(text);
+    m_text->setText(OXA::shownLines(text));
     for (const Answer& answer : answers) {
         auto* button = new QPushButton(answer.text);
         connect(button, &QPushButton::clicked, this, [this, chosen = answer.chosen] {

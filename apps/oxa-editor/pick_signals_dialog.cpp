@@ -2,6 +2,8 @@
 
 #include "signal_names.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QListWidget>
@@ -14,7 +16,7 @@ PickSignalsDialog::PickSignalsDialog(const QList<OXA::SignalItem>& items, QWidge
 {
     setWindowTitle(tr("Add Data Signals"));
     for (const OXA::SignalItem& item : items) {
-        const QString name = shownName(item);
+        const QString name = OXA::shownText(shownName(item));
         m_list->addItem(
             item.isBus() ? QString("%1  (%2)").arg(name, bitsText(item.bitCount())) : name);
     }

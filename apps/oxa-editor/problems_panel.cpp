@@ -3,6 +3,7 @@
 #include "least_lines.h"
 
 #include "oxautils/check/check.h"
+#include "oxautils/model/shown_text.h"
 
 #include <QLabel>
 #include <QListWidget>
@@ -72,8 +73,8 @@ void ProblemsPanel::show(int check, const QList<Problem>& problems)
     m_list->clear();
     for (const Problem& problem : problems) {
         const QString place = problem.place.text();
-        auto* item = new QListWidgetItem(
-            place.isEmpty() ? problem.text : tr("%1: %2").arg(place, problem.text));
+        const QString text = shownText(problem.text);
+        auto* item = new QListWidgetItem(place.isEmpty() ? text : tr("%1: %2").arg(place, text));
         item->setIcon(style()->standardIcon(problem.severity == Severity::Error
                 ? QStyle::SP_MessageBoxCritical
                 : QStyle::SP_MessageBoxWarning));

@@ -3,6 +3,8 @@
 #include "core.h"
 #include "signal_names.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QDataStream>
 #include <QFont>
 #include <QMimeData>
@@ -148,10 +150,10 @@ QVariant SignalModel::data(const QModelIndex& index, int role) const
     case Qt::EditRole:
     case Qt::ToolTipRole:
         if (index.column() == TextColumn)
-            return item->text;
+            return role == Qt::EditRole ? item->text : shownText(item->text);
         if (role == Qt::DisplayRole && item->isBus())
-            return QString("%1  (%2)").arg(item->name, bitsText(item->subItems.size()));
-        return item->name;
+            return QString("%1  (%2)").arg(shownText(item->name), bitsText(item->subItems.size()));
+        return role == Qt::EditRole ? item->name : shownText(item->name);
     default:
         return {};
     }

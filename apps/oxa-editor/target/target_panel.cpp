@@ -3,6 +3,8 @@
 #include "oxa-editor/least_lines.h"
 #include "oxa-editor/wave/wave_view.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -271,7 +273,8 @@ void TargetPanel::showResult(const TargetResult& result)
         return;
     }
     m_problems->clear();
-    m_problems->addItems(result.problems);
+    for (const QString& problem : result.problems)
+        m_problems->addItem(OXA::shownText(problem));
     m_problems->setVisible(!result.problems.isEmpty());
     for (size_t i = 0; i < result.places.size(); ++i) {
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))

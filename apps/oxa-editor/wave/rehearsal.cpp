@@ -2,6 +2,8 @@
 
 #include "wave_events.h"
 
+#include "oxautils/model/verilog_word.h"
+
 #include <QFileInfo>
 #include <QSet>
 
@@ -153,6 +155,11 @@ void Rehearsal::Run::work()
 {
     const Core& core = *request.core;
     Problems problems;
+    const QStringList faults = core.standard
+        ? OXA::wordFaults(QList<OXA::AoCore*> {core.standard.get()})
+        : OXA::wordFaults(QList<OXA::AOCore_Lite*> {core.lite.get()});
+    for (const QString& fault : faults)
+        problems.append({{}, fault});
     const std::vector<SimulatedCore> cores = core.standard
         ? simulatedCores({core.standard.get()}, {}, request.arg, problems)
         : simulatedCores({}, {core.lite.get()}, request.arg, problems);

@@ -2,6 +2,8 @@
 
 #include "wave_view.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QDir>
 #include <QFileDialog>
 #include <QFileSystemWatcher>
@@ -143,7 +145,8 @@ void RehearsalPanel::rehearse()
 void RehearsalPanel::show(const RehearsalResult& result)
 {
     m_problems->clear();
-    m_problems->addItems(result.problems);
+    for (const QString& problem : result.problems)
+        m_problems->addItem(OXA::shownText(problem));
     m_problems->setVisible(!result.problems.isEmpty());
     QStringList remarks = result.remarks.mid(0, kRemarks);
     if (result.remarks.size() > kRemarks)

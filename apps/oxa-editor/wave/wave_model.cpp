@@ -2,6 +2,8 @@
 
 #include "wave_painter.h"
 
+#include "oxautils/model/shown_text.h"
+
 #include <QBrush>
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -135,12 +137,12 @@ QVariant WaveModel::data(const QModelIndex& index, int role) const
     const bool isValue = index.column() == Value;
     switch (role) {
     case Qt::DisplayRole:
-        return isValue ? valueText(index, *shown) : shown->name;
+        return isValue ? valueText(index, *shown) : OXA::shownText(shown->name);
     case Qt::ToolTipRole:
         return isValue ? valueText(index, *shown)
             : shown->width == 1
-            ? shown->name
-            : tr("%1 (%2 bits)").arg(shown->name, QString::number(shown->width));
+            ? OXA::shownText(shown->name)
+            : tr("%1 (%2 bits)").arg(OXA::shownText(shown->name), QString::number(shown->width));
     case Qt::FontRole:
         return isValue ? valueFont() : QVariant();
     case Qt::SizeHintRole:

@@ -22,6 +22,7 @@ private Q_SLOTS:
     void generates();
     void foreignFolderIsAskedFor();
     void needsAPartAndCores();
+    void namesThatWouldBeCode();
     void synthesisIsStopped();
     void failuresLeadToTheirFile();
     void closingStopsARun();
@@ -107,6 +108,31 @@ void TestEditorBuild::needsAPartAndCores()
     run.press("Generate");
     QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
     QVERIFY(run.says("Nothing was generated"));
+}
+
+void TestEditorBuild::namesThatWouldBeCode()
+{
+    Run run(m_folder, "hostile");
+    QByteArray content = bytesOf(m_folder.example("uart.oxa"));
+    content.replace("module_name=\"uart_tx\"", "module_name=\"m&#x202e;\"");
+    content.replace("sample_clock=\"uart_tx/clk\"", "sample_clock=\"clk`define\"");
+    run.window.open(writeFile(m_folder.path("hostile.oxa"), content));
+    run.panel.setWorkDir(m_folder.path("hostile"));
+    for (const char* button : {"Generate", "Synthesize"}) {
+        run.press(button);
+        QVERIFY(!run.panel.isRunning());
+        QVERIFY2(run.says("correct the signal names"), qPrintable(run.stage()));
+        QVERIFY(run.log().value(0).contains("\"clk`define\" holds a backquote"));
+    }
+    QVERIFY(!QFile::exists(m_folder.path("hostile")));
+    // What does not show is shown, where a name is not edited.
+    QStringList texts;
+    for (const QListWidget* list : run.window.findChildren<QListWidget*>()) {
+        for (int i = 0; i < list->count(); ++i)
+            texts += list->item(i)->text();
+    }
+    QVERIFY(!texts.filter("m\\u202e").isEmpty());
+    QVERIFY(texts.filter(QChar(0x202e)).isEmpty());
 }
 
 void TestEditorBuild::synthesisIsStopped()

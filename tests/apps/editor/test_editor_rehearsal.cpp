@@ -71,6 +71,7 @@ const ProblemRow kProblems[] = {
     {"no dump",             "M0",      "clk",  "core.oxa",    "core.oxa:1",      false},
     {"no sample clock",     "M0",      "",     "wave.vcd",    "no sample clock", false},
     {"a clock that is not", "M0",      "klok", "wave.vcd",    "klok",            false},
+    {"a name of two words", "M0",      "cl k", "wave.vcd",    "white space",     false},
     {"half an expression",  "M0 && (", "clk",  "wave.vcd",    "expression 0",    true },
 };
 
