@@ -64,6 +64,7 @@ private Q_SLOTS:
     void initTestCase();
     void namesThatWouldBeCode_data();
     void namesThatWouldBeCode();
+    void oddNamesStayWords();
     void whatIsPrintedSteersNothing_data();
     void whatIsPrintedSteersNothing();
     void repliesSteerNothing();
@@ -129,6 +130,38 @@ void TestHostileText::namesThatWouldBeCode()
         QCOMPARE(result.status, 2);
         QVERIFY(!QFile::exists(work));
     }
+}
+
+// Icarus and Yosys read the names that are accepted as the finder of signals does.
+void TestHostileText::oddNamesStayWords()
+{
+    const QStringList names {"ab", "a;b", "$fopen(\"f\")", "\"", "(*", "a*)", "x,y", "a\\b", "x/*y",
+        "//", "x;endmodule", "{a}", "a'b", "#1", "@(a)", QString::fromUtf8("\xc3\xa9")};
+    QStringList samples;
+    for (int i = 0; i < 24; ++i)
+        samples += QString::number((i * 40503) & 0xffff, 2).rightJustified(names.size(), '0');
+    writeFile(path("odd.vcd"), vcdOf(names, samples));
+    QByteArray content = configuration("ab");
+    QByteArray list;
+    for (const QString& name : names)
+        list += "<Signal capture_enable=\"true\">"
+            + entities(name).toHtmlEscaped().replace("&amp;#", "&#").toUtf8() + "</Signal>";
+    content.replace(content.indexOf("<Signal cap"), list.indexOf("<Signal cap", 1), list);
+    const QString file = writeFile(path("odd.oxa"), content);
+    const QStringList simulate {"simulate", file, "--part", kPart, "--stimulus", path("odd.vcd")};
+    const Result netlist
+        = oxa({"generate", file, "--part", kPart, "--work-dir", path("odd"), "-o", path("odd.v")});
+    QVERIFY2(netlist.status == 0, qPrintable(netlist.err));
+    QByteArray first;
+    for (const QStringList& how : {
+             QStringList("--model"), QStringList(), QStringList {"--netlist", path("odd.v")}
+    }) {
+        const Result result = oxa(simulate + QStringList {"-o", path("odd.csv")} + how);
+        QVERIFY2(result.status == 0, qPrintable(result.err));
+        first = first.isEmpty() ? bytesOf(path("odd.csv")) : first;
+        QCOMPARE(bytesOf(path("odd.csv")), first);
+    }
+    QVERIFY(first.count('\n') > 2); // there are samples
 }
 
 void TestHostileText::whatIsPrintedSteersNothing_data()
