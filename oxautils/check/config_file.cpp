@@ -6,6 +6,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace OXA {
 
@@ -73,9 +74,9 @@ ConfigFile::ConfigFile(const QString& path)
         return;
     }
     parsed = parseXml(content, document, &xmlError);
+    m_lines = QString::fromUtf8(content).split('\n');
     if (!parsed)
         return;
-    m_lines = QString::fromUtf8(content).split('\n');
     root = document.documentElement();
     versionError = versionErrorOf(root);
     const QDomElement mode = root.firstChildElement(NODE_MODE);
@@ -119,6 +120,13 @@ void ConfigFile::setStart(const QDomElement& element, Place& place) const
         place.column = start + 1;
         return;
     }
+}
+
+bool ConfigFile::hasBareAmpersand(const Place& place) const
+{
+    static const QRegularExpression unfinished("&[^<>&;]*$");
+    const QString line = m_lines.value(place.line - 1);
+    return unfinished.match(line.left(place.column - 1)).hasMatch();
 }
 
 Place ConfigFile::placeOf(const QDomElement& element) const

@@ -18,6 +18,8 @@ void findMemoryKind(const AnyCore& core, Findings& findings);
 void findNoData(const AnyCore& core, Findings& findings);
 void findRepeatedSignals(const AnyCore& core, Findings& findings);
 void findSampledClock(const AnyCore& core, Findings& findings);
+void findBusOrder(const AnyCore& core, Findings& findings);
+void findRangesAsBits(const AnyCore& core, Findings& findings);
 void findUnusableNames(const AnyCore& core, Findings& findings);
 void findHiddenCharacters(const AnyCore& core, Findings& findings);
 void findWrapperNames(const AnyCore& core, Findings& findings);

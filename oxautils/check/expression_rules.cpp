@@ -1,15 +1,19 @@
 #include "oxautils/check/expression_rules.h"
 
+#include "oxautils/check/static_table.h"
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/encoding/truth_table.h"
 
+#include <QSet>
+
+#include <algorithm>
 #include <cstring>
 
 namespace OXA {
 
 namespace {
 
-constexpr int kUnits = 16;
+constexpr int kMostTokens = 10000; // of an expression whose table is looked at
 
 std::vector<bool> enablesOf(const AoCore& core)
 {
@@ -34,6 +38,20 @@ bool names(const Expression& expression, int unit)
             return true;
     }
     return false;
+}
+
+/// The texts of the tokens that `isMeant` picks, each once and in quotation marks.
+template <typename IsMeant>
+QStringList distinctTexts(const Expression& expression, const IsMeant& isMeant)
+{
+    QStringList texts;
+    QSet<QString> seen;
+    for (const Token& token : expression.tokens) {
+        if (isMeant(token) && !seen.contains(token.text))
+            texts += token.text == "\n" ? "a line end" : '"' + token.text + '"';
+        seen << token.text;
+    }
+    return texts;
 }
 
 /// Whether pieces of the expression are such that it makes sense to look at how they fit.
@@ -71,21 +89,28 @@ bool isTooLong(const Expression& expression)
         && compilerStopsAt(expression) >= 0;
 }
 
+/// The value that `table` has in every row; -1 when they differ.
+int constantOf(const TruthTable& table)
+{
+    const int rows = std::min(table.rows(), 64);
+    const quint64 all = ~quint64(0) >> (64 - rows);
+    const quint64 first = table.words.front() & all;
+    const bool same = std::all_of(table.words.begin(), table.words.end(),
+        [=](quint64 word) { return (word & all) == first; });
+    return same && first == all ? 1 : same && first == 0 ? 0 : -1;
+}
+
 }
 
 void findForeignCharacters(const Expression& expression, Findings& findings)
 {
-    QStringList foreign;
-    for (const Token& token : expression.tokens) {
-        const QString text = '"' + token.text + '"';
-        if (isForeign(token, expression.dynamic()) && !foreign.contains(text))
-            foreign += text;
-    }
+    const bool dynamic = expression.dynamic();
+    const QStringList foreign = distinctTexts(
+        expression, [dynamic](const Token& token) { return isForeign(token, dynamic); });
     if (!foreign.isEmpty())
         findings.add(expression.place(),
             QString("\"%1\" holds %2, which %3 expressions do not have")
-                .arg(expression.text, foreign.join(", "),
-                    expression.dynamic() ? "dynamic" : "static"));
+                .arg(expression.text, foreign.join(", "), dynamic ? "dynamic" : "static"));
 }
 
 void findBlanks(const Expression& expression, Findings& findings)
@@ -97,12 +122,12 @@ void findBlanks(const Expression& expression, Findings& findings)
 
 void findUnknownUnits(const Expression& expression, Findings& findings)
 {
-    for (const Token& token : expression.tokens) {
-        if (token.kind == Token::Unit && token.unit < 0)
-            findings.add(expression.place(),
-                QString("\"%1\" names \"%2\", units are M0 to M15")
-                    .arg(expression.text, token.text));
-    }
+    const QStringList unknown = distinctTexts(
+        expression, [](const Token& token) { return token.kind == Token::Unit && token.unit < 0; });
+    if (!unknown.isEmpty())
+        findings.add(expression.place(),
+            QString("\"%1\" names %2, units are M0 to M15")
+                .arg(expression.text, unknown.join(", ")));
 }
 
 void findDisabledUnits(const Expression& expression, Findings& findings)
@@ -135,6 +160,22 @@ void findSyntax(const Expression& expression, Findings& findings)
         complaint = "its table has no values";
     if (!complaint.isEmpty())
         findings.add(expression.place(), QString("\"%1\": %2").arg(expression.text, complaint));
+}
+
+void findConstant(const Expression& expression, Findings& findings)
+{
+    // Without a unit it was meant: 1'b1 triggers at once.
+    if (!hasToken(expression.tokens, Token::Unit) || expression.tokens.size() > kMostTokens
+        || !isMadeOfExpressions(expression) || !syntaxComplaint(expression.tokens).isEmpty())
+        return;
+    const TruthTable table = expression.dynamic()
+        ? compileExpression(expression.text, enablesOf(expression.core))
+        : staticTable(expression.tokens);
+    const int constant = table.defined ? constantOf(table) : -1;
+    if (constant >= 0)
+        findings.add(expression.place(),
+            QString("\"%1\" is %2 true, whatever its units find")
+                .arg(expression.text, constant ? "always" : "never"));
 }
 
 void findLongExpression(const Expression& expression, Findings& findings)

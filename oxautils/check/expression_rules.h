@@ -12,6 +12,7 @@ void findUnknownUnits(const Expression& expression, Findings& findings);
 void findDisabledUnits(const Expression& expression, Findings& findings);
 void findParentheses(const Expression& expression, Findings& findings);
 void findSyntax(const Expression& expression, Findings& findings);
+void findConstant(const Expression& expression, Findings& findings);
 void findLongExpression(const Expression& expression, Findings& findings);
 void findHiddenUnits(const Expression& expression, Findings& findings);
 

@@ -8,6 +8,7 @@ namespace OXA {
 namespace {
 
 constexpr int kUnits = 16;
+constexpr int kDeepest = 200; // nested parentheses and negations: parsers have limits
 
 bool isDigit(QChar c) { return c >= '0' && c <= '9'; }
 
@@ -65,6 +66,24 @@ Token tokenAt(const QString& text, int start)
 
 bool isOperand(Token::Kind kind) { return kind == Token::Unit || kind == Token::Constant; }
 
+bool isNestedTooDeeply(const QList<Token>& tokens)
+{
+    int level = 0;
+    QList<int> levels {0}; // inside each open parenthesis
+    for (const Token& token : tokens) {
+        level += token.kind == Token::Negation || token.kind == Token::Open;
+        if (level > kDeepest)
+            return true;
+        if (token.kind == Token::Open)
+            levels += level;
+        else if (token.kind == Token::Close)
+            levels.removeLast();
+        if (isOperand(token.kind) || token.kind == Token::Close)
+            level = levels.last();
+    }
+    return false;
+}
+
 }
 
 QList<Token> tokensOf(const QString& text)
@@ -115,7 +134,7 @@ QString syntaxComplaint(const QList<Token>& tokens)
         wantsOperand = !isOperand(token.kind) && token.kind != Token::Close;
     }
     if (!wantsOperand)
-        return {};
+        return isNestedTooDeeply(tokens) ? "it is nested deeper than 200 levels" : QString();
     const bool empty = std::all_of(tokens.begin(), tokens.end(),
         [](const Token& token) { return token.kind == Token::Blank; });
     return empty ? "it is empty" : "it ends too early";

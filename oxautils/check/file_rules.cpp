@@ -89,7 +89,11 @@ void findMalformed(const ConfigFile& file, Findings& findings)
     Place place;
     place.line = file.xmlError.line;
     place.column = file.xmlError.column;
-    findings.add(place, file.xmlError.message);
+    if (file.hasBareAmpersand(place))
+        findings.add(place, QString("%1: a & that begins no reference").arg(file.xmlError.message),
+            "Write &amp; for &, and so &amp;&amp; for &&.");
+    else
+        findings.add(place, file.xmlError.message);
 }
 
 void findVersion(const ConfigFile& file, Findings& findings)

@@ -2,7 +2,23 @@
 
 #include <QStringList>
 
+#include <algorithm>
+
 namespace OXA {
+
+namespace {
+
+// Errors with which an analyzer is built, and works.
+constexpr const char* kBuilds[] = {
+    "checksum", // the content is what is built
+    "core-index", // the installed cores take any
+    "short-window", // programs write the window that they want when they arm
+    "block-sram", // by the estimate: synthesis decides
+    "shadow-sram",
+    "registers",
+};
+
+}
 
 QString severityText(Severity severity)
 {
@@ -23,6 +39,12 @@ QString Place::text() const
     if (parts.isEmpty() && line > 0)
         parts += QString("line %1").arg(line);
     return parts.join(", ");
+}
+
+bool stopsBuild(const Problem& problem)
+{
+    return problem.severity == Severity::Error
+        && std::find(std::begin(kBuilds), std::end(kBuilds), problem.rule) == std::end(kBuilds);
 }
 
 }

@@ -38,6 +38,11 @@ struct OXAUTILS_EXPORT Problem {
     QString hint; ///< what to do about it
 };
 
+/// Whether programs refuse to build or simulate a configuration that has `problem`: they do for
+/// every error but those of a few rules, with which an analyzer is what the configuration says
+/// (docs/checks.md).
+OXAUTILS_EXPORT bool stopsBuild(const Problem& problem);
+
 }
 
 #endif

@@ -40,9 +40,12 @@ public:
     {
     }
 
-    void add(const Place& place, const QString& text)
+    void add(const Place& place, const QString& text) { add(place, text, m_rule.hint); }
+
+    /// With a hint that fits better than the rule's.
+    void add(const Place& place, const QString& text, const QString& hint)
     {
-        m_problems.append({m_rule.name, m_rule.severity, place, text, m_rule.hint});
+        m_problems.append({m_rule.name, m_rule.severity, place, text, hint});
     }
 
 private:

@@ -27,6 +27,7 @@ struct AnyCore {
     int implementation = 0;
     int depth = 0; ///< samples that its memory holds
     int tableMemory = -1; ///< kind of its expression tables' memory; -1 without tables
+    QList<SignalItem> items; ///< data signals, captured or not
     QStringList data; ///< captured signals, bit by bit
     QStringList labels; ///< what is shown beside these: the module, buses, other texts of signals
     QList<const TriggerPort*> ports; ///< those with signals

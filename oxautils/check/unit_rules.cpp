@@ -1,5 +1,7 @@
 #include "oxautils/check/unit_rules.h"
 
+#include <QSet>
+
 #include <algorithm>
 
 namespace OXA {
@@ -7,6 +9,7 @@ namespace OXA {
 namespace {
 
 constexpr int kWidestCounter = 32; // bits
+constexpr int kUnsetCounter = 2; // of a unit that was never given another
 
 struct Value {
     const char* name;
@@ -39,9 +42,11 @@ QString charactersFor(const Unit& unit)
 QString foreignCharacters(const QString& text, const QString& allowed)
 {
     QString foreign;
+    QSet<QChar> seen(allowed.begin(), allowed.end());
     for (const QChar c : text) {
-        if (!allowed.contains(c) && !foreign.contains(c))
+        if (!seen.contains(c))
             foreign += c;
+        seen << c;
     }
     return foreign;
 }
@@ -162,6 +167,14 @@ void findCounter(const Unit& unit, Findings& findings)
         findings.add(unit.place(),
             QString("a counter of %1 bits cannot count to %2")
                 .arg(QString::number(u.counterWidth), QString::number(u.counter)));
+}
+
+void findIdleCounter(const Unit& unit, Findings& findings)
+{
+    const MatchUnit& u = unit.unit;
+    if (!u.counterEnable && !u.continuous && u.counter > kUnsetCounter)
+        findings.add(
+            unit.place(), QString("it would count to %1, but its counter is off").arg(u.counter));
 }
 
 void findIdleContinuous(const Unit& unit, Findings& findings)

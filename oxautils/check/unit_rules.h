@@ -16,6 +16,7 @@ void findValueCharacters(const Unit& unit, Findings& findings);
 void findRangeOrder(const Unit& unit, Findings& findings);
 void findCounterWidth(const Unit& unit, Findings& findings);
 void findCounter(const Unit& unit, Findings& findings);
+void findIdleCounter(const Unit& unit, Findings& findings);
 void findIdleContinuous(const Unit& unit, Findings& findings);
 void findUnusedUnit(const Unit& unit, Findings& findings);
 

@@ -63,11 +63,6 @@ bool isLegal(const QString& exp)
 
 /// The postfix text as one row's evaluation sees it once its letters are replaced; the same for
 /// every row but for the values.
-struct Step {
-    char symbol; // an operator, or 'A' for an operand
-    int variable; // of an operand, counted from the most significant bit of the row's number
-};
-
 std::vector<Step> stepsOf(const QByteArray& postfix)
 {
     std::vector<Step> steps;
@@ -216,6 +211,17 @@ int distinctLetters(const QByteArray& postfix)
     return int(std::strlen(operands.constData()));
 }
 
+}
+
+TruthTable evaluateSteps(
+    const std::vector<Step>& steps, int variables, const std::vector<bool>& forced)
+{
+    TruthTable table;
+    table.variables = variables;
+    table.defined = stackNeeded(steps) > 0;
+    if (table.defined)
+        table.words = evaluateRows(steps, variables, forced);
+    return table;
 }
 
 TruthTable compileExpression(QString exp, const std::vector<bool>& enables)

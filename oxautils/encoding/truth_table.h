@@ -18,6 +18,16 @@ struct TruthTable {
     int rows() const { return 1 << variables; }
 };
 
+/// A piece of an expression in postfix order.
+struct Step {
+    char symbol; ///< an operator ! & ^ |, or 'A' for an operand
+    int variable; ///< of an operand, counted from the most significant bit of the row's number
+};
+
+/// The table of steps that leave one value. Variables that `forced` marks are "0" in every row.
+TruthTable evaluateSteps(
+    const std::vector<Step>& steps, int variables, const std::vector<bool>& forced);
+
 TruthTable compileExpression(QString exp, const std::vector<bool>& enables);
 
 /// A character a row, row 0 first: "0", "1", or "x" in every row of a table that is not defined.

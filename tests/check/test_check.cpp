@@ -58,11 +58,14 @@ struct Broken {
 
 constexpr char kDeep[] = "depth='131072' window_num='1' capture_amount='65537'";
 constexpr char kRange[] = "type='4' func='6' value0='10' value1='01'";
+constexpr char kHole[]
+    = "<Bus name='b'><Signal>b[3]</Signal><Signal>b[2]</Signal><Signal>b[0]</Signal></Bus>";
 constexpr char kStatic[] = "Static'>\n<Expression>M0<";
 
 // What stands only in a file.
 constexpr Broken kBrokenForms[] = {
     {"malformed",         "</Mode>",                "</mode>",                                           "line 4",     4 },
+    {"malformed",         ">M0<",                   ">M0 && M1<",                                        "line 16",    16},
     {"version",           "<Version>3.0</Version>", "",                                                  "line 2",     2 },
     {"version",           "3.0",                    "3.x",                                               "line 3",     3 },
     {"version",           "3.0",                    "3.0.1",                                             "line 3",     3 },
@@ -84,61 +87,72 @@ constexpr Broken kBrokenForms[] = {
 
 // What cores in memory break just as well.
 constexpr Broken kBrokenCores[] = {
-    {"core-index",           "<AoCore index='0'",                             "<AoCore index='1'",                    "core 0",               5 },
-    {"no-clock",             "sample_clock='clk'",                            "sample_clock=''",                      "core 0",               5 },
-    {"sampling-edge",        "trig_type='0'",                                 "trig_type='2'",                        "core 0",               5 },
-    {"memory-kind",          "implementation='0'",                            "implementation='3'",                   "core 0",               5 },
-    {"no-data",              "<Signal>a",                                     "<Signal capture_enable='false'>a",     "core 0",               5 },
-    {"signal-twice",         "<Signal>a</Signal>",                            "<Signal>a</Signal><Signal>a</Signal>", "core 0",               5 },
-    {"signal-twice",         "p0",                                            "p1",                                   "core 0, T0",           8 },
-    {"sampled-clock",        "<Signal>a",                                     "<Signal>clk",                          "core 0",               5 },
-    {"unusable-name",        "<Signal>a",                                     "<Signal>a b",                          "core 0",               5 },
-    {"unusable-name",        "<Signal>a",                                     "<Signal>",                             "core 0",               5 },
-    {"unusable-name",        "<Signal>a",                                     "<Signal>\\a[0]",                       "core 0",               5 },
-    {"unusable-name",        "p0",                                            "0p",                                   "core 0, T0",           8 },
-    {"unusable-name",        "clk",                                           "wire",                                 "core 0",               5 },
-    {"unusable-name",        "<Signal>a",                                     "<Signal>a`b",                          "core 0",               5 },
-    {"hidden-characters",    "<Signal>a",                                     "<Signal>a&#x202e;b",                   "core 0",               5 },
-    {"hidden-characters",    "restorename='p'",                               "restorename='p&#27;'",                 "core 0",               5 },
-    {"wrapper-name",         "p0",                                            "control0",                             "core 0, T0",           8 },
-    {"storage-depth",        "storage_depth='64'",                            "storage_depth='65'",                   "core 0",               5 },
-    {"window-count",         "window_num='1'",                                "window_num='0'",                       "core 0",               5 },
-    {"window-count",         "window_num='1'",                                "window_num='3'",                       "core 0",               5 },
-    {"capture-amount",       "capture_amount='64'",                           "capture_amount='65'",                  "core 0",               5 },
-    {"capture-amount",       "window_num='1'",                                "window_num='2'",                       "core 0",               5 },
-    {"capture-amount",       "capture_amount='64'",                           "capture_amount='0'",                   "core 0",               5 },
-    {"trigger-position",     "trigger_pos='8'",                               "trigger_pos='64'",                     "core 0",               5 },
-    {"trigger-position",     "trigger_pos='8'",                               "trigger_pos='-1'",                     "core 0",               5 },
-    {"short-window",         "trigger_pos='8'",                               "trigger_pos='62'",                     "core 0",               5 },
-    {"narrow-registers",     "depth='64' window_num='1' capture_amount='64'", kDeep,                                  "core 0",               5 },
-    {"unit-unbound",         " trigger='0'",                                  "",                                     "core 0, M0",           12},
-    {"unit-on-empty-port",   " trigger='0'",                                  " trigger='1'",                         "core 0, M0",           12},
-    {"match-type",           "match_type='0'",                                "match_type='6'",                       "core 0, M0",           12},
-    {"function",             "func='0' value0='1X'",                          "func='2' value0='10'",                 "core 0, M0",           12},
-    {"value-too-long",       "1X",                                            "1X0",                                  "core 0, M0",           12},
-    {"value-too-short",      "1X",                                            "1",                                    "core 0, M0",           12},
-    {"value-character",      "1X",                                            "1x",                                   "core 0, M0",           12},
-    {"value-character",      "1X",                                            "1R",                                   "core 0, M0",           12},
-    {"value-character",      "match_type='0' func='0'",                       "match_type='2' func='5'",              "core 0, M0",           12},
-    {"range-order",          "type='0' func='0' value0='1X' value1=''",       kRange,                                 "core 0, M0",           12},
-    {"counter-width",        "counter_width='3'",                             "counter_width='33'",                   "core 0, M0",           12},
-    {"counter",              "counter='8'",                                   "counter='9'",                          "core 0, M0",           12},
-    {"counter",              "counter='8'",                                   "counter='0'",                          "core 0, M0",           12},
-    {"idle-continuous",      "='0' counter_enable='1'",                       "='1' counter_enable='0'",              "core 0, M0",           12},
-    {"unused-unit",          ">M0<",                                          ">1'b1<",                               "core 0, M0",           12},
-    {"no-expression",        "<Expression>M0</Expression>",                   "",                                     "core 0",               5 },
-    {"table-memory",         "'Static'",                                      "'Dynamic' ex_implementation='3'",      "core 0",               5 },
-    {"expression-character", ">M0<",                                          ">M0+1'b1<",                            "core 0, expression 0", 16},
-    {"expression-character", kStatic,                                         "Dynamic'>\n<Expression>~M0<",          "core 0, expression 0", 16},
-    {"expression-blank",     kStatic,                                         "Dynamic'>\n<Expression>M0 <",          "core 0, expression 0", 16},
-    {"unknown-unit",         ">M0<",                                          ">M0|M16<",                             "core 0, expression 0", 16},
-    {"disabled-unit",        ">M0<",                                          ">M0|M1<",                              "core 0, expression 0", 16},
-    {"parentheses",          ">M0<",                                          ">(M0<",                                "core 0, expression 0", 16},
-    {"parentheses",          ">M0<",                                          ">M0)|(M0<",                            "core 0, expression 0", 16},
-    {"expression-syntax",    ">M0<",                                          ">M0</Expression><Expression><",        "core 0, expression 1", 16},
-    {"expression-syntax",    ">M0<",                                          ">M0||<",                               "core 0, expression 0", 16},
-    {"expression-syntax",    ">M0<",                                          ">M0 M0<",                              "core 0, expression 0", 16},
-    {"expression-syntax",    kStatic,                                         "Dynamic'>\n<Expression>!!M0<",         "core 0, expression 0", 16},
+    {"core-index",           "<AoCore index='0'",                             "<AoCore index='1'",                      "core 0",               5 },
+    {"no-clock",             "sample_clock='clk'",                            "sample_clock=''",                        "core 0",               5 },
+    {"sampling-edge",        "trig_type='0'",                                 "trig_type='2'",                          "core 0",               5 },
+    {"memory-kind",          "implementation='0'",                            "implementation='3'",                     "core 0",               5 },
+    {"no-data",              "<Signal>a",                                     "<Signal capture_enable='false'>a",       "core 0",               5 },
+    {"signal-twice",         "<Signal>a</Signal>",                            "<Signal>a</Signal><Signal>a</Signal>",   "core 0",               5 },
+    {"signal-twice",         "p0",                                            "p1",                                     "core 0, T0",           8 },
+    {"sampled-clock",        "<Signal>a",                                     "<Signal>clk",                            "core 0",               5 },
+    {"bus-order",            "p1</Signal><Signal>p0",                         "p[0]</Signal><Signal>p[1]",              "core 0, T0",           8 },
+    {"bus-order",            "<Signal>a</Signal>",                            kHole,                                    "core 0",               5 },
+    {"range-as-bit",         "<Signal>a",                                     "<Signal>a[31:0]",                        "core 0",               5 },
+    {"range-as-bit",         "p0",                                            "\\p[0:7] ",                              "core 0, T0",           8 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>a b",                            "core 0",               5 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>",                               "core 0",               5 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>\\a[0]",                         "core 0",               5 },
+    {"unusable-name",        "p0",                                            "0p",                                     "core 0, T0",           8 },
+    {"unusable-name",        "clk",                                           "wire",                                   "core 0",               5 },
+    {"unusable-name",        "<Signal>a",                                     "<Signal>a`b",                            "core 0",               5 },
+    {"hidden-characters",    "<Signal>a",                                     "<Signal>a&#x202e;b",                     "core 0",               5 },
+    {"hidden-characters",    "restorename='p'",                               "restorename='p&#27;'",                   "core 0",               5 },
+    {"wrapper-name",         "p0",                                            "control0",                               "core 0, T0",           8 },
+    {"storage-depth",        "storage_depth='64'",                            "storage_depth='65'",                     "core 0",               5 },
+    {"window-count",         "window_num='1'",                                "window_num='0'",                         "core 0",               5 },
+    {"window-count",         "window_num='1'",                                "window_num='3'",                         "core 0",               5 },
+    {"capture-amount",       "capture_amount='64'",                           "capture_amount='65'",                    "core 0",               5 },
+    {"capture-amount",       "window_num='1'",                                "window_num='2'",                         "core 0",               5 },
+    {"capture-amount",       "capture_amount='64'",                           "capture_amount='0'",                     "core 0",               5 },
+    {"trigger-position",     "trigger_pos='8'",                               "trigger_pos='64'",                       "core 0",               5 },
+    {"trigger-position",     "trigger_pos='8'",                               "trigger_pos='-1'",                       "core 0",               5 },
+    {"short-window",         "trigger_pos='8'",                               "trigger_pos='62'",                       "core 0",               5 },
+    {"narrow-registers",     "depth='64' window_num='1' capture_amount='64'", kDeep,                                    "core 0",               5 },
+    {"unit-unbound",         " trigger='0'",                                  "",                                       "core 0, M0",           12},
+    {"unit-on-empty-port",   " trigger='0'",                                  " trigger='1'",                           "core 0, M0",           12},
+    {"match-type",           "match_type='0'",                                "match_type='6'",                         "core 0, M0",           12},
+    {"function",             "func='0' value0='1X'",                          "func='2' value0='10'",                   "core 0, M0",           12},
+    {"value-too-long",       "1X",                                            "1X0",                                    "core 0, M0",           12},
+    {"value-too-short",      "1X",                                            "1",                                      "core 0, M0",           12},
+    {"value-character",      "1X",                                            "1x",                                     "core 0, M0",           12},
+    {"value-character",      "1X",                                            "1R",                                     "core 0, M0",           12},
+    {"value-character",      "match_type='0' func='0'",                       "match_type='2' func='5'",                "core 0, M0",           12},
+    {"range-order",          "type='0' func='0' value0='1X' value1=''",       kRange,                                   "core 0, M0",           12},
+    {"counter-width",        "counter_width='3'",                             "counter_width='33'",                     "core 0, M0",           12},
+    {"counter",              "counter='8'",                                   "counter='9'",                            "core 0, M0",           12},
+    {"counter",              "counter='8'",                                   "counter='0'",                            "core 0, M0",           12},
+    {"idle-counter",         "counter_enable='1'",                            "counter_enable='0'",                     "core 0, M0",           12},
+    {"idle-continuous",      "='0' counter_enable='1'",                       "='1' counter_enable='0'",                "core 0, M0",           12},
+    {"unused-unit",          ">M0<",                                          ">1'b1<",                                 "core 0, M0",           12},
+    {"no-expression",        "<Expression>M0</Expression>",                   "",                                       "core 0",               5 },
+    {"table-memory",         "'Static'",                                      "'Dynamic' ex_implementation='3'",        "core 0",               5 },
+    {"expression-character", ">M0<",                                          ">M0+1'b1<",                              "core 0, expression 0", 16},
+    {"expression-character", ">M0<",                                          ">M0\n&amp;&amp; M0<",                    "core 0, expression 0", 16},
+    {"expression-character", kStatic,                                         "Dynamic'>\n<Expression>M0&amp;&amp;M0<",
+     "core 0, expression 0",                                                                                                                    16},
+    {"expression-character", kStatic,                                         "Dynamic'>\n<Expression>~M0<",            "core 0, expression 0", 16},
+    {"expression-blank",     kStatic,                                         "Dynamic'>\n<Expression>M0 <",            "core 0, expression 0", 16},
+    {"unknown-unit",         ">M0<",                                          ">M0|M16|M17<",                           "core 0, expression 0", 16},
+    {"disabled-unit",        ">M0<",                                          ">M0|M1<",                                "core 0, expression 0", 16},
+    {"constant-expression",  ">M0<",                                          ">~M0 &amp;&amp; (M0 ^ 1'b0)<",           "core 0, expression 0", 16},
+    {"constant-expression",  ">M0<",                                          ">!(M0 &amp; ~M0 | M0) || M0<",           "core 0, expression 0", 16},
+    {"constant-expression",  kStatic,                                         "Dynamic'>\n<Expression>M0|!M0<",         "core 0, expression 0", 16},
+    {"parentheses",          ">M0<",                                          ">(M0<",                                  "core 0, expression 0", 16},
+    {"parentheses",          ">M0<",                                          ">M0)|(M0<",                              "core 0, expression 0", 16},
+    {"expression-syntax",    ">M0<",                                          ">M0</Expression><Expression><",          "core 0, expression 1", 16},
+    {"expression-syntax",    ">M0<",                                          ">M0||<",                                 "core 0, expression 0", 16},
+    {"expression-syntax",    ">M0<",                                          ">M0 M0<",                                "core 0, expression 0", 16},
+    {"expression-syntax",    kStatic,                                         "Dynamic'>\n<Expression>!!M0<",           "core 0, expression 0", 16},
 };
 
 // Which would be a table's width: 35 operands and operators.
@@ -249,6 +263,13 @@ void TestCheck::goodConfigurationsHaveNoProblems()
         QCOMPARE(shown(checkConfigFile(file)), QStringList());
     QCOMPARE(shown(checkConfigFile(write(kLite))), QStringList());
 
+    // Buses that count down, are made of several, or of one bit.
+    const QString buses = "<Bus name='b'><Signal>b[9]</Signal><Signal>b[8]</Signal></Bus>"
+                          "<Bus name='c'><Signal>d[1]</Signal><Signal>e[1]</Signal>"
+                          "<Signal>d[3]</Signal></Bus><Bus name='f'><Signal>f[3:3]</Signal></Bus>";
+    QCOMPARE(shown(checkConfigFile(write(changed(kStandard, "<Signal>a</Signal>", buses)))),
+        QStringList());
+
     // Everything that an expression may hold, with what an older file wrote.
     const QString expression = "(match[0] &amp;&amp; ~M0 || !(M0 ^ 1'b1)) | (M0 &amp; |M0)";
     QCOMPARE(shown(checkConfigFile(write(changed(kStandard, ">M0<", ">" + expression + "<")))),
@@ -300,6 +321,10 @@ void TestCheck::cores_data()
     addRow("expression-too-long",
         changed(kStandard, kStatic, QString("Dynamic'>\n<Expression>%1<").arg(kLongExpression)),
         "core 0, expression 0", 16);
+    addRow("expression-syntax",
+        changed(kStandard, ">M0<",
+            QString(">%1M0%2<").arg(QString("!(").repeated(101), QString(")").repeated(101))),
+        "core 0, expression 0", 16);
     addRow("hidden-unit",
         QString(kStandard)
             .replace("<MatchUnit index='1'", "<MatchUnit index='10'")
@@ -309,6 +334,19 @@ void TestCheck::cores_data()
             .replace("value0=''", "value0='11'")
             .replace(kStatic, "Dynamic'>\n<Expression>M1</Expression><Expression>M10<"),
         "core 0, expression 1", 16);
+    // Eight units: more rows than a word holds.
+    QString wide = kStandard;
+    QString any = "M0";
+    for (int i = 2; i < 9; ++i) {
+        const QString unit = wide.section('\n', 11, 11);
+        wide = changed(wide, unit,
+            unit + '\n' + QString(unit).replace("index='0'", QString("index='%1'").arg(i)));
+        any += QString("|M%1").arg(i);
+    }
+    addRow("constant-expression", changed(wide, ">M0<", ">" + any + "|!M8<"),
+        "core 0, expression 0", 23);
+    addRow("bus-order",
+        changed(changed(wide, ">M0<", ">" + any + "<"), "<Signal>a</Signal>", kHole), "core 0", 5);
     addRow("shared-data", changed(kStandard, "<OXA_ID>", QString(kSecondCore) + "<OXA_ID>"),
         "core 1", 19);
     QString many;
@@ -427,6 +465,14 @@ void TestCheck::unreadableFiles()
     QCOMPARE(empty.size(), 1);
     QCOMPARE(empty.first().rule, QString("malformed"));
 
+    for (const char* ampersand : {"M0 && M1", "M0 & M1", "M0&M1", "&lt;M0 &"}) {
+        const QList<Problem> bare
+            = checkConfigFile(write(changed(kStandard, ">M0<", QString(">%1<").arg(ampersand))));
+        QVERIFY2(bare.size() == 1 && bare.first().hint.contains("&amp;"), ampersand);
+    }
+    const QList<Problem> other = checkConfigFile(write(changed(kStandard, ">M0<", ">&amp;<b</")));
+    QVERIFY(other.size() == 1 && !other.first().hint.contains("&amp;"));
+
     const QList<Problem> deep = checkConfigFile(write(QString("<a>").repeated(50000)));
     QCOMPARE(deep.size(), 1);
     QCOMPARE(deep.first().rule, QString("malformed"));
@@ -512,6 +558,11 @@ void TestCheck::documentsListTheRules()
         writeFile(path, table.toUtf8());
         QFAIL(qPrintable("docs/checks.md does not hold the table in " + path));
     }
+    const QString excepted = page.section("all errors but", 1).section("stop", 0, 0);
+    for (const RuleInfo& rule : checkRules())
+        QCOMPARE(excepted.contains('`' + rule.name + '`'),
+            rule.severity == Severity::Error
+                && !stopsBuild({rule.name, rule.severity, {}, {}, {}}));
 }
 
 QTEST_GUILESS_MAIN(TestCheck)
