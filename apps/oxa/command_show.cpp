@@ -3,6 +3,7 @@
 #include "options.h"
 
 #include "oxautils/config/checksum.h"
+#include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
 
 #include <QJsonArray>
@@ -221,6 +222,7 @@ void print(TextOut& out, const QString& file, const Configuration& configuration
 
 int run(const Options& options, Io& io)
 {
+    const OXA::ParseOnce once;
     Configuration configuration;
     if (!readConfiguration(options.file, configuration, io.err))
         return kUnusable;
