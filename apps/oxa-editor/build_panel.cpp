@@ -5,6 +5,8 @@
 
 #include "files/replace_file.h"
 #include "oxa/work_dir.h"
+
+#include "oxautils/check/check.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
 
@@ -155,6 +157,22 @@ bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
     return false;
 }
 
+/// Says in the log what keeps the configuration from being built; false when something does.
+bool BuildPanel::passesCheck(const QString& configFile)
+{
+    bool passes = true;
+    for (const OXA::Problem& problem : OXA::checkConfigFile(configFile, &m_part)) {
+        if (!stopsBuild(problem))
+            continue;
+        passes = false;
+        const QString text = tr("%1: %2. %3").arg(problem.place.text(), problem.text, problem.hint);
+        say(OXA::shownText(text));
+    }
+    if (!passes)
+        m_stage->setText(tr("Nothing was generated: correct what the log lists"));
+    return passes;
+}
+
 void BuildPanel::start(bool synthesize)
 {
     if (isRunning())
@@ -166,7 +184,8 @@ void BuildPanel::start(bool synthesize)
     }
     OXA::OxaArg arg;
     m_log->clear();
-    if (!namesStayWords() || !mayEmptyWorkDir() || !writeSnapshot(arg))
+    if (!namesStayWords() || !writeSnapshot(arg) || !passesCheck(arg.configFile)
+        || !mayEmptyWorkDir())
         return;
     arg.device = m_part.partNumber;
     arg.package = m_part.name;

@@ -49,6 +49,7 @@ private:
     bool namesStayWords();
     bool mayEmptyWorkDir();
     bool writeSnapshot(OXA::OxaArg& arg);
+    bool passesCheck(const QString& configFile);
     void showProgress(const QString& stage, int percent);
     void showFinish(BuildOutcome outcome, const QStringList& messages);
     void say(const QString& line);

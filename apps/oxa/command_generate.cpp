@@ -9,7 +9,6 @@
 #include "request.h"
 #include "work_dir.h"
 
-#include "oxautils/check/check.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 
@@ -28,7 +27,11 @@ namespace {
 
 constexpr char kSummary[] = "Write the Verilog of an analyzer, then synthesize it to a netlist";
 
-constexpr char kHelp[] = R"(The work directory is made, or emptied when an earlier run made it. With
+constexpr char kHelp[]
+    = R"(An error that `oxa check` finds stops the run with exit status 1 before anything
+is written, but for a few that docs/checks.md names; they and warnings are said.
+
+The work directory is made, or emptied when an earlier run made it. With
 --no-synthesis the result is a list for another tool: the source files in order,
 then +incdir+DIR for each include directory. It is what synthesis takes: IBUF,
 OBUF and QX_JTAG, the pads and the JTAG port, are the device's own. --simulation
@@ -57,20 +60,6 @@ struct Options {
     bool strict = false;
     bool json = false;
 };
-
-/// Says on `err` what `oxa check` would; false when that stops the run.
-bool passesCheck(const Options& options, const OXA::OxaArg& arg, TextOut& err)
-{
-    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
-    const QList<OXA::Problem> problems = OXA::checkConfigFile(options.file, &chip);
-    const bool stops = options.strict && !problems.isEmpty();
-    for (const OXA::Problem& problem : problems)
-        err << problemLine(options.file, problem, stops ? "error" : "warning") << '\n';
-    if (stops)
-        err << "error: nothing was generated; `oxa check " << options.file
-            << "` says what to do about these\n";
-    return !stops;
-}
 
 /// Whether both paths lead to one file that exists.
 bool isSameFile(const QString& a, const QString& b)
@@ -236,7 +225,7 @@ int run(const Options& options, Io& io)
         io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
         return kUnusable;
     }
-    if (!passesCheck(options, arg, io.err))
+    if (!passesCheck(arg, options.strict ? OtherProblems::Stop : OtherProblems::Warnings, io.err))
         return kJobFailed;
     return options.noSynthesis ? prepare(options, arg, io) : synthesize(options, arg, io);
 }

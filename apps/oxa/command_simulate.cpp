@@ -2,6 +2,7 @@
 #include "configuration.h"
 #include "interrupt.h"
 #include "options.h"
+#include "problems.h"
 #include "progress_line.h"
 #include "simulation.h"
 #include "simulation_inputs.h"
@@ -31,7 +32,8 @@ Sample 0 is the waveform's first; every core is armed before it.
 
 Unknown and floating values count as 0 for triggers and are captured as x.
 
-Exit status 1 says that a core did not trigger; how far it got is said, and the
+Exit status 1 says that `oxa check` finds what keeps the analyzer from being built
+(docs/checks.md), or that a core did not trigger; how far it got is said, and the
 other cores' samples are written all the same.)";
 
 struct Options {
@@ -163,7 +165,11 @@ int run(const Options& options, Io& io)
     if (!readConfiguration(options.file, configuration, io.err)
         || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
-        || !hasCores(options, arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
+        || !hasCores(options, arg, io.err))
+        return kUnusable;
+    if (!passesCheck(arg, OtherProblems::NotSaid, io.err))
+        return kJobFailed;
+    if (!prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err)
         || !prepareWorkDir(options.workDir, io.err))
         return kUnusable;

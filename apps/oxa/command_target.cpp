@@ -2,6 +2,7 @@
 #include "configuration.h"
 #include "installed.h"
 #include "interrupt.h"
+#include "problems.h"
 #include "progress_line.h"
 #include "simulation.h"
 #include "simulation_inputs.h"
@@ -25,7 +26,8 @@ waveform begins again.
   openocd -f simulated-target.cfg &
   oxa capture uart.oxa -o captured.vcd
 
-Ctrl-C ends it. docs/first-capture.md goes through all of it.)";
+Exit status 1 says that `oxa check` finds what keeps the analyzer from being
+built (docs/checks.md). Ctrl-C ends it. docs/first-capture.md goes through all of it.)";
 
 constexpr int kDefaultPort = 9823;
 constexpr int kMostPort = 65535;
@@ -111,7 +113,11 @@ int run(const Options& options, Io& io)
     if (!readConfiguration(options.file, configuration, io.err)
         || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
-        || !hasInstalledCores(arg, io.err) || !prepare(options, configuration, arg, cores, io.err)
+        || !hasInstalledCores(arg, io.err))
+        return kUnusable;
+    if (!passesCheck(arg, OtherProblems::NotSaid, io.err))
+        return kJobFailed;
+    if (!prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err))
         return kUnusable;
     return serve(options, arg, cores, waveform, io);

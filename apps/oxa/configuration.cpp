@@ -1,5 +1,6 @@
 #include "configuration.h"
 
+#include "oxautils/check/check.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
@@ -52,6 +53,15 @@ QString hintFor(const QString& error)
     return {};
 }
 
+/// Says what to do about a file that is no XML.
+void sayRemedy(const QString& path, TextOut& err)
+{
+    for (const OXA::Problem& problem : OXA::checkConfigFile(path)) {
+        if (problem.rule == "malformed")
+            err << "    " << problem.hint << '\n';
+    }
+}
+
 }
 
 Configuration::~Configuration()
@@ -70,6 +80,7 @@ bool readConfiguration(const QString& path, Configuration& configuration, TextOu
             return true;
     }
     err << "error: " << path << ": " << error << hintFor(error) << '\n';
+    sayRemedy(path, err);
     return false;
 }
 

@@ -1,5 +1,9 @@
 #include "problems.h"
 
+#include "oxautils/check/check.h"
+
+#include <dev/device_db.h>
+
 #include <algorithm>
 
 QString problemLine(const QString& file, const OXA::Problem& problem, const QString& severity)
@@ -35,6 +39,24 @@ QJsonObject problemJson(const OXA::Problem& problem)
     add("line", problem.place.line, 0);
     add("column", problem.place.column, 0);
     return object;
+}
+
+bool passesCheck(const OXA::OxaArg& arg, OtherProblems others, TextOut& err)
+{
+    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
+    bool passes = true;
+    for (const OXA::Problem& problem : OXA::checkConfigFile(arg.configFile, &chip)) {
+        if (others == OtherProblems::Stop || stopsBuild(problem)) {
+            passes = false;
+            err << problemLine(arg.configFile, problem, "error") << "\n    " << problem.hint
+                << '\n';
+        } else if (others == OtherProblems::Warnings) {
+            err << problemLine(arg.configFile, problem, "warning") << '\n';
+        }
+    }
+    if (!passes)
+        err << "error: nothing was generated from " << arg.configFile << '\n';
+    return passes;
 }
 
 int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity)

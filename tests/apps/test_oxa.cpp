@@ -154,6 +154,7 @@ void TestOxa::unusableConfigurations_data()
         QTest::newRow(name) << content << error;
     };
     row("malformed", "<OXA_CONFIG>\n  <a></b>", "tag mismatch at 2:9");
+    row("bare ampersands", "<a>M0 && M1</a>", "at 1:8\n    Write &amp; for &");
     row("no version", "<OXA_CONFIG/>", "Unknown Oxa version.; the root element has no \"Version\"");
     row("newer", "<O><Version>4.0</Version></O>",
         "too high.; this program reads versions up to 3.0");

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void statuses_data();
     void statuses();
     void generateWarns();
+    void whatCannotBeBuiltIsRefused_data();
+    void whatCannotBeBuiltIsRefused();
     void estimates();
     void estimatesAsJson();
     void whatDoesNotFit();
@@ -139,6 +141,53 @@ void TestOxaCheck::generateWarns()
     QCOMPARE(strict.status, 1);
     QVERIFY2(strict.err.startsWith(line.arg("error")), qPrintable(strict.err));
     QVERIFY(!QFile::exists(workDir));
+}
+
+void TestOxaCheck::whatCannotBeBuiltIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<QString>("error"); // none: it can be built
+    const auto row = [](const QByteArray& from, const QByteArray& to, const char* error) {
+        QTest::newRow(to) << from << to << QString(error);
+    };
+    const QByteArray before = "type=\"Static\">\n            <Expression>M0</Expression>\n"
+                              "            <Expression>M1 &amp;&amp; M2</Expression>";
+    const auto dynamic = [](const QByteArray& expression) {
+        return "type=\"Dynamic\"><Expression>M0|M1|M2" + expression + "</Expression>";
+    };
+    row(before, dynamic("&amp;&amp; M0"), ":97:37: error: core 0, expression 0: ");
+    row(before, dynamic("+1"), "expression 0: \"M0|M1|M2+1\" holds \"+\", \"1\"");
+    row(before, dynamic(""), "");
+    row("M1 &amp;", "M1\n&amp;", "expression 1: ");
+    row("M1 &amp;", "M3 &amp;", "names M3, which is switched off");
+    row("\"R01000110\"", "\"r01000110\"", "core 0, M0: ");
+    row("AoCore index=\"0\"", "AoCore index=\"7\"", "");
+}
+
+void TestOxaCheck::whatCannotBeBuiltIsRefused()
+{
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(QString, error);
+    const QString file = changed("c.oxa", from, to);
+    const QString work = m_dir.filePath("refused");
+    const QString wave = writeFile(m_dir.filePath("w.vcd"), "no waveform");
+    const QStringList calls[] = {
+        {"generate",    "--work-dir", work,       "--no-synthesis"},
+        {"simulate",             "--keep-work",                work, "--stimulus", wave},
+        {"simulate", "--model",         "-o",                   work + ".csv", "--stimulus", wave},
+        {"target",    "--stimulus",    wave},
+    };
+    for (const QStringList& call : calls) {
+        const Result result = oxa(call + QStringList {file, "--part", "QX1N-9LV-QFN88-C6"});
+        // What can be built ends at the waveform.
+        QCOMPARE(result.status, !error.isEmpty() ? 1 : call.first() == "generate" ? 0 : 2);
+        QVERIFY2(result.err.contains(error), qPrintable(result.err));
+        QCOMPARE(result.err.contains("\n    "), !error.isEmpty()); // what to do
+        QCOMPARE(QDir(work).exists(), error.isEmpty() && call.first() == "generate");
+        QDir(work).removeRecursively();
+    }
 }
 
 void TestOxaCheck::estimates()

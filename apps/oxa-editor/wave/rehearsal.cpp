@@ -2,6 +2,8 @@
 
 #include "wave_events.h"
 
+#include "oxautils/check/check.h"
+#include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
 
 #include <QFileInfo>
@@ -28,6 +30,19 @@ void append(const Problems& problems, QStringList& texts)
 {
     for (const Problem& problem : problems)
         texts += problem.message();
+}
+
+/// What keeps a core from being built, as every program that builds says it.
+QStringList stoppingProblems(const Core& core)
+{
+    QStringList texts;
+    const QList<OXA::Problem> problems = core.standard ? OXA::checkCores({core.standard.get()})
+                                                       : OXA::checkCores({core.lite.get()});
+    for (const OXA::Problem& problem : problems) {
+        if (stopsBuild(problem))
+            texts += problem.place.text() + ": " + OXA::shownText(problem.text);
+    }
+    return texts;
 }
 
 QString windowText(const Window& window, size_t number)
@@ -163,12 +178,14 @@ void Rehearsal::Run::work()
     const std::vector<SimulatedCore> cores = core.standard
         ? simulatedCores({core.standard.get()}, {}, request.arg, problems)
         : simulatedCores({}, {core.lite.get()}, request.arg, problems);
-    append(problems, result.problems);
+    result.problems = stoppingProblems(core);
+    if (result.problems.isEmpty())
+        append(problems, result.problems);
     if (!isSampled() && !sample())
         return;
     const SimulatedCore& own = cores.front();
     ModelRun run;
-    if (!problems.isEmpty() || !runModel(own, run)) {
+    if (!result.problems.isEmpty() || !runModel(own, run)) {
         // The stimulus can be looked at all the same.
         run.events.clear();
         run.progress = TriggerModel(own.setup, sampled->samples->layout()).progress();

@@ -23,6 +23,7 @@ private Q_SLOTS:
     void foreignFolderIsAskedFor();
     void needsAPartAndCores();
     void namesThatWouldBeCode();
+    void whatCannotBeBuiltIsNot();
     void synthesisIsStopped();
     void failuresLeadToTheirFile();
     void closingStopsARun();
@@ -135,6 +136,21 @@ void TestEditorBuild::namesThatWouldBeCode()
     QVERIFY(texts.filter(QChar(0x202e)).isEmpty());
 }
 
+void TestEditorBuild::whatCannotBeBuiltIsNot()
+{
+    QDir(m_folder.path(".")).mkdir("kept");
+    writeFile(m_folder.path("kept/thesis.txt"), "precious");
+    Run run(m_folder, "kept");
+    run.core().expressions = QStringList {"M0 &&\nM1"};
+    for (const char* key : {"F7", "F8"}) {
+        run.keys(key); // without a question
+        QVERIFY(!run.panel.isRunning());
+        QVERIFY2(run.says("Nothing was generated"), qPrintable(run.stage()));
+        QVERIFY(run.log().join(' ').startsWith("core 0, expression 0: "));
+    }
+    QCOMPARE(QDir(m_folder.path("kept")).count(), 3u);
+}
+
 void TestEditorBuild::synthesisIsStopped()
 {
     Run run(m_folder, "stopped");
@@ -153,9 +169,15 @@ void TestEditorBuild::synthesisIsStopped()
 void TestEditorBuild::failuresLeadToTheirFile()
 {
     Run run(m_folder, "failed");
-    run.core().expressions = QStringList {"M0 M1"};
+    // An engine that finds fault with a file.
+    const QString engine = writeFile(m_folder.path("yosys"),
+        "#!/bin/sh\necho '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
+            + ":3: ERROR: syntax error'\nexit 1\n");
+    QFile(engine).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+    qputenv("OXA_SYNTHESIS_ENGINE", engine.toUtf8());
     run.keys("F8");
     QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    qunsetenv("OXA_SYNTHESIS_ENGINE");
     QVERIFY2(run.says("Failed"), qPrintable(run.stage()));
     int row = -1;
     const QStringList log = run.log();

@@ -67,12 +67,13 @@ struct ProblemRow {
 };
 
 const ProblemRow kProblems[] = {
-    {"no such file",        "M0",      "clk",  "nothing.vcd", "nothing.vcd",     false},
-    {"no dump",             "M0",      "clk",  "core.oxa",    "core.oxa:1",      false},
-    {"no sample clock",     "M0",      "",     "wave.vcd",    "no sample clock", false},
-    {"a clock that is not", "M0",      "klok", "wave.vcd",    "klok",            false},
-    {"a name of two words", "M0",      "cl k", "wave.vcd",    "white space",     false},
-    {"half an expression",  "M0 && (", "clk",  "wave.vcd",    "expression 0",    true },
+    {"no such file",        "M0",        "clk",  "nothing.vcd", "nothing.vcd",     false},
+    {"no dump",             "M0",        "clk",  "core.oxa",    "core.oxa:1",      false},
+    {"no sample clock",     "M0",        "",     "wave.vcd",    "no sample clock", false},
+    {"a clock that is not", "M0",        "klok", "wave.vcd",    "klok",            false},
+    {"a name of two words", "M0",        "cl k", "wave.vcd",    "white space",     false},
+    {"a line end",          "M0 &&\nM1", "clk",  "wave.vcd",    "expression 0",    true },
+    {"half an expression",  "M0 && (",   "clk",  "wave.vcd",    "expression 0",    true },
 };
 
 }
