@@ -8,7 +8,9 @@ namespace {
 
 constexpr char kEnd = 0x1a; // of a command, and of what comes back
 constexpr int kTimeout = 10000; // ms, for a command that scans nothing
-constexpr int kSlowestBits = 20; // a ms: adapters at 20 kHz are awaited
+constexpr int kSlowestBits = 1; // a ms: adapters at 1 kHz are awaited
+constexpr int kOtherBytes = 1 << 16; // of an answer, beside the digits of what was scanned
+constexpr int kMostTaps = 256; // of a chain; each may be tried
 constexpr int kLongestQuote = 200; // characters of an answer that is not understood
 
 // A scan is made of fields. OpenOCD reads a field's digits in quadratic time, but a run of zeros
@@ -114,6 +116,11 @@ bool OpenOcdLink::listTaps()
         m_taps += line.section(' ', 0, 0);
         m_instructions += line.section(' ', 1, 1);
     }
+    if (m_taps.size() > kMostTaps)
+        return fail(
+            QString("OpenOCD lists %1 devices in the chain, more than the %2 that are tried")
+                .arg(m_taps.size())
+                .arg(kMostTaps));
     return !m_taps.isEmpty() || fail("OpenOCD knows no device in the chain");
 }
 
@@ -199,7 +206,10 @@ bool OpenOcdLink::run(const QByteArray& script, int bits)
         = "string cat [catch {" + script + "} oxautils_result] { } $oxautils_result";
     const auto isWhole = [](const QByteArray& answer) { return answer.endsWith(kEnd); };
     ++m_commands;
-    if (!m_socket.exchange(command + kEnd, isWhole, m_result, kTimeout + bits / kSlowestBits))
+    // A field of digits and the blank in front of it take no more than a byte for two bits.
+    const qint64 time = kTimeout + bits / kSlowestBits;
+    if (!m_socket.exchange(
+            command + kEnd, isWhole, m_result, {int(time), time, kOtherBytes + bits / 2}))
         return fail(QString("OpenOCD at %1: %2").arg(m_address, m_socket.error()));
     m_result.chop(1);
     const int space = m_result.indexOf(' ');

@@ -21,6 +21,9 @@ public:
     OpenOcdLink(const OpenOcdLink&) = delete;
     OpenOcdLink& operator=(const OpenOcdLink&) = delete;
 
+    /// Asked while OpenOCD is waited for, as of a `StreamSocket`.
+    void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
+
     /// Connects to the Tcl server at "HOST:PORT", and lists the chain.
     bool connectTo(const QString& address);
 

@@ -9,6 +9,9 @@ namespace OXA_CAPTURE {
 /// The pads of one device, driven in OpenOCD's remote_bitbang protocol.
 class OXACAPTURE_EXPORT RemoteBitbangLink : public JtagLink {
 public:
+    /// Asked while the device is waited for, as of a `StreamSocket`.
+    void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
+
     /// Connects to "unix:PATH" or "HOST:PORT".
     bool connectTo(const QString& address);
 

@@ -6,8 +6,7 @@
 #include "run_settings.h"
 #include "simulation_inputs.h"
 
-#include "capture/capture_session.h"
-#include "capture/openocd_link.h"
+#include "capture/find_analyzer.h"
 
 #include <QDeadlineTimer>
 
@@ -146,9 +145,10 @@ bool planRuns(const Options& options, const Plan& plan, const OXA::OxaArg& arg,
 }
 
 /// Finds the chip whose analyzer is built from the file; null, with `error`, when there is none.
-std::unique_ptr<CaptureSession> findAnalyzer(
-    const Options& options, const Plan& plan, OpenOcdLink& link, QString& error)
+std::unique_ptr<CaptureSession> findChip(const Options& options, const Plan& plan,
+    OpenOcdLink& link, const std::function<bool()>& goesOn, QString& error)
 {
+    link.setGoesOn(goesOn);
     if (!link.connectTo(serverAddress(options.openocd))) {
         error = link.error();
         return nullptr;
@@ -157,17 +157,8 @@ std::unique_ptr<CaptureSession> findAnalyzer(
     if (taps.isEmpty())
         error = QString("the chain has several devices; choose one of %1 with --tap")
                     .arg(link.taps().join(", "));
-    for (const QString& tap : taps) {
-        if (!link.selectTap(tap)) {
-            error = link.error();
-            continue;
-        }
-        auto session = std::make_unique<CaptureSession>(link, link.instruction());
-        if (session->begin() && session->match(plan.builds))
-            return session;
-        error = session->error();
-    }
-    return nullptr;
+    const auto isBuilt = [&plan](CaptureSession& session) { return session.match(plan.builds); };
+    return findAnalyzer(link, taps, isBuilt, goesOn, error);
 }
 
 /// Waits for the cores' triggers, and shows how far they are. The last progress of each core is
@@ -305,9 +296,10 @@ bool startAll(const Options& options, CaptureSession& session, const std::vector
 int capture(const Options& options, const Plan& plan, Io& io)
 {
     const Interrupt interrupt([] {});
+    const auto goesOn = [&interrupt] { return !interrupt.happened(); };
     OpenOcdLink link;
     QString error;
-    const std::unique_ptr<CaptureSession> session = findAnalyzer(options, plan, link, error);
+    const std::unique_ptr<CaptureSession> session = findChip(options, plan, link, goesOn, error);
     if (!session) {
         io.err << "error: " << error << '\n';
         return kJobFailed;
@@ -315,6 +307,8 @@ int capture(const Options& options, const Plan& plan, Io& io)
     std::vector<CoreRun> runs;
     if (!planRuns(options, plan, session->build().arg, runs, io.err))
         return kUnusable;
+    // Ctrl-C stops the cores, and what they have is read, unless OpenOCD answers no more.
+    link.setGoesOn(aSecondLonger(goesOn));
     Watch watch(options, *session, plan.chosen, interrupt, io.err);
     if (!startAll(options, *session, runs) || !watch.run()) {
         io.err << "error: " << session->error() << '\n';
@@ -322,6 +316,10 @@ int capture(const Options& options, const Plan& plan, Io& io)
             session->stop(run.core);
         return kJobFailed;
     }
+    if (!interrupt.happened())
+        link.setGoesOn(goesOn);
+    else
+        link.setGoesOn({}); // another Ctrl-C ends the program
     return readAndDeliver(options, *session, runs, watch.last, io);
 }
 

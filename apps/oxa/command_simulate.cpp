@@ -92,6 +92,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg,
         line.show(stage, percent);
         return !interrupt.happened();
     };
+    simulation.goesOn = [&interrupt] { return !interrupt.happened(); };
     QString error;
     const bool ok = simulate(simulation, cores, waveform, runs, error);
     line.clear();

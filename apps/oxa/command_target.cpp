@@ -82,6 +82,7 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Simu
         return !interrupt.happened();
     };
     SimulatedTarget target;
+    target.setGoesOn([&interrupt] { return !interrupt.happened(); });
     const QString stimulus = temporary.path() + "/stimulus.txt";
     qint64 steps = 0;
     QString error;

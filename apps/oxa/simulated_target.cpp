@@ -14,6 +14,7 @@ namespace {
 constexpr int kLook = 5000; // ms between looks whether a silent simulator computes
 constexpr int kCompilePoll = 100; // ms between questions whether to go on
 constexpr int kLogLines = 20; // of the compiler's that are shown
+constexpr qint64 kMostAnswer = 1 << 20; // bytes
 
 QString absolute(const QString& path) { return QFileInfo(path).absoluteFilePath(); }
 
@@ -52,6 +53,13 @@ bool SimulatedTarget::fail(const QString& error)
 {
     m_error = error;
     return false;
+}
+
+void SimulatedTarget::setGoesOn(const std::function<bool()>& goesOn)
+{
+    m_goesOn = goesOn;
+    m_control.setGoesOn(goesOn);
+    m_jtag.setGoesOn(goesOn);
 }
 
 bool SimulatedTarget::build(
@@ -152,7 +160,7 @@ bool SimulatedTarget::connectTo(
 {
     m_patience.begin(m_vvp.processId());
     while (!connect("unix:" + m_sockets.filePath(name))) {
-        if (m_vvp.waitForFinished(10) || !m_patience.lasts())
+        if (m_vvp.waitForFinished(10) || !m_patience.lasts() || (m_goesOn && !m_goesOn()))
             return fail("the simulator does not run: " + lastWords());
     }
     return true;
@@ -169,7 +177,7 @@ bool SimulatedTarget::mayAnswer(int looks)
 bool SimulatedTarget::order(const QByteArray& line, QByteArray& answer)
 {
     const auto isWhole = [](const QByteArray& so) { return so.endsWith('\n'); };
-    if (!m_control.exchange(line + '\n', isWhole, answer, kLook))
+    if (!m_control.exchange(line + '\n', isWhole, answer, {kLook, kLook, kMostAnswer}))
         return fail("the simulator stopped: " + m_control.error() + lastWords());
     answer.chop(1);
     return true;

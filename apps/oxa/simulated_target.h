@@ -24,6 +24,9 @@ public:
 
     ~SimulatedTarget();
 
+    /// Asked while the simulator is waited for; when it says no, the call fails.
+    void setGoesOn(const std::function<bool()>& goesOn);
+
     /// Generates and compiles; stops, without an error, when `goesOn` says no.
     bool build(
         const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn);
@@ -71,6 +74,7 @@ private:
     OXA_CAPTURE::RemoteBitbangLink m_jtag;
     OXA_CAPTURE::StreamSocket m_control;
     int m_port = 0;
+    std::function<bool()> m_goesOn;
     QString m_error;
 };
 

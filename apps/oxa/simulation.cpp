@@ -170,6 +170,7 @@ bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& co
     const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error)
 {
     SimulatedTarget target;
+    target.setGoesOn(simulation.goesOn);
     const QString stimulus = simulation.workDir + "/stimulus.txt";
     qint64 steps = 0;
     if (!buildTarget(simulation, cores, waveform, target, stimulus, steps, error))

@@ -15,6 +15,7 @@ struct Simulation {
     qint64 forceAt = OXA_CAPTURE::kNoSample; ///< sample of each core to force its trigger at
     /// Told what is being done and the percentage of it; the run stops when it returns false.
     std::function<bool(const QString& stage, int percent)> progress;
+    std::function<bool()> goesOn; ///< asked while the simulator is waited for; may be empty
 };
 
 /// Clock periods behind the waveform that bring the last samples into memory.

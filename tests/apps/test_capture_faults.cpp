@@ -289,6 +289,15 @@ void TestCaptureFaults::noTarget()
     fails(oxa(captureCall("127.0.0.1:" + port)), 1, "error: ");
     // What listens is no OpenOCD: the cores' own port.
     fails(oxa(captureCall("127.0.0.1:" + m_live.port())), 1, "error: ");
+    // What listens says nothing, and Ctrl-C does not wait for it.
+    QTcpServer silent;
+    QVERIFY(silent.listen(QHostAddress::LocalHost));
+    Service waiting;
+    waiting.start(OXA_PROGRAM, captureCall(QString("127.0.0.1:%1").arg(silent.serverPort())));
+    QVERIFY(silent.waitForNewConnection(kPatience));
+    waiting.terminate();
+    QVERIFY(finished(waiting));
+    fails({waiting.exitCode(), {}, waiting.said()}, 1, "interrupted while it was waited for");
 }
 
 void TestCaptureFaults::targetsComeAndGo()

@@ -1,11 +1,14 @@
 #include "capture/openocd_link.h"
+#include "capture/remote_bitbang_link.h"
 #include "support/processes.h"
+#include "support/talking_server.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <future>
 #include <random>
 
 using namespace OXA_CAPTURE;
@@ -28,6 +31,54 @@ BitString mixedBits(unsigned seed, int size)
     return bits;
 }
 
+// What somebody says who is none of those that a link is made for.
+struct Talk {
+    const char* what;
+    bool isOpenOcd; // that the link expects
+    QByteArray text;
+    int pause;
+    const char* error;
+};
+
+QByteArray chainOf(int taps)
+{
+    QByteArray text = "0 ";
+    for (int tap = 0; tap < taps; ++tap)
+        text += 't' + QByteArray::number(tap) + " \n";
+    return text + '\x1a';
+}
+
+const Talk kTalks[] = {
+    {"a byte now and then, OpenOCD",                                             true,  "0",                        500,                                                                   "its answer is not whole after 10 s"     },
+    {"a byte now and then, pads",                                                false, "0",                        500,                                                                   "its answer is not whole after 10."      },
+    {"more and more, OpenOCD",                                                   true,  QByteArray(100000,          '0'),                                                                  0,
+     "it answers with more than the 65536 bytes"},
+    {"more and more, pads",                                                                          false,                                                           QByteArray(100000,       '0'), 0,
+     "it answers with more than the 24 bytes"},
+    {"a chain that is none",                                   true,                                        chainOf(300),                                             -1,
+     "OpenOCD lists 300 devices in the chain, more than the 256 that are tried"                                                                 },
+    {"nothing, until a stop, OpenOCD", true,      "", -1,                                                                  "interrupted while it was waited for"                                  },
+    {"nothing, until a stop, pads",                                     false,                                          "",                                        -1,   "interrupted while it was waited for"},
+};
+
+// What the link that listens to it says.
+QString errorOf(const Talk& talk)
+{
+    TalkingServer server(talk.text, talk.pause);
+    int asked = 0;
+    const auto goesOn = [&] { return ++asked < 3 || !talk.text.isEmpty(); };
+    if (talk.isOpenOcd) {
+        OpenOcdLink link;
+        link.setGoesOn(goesOn);
+        return link.connectTo(server.address()) ? QString() : link.error();
+    }
+    RemoteBitbangLink link;
+    link.setGoesOn(goesOn);
+    BitString in;
+    return link.connectTo(server.address()) && link.scanDr(BitString(0, 24), &in) ? QString()
+                                                                                  : link.error();
+}
+
 }
 
 // OpenOCD, with a target whose register behind ER1 has 8 bits.
@@ -41,6 +92,7 @@ private Q_SLOTS:
     void theChain();
     void oneProgramAtATime();
     void serversThatAreNone();
+    void serversThatNeverEnd();
     void aTargetThatIsGone();
 
 private:
@@ -128,6 +180,19 @@ void TestOpenOcdLink::serversThatAreNone()
     QVERIFY2(link.error().contains("Connection refused; is it running?"), qPrintable(link.error()));
     QVERIFY(!link.connectTo("no.such.host.invalid:6666"));
     QVERIFY(!link.connectTo(""));
+}
+
+// All at once: some are listened to for seconds.
+void TestOpenOcdLink::serversThatNeverEnd()
+{
+    std::vector<std::future<QString>> errors;
+    for (const Talk& talk : kTalks)
+        errors.push_back(std::async(std::launch::async, errorOf, std::cref(talk)));
+    for (size_t i = 0; i < errors.size(); ++i) {
+        const QString error = errors[i].get();
+        QVERIFY2(error.contains(kTalks[i].error),
+            qPrintable(QString("%1: %2").arg(kTalks[i].what, error)));
+    }
 }
 
 // The connection lives, but what it leads to does not.

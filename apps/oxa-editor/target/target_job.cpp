@@ -10,7 +10,7 @@ TargetJob::~TargetJob()
 {
     if (!m_thread)
         return;
-    m_run->stop();
+    m_run->abandon();
     m_thread->wait();
 }
 

@@ -21,7 +21,7 @@ public:
     /// Begins a run; does nothing while another one is running.
     void start(const TargetRequest& request);
 
-    /// Ends the run: at once while it waits for triggers, at OpenOCD's next answer otherwise.
+    /// Ends the run; what was captured is read, unless OpenOCD does not answer.
     void stop();
     void force();
 

@@ -102,14 +102,23 @@ void TargetRun::work()
 {
     addEdited();
     OpenOcdLink link;
-    if (m_stop || !connectTo(link) || !find(link))
+    if (m_stop || !connectTo(link) || !find(link)) {
+        if (m_stop)
+            m_result.problems.clear();
         return;
+    }
     m_result.problems.clear(); // about what the chip is not built from
     tellCores();
     if (!m_request.arm || m_stop || !plan())
         return;
-    if (m_session->arm(m_runs) && watch())
+    link.setGoesOn([this, more = aSecondLonger([this] { return !m_stop; })] {
+        return !m_abandoned && more();
+    });
+    if (m_session->arm(m_runs) && watch()) {
+        const bool wasStopped = m_stop;
+        link.setGoesOn([this, wasStopped] { return !m_abandoned && (wasStopped || !m_stop); });
         return readAll();
+    }
     fail(m_session->error());
     for (const CoreRun& run : m_runs)
         m_session->stop(run.core);
@@ -117,6 +126,7 @@ void TargetRun::work()
 
 bool TargetRun::connectTo(OpenOcdLink& link)
 {
+    link.setGoesOn([this] { return !m_stop; });
     return link.connectTo(m_request.address) || fail(link.error());
 }
 
@@ -129,33 +139,24 @@ bool TargetRun::find(OpenOcdLink& link)
         return fail(
             tr("The chain has several devices; name one as TAP: %1").arg(link.taps().join(", ")));
     QString error;
-    for (const QString& tap : taps) {
-        if (m_stop)
-            return false;
-        if (!link.selectTap(tap)) {
-            error = link.error();
-            continue;
-        }
-        m_session = std::make_unique<CaptureSession>(link, link.instruction());
-        if (m_session->begin() && matches())
-            return true;
-        error = m_session->error();
-    }
-    return fail(error);
+    m_session = findAnalyzer(
+        link, taps, [this](CaptureSession& session) { return matches(session); },
+        [this] { return !m_stop; }, error);
+    return m_session != nullptr || fail(error);
 }
 
-bool TargetRun::matches()
+bool TargetRun::matches(CaptureSession& session)
 {
-    if (matches(*m_candidates.front()))
+    if (matches(session, *m_candidates.front()))
         return true;
     if (m_candidates.size() == 1 && !m_request.builtFrom.isEmpty())
         addFile(); // only now: it takes a while
-    return m_candidates.size() > 1 && matches(*m_candidates.back());
+    return m_candidates.size() > 1 && matches(session, *m_candidates.back());
 }
 
-bool TargetRun::matches(const Candidate& candidate)
+bool TargetRun::matches(CaptureSession& session, const Candidate& candidate)
 {
-    if (candidate.builds.empty() || !m_session->match(candidate.builds))
+    if (candidate.builds.empty() || !session.match(candidate.builds))
         return false;
     m_built = &candidate;
     return true;

@@ -4,8 +4,7 @@
 #include "oxa-editor/core.h"
 #include "oxa-editor/wave/waveform.h"
 
-#include "capture/capture_session.h"
-#include "capture/openocd_link.h"
+#include "capture/find_analyzer.h"
 
 #include <atomic>
 
@@ -51,8 +50,10 @@ public:
 
     void work();
 
-    /// Ends the wait for triggers; what was captured is read.
+    /// Ends the wait for triggers; what was captured is read, unless OpenOCD does not answer.
     void stop() { m_stop = true; }
+    /// Ends all of it; what was captured is not needed.
+    void abandon() { m_stop = m_abandoned = true; }
     /// Triggers every core that waits for its trigger.
     void force() { m_force = true; }
 
@@ -66,8 +67,8 @@ private:
     void addFile();
     bool connectTo(OXA_CAPTURE::OpenOcdLink& link);
     bool find(OXA_CAPTURE::OpenOcdLink& link);
-    bool matches();
-    bool matches(const Candidate& candidate);
+    bool matches(OXA_CAPTURE::CaptureSession& session);
+    bool matches(OXA_CAPTURE::CaptureSession& session, const Candidate& candidate);
     void tellCores() const;
     bool plan();
     bool checkTakeover(const std::vector<OXA_CAPTURE::SimulatedCore>& wanted);
@@ -87,6 +88,7 @@ private:
     QStringList m_told;
     TargetResult m_result;
     std::atomic_bool m_stop {false};
+    std::atomic_bool m_abandoned {false};
     std::atomic_bool m_force {false};
 };
 

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
+#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -108,6 +109,9 @@ bool ServerSocket::receive()
 
 bool ServerSocket::receiveFromClient()
 {
+    sendWaiting();
+    if (!m_waiting.empty())
+        return true;
     char bytes[kReadSize];
     const ssize_t got = recv(m_client, bytes, sizeof bytes, MSG_DONTWAIT);
     if (got > 0) {
@@ -122,16 +126,28 @@ bool ServerSocket::receiveFromClient()
 
 void ServerSocket::send(const std::string& bytes)
 {
+    m_waiting += bytes;
+    sendWaiting();
+}
+
+void ServerSocket::sendWaiting()
+{
     size_t sent = 0;
-    while (m_client >= 0 && sent < bytes.size()) {
-        const ssize_t now
-            = ::send(m_client, bytes.data() + sent, bytes.size() - sent, MSG_NOSIGNAL);
+    bool takes = true;
+    while (m_client >= 0 && takes && sent < m_waiting.size()) {
+        const ssize_t now = ::send(m_client, m_waiting.data() + sent, m_waiting.size() - sent,
+            MSG_NOSIGNAL | MSG_DONTWAIT);
         if (now > 0)
             sent += size_t(now);
+        else if (now < 0 && errno == EAGAIN)
+            takes = false;
         else if (now < 0 && errno != EINTR)
             dropClient();
     }
+    m_waiting.erase(0, m_client >= 0 ? sent : m_waiting.size());
 }
+
+short ServerSocket::clientEvents() const { return m_waiting.empty() ? POLLIN : POLLOUT; }
 
 void ServerSocket::dropClient()
 {
@@ -139,6 +155,7 @@ void ServerSocket::dropClient()
         close(m_client);
     m_client = -1;
     input.clear();
+    m_waiting.clear();
 }
 
 }

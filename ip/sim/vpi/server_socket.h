@@ -22,24 +22,30 @@ public:
     int port() const; ///< of a TCP socket; 0 for others
     bool hasClient() const { return m_client >= 0; }
 
-    /// Takes what has arrived. False when a client left.
+    /// Takes what has arrived, and sends what waits. False when a client left. As long as a client
+    /// does not take its answers, nothing more is taken of it.
     bool receive();
 
     /// What has arrived and was not taken; the caller erases what it takes.
     std::string input;
 
+    /// Returns at once; what the client does not take yet waits.
     void send(const std::string& bytes);
     void dropClient();
 
     int listenerHandle() const { return m_listener; }
     int clientHandle() const { return m_client; }
+    /// What to wait for at the client's handle before the next `receive`.
+    short clientEvents() const;
 
 private:
     bool receiveFromClient();
+    void sendWaiting();
 
     int m_listener = -1;
     int m_client = -1;
     std::string m_path;
+    std::string m_waiting; // to be sent
 };
 
 }

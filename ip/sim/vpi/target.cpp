@@ -308,10 +308,10 @@ Target::Watched* Target::watch(const std::string& name)
 bool Target::wait()
 {
     pollfd polled[] = {
-        {m_jtag.listenerHandle(),    POLLIN, 0},
-        {m_jtag.clientHandle(),      POLLIN, 0},
-        {m_control.listenerHandle(), POLLIN, 0},
-        {m_control.clientHandle(),   POLLIN, 0}
+        {m_jtag.listenerHandle(),    POLLIN,                   0},
+        {m_jtag.clientHandle(),      m_jtag.clientEvents(),    0},
+        {m_control.listenerHandle(), POLLIN,                   0},
+        {m_control.clientHandle(),   m_control.clientEvents(), 0}
     };
     if (poll(polled, 4, kParentCheck) < 0 && errno != EINTR)
         return false;

@@ -267,8 +267,8 @@ void TestSimulatedCores::openocdReadsAMemory()
     OXA_CAPTURE::StreamSocket control;
     QByteArray played;
     QVERIFY(control.connectTo("unix:" + path("control")));
-    QVERIFY(control.exchange(
-        "run 5000\n", [](const QByteArray& so) { return so.endsWith('\n'); }, played, kPatience));
+    QVERIFY(control.exchange("run 5000\n", [](const QByteArray& so) { return so.endsWith('\n'); },
+        played, {kPatience, kPatience, 1000}));
     const QString log = openocd(port,
         QString("source %1/bench/readout/read_memory.tcl; echo read=[read_memory %2]")
             .arg(OXA_SOURCE_DIR)

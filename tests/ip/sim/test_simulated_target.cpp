@@ -27,6 +27,7 @@ private Q_SLOTS:
     void initTestCase();
     void openocdScans();
     void aLostClientMakesRoomForTheNext();
+    void aClientThatNeverListens();
     void stimulusRuns();
     void stimulusDamage();
     void endsWithItsControlClient();
@@ -160,6 +161,27 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
     BitString in;
     QVERIFY(!next.scanDr(BitString(0, 64), &in));
     QVERIFY2(next.error().startsWith("JTAG: "), qPrintable(next.error()));
+}
+
+// It asks for more bits than all buffers hold; who else asks is answered.
+void TestSimulatedTarget::aClientThatNeverListens()
+{
+    writeFile(path("stimulus"), "00 0\n");
+    QProcess vvp;
+    start(vvp,
+        {"+oxa_jtag=unix:" + path("deaf"), "+oxa_control=unix:" + path("control"),
+            "+oxa_stimulus=" + path("stimulus")});
+    QLocalSocket control;
+    QLocalSocket deaf;
+    connectTo(control, "control");
+    connectTo(deaf, "deaf");
+    deaf.setReadBufferSize(1);
+    deaf.write(QByteArray(16 << 20, 'R'));
+    while (deaf.waitForBytesWritten(1000)) { }
+    QVERIFY(deaf.bytesToWrite() > 0);
+    QCOMPARE(ask(control, "rewind"), QByteArray("rewound"));
+    control.disconnectFromServer();
+    QVERIFY(finished(vvp)); // which is still there
 }
 
 void TestSimulatedTarget::stimulusRuns()
