@@ -173,6 +173,16 @@ bool CaptureSession::adopt(size_t core)
         || fail(m_client.error());
 }
 
+bool CaptureSession::resume(size_t core)
+{
+    CoreStatus status;
+    return readStatus(core, status)
+        && (status.armed
+            || failAt(core,
+                "its run from power-up on was ended before; load the chip again to have another"))
+        && adopt(core);
+}
+
 bool CaptureSession::poll(size_t core, CoreProgress& progress)
 {
     CoreStatus status;

@@ -76,6 +76,9 @@ public:
     /// built with; arms it when there is none.
     bool adopt(size_t core);
 
+    /// The same, but false when the core has no such run any more.
+    bool resume(size_t core);
+
     /// What a core that was armed is doing; false, too, when it is not armed any more.
     bool poll(size_t core, CoreProgress& progress);
 

@@ -107,6 +107,20 @@ void checkCall(const Options& options, const Configuration& configuration, Probl
         problems.append(Problem {"--power-up", "what runs already takes no other settings"});
 }
 
+/// Of other cores, --power-up would read what somebody armed before, with settings that are not
+/// known.
+void checkPowerUp(const Plan& plan, Problems& problems)
+{
+    for (const size_t place : plan.chosen) {
+        const SimulatedCore& core = plan.builds.front().cores[place];
+        if (!(core.core ? core.core->captureInitDataEnabled : core.lite->captureInitDataEnabled))
+            problems.append(Problem {"--power-up",
+                core.name()
+                    + " does not capture from power-up on; leave the option out, or choose other"
+                      " cores with --core"});
+    }
+}
+
 bool prepare(const Options& options, Plan& plan, TextOut& err)
 {
     if (!readConfiguration(options.file, plan.built, err)
@@ -119,6 +133,8 @@ bool prepare(const Options& options, Plan& plan, TextOut& err)
     if (!problems.isEmpty())
         return report(problems, err);
     plan.chosen = chosenCores(options, plan.builds.front().cores, problems);
+    if (options.powerUp)
+        checkPowerUp(plan, problems);
     QList<OXA::AoCore*> running;
     for (const size_t place : plan.chosen) {
         if (plan.wanted.mode != OXA::Lite)
@@ -290,7 +306,7 @@ bool startAll(const Options& options, CaptureSession& session, const std::vector
     if (!options.powerUp)
         return session.arm(runs);
     return std::all_of(
-        runs.begin(), runs.end(), [&](const CoreRun& run) { return session.adopt(run.core); });
+        runs.begin(), runs.end(), [&](const CoreRun& run) { return session.resume(run.core); });
 }
 
 int capture(const Options& options, const Plan& plan, Io& io)

@@ -341,6 +341,9 @@ void TestCapture::lite()
     const Result first = oxa(call + QStringList {"--power-up"});
     QVERIFY2(first.status == 0, qPrintable(first.err));
     QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+    const Result again = oxa(call + QStringList {"--power-up"});
+    QCOMPARE(again.status, 1);
+    QVERIFY2(again.err.contains("from power-up on was ended before"), qPrintable(again.err));
     // Later runs begin where the waveform is.
     const Result later = oxa(call);
     QVERIFY2(later.status == 0, qPrintable(later.err));
@@ -372,7 +375,8 @@ void TestCapture::unusableCalls_data()
     row({"--position", "-1"}, 2, "--position: \"-1\" is no number from 0 to 1000000000;");
     row({"--timeout", "nan"}, 2, "\"nan\" is no number from 0.001");
     row({"--clock", "1e-300"}, 2, "is no number from 1 to");
-    row({"--power-up", "--windows", "1"}, 2, "--power-up");
+    row({"--power-up", "--windows", "1"}, 2, "what runs already takes no other settings");
+    row({"--power-up"}, 2, "core 9 does not capture from power-up on");
     row({"--tap", "cpu.tap"}, 1, "no device \"cpu.tap\", only fpga.tap");
     row({"-o", "out.txt"}, 2, "out.txt: the ending has to be");
     row({"-o", "/no/such/out.vcd"}, 2,
