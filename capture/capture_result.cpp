@@ -42,6 +42,16 @@ bool fail(QString* error, const QString& text)
     return false;
 }
 
+void addWaiting(const CapturedCore& core, QJsonObject& object)
+{
+    QJsonObject matches;
+    for (const UnitMatches& unit : core.matches)
+        matches.insert(QString("M%1").arg(unit.unit), unit.matches);
+    object.insert("level", core.level);
+    object.insert("window", core.window);
+    object.insert("matches", matches);
+}
+
 }
 
 std::vector<CapturedWindow> cutWindows(
@@ -105,11 +115,14 @@ QByteArray captureJson(const Capture& capture)
                 {"samples",       place.samples                                       },
             };
         }
-        cores += QJsonObject {
+        QJsonObject object {
             {"index",     core.index      },
             {"triggered", core.triggered()},
             {"windows",   windows         }
         };
+        if (core.waited)
+            addWaiting(core, object);
+        cores += object;
     }
     return QJsonDocument(QJsonObject {
                              {"cores", cores}

@@ -12,6 +12,7 @@ namespace OXA_CAPTURE {
 struct CapturedWindow {
     Window place;
     SampleTable samples; ///< field 0: the core's data signals
+    bool untriggered = false; ///< the core was stopped when it still waited for its trigger
 
     /// The trigger's place among the samples; `kNoSample` without one.
     qint64 triggerOffset() const
@@ -21,15 +22,26 @@ struct CapturedWindow {
     }
 };
 
+/// How often the comparison of a match unit held while its core waited.
+struct UnitMatches {
+    int unit = 0;
+    qint64 matches = 0;
+};
+
 /// What one core captured.
 struct CapturedCore {
     int index = 0; ///< the core's own number
     QList<OXA::SignalItem> items; ///< the data signals, most significant first
     std::vector<CapturedWindow> windows; ///< in the order in which they were taken
     QString progress; ///< how far the trigger's sequence got
+    bool waited = false; ///< a chip's core was stopped when it waited for a trigger; then:
+    int level = 0; ///< expressions of the sequence satisfied
+    qint64 window = 0; ///< the one that it waited for, counted from 0
+    std::vector<UnitMatches> matches; ///< up to `kCountedMatches`
     double clockHz = 0; ///< of the sample clock, the same for all cores of a file; 0: unknown
 
-    bool triggered() const { return !windows.empty(); }
+    /// There is a window with its trigger; of a Lite core, which has none, there are samples.
+    bool triggered() const { return !windows.empty() && !windows.front().untriggered; }
 };
 
 /// What all cores of a configuration captured, in its order.

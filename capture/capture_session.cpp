@@ -9,6 +9,7 @@ namespace {
 
 constexpr int kRestPatience = 2000; // ms for the sample clock's last edges of a run
 constexpr int kPollPause = 20; // ms
+constexpr int kClockPatience = 1000; // ms without an edge, and a sample clock seems to stand
 
 bool sameTable(const TriggerTable& a, const TriggerTable& b)
 {
@@ -39,9 +40,16 @@ QString CoreProgress::text() const
     QStringList matched;
     for (size_t i = 0; levels > 0 && i < units.size(); ++i)
         matched += matchesText(units[i], matches[i]);
-    QStringList texts {wanted + place, clockRuns ? "" : kClockStands, matched.join(", ")};
+    QStringList texts {wanted + place, clockText(), matched.join(", ")};
     texts.removeAll({});
     return texts.join("; ");
+}
+
+QString CoreProgress::clockText() const
+{
+    return clockRuns ? ""
+        : clockRan   ? "its sample clock ran, but has stopped or is very slow"
+                     : "its sample clock stands still, or is very slow";
 }
 
 CaptureSession::CaptureSession(JtagLink& link, const BitString& instruction)
@@ -85,6 +93,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
         m_build = build;
         m_setups.clear();
         m_begun.assign(build.cores.size(), false);
+        m_ticked.assign(build.cores.size(), {});
         for (const SimulatedCore& core : build.cores)
             m_setups.push_back(core.setup);
         return true;
@@ -137,6 +146,7 @@ bool CaptureSession::arm(const std::vector<CoreRun>& runs)
     }
     for (const CoreRun& run : runs) {
         m_begun[run.core] = false;
+        m_ticked[run.core].invalidate();
         if (!m_client.command(m_identities[run.core].position, CoreCommand::Arm))
             return fail(m_client.error());
     }
@@ -149,6 +159,8 @@ bool CaptureSession::prepare(const CoreRun& run)
     const CoreIdentity& identity = m_identities[run.core];
     CoreStatus status;
     if (!stop(run.core) || !settle(run.core, status))
+        return false;
+    if (!failUnlessAtRest(run.core, status))
         return false;
     if (status.armed || status.running)
         return failAt(run.core, "it does not end the run before");
@@ -168,6 +180,7 @@ bool CaptureSession::adopt(size_t core)
     CoreStatus status;
     m_setups[core] = m_build.cores[core].setup;
     m_begun[core] = false;
+    m_ticked[core].invalidate();
     return (m_client.readStatus(identity, status)
                && (status.armed || m_client.command(identity.position, CoreCommand::Arm)))
         || fail(m_client.error());
@@ -193,7 +206,6 @@ bool CaptureSession::poll(size_t core, CoreProgress& progress)
             core, "it is not armed any more: something else stopped it, or reset the chip");
     const CoreSnapshot& now = status.snapshot;
     const TriggerSetup& setup = m_setups[core];
-    progress.clockRuns = now.fresh;
     progress.level = now.level;
     progress.levels = int(setup.levels.size());
     progress.window = now.windows;
@@ -206,7 +218,18 @@ bool CaptureSession::poll(size_t core, CoreProgress& progress)
         : !status.running                     ? CoreProgress::NoClock
         : now.open || m_identities[core].lite ? CoreProgress::Taking
                                               : CoreProgress::Waiting;
+    seeClock(core, status, progress);
     return true;
+}
+
+// A snapshot that is not fresh says little: a waveform that is played in pieces has pauses, too.
+void CaptureSession::seeClock(size_t core, const CoreStatus& status, CoreProgress& progress)
+{
+    QElapsedTimer& ticked = m_ticked[core];
+    if (status.snapshot.fresh || (status.running && !ticked.isValid()))
+        ticked.start();
+    progress.clockRan = ticked.isValid();
+    progress.clockRuns = progress.clockRan && ticked.elapsed() < kClockPatience;
 }
 
 bool CaptureSession::wait(const std::vector<size_t>& cores,
@@ -261,23 +284,30 @@ bool CaptureSession::settle(size_t core, CoreStatus& status)
             return true;
         QThread::msleep(1);
     } while (!deadline.hasExpired());
-    return failAt(core,
-        status.armed ? "it has not finished, nor was it stopped"
-                     : "its sample clock stands still, so it does not come to rest");
+    return true;
+}
+
+bool CaptureSession::failUnlessAtRest(size_t core, const CoreStatus& status)
+{
+    return status.atRest()
+        || failAt(core,
+            status.armed ? "it has not finished, nor was it stopped"
+                         : "its sample clock stands still, so it does not come to rest");
 }
 
 bool CaptureSession::rest(size_t core)
 {
     CoreStatus status;
-    return settle(core, status);
+    return settle(core, status) && failUnlessAtRest(core, status);
 }
 
-bool CaptureSession::readWindows(
-    size_t core, const CoreStatus& status, std::vector<DecodedWindow>& windows)
+bool CaptureSession::readMemory(
+    size_t core, const CoreStatus& status, bool withWaiting, ReadOut& readOut)
 {
     const CoreIdentity& identity = m_identities[core];
     const TriggerSetup& setup = m_setups[core];
-    const qint64 words = usedWords(identity, status, setup);
+    const qint64 words = usedWords(identity, status, setup)
+        + (withWaiting ? waitingWords(identity, status, setup) : 0);
     BitString shortOnes;
     BitString memory;
     QString error;
@@ -287,24 +317,30 @@ bool CaptureSession::readWindows(
                     ? m_client.readSamples(identity, words, memory)
                     : m_client.readMemory(identity, words, memory))))
         return fail(m_client.error());
-    return decodeWindows(identity, status, setup, shortOnes, memory, windows, error)
+    return (decodeWindows(identity, status, setup, shortOnes, memory, readOut.windows, error)
+               && (!withWaiting
+                   || decodeWaiting(identity, status, setup, memory, readOut.waiting, error)))
         || failAt(core, error);
 }
 
-bool CaptureSession::read(size_t core, ReadOut& readOut)
+bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
 {
     CoreStatus status;
     if (!settle(core, status))
         return false;
     readOut = {};
     readOut.progress.matches.assign(m_setups[core].units.size(), 0);
-    if (!m_begun[core])
+    readOut.waited = !m_identities[core].lite;
+    if (!m_begun[core] && !status.armed)
         return true;
+    if (!failUnlessAtRest(core, status))
+        return false;
+    readOut.waited = readOut.waited && !status.complete && !status.open;
     readOut.whole = status.complete ? m_setups[core].windowNum : status.windows;
     readOut.progress.reached = status.level;
     const std::vector<int>& matches = status.snapshot.matches;
     readOut.progress.matches.assign(matches.begin(), matches.end());
-    return readWindows(core, status, readOut.windows);
+    return readMemory(core, status, withWaiting, readOut);
 }
 
 CapturedCore capturedCore(
@@ -318,8 +354,19 @@ CapturedCore capturedCore(
             {0, window.samples.size(), window.triggerOffset},
             window.samples
         });
-    if (core.core)
-        captured.progress = progressText(setup, readOut.progress);
+    if (readOut.waiting.size() > 0)
+        captured.windows.push_back({
+            {0, readOut.waiting.size()},
+            readOut.waiting, true
+        });
+    if (!core.core)
+        return captured;
+    captured.progress = progressText(setup, readOut.progress);
+    captured.waited = readOut.waited;
+    captured.level = readOut.progress.reached;
+    captured.window = readOut.whole;
+    for (size_t i = 0; i < setup.units.size(); ++i)
+        captured.matches.push_back({setup.units[i].index, readOut.progress.matches[i]});
     return captured;
 }
 

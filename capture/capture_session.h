@@ -5,12 +5,11 @@
 #include "capture/built_configuration.h"
 #include "capture/window_decoder.h"
 
+#include <QElapsedTimer>
+
 #include <functional>
 
 namespace OXA_CAPTURE {
-
-/// Of a core whose sample clock had no two edges between two polls.
-constexpr char kClockStands[] = "its sample clock stands still, or is very slow";
 
 /// What a core that was armed is doing.
 struct CoreProgress {
@@ -21,7 +20,8 @@ struct CoreProgress {
         Finished, ///< everything is captured
     };
     State state = NoClock;
-    bool clockRuns = false; ///< two edges at least since the poll before
+    bool clockRan = false; ///< the sample clock, since the core was armed
+    bool clockRuns = false; ///< and it did within the last second
     int level = 0; ///< expressions of the sequence satisfied
     int levels = 0; ///< of the sequence; 0: only force triggers
     qint64 window = 0; ///< the one that is waited for or taken, from 0 on
@@ -31,12 +31,17 @@ struct CoreProgress {
 
     /// For its user: "waiting for level 2 of 3, window 1 of 4; M0 matched 12 times".
     OXACAPTURE_EXPORT QString text() const;
+    /// What is wrong with its sample clock; empty when that runs.
+    OXACAPTURE_EXPORT QString clockText() const;
 };
 
 /// What was read out of a core.
 struct ReadOut {
     std::vector<DecodedWindow> windows; ///< in the order in which they were taken
     qint64 whole = 0; ///< windows that are; the one behind them was cut short by a stop
+    /// The last samples of a core that waited for a trigger when it was stopped; may be none.
+    SampleTable waiting;
+    bool waited = false; ///< it did
     TriggerProgress progress; ///< how far the run got; without `firstUnknown`
 };
 
@@ -97,8 +102,9 @@ public:
     bool rest(size_t core);
 
     /// Reads what a core captured in the run that was armed last, complete or not: nothing when its
-    /// sample clock stood still. False when it has neither finished nor been stopped.
-    bool read(size_t core, ReadOut& readOut);
+    /// sample clock stood still. False when it has neither finished nor been stopped. What a core
+    /// had that still waited is read only `withWaiting`.
+    bool read(size_t core, ReadOut& readOut, bool withWaiting = false);
 
     /// Why the last call failed.
     const QString& error() const { return m_error; }
@@ -111,7 +117,9 @@ private:
     bool prepare(const CoreRun& run);
     bool readStatus(size_t core, CoreStatus& status);
     bool settle(size_t core, CoreStatus& status);
-    bool readWindows(size_t core, const CoreStatus& status, std::vector<DecodedWindow>& windows);
+    bool failUnlessAtRest(size_t core, const CoreStatus& status);
+    bool readMemory(size_t core, const CoreStatus& status, bool withWaiting, ReadOut& readOut);
+    void seeClock(size_t core, const CoreStatus& status, CoreProgress& progress);
 
     AnalyzerClient m_client;
     std::vector<CoreIdentity> m_identities;
@@ -119,6 +127,7 @@ private:
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
     std::vector<bool> m_begun; // the sample clock was seen to have noticed the arming
+    std::vector<QElapsedTimer> m_ticked; // since the sample clock was seen to run; invalid: never
     QString m_error;
 };
 

@@ -149,6 +149,19 @@ void addChange(const QByteArray& bits, const QByteArray& id, QByteArray& text)
         text.append('b').append(bits).append(' ').append(id).append('\n');
 }
 
+// In front of a dump's samples, since a signal `trigger` that stays low is easily overlooked.
+QByteArray untriggeredNote(const Capture& capture)
+{
+    QString text;
+    for (const CapturedCore& core : capture) {
+        if (!core.windows.empty() && core.windows.back().untriggered)
+            text += QString("$comment\n    core %1, window %2: no trigger\n$end\n")
+                        .arg(core.index)
+                        .arg(core.windows.size() - 1);
+    }
+    return text.toUtf8();
+}
+
 // Walks the samples of all windows of a core, one time unit each.
 class CoreTrace {
 public:
@@ -231,7 +244,7 @@ bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QS
         traces.emplace_back(core, variables);
         times = std::max(times, capturedSamples(core));
     }
-    text += "$enddefinitions $end\n";
+    text += untriggeredNote(capture) + "$enddefinitions $end\n";
     for (qint64 time = 0; time <= times; ++time) {
         QByteArray changes;
         for (CoreTrace& trace : traces) {

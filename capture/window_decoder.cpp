@@ -122,6 +122,13 @@ qint64 usedWords(const CoreIdentity& core, const CoreStatus& status, const Trigg
     return (completeWindows(status, setup) + (hasOpenWindow(status) ? 1 : 0)) * setup.captureAmount;
 }
 
+qint64 waitingWords(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    if (core.lite || status.complete || status.open)
+        return 0;
+    return status.wentRound ? setup.captureAmount : status.position;
+}
+
 bool samplesSuffice(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
 {
     return !core.lite && core.signalCount > 0 && setup.windowNum == 1 && status.complete;
@@ -162,6 +169,23 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
                                  : completeWindow(own, setup, trigger, isShort));
     }
     return true;
+}
+
+bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
+    const BitString& memory, SampleTable& samples, QString& error)
+{
+    samples = SampleTable(SampleLayout({core.signalCount}));
+    error = complaint(core, status, setup);
+    const qint64 count = waitingWords(core, status, setup);
+    if (!error.isEmpty() || count == 0)
+        return error.isEmpty();
+    const WindowWords words(memory, core.signalCount, core.wordBits(),
+        usedWords(core, status, setup), setup.captureAmount);
+    if (words.firstMarked(count) != kNoSample)
+        error = "it waits for a trigger, but its memory has a trigger";
+    else
+        samples = words.samples(status.wentRound ? status.position : 0, count);
+    return error.isEmpty();
 }
 
 }

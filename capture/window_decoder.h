@@ -16,6 +16,10 @@ struct DecodedWindow {
 OXACAPTURE_EXPORT qint64 usedWords(
     const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup);
 
+/// Words behind those, of a window that still waited for its trigger when the core was stopped.
+OXACAPTURE_EXPORT qint64 waitingWords(
+    const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup);
+
 /// Whether the samples tell the windows without their marks: when there is one, which is complete,
 /// for it ends where the status says.
 OXACAPTURE_EXPORT bool samplesSuffice(
@@ -29,6 +33,12 @@ OXACAPTURE_EXPORT bool samplesSuffice(
 OXACAPTURE_EXPORT bool decodeWindows(const CoreIdentity& core, const CoreStatus& status,
     const TriggerSetup& setup, const BitString& shortOnes, const BitString& memory,
     std::vector<DecodedWindow>& windows, QString& error);
+
+/// The last samples of a core at rest that still waited for a trigger when it was stopped, the
+/// oldest first; none when it did not. `memory` holds the words of `usedWords` and `waitingWords`.
+/// False, with `error`, when the status is none of such a run.
+OXACAPTURE_EXPORT bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status,
+    const TriggerSetup& setup, const BitString& memory, SampleTable& samples, QString& error);
 
 }
 

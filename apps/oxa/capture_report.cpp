@@ -11,6 +11,8 @@ void print(const CapturedCore& core, TextOut& out)
         out << "core " << core.index << ", window " << i << ": ";
         if (window.triggerSample != kNoSample)
             out << "trigger at sample " << window.triggerSample << ", ";
+        else if (core.windows[i].untriggered)
+            out << "no trigger, ";
         out << window.samples << " samples from " << window.firstSample << " on\n";
     }
 }

@@ -22,8 +22,9 @@ tells how, docs/first-capture.md does it without a board. The analyzer in the ch
 to be built from FILE; its cores are armed with the file's settings and with what the
 options change for this run, and read out when they have triggered.
 
-Ctrl-C stops the cores, and what they have captured is read and written. Samples are
-counted from 0 in each window, since nothing numbers those of a chip.
+Ctrl-C and --timeout stop the cores, and what they have captured is read and written; of
+a core that still waits for its trigger its last samples, as a window without a trigger.
+Samples are counted from 0 in each window, since nothing numbers those of a chip.
 
   oxa capture uart.oxa -o captured.vcd --clock 50e6
   oxa capture uart.oxa --unit M0=1XXXXXXX0 --windows 4 --timeout 10
@@ -246,7 +247,7 @@ struct Outcome {
     bool any() const
     {
         return std::any_of(capture.begin(), capture.end(),
-            [](const CapturedCore& core) { return core.triggered(); });
+            [](const CapturedCore& core) { return !core.windows.empty(); });
     }
 };
 
@@ -266,12 +267,12 @@ bool readCore(const Options& options, CaptureSession& session, const CoreRun& ru
 {
     const bool finished = progress.state == CoreProgress::Finished;
     ReadOut readOut;
-    if ((!finished && !session.stop(run.core)) || !session.read(run.core, readOut))
+    if ((!finished && !session.stop(run.core)) || !session.read(run.core, readOut, true))
         return false;
     CapturedCore captured = capturedCore(session.build().cores[run.core], readOut, run.setup);
     captured.clockHz = options.clockHz;
     if (!finished && !progress.clockRuns)
-        captured.progress += QString("; ") + kClockStands;
+        captured.progress += "; " + progress.clockText();
     if (!finished && captured.triggered())
         outcome.cuts += cutText(captured, readOut, run.setup);
     outcome.capture.push_back(std::move(captured));

@@ -5,6 +5,9 @@
 #include "support/live_target.h"
 #include "support/oxa_program.h"
 
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 
 #include <pty.h>
@@ -30,8 +33,6 @@ bool hasTerminals()
     return ok;
 }
 
-void untriggerable(OXA::AoCore& core) { core.matchUnits[0]->value0 = "1111111111"; }
-
 const Change kChanges[] = {
     {"a value",                 {"--unit", "M0=0000110010"},
      [](OXA::AoCore& core) { core.matchUnits[0]->value0 = "0000110010"; }                                                                 },
@@ -49,7 +50,6 @@ const Change kChanges[] = {
             core.windowNum = 1;
             core.triggerPos = 0;
         }                                                                                                                                 },
-    {"no trigger",              {"--unit", "M0=1111111111"},                               untriggerable                                  },
 };
 
 // How many rows a table has in which n counts on, from one to the next of a window; -1 when it does
@@ -119,6 +119,7 @@ private Q_SLOTS:
     void timeInFiles();
     void changesForOneRun_data();
     void changesForOneRun();
+    void withoutATrigger();
     void progressOnATerminal_data();
     void progressOnATerminal();
     void immediately();
@@ -246,19 +247,47 @@ void TestCapture::changesForOneRun()
     const auto edited = countingCore(4, "clk");
     change.edit(*edited);
     OXA::writeOXAConfigToXml({edited.get()}, path("edited.oxa"));
-    const Result expected = model(path("edited.oxa"), {"-o", path("model.csv")});
-    QFile::remove(path("live.csv"));
+    QCOMPARE(model(path("edited.oxa"), {"-o", path("model.csv")}).status, 0);
     const Result result = capture(
-        QStringList {"--core", "4", "--timeout", "3", "-o", path("live.csv")} + change.options);
-    QCOMPARE(result.status, expected.status);
-    if (expected.status == 0) {
-        QCOMPARE(result.err, QString());
-        QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
-        return;
-    }
-    QCOMPARE(
-        result.err, expected.err.trimmed() + "; its sample clock stands still, or is very slow\n");
-    QVERIFY(!QFile::exists(path("live.csv")));
+        QStringList {"--core", "4", "--timeout", "30", "-o", path("live.csv")} + change.options);
+    QCOMPARE(result.err, QString());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+}
+
+// The last samples of the waveform, as it went, with nothing that looks like a trigger.
+void TestCapture::withoutATrigger()
+{
+    const auto never = countingCore(4, "clk");
+    never->matchUnits[0]->value0 = "1111111111";
+    OXA::writeOXAConfigToXml({never.get()}, path("edited.oxa"));
+    const Result expected = model(path("edited.oxa"), {});
+    const QStringList call {"--core", "4", "--unit", "M0=1111111111", "--timeout", "6", "-o"};
+    Result result = capture(call + QStringList {path("live.csv")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.err,
+        expected.err.trimmed() + "; its sample clock ran, but has stopped or is very slow\n");
+    QCOMPARE(result.out.section('\n', 0, 0),
+        QString("core 4, window 0: no trigger, 50 samples from 0 on"));
+    const QByteArray csv = bytesOf(path("live.csv"));
+    QCOMPARE(followingRows(csv), 50);
+    const QString last = QString("%1").arg((kSamples - 1) % kRound, 10, 2, QChar('0'));
+    QCOMPARE(QString(csv).trimmed().section('\n', -1).split(',').mid(3, 11).join(""), "0" + last);
+    QVERIFY(!QRegularExpression("^\\d+,\\d+,\\d+,1", QRegularExpression::MultilineOption)
+                 .match(csv)
+                 .hasMatch());
+
+    result = capture(call + QStringList {path("live.vcd"), "--json"});
+    const QJsonObject core
+        = QJsonDocument::fromJson(result.out.toUtf8())["cores"].toArray().at(0).toObject();
+    QCOMPARE(core["triggered"], QJsonValue(false));
+    QCOMPARE(core["level"], QJsonValue(0));
+    QCOMPARE(core["window"], QJsonValue(0));
+    QCOMPARE(core["matches"]["M0"], QJsonValue(0));
+    const QString matches = QString::number(core["matches"]["M1"].toInt());
+    QVERIFY2(expected.err.contains("M1 matched " + matches + " time"), qPrintable(matches));
+    QCOMPARE(core["windows"][0]["triggerSample"], QJsonValue(QJsonValue::Null));
+    QVERIFY(bytesOf(path("live.vcd")).contains("core 4, window 0: no trigger\n$end"));
 }
 
 void TestCapture::progressOnATerminal_data()
@@ -321,7 +350,9 @@ void TestCapture::interrupted()
     QCOMPARE(waiting.exitCode(), 1);
     QVERIFY2(
         waiting.said().contains("core 4 was stopped with 1 of 2 windows whole"), waiting.said());
-    QCOMPARE(bytesOf(path("live.csv")).count('\n'), 51);
+    QCOMPARE(bytesOf(path("live.csv")).count("\n4,0,"), 50);
+    QCOMPARE(bytesOf(path("live.csv")).count("\n4,1,"), 50); // waiting, without a trigger
+    QVERIFY2(waiting.said().contains("core 4, window 1: no trigger"), waiting.said());
     QCOMPARE(capture({"--core", "4"}).status, 0);
 }
 

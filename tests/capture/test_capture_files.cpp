@@ -1,4 +1,5 @@
 #include "capture/capture_result.h"
+#include "capture/window_decoder.h"
 
 #include "capture/sample_text.h"
 #include "support/files.h"
@@ -83,6 +84,8 @@ private Q_SLOTS:
     void sigrok();
     void sigrokOfManySamples();
     void json();
+    void samplesOfACoreThatWaits_data();
+    void samplesOfACoreThatWaits();
     void anUnwritableFileStaysAsItWas();
     void aStoppedFileStaysAsItWas_data();
     void aStoppedFileStaysAsItWas();
@@ -186,12 +189,68 @@ void TestCaptureFiles::sigrokOfManySamples()
 void TestCaptureFiles::json()
 {
     Capture capture = twoCores();
-    capture[0].windows.clear();
+    capture[0].windows.resize(1);
+    capture[0].windows[0].untriggered = true;
+    capture[0].windows[0].place.triggerSample = kNoSample;
+    capture[0].waited = true;
+    capture[0].level = 1;
+    capture[0].window = 2;
+    capture[0].matches = {
+        {0,  21},
+        {10, 0 }
+    };
     QByteArray text = captureJson(capture);
     QCOMPARE(text.replace(' ', "").replace('\n', ""),
-        QByteArray("{\"cores\":[{\"index\":3,\"triggered\":false,\"windows\":[]},"
+        QByteArray("{\"cores\":[{\"index\":3,\"level\":1,\"matches\":{\"M0\":21,\"M10\":0},"
+                   "\"triggered\":false,\"window\":2,\"windows\":["
+                   "{\"firstSample\":0,\"samples\":2,\"triggerSample\":null}]},"
                    "{\"index\":7,\"triggered\":true,\"windows\":["
                    "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
+}
+
+void TestCaptureFiles::samplesOfACoreThatWaits_data()
+{
+    QTest::addColumn<int>("windows"); // complete ones
+    QTest::addColumn<int>("position");
+    QTest::addColumn<bool>("wentRound");
+    QTest::addColumn<QString>("samples");
+    QTest::newRow("none yet") << 0 << 0 << false << "";
+    QTest::newRow("a few") << 0 << 3 << false << "0 1 2";
+    QTest::newRow("gone round") << 0 << 1 << true << "1 2 3 0";
+    QTest::newRow("gone round exactly") << 0 << 0 << true << "0 1 2 3";
+    QTest::newRow("behind a window") << 1 << 2 << true << "6 7 4 5";
+    QTest::newRow("with a trigger after all") << 2 << 2 << false << "has a trigger";
+}
+
+// Memory holds the numbers of its words; that of the third window has a mark.
+void TestCaptureFiles::samplesOfACoreThatWaits()
+{
+    QFETCH(int, windows);
+    QFETCH(int, position);
+    QFETCH(bool, wentRound);
+    QFETCH(QString, samples);
+    CoreIdentity core;
+    core.signalCount = 4;
+    core.depth = 16;
+    TriggerSetup setup;
+    setup.captureAmount = 4;
+    setup.windowNum = 3;
+    CoreStatus status;
+    status.windows = windows;
+    status.position = position;
+    status.wentRound = wentRound;
+    BitString memory;
+    for (quint64 word = 0; word < 12; ++word)
+        memory.append(word | (word == 9 ? 16 : 0), core.wordBits());
+    SampleTable waiting;
+    QString said;
+    if (decodeWaiting(core, status, setup, memory, waiting, said)) {
+        QStringList numbers;
+        for (qint64 sample = 0; sample < waiting.size(); ++sample)
+            numbers += QString::number(*waiting.value(sample, 0));
+        said = numbers.join(' ');
+    }
+    QVERIFY2(samples.isEmpty() ? said.isEmpty() : said.contains(samples), qPrintable(said));
 }
 
 void TestCaptureFiles::anUnwritableFileStaysAsItWas()

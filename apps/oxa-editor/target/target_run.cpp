@@ -275,7 +275,7 @@ void TargetRun::readAll()
 bool TargetRun::read(const CoreRun& run, bool finished)
 {
     ReadOut readOut;
-    if ((!finished && !m_session->stop(run.core)) || !m_session->read(run.core, readOut))
+    if ((!finished && !m_session->stop(run.core)) || !m_session->read(run.core, readOut, true))
         return false;
     CapturedCore captured = capturedCore(m_session->build().cores[run.core], readOut, run.setup);
     const OXA::AoCore* core = m_request.cores.at(int(run.core))->standard.get();
@@ -284,8 +284,12 @@ bool TargetRun::read(const CoreRun& run, bool finished)
     const QString end = finished ? tr("captured") : tr("stopped");
     const size_t windows = captured.windows.size();
     const QString many = windows == 1 ? tr("1 window") : tr("%1 windows").arg(windows);
-    m_result.remarks += captured.triggered() ? end + ", " + many
-                                             : tr("did not trigger: %1").arg(captured.progress);
+    const bool waited = windows > 0 && captured.windows.back().untriggered;
+    m_result.remarks += (captured.triggered() ? end + ", " + many
+                                              : tr("did not trigger: %1").arg(captured.progress))
+        + (waited ? tr("; its last %1 samples are shown, without a trigger")
+                        .arg(captured.windows.back().samples.size())
+                  : QString());
     m_result.capture->push_back(std::move(captured));
     return !finished || m_session->stop(run.core);
 }

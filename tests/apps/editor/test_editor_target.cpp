@@ -255,8 +255,14 @@ void TestEditorTarget::aRunIsStopped()
     QVERIFY(run.panel.isRunning());
     run.keys("Shift+F9");
     run.finish();
-    QVERIFY2(run.cores().contains("did not trigger: level 0 of 1 reached, M0 matched 0 times"),
+    QVERIFY2(run.cores().contains("did not trigger: level 0 of 1 reached, M0 matched 0 times; its "
+                                  "last 8 samples are shown, without a trigger"),
         qPrintable(run.cores()));
+    const QStringList samples = run.samples().split(' ');
+    QCOMPARE(samples.size(), 8 + 2);
+    QCOMPARE(samples.mid(8), QStringList({"@", ""})); // no sample is a trigger
+    for (int i = 1; i < 8; ++i)
+        QCOMPARE(samples.at(i).toInt(), (samples.at(i - 1).toInt() + 1) % 256);
     QVERIFY2(run.cores().contains("captured, 2 window"), qPrintable(run.cores()));
 }
 
