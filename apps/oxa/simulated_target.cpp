@@ -4,6 +4,7 @@
 
 #include "files/replace_file.h"
 #include "oxautils/generate/oxa_prepare.h"
+#include "oxautils/model/shown_text.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -98,6 +99,12 @@ bool SimulatedTarget::generate(const Design& design, QStringList& sources)
 
 bool SimulatedTarget::compile(const QStringList& arguments, const std::function<bool()>& goesOn)
 {
+    for (const QString& argument : arguments) {
+        if (argument.contains('"') || OXA::shownText(argument) != argument)
+            return fail(OXA::shownText(argument)
+                + ": holds a double quote or a character that does not show, which Icarus takes for"
+                  " the end of a path; name another directory or file");
+    }
     QProcess iverilog;
     const QString log = m_workDir + "/iverilog.log";
     iverilog.setProcessChannelMode(QProcess::MergedChannels);

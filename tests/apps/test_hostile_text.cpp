@@ -251,6 +251,11 @@ void TestHostileText::pathsAreNoOptions()
         QVERIFY2(simulated.status == 0, qPrintable(simulated.err));
         QVERIFY(QFile::exists("-k/target.vvp"));
     }
+    const Result broken
+        = oxa(simulated("simulate", path("-c.oxa")) + QStringList {"--keep-work=k\ny"});
+    QCOMPARE(broken.status, 1);
+    QVERIFY2(broken.err.contains("/k\\ny") && broken.err.contains("end of a path"),
+        qPrintable(broken.err));
 }
 
 QTEST_GUILESS_MAIN(TestHostileText)
