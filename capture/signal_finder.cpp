@@ -10,6 +10,7 @@ namespace OXA_CAPTURE {
 
 namespace {
 
+constexpr int kExplained = 20; // problems up to which the nearest names are looked for
 constexpr int kShownNames = 3; // of the nearest, and of those that a name may mean
 
 // '/' and '.' alike.
@@ -36,6 +37,14 @@ std::string normalized(const std::string& name)
 }
 
 std::string_view leafOf(std::string_view name) { return name.substr(name.find_last_of("./") + 1); }
+
+// Of a name behind others, which are hashed to `before`.
+size_t hashOf(std::string_view name, size_t before)
+{
+    for (const char c : name)
+        before = 31 * before + static_cast<unsigned char>(normalized(c));
+    return before;
+}
 
 // Whether one of the two ends in the other.
 bool endAlike(std::string_view normal, std::string_view name)
@@ -71,11 +80,11 @@ struct SignalFinder::Request {
     explicit Request(const QString& name)
         : whole(normalized(name.toStdString()))
     {
-        if (!whole.empty() && whole.front() == '.')
-            whole.erase(0, 1);
         hasIndex = splitIndex(whole, base, index);
         if (!hasIndex)
             base = whole;
+        if (!base.empty() && base.front() == '.')
+            base.erase(0, 1);
     }
 
     std::string whole;
@@ -87,11 +96,21 @@ struct SignalFinder::Request {
 SignalFinder::SignalFinder(const VcdReader& waveform)
     : m_waveform(waveform)
 {
+    std::vector<size_t> ofScopes; // of their full names, with the dot behind
+    for (const VcdScope& scope : waveform.scopes())
+        ofScopes.push_back(
+            hashOf(scope.name + '.', scope.parent < 0 ? 0 : ofScopes[size_t(scope.parent)]));
     const auto& variables = waveform.variables();
     m_byLeaf.reserve(variables.size());
+    m_byHash.reserve(variables.size());
     for (size_t i = 0; i < variables.size(); ++i) {
-        if (variables[i].width > 0)
-            m_byLeaf.emplace(leafOf(variables[i].name), int(i));
+        const VcdVariable& variable = variables[i];
+        if (variable.width == 0)
+            continue;
+        m_byLeaf.emplace(leafOf(variable.name), int(i));
+        m_byHash.emplace(
+            hashOf(variable.name, variable.scope < 0 ? 0 : ofScopes[size_t(variable.scope)]),
+            int(i));
     }
 }
 
@@ -121,21 +140,19 @@ bool SignalFinder::endsWith(int variable, std::string_view end, bool& whole) con
 std::vector<int> SignalFinder::candidates(const Request& request) const
 {
     std::vector<int> found;
-    bool foundFull = false;
-    const auto range = m_byLeaf.equal_range(leafOf(request.base));
-    for (auto it = range.first; it != range.second; ++it) {
-        const VcdVariable& variable = m_waveform.variables()[size_t(it->second)];
-        const bool fits = request.hasIndex ? contains(variable, request.index)
-                                           : variable.width == 1 && variable.msb == 0;
-        bool full = false;
-        if (!fits || !endsWith(it->second, request.base, full))
-            continue;
-        if (full && !foundFull)
-            found.clear();
-        foundFull = foundFull || full;
-        if (full == foundFull)
-            found.push_back(it->second);
-    }
+    const auto collect = [&](const auto& range, bool onlyWhole) {
+        for (auto it = range.first; it != range.second; ++it) {
+            const VcdVariable& variable = m_waveform.variables()[size_t(it->second)];
+            const bool fits = request.hasIndex ? contains(variable, request.index)
+                                               : variable.width == 1 && variable.msb == 0;
+            bool whole = false;
+            if (fits && endsWith(it->second, request.base, whole) && (whole || !onlyWhole))
+                found.push_back(it->second);
+        }
+    };
+    collect(m_byHash.equal_range(hashOf(request.base, 0)), true);
+    if (found.empty())
+        collect(m_byLeaf.equal_range(leafOf(request.base)), false);
     std::sort(found.begin(), found.end());
     return found;
 }
@@ -154,7 +171,7 @@ WaveformBit SignalFinder::find(const QString& name, Problems* problems) const
     if (nets.size() == 1)
         return {nets.begin()->first, nets.begin()->second};
     if (problems && nets.empty())
-        problems->append({name, whyMissing(request)});
+        problems->append({name, whyMissing(request, problems->size() < kExplained)});
     else if (problems) {
         const int more = int(nets.size()) - kShownNames;
         const QString rest = more > 0 ? QString(" and %1 more").arg(more) : QString();
@@ -164,7 +181,7 @@ WaveformBit SignalFinder::find(const QString& name, Problems* problems) const
     return {};
 }
 
-QString SignalFinder::whyMissing(const Request& request) const
+QString SignalFinder::whyMissing(const Request& request, bool nearby) const
 {
     const auto range = m_byLeaf.equal_range(leafOf(request.base));
     for (auto it = range.first; it != range.second; ++it) {
@@ -175,7 +192,7 @@ QString SignalFinder::whyMissing(const Request& request) const
         return request.hasIndex ? "is not a bit of " + shown
                                 : QString("names no single bit: the waveform has %1").arg(shown);
     }
-    const QStringList nearest = nearestNames(request.base);
+    const QStringList nearest = nearby ? nearestNames(request.base) : QStringList();
     if (nearest.isEmpty())
         return "is not in the waveform";
     return "is not in the waveform; the nearest names are " + nearest.join(", ");

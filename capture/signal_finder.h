@@ -25,18 +25,20 @@ public:
     explicit SignalFinder(const VcdReader& waveform);
 
     /// The signal `name`; a bit without code when it is missing or ambiguous. `problems` (may be
-    /// null) then gets to know why, with the names that come nearest.
+    /// null) then gets to know why; the first few that are missing with the names that come
+    /// nearest.
     WaveformBit find(const QString& name, Problems* problems) const;
 
 private:
     struct Request;
     std::vector<int> candidates(const Request& request) const;
-    QString whyMissing(const Request& request) const;
+    QString whyMissing(const Request& request, bool nearby) const;
     QStringList nearestNames(const std::string& leaf) const;
     bool endsWith(int variable, std::string_view end, bool& whole) const;
     QString shownName(int variable) const;
 
     const VcdReader& m_waveform;
+    std::unordered_multimap<size_t, int> m_byHash; ///< the full name's hash, the variable
     std::unordered_multimap<std::string_view, int> m_byLeaf; ///< the last component, the variable
 };
 
