@@ -113,6 +113,8 @@ bool OpenOcdLink::listTaps()
     if (!run(kListTaps))
         return false;
     for (const QString& line : QString::fromUtf8(m_result).split('\n', Qt::SkipEmptyParts)) {
+        if (line.startsWith(' '))
+            return fail("OpenOCD: it lists a device without a name");
         m_taps += line.section(' ', 0, 0);
         m_instructions += line.section(' ', 1, 1);
     }
