@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <utility>
 
 namespace NorvoSyn {
@@ -67,7 +68,7 @@ void EngineOutput::take(const QByteArray& line)
     m_open = false;
     if (const auto stage = stageLine().match(text); stage.hasMatch()) {
         m_source.clear();
-        m_stage(stage.captured(2), stage.captured(1).toInt());
+        m_stage(stage.captured(2), std::min(stage.captured(1).toInt(), 100));
     } else if (const auto source = sourceLine().match(text); source.hasMatch()) {
         m_source = source.captured(1);
     } else if (text.contains("Warning: ") || text.contains("ERROR: ")) {
