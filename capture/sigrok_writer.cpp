@@ -1,7 +1,9 @@
 #include "capture/capture_writers.h"
+#include "capture/unique_names.h"
 
 #include <QHash>
 #include <QIODevice>
+#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -51,6 +53,13 @@ std::vector<Channel> channelsOf(const Capture& capture)
     return channels;
 }
 
+// A session's file of its own has a line a name.
+QString channelName(const QString& signal)
+{
+    static const QRegularExpression unusable("[^\\S ]|\\p{C}");
+    return QString(signal).remove('\\').replace(unusable, " ").simplified();
+}
+
 QByteArray metadata(const std::vector<Channel>& channels, int unitSize, double clockHz)
 {
     QString text = "[global]\nsigrok version=0.5.2\n\n[device 1]\ncapturefile=logic-1\n";
@@ -58,9 +67,10 @@ QByteArray metadata(const std::vector<Channel>& channels, int unitSize, double c
     if (clockHz > 0)
         text += QString("samplerate=%1 Hz\n").arg(std::max(qRound64(clockHz), qint64(1)));
     int number = 0;
+    UniqueNames names;
     for (const Channel& channel : channels) {
-        const QString name = QString(channel.name).remove('\\').simplified();
-        text += QString("probe%1=%2\n").arg(QString::number(++number), name);
+        text += QString("probe%1=%2\n")
+                    .arg(QString::number(++number), names.take(channelName(channel.name)));
     }
     return (text + QString("unitsize=%1\n").arg(unitSize)).toUtf8();
 }

@@ -1,4 +1,5 @@
 #include "capture/capture_writers.h"
+#include "capture/unique_names.h"
 
 #include <QIODevice>
 #include <QRegularExpression>
@@ -80,52 +81,83 @@ struct DataVariable {
 struct CoreVariables {
     std::vector<DataVariable> data;
     QByteArray trigger;
+    QString triggerName;
     QByteArray window;
+    QString windowName;
 };
 
-// "count" and its range from "count[7]" to "count[0]"; otherwise the bus's own name, counted down.
-QString busName(const OXA::SignalItem& bus)
+// Takes "[7]" off the end of "count[7]"; false when there is no such index.
+bool takeIndex(QString& name, int& index)
 {
-    static const QRegularExpression indexed("^(.*)\\[(-?\\d+)\\]$");
-    const int width = bus.subItems.size();
-    const auto first = indexed.match(bus.subItems.first().name);
-    const int msb = first.captured(2).toInt();
-    const int lsb = indexed.match(bus.subItems.last().name).captured(2).toInt();
-    const int step = msb <= lsb ? 1 : -1;
-    for (int bit = 0; bit < width; ++bit) {
-        const auto match = indexed.match(bus.subItems.at(bit).name);
-        if (!match.hasMatch() || match.captured(1) != first.captured(1)
-            || match.captured(2).toInt() != msb + bit * step)
-            return bus.name + QString(" [%1:0]").arg(width - 1);
-    }
-    return first.captured(1) + QString(" [%1:%2]").arg(QString::number(msb), QString::number(lsb));
+    static const QRegularExpression indexed("^(.+)\\[(-?\\d+)\\]$");
+    const auto match = indexed.match(name);
+    bool ok = false;
+    index = match.captured(2).toInt(&ok);
+    if (!ok || QString::number(index) != match.captured(2))
+        return false;
+    name = match.captured(1);
+    return true;
 }
 
-// A dump separates by blanks.
-QString variableName(const OXA::SignalItem& item)
+// A dump separates by blanks, and ends declarations by a word that begins with a dollar.
+QString oneWord(const QString& name)
+{
+    static const QRegularExpression unusable("[\\s\\p{C}]+");
+    const QString word = QString(name).remove('\\').replace(unusable, "_");
+    return word.startsWith('$') ? '_' + word : word;
+}
+
+// "count" and its range from "count[7]" to "count[0]"; otherwise the bus's own name, counted down.
+QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
 {
     static const QRegularExpression blanks("\\s+");
-    OXA::SignalItem plain = item;
-    plain.name.remove('\\').replace(blanks, "_");
-    for (OXA::SignalItem& bit : plain.subItems)
-        bit.name.remove('\\').remove(blanks);
-    return plain.isBus() ? busName(plain) : plain.name;
+    QStringList bits;
+    for (const OXA::SignalItem& bit : bus.subItems)
+        bits += oneWord(QString(bit.name).remove(blanks));
+    QString base = bits.first();
+    QString last = bits.last();
+    int msb = 0;
+    int lsb = 0;
+    bool counts = takeIndex(base, msb) && takeIndex(last, lsb);
+    const int step = msb <= lsb ? 1 : -1;
+    for (int bit = 0; counts && bit < bits.size(); ++bit)
+        counts = bits.at(bit) == base + QString("[%1]").arg(qint64(msb) + bit * step);
+    if (!counts)
+        return names.take(oneWord(bus.name), QString(" [%1:0]").arg(bits.size() - 1));
+    return names.take(base, QString(" [%1:%2]").arg(QString::number(msb), QString::number(lsb)));
+}
+
+// What looks like a range is none in the name of a single signal.
+QString takeSignalName(const QString& signal, UniqueNames& names)
+{
+    QString name = oneWord(signal);
+    int index = 0;
+    if (takeIndex(name, index))
+        return names.take(name, QString("[%1]").arg(index));
+    if (name.endsWith(']'))
+        name.replace('[', '(').replace(']', ')');
+    return names.take(name);
 }
 
 CoreVariables variablesOf(const CapturedCore& core, int& count)
 {
     CoreVariables variables;
+    UniqueNames names;
+    QSet<QStringList> shown;
     int bit = 0;
-    QSet<QString> names;
     for (const OXA::SignalItem& item : core.items) {
-        const QString name = variableName(item);
-        if (!names.contains(name)) // what is captured twice is shown once
-            variables.data.push_back({identifier(count++), name, bit, item.bitCount(), {}});
-        names += name;
+        const QStringList bits = OXA::flattenedNames({item});
+        if (!shown.contains(bits)) // what is captured twice is shown once
+            variables.data.push_back({identifier(count++),
+                item.isBus() ? takeBusName(item, names) : takeSignalName(item.name, names), bit,
+                item.bitCount(), {}});
+        shown += bits;
         bit += item.bitCount();
     }
     variables.trigger = identifier(count++);
+    variables.triggerName = names.takeOwn(freeName(core, "trigger"));
     variables.window = identifier(count++);
+    variables.windowName = names.takeOwn(freeName(core, "window"));
     return variables;
 }
 
@@ -135,9 +167,9 @@ QByteArray declarations(const CapturedCore& core, const CoreVariables& variables
     QString text = QString("$scope module core%1 $end\n").arg(core.index);
     for (const DataVariable& variable : variables.data)
         text += line.arg("wire", QString::number(variable.width), variable.id, variable.name);
-    text += line.arg("wire", "1", variables.trigger, freeName(core, "trigger"));
+    text += line.arg("wire", "1", variables.trigger, variables.triggerName);
     text += line.arg(
-        "integer", QString::number(kWindowBits), variables.window, freeName(core, "window"));
+        "integer", QString::number(kWindowBits), variables.window, variables.windowName);
     return (text + "$upscope $end\n").toUtf8();
 }
 
