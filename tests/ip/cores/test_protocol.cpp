@@ -183,6 +183,22 @@ struct OneCore {
     }
 };
 
+// A Lite core of `width` signals in its bench.
+QString build(OXA::AOCore_Lite& core, int width, CoreBench& bench)
+{
+    core.sampleClock = "clk";
+    for (int i = 0; i < width; ++i) {
+        OXA::SignalItem item;
+        item.name = QString("d%1").arg(i);
+        core.signalList += item;
+        bench.signalNames += item.name;
+    }
+    (core.trigType ? bench.fallingClocks : bench.risingClocks) += core.sampleClock;
+    QList<OXA::AOCore_Lite*> cores {&core};
+    OXA::writeOXAConfigToXml_Lite(cores, bench.arg.configFile);
+    return bench.build();
+}
+
 }
 
 class TestProtocol : public QObject {
@@ -413,21 +429,11 @@ void TestProtocol::liteSamples()
     QFETCH(int, sampleCount);
     CoreBench bench;
     OXA::AOCore_Lite core;
-    core.sampleClock = "clk";
     core.trigType = armed;
     core.captureAmount = amount;
     core.inputRegisterEnabled = inputRegister;
     core.captureInitDataEnabled = armed;
-    for (int i = 0; i < signalCount; ++i) {
-        OXA::SignalItem item;
-        item.name = QString("d%1").arg(i);
-        core.signalList += item;
-        bench.signalNames += item.name;
-    }
-    (armed ? bench.fallingClocks : bench.risingClocks) += core.sampleClock;
-    QList<OXA::AOCore_Lite*> cores {&core};
-    OXA::writeOXAConfigToXml_Lite(cores, bench.arg.configFile);
-    QCOMPARE(bench.build(), QString());
+    QCOMPARE(build(core, signalCount, bench), QString());
 
     Random random(1);
     QByteArrayList samples;
@@ -473,6 +479,8 @@ void TestProtocol::impossibleCoresStop_data()
                              << "fits_its_width";
     QTest::newRow("index") << "index"
                            << "a_core_has_a_number_from_0_to_15";
+    QTest::newRow("Lite") << "Lite"
+                          << "a_core_captures_at_least_one_sample";
 }
 
 void TestProtocol::impossibleCoresStop()
@@ -496,8 +504,12 @@ void TestProtocol::impossibleCoresStop()
     }
     if (field == "index")
         one.core->index = 16;
-    const QString error = one.build();
+    CoreBench bench;
+    OXA::AOCore_Lite lite;
+    lite.captureAmount = 0;
+    const QString error = field == "Lite" ? build(lite, 1, bench) : one.build();
     QVERIFY2(error.contains(complaint), qPrintable(error));
+    QVERIFY2(!error.contains("impossible_core_0__impossible"), qPrintable(error));
 }
 
 QTEST_GUILESS_MAIN(TestProtocol)
