@@ -181,9 +181,12 @@ bool CaptureSession::adopt(size_t core)
     m_setups[core] = m_build.cores[core].setup;
     m_begun[core] = false;
     m_ticked[core].invalidate();
-    return (m_client.readStatus(identity, status)
-               && (status.armed || m_client.command(identity.position, CoreCommand::Arm)))
-        || fail(m_client.error());
+    if (!readStatus(core, status))
+        return false;
+    if (status.armed)
+        return true;
+    return settle(core, status) && failUnlessAtRest(core, status)
+        && (m_client.command(identity.position, CoreCommand::Arm) || fail(m_client.error()));
 }
 
 bool CaptureSession::resume(size_t core)
@@ -326,12 +329,15 @@ bool CaptureSession::readMemory(
 bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
 {
     CoreStatus status;
-    if (!settle(core, status))
+    if (!readStatus(core, status))
+        return false;
+    const bool nothing = !status.armed && !m_begun[core]; // whether it comes to rest or not
+    if (!nothing && !settle(core, status))
         return false;
     readOut = {};
     readOut.progress.matches.assign(m_setups[core].units.size(), 0);
     readOut.waited = !m_identities[core].lite;
-    if (!m_begun[core] && !status.armed)
+    if (nothing)
         return true;
     if (!failUnlessAtRest(core, status))
         return false;

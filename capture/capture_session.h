@@ -98,7 +98,8 @@ public:
     /// Ends the run; what was captured stays. Without effect on a core that is not armed.
     bool stop(size_t core);
 
-    /// Waits until a core that was stopped keeps still, which takes six edges of its sample clock.
+    /// Waits until a core that was stopped keeps still, which takes seven edges of its sample
+    /// clock. False when that clock stands still; then the core cannot be armed.
     bool rest(size_t core);
 
     /// Reads what a core captured in the run that was armed last, complete or not: nothing when its

@@ -18,7 +18,7 @@ struct CoreSnapshot {
 /// is at rest, but for the snapshot.
 struct CoreStatus {
     bool armed = false;
-    bool running = false; ///< the sample clock's side has taken notice
+    bool running = false; ///< the sample clock's side has taken notice, or not seen a stop yet
     bool finished = false;
     bool open = false; ///< a window's trigger was seen, and the run stopped before its end
     bool wentRound = false; ///< the window being taken has filled its words once

@@ -6,12 +6,20 @@
 #   check_cores.sh list       CONFIGURATION   the list for simulators is complete, for each of three tools
 #   check_cores.sh proof      CONFIGURATION   match units do what their functions mean, and the dynamic
 #                                             expression of core 1 what the static one of core 0 does
+#   check_cores.sh handshake  CONFIGURATION   for 32 changes of two clocks, no core says that it is
+#                                             at rest and moves, and a stop withdraws a force
 #
 # OXA is the program, SHARE the directory with ip/ and sim/, HERE that of this script.
 set -eu
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-"$OXA" generate "$2" --part QX1N-9LV-QFN88-C6 --work-dir "$work/oxa" --no-synthesis \
+configuration=$2
+if [ "$1" = handshake ]; then # a run that ends within few edges, and the longest way into a Lite core
+    configuration=$work/short.oxa
+    sed 's/\(storage_depth\|capture_amount\)="[0-9]*"/\1="2"/g; s/trigger_pos="[0-9]*"/trigger_pos="0"/
+        s/input_register_enabled="[0-9]*"/input_register_enabled="1"/' "$2" >"$configuration"
+fi
+"$OXA" generate "$configuration" --part QX1N-9LV-QFN88-C6 --work-dir "$work/oxa" --no-synthesis \
     >"$work/files" 2>"$work/log" || { cat "$work/log"; exit 1; }
 
 sources=$(grep -v '^+' "$work/files")
@@ -51,5 +59,51 @@ proof)
     done
     yosys -q -p "$read; hierarchy -top table_proof; $prove table_proof" \
         >"$work/log" 2>&1 || { tail -30 "$work/log"; exit 1; }
+    ;;
+handshake)
+    for top in $(echo "$sources" | grep '/qx_ao_top\.v$'); do
+        cores=$(dirname "$top")
+        position=${cores##*_}
+        case $top in
+        */OXA_LITE/*)
+            core=ao_top
+            sizes="-D STAGES=5 -D STATE=2"
+            memory=u_top.u_mem_ctrl
+            nets="connect -nounset -set waiting 1'0; connect -nounset -set force_now 1'0
+                connect -nounset -set write $memory.write
+                connect -nounset -set state u_top.full,u_top.position
+                connect -nounset -set stages $memory.u_arm_sync.moving.hops_q,$memory.take_q,$memory.running_q"
+            ;;
+        *)
+            core=ao_top_$position
+            sizes="-D STAGES=6 -D STATE=504"
+            nets="connect -nounset -set waiting u_top.waiting
+                connect -nounset -set force_now u_top.force_now
+                connect -nounset -set write u_top.keep
+                connect -nounset -set state u_top.state_tck
+                connect -nounset -set stages u_top.u_sample_sync.moving.hops_q[2],u_top.arm,u_top.take2_q,u_top.take,u_top.kept_q,u_top.running_q"
+            ;;
+        esac
+        sed "s/@P@/$position/; s/@CORE@/$core/" "$HERE/handshake.v.in" >"$work/handshake.v"
+        # The same cores without the flag that follows a stop have to fail.
+        sed "s/stop_tck_q != stopped_tck_i/1'b0/" "$top" >"$work/old_top.v"
+        for proof in "verify 32 $top" "falsify 26 $work/old_top.v"; do
+            # shellcheck disable=SC2086 # three words
+            set -- $proof
+            yosys -q -p "read_verilog -formal $sizes $work/handshake.v
+                read_verilog -nooverwrite $(echo $includes) $cores/qx_ao_m*.v $3
+                hierarchy -check -top handshake_proof; proc; flatten
+                cd handshake_proof
+                connect -nounset -set arm_tck u_top.arm_tck
+                connect -nounset -set force_tck u_top.force_tck
+                connect -nounset -set rest u_top.rest
+                $nets
+                select -set shifted w:u_top.u_command.command_q %ci1:+\$dff[Q] w:* %d
+                select -assert-count 1 @shifted; delete @shifted  # a command comes at once
+                cd; memory -nordff; opt_clean; clk2fflogic; opt_clean
+                sat -$1 -prove ok_o 1 -seq $2 handshake_proof" >"$work/log" 2>&1 \
+                || { echo "$proof"; tail -30 "$work/log"; exit 1; }
+        done
+    done
     ;;
 esac

@@ -1,5 +1,7 @@
 #include "core_client.h"
 
+#include <iterator>
+
 namespace {
 
 constexpr int kSpare = 40; // zeros behind a read's end: its CRC and the ways of all control tops
@@ -43,6 +45,22 @@ QByteArray CoreClient::addressBits(int core, int reg)
 void CoreClient::address(int core, int reg)
 {
     scan(QByteArray(devicesBefore, '0') + addressBits(core, reg));
+}
+
+void CoreClient::hurry(Random& random, int cores)
+{
+    constexpr int kBursts[] = {0, 0, 0, 1, 2, 3, 4, 20};
+    constexpr int kUpdate = 12; // cycles: the end of a scan of a command
+    const int steps = between(random, 0, 3);
+    for (int step = 0; step < steps + cores; ++step) {
+        const int core = step < steps ? between(random, 0, cores - 1) : step - steps;
+        for (const char* bits : {Command::kArm, Command::kForce, Command::kStop}) {
+            if (bits != Command::kForce || between(random, 0, 2))
+                command(core, bits);
+            const int burst = kBursts[between(random, 0, int(std::size(kBursts)) - 1)];
+            script.insert(script.size() - between(random, 0, kUpdate), QByteArray(burst, 'e'));
+        }
+    }
 }
 
 Answer CoreClient::readAgain(int address, int bits)

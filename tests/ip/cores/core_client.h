@@ -1,6 +1,8 @@
 #ifndef TESTS_IP_CORE_CLIENT_H
 #define TESTS_IP_CORE_CLIENT_H
 
+#include "random_core.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 
@@ -52,6 +54,9 @@ public:
     Answer write(int core, int reg, const QByteArray& bits);
     void command(int core, const char* bits) { write(core, Register::Command, bits); }
     void address(int core, int reg);
+    /// Arms, forces and stops cores at random, their sample clocks in bursts between, and stops
+    /// all.
+    void hurry(Random& random, int cores);
     /// The bits of a scan that addresses.
     static QByteArray addressBits(int core, int reg);
     /// A data scan as it is; the place of its first TDO character.

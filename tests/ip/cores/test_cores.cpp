@@ -229,6 +229,12 @@ void rewrite(
     }
 }
 
+// What a core tells of itself before and behind an arming that its client did not wait for.
+struct Arming {
+    bool mustRest; // its clock ran since the stop
+    Answer before, behind;
+};
+
 // One run of an analyzer: with the settings of power-up, or with others that its client writes.
 struct Round {
     Analyzer& analyzer;
@@ -236,6 +242,7 @@ struct Round {
     QByteArrayList stimulus;
     int forceAt = -1;
     std::vector<TriggerSetup> setups;
+    std::vector<Arming> armings;
     std::vector<Answers> answers;
     QString error;
 
@@ -255,9 +262,42 @@ struct Round {
             if (!triggerSetup(*core, arg, {}, setups.back(), problems))
                 error = problems.first().message();
         }
-        if (rewritten)
+        if (rewritten) {
             rewrite(client, analyzer.cores, setups);
+            hurryAndArm(random);
+        }
         writeScript(rewritten);
+    }
+
+    // Arms all cores while their clocks stand still, after commands that came too fast for them.
+    void hurryAndArm(Random& random)
+    {
+        constexpr int kEdgesToRest = 7;
+        client.hurry(random, analyzer.cores.size());
+        const int edges = between(random, 0, 2) ? between(random, 0, 2) : kEdgesToRest;
+        client.edges(edges);
+        for (int i = 0; i < analyzer.cores.size(); ++i) {
+            const Answer before = client.read(i, Register::Status, 32);
+            client.command(i, Command::kArm);
+            armings.push_back(
+                {edges >= kEdgesToRest, before, client.read(i, Register::Status, 32)});
+        }
+    }
+
+    // Whether core `i` began the run; what it told of itself is wrong when `problem` is set.
+    bool begins(int i, const QByteArray& tdo, QString& problem) const
+    {
+        if (armings.empty())
+            return true;
+        const Arming& arming = armings[size_t(i)];
+        const quint64 before = number(replyOf(tdo, arming.before).bits, 0, 4);
+        const quint64 behind = number(replyOf(tdo, arming.behind).bits, 0, 4);
+        const bool rested = (before & 7) == 0;
+        if (arming.mustRest && !rested)
+            problem = QString("it does not come to rest: %1").arg(before);
+        if (behind != (rested ? 1 : before) || (rested && before != 0))
+            problem = QString("armed at %1, it is at %2").arg(before).arg(behind);
+        return rested;
     }
 
     void makeStimulus(Random& random)
@@ -273,7 +313,7 @@ struct Round {
     void writeScript(bool rewritten)
     {
         for (int i = 0; i < analyzer.cores.size(); ++i) {
-            if (rewritten || !analyzer.cores.at(i)->captureInitDataEnabled)
+            if (!rewritten && !analyzer.cores.at(i)->captureInitDataEnabled)
                 client.command(i, Command::kArm);
         }
         client.samples(std::max(forceAt, 0));
@@ -344,6 +384,11 @@ void TestCores::capturesAsTheModel()
         QCOMPARE(run.error, QString());
         for (int i = 0; i < analyzer.cores.size(); ++i) {
             const QString where = QString("core %1 round %2\n").arg(i).arg(number);
+            QString problem;
+            const bool begins = round.begins(i, run.tdo, problem);
+            QCOMPARE(where + problem, where);
+            if (!begins)
+                continue;
             QCOMPARE(where + round.captured(i, run.tdo), where + round.modelled(i));
         }
     }

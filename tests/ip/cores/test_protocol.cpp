@@ -441,8 +441,17 @@ void TestProtocol::liteSamples()
     for (int i = 0; i < sampleCount; ++i)
         samples += sample = randomSample(random, sample);
     CoreClient client;
-    if (!armed)
+    QList<Answer> early, late; // statuses, and when the clock ran on
+    if (!armed) {
+        for (int hurry = 0; hurry < 20; ++hurry) {
+            client.hurry(random, 1);
+            client.edges(between(random, 0, 7));
+            early += client.read(0, Register::Status, 96);
+            client.edges(8);
+            late += client.read(0, Register::Status, 96);
+        }
         client.command(0, Command::kArm);
+    }
     client.samples(sampleCount);
     client.command(0, Command::kStop);
     client.edges(8);
@@ -451,6 +460,13 @@ void TestProtocol::liteSamples()
     const BenchRun run = bench.run(client.script, samples);
     QCOMPARE(run.error, QString());
 
+    for (int hurry = 0; hurry < early.size(); ++hurry) {
+        const QByteArray before = replyOf(run.tdo, early.at(hurry)).bits;
+        const QByteArray behind = replyOf(run.tdo, late.at(hurry)).bits;
+        QCOMPARE(number(behind, 0, 3), quint64(0));
+        if (number(before, 0, 3) == 0)
+            QCOMPARE(before, behind);
+    }
     const Reply state = replyOf(run.tdo, status);
     const Reply words = replyOf(run.tdo, memory);
     QVERIFY(state.intact && words.intact);
