@@ -121,8 +121,7 @@ bool OpenOcdLink::listTaps()
     if (m_taps.size() > kMostTaps)
         return fail(
             QString("OpenOCD lists %1 devices in the chain, more than the %2 that are tried")
-                .arg(m_taps.size())
-                .arg(kMostTaps));
+                .arg(QString::number(m_taps.size()), QString::number(kMostTaps)));
     return !m_taps.isEmpty() || fail("OpenOCD knows no device in the chain");
 }
 

@@ -188,8 +188,7 @@ QByteArray untriggeredNote(const Capture& capture)
     for (const CapturedCore& core : capture) {
         if (!core.windows.empty() && core.windows.back().untriggered)
             text += QString("$comment\n    core %1, window %2: no trigger\n$end\n")
-                        .arg(core.index)
-                        .arg(core.windows.size() - 1);
+                        .arg(QString::number(core.index), QString::number(core.windows.size() - 1));
     }
     return text.toUtf8();
 }
