@@ -245,7 +245,10 @@ void TestCaptureFaults::clockThatStands()
     const QString said = waiting.said();
     fails({waiting.exitCode(), {}, said}, 1, "its sample clock stands still");
     kill(player, SIGCONT);
-    const Result again = oxa(captureCall(m_live.address()));
+    Result again;
+    do // on a busy machine the clock may take longer to go on than the client waits
+        again = oxa(captureCall(m_live.address()));
+    while (again.err.contains("does not come to rest"));
     QVERIFY2(again.status == 0, qPrintable(again.err));
 }
 
