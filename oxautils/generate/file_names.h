@@ -14,6 +14,9 @@ constexpr char CON_TOP_DEFINE_FILE_NAME[] = "qx_con_top_define.v";
 constexpr char NAME_AO[] = "ao_"; ///< a core's directory, followed by its position
 constexpr char NAME_CON[] = "ao_control"; ///< the control core's directory
 
+/// What programs leave at the top of a work directory; drivers empty around it.
+constexpr char WORK_DIR_MARK[] = ".oxa-generated";
+
 }
 
 #endif

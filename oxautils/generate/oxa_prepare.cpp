@@ -1,40 +1,24 @@
 #include "oxautils/generate/oxa_prepare.h"
 
-#include "oxautils/config/oxa_mode.h"
+#include "files/empty_directory.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/run.h"
 #include "oxautils/generate/source_list.h"
 #include "oxautils/generate/standard_files.h"
 
-#include <QDir>
-
 namespace OXA {
 
-void removeDir(const QString& path)
-{
-    const QDir directory(path);
-    // System entries too: a link that points nowhere is one.
-    const QFileInfoList entries = directory.entryInfoList(
-        QDir::Files | QDir::AllDirs | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-        QDir::Unsorted);
-    for (const QFileInfo& entry : entries) {
-        if (entry.isDir() && !entry.isSymLink()) {
-            removeDir(entry.absoluteFilePath());
-            directory.rmdir(entry.fileName());
-        } else {
-            QFile::remove(entry.absoluteFilePath());
-        }
-    }
-}
+void removeDir(const QString& path) { OXA_FILES::emptyDirectory(path); }
 
 int OxaPrepare::prepare(OxaArg arg)
 {
     files.clear();
     includePaths.clear();
-    if (!clearWorkDir(arg))
+    OxaMode mode = Invalid;
+    if (!clearWorkDir(arg, mode))
         return 0;
-    switch (oxaModeFromOxaConfigFile(arg.configFile)) {
+    switch (mode) {
     case Standard:
         return std_generate(arg);
     case Lite:

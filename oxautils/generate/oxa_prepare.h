@@ -8,7 +8,7 @@
 namespace OXA {
 
 /// Empties the directory `path`, hidden entries included, and leaves it there. A symbolic link goes
-/// itself, what it points to stays. Failures are ignored.
+/// itself, what it points to stays. Failures are ignored; without a path nothing is removed.
 OXAUTILS_EXPORT void removeDir(const QString& path);
 
 /// Writes the Verilog of an analyzer for a synthesis project of the host's own, and says what goes
@@ -23,8 +23,9 @@ public:
     QStringList includePaths;
 
     /// Empties the work directory and generates into it. 1 when done; 0 when the configuration has
-    /// no core or no known mode, and when the work directory has no name or holds the configuration
-    /// or the installed cores (then nothing is removed). With a `customTop`, the top wrapper is
+    /// no core or no known mode. Also 0, with a critical message and nothing removed, when the
+    /// configuration is no XML that can be read, and when the work directory has no name, holds
+    /// what the run reads or lies in the installed cores. With a `customTop`, the top wrapper is
     /// neither written nor listed. Files that cannot be written are only logged.
     int prepare(OxaArg arg);
 

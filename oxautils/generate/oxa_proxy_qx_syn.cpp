@@ -1,6 +1,5 @@
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 
-#include "oxautils/config/oxa_mode.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/oxa_proxy_qx_syn_p.h"
@@ -30,9 +29,10 @@ int OXAProxyQxSyn::startGenerate(OxaArg arg)
 {
     d->errors.clear();
     d->stopAsked = false;
-    if (!clearWorkDir(arg))
+    OxaMode mode = Invalid;
+    if (!mayWriteOutput(arg) || !clearWorkDir(arg, mode))
         return kUnusable;
-    switch (oxaModeFromOxaConfigFile(arg.configFile)) {
+    switch (mode) {
     case Standard:
         return d->std_generate(arg);
     case Lite:

@@ -23,9 +23,10 @@ public:
 
     /// Empties the work directory, generates into it, and blocks until synthesis ended. 0 when the
     /// netlist is written; 1 when synthesis failed (see `errorMessages`); -1 when the configuration
-    /// has no core or no known mode, and when the work directory has no name or holds the
-    /// configuration or the installed cores (then nothing is removed). The top wrapper is always
-    /// ours: `customTop` does not count here.
+    /// has no core or no known mode. Also -1, with a critical message and nothing removed, when the
+    /// configuration is no XML that can be read, when the work directory has no name, holds what
+    /// the run reads or lies in the installed cores, and when the netlist would replace what the
+    /// run reads. The top wrapper is always ours: `customTop` does not count here.
     int startGenerate(OxaArg arg);
 
     /// Asks a running synthesis to stop. From any thread.

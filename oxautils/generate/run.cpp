@@ -1,58 +1,60 @@
 #include "oxautils/generate/run.h"
 
+#include "files/empty_directory.h"
+#include "files/input_guard.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/version.h"
-#include "oxautils/generate/oxa_prepare.h"
+#include "oxautils/config/xml_document.h"
+#include "oxautils/generate/file_names.h"
 
 #include <QDebug>
-#include <QDir>
-#include <QFileInfo>
 
 namespace OXA {
 
 namespace {
 
-bool isInside(const QString& path, const QString& directory)
+OXA_FILES::Inputs inputsOf(const OxaArg& arg)
 {
-    return path == directory || path.startsWith(directory == "/" ? directory : directory + '/');
+    return {
+        {arg.configFile,     qEnvironmentVariable("OXA_DEVICE_DB")}, // the device catalogue
+        {arg.ipDir + "/OXA", arg.ipDir + "/OXA_LITE"              }
+    };
 }
 
-/// Whether emptying `directory` would take `path`, or a link on the way to it.
-bool wouldBeTaken(const QString& path, const QString& directory)
+bool refuse(const QString& reason)
 {
-    if (path.isEmpty())
-        return false;
-    const QFileInfo file(path);
-    const QString asNamed = QDir::cleanPath(file.absoluteFilePath());
-    const QString beside = QFileInfo(file.absolutePath()).canonicalFilePath();
-    const QString real = file.canonicalFilePath();
-    const QString directoryAsNamed = QDir::cleanPath(QFileInfo(directory).absoluteFilePath());
-    const QString directoryReal = QFileInfo(directory).canonicalFilePath();
-    return isInside(asNamed, directoryAsNamed) || isInside(asNamed, directoryReal)
-        || (!beside.isEmpty() && isInside(beside, directoryReal))
-        || (!real.isEmpty() && isInside(real, directoryReal));
+    qCritical().noquote() << reason;
+    return false;
+}
+
+/// The mode of the configuration file; false when that is no XML that can be read.
+bool readMode(const QString& path, OxaMode& mode)
+{
+    mode = oxaModeFromOxaConfigFile(path);
+    QDomDocument document;
+    return mode != Invalid || loadXml(path, document);
 }
 
 }
 
-bool clearWorkDir(const OxaArg& arg)
+bool clearWorkDir(const OxaArg& arg, OxaMode& mode)
 {
-    if (arg.workDir.isEmpty()) { // generated paths would begin at the root directory
-        qCritical("no work directory is named");
-        return false;
-    }
-    if (!QFileInfo::exists(arg.workDir))
-        return true;
-    const QString needed[] = {arg.configFile, arg.ipDir};
-    for (const QString& path : needed) {
-        if (!wouldBeTaken(path, arg.workDir))
-            continue;
-        qCritical().noquote() << "the work directory" << arg.workDir
-                              << "would be emptied, but it holds" << path;
-        return false;
-    }
-    removeDir(arg.workDir);
+    if (arg.workDir.isEmpty()) // generated paths would begin at the root directory
+        return refuse("no work directory is named");
+    if (const QString lost = OXA_FILES::lostByEmptying(arg.workDir, inputsOf(arg)); !lost.isEmpty())
+        return refuse(QString("the work directory %1 would be emptied, but it holds or lies in %2")
+                          .arg(arg.workDir, lost));
+    if (!readMode(arg.configFile, mode))
+        return refuse(QString("%1 cannot be read, so nothing is generated").arg(arg.configFile));
+    OXA_FILES::emptyDirectory(arg.workDir, WORK_DIR_MARK);
     return true;
+}
+
+bool mayWriteOutput(const OxaArg& arg)
+{
+    const QString lost = OXA_FILES::lostByWriting(arg.outputFile, inputsOf(arg));
+    return lost.isEmpty()
+        || refuse(QString("the netlist %1 would replace %2").arg(arg.outputFile, lost));
 }
 
 QList<AOCore_Lite*> readLiteCores(const QString& path)

@@ -1,6 +1,7 @@
 #ifndef OXAUTILS_GENERATE_RUN_H
 #define OXAUTILS_GENERATE_RUN_H
 
+#include "oxautils/config/oxa_mode.h"
 #include "oxautils/generate/oxa_arg.h"
 #include "oxautils/model/ao_core_lite.h"
 
@@ -8,9 +9,14 @@
 
 namespace OXA {
 
-/// Empties the work directory of `arg` when it exists. False, with a critical message and nothing
-/// removed, when it has no name or what the run needs lies inside it.
-bool clearWorkDir(const OxaArg& arg);
+/// Empties the work directory of `arg`, but for the mark of programs, and tells the configuration's
+/// mode. False, with a critical message and nothing removed, when the directory has no name, holds
+/// what the run reads or lies in the installed cores, and when the configuration is no XML that can
+/// be read.
+bool clearWorkDir(const OxaArg& arg, OxaMode& mode);
+
+/// False, with a critical message, when the netlist would replace what the run reads.
+bool mayWriteOutput(const OxaArg& arg);
 
 /// The cores of the Lite file `path`, none (with a critical message) when its version is no
 /// version: exceptions stay inside the library.

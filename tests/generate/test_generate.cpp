@@ -2,6 +2,7 @@
 
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/standard_config.h"
+#include "oxautils/generate/file_names.h"
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
@@ -89,6 +90,7 @@ private Q_SLOTS:
     void emptyingADirectory();
     void inputsInTheWorkDirectoryStay_data();
     void inputsInTheWorkDirectoryStay();
+    void placesThatARunRefuses();
     void manySignals();
     void publishedOptions();
 
@@ -369,7 +371,6 @@ void TestGenerate::nothingToGenerate_data()
     QTest::addColumn<QString>("critical");
     QTest::newRow("no core") << configuration("") << "";
     QTest::newRow("unknown mode") << configuration("<Mode>lite</Mode>" + coreElement("")) << "";
-    QTest::newRow("unreadable") << QByteArray("<OXA_CONFIG>") << "";
     QTest::newRow("lite without a core") << configuration("<Mode>Lite</Mode>") << "";
     QTest::newRow("lite, impossible version")
         << QByteArray("<O><Version>3.x</Version><Mode>Lite</Mode></O>")
@@ -383,13 +384,15 @@ void TestGenerate::nothingToGenerate()
     const OxaArg arg = request(content);
     for (int driver = 0; driver < 2; ++driver) {
         QVERIFY(QDir().mkpath(path("work/old")));
+        writeFile(path("work/") + WORK_DIR_MARK, "x");
         if (!critical.isEmpty())
             QTest::ignoreMessage(QtCriticalMsg, qPrintable(critical.arg(arg.configFile)));
         if (driver == 0)
             QCOMPARE(OxaPrepare().prepare(arg), 0);
         else
             QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
-        QVERIFY(QDir(path("work")).isEmpty()); // emptied all the same
+        const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+        QCOMPARE(QDir(path("work")).entryList(all), QStringList(WORK_DIR_MARK)); // emptied
     }
     QVERIFY(EngineDouble::instance().requests.isEmpty());
 }
@@ -461,6 +464,15 @@ void TestGenerate::emptyingADirectory()
     QCOMPARE(bytesOf(path("outside/kept")), QByteArray("x"));
     removeDir(path("missing"));
     QVERIFY(!QFile::exists(path("missing")));
+
+    QDir::setCurrent(path("outside"));
+    removeDir("");
+    QVERIFY(QFile::exists("kept"));
+    QVERIFY(QFile::link(path("outside"), path("tree/link")));
+    writeFile(path("tree/kept"), "x");
+    removeDir(path("tree/link/../outside")); // not what it reads as
+    QDir::setCurrent("/");
+    QVERIFY(QFile::exists(path("tree/kept")) && !QFile::exists(path("outside/kept")));
 }
 
 void TestGenerate::inputsInTheWorkDirectoryStay_data()
@@ -468,24 +480,18 @@ void TestGenerate::inputsInTheWorkDirectoryStay_data()
     QTest::addColumn<QString>("config"); // below the test's directory
     QTest::addColumn<QString>("ip");
     QTest::addColumn<QString>("workDir");
-    QTest::newRow("configuration") << "work/sub/a.oxa"
-                                   << "ip"
-                                   << "work";
-    QTest::newRow("configuration through a link") << "link/sub/a.oxa"
-                                                  << "ip"
-                                                  << "work";
-    QTest::newRow("work directory through a link") << "work/sub/a.oxa"
-                                                   << "ip"
-                                                   << "link";
-    QTest::newRow("a link to the configuration") << "work/sub/linked.oxa"
-                                                 << "ip"
-                                                 << "work";
-    QTest::newRow("cores") << "a.oxa"
-                           << "work/ip"
-                           << "work/.";
-    QTest::newRow("cores are the work directory") << "a.oxa"
-                                                  << "work"
-                                                  << "work/";
+    QTest::addColumn<QString>("catalogue");
+    const auto row = [](const char* what, const char* config, const char* ip, const char* workDir,
+                         const char* catalogue) {
+        QTest::newRow(what) << config << ip << workDir << catalogue;
+    };
+    row("configuration", "work/sub/a.oxa", "ip", "work", "");
+    row("work directory through a link", "work/sub/a.oxa", "ip", "link", "");
+    row("cores", "a.oxa", "work", "work/.", "");
+    row("work directory in the cores", "a.oxa", "ip", "ip/OXA_LITE/x", "");
+    row("device catalogue", "a.oxa", "ip", "work", "work/sub/linked.csv");
+    row("unreadable configuration", "broken.oxa", "ip", "work", "");
+    row("no configuration", "none.oxa", "ip", "work", "");
 }
 
 void TestGenerate::inputsInTheWorkDirectoryStay()
@@ -493,31 +499,45 @@ void TestGenerate::inputsInTheWorkDirectoryStay()
     QFETCH(QString, config);
     QFETCH(QString, ip);
     QFETCH(QString, workDir);
-    QVERIFY(QDir().mkpath(path("work/sub")) && QDir().mkpath(path("work/ip")));
+    QFETCH(QString, catalogue);
+    QVERIFY(QDir().mkpath(path("work/sub")) && QDir().mkpath(path("ip/OXA_LITE/x")));
     QVERIFY(QFile::link(path("work"), path("link")));
     const QByteArray content = configuration(coreElement(""));
     writeFile(path("work/sub/a.oxa"), content);
-    writeFile(path("a.oxa"), content);
-    QVERIFY(QFile::link(path("a.oxa"), path("work/sub/linked.oxa")));
+    writeFile(path("ip/OXA_LITE/x/core.v"), content);
+    writeFile(path("broken.oxa"), "<OXA_CONFIG>");
+    QVERIFY(QFile::link(path("devices.csv"), path("work/sub/linked.csv")));
     OxaArg arg = request(content);
     arg.configFile = path(config);
     arg.ipDir = path(ip);
     arg.workDir = path(workDir);
-    const QStringList before = filesBelow(path("work"));
-    const QRegularExpression message("the work directory .* would be emptied, but it holds .*");
+    qputenv("OXA_DEVICE_DB", catalogue.isEmpty() ? "" : QFile::encodeName(path(catalogue)));
+    const QStringList before = filesBelow(m_dir->path());
+    const QRegularExpression message("the work directory .* would be emptied, but it holds .*"
+                                     "|(none|broken).oxa cannot be read");
     QTest::ignoreMessage(QtCriticalMsg, message);
     QCOMPARE(OxaPrepare().prepare(arg), 0);
     QTest::ignoreMessage(QtCriticalMsg, message);
     QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
-    QCOMPARE(filesBelow(path("work")), before);
+    QCOMPARE(filesBelow(m_dir->path()), before);
+    qunsetenv("OXA_DEVICE_DB");
+}
 
+void TestGenerate::placesThatARunRefuses()
+{
+    const QByteArray content = configuration(coreElement(""));
+    OxaArg arg = request(content);
     arg.workDir = ""; // or the files would go into the root directory
     QTest::ignoreMessage(QtCriticalMsg, "no work directory is named");
     QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
 
-    arg = request(content); // a neighbour whose name begins alike is outside
-    arg.configFile = writeFile(path("work.oxa"), content);
-    QCOMPARE(OxaPrepare().prepare(arg), 1);
+    arg = request(content);
+    QVERIFY(QFile::link(arg.configFile, path("netlist.v")));
+    arg.outputFile = path("netlist.v");
+    QTest::ignoreMessage(QtCriticalMsg, QRegularExpression("netlist.v would replace .*a.oxa"));
+    QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
+    QVERIFY(EngineDouble::instance().requests.isEmpty());
+    QCOMPARE(OxaPrepare().prepare(arg), 1); // it writes no netlist
 }
 
 // Any quadratic step makes this hang for minutes.
