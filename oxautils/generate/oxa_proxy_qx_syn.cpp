@@ -28,27 +28,55 @@ OXAProxyQxSyn::~OXAProxyQxSyn() { delete d; }
 int OXAProxyQxSyn::startGenerate(OxaArg arg)
 {
     d->errors.clear();
-    d->stopAsked = false;
+    d->beginFiles();
+    const int result = d->generate(arg);
+    d->endFiles();
+    return result;
+}
+
+void OXAProxyQxSyn::tryToStop()
+{
+    if (!d->stopFiles())
+        d->proxy->tryToStop();
+}
+
+QStringList OXAProxyQxSyn::errorMessages() const { return d->errors; }
+
+int _oxa_proxy_qxsyn::generate(const OxaArg& arg)
+{
     OxaMode mode = Invalid;
     if (!mayWriteOutput(arg) || !clearWorkDir(arg, mode))
         return kUnusable;
     switch (mode) {
     case Standard:
-        return d->std_generate(arg);
+        return std_generate(arg);
     case Lite:
-        return d->lite_generate(arg);
+        return lite_generate(arg);
     default:
         return kUnusable;
     }
 }
 
-void OXAProxyQxSyn::tryToStop()
+void _oxa_proxy_qxsyn::beginFiles()
 {
-    d->stopAsked = true;
-    d->proxy->tryToStop();
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_writesFiles = true;
+    m_stopped = false;
 }
 
-QStringList OXAProxyQxSyn::errorMessages() const { return d->errors; }
+bool _oxa_proxy_qxsyn::endFiles()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_writesFiles = false;
+    return m_stopped;
+}
+
+bool _oxa_proxy_qxsyn::stopFiles()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_stopped = m_stopped || m_writesFiles;
+    return m_writesFiles;
+}
 
 int _oxa_proxy_qxsyn::std_generate(OxaArg arg)
 {

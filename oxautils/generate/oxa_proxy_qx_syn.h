@@ -29,7 +29,8 @@ public:
     /// run reads. The top wrapper is always ours: `customTop` does not count here.
     int startGenerate(OxaArg arg);
 
-    /// Asks a running synthesis to stop. From any thread.
+    /// Stops the run that is going on, and no other. From any thread. Between runs this is the
+    /// synthesis proxy's affair; ours keeps its first run from starting.
     void tryToStop();
 
     /// The engine's messages of the last run, when it failed.

@@ -7,7 +7,7 @@
 
 #include <norvosyn/qx_synthesis_sync_proxy.h>
 
-#include <atomic>
+#include <mutex>
 
 namespace OXA {
 
@@ -15,16 +15,26 @@ namespace OXA {
 struct _oxa_proxy_qxsyn {
     NorvoSyn::QxSynthesisSyncProxy* proxy = nullptr;
     QStringList errors;
-    std::atomic<bool> stopAsked {false}; ///< since the run began: the engine may not know of it yet
 
+    int generate(const OxaArg& arg);
     int std_generate(OxaArg arg);
     int lite_generate(OxaArg arg);
     bool std_synthesize(OxaArg arg, QList<AoCore*> cores);
     bool lite_synthesize(OxaArg arg, QList<AOCore_Lite*> cores);
 
+    // Until its files are written, a run is stopped here: the engine has none to stop yet, and
+    // would keep the stop for a later one.
+    void beginFiles();
+    bool endFiles(); ///< whether the run was stopped meanwhile
+    bool stopFiles(); ///< false when no files are being written
+
 private:
     bool synthesize(const OxaArg& arg, const char* project, const QStringList& files,
         const QStringList& includePaths);
+
+    std::mutex m_mutex; // guards what follows
+    bool m_writesFiles = false;
+    bool m_stopped = false;
 };
 
 }

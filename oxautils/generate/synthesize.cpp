@@ -68,8 +68,7 @@ bool _oxa_proxy_qxsyn::synthesize(const OxaArg& arg, const char* project, const 
         {NorvoSyn::ARG_OPTION,   optionMap(arg,                includePaths)},
         {NorvoSyn::INI_CONFIG,                      QStringList {"RESOURCE_CHECK=false"}                              },
     };
-    // A stop while the files were written came before the engine had a run to stop.
-    if (stopAsked) {
+    if (endFiles()) {
         errors += "the synthesis was stopped before it began";
         return false;
     }

@@ -18,6 +18,8 @@ QxSynthesisSyncProxy::QxSynthesisSyncProxy(QObject* parent)
 int QxSynthesisSyncProxy::run(const QMap<QString, QVariant>& request)
 {
     EngineDouble::instance().requests += request;
+    if (EngineDouble::instance().onRun)
+        EngineDouble::instance().onRun();
     return EngineDouble::instance().result;
 }
 

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+
 /// What the library asked of the engine that this program puts in the place of the installed one,
 /// and what that answers.
 struct EngineDouble {
@@ -13,6 +15,7 @@ struct EngineDouble {
     int result = 0; ///< of the next runs
     QStringList messages;
     int stops = 0;
+    std::function<void()> onRun; ///< called while a run goes on
 
     static EngineDouble& instance();
 };
