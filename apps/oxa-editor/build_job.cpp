@@ -83,9 +83,11 @@ void BuildJob::setGenerator(OXAProxyQxSyn* generator)
 BuildJob::Result BuildJob::run(const OxaArg& arg, bool synthesize)
 {
     Q_EMIT progress(tr("Generating"), -1);
+    WorkDir workDir;
+    QString error;
+    if (!workDir.claim(arg.workDir, error))
+        return {BuildOutcome::Refused, {error}};
     Result result = synthesize ? this->synthesize(arg) : generate(arg);
-    if (result.outcome != BuildOutcome::Refused)
-        markWorkDir(arg.workDir);
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_stopping && result.outcome != BuildOutcome::Done)
         result.outcome = BuildOutcome::Stopped;
@@ -106,10 +108,7 @@ BuildJob::Result BuildJob::synthesize(const OxaArg& arg)
     if (auto* engine = generator.findChild<NorvoSyn::QxSynthesisSyncProxy*>()) {
         connect(
             engine, &NorvoSyn::QxSynthesisSyncProxy::progress, engine,
-            [this, dir = arg.workDir](const QString& stage, int percent) {
-                markWorkDir(dir); // so that a killed run's directory can be used again
-                Q_EMIT progress(stage, percent);
-            },
+            [this](const QString& stage, int percent) { Q_EMIT progress(stage, percent); },
             Qt::DirectConnection);
     }
     setGenerator(&generator);

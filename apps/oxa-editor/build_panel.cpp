@@ -111,11 +111,20 @@ void BuildPanel::browse()
     Q_EMIT workDirChanged();
 }
 
-bool BuildPanel::mayEmptyWorkDir()
+bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
 {
     const QString path = workDir();
     if (path.isEmpty() || QFileInfo(path).isFile()) {
         m_stage->setText(tr("Name a work folder first."));
+        m_workDir->setFocus();
+        return false;
+    }
+    const QString lost = OXA_FILES::lostByEmptying(
+        path, inputsOf(arg, {m_document.path(), qEnvironmentVariable("OXA_DEVICE_DB")}));
+    if (!lost.isEmpty()) {
+        m_stage->setText(tr("The work folder would be emptied, but it holds or lies in %1. Name "
+                            "another.")
+                             .arg(QDir::toNativeSeparators(lost)));
         m_workDir->setFocus();
         return false;
     }
@@ -183,15 +192,15 @@ void BuildPanel::start(bool synthesize)
         return;
     }
     OXA::OxaArg arg;
+    arg.ipDir = installedIpDir();
     m_log->clear();
     if (!namesStayWords() || !writeSnapshot(arg) || !passesCheck(arg.configFile)
-        || !mayEmptyWorkDir())
+        || !mayEmptyWorkDir(arg))
         return;
     arg.device = m_part.partNumber;
     arg.package = m_part.name;
     arg.workDir = workDir();
     arg.outputFile = arg.workDir + "/" + kNetlist;
-    arg.ipDir = installedIpDir();
     m_job->start(arg, synthesize);
     showState();
     Q_EMIT runningChanged();

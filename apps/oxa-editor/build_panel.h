@@ -47,7 +47,7 @@ private:
     void browse();
     void start(bool synthesize);
     bool namesStayWords();
-    bool mayEmptyWorkDir();
+    bool mayEmptyWorkDir(const OXA::OxaArg& arg);
     bool writeSnapshot(OXA::OxaArg& arg);
     bool passesCheck(const QString& configFile);
     void showProgress(const QString& stage, int percent);

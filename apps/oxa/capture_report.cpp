@@ -1,5 +1,11 @@
 #include "capture_report.h"
 
+#include "files/replace_file.h"
+
+#include <QFileInfo>
+
+#include <algorithm>
+
 using namespace OXA_CAPTURE;
 
 namespace {
@@ -21,19 +27,27 @@ void print(const CapturedCore& core, TextOut& out)
 
 bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
 {
+    // A file of an earlier capture is worth more than an empty one.
+    const bool writes = !output.isEmpty()
+        && std::any_of(capture.begin(), capture.end(),
+            [](const CapturedCore& core) { return !core.windows.empty(); });
     QString error;
-    if (!output.isEmpty() && !writeCapture(output, capture, &error)) {
+    if (writes && !writeCapture(output, capture, &error)) {
         io.err << "error: " << error << '\n';
         return false;
     }
+    if (!writes && !output.isEmpty())
+        io.err << output << (QFileInfo::exists(output) ? ": left as it was" : ": not written")
+               << ", for nothing was captured\n";
     if (json) {
         io.out.lines(QString::fromUtf8(captureJson(capture)));
         return true;
     }
+    TextOut& out = writes && OXA_FILES::isStream(output) ? io.err : io.out; // not among samples
     for (const CapturedCore& core : capture)
-        print(core, io.out);
-    if (!output.isEmpty())
-        io.out << output << ": written\n";
+        print(core, out);
+    if (writes)
+        out << output << ": written\n";
     return true;
 }
 

@@ -6,7 +6,8 @@
 #include "capture/capture_result.h"
 
 /// Writes `capture` to the file `output`, unless that has no name, and prints it. False, said on
-/// `io.err`, when the file cannot be written.
+/// `io.err`, when the file cannot be written. Without a window the file stays as it was, and that
+/// is said there, too.
 bool deliver(const QString& output, bool json, const OXA_CAPTURE::Capture& capture, Io& io);
 
 /// Says which cores did not trigger, and how far they got; true when all did.

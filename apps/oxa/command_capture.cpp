@@ -5,6 +5,7 @@
 #include "progress_line.h"
 #include "run_settings.h"
 #include "simulation_inputs.h"
+#include "work_dir.h"
 
 #include "capture/find_analyzer.h"
 
@@ -125,6 +126,12 @@ void checkPowerUp(const Plan& plan, Problems& problems)
 bool prepare(const Options& options, Plan& plan, TextOut& err)
 {
     if (!readConfiguration(options.file, plan.built, err)
+        || !mayWrite(options.output,
+            {
+                {options.file,      qEnvironmentVariable("OXA_DEVICE_DB")},
+                {                 }
+    },
+            err)
         || !readConfiguration(options.file, plan.wanted, err))
         return false;
     Problems problems;
@@ -243,12 +250,6 @@ struct Outcome {
     Capture capture;
     QStringList cuts; ///< of runs that ended early
     QStringList errors;
-
-    bool any() const
-    {
-        return std::any_of(capture.begin(), capture.end(),
-            [](const CapturedCore& core) { return !core.windows.empty(); });
-    }
 };
 
 QString cutText(const CapturedCore& core, const ReadOut& readOut, const TriggerSetup& setup)
@@ -290,10 +291,8 @@ int readAndDeliver(const Options& options, CaptureSession& session,
         if (!readCore(options, session, runs[i], progress[i], outcome))
             outcome.errors += "error: " + session.error();
     }
-    // A file of an earlier capture is worth more than an empty one.
-    const QString output = outcome.any() ? options.output : QString();
     const bool delivered
-        = outcome.capture.empty() || deliver(output, options.json, outcome.capture, io);
+        = outcome.capture.empty() || deliver(options.output, options.json, outcome.capture, io);
     for (const QString& text : outcome.errors + outcome.cuts)
         io.err << text << '\n';
     const bool triggered = reportIdleCores(outcome.capture, io.err);

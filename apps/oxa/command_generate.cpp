@@ -4,11 +4,13 @@
 #include "interrupt.h"
 #include "log.h"
 #include "netlist_summary.h"
+#include "part.h"
 #include "problems.h"
 #include "progress_line.h"
 #include "request.h"
 #include "work_dir.h"
 
+#include "files/replace_file.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 
@@ -61,13 +63,6 @@ struct Options {
     bool json = false;
 };
 
-/// Whether both paths lead to one file that exists.
-bool isSameFile(const QString& a, const QString& b)
-{
-    const QString real = QFileInfo(a).canonicalFilePath();
-    return !real.isEmpty() && real == QFileInfo(b).canonicalFilePath();
-}
-
 /// Models of what the device has and a simulator has not; empty when they are not installed.
 QStringList simulationModels()
 {
@@ -82,14 +77,12 @@ QStringList simulationModels()
 /// The request that the options make; what is wrong with it is said on `err`.
 bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 {
-    if (!fillRequest(options.request, options.file, arg, err)
-        || !mayEmpty(options.workDir, options.force, err))
+    if (!fillRequest(options.request, options.file, arg, err))
         return false;
-    if (isSameFile(options.netlist, options.file)) {
-        err << "error: the netlist would replace the configuration " << options.file
-            << "; name another file with -o\n";
+    const OXA_FILES::Inputs inputs = inputsOf(arg, {namedCatalogue(options.request.part)});
+    if (!mayEmpty(options.workDir, options.force, inputs, err)
+        || !mayWrite(options.netlist, inputs, err))
         return false;
-    }
     arg.outputFile
         = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;
     arg.workDir = options.workDir;
@@ -118,9 +111,12 @@ void printFileList(const OXA::OxaPrepare& prepared, bool json, TextOut& out)
         out.listed("+incdir+" + path);
 }
 
-void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, TextOut& out)
+void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, Io& io)
 {
-    const QMap<QString, int> cells = cellCounts(arg.outputFile);
+    // What went into a stream can neither be counted nor mixed with words.
+    const bool isStream = OXA_FILES::isStream(arg.outputFile);
+    TextOut& out = isStream && !options.json ? io.err : io.out;
+    const QMap<QString, int> cells = isStream ? QMap<QString, int>() : cellCounts(arg.outputFile);
     if (options.json) {
         QJsonObject counts;
         for (auto it = cells.begin(); it != cells.end(); ++it)
@@ -164,7 +160,6 @@ int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
     const int errorsBefore = loggedErrors();
     if (prepared.prepare(arg) != 1)
         return kUnusable; // the library has logged why
-    markWorkDir(arg.workDir);
     if (loggedErrors() > errorsBefore)
         return kJobFailed;
     if (options.simulation)
@@ -187,10 +182,7 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
     ProgressLine line(io.err);
     if (auto* engine = generator.findChild<NorvoSyn::QxSynthesisSyncProxy*>()) {
         QObject::connect(engine, &NorvoSyn::QxSynthesisSyncProxy::progress, &generator,
-            [&](const QString& stage, int percent) {
-                markWorkDir(arg.workDir); // so that a killed run's directory can be used again
-                line.show(stage, percent);
-            });
+            [&](const QString& stage, int percent) { line.show(stage, percent); });
     }
 
     QElapsedTimer timer;
@@ -199,7 +191,6 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
     line.clear();
     if (result < 0)
         return kUnusable;
-    markWorkDir(arg.workDir);
     const QStringList messages = generator.errorMessages();
     for (const QString& message : messages)
         io.err << message << '\n';
@@ -209,7 +200,7 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
                    << '\n';
         return kJobFailed;
     }
-    printNetlist(options, arg, double(timer.elapsed()) / 1000, io.out);
+    printNetlist(options, arg, double(timer.elapsed()) / 1000, io);
     return kDone;
 }
 
@@ -227,6 +218,12 @@ int run(const Options& options, Io& io)
     }
     if (!passesCheck(arg, options.strict ? OtherProblems::Stop : OtherProblems::Warnings, io.err))
         return kJobFailed;
+    WorkDir workDir;
+    QString error;
+    if (!workDir.claim(arg.workDir, error)) {
+        io.err << "error: " << error << '\n';
+        return kUnusable;
+    }
     return options.noSynthesis ? prepare(options, arg, io) : synthesize(options, arg, io);
 }
 

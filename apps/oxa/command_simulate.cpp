@@ -2,6 +2,7 @@
 #include "configuration.h"
 #include "interrupt.h"
 #include "options.h"
+#include "part.h"
 #include "problems.h"
 #include "progress_line.h"
 #include "simulation.h"
@@ -9,9 +10,9 @@
 #include "work_dir.h"
 
 #include "capture/capture_result.h"
-#include "oxautils/generate/oxa_prepare.h"
+#include "files/empty_directory.h"
+#include "oxautils/generate/file_names.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
 
@@ -136,20 +137,28 @@ bool prepare(const Options& options, const Configuration& configuration, const O
     return report(problems, err);
 }
 
-/// Makes the directory that is kept; false, said on `err`, when there is something else in it.
-bool prepareWorkDir(const QString& path, TextOut& err)
+/// Makes the directory that is kept, or empties it; false, said on `err`, when it belongs to
+/// another run.
+bool prepareWorkDir(const QString& path, WorkDir& workDir, TextOut& err)
 {
     if (path.isEmpty())
         return true;
-    if (!mayEmpty(path, false, err))
-        return false;
-    if (!QDir().mkpath(path)) {
-        err << "error: " << path << ": the directory cannot be made\n";
+    QString error;
+    if (!workDir.claim(path, error)) {
+        err << "error: " << error << '\n';
         return false;
     }
-    OXA::removeDir(path);
-    markWorkDir(path);
+    OXA_FILES::emptyDirectory(path, OXA::WORK_DIR_MARK);
     return true;
+}
+
+/// Whether nothing that the run reads is where it writes.
+bool keepsInputs(const Options& options, const OXA::OxaArg& arg, TextOut& err)
+{
+    const OXA_FILES::Inputs inputs = inputsOf(arg,
+        {namedCatalogue(options.inputs.request.part), options.inputs.stimulus, options.netlist});
+    return mayWrite(options.output, inputs, err)
+        && (options.workDir.isEmpty() || mayEmpty(options.workDir, false, inputs, err));
 }
 
 bool hasCores(const Options& options, const OXA::OxaArg& arg, TextOut& err)
@@ -163,16 +172,17 @@ int run(const Options& options, Io& io)
     OXA::OxaArg arg;
     std::vector<SimulatedCore> cores;
     SampledWaveform waveform;
+    WorkDir workDir;
     if (!readConfiguration(options.file, configuration, io.err)
         || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
-        || !hasCores(options, arg, io.err))
+        || !keepsInputs(options, arg, io.err) || !hasCores(options, arg, io.err))
         return kUnusable;
     if (!passesCheck(arg, OtherProblems::NotSaid, io.err))
         return kJobFailed;
     if (!prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err)
-        || !prepareWorkDir(options.workDir, io.err))
+        || !prepareWorkDir(options.workDir, workDir, io.err))
         return kUnusable;
 
     std::vector<ModelRun> runs = runModels(options, cores, waveform, io.err);

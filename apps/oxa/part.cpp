@@ -28,11 +28,16 @@ void sayUnknown(const PartOptions& options, TextOut& err)
 
 }
 
+QString namedCatalogue(const PartOptions& options)
+{
+    static const QString environment = qEnvironmentVariable("OXA_DEVICE_DB"); // before it is unset
+    return options.deviceDb.isEmpty() ? environment : options.deviceDb;
+}
+
 bool loadCatalogue(const PartOptions& options, TextOut& err)
 {
     // Nobody asked for the built-in catalogue that stands in for one which cannot be read.
-    const QString named
-        = options.deviceDb.isEmpty() ? qEnvironmentVariable("OXA_DEVICE_DB") : options.deviceDb;
+    const QString named = namedCatalogue(options);
     qunsetenv("OXA_DEVICE_DB");
     QString error;
     if (named.isEmpty() || DEV::DeviceDb::instance().load(named, &error))

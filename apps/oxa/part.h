@@ -8,6 +8,9 @@
 
 #include <optional>
 
+/// The catalogue that the options or OXA_DEVICE_DB name; empty when it is the built-in one.
+QString namedCatalogue(const PartOptions& options);
+
 /// Loads the catalogue that the options name, when they name one. False, said on `err`, when it
 /// cannot be used.
 bool loadCatalogue(const PartOptions& options, TextOut& err);

@@ -6,12 +6,15 @@
 
 #include <dev/device_db.h>
 
+#include <QDirIterator>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <unistd.h>
 
 namespace {
 
@@ -37,6 +40,10 @@ private Q_SLOTS:
     void generatedListIsWhatTheLibraryPrepares();
     void listAsJsonAndWithoutTop();
     void workDirectoriesOfOthersAreLeftAlone();
+    void inputsStay_data();
+    void inputsStay();
+    void oneRunInAWorkDirectory();
+    void streamsTakeResults();
     void unknownParts();
     void failedWritesFailTheJob();
     void examplesAreAsTheLibraryWritesThem();
@@ -233,17 +240,101 @@ void TestOxa::workDirectoriesOfOthersAreLeftAlone()
     QCOMPARE(oxa(call + QStringList("--force")).status, 0);
     QVERIFY(!QFile::exists(work + "/mine"));
     QCOMPARE(oxa(QStringList(call).replaceInStrings(work, kUart)).status, 2); // a file
-    // --force does not reach the configuration itself, nor does the netlist.
-    QVERIFY(QFile::copy(kUart, work + "/c.oxa"));
-    QStringList inside = call;
-    inside[1] = work + "/c.oxa";
-    QCOMPARE(oxa(inside + QStringList("--force")).status, 2);
-    QVERIFY(QFile::exists(work + "/c.oxa"));
-    QCOMPARE(oxa({"generate", work + "/c.oxa", "--part", m_chip.partNumber, "--work-dir",
-                     path("other"), "-o", work + "/../their directory/c.oxa"})
-                 .status,
-        2);
-    QCOMPARE(bytesOf(work + "/c.oxa"), bytesOf(kUart));
+}
+
+void TestOxa::inputsStay_data()
+{
+    QTest::addColumn<QString>("options"); // DIR: with an input of each kind, and the user's home
+    QTest::newRow("configuration") << "--work-dir DIR";
+    QTest::newRow("catalogue") << "--work-dir DIR/data/.. --device-db DIR/data/devices.csv";
+    QTest::newRow("named by the environment") << "--work-dir DIR/data";
+    QTest::newRow("cores") << "--work-dir DIR/ip/OXA --ip-dir DIR/ip";
+    QTest::newRow("home") << "--work-dir DIR/../home";
+    QTest::newRow("netlist over configuration") << "--work-dir DIR/w -o DIR/data/../c.oxa";
+    QTest::newRow("netlist over catalogue") << "--work-dir DIR/w -o DIR/twin.v";
+    QTest::newRow("netlist over cores") << "--work-dir DIR/w --ip-dir DIR/ip -o DIR/ip/OXA/core.v";
+}
+
+void TestOxa::inputsStay()
+{
+    QFETCH(QString, options);
+    const QTemporaryDir directory;
+    const QString in = directory.filePath("in");
+    for (const char* name : {"/data", "/ip/OXA", "/../home/w"})
+        QVERIFY(QDir().mkpath(in + name));
+    QVERIFY(QFile::copy(kUart, in + "/c.oxa"));
+    QVERIFY(QFile::copy(OXA_SOURCE_DIR "/share/device/devices.csv", in + "/data/devices.csv"));
+    QCOMPARE(::link(qPrintable(in + "/data/devices.csv"), qPrintable(in + "/twin.v")), 0);
+    writeFile(in + "/ip/OXA/core.v", "core");
+    const auto content = [&directory] {
+        QMap<QString, QByteArray> files;
+        QDirIterator it(directory.path(), QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
+            QDirIterator::Subdirectories);
+        while (it.hasNext()) {
+            const QString path = it.next();
+            files.insert(path, bytesOf(path));
+        }
+        return files;
+    };
+    const auto before = content();
+    const Result result
+        = oxa(QStringList {"generate", in + "/c.oxa", "--part", m_chip.partNumber, "--force"}
+                + options.replace("DIR", in).split(' '),
+            {"OXA_DEVICE_DB=" + in + "/data/devices.csv", "HOME=" + directory.filePath("home")});
+    QCOMPARE(result.status, 2);
+    QVERIFY2(result.err.contains("would be emptied, but it holds or lies in")
+            || result.err.contains("which this run reads"),
+        qPrintable(result.err));
+    QCOMPARE(content(), before);
+}
+
+// The second run touches nothing, and a run that was killed is in nobody's way.
+void TestOxa::oneRunInAWorkDirectory()
+{
+    const QString engine = writeFile(path("engine"),
+        "#!/bin/sh\necho >../started\nwhile [ ! -e ../end ]; do sleep 0.1; done\n"
+        "echo 'module qx_oxa; endmodule' >netlist.v\n");
+    QFile::setPermissions(engine, QFile::ReadOwner | QFile::ExeOwner);
+    const QStringList call {
+        "generate", kUart, "--part", m_chip.partNumber, "--work-dir", path("shared")};
+    for (const char* ending : {"kill", "end"}) {
+        QProcess first;
+        first.setEnvironment(
+            QProcess::systemEnvironment() + QStringList("OXA_SYNTHESIS_ENGINE=" + engine));
+        first.start(OXA_PROGRAM, call);
+        QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(path("shared/started")), 60000);
+        const Result second = oxa(call + QStringList("--force"));
+        QCOMPARE(second.status, 2);
+        QVERIFY2(
+            second.err.contains(QString("shared is in use by process %1;").arg(first.processId())),
+            qPrintable(second.err));
+        QVERIFY(QFile::exists(path("shared/started")));
+        if (ending == QByteArray("kill"))
+            first.kill();
+        else
+            writeFile(path("shared/end"), "");
+        QVERIFY(first.waitForFinished(60000));
+        QFile::remove(path("shared/started"));
+    }
+    QVERIFY(QFile::exists(path("shared/qx_oxa_netlist.v")));
+}
+
+void TestOxa::streamsTakeResults()
+{
+    QCOMPARE(oxa({"new", "/dev/stdout"}).out, QString(bytesOf(path("s.oxa"))));
+    const QString engine
+        = writeFile(path("quick"), "#!/bin/sh\necho 'module qx_oxa; endmodule' >netlist.v\n");
+    QFile::setPermissions(engine, QFile::ReadOwner | QFile::ExeOwner);
+    QProcess process;
+    process.setEnvironment(
+        QProcess::systemEnvironment() + QStringList("OXA_SYNTHESIS_ENGINE=" + engine));
+    process.setStandardOutputFile(path("result.v")); // "/dev/stdout" is a regular file then
+    process.start(OXA_PROGRAM,
+        {"generate", kUart, "--part", m_chip.partNumber, "--work-dir", path("streamed"), "-o",
+            "/dev/stdout"});
+    QVERIFY(process.waitForFinished(60000));
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(bytesOf(path("result.v")), QByteArray("module qx_oxa; endmodule\n"));
 }
 
 void TestOxa::unknownParts()

@@ -13,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <unistd.h>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -79,6 +81,9 @@ private Q_SLOTS:
     void verilogCapturesAsTheModel();
     void aSilentSimulatorIsAwaited();
     void keptWork();
+    void inputsStay_data();
+    void inputsStay();
+    void nothingCapturedLeavesTheOutput();
     void netlistsOfOthersAreRefused();
     void compilersLeaveNothingAndSayLittle();
     void unusableInputs_data();
@@ -283,6 +288,52 @@ void TestSimulate::keptWork()
     QVERIFY(QFile::exists(path("kept/testbench.v")));
 }
 
+void TestSimulate::inputsStay_data()
+{
+    QTest::addColumn<QString>("options"); // DIR: a marked directory with an input of each kind
+    QTest::newRow("configuration and waveform") << "--keep-work DIR";
+    QTest::newRow("netlist") << "--keep-work DIR/sub --netlist DIR/sub/n.v";
+    QTest::newRow("output over the waveform") << "--model -o DIR/wave.vcd";
+    QTest::newRow("output over another name of it") << "--model -o DIR/sub/twin.vcd";
+}
+
+void TestSimulate::inputsStay()
+{
+    QFETCH(QString, options);
+    const QTemporaryDir directory;
+    const QString in = directory.path();
+    QVERIFY(QDir(in).mkdir("sub"));
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, in + "/c.oxa");
+    const QByteArray wave = vcdOf(kNames, kSamples);
+    writeFile(in + "/wave.vcd", wave);
+    writeFile(in + "/sub/n.v", "module qx_oxa; endmodule");
+    QCOMPARE(::link(qPrintable(in + "/wave.vcd"), qPrintable(in + "/sub/twin.vcd")), 0);
+    for (const char* name : {"/.oxa-generated", "/sub/.oxa-generated"})
+        writeFile(in + name, "");
+    const Result result = oxa(QStringList {"simulate", in + "/c.oxa", "--part", partOf("QX3A-10A"),
+                                  "--stimulus", in + "/wave.vcd"}
+        + options.replace("DIR", in).split(' '));
+    QCOMPARE(result.status, 2);
+    QVERIFY2(result.err.contains("would be emptied, but it holds")
+            || result.err.contains("which this run reads"),
+        qPrintable(result.err));
+    QCOMPARE(bytesOf(in + "/wave.vcd"), wave);
+    QVERIFY(QFile::exists(in + "/c.oxa") && QFile::exists(in + "/sub/n.v"));
+}
+
+void TestSimulate::nothingCapturedLeavesTheOutput()
+{
+    const auto core0 = core(0, "10");
+    core0->expressions.clear();
+    writeFile(path("kept.vcd"), "old");
+    const Result result = simulate({core0.get()}, {"-o", path("kept.vcd")});
+    QCOMPARE(result.status, 1);
+    QVERIFY2(result.err.contains("kept.vcd: left as it was, for nothing was captured"),
+        qPrintable(result.err));
+    QCOMPARE(bytesOf(path("kept.vcd")), QByteArray("old"));
+}
+
 // A netlist here is the wrapper with its sources: what a simulator needs.
 void TestSimulate::netlistsOfOthersAreRefused()
 {
@@ -310,7 +361,7 @@ void TestSimulate::compilersLeaveNothingAndSayLittle()
     const Result result = oxa(
         call, {"PATH=" + path("program") + ":/usr/bin:/bin", "TMPDIR=" + path("program/tmp")});
     QCOMPARE(result.status, 1);
-    QVERIFY2(result.err.contains("\n19\n... 981 more lines"), qPrintable(result.err));
+    QVERIFY2(result.err.contains("19\n    ... 981 more lines"), qPrintable(result.err));
     QVERIFY(QDir(path("program/tmp")).isEmpty());
 }
 

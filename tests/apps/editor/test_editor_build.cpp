@@ -91,6 +91,10 @@ void TestEditorBuild::foreignFolderIsAskedFor()
     QVERIFY(question.contains("foreign"));
     QVERIFY(!run.panel.isRunning());
     QCOMPARE(bytesOf(m_folder.path("foreign/thesis.txt")), QByteArray("precious"));
+    run.panel.setWorkDir(QFileInfo(m_folder.path("uart.oxa")).path()); // what is open
+    run.press("Generate");
+    QVERIFY(!run.panel.isRunning());
+    QVERIFY2(run.says("it holds or lies in"), qPrintable(run.stage()));
 }
 
 void TestEditorBuild::needsAPartAndCores()
