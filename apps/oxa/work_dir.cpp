@@ -15,9 +15,6 @@
 
 namespace {
 
-constexpr char kMarkText[] = "`oxa generate` made this directory and empties it on its next run.\n"
-                             "The last run was process %1.\n";
-
 /// The process whose run the mark names.
 QString ownerOf(const QString& mark)
 {
@@ -103,7 +100,11 @@ bool WorkDir::claim(const QString& path, QString& error)
         return false;
     }
     // On a full disk it is a mark without words still.
-    const QByteArray text = QString(kMarkText).arg(::getpid()).toUtf8();
+    const QByteArray text
+        = QString("`oxa generate` made this directory and empties it on its next run.\n"
+                  "The last run was process %1.\n")
+              .arg(::getpid())
+              .toUtf8();
     const bool hasWords = ::write(m_mark, text.constData(), size_t(text.size())) == text.size()
         && ::ftruncate(m_mark, text.size()) == 0;
     Q_UNUSED(hasWords)

@@ -12,6 +12,8 @@ namespace {
 constexpr const char* kBuilds[] = {
     "checksum", // the content is what is built
     "core-index", // the installed cores take any
+    "storage-depth", // and number of windows: the memory's size need not be a power of two
+    "window-count",
     "short-window", // programs write the window that they want when they arm
     "block-sram", // by the estimate: synthesis decides
     "shadow-sram",

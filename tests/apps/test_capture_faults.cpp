@@ -214,9 +214,10 @@ void TestCaptureFaults::anotherClientOnTheChain()
 // In the middle of a wait.
 void TestCaptureFaults::openOcdRestarted()
 {
+    QVERIFY(m_live.connectOpenOcd()); // which has said nothing of clients yet
     Service waiting;
     waiting.start(OXA_PROGRAM, captureCall(m_live.address(), {"--unit", "M0=1111111111"}));
-    QTest::qWait(2000);
+    m_live.openocd.after("accepting 'tcl' connection");
     QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
     QVERIFY(m_live.connectOpenOcd());
     QVERIFY(finished(waiting));
