@@ -33,8 +33,10 @@ constexpr char kHelp[]
     = R"(An error that `oxa check` finds stops the run with exit status 1 before anything
 is written, but for a few that docs/checks.md names; they and warnings are said.
 
-The work directory is made, or emptied when an earlier run made it. With
---no-synthesis the result is a list for another tool: the source files in order,
+The work directory is made, or emptied when an earlier run made it. One run at a
+time may have it, and nothing that the run reads may lie in it, not even with --force.
+
+With --no-synthesis the result is a list for another tool: the source files in order,
 then +incdir+DIR for each include directory. It is what synthesis takes: IBUF,
 OBUF and QX_JTAG, the pads and the JTAG port, are the device's own. --simulation
 adds models of them, so that Icarus and Verilator take the list as it stands:
