@@ -218,7 +218,7 @@ void TestCaptureFaults::openOcdRestarted()
     Service waiting;
     waiting.start(OXA_PROGRAM, captureCall(m_live.address(), {"--unit", "M0=1111111111"}));
     m_live.openocd.after("accepting 'tcl' connection");
-    QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
+    QVERIFY(waiting.waitForStarted());
     QVERIFY(m_live.connectOpenOcd());
     QVERIFY(finished(waiting));
     const QString said = waiting.said();

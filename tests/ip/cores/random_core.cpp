@@ -67,7 +67,9 @@ void addUnits(Random& random, OXA::AoCore& core)
     const QList<OXA::TriggerPort*> ports = core.availableTriggers();
     const int count = between(random, 1, 4);
     for (int i = 0; i < count; ++i) {
-        OXA::MatchUnit& unit = *core.matchUnits[between(random, 0, 15)];
+        const int index = between(random, 0, 15);
+        // M1 may be hidden by the name of M10, which `oxa` refuses.
+        OXA::MatchUnit& unit = *core.matchUnits[index == 1 ? 0 : index];
         unit.enabled = true;
         unit.trigger = ports.at(between(random, 0, ports.size() - 1));
         unit.matchType = OXA::MatchType(between(random, 0, 5));
