@@ -1,10 +1,10 @@
 #include "files/input_guard.h"
 
+#include "files/file_stat.h"
+
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace OXA_FILES {
@@ -61,18 +61,13 @@ Trail trailOf(const QString& path)
     return trail;
 }
 
-bool statOf(const QString& path, struct stat& info)
-{
-    return ::stat(QFile::encodeName(path).constData(), &info) == 0;
-}
-
 bool isSameFile(const QString& a, const QString& b)
 {
-    struct stat first { };
-    struct stat second { };
-    return a == b
-        || (statOf(a, first) && statOf(b, second) && first.st_dev == second.st_dev
-            && first.st_ino == second.st_ino);
+    if (a == b)
+        return true;
+    const auto first = statOf(a);
+    const auto second = first ? statOf(b) : first;
+    return second && isSame(*first, *second);
 }
 
 /// Whether `path` is `directory` or lies in it; neither has a link in its path.
@@ -106,8 +101,8 @@ bool wouldBeTaken(const Trail& input, const QString& directory)
 /// Whether a file in `directory` is also named `file`, which has several names.
 bool holdsSameFile(const QString& directory, const QString& file)
 {
-    struct stat info { };
-    if (!statOf(file, info) || !S_ISREG(info.st_mode) || info.st_nlink < 2)
+    const auto info = statOf(file);
+    if (!info || !S_ISREG(info->st_mode) || info->st_nlink < 2)
         return false;
     QDirIterator it(directory, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
     while (it.hasNext()) {

@@ -1,5 +1,7 @@
 #include "files/replace_file.h"
 
+#include "files/file_stat.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -9,8 +11,6 @@
 #include <csignal>
 #include <cstdio>
 #include <ctime>
-#include <optional>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace OXA_FILES {
@@ -18,14 +18,6 @@ namespace OXA_FILES {
 namespace {
 
 constexpr qint64 kChunk = 1 << 20;
-
-std::optional<struct stat> statOf(const QString& path)
-{
-    struct stat info { };
-    if (::stat(QFile::encodeName(path).constData(), &info) != 0)
-        return {};
-    return info;
-}
 
 /// Whether a new file in the place of the old one would be as good: nobody else's, and without
 /// another name that would keep the old content.
@@ -35,11 +27,6 @@ bool isReplaceable(const QString& path, const struct stat& old)
     const bool inherits = directory && (directory->st_mode & S_ISGID);
     return old.st_nlink == 1 && old.st_uid == ::geteuid()
         && old.st_gid == (inherits ? directory->st_gid : ::getegid());
-}
-
-bool isSame(const struct stat& a, const struct stat& b)
-{
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
 /// The standard output or error, when the file is what that leads to: opened again, it would be

@@ -4,7 +4,6 @@
 
 #include "oxautils/check/check.h"
 #include "oxautils/model/shown_text.h"
-#include "oxautils/model/verilog_word.h"
 
 #include <QFileInfo>
 #include <QSet>
@@ -170,11 +169,6 @@ void Rehearsal::Run::work()
 {
     const Core& core = *request.core;
     Problems problems;
-    const QStringList faults = core.standard
-        ? OXA::wordFaults(QList<OXA::AoCore*> {core.standard.get()})
-        : OXA::wordFaults(QList<OXA::AOCore_Lite*> {core.lite.get()});
-    for (const QString& fault : faults)
-        problems.append({{}, fault});
     const std::vector<SimulatedCore> cores = core.standard
         ? simulatedCores({core.standard.get()}, {}, request.arg, problems)
         : simulatedCores({}, {core.lite.get()}, request.arg, problems);
