@@ -134,14 +134,14 @@ bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
     return failAt(core, "its expressions are static: other ones need another netlist");
 }
 
-bool CaptureSession::arm(const std::vector<CoreRun>& runs)
+bool CaptureSession::arm(const std::vector<CoreRun>& runs, Tables tables)
 {
     for (const CoreRun& run : runs) {
         if (!m_identities[run.core].lite && !checkLevels(run.core, run.setup))
             return false;
     }
     for (const CoreRun& run : runs) {
-        if (!prepare(run))
+        if (!prepare(run, tables))
             return false;
     }
     for (const CoreRun& run : runs) {
@@ -154,7 +154,7 @@ bool CaptureSession::arm(const std::vector<CoreRun>& runs)
 }
 
 // Brings the core to rest, and writes what it is to look for.
-bool CaptureSession::prepare(const CoreRun& run)
+bool CaptureSession::prepare(const CoreRun& run, Tables tables)
 {
     const CoreIdentity& identity = m_identities[run.core];
     CoreStatus status;
@@ -167,7 +167,7 @@ bool CaptureSession::prepare(const CoreRun& run)
     if (identity.lite)
         return true;
     if (!m_client.writeSettings(identity, run.setup)
-        || (identity.dynamic && identity.expressions > 0
+        || (tables == Tables::Written && identity.dynamic && identity.expressions > 0
             && !m_client.writeTables(identity, run.setup)))
         return fail(m_client.error());
     m_setups[run.core] = run.setup;
@@ -176,17 +176,19 @@ bool CaptureSession::prepare(const CoreRun& run)
 
 bool CaptureSession::adopt(size_t core)
 {
-    const CoreIdentity& identity = m_identities[core];
+    const SimulatedCore& own = m_build.cores[core];
     CoreStatus status;
-    m_setups[core] = m_build.cores[core].setup;
     m_begun[core] = false;
     m_ticked[core].invalidate();
     if (!readStatus(core, status))
         return false;
-    if (status.armed)
-        return true;
-    return settle(core, status) && failUnlessAtRest(core, status)
-        && (m_client.command(identity.position, CoreCommand::Arm) || fail(m_client.error()));
+    if (!status.armed)
+        return arm({
+            {core, own.setup}
+        });
+    m_setups[core] = own.setup;
+    m_setups[core].triggerPos = own.powerUpPosition;
+    return true;
 }
 
 bool CaptureSession::resume(size_t core)

@@ -73,12 +73,16 @@ public:
     /// The one that `match` found.
     const BuiltConfiguration& build() const { return m_build; }
 
+    /// What becomes of dynamic expressions when a core is armed. Writing them takes long; they can
+    /// be kept when nobody wrote others since power-up.
+    enum class Tables { Written, Kept };
+
     /// Ends what the cores are doing, writes their settings, and only then arms one after the
     /// other. False, and nothing armed, when a core is not built for its setup.
-    bool arm(const std::vector<CoreRun>& runs);
+    bool arm(const std::vector<CoreRun>& runs, Tables tables = Tables::Written);
 
-    /// Takes over the run that a core began by itself at power-up, with the settings that it was
-    /// built with; arms it when there is none.
+    /// Takes over the run that a core began by itself at power-up, with the settings and the
+    /// `powerUpPosition` that it was built with; arms it when there is none.
     bool adopt(size_t core);
 
     /// The same, but false when the core has no such run any more.
@@ -115,7 +119,7 @@ private:
     bool failAt(size_t core, const QString& error);
     bool matchStructure(const std::vector<SimulatedCore>& cores);
     bool checkLevels(size_t core, const TriggerSetup& setup);
-    bool prepare(const CoreRun& run);
+    bool prepare(const CoreRun& run, Tables tables);
     bool readStatus(size_t core, CoreStatus& status);
     bool settle(size_t core, CoreStatus& status);
     bool failUnlessAtRest(size_t core, const CoreStatus& status);

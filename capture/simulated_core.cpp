@@ -10,7 +10,8 @@ std::vector<SimulatedCore> simulatedCores(const QList<OXA::AoCore*>& cores,
         SimulatedCore simulated;
         simulated.core = core;
         simulated.request = sampleRequest(*core);
-        triggerSetup(*core, arg, simulated.name(), simulated.setup, problems);
+        triggerSetup(*core, simulated.name(), simulated.setup, problems);
+        simulated.powerUpPosition = powerUpPosition(*core, arg);
         all.push_back(std::move(simulated));
     }
     // Of a Lite configuration only the first core becomes hardware.

@@ -11,6 +11,8 @@ struct SimulatedCore {
     const OXA::AOCore_Lite* lite = nullptr;
     SampleRequest request;
     TriggerSetup setup; ///< of a Standard core
+    /// Takes the place of `setup.triggerPos` in what a Standard core captures from power-up on.
+    qint64 powerUpPosition = 0;
 
     int index() const { return core ? core->index : lite->index; }
     QList<OXA::SignalItem> items() const { return core ? core->captureSignals : lite->signalList; }

@@ -5,8 +5,11 @@
 
 #include <oxautils/encoding/match_registers.h>
 
+#include <dev/device_db.h>
+
 #include <QBitArray>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTextStream>
 
 #include <algorithm>
@@ -119,14 +122,18 @@ void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complai
     }
 }
 
-// Samples behind the trigger, as the core's initial registers say it.
+// Samples behind the trigger, as the core's registers say it at power-up. They depend on nothing
+// but what is copied here, and the values of wide units take long to write.
 qint64 samplesBehindTrigger(const OXA::AoCore& core, const OXA::OxaArg& arg)
 {
     static const QRegularExpression depth("DATA_DEPTH_INIT = \\d+'h0*(-?)([0-9a-f]+);");
+    OXA::AoCore bare(core.index);
+    bare.captureAmount = core.captureAmount;
+    bare.triggerPos = core.triggerPos;
+    bare.expressionType = core.expressionType;
     QString text;
     QTextStream out(&text);
-    OXA::generateRegister(
-        const_cast<OXA::AoCore*>(&core), out, arg.package, arg.configFile.endsWith("oxa") ? 0 : 1);
+    OXA::generateRegister(&bare, out, arg.package, arg.configFile.endsWith("oxa") ? 0 : 1);
     // MAX_DATA_DEPTH_INIT, which has the same ending, stands in front.
     const auto match = depth.match(text, text.indexOf(" DATA_DEPTH_INIT"));
     const qint64 value = match.captured(2).toLongLong(nullptr, 16);
@@ -134,8 +141,7 @@ qint64 samplesBehindTrigger(const OXA::AoCore& core, const OXA::OxaArg& arg)
     return (match.captured(1).isEmpty() ? value : -value) + allowance - 1;
 }
 
-void addWindows(
-    const OXA::AoCore& core, const OXA::OxaArg& arg, TriggerSetup& setup, Complaints& complaints)
+void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
 {
     setup.captureAmount = core.captureAmount;
     setup.triggerPos = core.triggerPos;
@@ -153,9 +159,6 @@ void addWindows(
         complaints.add({},
             QString("a window of %1 samples has no trigger position %2")
                 .arg(QString::number(core.captureAmount), QString::number(core.triggerPos)));
-    else
-        setup.triggerPos
-            = core.captureAmount - 1 - std::max(samplesBehindTrigger(core, arg), qint64(0));
 }
 
 }
@@ -176,8 +179,43 @@ SampleRequest sampleRequest(const OXA::AOCore_Lite& core)
     return {core.sampleClock, core.trigType == 1, {core.dataSignals()}};
 }
 
-bool triggerSetup(const OXA::AoCore& core, const OXA::OxaArg& arg, const QString& place,
-    TriggerSetup& setup, Problems& problems)
+qint64 powerUpPosition(const OXA::AoCore& core, const OXA::OxaArg& arg)
+{
+    return core.captureAmount - 1 - std::max(samplesBehindTrigger(core, arg), qint64(0));
+}
+
+PowerUpShift powerUpShift(const OXA::AoCore& core, const QString& configFile)
+{
+    PowerUpShift shift;
+    OXA::OxaArg arg;
+    arg.configFile = configFile;
+    QSet<QString> seen;
+    const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
+    for (const DEV::ChipInfo& chip : chips) {
+        arg.package = chip.name;
+        if (seen.contains(chip.name))
+            continue;
+        seen += chip.name;
+        const qint64 position = powerUpPosition(core, arg);
+        if (position == core.triggerPos)
+            continue;
+        shift.position = position;
+        shift.devices += chip.name;
+    }
+    return shift;
+}
+
+QString powerUpText(const OXA::AoCore& core, const QString& configFile)
+{
+    const PowerUpShift shift = powerUpShift(core, configFile);
+    const QString text = QString("%1 samples before the trigger").arg(core.triggerPos);
+    return shift.devices.isEmpty()
+        ? text
+        : text + QString("; %1 on ").arg(shift.position) + shift.devices.join(", ");
+}
+
+bool triggerSetup(
+    const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Problems& problems)
 {
     const int before = problems.size();
     Complaints complaints(place, problems);
@@ -188,7 +226,7 @@ bool triggerSetup(const OXA::AoCore& core, const OXA::OxaArg& arg, const QString
         complaints.add({}, "it captures no signal");
     addUnits(core, setup, complaints);
     addLevels(core, setup, complaints);
-    addWindows(core, arg, setup, complaints);
+    addWindows(core, setup, complaints);
     return problems.size() == before;
 }
 

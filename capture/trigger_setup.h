@@ -54,12 +54,27 @@ struct TriggerSetup {
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AoCore& core);
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AOCore_Lite& core);
 
-/// What `core` does on the device and with the configuration file that `arg` names. False when no
-/// hardware does what it asks for, with all the reasons in `problems`, their places below `place`.
-///
-/// On some devices a window lies a sample earlier than asked for: `triggerPos` is then one more.
-OXACAPTURE_EXPORT bool triggerSetup(const OXA::AoCore& core, const OXA::OxaArg& arg,
-    const QString& place, TriggerSetup& setup, Problems& problems);
+/// What `core` does in every run that a program arms, for that writes these settings first; they
+/// are the same on all devices. False when no hardware does what it asks for, with all the reasons
+/// in `problems`, their places below `place`.
+OXACAPTURE_EXPORT bool triggerSetup(
+    const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Problems& problems);
+
+/// Where the trigger lies in windows that `core` takes by itself from power-up on, before anything
+/// could write its settings: on some devices, which `arg` names together with the configuration
+/// file, one sample later than `core.triggerPos`.
+OXACAPTURE_EXPORT qint64 powerUpPosition(const OXA::AoCore& core, const OXA::OxaArg& arg);
+
+/// The devices of the catalogue on which `powerUpPosition` is not `core.triggerPos`, and what it is
+/// there.
+struct PowerUpShift {
+    qint64 position = 0;
+    QStringList devices; ///< none: it is the same everywhere
+};
+OXACAPTURE_EXPORT PowerUpShift powerUpShift(const OXA::AoCore& core, const QString& configFile);
+
+/// The same in words: "32 samples before the trigger; 33 on QX1N-9, QX2A-18".
+OXACAPTURE_EXPORT QString powerUpText(const OXA::AoCore& core, const QString& configFile);
 
 }
 

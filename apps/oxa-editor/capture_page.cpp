@@ -3,6 +3,9 @@
 #include "core_form.h"
 #include "window_drawing.h"
 
+#include "capture/trigger_setup.h"
+
+#include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
 #include <QVBoxLayout>
@@ -58,6 +61,7 @@ QLineEdit* addHead(CoreForm& form)
 CapturePage::CapturePage(Document& document, QWidget* parent)
     : CorePage(document, Page::Capture, parent)
     , m_drawing(new WindowDrawing)
+    , m_powerUp(new QLabel)
 {
     QFormLayout* layout = makeForm(this);
     m_form = new CoreForm(document, layout);
@@ -69,6 +73,9 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
     },
         {{tr("Block SRAM"), 0}, {tr("Registers"), 1}, {tr("Shadow SRAM"), 2}});
     addSwitches();
+    m_powerUp->setAccessibleName(tr("Windows from power-up on"));
+    m_powerUp->setWordWrap(true);
+    layout->addRow(m_powerUp);
 }
 
 void CapturePage::addWindowRows(QFormLayout* layout)
@@ -110,6 +117,12 @@ void CapturePage::refresh()
     const OXA::AoCore& shown = *standard();
     m_drawing->setWindows(
         shown.storageDepth, shown.captureAmount, shown.windowNum, shown.triggerPos);
+    m_powerUp->setVisible(shown.captureInitDataEnabled);
+    if (!shown.captureInitDataEnabled)
+        return;
+    const QString file = document().path().isEmpty() ? "untitled.oxa" : document().path();
+    m_powerUp->setText(tr("Windows from power-up on, before anything is armed: %1.")
+                           .arg(OXA_CAPTURE::powerUpText(shown, file)));
 }
 
 LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)

@@ -5,6 +5,7 @@
 
 class CoreForm;
 class QFormLayout;
+class QLabel;
 class WindowDrawing;
 
 /// When and how much a core samples, and into what memory.
@@ -23,6 +24,7 @@ private:
 
     CoreForm* m_form;
     WindowDrawing* m_drawing;
+    QLabel* m_powerUp; // where the trigger lies before a program arms the core
 };
 
 /// The same for a Lite core.

@@ -283,6 +283,18 @@ bool readCore(const Options& options, CaptureSession& session, const CoreRun& ru
     return true;
 }
 
+/// Says where the trigger lies in runs that began before the file's settings could be written.
+void reportPowerUp(const std::vector<CoreRun>& runs, const CaptureSession& session, TextOut& err)
+{
+    for (const CoreRun& run : runs) {
+        const SimulatedCore& core = session.build().cores[run.core];
+        if (core.core && core.powerUpPosition != core.setup.triggerPos)
+            err << core.name() << ": a run from power-up on has " << core.powerUpPosition
+                << " samples before the trigger on this device, not " << core.setup.triggerPos
+                << " as in the file\n";
+    }
+}
+
 int readAndDeliver(const Options& options, CaptureSession& session,
     const std::vector<CoreRun>& runs, const std::vector<CoreProgress>& progress, Io& io)
 {
@@ -326,6 +338,8 @@ int capture(const Options& options, const Plan& plan, Io& io)
     // Ctrl-C stops the cores, and what they have is read, unless OpenOCD answers no more.
     link.setGoesOn(aSecondLonger(goesOn));
     Watch watch(options, *session, plan.chosen, interrupt, io.err);
+    if (options.powerUp)
+        reportPowerUp(runs, *session, io.err);
     if (!startAll(options, *session, runs) || !watch.run()) {
         io.err << "error: " << session->error() << '\n';
         for (const CoreRun& run : runs)

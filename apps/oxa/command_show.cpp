@@ -2,6 +2,7 @@
 #include "configuration.h"
 #include "options.h"
 
+#include "capture/trigger_setup.h"
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
@@ -16,7 +17,11 @@ constexpr char kSummary[] = "Print a configuration and the state of its checksum
 constexpr char kHelp[]
     = R"(The checksum is compared with the one that the file's content asks for; a file
 whose checksum differs was changed by something that did not know about it, or
-damaged, and hosts may refuse it. Saving the file anew sets it right.)";
+damaged, and hosts may refuse it. Saving the file anew sets it right.
+
+Programs write the trigger position when they arm a core. Of what a core captures
+from power-up on, before that, the position is one more on some devices, which are
+named; in --json "powerUp" has them, and is null for a core that is not armed then.)";
 
 constexpr const char* kStorages[] = {"block SRAM", "registers", "shadow SRAM"};
 
@@ -80,7 +85,7 @@ QString counterText(const OXA::MatchUnit& unit)
             QString::number(unit.counterWidth));
 }
 
-void showCore(TextOut& out, const OXA::AoCore& core, int position)
+void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString& file)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
         << ", " << edgeText(core.trigType) << " edge";
@@ -90,6 +95,9 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position)
         << " samples in " << storageText(core.implementation) << ": "
         << namesOf(core.signalList).join(", ") << "\n  windows  " << core.windowNum << " of "
         << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
+    if (core.captureInitDataEnabled)
+        out << "  armed    from power-up on; its windows from then have "
+            << OXA_CAPTURE::powerUpText(core, file) << '\n';
     for (const OXA::TriggerPort* port : core.availableTriggers())
         out << "  T" << port->index << "       " << bitsText(port->singleSignals().size()) << ": "
             << namesOf(port->signalList).join(", ") << '\n';
@@ -108,7 +116,7 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position)
     out << '\n';
 }
 
-void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position)
+void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const QString&)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
         << ", " << edgeText(core.trigType) << " edge";
@@ -119,10 +127,22 @@ void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position)
         << namesOf(core.signalList).join(", ") << '\n';
 }
 
-template <typename Core> void showCores(TextOut& out, const QList<Core*>& cores)
+template <typename Core>
+void showCores(TextOut& out, const QList<Core*>& cores, const QString& file)
 {
     for (int position = 0; position < cores.size(); ++position)
-        showCore(out, *cores.at(position), position);
+        showCore(out, *cores.at(position), position, file);
+}
+
+QJsonValue powerUpJson(const OXA::AoCore& core, const QString& file)
+{
+    if (!core.captureInitDataEnabled)
+        return {};
+    const OXA_CAPTURE::PowerUpShift shift = OXA_CAPTURE::powerUpShift(core, file);
+    QJsonObject object;
+    object.insert("devices", QJsonArray::fromStringList(shift.devices));
+    object.insert("triggerPosition", shift.devices.isEmpty() ? core.triggerPos : shift.position);
+    return object;
 }
 
 QJsonObject toJson(const OXA::MatchUnit& unit)
@@ -139,7 +159,7 @@ QJsonObject toJson(const OXA::MatchUnit& unit)
     };
 }
 
-QJsonObject toJson(const OXA::AoCore& core)
+QJsonObject toJson(const OXA::AoCore& core, const QString& file)
 {
     QJsonArray ports;
     for (const OXA::TriggerPort* port : core.availableTriggers())
@@ -151,24 +171,25 @@ QJsonObject toJson(const OXA::AoCore& core)
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
         units += toJson(*unit);
     return {
-        {"index",           core.index                                     },
-        {"module",          core.moduleName                                },
-        {"sampleClock",     core.sampleClock                               },
-        {"edge",            edgeText(core.trigType)                        },
-        {"storageDepth",    core.storageDepth                              },
-        {"captureAmount",   core.captureAmount                             },
-        {"windows",         core.windowNum                                 },
-        {"triggerPosition", core.triggerPos                                },
-        {"storage",         storageText(core.implementation)               },
-        {"signals",         QJsonArray::fromStringList(core.dataSignals()) },
-        {"ports",           ports                                          },
-        {"units",           units                                          },
-        {"expressionType",  core.expressionType == 1 ? "dynamic" : "static"},
-        {"expressions",     QJsonArray::fromStringList(core.expressions)   },
+        {"index",           core.index             },
+        {"module",          core.moduleName        },
+        {"sampleClock",     core.sampleClock       },
+        {"edge",            edgeText(core.trigType)},
+        {"storageDepth",    core.storageDepth      },
+        {"captureAmount",   core.captureAmount     },
+        {"windows",         core.windowNum         },
+        {"triggerPosition", core.triggerPos        },
+        {"powerUp",         powerUpJson(core,        file)},
+        {"storage",                 storageText(core.implementation)                               },
+        {"signals",                 QJsonArray::fromStringList(core.dataSignals())},
+        {"ports",                 ports                                 },
+        {"units",                 units},
+        {"expressionType",                 core.expressionType == 1 ? "dynamic" : "static"                        },
+        {"expressions",                 QJsonArray::fromStringList(core.expressions)   },
     };
 }
 
-QJsonObject toJson(const OXA::AOCore_Lite& core)
+QJsonObject toJson(const OXA::AOCore_Lite& core, const QString&)
 {
     return {
         {"index",         core.index                                    },
@@ -181,25 +202,27 @@ QJsonObject toJson(const OXA::AOCore_Lite& core)
     };
 }
 
-template <typename Core> QJsonArray toJson(const QList<Core*>& cores)
+template <typename Core> QJsonArray toJson(const QList<Core*>& cores, const QString& file)
 {
     QJsonArray array;
     for (const Core* core : cores)
-        array += toJson(*core);
+        array += toJson(*core, file);
     return array;
 }
 
-void printJson(TextOut& out, const Configuration& configuration, const QString& version,
-    const Checksum& checksum)
+void printJson(TextOut& out, const QString& file, const Configuration& configuration,
+    const QString& version, const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;
+    const QJsonArray cores
+        = lite ? toJson(configuration.liteCores, file) : toJson(configuration.cores, file);
     const QJsonObject object {
-        {"mode",     lite ? "Lite" : "Standard"                                          },
-        {"version",  version                                                             },
+        {"mode",     lite ? "Lite" : "Standard" },
+        {"version",  version                    },
         {"checksum",
          QJsonObject {{"state", checksum.state()}, {"stored", checksum.stored},
-                {"computed", checksum.computed}}                                         },
-        {"cores",    lite ? toJson(configuration.liteCores) : toJson(configuration.cores)},
+                {"computed", checksum.computed}}},
+        {"cores",    cores                      },
     };
     out.json(object);
 }
@@ -216,8 +239,8 @@ void print(TextOut& out, const QString& file, const Configuration& configuration
     else
         out << (checksum.stored.isEmpty() ? "missing" : checksum.stored + " differs")
             << "; the content asks for " << checksum.computed << '\n';
-    showCores(out, configuration.cores);
-    showCores(out, configuration.liteCores);
+    showCores(out, configuration.cores, file);
+    showCores(out, configuration.liteCores, file);
 }
 
 int run(const Options& options, Io& io)
@@ -230,7 +253,7 @@ int run(const Options& options, Io& io)
     const Checksum checksum {
         OXA::readOXACRCForXml(options.file), OXA::computeOXACRCForXml(options.file)};
     if (options.json)
-        printJson(io.out, configuration, version, checksum);
+        printJson(io.out, options.file, configuration, version, checksum);
     else
         print(io.out, options.file, configuration, version, checksum);
     return kDone;

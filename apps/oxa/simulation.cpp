@@ -127,16 +127,28 @@ bool build(const Simulation& simulation, const Preparation& preparation, Simulat
     return false;
 }
 
+// Clock periods that the cores need to come to rest, those of them that run from power-up on with
+// another trigger position than the configuration's.
+int periodsInFront(const std::vector<SimulatedCore>& cores)
+{
+    const bool any = std::any_of(cores.begin(), cores.end(), [](const SimulatedCore& core) {
+        return core.core && core.core->captureInitDataEnabled
+            && core.powerUpPosition != core.setup.triggerPos;
+    });
+    return any ? kLeadIn : 0;
+}
+
 bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
     const SampledWaveform& waveform, qint64 steps, SimulatedTarget& target,
     std::vector<ModelRun>& runs, QString& error)
 {
     TargetCapture client(target, cores, waveform);
+    const qint64 leadIn = qint64(2) * periodsInFront(cores);
     const qint64 leadOut = qint64(2) * kLeadOut;
     const auto progress
         = [&simulation](int percent) { return simulation.progress("simulating", percent); };
     bool ok = client.begin(simulation.workDir + "/generated")
-        && client.run(steps - leadOut, leadOut, simulation.forceAt, progress);
+        && client.run(leadIn, steps - leadIn - leadOut, leadOut, simulation.forceAt, progress);
     for (size_t core = 0; ok && core < cores.size(); ++core) {
         const std::vector<Window> expected = runs[core].windows;
         ok = simulation.progress("reading out", int(100 * core / cores.size()))
@@ -149,7 +161,7 @@ bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cor
 }
 
 bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
-    const SampledWaveform& waveform, SimulatedTarget& target, const QString& stimulus,
+    const SampledWaveform& waveform, int leadIn, SimulatedTarget& target, const QString& stimulus,
     qint64& steps, QString& error)
 {
     const QList<OXA::AOCore_Lite*> liteCores = liteCoresOf(simulation.arg.configFile);
@@ -162,7 +174,7 @@ bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>&
         requests.push_back(core.request);
     if (!simulation.progress("generating", 0) || !build(simulation, preparation, target, error))
         return false;
-    steps = writeStimulus(stimulus, preparation.ports, kLeadOut, waveform, requests, error);
+    steps = writeStimulus(stimulus, preparation.ports, leadIn, kLeadOut, waveform, requests, error);
     return steps >= 0;
 }
 
@@ -173,7 +185,8 @@ bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& co
     target.setGoesOn(simulation.goesOn);
     const QString stimulus = simulation.workDir + "/stimulus.txt";
     qint64 steps = 0;
-    if (!buildTarget(simulation, cores, waveform, target, stimulus, steps, error))
+    if (!buildTarget(
+            simulation, cores, waveform, periodsInFront(cores), target, stimulus, steps, error))
         return false;
     if (!target.start(stimulus)) {
         error = target.error();

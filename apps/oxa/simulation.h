@@ -20,14 +20,16 @@ struct Simulation {
 
 /// Clock periods behind the waveform that bring the last samples into memory.
 constexpr int kLeadOut = 8;
+/// Those in front of it in which cores that run from power-up on come to rest.
+constexpr int kLeadIn = 12;
 
 /// Generates and compiles it as a target for `cores`, which sample `waveform`, and writes the
-/// waveform's steps to the file `stimulus`. `steps` counts them, two for each period behind the
-/// waveform included. False when that fails, with `error`, which is empty after `progress` stopped
-/// the work.
+/// waveform's steps to the file `stimulus`. `steps` counts them, two for each of the `leadIn`
+/// periods in front of the waveform and of those behind it included. False when that fails, with
+/// `error`, which is empty after `progress` stopped the work.
 bool buildTarget(const Simulation& simulation, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
-    const OXA_CAPTURE::SampledWaveform& waveform, SimulatedTarget& target, const QString& stimulus,
-    qint64& steps, QString& error);
+    const OXA_CAPTURE::SampledWaveform& waveform, int leadIn, SimulatedTarget& target,
+    const QString& stimulus, qint64& steps, QString& error);
 
 /// Runs it for `cores`, which sample `waveform`. `runs` holds for each core what the trigger model
 /// makes of it, and is replaced by what the simulated core captured.

@@ -58,6 +58,8 @@ public:
 
     /// The steps' lines for `periods` of all clocks.
     QByteArray idle(int periods);
+    /// The same in front of the waveform: they leave each clock where its first edge begins.
+    QByteArray begin(int periods);
     /// Line by line; empty at the end.
     QByteArray next();
 
@@ -143,6 +145,14 @@ QByteArray Player::idle(int periods)
     return lines;
 }
 
+QByteArray Player::begin(int periods)
+{
+    const std::vector<ClockEdge>& edges = m_waveform.edges;
+    for (auto edge = edges.rbegin(); periods > 0 && edge != edges.rend(); ++edge)
+        m_clocks.data()[m_clocks.size() - 1 - edge->clock] = edge->level ? '0' : '1';
+    return idle(periods);
+}
+
 QByteArray Player::next()
 {
     const std::vector<ClockEdge>& edges = m_waveform.edges;
@@ -173,12 +183,12 @@ QByteArray testbench(const StimulusPorts& ports)
     return (text + kTail).toUtf8();
 }
 
-qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadOut,
+qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,
     const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error)
 {
     Player player(ports, waveform, requests);
-    const auto fill = [&player, leadOut](QIODevice& out, QString&) {
-        QByteArray text;
+    const auto fill = [&player, leadIn, leadOut](QIODevice& out, QString&) {
+        QByteArray text = player.begin(leadIn);
         for (QByteArray line = player.next(); !line.isEmpty(); line = player.next()) {
             text += line;
             if (text.size() < kFlushAt)

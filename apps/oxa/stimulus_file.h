@@ -18,11 +18,11 @@ struct StimulusPorts {
 QByteArray testbench(const StimulusPorts& ports);
 
 /// Writes the waveform's steps to the file `path`: before every change of clocks the values that
-/// the cores sample at it. Clocks are in the waveform's order. Behind the waveform come `leadOut`
-/// periods of all clocks. Unknown values are 0.
+/// the cores sample at it. Clocks are in the waveform's order. In front of the waveform come
+/// `leadIn` periods of all clocks and behind it `leadOut`. Unknown values are 0.
 ///
-/// The number of steps, two for each period of the end included; -1, with `error`, when it fails.
-qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadOut,
+/// The number of steps, two for each of these periods included; -1, with `error`, when it fails.
+qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,
     const OXA_CAPTURE::SampledWaveform& waveform,
     const std::vector<OXA_CAPTURE::SampleRequest>& requests, QString& error);
 

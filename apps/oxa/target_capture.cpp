@@ -86,23 +86,37 @@ bool TargetCapture::play(qint64 steps)
     return true;
 }
 
-bool TargetCapture::run(qint64 steps, qint64 leadOut, qint64 forceAt, const Progress& progress)
+// What runs from power-up on has not seen a clock yet: it can run on, or be stopped, which takes
+// some clocks, and armed again.
+bool TargetCapture::arm(qint64 leadIn)
+{
+    std::vector<CoreRun> runs;
+    for (size_t core = 0; core < m_cores.size(); ++core) {
+        const bool isArmed = m_session.identities()[core].armedAtPowerUp;
+        if (isArmed && !(leadIn > 0 ? m_session.stop(core) : m_session.adopt(core)))
+            return fail(m_session.error());
+        if (!isArmed || leadIn > 0)
+            runs.push_back({core, m_cores[core].setup});
+    }
+    return play(leadIn)
+        && (m_session.arm(runs, CaptureSession::Tables::Kept) || fail(m_session.error()));
+}
+
+bool TargetCapture::run(
+    qint64 leadIn, qint64 steps, qint64 leadOut, qint64 forceAt, const Progress& progress)
 {
     m_progress = progress;
     m_played = 0;
-    m_toPlay = steps + leadOut;
-    for (size_t core = 0; core < m_cores.size(); ++core) {
-        // What is armed from power-up on has not seen a clock yet.
-        if (!m_session.adopt(core))
-            return fail(m_session.error());
-    }
+    m_toPlay = leadIn + steps + leadOut;
+    if (!arm(leadIn))
+        return false;
     for (const auto& [step, core] : stepsOfSample(m_waveform, m_cores, forceAt)) {
-        if (!play(step - m_played))
+        if (!play(leadIn + step - m_played))
             return false;
         if (!m_session.force(core))
             return fail(m_session.error());
     }
-    if (!play(steps - m_played))
+    if (!play(leadIn + steps - m_played))
         return false;
     for (size_t core = 0; core < m_cores.size(); ++core) {
         if (!m_session.stop(core))

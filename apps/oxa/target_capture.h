@@ -16,8 +16,11 @@ public:
     bool begin(const QString& generatedDir);
 
     /// Arms the cores, plays `steps` steps of the stimulus, forces the triggers at sample `forceAt`
-    /// of each core, and stops the cores before the `leadOut` steps that follow.
-    bool run(qint64 steps, qint64 leadOut, qint64 forceAt, const OXA_CAPTURE::Progress& progress);
+    /// of each core, and stops the cores before the `leadOut` steps that follow. With a `leadIn`,
+    /// cores that are armed from power-up on are stopped before these first steps, and armed with
+    /// settings of the configuration.
+    bool run(qint64 leadIn, qint64 steps, qint64 leadOut, qint64 forceAt,
+        const OXA_CAPTURE::Progress& progress);
 
     /// Reads out a core and finds its windows in the waveform; `expected` says where to look first.
     bool read(size_t core, const std::vector<OXA_CAPTURE::Window>& expected,
@@ -29,6 +32,7 @@ public:
 private:
     bool fail(const QString& error);
     bool failAt(size_t core, const QString& error);
+    bool arm(qint64 leadIn);
     bool play(qint64 steps);
     bool locate(size_t core, const OXA_CAPTURE::DecodedWindow& window, qint64 earliest,
         qint64 guess, OXA_CAPTURE::Window& place);

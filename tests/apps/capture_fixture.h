@@ -8,6 +8,7 @@
 #include <random>
 
 constexpr char kPart[] = "QX3A-10ALV-QFN88-C8";
+constexpr char kDeeperPart[] = "QX1N-9LV-QFN88-C6"; // power-up takes a sample more in front
 constexpr int kSamples = 500;
 constexpr int kRound = 280; // of the counter
 

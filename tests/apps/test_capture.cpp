@@ -122,6 +122,8 @@ private Q_SLOTS:
     void withoutATrigger();
     void progressOnATerminal_data();
     void progressOnATerminal();
+    void positionsOnDevices_data();
+    void positionsOnDevices();
     void immediately();
     void interrupted();
     void lite();
@@ -326,6 +328,61 @@ void TestCapture::progressOnATerminal()
     QVERIFY(finished(terminal));
     const QString said = QString::fromUtf8(terminal.readAllStandardOutput());
     QVERIFY2(QRegularExpression(shown).match(said).hasMatch(), qPrintable(said));
+}
+
+void TestCapture::positionsOnDevices_data()
+{
+    QTest::addColumn<QString>("part");
+    QTest::addColumn<int>("expressionType");
+    QTest::addColumn<int>("atPowerUp");
+    QTest::newRow("static") << kPart << 0 << 20;
+    QTest::newRow("dynamic") << kPart << 1 << 20;
+    QTest::newRow("static, a deeper pipeline") << kDeeperPart << 0 << 21;
+    QTest::newRow("dynamic, a deeper pipeline") << kDeeperPart << 1 << 21;
+}
+
+// One position is one sample, whoever tells it; only what was captured from power-up on may differ,
+// and is said to.
+void TestCapture::positionsOnDevices()
+{
+    QFETCH(QString, part);
+    QFETCH(int, expressionType);
+    QFETCH(int, atPowerUp);
+    const auto core = countingCore(4, "clk");
+    core->expressionType = expressionType;
+    core->captureInitDataEnabled = true;
+    OXA::writeOXAConfigToXml({core.get()}, path("position.oxa"));
+    const QString shown = oxa({"show", path("position.oxa")}).out;
+    QVERIFY2(shown.contains("50 samples, 20 before the trigger\n"), qPrintable(shown));
+    QVERIFY2(
+        shown.contains(QRegularExpression("from power-up on.* 20 samples .*; 21 on .*QX1N-9\\b")),
+        qPrintable(shown));
+
+    const QStringList simulate {
+        "simulate", path("position.oxa"), "--part", part, "--stimulus", path("wave.vcd")};
+    const Result model = oxa(simulate + QStringList {"--model"});
+    const QString window("core 4, window 0: trigger at sample %1, 50 samples from %2 on\n");
+    const int trigger = model.out.section("sample ", 1).section(',', 0, 0).toInt();
+    QVERIFY2(model.out.startsWith(window.arg(trigger).arg(trigger - 20)), qPrintable(model.out));
+    const Result verilog = oxa(simulate);
+    QCOMPARE(verilog.err, QString());
+    QCOMPARE(verilog.out, model.out);
+
+    LiveTarget live;
+    QVERIFY2(live.start(path("position.oxa"), path("wave.vcd"), {}, part), live.target.said());
+    const QStringList call {
+        "capture", path("position.oxa"), "--openocd", live.address(), "--timeout", "60"};
+    const Result powerUp = oxa(call + QStringList {"--power-up"});
+    QVERIFY2(powerUp.out.startsWith(window.arg(atPowerUp).arg(0)), qPrintable(powerUp.out));
+    QCOMPARE(powerUp.err.contains("has 21 samples before the trigger on this device, not 20"),
+        atPowerUp == 21);
+    for (const QStringList& option : {
+             QStringList(), QStringList {"--position", "20"}
+    }) {
+        const Result armed = oxa(call + option);
+        QCOMPARE(armed.err, QString());
+        QVERIFY2(armed.out.startsWith(window.arg(20).arg(0)), qPrintable(armed.out));
+    }
 }
 
 // A forced window holds samples that follow one another.

@@ -74,7 +74,6 @@ private Q_SLOTS:
     void capturesOfTheModel();
     void coresThatDoNotTrigger();
     void forcedTriggers();
-    void devicesWhoseWindowsLieEarlier();
     void unknownValuesThatDecide();
     void lite();
     void verilogCapturesAsTheModel_data();
@@ -157,16 +156,6 @@ void TestSimulate::forcedTriggers()
     QCOMPARE(late.status, 1);
     QVERIFY(late.err.contains("core 0: it has no sample 6 to be forced at, only 6"));
     QCOMPARE(simulate({core0.get()}, {"--force-trigger-at", "-1"}).status, 2);
-}
-
-// On some devices the format asks for a sample less behind the trigger.
-void TestSimulate::devicesWhoseWindowsLieEarlier()
-{
-    const auto core0 = core(0, "10");
-    m_call[3] = partOf("QX1N-9");
-    const Result result = simulate({core0.get()}, {});
-    m_call[3] = partOf("QX3A-10A");
-    QCOMPARE(result.out, QString("core 0, window 0: trigger at sample 2, 3 samples from 0 on\n"));
 }
 
 void TestSimulate::unknownValuesThatDecide()

@@ -38,7 +38,7 @@ ModelRun run(const OXA::AoCore& core, const QString& port, qint64 forceAt = kNoS
 {
     Problems problems;
     TriggerSetup setup;
-    if (!triggerSetup(core, {}, {}, setup, problems)) {
+    if (!triggerSetup(core, {}, setup, problems)) {
         qWarning() << problems.first().message();
         return {};
     }
@@ -425,9 +425,9 @@ void TestTriggerModel::refusesWhatNoHardwareDoes()
         core->storageDepth = 16;
         TriggerSetup setup;
         Problems problems;
-        QVERIFY(triggerSetup(*core, {}, "core 5", setup, problems));
+        QVERIFY(triggerSetup(*core, "core 5", setup, problems));
         row.change(*core, unit);
-        QVERIFY(!triggerSetup(*core, {}, "core 5", setup, problems));
+        QVERIFY(!triggerSetup(*core, "core 5", setup, problems));
         QCOMPARE(problems.first().message(), QString(row.message));
     }
 }

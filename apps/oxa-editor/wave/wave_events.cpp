@@ -143,7 +143,7 @@ CapturedUnits::CapturedUnits(const OXA::AoCore& core, const QStringList& data)
     }
     m_layout = SampleLayout(widths);
     Problems ignored; // about what is not asked for
-    triggerSetup(core, {}, {}, m_setup, ignored);
+    triggerSetup(core, {}, m_setup, ignored);
     auto& units = m_setup.units;
     const auto isBlind = [this](const UnitSetup& unit) {
         const std::vector<int>& places = m_places[size_t(unit.field)];

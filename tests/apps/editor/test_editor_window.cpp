@@ -17,6 +17,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
@@ -332,6 +333,12 @@ void TestEditorWindow::typingIsOneStep()
     QCOMPARE(stack.count(), 1);
     driver.keys("Ctrl+Z");
     QCOMPARE(driver.core().triggerPos, 32);
+
+    driver.find<QCheckBox>("Armed at power-up")->click();
+    auto* powerUp = driver.find<QLabel>("Windows from power-up on");
+    QVERIFY(powerUp);
+    QVERIFY2(powerUp->text().contains(QRegularExpression(" 32 samples .*; 33 on .*QX1N-9\\b")),
+        qPrintable(powerUp->text()));
 }
 
 void TestEditorWindow::undoShowsThePlace()

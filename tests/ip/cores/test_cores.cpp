@@ -249,18 +249,16 @@ struct Round {
     Round(Random& random, Analyzer& analyzer, bool rewritten)
         : analyzer(analyzer)
     {
-        OXA::OxaArg arg = analyzer.bench.arg;
-        if (rewritten) {
-            arg.package.clear(); // the client's settings do not know the device
-            for (OXA::AoCore* core : analyzer.cores)
-                changeSettings(random, *core);
-        }
+        for (int i = 0; rewritten && i < analyzer.cores.size(); ++i)
+            changeSettings(random, *analyzer.cores.at(i));
         makeStimulus(random);
         for (const OXA::AoCore* core : analyzer.cores) {
             Problems problems;
             setups.emplace_back();
-            if (!triggerSetup(*core, arg, {}, setups.back(), problems))
+            if (!triggerSetup(*core, {}, setups.back(), problems))
                 error = problems.first().message();
+            if (!rewritten)
+                setups.back().triggerPos = powerUpPosition(*core, analyzer.bench.arg);
         }
         if (rewritten) {
             rewrite(client, analyzer.cores, setups);

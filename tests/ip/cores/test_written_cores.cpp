@@ -315,7 +315,7 @@ void TestWrittenCores::captureAsTheModel()
         for (size_t i = 0; i < design.cores.size(); ++i) {
             changeSettings(design.random, *design.cores[i]);
             Problems problems;
-            QVERIFY(triggerSetup(*design.cores[i], {}, {}, setups[i], problems));
+            QVERIFY(triggerSetup(*design.cores[i], {}, setups[i], problems));
             QVERIFY2(target.write(target.cores[i], setups[i]), qPrintable(target.client.error()));
         }
         const QByteArrayList samples = design.samples.mid(round * (kSamples + kLeadOut), kSamples);
