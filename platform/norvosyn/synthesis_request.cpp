@@ -128,7 +128,9 @@ void readOptions(MapReader& top, SynthesisRequest& request, QStringList& problem
     for (const QString& path : paths) {
         if (const QString why = unusable(path); !why.isEmpty())
             options.complain(OPT_INCLUDE_PATH, why);
-        request.includePaths << absolute(path);
+        // The map gives last what was inserted first; that is searched first: generated files come
+        // before installed ones of the same name.
+        request.includePaths.prepend(absolute(path));
     }
 }
 

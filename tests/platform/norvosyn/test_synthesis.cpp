@@ -205,8 +205,8 @@ void TestSynthesis::faults()
 void TestSynthesis::oneCompilationUnitInAnyDirectory()
 {
     SynthesisFixture fixture(QString::fromUtf8("a b; #1 [x] {y} $z \\n * 'ü' $(exit) `id`"));
-    fixture.write("installed/first.v", "`define FIRST 1\n");
-    fixture.write("first.v", "`error in the second place searched\n");
+    fixture.write("first.v", "`define FIRST 1\n");
+    fixture.write("installed/first.v", "`error in the second place searched\n");
     fixture.write("nested/beside.v", "`define BESIDE 1\n");
     fixture.addSource("nested/x[1] *?.v", "`include \"first.v\"\n`include \"beside.v\"\n");
     fixture.addSource("top.v",
