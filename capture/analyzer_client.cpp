@@ -15,13 +15,14 @@ enum Register {
     Memory = 4,
     Windows = 5,
     Samples = 6,
+    Names = 7,
     Command = 8,
     Settings = 9,
     Tables = 10,
 };
 
 constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "check", "memory",
-    "windows", "samples", "", "command", "settings", "tables"};
+    "windows", "samples", "names", "command", "settings", "tables"};
 
 constexpr int kMostCores = 16;
 constexpr int kCrcBits = 32;
@@ -217,6 +218,21 @@ bool AnalyzerClient::readFingerprint(int core, quint32& fingerprint)
     if (!read(core, Fingerprint, 32, bits))
         return false;
     fingerprint = quint32(bits.number(0, 32));
+    return true;
+}
+
+bool AnalyzerClient::readNameSums(const CoreIdentity& core, QList<quint32>& sums)
+{
+    constexpr int kSumBits = 32;
+    const int count = 2 + int(core.ports.size()); // of the clock, the data and the ports
+    BitString bits;
+    if (!read(core.position, Names, count * kSumBits, bits))
+        return false;
+    sums.clear();
+    for (int i = 0; i < count; ++i)
+        sums += quint32(bits.number(i * kSumBits, kSumBits));
+    if (sums.count(0) == count)
+        sums.clear();
     return true;
 }
 

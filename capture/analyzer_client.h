@@ -24,6 +24,9 @@ public:
     bool discover(std::vector<CoreIdentity>& cores);
 
     bool readFingerprint(int core, quint32& fingerprint);
+    /// The sums of the names that the core was built with (`OXA::nameSums`); none when it does not
+    /// know them.
+    bool readNameSums(const CoreIdentity& core, QList<quint32>& sums);
     bool readStatus(const CoreIdentity& core, CoreStatus& status);
     bool command(int core, CoreCommand command);
 

@@ -122,6 +122,8 @@ QByteArray captureJson(const Capture& capture)
         };
         if (core.waited)
             addWaiting(core, object);
+        if (!core.names.isEmpty())
+            object.insert("names", core.names);
         cores += object;
     }
     return QJsonDocument(QJsonObject {

@@ -38,6 +38,7 @@ struct CapturedCore {
     int level = 0; ///< expressions of the sequence satisfied
     qint64 window = 0; ///< the one that it waited for, counted from 0
     std::vector<UnitMatches> matches; ///< up to `kCountedMatches`
+    QString names; ///< of a chip's core: "verified" against the chip, or "unknown" to it
     double clockHz = 0; ///< of the sample clock, the same for all cores of a file; 0: unknown
 
     /// There is a window with its trigger; of a Lite core, which has none, there are samples.

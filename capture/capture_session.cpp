@@ -1,5 +1,8 @@
 #include "capture/capture_session.h"
 
+#include <oxautils/generate/file_names.h>
+#include <oxautils/generate/name_sums.h>
+
 #include <QDeadlineTimer>
 #include <QThread>
 
@@ -14,6 +17,17 @@ constexpr int kClockPatience = 1000; // ms without an edge, and a sample clock s
 bool sameTable(const TriggerTable& a, const TriggerTable& b)
 {
     return a.units == b.units && a.rows == b.rows;
+}
+
+// What the sum of names number `list` says when it is another one.
+QString otherNames(const CoreIdentity& core, int list)
+{
+    if (list == 0)
+        return "the sample clock has another name than in the chip";
+    const QString what = list == 1
+        ? QString("the data signals")
+        : QString("the signals of trigger port %1").arg(core.ports[size_t(list) - 2].number);
+    return what + " have other names or another order than in the chip";
 }
 
 }
@@ -72,13 +86,17 @@ bool CaptureSession::begin()
 {
     m_build = {};
     m_fingerprints.clear();
+    m_nameSums.clear();
     if (!m_client.begin() || !m_client.discover(m_identities))
         return fail(m_client.error());
     for (const CoreIdentity& identity : m_identities) {
         quint32 fingerprint = 0;
-        if (!m_client.readFingerprint(identity.position, fingerprint))
+        QList<quint32> nameSums;
+        if (!m_client.readFingerprint(identity.position, fingerprint)
+            || !m_client.readNameSums(identity, nameSums))
             return fail(m_client.error());
         m_fingerprints.push_back(fingerprint);
+        m_nameSums.push_back(nameSums);
     }
     return true;
 }
@@ -90,6 +108,8 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
             return false;
         if (build.fingerprints != m_fingerprints)
             continue;
+        if (!matchNames(build.cores))
+            return false;
         m_build = build;
         m_setups.clear();
         m_begun.assign(build.cores.size(), false);
@@ -120,6 +140,38 @@ bool CaptureSession::matchStructure(const std::vector<SimulatedCore>& cores)
                 + others.join(", "));
     }
     return true;
+}
+
+bool CaptureSession::matchNames(const std::vector<SimulatedCore>& cores)
+{
+    for (size_t core = 0; core < cores.size(); ++core) {
+        const SampleRequest& request = cores[core].request;
+        const QList<QStringList> lists(request.fields.begin(), request.fields.end());
+        const OXA::NameSums own = OXA::nameSums(request.clock, lists);
+        for (int list = 0; list < own.size() && knowsNames(core); ++list) {
+            if (own.at(list) != m_nameSums[core].at(list))
+                return fail(cores[core].name()
+                    + ": the target was built from another"
+                      " configuration: "
+                    + otherNames(m_identities[core], list)
+                    + "; capture with the file that the target was built from, or generate and"
+                      " synthesize this one");
+        }
+    }
+    return true;
+}
+
+QString CaptureSession::namesWarning() const
+{
+    QStringList unknown;
+    for (size_t core = 0; core < m_build.cores.size(); ++core) {
+        if (!knowsNames(core))
+            unknown += m_build.cores[core].name();
+    }
+    return unknown.isEmpty() ? QString()
+                             : unknown.join(", ") + ": names unknown: the target was built without "
+            + OXA::NAME_SUMS_FILE_NAME
+            + ", so it cannot be verified that its signals are those that the configuration names";
 }
 
 // Static expressions are logic; a run can only use fewer of them.

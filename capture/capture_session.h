@@ -68,10 +68,17 @@ public:
     bool begin();
     const std::vector<CoreIdentity>& identities() const { return m_identities; }
 
-    /// Looks which of `builds` the target is made of; false, with what differs, when of none.
+    /// Looks which of `builds` the target is made of; false, with what differs, when of none. Names
+    /// of clocks and signals count as far as the target knows them.
     bool match(const std::vector<BuiltConfiguration>& builds);
     /// The one that `match` found.
     const BuiltConfiguration& build() const { return m_build; }
+
+    /// Whether `match` could compare the names of the build's core with the target's: it knows none
+    /// when it was built without the file of their sums.
+    bool knowsNames(size_t core) const { return !m_nameSums[core].isEmpty(); }
+    /// What to tell the user about cores that know no names; empty when there are none.
+    QString namesWarning() const;
 
     /// What becomes of dynamic expressions when a core is armed. Writing them takes long; they can
     /// be kept when nobody wrote others since power-up.
@@ -118,6 +125,7 @@ private:
     bool fail(const QString& error);
     bool failAt(size_t core, const QString& error);
     bool matchStructure(const std::vector<SimulatedCore>& cores);
+    bool matchNames(const std::vector<SimulatedCore>& cores);
     bool checkLevels(size_t core, const TriggerSetup& setup);
     bool prepare(const CoreRun& run, Tables tables);
     bool readStatus(size_t core, CoreStatus& status);
@@ -129,6 +137,7 @@ private:
     AnalyzerClient m_client;
     std::vector<CoreIdentity> m_identities;
     std::vector<quint32> m_fingerprints;
+    std::vector<QList<quint32>> m_nameSums;
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
     std::vector<bool> m_begun; // the sample clock was seen to have noticed the arming

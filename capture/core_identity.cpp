@@ -5,7 +5,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr quint32 kMagic = 0x3141584f;
-constexpr int kVersion = 2;
+constexpr int kVersion = 3;
 constexpr int kEntryBits = 32; // of a port, of a unit
 
 // Where the fields of the register's head lie.
@@ -135,8 +135,11 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     else if (get(bits, kMagicField) != kMagic || get(bits, kKindField) > 1)
         error = "it is no analyzer core";
     else if (get(bits, kVersionField) != kVersion)
-        error = QString("it speaks version %1 of the protocol, not %2")
-                    .arg(QString::number(get(bits, kVersionField)), QString::number(kVersion));
+        error = QString("it speaks version %1 of the protocol, not %2; %3")
+                    .arg(QString::number(get(bits, kVersionField)), QString::number(kVersion),
+                        get(bits, kVersionField) < kVersion
+                            ? "generate and synthesize it again"
+                            : "it needs a newer version of this program");
     else if (bits.size() < identityBits(bits))
         error = "its identity is cut off behind its head";
     else if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)

@@ -91,6 +91,8 @@ foreach(P RANGE 15)
         common/sync.v.in common/scan.v.in common/command.v.in standard/top.v.in)
 endforeach()
 expand_include(OXA/qx_ao_names.v standard/names.v.in)
+expand_include(OXA/qx_oxa_names.v common/unknown_names.v)
+expand_include(OXA_LITE/qx_oxa_names.v common/unknown_names.v)
 
 # What the three control tops differ in: registers on the way from the cores to the primitive. The
 # large dies are wider than tck's period is long, the smallest part's primitive takes tdo_er1 half

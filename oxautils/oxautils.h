@@ -21,6 +21,7 @@
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/lite_files.h"
+#include "oxautils/generate/name_sums.h"
 #include "oxautils/generate/oxa_arg.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"

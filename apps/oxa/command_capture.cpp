@@ -272,6 +272,7 @@ bool readCore(const Options& options, CaptureSession& session, const CoreRun& ru
         return false;
     CapturedCore captured = capturedCore(session.build().cores[run.core], readOut, run.setup);
     captured.clockHz = options.clockHz;
+    captured.names = session.knowsNames(run.core) ? "verified" : "unknown";
     if (!finished && !progress.clockRuns)
         captured.progress += "; " + progress.clockText();
     if (!finished && captured.triggered())
@@ -332,6 +333,8 @@ int capture(const Options& options, const Plan& plan, Io& io)
         io.err << "error: " << error << '\n';
         return kJobFailed;
     }
+    if (const QString warning = session->namesWarning(); !warning.isEmpty())
+        io.err << "warning: " << warning << '\n';
     std::vector<CoreRun> runs;
     if (!planRuns(options, plan, session->build().arg, runs, io.err))
         return kUnusable;

@@ -170,22 +170,25 @@ QJsonObject toJson(const OXA::AoCore& core, const QString& file)
     QJsonArray units;
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
         units += toJson(*unit);
+    const QJsonValue powerUp = powerUpJson(core, file);
+    const QJsonArray signalNames = QJsonArray::fromStringList(core.dataSignals());
+    const QJsonArray expressions = QJsonArray::fromStringList(core.expressions);
     return {
-        {"index",           core.index             },
-        {"module",          core.moduleName        },
-        {"sampleClock",     core.sampleClock       },
-        {"edge",            edgeText(core.trigType)},
-        {"storageDepth",    core.storageDepth      },
-        {"captureAmount",   core.captureAmount     },
-        {"windows",         core.windowNum         },
-        {"triggerPosition", core.triggerPos        },
-        {"powerUp",         powerUpJson(core,        file)},
-        {"storage",                 storageText(core.implementation)                               },
-        {"signals",                 QJsonArray::fromStringList(core.dataSignals())},
-        {"ports",                 ports                                 },
-        {"units",                 units},
-        {"expressionType",                 core.expressionType == 1 ? "dynamic" : "static"                        },
-        {"expressions",                 QJsonArray::fromStringList(core.expressions)   },
+        {"index",           core.index                                     },
+        {"module",          core.moduleName                                },
+        {"sampleClock",     core.sampleClock                               },
+        {"edge",            edgeText(core.trigType)                        },
+        {"storageDepth",    core.storageDepth                              },
+        {"captureAmount",   core.captureAmount                             },
+        {"windows",         core.windowNum                                 },
+        {"triggerPosition", core.triggerPos                                },
+        {"powerUp",         powerUp                                        },
+        {"storage",         storageText(core.implementation)               },
+        {"signals",         signalNames                                    },
+        {"ports",           ports                                          },
+        {"units",           units                                          },
+        {"expressionType",  core.expressionType == 1 ? "dynamic" : "static"},
+        {"expressions",     expressions                                    },
     };
 }
 

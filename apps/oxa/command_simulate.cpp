@@ -94,6 +94,10 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg,
         return !interrupt.happened();
     };
     simulation.goesOn = [&interrupt] { return !interrupt.happened(); };
+    simulation.warn = [&](const QString& text) {
+        line.clear();
+        err << "warning: " << text << '\n';
+    };
     QString error;
     const bool ok = simulate(simulation, cores, waveform, runs, error);
     line.clear();

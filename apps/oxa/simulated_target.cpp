@@ -84,7 +84,7 @@ bool SimulatedTarget::build(
 bool SimulatedTarget::generate(const Design& design, QStringList& sources)
 {
     OXA::OxaPrepare prepared;
-    if (prepared.prepare(design.arg) != 1)
+    if (prepared.prepare(design.arg) != 1 || !OXA::writeNameSums(design.arg.workDir, design.names))
         return fail("the Verilog could not be generated");
     if (!design.netlist.isEmpty()) {
         sources = QStringList {"-y", installed("share/oxautils/cells"), absolute(design.netlist)};

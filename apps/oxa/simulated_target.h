@@ -5,6 +5,7 @@
 #include "stimulus_file.h"
 
 #include "capture/remote_bitbang_link.h"
+#include "oxautils/generate/name_sums.h"
 #include "oxautils/generate/oxa_arg.h"
 
 #include <QProcess>
@@ -18,6 +19,7 @@ public:
     /// What it is built from.
     struct Design {
         OXA::OxaArg arg; ///< of the generation, into its own work directory
+        QList<OXA::NameSums> names; ///< that its cores tell, though `arg` may name clocks otherwise
         QString netlist; ///< takes the place of the generated Verilog; may be empty
         QString workDir; ///< where everything but the generated files goes
     };

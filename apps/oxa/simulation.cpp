@@ -105,14 +105,16 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
         : QList<OXA::AOCore_Lite*>();
 }
 
-bool build(const Simulation& simulation, const Preparation& preparation, SimulatedTarget& target,
-    QString& error)
+bool build(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+    const Preparation& preparation, SimulatedTarget& target, QString& error)
 {
     SimulatedTarget::Design design;
     design.arg = simulation.arg;
     design.arg.workDir = simulation.workDir + "/generated";
     design.netlist = simulation.netlist;
     design.workDir = simulation.workDir;
+    for (const SimulatedCore& core : cores)
+        design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
     if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty()) {
         error = "a netlist cannot be simulated whose cores watch their sample clocks ("
             + QStringList(preparation.clockNames.keys()).join(", ") + ')';
@@ -147,8 +149,10 @@ bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cor
     const qint64 leadOut = qint64(2) * kLeadOut;
     const auto progress
         = [&simulation](int percent) { return simulation.progress("simulating", percent); };
-    bool ok = client.begin(simulation.workDir + "/generated")
-        && client.run(leadIn, steps - leadIn - leadOut, leadOut, simulation.forceAt, progress);
+    bool ok = client.begin(simulation.workDir + "/generated");
+    if (ok && !client.namesWarning().isEmpty())
+        simulation.warn(client.namesWarning());
+    ok = ok && client.run(leadIn, steps - leadIn - leadOut, leadOut, simulation.forceAt, progress);
     for (size_t core = 0; ok && core < cores.size(); ++core) {
         const std::vector<Window> expected = runs[core].windows;
         ok = simulation.progress("reading out", int(100 * core / cores.size()))
@@ -172,7 +176,8 @@ bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>&
     requests.reserve(cores.size());
     for (const SimulatedCore& core : cores)
         requests.push_back(core.request);
-    if (!simulation.progress("generating", 0) || !build(simulation, preparation, target, error))
+    if (!simulation.progress("generating", 0)
+        || !build(simulation, cores, preparation, target, error))
         return false;
     steps = writeStimulus(stimulus, preparation.ports, leadIn, kLeadOut, waveform, requests, error);
     return steps >= 0;

@@ -16,6 +16,8 @@ struct Simulation {
     /// Told what is being done and the percentage of it; the run stops when it returns false.
     std::function<bool(const QString& stage, int percent)> progress;
     std::function<bool()> goesOn; ///< asked while the simulator is waited for; may be empty
+    /// Told what a user should know.
+    std::function<void(const QString& text)> warn;
 };
 
 /// Clock periods behind the waveform that bring the last samples into memory.

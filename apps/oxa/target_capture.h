@@ -15,6 +15,9 @@ public:
     /// Finds the cores, and refuses others than those that were generated into `generatedDir`.
     bool begin(const QString& generatedDir);
 
+    /// What there is to say about a netlist that does not know its names.
+    QString namesWarning() const { return m_session.namesWarning(); }
+
     /// Arms the cores, plays `steps` steps of the stimulus, forces the triggers at sample `forceAt`
     /// of each core, and stops the cores before the `leadOut` steps that follow. With a `leadIn`,
     /// cores that are armed from power-up on are stopped before these first steps, and armed with

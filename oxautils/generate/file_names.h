@@ -11,6 +11,7 @@ constexpr char AO_TOP_DEFINE_FILE_NAME[] = "qx_ao_top_define.v";
 constexpr char AO_PARAMETER_FILE_NAME[] = "qx_ao_parameter.v";
 constexpr char CON_PARAMETER_FILE_NAME[] = "qx_con_parameter.v";
 constexpr char CON_TOP_DEFINE_FILE_NAME[] = "qx_con_top_define.v";
+constexpr char NAME_SUMS_FILE_NAME[] = "qx_oxa_names.v";
 constexpr char NAME_AO[] = "ao_"; ///< a core's directory, followed by its position
 constexpr char NAME_CON[] = "ao_control"; ///< the control core's directory
 

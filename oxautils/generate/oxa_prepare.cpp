@@ -36,6 +36,7 @@ int OxaPrepare::std_generate(OxaArg arg)
         return 0;
     std_generateFileForAoCtrl(arg, cores);
     std_generateFilesForAoCore(arg, cores);
+    writeNames(arg, cores);
     if (arg.customTop.isEmpty())
         std_generateOxaTop(arg, cores);
 
@@ -54,6 +55,7 @@ int OxaPrepare::lite_generate(OxaArg arg)
         return 0;
     lite_generateFilesForAoCtrl(arg, cores);
     lite_generateFilesForAoCore(arg, cores);
+    writeNames(arg, cores.mid(0, 1)); // which alone becomes hardware
     if (arg.customTop.isEmpty())
         lite_generateOxaTop(arg, cores);
 

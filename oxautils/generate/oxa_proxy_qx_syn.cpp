@@ -86,6 +86,7 @@ int _oxa_proxy_qxsyn::std_generate(OxaArg arg)
         return kUnusable;
     std_generateFileForAoCtrl(arg, cores);
     std_generateFilesForAoCore(arg, cores);
+    writeNames(arg, cores);
     std_generateOxaTop(arg, cores);
     return std_synthesize(arg, cores) ? kDone : kSynthesisFailed;
 }
@@ -98,6 +99,7 @@ int _oxa_proxy_qxsyn::lite_generate(OxaArg arg)
         return kUnusable;
     lite_generateFilesForAoCtrl(arg, cores);
     lite_generateFilesForAoCore(arg, cores);
+    writeNames(arg, cores.mid(0, 1)); // which alone becomes hardware
     lite_generateOxaTop(arg, cores);
     return lite_synthesize(arg, cores) ? kDone : kSynthesisFailed;
 }

@@ -2,6 +2,7 @@
 #define OXAUTILS_GENERATE_RUN_H
 
 #include "oxautils/config/oxa_mode.h"
+#include "oxautils/generate/name_sums.h"
 #include "oxautils/generate/oxa_arg.h"
 #include "oxautils/model/ao_core_lite.h"
 
@@ -21,6 +22,15 @@ bool mayWriteOutput(const OxaArg& arg);
 /// The cores of the Lite file `path`, none (with a critical message) when its version is no
 /// version: exceptions stay inside the library.
 QList<AOCore_Lite*> readLiteCores(const QString& path);
+
+/// Writes the sums of the cores' names into the work directory.
+template <typename Core> void writeNames(const OxaArg& arg, const QList<Core*>& cores)
+{
+    QList<NameSums> sums;
+    for (const Core* core : cores)
+        sums += nameSums(*core);
+    writeNameSums(arg.workDir, sums);
+}
 
 /// Deletes the cores of a run when the run ends.
 template <typename Core> class CoreOwner {

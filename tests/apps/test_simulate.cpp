@@ -84,6 +84,7 @@ private Q_SLOTS:
     void inputsStay();
     void nothingCapturedLeavesTheOutput();
     void netlistsOfOthersAreRefused();
+    void netlistsKnowTheirNames();
     void compilersLeaveNothingAndSayLittle();
     void unusableInputs_data();
     void unusableInputs();
@@ -91,6 +92,7 @@ private Q_SLOTS:
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     Result simulate(const QList<OXA::AoCore*>& cores, const QStringList& more);
+    QString makeNetlist(const QString& configuration, bool withNames);
 
     QTemporaryDir m_dir;
     QStringList m_call;
@@ -335,6 +337,48 @@ void TestSimulate::netlistsOfOthersAreRefused()
     const Result broken = oxa(call);
     QCOMPARE(broken.status, 1);
     QVERIFY2(broken.err.contains("iverilog does not accept"), qPrintable(broken.err));
+}
+
+// A netlist of `configuration`, as preprocessed sources, with or without its names.
+QString TestSimulate::makeNetlist(const QString& configuration, bool withNames)
+{
+    const Result generated = oxa({"generate", configuration, "--part", partOf("QX3A-10A"),
+        "--work-dir", path("work"), "--force", "--no-synthesis"});
+    if (!withNames)
+        QFile::remove(path("work/qx_oxa_names.v"));
+    QProcess iverilog;
+    iverilog.start("iverilog",
+        {"-g2005", "-E", "-o", path("n.v"), "-c", writeFile(path("list"), generated.out.toUtf8())});
+    iverilog.waitForFinished(-1);
+    return iverilog.exitCode() == 0 ? path("n.v") : QString();
+}
+
+void TestSimulate::netlistsKnowTheirNames()
+{
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("built.oxa"));
+    QStringList call = m_call + QStringList {path("wave.vcd")};
+    const Result expected = simulate({core0.get()}, {});
+    call.removeOne("--model");
+    for (const bool withNames : {true, false}) {
+        const QString netlist = makeNetlist(path("built.oxa"), withNames);
+        OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+        const Result own = oxa(call + QStringList {"--netlist", netlist});
+        QCOMPARE(own.out, expected.out);
+        QVERIFY2(own.err
+                == (withNames ? QString()
+                              : "warning: core 0: names unknown: the target was built without "
+                                "qx_oxa_names.v, so it cannot be verified that its signals are "
+                                "those that the configuration names\n"),
+            qPrintable(own.err));
+        const auto exchanged = core(0, "10");
+        exchanged->signalList.swapItemsAt(0, 1);
+        exchanged->captureSignals = exchanged->signalList;
+        OXA::writeOXAConfigToXml({exchanged.get()}, path("c.oxa"));
+        QCOMPARE(oxa(call + QStringList {"--netlist", netlist})
+                     .err.contains("data signals have other names or another order"),
+            withNames);
+    }
 }
 
 void TestSimulate::compilersLeaveNothingAndSayLittle()

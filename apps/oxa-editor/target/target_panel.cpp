@@ -273,9 +273,9 @@ void TargetPanel::showResult(const TargetResult& result)
         return;
     }
     m_problems->clear();
-    for (const QString& problem : result.problems)
-        m_problems->addItem(OXA::shownText(problem));
-    m_problems->setVisible(!result.problems.isEmpty());
+    for (const QString& text : result.problems + result.warnings)
+        m_problems->addItem(OXA::shownText(text));
+    m_problems->setVisible(m_problems->count() > 0);
     for (size_t i = 0; i < result.places.size(); ++i) {
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
             setState(*item, result.remarks.at(int(i)));

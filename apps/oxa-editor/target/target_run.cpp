@@ -20,6 +20,13 @@ QStringList textsOf(const Problems& problems)
     return texts;
 }
 
+// The first bit of a core that another signal is connected to, of two lists of one length.
+QString firstOther(const QStringList& is, const QStringList& asked)
+{
+    const int place = int(std::mismatch(is.begin(), is.end(), asked.begin()).first - is.begin());
+    return tr("%1 instead of %2").arg(is.value(place), asked.value(place));
+}
+
 // What the chip, whose cores are wired as `built`, would have to be wired as for `wanted`.
 QStringList otherWires(const SimulatedCore& built, const SimulatedCore& wanted)
 {
@@ -29,9 +36,12 @@ QStringList otherWires(const SimulatedCore& built, const SimulatedCore& wanted)
     const auto& is = built.request.fields;
     const auto& asked = wanted.request.fields;
     for (size_t field = 0; field < is.size() && field < asked.size(); ++field) {
-        if (is[field] != asked[field])
-            texts += field == 0 ? tr("other data signals")
-                                : tr("other signals at its trigger port %1").arg(field - 1);
+        if (is[field].size() == asked[field].size() && is[field] != asked[field])
+            texts += (field == 0
+                             ? tr("other data signals: ")
+                             : tr("other signals at trigger port %1: ")
+                                   .arg(built.core->availableTriggers().at(int(field) - 1)->index))
+                + firstOther(is[field], asked[field]);
     }
     return texts;
 }
@@ -108,6 +118,8 @@ void TargetRun::work()
         return;
     }
     m_result.problems.clear(); // about what the chip is not built from
+    if (!m_session->namesWarning().isEmpty())
+        m_result.warnings += m_session->namesWarning();
     tellCores();
     if (!m_request.arm || m_stop || !plan())
         return;

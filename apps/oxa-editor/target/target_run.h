@@ -30,6 +30,7 @@ struct FoundCore {
 /// What a run found out.
 struct TargetResult {
     QStringList problems; ///< nothing, or not all, was captured because of them
+    QStringList warnings; ///< what was captured is to be taken with care because of them
     QStringList remarks; ///< one a core
     std::vector<int> places; ///< of the captured cores
     std::shared_ptr<OXA_CAPTURE::Capture> capture = std::make_shared<OXA_CAPTURE::Capture>();

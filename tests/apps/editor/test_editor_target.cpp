@@ -228,7 +228,7 @@ void TestEditorTarget::editsThatNeedSynthesis()
     run.finish();
     QVERIFY2(run.problems().contains("core 0 cannot be changed so without synthesis")
             && run.problems().contains("16 words of memory")
-            && run.problems().contains("other signals at its trigger port 0"),
+            && run.problems().contains("other signals at trigger port 0: n[7] instead of m[7]"),
         qPrintable(run.problems()));
     QVERIFY(run.state().contains("Nothing was captured"));
     run.keys("Ctrl+Z");

@@ -4,6 +4,8 @@
 #   check_cores.sh lint       CONFIGURATION   Verilator is silent
 #   check_cores.sh synthesis  CONFIGURATION   Yosys infers block RAM, and neither divides nor multiplies
 #   check_cores.sh list       CONFIGURATION   the list for simulators is complete, for each of three tools
+#   check_cores.sh names      CONFIGURATION   each of three tools takes the names that were generated, and not
+#                                             the neutral file beside the cores
 #   check_cores.sh proof      CONFIGURATION   match units do what their functions mean, and the dynamic
 #                                             expression of core 1 what the static one of core 0 does
 #   check_cores.sh handshake  CONFIGURATION   for 32 changes of two clocks, no core says that it is
@@ -48,6 +50,16 @@ list)
     verilator --lint-only -f "$work/list"
     yosys -q -p "read_verilog $(echo $includes) $(grep -v '^+' "$work/list" | tr '\n' ' ')
         hierarchy -check -top qx_oxa"
+    ;;
+names)
+    sums=$(sed -n 's/^`define OXA_NAMES_0 //p' "$work/oxa/qx_oxa_names.v")
+    cd "$work"
+    iverilog -g2005 -E -o icarus -c files
+    verilator -E -f files >verilator
+    yosys -p "read_verilog -ppdump $(echo $includes) $(echo $sources)" >yosys
+    for tool in icarus verilator yosys; do
+        grep -qF "NAMES = $sums;" "$tool" || { echo "$tool takes other names"; exit 1; }
+    done
     ;;
 proof)
     read="read_verilog $(echo $includes) $HERE/proofs.v $(echo $sources)"

@@ -30,7 +30,8 @@ enum {
     Memory,
     Windows,
     Samples,
-    Command = 8,
+    Names,
+    Command,
     Settings,
     Tables
 };

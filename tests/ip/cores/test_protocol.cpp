@@ -99,6 +99,19 @@ quint32 fingerprintOf(const OXA::AoCore& core, int position, const CoreBench& be
     return crcOfWord(crc, defines.contains("ZV1_EN"));
 }
 
+// The sum of names, each with its length in front.
+quint32 sumOfNames(const QStringList& names)
+{
+    quint32 crc = 0;
+    for (const QString& name : names) {
+        const QByteArray text = name.toUtf8();
+        crc = crcOfWord(crc, quint64(text.size()));
+        for (const char byte : text)
+            crc = crcOf(bitsOf(uchar(byte), 8), crc);
+    }
+    return crc;
+}
+
 // What was answered about the check.
 QByteArray checkOf(const QByteArray& tdo, const Answer& answer)
 {
@@ -119,7 +132,7 @@ std::vector<IdentityField> identityOf(const OXA::AoCore& core, int position)
     const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
     std::vector<IdentityField> fields {
         {"magic",       0,   32, 0x3141584f                              },
-        {"version",     32,  8,  2                                       },
+        {"version",     32,  8,  3                                       },
         {"kind",        40,  8,  1                                       },
         {"falling",     48,  1,  falling                                 },
         {"armed",       49,  1,  core.captureInitDataEnabled             },
@@ -239,6 +252,8 @@ void TestProtocol::identityAndFingerprint()
     QFETCH(QString, device);
     QFETCH(unsigned, seed);
     OneCore one(seed);
+    one.core->signalList.first().name = QString::fromUtf8("größe.✓");
+    one.core->captureSignals = one.core->signalList;
     one.bench.arg.device = part;
     one.bench.arg.package = device;
     QVERIFY(part.isEmpty() == device.isEmpty());
@@ -247,8 +262,16 @@ void TestProtocol::identityAndFingerprint()
     client.devicesBefore = int(seed % 3);
     const Answer identity = client.read(0, Register::Identity, 512);
     const Answer fingerprint = client.read(0, Register::Fingerprint, 32);
+    QList<QStringList> lists {{one.core->sampleClock}, one.core->dataSignals()};
+    for (const OXA::TriggerPort* port : one.core->availableTriggers())
+        lists += port->singleSignals();
+    const Answer names = client.read(0, Register::Names, 32 * lists.size());
     const BenchRun run = one.bench.run(client.script, {});
     QCOMPARE(run.error, QString());
+    QVERIFY(replyOf(run.tdo, names).intact);
+    for (int i = 0; i < lists.size(); ++i)
+        QCOMPARE(
+            number(replyOf(run.tdo, names).bits, 32 * i, 32), quint64(sumOfNames(lists.at(i))));
     const Reply reply = replyOf(run.tdo, identity);
     QVERIFY(reply.intact);
     for (const IdentityField& field : identityOf(*one.core, 0))
@@ -266,7 +289,7 @@ void TestProtocol::answersOnlyWhatItMay()
     QCOMPARE(one.build(), QString());
     CoreClient client;
     const Answer noCore = client.read(1, Register::Identity, 32);
-    const Answer noRegister = client.read(0, 7, 32);
+    const Answer noRegister = client.read(0, 11, 32);
     const Answer noTables = client.write(0, Register::Tables, "1");
     const Answer settings = client.write(0, Register::Settings, QByteArray(8, '1'));
     client.command(0, Command::kArm);
