@@ -11,6 +11,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kRestPatience = 2000; // ms for the sample clock's last edges of a run
+constexpr int kRestLooks = 200; // at least: on a busy machine both take longer
 constexpr int kPollPause = 20; // ms
 constexpr int kClockPatience = 1000; // ms without an edge, and a sample clock seems to stand
 
@@ -334,13 +335,13 @@ bool CaptureSession::stop(size_t core)
 bool CaptureSession::settle(size_t core, CoreStatus& status)
 {
     const QDeadlineTimer deadline(kRestPatience);
-    do {
+    for (int looks = 0; looks < kRestLooks || !deadline.hasExpired(); ++looks) {
         if (!readStatus(core, status))
             return false;
         if (status.atRest())
             return true;
         QThread::msleep(1);
-    } while (!deadline.hasExpired());
+    }
     return true;
 }
 
