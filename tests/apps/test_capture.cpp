@@ -4,14 +4,12 @@
 #include "support/files.h"
 #include "support/live_target.h"
 #include "support/oxa_program.h"
+#include "support/terminal.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QtTest>
-
-#include <pty.h>
-#include <unistd.h>
 
 namespace {
 
@@ -21,17 +19,6 @@ struct Change {
     QStringList options;
     void (*edit)(OXA::AoCore& core);
 };
-
-// Bare roots often come without /dev/pts.
-bool hasTerminals()
-{
-    int master = -1;
-    int slave = -1;
-    const bool ok = openpty(&master, &slave, nullptr, nullptr, nullptr) == 0;
-    close(master);
-    close(slave);
-    return ok;
-}
 
 const Change kChanges[] = {
     {"a value",                 {"--unit", "M0=0000110010"},
@@ -134,6 +121,7 @@ private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     QStringList captureCall(const QStringList& more) const;
     Result capture(const QStringList& more) { return oxa(captureCall(more)); }
+    Result captureUntil(const QString& shown, const QStringList& more);
     Result model(const QString& configuration, const QStringList& more);
 
     QTemporaryDir m_dir;
@@ -154,6 +142,17 @@ QStringList TestCapture::captureCall(const QStringList& more) const
     return QStringList {"capture", path("c.oxa"), "--openocd", m_live.address()} + more;
 }
 
+// Captures until the terminal shows `shown`, and presses Ctrl-C.
+Result TestCapture::captureUntil(const QString& shown, const QStringList& more)
+{
+    Terminal terminal;
+    terminal.run(OXA_PROGRAM " " + captureCall(more).join(' ') + " >" + path("out"));
+    terminal.says(shown);
+    terminal.interrupt();
+    finished(terminal);
+    return {terminal.exitCode(), bytesOf(path("out")), terminal.said()};
+}
+
 Result TestCapture::model(const QString& configuration, const QStringList& more)
 {
     return oxa(QStringList {"simulate", configuration, "--part", kPart, "--stimulus",
@@ -165,7 +164,8 @@ Result TestCapture::model(const QString& configuration, const QStringList& more)
 void TestCapture::everyFormatHoldsTheSamples()
 {
     for (const char* ending : {"csv", "sr", "vcd"}) {
-        const Result result = capture({"-o", path(QString("live.") + ending), "--timeout", "30"});
+        const Result result
+            = capture({"-o", path(QString("live.") + ending), "--timeout", patienceSeconds()});
         QCOMPARE(result.err, QString());
         QCOMPARE(result.status, 0);
         QVERIFY2(result.out.startsWith("core 4, window 0: trigger at sample 20, 50 samples from 0"),
@@ -251,7 +251,8 @@ void TestCapture::changesForOneRun()
     OXA::writeOXAConfigToXml({edited.get()}, path("edited.oxa"));
     QCOMPARE(model(path("edited.oxa"), {"-o", path("model.csv")}).status, 0);
     const Result result = capture(
-        QStringList {"--core", "4", "--timeout", "30", "-o", path("live.csv")} + change.options);
+        QStringList {"--core", "4", "--timeout", patienceSeconds(), "-o", path("live.csv")}
+        + change.options);
     QCOMPARE(result.err, QString());
     QCOMPARE(result.status, 0);
     QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
@@ -260,15 +261,18 @@ void TestCapture::changesForOneRun()
 // The last samples of the waveform, as it went, with nothing that looks like a trigger.
 void TestCapture::withoutATrigger()
 {
+    if (!Terminal::exists())
+        QSKIP(Terminal::kNone);
     const auto never = countingCore(4, "clk");
     never->matchUnits[0]->value0 = "1111111111";
     OXA::writeOXAConfigToXml({never.get()}, path("edited.oxa"));
     const Result expected = model(path("edited.oxa"), {});
-    const QStringList call {"--core", "4", "--unit", "M0=1111111111", "--timeout", "6", "-o"};
-    Result result = capture(call + QStringList {path("live.csv")});
+    const QStringList call {"--core", "4", "--unit", "M0=1111111111", "-o"};
+    Result result = captureUntil("but has stopped", call + QStringList(path("live.csv")));
     QCOMPARE(result.status, 1);
-    QCOMPARE(result.err,
-        expected.err.trimmed() + "; its sample clock ran, but has stopped or is very slow\n");
+    QVERIFY2(result.err.contains(expected.err.trimmed()
+                 + "; its sample clock ran, but has stopped or is very slow"),
+        qPrintable(result.err));
     QCOMPARE(result.out.section('\n', 0, 0),
         QString("core 4, window 0: no trigger, 50 samples from 0 on"));
     const QByteArray csv = bytesOf(path("live.csv"));
@@ -279,7 +283,7 @@ void TestCapture::withoutATrigger()
                  .match(csv)
                  .hasMatch());
 
-    result = capture(call + QStringList {path("live.vcd"), "--json"});
+    result = captureUntil("but has stopped", call + QStringList {path("live.vcd"), "--json"});
     const QJsonObject core
         = QJsonDocument::fromJson(result.out.toUtf8())["cores"].toArray().at(0).toObject();
     QCOMPARE(core["triggered"], QJsonValue(false));
@@ -295,14 +299,11 @@ void TestCapture::withoutATrigger()
 void TestCapture::progressOnATerminal_data()
 {
     QTest::addColumn<QString>("columns");
-    QTest::addColumn<QString>("timeout");
     QTest::addColumn<QString>("shown");
     QTest::newRow("of any width") << "0"
-                                  << "3"
                                   << "waiting for level 1 of 2, window 1 of 2; M0 matched 0 times, "
                                      "M1 matched [1-9]\\d* times";
     QTest::newRow("cut to one line") << "40"
-                                     << "1"
                                      << "core 4: [^\r]{30}…\r";
 }
 
@@ -310,24 +311,20 @@ void TestCapture::progressOnATerminal_data()
 void TestCapture::progressOnATerminal()
 {
     QFETCH(QString, columns);
-    QFETCH(QString, timeout);
     QFETCH(QString, shown);
-    if (!hasTerminals())
-        QSKIP("this machine has no pseudo-terminals");
+    if (!Terminal::exists())
+        QSKIP(Terminal::kNone);
     // On a busy machine a waveform can be over between two looks at the core; a loop never is.
     LiveTarget looping;
     QVERIFY2(looping.start(path("c.oxa"), path("wave.vcd"), {"--loop"}), looping.target.said());
     const QStringList options {"--openocd", looping.address(), "--core", "4"};
     const QString call
         = (QStringList {"capture", path("c.oxa"), "--unit", "M0=1111111111"} + options).join(' ');
-    QProcess terminal;
-    terminal.start("script",
-        {"-qec",
-            QString("stty cols %1; %2 %3 --timeout %4").arg(columns, OXA_PROGRAM, call, timeout),
-            "/dev/null"});
+    Terminal terminal;
+    terminal.run(QString("stty cols %1; %2 %3").arg(columns, OXA_PROGRAM, call));
+    QVERIFY2(terminal.says(shown), terminal.said());
+    terminal.interrupt();
     QVERIFY(finished(terminal));
-    const QString said = QString::fromUtf8(terminal.readAllStandardOutput());
-    QVERIFY2(QRegularExpression(shown).match(said).hasMatch(), qPrintable(said));
 }
 
 void TestCapture::positionsOnDevices_data()
@@ -397,19 +394,16 @@ void TestCapture::immediately()
 void TestCapture::interrupted()
 {
     QFile::remove(path("live.csv"));
-    Service waiting;
-    waiting.start(OXA_PROGRAM,
-        captureCall({"--core", "4", "--unit", "M0=0011110000", "-o", path("live.csv")}));
-    QTest::qWait(5000); // the waveform, with one trigger, is over
-    QVERIFY2(waiting.state() == QProcess::Running, waiting.said());
-    waiting.terminate();
-    QVERIFY(finished(waiting));
-    QCOMPARE(waiting.exitCode(), 1);
-    QVERIFY2(
-        waiting.said().contains("core 4 was stopped with 1 of 2 windows whole"), waiting.said());
+    if (!Terminal::exists())
+        QSKIP(Terminal::kNone);
+    const Result result = captureUntil("window 2 of 2; its sample clock ran, but has stopped",
+        {"--core", "4", "--unit", "M0=0011110000", "-o", path("live.csv")});
+    QCOMPARE(result.status, 1);
+    QVERIFY2(result.err.contains("core 4 was stopped with 1 of 2 windows whole"),
+        qPrintable(result.err));
     QCOMPARE(bytesOf(path("live.csv")).count("\n4,0,"), 50);
     QCOMPARE(bytesOf(path("live.csv")).count("\n4,1,"), 50); // waiting, without a trigger
-    QVERIFY2(waiting.said().contains("core 4, window 1: no trigger"), waiting.said());
+    QVERIFY2(result.out.contains("core 4, window 1: no trigger"), qPrintable(result.out));
     QCOMPARE(capture({"--core", "4"}).status, 0);
 }
 
@@ -425,7 +419,7 @@ void TestCapture::lite()
     QVERIFY2(live.start(path("lite.oxa"), path("wave.vcd"), {"--loop"}), live.target.said());
     QCOMPARE(model(path("lite.oxa"), {"-o", path("model.csv")}).status, 0);
     const QStringList call {"capture", path("lite.oxa"), "--openocd", live.address(), "-o",
-        path("live.csv"), "--timeout", "20"};
+        path("live.csv"), "--timeout", patienceSeconds()};
     const Result first = oxa(call + QStringList {"--power-up"});
     QCOMPARE(first.err, QString()); // it knows its names
     QCOMPARE(first.status, 0);

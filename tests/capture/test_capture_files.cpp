@@ -9,7 +9,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-
 using namespace OXA_CAPTURE;
 
 namespace {
@@ -171,7 +170,7 @@ void TestCaptureFiles::sigrokOfManySamples()
     QVERIFY(written("many.sr", {wideCore(kManySamples, 1)}).startsWith("PK"));
     QProcess reader;
     reader.start("sigrok-cli", {"-i", m_dir.filePath("many.sr"), "-O", "binary"});
-    QVERIFY2(reader.waitForFinished(), qPrintable(reader.errorString()));
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
     QByteArray expected(kManySamples, '\0');
     for (int sample = 0; sample < kManySamples; ++sample)
         expected[sample] = sample == 0 ? 2 : sample % 3 ? 1 : 0; // the trigger is the second bit

@@ -1,6 +1,7 @@
 #include "files/input_guard.h"
 #include "files/replace_file.h"
 #include "support/files.h"
+#include "support/patience.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -178,7 +179,7 @@ void TestFiles::streamsAreWritten()
     reader.start("cat", {"link"});
     QString error;
     QVERIFY2(replaceFile("link", "through", error), qPrintable(error));
-    QVERIFY(reader.waitForFinished());
+    QVERIFY(finished(reader));
     QCOMPARE(reader.readAll(), QByteArray("through"));
     QVERIFY(!QFileInfo("pipe").isFile());
 
@@ -186,7 +187,7 @@ void TestFiles::streamsAreWritten()
     const QByteArray more(1 << 20, 'x'); // than a pipe holds
     QVERIFY(!replaceFile("pipe", more, error));
     QCOMPARE(error, QString("pipe: cannot be written: Broken pipe"));
-    QVERIFY(reader.waitForFinished());
+    QVERIFY(finished(reader));
 }
 
 QTEST_APPLESS_MAIN(TestFiles)

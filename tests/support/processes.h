@@ -5,6 +5,7 @@
 
 #include <QDeadlineTimer>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryFile>
 
 #include <csignal>
@@ -45,6 +46,20 @@ public:
             runs = !waitForFinished(20);
         } while (!deadline.hasExpired());
         return {};
+    }
+
+    /// Waits until what it says matches `pattern`; false when it ends before, or does not for long.
+    bool says(const QString& pattern)
+    {
+        const QRegularExpression wanted(pattern);
+        const QDeadlineTimer deadline(kPatience);
+        bool runs = true;
+        while (!wanted.match(QString::fromUtf8(said())).hasMatch()) {
+            if (!runs || deadline.hasExpired())
+                return false;
+            runs = !waitForFinished(20);
+        }
+        return true;
     }
 
     void end()

@@ -440,7 +440,8 @@ void TestWaveView::gtkWave()
     QTRY_VERIFY_WITH_TIMEOUT(
         bytesOf(folder.filePath("seen.vcd")).contains("$enddefinitions"), kPatience);
     QVERIFY2(shown.state().contains("GTKWave is starting"), qPrintable(shown.state()));
-    QTRY_COMPARE(QDir(folder.path()).entryList({"oxa-*"}), QStringList()); // it goes with GTKWave
+    QTRY_COMPARE_WITH_TIMEOUT(
+        QDir(folder.path()).entryList({"oxa-*"}), QStringList(), kPatience); // it goes with GTKWave
     qputenv("PATH", path);
     qunsetenv("TMPDIR");
 }

@@ -1,0 +1,36 @@
+#ifndef TESTS_SUPPORT_TERMINAL_H
+#define TESTS_SUPPORT_TERMINAL_H
+
+#include "support/processes.h"
+
+#include <pty.h>
+#include <unistd.h>
+
+/// A program on a terminal of its own, where it shows how far it is.
+class Terminal : public Service {
+public:
+    static constexpr char kNone[] = "this machine has no pseudo-terminals";
+
+    /// Bare roots often come without /dev/pts.
+    static bool exists()
+    {
+        int master = -1;
+        int slave = -1;
+        const bool ok = openpty(&master, &slave, nullptr, nullptr, nullptr) == 0;
+        ::close(master);
+        ::close(slave);
+        return ok;
+    }
+
+    /// Runs a shell's command.
+    void run(const QString& command) { start("script", {"-qefc", command, "/dev/null"}); }
+
+    /// Presses Ctrl-C.
+    void interrupt()
+    {
+        write("\x03");
+        waitForBytesWritten(kPatience);
+    }
+};
+
+#endif
