@@ -18,7 +18,7 @@ char normalized(char c) { return c == '/' ? '.' : c; }
 
 // Without what marks an escaped component, too: the backslash before it and the blank that ends it.
 // Every other character stays, for it makes another name.
-std::string normalized(const std::string& name)
+std::string withoutMarks(const std::string& name)
 {
     std::string result;
     bool escaped = false;
@@ -34,6 +34,12 @@ std::string normalized(const std::string& name)
             result += normalized(c);
     }
     return result;
+}
+
+std::string withDots(std::string name)
+{
+    std::transform(name.begin(), name.end(), name.begin(), [](char c) { return normalized(c); });
+    return name;
 }
 
 std::string_view leafOf(std::string_view name) { return name.substr(name.find_last_of("./") + 1); }
@@ -77,8 +83,8 @@ bool contains(const VcdVariable& variable, int index)
 }
 
 struct SignalFinder::Request {
-    explicit Request(const QString& name)
-        : whole(normalized(name.toStdString()))
+    explicit Request(std::string name)
+        : whole(std::move(name))
     {
         hasIndex = splitIndex(whole, base, index);
         if (!hasIndex)
@@ -159,10 +165,15 @@ std::vector<int> SignalFinder::candidates(const Request& request) const
 
 WaveformBit SignalFinder::find(const QString& name, Problems* problems) const
 {
-    const Request request(name);
+    Request request(withDots(name.toStdString()));
+    std::vector<int> found = candidates(request);
+    if (found.empty()) { // a name of the waveform's own may look as if it were escaped
+        request = Request(withoutMarks(name.toStdString()));
+        found = candidates(request);
+    }
     std::set<std::pair<int, int>> nets; // code and bit, each once
     QStringList places;
-    for (const int candidate : candidates(request)) {
+    for (const int candidate : found) {
         const VcdVariable& variable = m_waveform.variables()[size_t(candidate)];
         const int bit = request.hasIndex ? std::abs(variable.msb - request.index) : 0;
         if (nets.emplace(variable.code, bit).second && places.size() < kShownNames)
