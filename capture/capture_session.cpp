@@ -20,6 +20,14 @@ bool sameTable(const TriggerTable& a, const TriggerTable& b)
     return a.units == b.units && a.rows == b.rows;
 }
 
+// Whether both tell the same of a run; that it still goes on is no part of it.
+bool isSameState(const CoreStatus& a, const CoreStatus& b)
+{
+    return a.open == b.open && a.wentRound == b.wentRound && a.complete == b.complete
+        && a.level == b.level && a.position == b.position && a.windows == b.windows
+        && a.snapshot.matches == b.snapshot.matches;
+}
+
 // What the sum of names number `list` says when it is another one.
 QString otherNames(const CoreIdentity& core, int list)
 {
@@ -114,6 +122,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
         m_build = build;
         m_setups.clear();
         m_begun.assign(build.cores.size(), false);
+        m_before.assign(build.cores.size(), {});
         m_ticked.assign(build.cores.size(), {});
         for (const SimulatedCore& core : build.cores)
             m_setups.push_back(core.setup);
@@ -217,6 +226,7 @@ bool CaptureSession::prepare(const CoreRun& run, Tables tables)
         return false;
     if (status.armed || status.running)
         return failAt(run.core, "it does not end the run before");
+    m_before[run.core] = status;
     if (identity.lite)
         return true;
     if (!m_client.writeSettings(identity, run.setup)
@@ -235,6 +245,7 @@ bool CaptureSession::adopt(size_t core)
     m_ticked[core].invalidate();
     if (!readStatus(core, status))
         return false;
+    m_before[core] = status;
     if (!status.armed)
         return arm({
             {core, own.setup}
@@ -386,7 +397,10 @@ bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
     CoreStatus status;
     if (!readStatus(core, status))
         return false;
-    const bool nothing = !status.armed && !m_begun[core]; // whether it comes to rest or not
+    // Stopped before it was seen to begin: with its state as before, it may tell of the run before,
+    // whether it comes to rest or not.
+    const bool nothing = !status.armed && !m_begun[core]
+        && (!status.atRest() || isSameState(status, m_before[core]));
     if (!nothing && !settle(core, status))
         return false;
     readOut = {};

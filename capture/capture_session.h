@@ -141,6 +141,7 @@ private:
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
     std::vector<bool> m_begun; // the sample clock was seen to have noticed the arming
+    std::vector<CoreStatus> m_before; // when it was armed
     std::vector<QElapsedTimer> m_ticked; // since the sample clock was seen to run; invalid: never
     QString m_error;
 };

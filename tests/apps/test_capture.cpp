@@ -396,7 +396,8 @@ void TestCapture::interrupted()
     QFile::remove(path("live.csv"));
     if (!Terminal::exists())
         QSKIP(Terminal::kNone);
-    const Result result = captureUntil("window 2 of 2; its sample clock ran, but has stopped",
+    // Of a clock that has stopped, what was told last may be older than its last edge.
+    const Result result = captureUntil("its sample clock ran, but has stopped",
         {"--core", "4", "--unit", "M0=0011110000", "-o", path("live.csv")});
     QCOMPARE(result.status, 1);
     QVERIFY2(result.err.contains("core 4 was stopped with 1 of 2 windows whole"),

@@ -188,17 +188,25 @@ void TestSimulate::verilogCapturesAsTheModel_data()
 {
     QTest::addColumn<bool>("lite");
     QTest::addColumn<QStringList>("data");
-    QTest::addRow("unknown values") << false << QStringList {"a", "b[0]"};
-    QTest::addRow("a sample clock that is watched") << false << QStringList {"clk", "b[0]"};
-    QTest::addRow("Lite") << true << QStringList {"a", "b[0]"};
-    QTest::addRow("Lite, one signal") << true << QStringList {"a"};
-    QTest::addRow("Lite, a sample clock that is watched") << true << QStringList {"b[1]", "clk"};
+    QTest::addColumn<int>("samples");
+    const int all = kSamples.size();
+    QTest::addRow("unknown values") << false << QStringList {"a", "b[0]"} << all;
+    QTest::addRow("too few samples for the core to say that it runs")
+        << false << QStringList {"a"} << 4;
+    QTest::addRow("a sample clock that is watched") << false << QStringList {"clk", "b[0]"} << all;
+    QTest::addRow("Lite") << true << QStringList {"a", "b[0]"} << all;
+    QTest::addRow("Lite, one signal") << true << QStringList {"a"} << all;
+    QTest::addRow("Lite, few samples") << true << QStringList {"a"} << 2;
+    QTest::addRow("Lite, a sample clock that is watched")
+        << true << QStringList {"b[1]", "clk"} << all;
 }
 
 void TestSimulate::verilogCapturesAsTheModel()
 {
     QFETCH(bool, lite);
     QFETCH(QStringList, data);
+    QFETCH(int, samples);
+    writeFile(path("these.vcd"), vcdOf(kNames, kSamples.mid(0, samples)));
     const auto standard = core(4, "10");
     OXA::AOCore_Lite first;
     first.sampleClock = "clk";
@@ -212,15 +220,15 @@ void TestSimulate::verilogCapturesAsTheModel()
         OXA::writeOXAConfigToXml_Lite({&first, &second}, path("c.oxa"));
     else
         OXA::writeOXAConfigToXml({standard.get()}, path("c.oxa"));
-    QStringList call = m_call + QStringList {path("wave.vcd"), "--json", "-o", path("out.csv")};
+    QStringList call = m_call + QStringList {path("these.vcd"), "--json", "-o", path("out.csv")};
     const Result model = oxa(call);
     QCOMPARE(model.status, 0);
-    const QByteArray samples = bytesOf(path("out.csv"));
+    const QByteArray captured = bytesOf(path("out.csv"));
     call.removeOne("--model");
     const Result verilog = oxa(call);
     QCOMPARE(verilog.err, QString());
     QCOMPARE(verilog.out, model.out);
-    QCOMPARE(bytesOf(path("out.csv")), samples);
+    QCOMPARE(bytesOf(path("out.csv")), captured);
 }
 
 // As a netlist's is on a busy machine. Here a module of its own waits for a file, in the middle of
