@@ -31,6 +31,7 @@
 #include "oxautils/model/ao_core_lite.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
+#include "oxautils/resource/analyzer_estimate.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"
 #include "oxautils/voltage/voltage.h"

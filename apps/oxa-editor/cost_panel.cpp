@@ -11,6 +11,8 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <iterator>
+
 namespace {
 
 constexpr int kTakesColumn = 2;
@@ -23,12 +25,28 @@ const char* const kKindNames[] = {
     QT_TRANSLATE_NOOP("CostPanel", "Shadow SRAM"),
 };
 
+// In the order of OXA_TOOL::analyzerResources.
+const char* const kBarNames[] = {
+    QT_TRANSLATE_NOOP("CostPanel", "Look-up tables"),
+    QT_TRANSLATE_NOOP("CostPanel", "Registers"),
+    QT_TRANSLATE_NOOP("CostPanel", "Block SRAM"),
+    QT_TRANSLATE_NOOP("CostPanel", "Shadow SRAM"),
+};
+
 /// A core's memory.
 struct Memory {
     int width; // data bits
     int depth; // samples
     bool mark; // a bit more is stored with each sample
 };
+
+QString noteText(const OXA_TOOL::AnalyzerResource& resource, const OXA_TOOL::AnalyzerAmounts& taken,
+    const OXA_TOOL::AnalyzerAmounts& available)
+{
+    if (resource.exceeds(taken, available))
+        return CostPanel::tr("does not fit");
+    return resource.isNear(taken, available) ? CostPanel::tr("may not fit") : QString();
+}
 
 Memory memoryOf(const Core& core)
 {
@@ -44,10 +62,10 @@ CostPanel::CostPanel(QWidget* parent)
     , m_cores(new QTreeWidget)
 {
     auto* bars = new QFormLayout;
-    for (int kind = 0; kind < kKinds; ++kind) {
-        m_bars[kind] = new ShareBar;
-        m_bars[kind]->setAccessibleName(tr(kKindNames[kind]));
-        bars->addRow(tr("%1:").arg(tr(kKindNames[kind])), m_bars[kind]);
+    for (const char* name : kBarNames) {
+        m_bars += new ShareBar;
+        m_bars.last()->setAccessibleName(tr(name));
+        bars->addRow(tr("%1:").arg(tr(name)), m_bars.last());
     }
     m_cores->setAccessibleName(tr("Memory of each core"));
     m_cores->setHeaderLabels({tr("Core"), tr("Bits × samples"), tr("Takes")});
@@ -67,7 +85,7 @@ CostPanel::CostPanel(QWidget* parent)
 void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
 {
     const bool known = !part.partNumber.isEmpty();
-    qint64 total[kKinds] = {0, 0, 0};
+    OXA_TOOL::AnalyzerEstimate estimate(part);
     m_cores->clear();
     for (int i = 0; i < cores.size(); ++i) {
         const Core& core = *cores.at(i);
@@ -78,9 +96,11 @@ void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
         const int taken
             = OXA_TOOL::captureMemory(memory.width, memory.depth, memory.mark, part.name).of(kind);
         const bool built = core.standard || i == 0; // of Lite cores only the first is
-        const bool counts = built && kind >= 0 && kind < kKinds;
-        if (counts)
-            total[kind] += taken;
+        const bool counts = built && kind >= 0 && kind < int(std::size(kKindNames));
+        if (core.standard)
+            estimate.add(*core.standard);
+        else
+            estimate.add(*core.lite);
         const QString takes = counts ? tr("%1 %2").arg(QString::number(taken), tr(kKindNames[kind]))
                                      : tr("is not built");
         auto* row = new QTreeWidgetItem({QString::number(i),
@@ -90,13 +110,20 @@ void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
         row->setToolTip(kTakesColumn, takes);
         m_cores->addTopLevelItem(row);
     }
-    const OXA_TOOL::MemoryAmounts available
-        = known ? OXA_TOOL::deviceMemory(part.partNumber, part.name) : OXA_TOOL::MemoryAmounts();
-    for (int kind = 0; kind < kKinds; ++kind) {
-        if (known)
-            m_bars[kind]->setShare(total[kind], available.of(kind));
+    showShares(estimate.amounts(), part);
+}
+
+void CostPanel::showShares(const OXA_TOOL::AnalyzerAmounts& taken, const DEV::ChipInfo& part)
+{
+    const OXA_TOOL::AnalyzerAmounts available = OXA_TOOL::amountsOf(part);
+    for (int i = 0; i < m_bars.size(); ++i) {
+        const OXA_TOOL::AnalyzerResource& resource = OXA_TOOL::analyzerResources().at(i);
+        const qint64 amount = taken.*resource.amount;
+        if (part.partNumber.isEmpty())
+            m_bars[i]->setText(QString::number(amount));
         else
-            m_bars[kind]->setText(QString::number(total[kind]));
+            m_bars[i]->setShare(
+                amount, available.*resource.amount, noteText(resource, taken, available));
     }
 }
 
@@ -106,11 +133,13 @@ ShareBar::ShareBar(QWidget* parent)
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void ShareBar::setShare(qint64 taken, qint64 available)
+void ShareBar::setShare(qint64 taken, qint64 available, const QString& note)
 {
-    const QString shape = taken > available ? tr("%1 of %2: does not fit") : tr("%1 of %2");
-    m_text = shape.arg(QString::number(taken), QString::number(available));
-    m_share = available > 0 ? double(taken) / double(available) : taken > 0 ? 2 : 0;
+    m_text = tr("%1 of %2").arg(QString::number(taken), QString::number(available));
+    if (!note.isEmpty())
+        m_text = tr("%1: %2").arg(m_text, note);
+    const double noneThere = note.isEmpty() ? 0 : 2;
+    m_share = available > 0 ? double(taken) / double(available) : noneThere;
     setAccessibleDescription(m_text);
     update();
 }

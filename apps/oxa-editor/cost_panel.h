@@ -3,6 +3,8 @@
 
 #include "document.h"
 
+#include "oxautils/resource/analyzer_estimate.h"
+
 #include <QWidget>
 
 #include <dev/device_db.h>
@@ -11,7 +13,7 @@ class QLabel;
 class QTreeWidget;
 class ShareBar;
 
-/// What the cores' memories take of a part, as bars.
+/// What the analyzer takes of a part, as bars, and of it the memory of each core.
 class CostPanel : public QWidget {
     Q_OBJECT
 
@@ -22,9 +24,9 @@ public:
     void count(const Cores& cores, const DEV::ChipInfo& part);
 
 private:
-    static constexpr int kKinds = 3;
+    void showShares(const OXA_TOOL::AnalyzerAmounts& taken, const DEV::ChipInfo& part);
 
-    ShareBar* m_bars[kKinds]; // in the order of OXA_TOOL::MemoryKind
+    QList<ShareBar*> m_bars; // in the order of OXA_TOOL::analyzerResources
     QTreeWidget* m_cores;
 };
 
@@ -35,7 +37,8 @@ class ShareBar : public QWidget {
 public:
     explicit ShareBar(QWidget* parent = nullptr);
 
-    void setShare(qint64 taken, qint64 available);
+    /// `note` says that it does not fit, or may not; empty when it does.
+    void setShare(qint64 taken, qint64 available, const QString& note);
 
     /// Shows nothing but `text`.
     void setText(const QString& text);

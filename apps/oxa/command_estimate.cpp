@@ -1,5 +1,6 @@
 #include "command.h"
 #include "configuration.h"
+#include "fit.h"
 #include "part.h"
 #include "table.h"
 
@@ -7,30 +8,37 @@
 
 #include <QJsonArray>
 
+#include <algorithm>
+
 #include <unistd.h>
 
 namespace {
 
+using OXA_TOOL::AnalyzerAmounts;
+using OXA_TOOL::AnalyzerResource;
 using OXA_TOOL::MemoryAmounts;
 
-constexpr char kSummary[] = "Count what the capture memories take of a part";
+constexpr char kSummary[] = "Count what an analyzer takes of a part";
 
 constexpr char kHelp[]
     = R"(For each core what its memory takes of the kind that it is made of and, in
-parentheses, what it would take of the others; then the sum, against what the
-part has. Block SRAMs are blocks of 18 kbit, 9 kbit on some devices; shadow SRAMs
-are blocks of 64 bits. Standard cores store a bit more with each sample, the
-trigger's mark. Trigger logic and expression tables are not counted.
+parentheses, what it would take of the others; then the whole analyzer, against
+what the part has. Block SRAMs are blocks of 18 kbit, 9 kbit on some devices;
+shadow SRAMs are blocks of 64 bits. Standard cores store a bit more with each
+sample, the trigger's mark.
 
-Exit status 1 says that the memories do not fit.)";
+Look-up tables and registers are estimates: synthesis comes to within 15 and 5
+percent of them. "may not fit" says that they fit, but not with that much more.
+
+Exit status 1 says that the analyzer does not fit.)";
 
 constexpr Table::Column kColumns[] = {
-    {"CORE",   Table::Left },
-    {"MEMORY", Table::Left },
-    {"TAKES",  Table::Right},
-    {"HAS",    Table::Right},
-    {"SHARE",  Table::Right},
-    {"",       Table::Left },
+    {"CORE",     Table::Left },
+    {"RESOURCE", Table::Left },
+    {"TAKES",    Table::Right},
+    {"HAS",      Table::Right},
+    {"SHARE",    Table::Right},
+    {"",         Table::Left },
 };
 
 constexpr const char* kKindNames[] = {"block SRAM", "registers", "shadow SRAM"};
@@ -56,16 +64,17 @@ struct Memory {
 
 struct Estimate {
     QList<Memory> memories;
-    qint64 total[kKinds] = {0, 0, 0};
-    MemoryAmounts available;
+    MemoryAmounts memoryAvailable;
+    AnalyzerAmounts total;
+    AnalyzerAmounts available;
 
     bool fits() const
     {
-        for (int kind = 0; kind < kKinds; ++kind) {
-            if (total[kind] > available.of(kind))
-                return false;
-        }
-        return true;
+        const QList<AnalyzerResource>& resources = OXA_TOOL::analyzerResources();
+        return std::none_of(
+            resources.begin(), resources.end(), [this](const AnalyzerResource& resource) {
+                return resource.exceeds(total, available);
+            });
     }
 };
 
@@ -73,15 +82,15 @@ void add(Estimate& estimate, Memory memory, int askedKind, const DEV::ChipInfo& 
 {
     memory.kind = OXA_TOOL::builtKind(askedKind, chip.partNumber, chip.name);
     memory.takes = OXA_TOOL::captureMemory(memory.width, memory.depth, memory.mark, chip.name);
-    if (memory.kind >= 0 && memory.kind < kKinds)
-        estimate.total[memory.kind] += memory.takes.of(memory.kind);
     estimate.memories += memory;
 }
 
-Estimate estimateOf(const Configuration& configuration, const DEV::ChipInfo& chip)
+Estimate countAll(const Configuration& configuration, const DEV::ChipInfo& chip)
 {
     Estimate estimate;
-    estimate.available = OXA_TOOL::deviceMemory(chip.partNumber, chip.name);
+    estimate.memoryAvailable = OXA_TOOL::deviceMemory(chip.partNumber, chip.name);
+    estimate.available = OXA_TOOL::amountsOf(chip);
+    estimate.total = estimateOf(configuration, chip);
     for (int i = 0; i < configuration.cores.size(); ++i) {
         const OXA::AoCore& core = *configuration.cores.at(i);
         add(estimate, {i, core.index, core.dataSignals().size(), core.storageDepth, true, 0, {}},
@@ -111,18 +120,19 @@ QString barText(qint64 taken, qint64 available)
     return QString(length, '#').leftJustified(kBarLength, '.');
 }
 
-QString noteText(qint64 taken, qint64 available)
+void addRow(Table& table, const QString& core, const QString& kind, qint64 taken, qint64 available,
+    const QString& note)
 {
-    QString bar = barText(taken, available);
-    if (taken <= available)
-        return bar;
-    return bar + (bar.isEmpty() ? "" : " ") + "does not fit";
+    const QString bar = barText(taken, available);
+    table.addRow({core, kind, QString::number(taken), QString::number(available),
+        shareText(taken, available), bar + (bar.isEmpty() || note.isEmpty() ? "" : " ") + note});
 }
 
-void addRow(Table& table, const QString& core, const QString& kind, qint64 taken, qint64 available)
+QString noteText(const AnalyzerResource& resource, const Estimate& estimate)
 {
-    table.addRow({core, kind, QString::number(taken), QString::number(available),
-        shareText(taken, available), noteText(taken, available)});
+    if (resource.exceeds(estimate.total, estimate.available))
+        return "does not fit";
+    return resource.isNear(estimate.total, estimate.available) ? "may not fit" : "";
 }
 
 void print(TextOut& out, const QString& file, const DEV::ChipInfo& chip, const Estimate& estimate)
@@ -136,14 +146,19 @@ void print(TextOut& out, const QString& file, const DEV::ChipInfo& chip, const E
                                QString::number(memory.depth));
         for (int kind = 0; kind < kKinds; ++kind) {
             const bool built = kind == memory.kind;
+            const qint64 takes = memory.takes.of(kind);
+            const qint64 has = estimate.memoryAvailable.of(kind);
             addRow(table, core, built ? kKindNames[kind] : QString("(%1)").arg(kKindNames[kind]),
-                memory.takes.of(kind), estimate.available.of(kind));
+                takes, has, takes > has ? "does not fit" : "");
             core.clear();
         }
     }
-    for (int kind = 0; kind < kKinds; ++kind)
-        addRow(table, kind == 0 ? "total" : "", kKindNames[kind], estimate.total[kind],
-            estimate.available.of(kind));
+    QString what = "analyzer";
+    for (const AnalyzerResource& resource : OXA_TOOL::analyzerResources()) {
+        addRow(table, what, resource.name, estimate.total.*resource.amount,
+            estimate.available.*resource.amount, noteText(resource, estimate));
+        what.clear();
+    }
     table.print(out);
 }
 
@@ -154,6 +169,14 @@ QJsonObject amountsJson(const MemoryAmounts& amounts)
         {"registers",  amounts.registers },
         {"shadowSram", amounts.shadowSram}
     };
+}
+
+QJsonObject amountsJson(const AnalyzerAmounts& amounts)
+{
+    QJsonObject object;
+    for (const AnalyzerResource& resource : OXA_TOOL::analyzerResources())
+        object.insert(resource.key, amounts.*resource.amount);
+    return object;
 }
 
 void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate)
@@ -170,16 +193,11 @@ void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate
             {"takes",  amountsJson(memory.takes)                                 }
         };
     }
-    const QJsonObject total {
-        {"blockSram",  estimate.total[OXA_TOOL::BlockSram] },
-        {"registers",  estimate.total[OXA_TOOL::Registers] },
-        {"shadowSram", estimate.total[OXA_TOOL::ShadowSram]}
-    };
     const QJsonObject object {
         {"part",      chip.partNumber                },
         {"device",    chip.name                      },
         {"cores",     cores                          },
-        {"total",     total                          },
+        {"total",     amountsJson(estimate.total)    },
         {"available", amountsJson(estimate.available)},
         {"fits",      estimate.fits()                }
     };
@@ -194,7 +212,7 @@ int run(const Options& options, Io& io)
     const std::optional<DEV::ChipInfo> chip = findPart(options.part, io.err);
     if (!chip)
         return kUnusable;
-    const Estimate estimate = estimateOf(configuration, *chip);
+    const Estimate estimate = countAll(configuration, *chip);
     if (options.json)
         printJson(io.out, *chip, estimate);
     else

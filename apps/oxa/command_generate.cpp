@@ -1,5 +1,6 @@
 #include "command.h"
 #include "configuration.h"
+#include "fit.h"
 #include "installed.h"
 #include "interrupt.h"
 #include "log.h"
@@ -48,7 +49,10 @@ The model of QX_JTAG is a test access port of its own at the four pads, which a
 bench drives; docs/simulated-target.md has its instructions.
 
 The netlist is a module qx_oxa with every watched signal and the four JTAG pads
-as ports, made of the cells in share/oxautils/cells.)";
+as ports, made of the cells in share/oxautils/cells.
+
+Exit status 1 says, too, that the analyzer does not fit the part: of the netlist,
+which is there then, or before synthesis where the estimate leaves no doubt.)";
 
 constexpr char kDefaultNetlist[] = "qx_oxa_netlist.v";
 
@@ -64,6 +68,11 @@ struct Options {
     bool strict = false;
     bool json = false;
 };
+
+DEV::ChipInfo chipOf(const OXA::OxaArg& arg)
+{
+    return DEV::DeviceDb::instance().find(arg.device, arg.package);
+}
 
 /// Models of what the device has and a simulator has not; empty when they are not installed.
 QStringList simulationModels()
@@ -177,6 +186,15 @@ int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
     return kDone;
 }
 
+/// A file with the netlist: the engine's own when the output went into a stream.
+QString writtenNetlist(const OXA::OxaArg& arg)
+{
+    if (!OXA_FILES::isStream(arg.outputFile))
+        return arg.outputFile;
+    const QStringList runs = QDir(arg.workDir).entryList({"*_synthesis"}, QDir::Dirs);
+    return arg.workDir + '/' + runs.value(0) + "/netlist.v";
+}
+
 int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
 {
     OXA::OXAProxyQxSyn generator(nullptr);
@@ -203,7 +221,7 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
         return kJobFailed;
     }
     printNetlist(options, arg, double(timer.elapsed()) / 1000, io);
-    return kDone;
+    return netlistFits(cellCounts(writtenNetlist(arg)), chipOf(arg), io.err) ? kDone : kJobFailed;
 }
 
 int run(const Options& options, Io& io)
@@ -218,7 +236,9 @@ int run(const Options& options, Io& io)
         io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
         return kUnusable;
     }
-    if (!passesCheck(arg, options.strict ? OtherProblems::Stop : OtherProblems::Warnings, io.err))
+    // Another tool, to which a list goes, may need less.
+    if (!passesCheck(arg, options.strict ? OtherProblems::Stop : OtherProblems::Warnings, io.err)
+        || (!options.noSynthesis && !mayFit(configuration, chipOf(arg), io.err)))
         return kJobFailed;
     WorkDir workDir;
     QString error;

@@ -29,6 +29,13 @@ void checkTogether(const QList<Core*>& cores, const DEV::ChipInfo* part, QList<P
     configuration.part = part;
     for (int position = 0; position < cores.size(); ++position)
         configuration.cores += AnyCore(*cores.at(position), position);
+    if (part) {
+        OXA_TOOL::AnalyzerEstimate estimate(*part);
+        for (const Core* core : cores) {
+            estimate.add(*core);
+            configuration.amounts += estimate.amounts();
+        }
+    }
     applyRules(configuration, problems);
     for (const AnyCore& core : qAsConst(configuration.cores))
         applyRules(core, problems);

@@ -2,34 +2,45 @@
 
 #include "oxautils/resource/capture_memory.h"
 
+#include <algorithm>
+
 #include <dev/device_facts.h>
 
 namespace OXA {
 
 namespace {
 
-/// Says where the cores' memories of `kind` come to more than the part has.
-void findMisfit(const Configuration& configuration, OXA_TOOL::MemoryKind kind, const char* unit,
+/// The first core with which `test` of a resource holds; -1 when there is none.
+template <typename Test> int firstCore(const Configuration& configuration, Test test)
+{
+    const auto at = std::find_if(configuration.amounts.begin(), configuration.amounts.end(), test);
+    return at == configuration.amounts.end() ? -1 : int(at - configuration.amounts.begin());
+}
+
+const OXA_TOOL::AnalyzerResource& resourceOf(qint64 OXA_TOOL::AnalyzerAmounts::*amount)
+{
+    const QList<OXA_TOOL::AnalyzerResource>& resources = OXA_TOOL::analyzerResources();
+    return *std::find_if(resources.begin(), resources.end(),
+        [amount](const OXA_TOOL::AnalyzerResource& resource) { return resource.amount == amount; });
+}
+
+/// Says with which core the analyzer takes more than the part has.
+void findMisfit(const Configuration& configuration, qint64 OXA_TOOL::AnalyzerAmounts::*amount,
     Findings& findings)
 {
     if (!configuration.part)
         return;
-    const DEV::ChipInfo& part = *configuration.part;
-    const qint64 available = OXA_TOOL::deviceMemory(part.partNumber, part.name).of(kind);
-    qint64 taken = 0;
-    for (const AnyCore& core : configuration.cores) {
-        const bool built = !core.lite || core.position == 0; // further Lite cores are not
-        if (!built || OXA_TOOL::builtKind(core.implementation, part.partNumber, part.name) != kind)
-            continue;
-        const qint64 before = taken;
-        const OXA_TOOL::MemoryAmounts memory
-            = OXA_TOOL::captureMemory(core.data.size(), core.depth, !core.lite, part.name);
-        taken += memory.of(kind);
-        if (before <= available && taken > available)
-            findings.add(core.place(),
-                QString("with its memory the cores take %1 %2, %3 has %4")
-                    .arg(QString::number(taken), unit, part.name, QString::number(available)));
-    }
+    const OXA_TOOL::AnalyzerAmounts available = OXA_TOOL::amountsOf(*configuration.part);
+    const OXA_TOOL::AnalyzerResource& resource = resourceOf(amount);
+    const int position = firstCore(configuration, [&](const OXA_TOOL::AnalyzerAmounts& estimate) {
+        return resource.exceeds(estimate, available);
+    });
+    if (position >= 0)
+        findings.add({position},
+            QString("the %1 %2 %3, %4 has %5")
+                .arg(resource.low > 0 ? "analyzer takes about" : "memories take",
+                    QString::number(configuration.amounts.last().*amount), resource.units,
+                    configuration.part->name, QString::number(available.*amount)));
 }
 
 }
@@ -50,19 +61,42 @@ void findMissingShadowSram(const Configuration& configuration, Findings& finding
     }
 }
 
-void findBlockSramFit(const Configuration& configuration, Findings& findings)
+void findLutFit(const Configuration& configuration, Findings& findings)
 {
-    findMisfit(configuration, OXA_TOOL::BlockSram, "block SRAMs", findings);
-}
-
-void findShadowSramFit(const Configuration& configuration, Findings& findings)
-{
-    findMisfit(configuration, OXA_TOOL::ShadowSram, "shadow SRAMs", findings);
+    findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::luts, findings);
 }
 
 void findRegisterFit(const Configuration& configuration, Findings& findings)
 {
-    findMisfit(configuration, OXA_TOOL::Registers, "registers", findings);
+    findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::registers, findings);
+}
+
+void findBlockSramFit(const Configuration& configuration, Findings& findings)
+{
+    findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::blockSram, findings);
+}
+
+void findShadowSramFit(const Configuration& configuration, Findings& findings)
+{
+    findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::shadowSram, findings);
+}
+
+void findNearLimit(const Configuration& configuration, Findings& findings)
+{
+    if (configuration.amounts.isEmpty())
+        return;
+    const OXA_TOOL::AnalyzerAmounts available = OXA_TOOL::amountsOf(*configuration.part);
+    const OXA_TOOL::AnalyzerAmounts& whole = configuration.amounts.last();
+    for (const OXA_TOOL::AnalyzerResource& resource : OXA_TOOL::analyzerResources()) {
+        if (resource.isNear(whole, available))
+            findings.add({configuration.amounts.size() - 1},
+                QString(
+                    "the analyzer takes about %1 %2, %3 has %4, and synthesis may take %5 percent"
+                    " more")
+                    .arg(QString::number(whole.*resource.amount), resource.units,
+                        configuration.part->name, QString::number(available.*resource.amount),
+                        QString::number(resource.low)));
+    }
 }
 
 }

@@ -15,7 +15,8 @@ constexpr const char* kBuilds[] = {
     "storage-depth", // and number of windows: the memory's size need not be a power of two
     "window-count",
     "short-window", // programs write the window that they want when they arm
-    "block-sram", // by the estimate: synthesis decides
+    "look-up-tables", // by the estimate: synthesis decides
+    "block-sram",
     "shadow-sram",
     "registers",
 };

@@ -5,6 +5,7 @@
 #include "oxautils/check/problem.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/resource/analyzer_estimate.h"
 
 #include <dev/device_db.h>
 
@@ -37,6 +38,7 @@ struct AnyCore {
 struct Configuration {
     QList<AnyCore> cores;
     const DEV::ChipInfo* part = nullptr; ///< null when there is none
+    QList<OXA_TOOL::AnalyzerAmounts> amounts; ///< of the cores up to each; empty without a part
 };
 
 struct StandardCore {

@@ -9,6 +9,8 @@
 
 namespace {
 
+const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
+
 constexpr char kHeader[] = "part_number,series,name,grade,speed,package,variant,luts,adders,"
                            "registers,ios,shadow_sram,block_sram_kbit\n";
 
@@ -42,6 +44,8 @@ private Q_SLOTS:
     void voltages();
     void voltagesAsJson();
     void noVoltages();
+    void netlistsThatDoNotFit_data();
+    void netlistsThatDoNotFit();
 
 private:
     Result devices(const QStringList& more = {})
@@ -183,6 +187,45 @@ void TestOxaParts::noVoltages()
     QVERIFY2(none.err.startsWith("error: the voltage table has no row for BETA.2"),
         qPrintable(none.err));
     QVERIFY(none.out.isEmpty());
+}
+
+void TestOxaParts::netlistsThatDoNotFit_data()
+{
+    QTest::addColumn<QStringList>("part");
+    QTest::addColumn<int>("tables");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("error");
+    const QStringList small {"ALPHA-1", "--device", "D-1"};
+    const QStringList large {"BETA.2"};
+    QTest::newRow("no doubt before synthesis")
+        << small << 0 << 1 << "look-up tables, ALPHA-1 has 100;";
+    QTest::newRow("fits") << large << 2000 << 0 << "";
+    QTest::newRow("one too many")
+        << large << 2001 << 1 << "error: the netlist takes 2001 look-up tables, BETA.2 has 2000;";
+}
+
+void TestOxaParts::netlistsThatDoNotFit()
+{
+    QFETCH(QStringList, part);
+    QFETCH(int, tables);
+    QFETCH(int, status);
+    QFETCH(QString, error);
+    // An engine whose netlist has as many tables, and nothing else.
+    const QString engine = writeFile(m_dir.filePath("engine"),
+        QString(
+            "#!/bin/sh\n{ echo 'module qx_oxa;'; for i in $(seq %1); do echo \"  QX_LUT4 l$i (\";"
+            " echo '  );'; done; echo endmodule; } >netlist.v\n")
+            .arg(tables)
+            .toUtf8());
+    QVERIFY(QFile::setPermissions(engine, QFile::permissions(engine) | QFile::ExeOwner));
+    const QString netlist = m_dir.filePath("netlist.v");
+    QFile::remove(netlist);
+    const Result result = oxa(QStringList {"generate", kUart, "--device-db", m_catalogue,
+                                  "--work-dir", m_dir.filePath("work"), "-o", netlist, "--part"}
+            + part,
+        {"OXA_SYNTHESIS_ENGINE=" + engine});
+    QVERIFY2(result.err.contains(error) && result.status == status, qPrintable(result.err));
+    QCOMPARE(QFile::exists(netlist), tables > 0);
 }
 
 QTEST_GUILESS_MAIN(TestOxaParts)

@@ -433,8 +433,20 @@ void TestCheck::parts_data()
     // 4 kbit are 64 blocks of 64 bits, and 16 samples of 1 + 1 bits take one.
     row("shadow-sram", "core 0", 5, deep(kind(2), 2048), "QX1NZ-1D", deep(kind(2), 1024),
         "QX1NZ-1D");
-    // 768 registers.
-    row("registers", "core 0", 5, deep(kind(1), 512), "QX1N-1", deep(kind(1), 256), "QX1N-1");
+
+    // 1024 look-up tables and 768 registers. A unit with two bounds takes more of the former.
+    const auto wide = [](int type, int bits) {
+        QString port;
+        for (int i = 0; i < bits; ++i)
+            port += QString("<Signal>w%1</Signal>").arg(i);
+        const QString content
+            = changed(kStandard, "value0='1X'", QString("value0='%1'").arg(QString(bits, '1')));
+        return changed(changed(content, "type='0' func", QString("type='%1' func").arg(type)),
+            "<Bus restorename='p'><Signal>p1</Signal><Signal>p0</Signal></Bus>", port);
+    };
+    row("look-up-tables", "core 0", 5, wide(4, 185), "QX1N-1", wide(4, 100), "QX1N-1");
+    row("registers", "core 0", 5, wide(0, 220), "QX1N-1", wide(0, 150), "QX1N-1");
+    row("near-limit", "core 0", 5, wide(4, 150), "QX1N-1", wide(4, 100), "QX1N-1");
 
     const QString late = changed(kStandard, "trigger_pos='8'", "trigger_pos='61'");
     row("short-window", "core 0", 5, late, "QX1N-9", late, "QX1N-9C");

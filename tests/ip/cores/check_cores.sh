@@ -6,6 +6,7 @@
 #   check_cores.sh list       CONFIGURATION   the list for simulators is complete, for each of three tools
 #   check_cores.sh names      CONFIGURATION   each of three tools takes the names that were generated, and not
 #                                             the neutral file beside the cores
+#   check_cores.sh estimate   CONFIGURATION   synthesis comes to the estimate, as near as that promises
 #   check_cores.sh proof      CONFIGURATION   match units do what their functions mean, and the dynamic
 #                                             expression of core 1 what the static one of core 0 does
 #   check_cores.sh handshake  CONFIGURATION   for 32 changes of two clocks, no core says that it is
@@ -60,6 +61,19 @@ names)
     for tool in icarus verilator yosys; do
         grep -qF "NAMES = $sums;" "$tool" || { echo "$tool takes other names"; exit 1; }
     done
+    ;;
+estimate)
+    part=QX2A-18LV-LQFP144-C8
+    "$OXA" generate "$2" --part $part --work-dir "$work/oxa" >"$work/netlist" 2>"$work/log" \
+        || { cat "$work/log"; exit 1; }
+    "$OXA" estimate "$2" --part $part >"$work/estimate"
+    awk 'function off(is, promised) { return is < (1 - promised) * built || is > (1 + promised) * built }
+         $2 == "QX_LUT4" { tables = $1 }
+         $2 ~ /^QX_DFF/ { registers += $1 }
+         / look-up tables / { built = tables; bad += off($4, 0.15); rows++ }
+         $1 == "registers" { built = registers; bad += off($2, 0.05); rows++ }
+         END { print tables, registers; exit bad || rows != 2 }' "$work/netlist" "$work/estimate" \
+        || { cat "$work/netlist" "$work/estimate"; exit 1; }
     ;;
 proof)
     read="read_verilog $(echo $includes) $HERE/proofs.v $(echo $sources)"

@@ -1,0 +1,285 @@
+#include "oxautils/resource/logic_counts.h"
+
+#include "oxautils/model/ao_core.h"
+#include "oxautils/model/ao_core_lite.h"
+#include "oxautils/resource/capture_memory.h"
+
+#include <dev/device_facts.h>
+
+#include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
+#include <bitset>
+
+namespace OXA_TOOL {
+
+namespace {
+
+constexpr int kTallyBits = 8;
+
+// Bits of the count through what a core tells of itself: its status of 512 bits, 256 of a Lite
+// core, or its identity.
+constexpr int kLeastIndexBits = 9;
+constexpr int kLeastLiteIndexBits = 8;
+constexpr int kIdentityHead = 192; // bits
+constexpr int kIdentityWord = 32; // of each port and unit
+
+// As bits of memory: fewer become registers where nothing else is asked for.
+constexpr qint64 kWorthBlock = 128;
+
+/// Bits that count `n` things, at least one.
+int bitsFor(qint64 n)
+{
+    int bits = 1;
+    while (bits < 62 && (qint64(1) << bits) < n)
+        ++bits;
+    return bits;
+}
+
+/// Look-up tables of four inputs that choose one of `n`.
+double muxTables(qint64 n) { return n < 2 ? 0 : double((2 * n) / 3); }
+
+// ---- Memories
+
+constexpr int kUnasked = -1; // whatever is best
+constexpr int kShadowWords = 16; // of a block
+
+struct Memory {
+    Memory(int kind, qint64 width, qint64 depth)
+        : kind(kind)
+        , width(std::max<qint64>(width, 0))
+        , depth(std::max<qint64>(depth, 0))
+    {
+    }
+
+    int kind;
+    qint64 width; // bits
+    qint64 depth; // words
+};
+
+/// Blocks behind each other, as the synthesis maps memories: in the mode that takes fewest blocks,
+/// and of two alike the deeper one.
+qint64 banksOf(const Memory& memory, bool smallBlocks)
+{
+    constexpr int kModeWidths[] = {1, 2, 4, 9, 18, 36};
+    qint64 fewest = 0;
+    qint64 banks = 1;
+    for (int width : kModeWidths) {
+        const qint64 depth = (smallBlocks ? 8192 : 16384) / (width < 9 ? width : width / 9 * 8);
+        const qint64 behind = (memory.depth + depth - 1) / depth;
+        const qint64 blocks = behind * ((memory.width + width - 1) / width);
+        if (fewest == 0 || blocks < fewest) {
+            fewest = blocks;
+            banks = behind;
+        }
+    }
+    return banks;
+}
+
+void addBanks(LogicCounts& counts, const Memory& memory, qint64 banks)
+{
+    if (banks < 2)
+        return;
+    counts.items[BankMux] += double(memory.width) * muxTables(banks);
+    counts.items[Banks] += double(banks);
+}
+
+/// A memory and the register that holds the word read last, which is in a block of its own.
+void addMemory(LogicCounts& counts, const Memory& memory, const DEV::ChipInfo& part)
+{
+    const qint64 bits = memory.width * memory.depth;
+    const bool unasked = memory.kind != Registers && memory.kind != ShadowSram
+        && memory.kind != BlockSram && bits < kWorthBlock;
+    if (memory.kind == Registers || unasked) {
+        counts.registers += bits + memory.width;
+        counts.items[RegisterMux] += double(memory.width) * muxTables(memory.depth);
+        counts.items[RegisterWords] += double(memory.depth);
+    } else if (memory.kind == ShadowSram) {
+        counts.registers += memory.width;
+        addBanks(counts, memory, (memory.depth + kShadowWords - 1) / kShadowWords);
+    } else {
+        const qint64 banks = banksOf(memory, DEV::deviceFacts(part.name).blocks == DEV::Blocks9k);
+        addBanks(counts, memory, banks);
+        if (banks > 1)
+            counts.registers += bitsFor(banks); // of the word that was read
+    }
+}
+
+/// The kind that is built.
+int kindOn(const DEV::ChipInfo& part, int kind)
+{
+    return part.name.isEmpty() ? kind : builtKind(kind, part.partNumber, part.name);
+}
+
+// ---- Standard cores
+
+/// The units that the trigger listens to: synthesis leaves out the counters of others.
+QSet<int> namedUnits(const OXA::AoCore& core)
+{
+    QSet<int> units;
+    if (core.expressionType == 1 && !core.expressions.isEmpty()) {
+        for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+            units += unit->index;
+        return units;
+    }
+    static const QRegularExpression name("M(\\d+)");
+    for (const QString& expression : core.expressions) {
+        auto match = name.globalMatch(expression);
+        while (match.hasNext())
+            units += match.next().captured(1).toInt();
+    }
+    return units;
+}
+
+void addUnit(LogicCounts& counts, const OXA::MatchUnit& unit, bool dynamic, bool named)
+{
+    const int width = unit.trigger->singleSignals().size();
+    const bool edges = OXA::matchTypeHasEdges(unit.matchType);
+    const bool ordered = unit.matchType >= OXA::MatchExtended;
+    counts.items[Units] += 1;
+    counts.items[edges ? EdgeBits : LevelBits] += width;
+    counts.registers += (edges ? 3 : 2) * width + (ordered ? 3 : 1); // settings
+    counts.registers += (edges ? 0 : 1) + (ordered ? 2 : 0) + 1; // comparison
+    counts.registers += 2 * kTallyBits + (dynamic ? 1 : 0);
+    if (ordered)
+        counts.items[OrderedBits] += width;
+    if (!unit.counterEnable)
+        return;
+    const qint64 counterBits = std::max(unit.counterWidth, 0);
+    counts.registers += counterBits + 1; // settings
+    if (named) {
+        counts.items[CounterBits] += double(counterBits);
+        counts.registers += counterBits + 1;
+    }
+}
+
+/// Look-up tables of four inputs that a tree over the operands takes, a unit that is named twice
+/// counted twice.
+int expressionTables(const QString& text)
+{
+    const int operands = text.count('M');
+    return operands < 2 ? 0 : (operands + 1) / 3;
+}
+
+void addExpressions(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo& part)
+{
+    const int levels = core.expressions.size();
+    if (levels > 1) {
+        counts.items[Levels] += levels;
+        counts.registers += 2 * levels; // the level, and the settings
+    }
+    counts.registers += std::max(levels, 1); // in the status
+    if (core.expressionType != 1) {
+        for (const QString& expression : core.expressions)
+            counts.items[ExpressionTables] += expressionTables(expression);
+        return;
+    }
+    counts.items[DynamicCores] += 1;
+    if (levels == 0)
+        return; // nothing reads the table
+    const int units = std::max(int(core.enabledMatchUnits().size()), 1);
+    addMemory(counts, {kindOn(part, core.exImplementation), levels, qint64(1) << units}, part);
+    counts.registers += levels - 1; // of a word that is written
+}
+
+void addWindows(LogicCounts& counts, const OXA::AoCore& core)
+{
+    const int addressBits = bitsFor(core.storageDepth);
+    counts.items[AddressBits] += addressBits;
+    counts.registers += 4 * addressBits; // two settings, the place in memory, behind the trigger
+    const unsigned windows = OXA::fixedWindowNum(unsigned(std::max(core.windowNum, 1)));
+    if (windows < 2) {
+        counts.registers += 1;
+        return;
+    }
+    const int bits = bitsFor(windows);
+    counts.items[WindowBits] += bits;
+    counts.items[WindowAddressBits] += addressBits;
+    counts.registers += 4 * bits + 2 * addressBits;
+    addMemory(counts, {kUnasked, 1, windows}, {});
+}
+
+/// Registers of `names` in the first `stages` stages of the pipeline of `clock`.
+void addStages(LogicCounts& counts, const QString& clock, const QStringList& names, int stages)
+{
+    for (const QString& name : names) {
+        unsigned& built = counts.stages[clock + ' ' + name];
+        const unsigned all = built | ((1U << stages) - 1);
+        counts.registers += qint64(std::bitset<8>(all ^ built).count());
+        built = all;
+    }
+}
+
+void addSignals(LogicCounts& counts, const OXA::AoCore& core)
+{
+    const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
+    const QString clock = (falling ? "!" : "") + core.sampleClock;
+    const bool dynamic = core.expressionType == 1;
+    addStages(counts, clock, core.dataSignals(), dynamic ? 5 : 4);
+    counts.registers += dynamic ? 2 : 0; // of the stage more, beside the data
+    QSet<QString> edgeSignals;
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        if (!unit->trigger)
+            continue;
+        const QStringList names = unit->trigger->singleSignals();
+        const bool edges = OXA::matchTypeHasEdges(unit->matchType);
+        addStages(counts, clock, names, edges ? 3 : 1);
+        if (edges)
+            edgeSignals += QSet<QString>(names.begin(), names.end());
+    }
+    counts.items[EdgeSignals] += edgeSignals.size();
+}
+
+void addUnits(LogicCounts& counts, const OXA::AoCore& core)
+{
+    const QSet<int> named = namedUnits(core);
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        if (unit->trigger)
+            addUnit(counts, *unit, core.expressionType == 1, named.contains(unit->index));
+    }
+}
+
+/// The capture memory, and the registers that count its words and bits.
+void addCaptureMemory(LogicCounts& counts, const Memory& memory, int indexBits, int bitBits,
+    const DEV::ChipInfo& part)
+{
+    counts.items[SampleMux] += muxTables(memory.width);
+    addMemory(counts, memory, part);
+    counts.registers += bitBits + std::max(indexBits, bitsFor(memory.depth));
+}
+
+}
+
+void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo& part)
+{
+    const bool dynamic = core.expressionType == 1;
+    const int units = core.enabledMatchUnits().size();
+    const int ports = core.availableTriggers().size();
+    const int width = core.dataSignals().size() + 1; // the mark
+    counts.items[Wrappers] = 1;
+    counts.items[StandardCores] += 1;
+    counts.items[TriggerPorts] += ports;
+    addSignals(counts, core);
+    addUnits(counts, core);
+    addExpressions(counts, core, part);
+    addWindows(counts, core);
+    const int identityBits = bitsFor(kIdentityHead + kIdentityWord * (ports + units));
+    addCaptureMemory(counts, {kindOn(part, core.implementation), width, core.storageDepth},
+        std::max({kLeastIndexBits, identityBits, dynamic ? units : 0}),
+        bitsFor(std::max(width, int(core.expressions.size()))), part);
+}
+
+void countCore(LogicCounts& counts, const OXA::AOCore_Lite& core, const DEV::ChipInfo& part)
+{
+    const QStringList names = core.dataSignals();
+    const bool registered = core.inputRegisterEnabled;
+    counts.items[LiteCores] += 1;
+    counts.items[LiteAddressBits] += bitsFor(core.captureAmount);
+    addStages(counts, core.sampleClock, names, registered ? 4 : 3);
+    counts.registers += (registered ? 1 : 0) + bitsFor(core.captureAmount);
+    addCaptureMemory(counts, {kindOn(part, core.implementation), names.size(), core.captureAmount},
+        kLeastLiteIndexBits, bitsFor(names.size()), part);
+}
+
+}
