@@ -3,7 +3,7 @@
 #include "core_form.h"
 #include "window_drawing.h"
 
-#include "capture/trigger_setup.h"
+#include "oxacapture/trigger/trigger_setup.h"
 
 #include <QLabel>
 #include <QLineEdit>

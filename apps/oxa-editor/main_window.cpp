@@ -101,8 +101,8 @@ MainWindow::MainWindow(QWidget* parent)
     , m_recent(new RecentFiles(this))
     , m_watch(new FileWatch(m_document, this))
 {
-    m_judge.setSingleShot(true);
-    m_judge.setInterval(kJudgeDelay);
+    m_checkTimer.setSingleShot(true);
+    m_checkTimer.setInterval(kJudgeDelay);
     setAcceptDrops(true);
     layOut();
     makeActions();
@@ -222,7 +222,7 @@ void MainWindow::connectParts()
         [this] { QSettings().setValue(workDirSetting(), m_build->workDir()); });
     connect(m_recent, &RecentFiles::chosen, this, &MainWindow::open);
     connect(m_watch, &FileWatch::changed, this, &MainWindow::showFileChange);
-    connect(&m_judge, &QTimer::timeout, this, &MainWindow::judge);
+    connect(&m_checkTimer, &QTimer::timeout, this, &MainWindow::updateChecks);
 }
 
 /// The pages that cores of the document's mode have.
@@ -243,7 +243,7 @@ void MainWindow::makePages()
     orderTabs();
     m_message->hide();
     m_cores->refresh();
-    m_judge.start();
+    m_checkTimer.start();
 }
 
 /// Lets the Tab key come to the pages where one reads them: behind their tabs, and not after all
@@ -288,7 +288,7 @@ void MainWindow::showChange(const Location& location)
         m_cores->refresh();
     for (int i = 0; i < m_tabs->count(); ++i)
         static_cast<CorePage*>(m_tabs->widget(i))->contentChanged();
-    m_judge.start();
+    m_checkTimer.start();
 }
 
 /// Shows where a step was undone or done again.
@@ -310,7 +310,7 @@ void MainWindow::showProblem(const OXA::Problem& problem)
     static_cast<CorePage*>(m_tabs->currentWidget())->revealNamedIn(problem.text);
 }
 
-void MainWindow::judge()
+void MainWindow::updateChecks()
 {
     m_problems->check(m_document.mode(), m_document.cores(), m_part->part());
     m_cost->count(m_document.cores(), m_part->part());
@@ -324,7 +324,7 @@ void MainWindow::choosePart()
     settings.setValue("part/last", m_part->key());
     if (!m_document.path().isEmpty())
         settings.setValue(partSetting(), m_part->key());
-    m_judge.start();
+    m_checkTimer.start();
 }
 
 QString MainWindow::partSetting() const { return fileSetting("part", m_document.path()); }

@@ -79,7 +79,7 @@ private:
     void showTitle();
     void showFileChange(bool exists);
     void reload();
-    void judge();
+    void updateChecks();
     void choosePart();
     QString partSetting() const;
     QString workDirSetting() const;
@@ -101,7 +101,7 @@ private:
     QDockWidget* m_targetDock;
     RecentFiles* m_recent;
     FileWatch* m_watch;
-    QTimer m_judge; // problems and cost follow the edits with a little distance
+    QTimer m_checkTimer; // problems and cost follow the edits with a little distance
 };
 
 #endif

@@ -2,8 +2,8 @@
 
 #include "expression_marks.h"
 
-#include "capture/dynamic_expression.h"
-#include "capture/static_expression.h"
+#include "oxacapture/trigger/dynamic_expression.h"
+#include "oxacapture/trigger/static_expression.h"
 
 #include <QFont>
 

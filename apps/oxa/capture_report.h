@@ -3,7 +3,7 @@
 
 #include "command.h"
 
-#include "capture/capture_result.h"
+#include "oxacapture/files/capture_result.h"
 
 /// Writes `capture` to the file `output`, unless that has no name, and prints it. False, said on
 /// `io.err`, when the file cannot be written. Without a window the file stays as it was, and that

@@ -7,7 +7,7 @@
 #include "simulation_inputs.h"
 #include "work_dir.h"
 
-#include "capture/find_analyzer.h"
+#include "oxacapture/target/find_analyzer.h"
 
 #include <QDeadlineTimer>
 
@@ -71,7 +71,7 @@ QString serverAddress(const QString& text)
 }
 
 std::vector<size_t> chosenCores(
-    const Options& options, const std::vector<SimulatedCore>& cores, Problems& problems)
+    const Options& options, const std::vector<CorePlan>& cores, Messages& messages)
 {
     std::vector<size_t> chosen;
     QStringList known;
@@ -84,7 +84,7 @@ std::vector<size_t> chosenCores(
     }
     for (const int index : options.cores) {
         if (!known.contains(QString::number(index)))
-            problems.append(Problem {QString("--core %1").arg(index),
+            messages.append(Message {QString("--core %1").arg(index),
                 "the configuration has no such core, only " + known.join(", ")});
     }
     return chosen;
@@ -97,26 +97,26 @@ bool changesSettings(const RunSettings& run)
 }
 
 /// What is wrong with the call, beside the file.
-void checkCall(const Options& options, const Configuration& configuration, Problems& problems)
+void checkCall(const Options& options, const Configuration& configuration, Messages& messages)
 {
     QString error;
     if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error))
-        problems.append(Problem {{}, error});
+        messages.append(Message {{}, error});
     const bool changes = changesSettings(options.run);
     if (configuration.mode == OXA::Lite && (changes || options.immediate))
-        problems.append(Problem {options.file, "Lite cores have no trigger and no settings"});
+        messages.append(Message {options.file, "Lite cores have no trigger and no settings"});
     if (options.powerUp && (changes || options.immediate))
-        problems.append(Problem {"--power-up", "what runs already takes no other settings"});
+        messages.append(Message {"--power-up", "what runs already takes no other settings"});
 }
 
 /// Of other cores, --power-up would read what somebody armed before, with settings that are not
 /// known.
-void checkPowerUp(const Plan& plan, Problems& problems)
+void checkPowerUp(const Plan& plan, Messages& messages)
 {
     for (const size_t place : plan.chosen) {
-        const SimulatedCore& core = plan.builds.front().cores[place];
+        const CorePlan& core = plan.builds.front().cores[place];
         if (!(core.core ? core.core->captureInitDataEnabled : core.lite->captureInitDataEnabled))
-            problems.append(Problem {"--power-up",
+            messages.append(Message {"--power-up",
                 core.name()
                     + " does not capture from power-up on; leave the option out, or choose other"
                       " cores with --core"});
@@ -134,22 +134,22 @@ bool prepare(const Options& options, Plan& plan, TextOut& err)
             err)
         || !readConfiguration(options.file, plan.wanted, err))
         return false;
-    Problems problems;
-    checkCall(options, plan.built, problems);
+    Messages messages;
+    checkCall(options, plan.built, messages);
     plan.builds
-        = builtConfigurations(options.file, plan.built.cores, plan.built.liteCores, problems);
-    if (!problems.isEmpty())
-        return report(problems, err);
-    plan.chosen = chosenCores(options, plan.builds.front().cores, problems);
+        = builtConfigurations(options.file, plan.built.cores, plan.built.liteCores, messages);
+    if (!messages.isEmpty())
+        return report(messages, err);
+    plan.chosen = chosenCores(options, plan.builds.front().cores, messages);
     if (options.powerUp)
-        checkPowerUp(plan, problems);
+        checkPowerUp(plan, messages);
     QList<OXA::AoCore*> running;
     for (const size_t place : plan.chosen) {
         if (plan.wanted.mode != OXA::Lite)
             running += plan.wanted.cores.at(int(place));
     }
-    changeUnits(options.run, running, problems);
-    return report(problems, err);
+    changeUnits(options.run, running, messages);
+    return report(messages, err);
 }
 
 /// The runs of the chosen cores, with the settings of this run; false, said on `err`, when no
@@ -157,15 +157,15 @@ bool prepare(const Options& options, Plan& plan, TextOut& err)
 bool planRuns(const Options& options, const Plan& plan, const OXA::OxaArg& arg,
     std::vector<CoreRun>& runs, TextOut& err)
 {
-    Problems problems;
-    const std::vector<SimulatedCore> cores
-        = simulatedCores(plan.wanted.cores, plan.wanted.liteCores, arg, problems);
+    Messages messages;
+    const std::vector<CorePlan> cores
+        = corePlans(plan.wanted.cores, plan.wanted.liteCores, arg, messages);
     for (const size_t place : plan.chosen) {
         runs.push_back({place, cores[place].setup});
         if (cores[place].core)
             changeWindows(options.run, runs.back().setup);
     }
-    return report(problems, err);
+    return report(messages, err);
 }
 
 /// Finds the chip whose analyzer is built from the file; null, with `error`, when there is none.
@@ -288,7 +288,7 @@ bool readCore(const Options& options, CaptureSession& session, const CoreRun& ru
 void reportPowerUp(const std::vector<CoreRun>& runs, const CaptureSession& session, TextOut& err)
 {
     for (const CoreRun& run : runs) {
-        const SimulatedCore& core = session.build().cores[run.core];
+        const CorePlan& core = session.build().cores[run.core];
         if (core.core && core.powerUpPosition != core.setup.triggerPos)
             err << core.name() << ": a run from power-up on has " << core.powerUpPosition
                 << " samples before the trigger on this device, not " << core.setup.triggerPos

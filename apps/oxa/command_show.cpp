@@ -2,7 +2,7 @@
 #include "configuration.h"
 #include "options.h"
 
-#include "capture/trigger_setup.h"
+#include "oxacapture/trigger/trigger_setup.h"
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"

@@ -9,8 +9,8 @@
 #include "simulation_inputs.h"
 #include "work_dir.h"
 
-#include "capture/capture_result.h"
 #include "files/empty_directory.h"
+#include "oxacapture/files/capture_result.h"
 #include "oxautils/generate/file_names.h"
 
 #include <QFileInfo>
@@ -48,7 +48,7 @@ struct Options {
     bool json = false;
 };
 
-std::vector<ModelRun> runModels(const Options& options, const std::vector<SimulatedCore>& cores,
+std::vector<ModelRun> runModels(const Options& options, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, TextOut& err)
 {
     std::vector<ModelRun> runs;
@@ -76,9 +76,8 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
 
 /// Replaces the models' answers by those of the generated Verilog; false, said on `err`, when there
 /// are none.
-bool runVerilog(const Options& options, const OXA::OxaArg& arg,
-    const std::vector<SimulatedCore>& cores, const SampledWaveform& waveform,
-    std::vector<ModelRun>& runs, TextOut& err)
+bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vector<CorePlan>& cores,
+    const SampledWaveform& waveform, std::vector<ModelRun>& runs, TextOut& err)
 {
     const std::vector<ModelRun> models = runs;
     const QTemporaryDir temporary;
@@ -111,7 +110,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg,
     return ok;
 }
 
-Capture cutCapture(const std::vector<SimulatedCore>& cores, const SampledWaveform& waveform,
+Capture cutCapture(const std::vector<CorePlan>& cores, const SampledWaveform& waveform,
     const std::vector<ModelRun>& runs)
 {
     Capture capture;
@@ -122,23 +121,23 @@ Capture cutCapture(const std::vector<SimulatedCore>& cores, const SampledWavefor
 
 /// Everything that has to be right before anything is simulated.
 bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<SimulatedCore>& cores, TextOut& err)
+    std::vector<CorePlan>& cores, TextOut& err)
 {
     QString error;
     if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error)) {
         err << "error: " << error << '\n';
         return false;
     }
-    Problems problems;
-    cores = simulatedCores(configuration.cores, configuration.liteCores, arg, problems);
+    Messages messages;
+    cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
     if (cores.empty())
-        problems.append(
-            Problem {options.file, "it holds no core, so there is nothing to simulate"});
+        messages.append(
+            Message {options.file, "it holds no core, so there is nothing to simulate"});
     if (options.forceAt != kNoSample && configuration.mode == OXA::Lite)
-        problems.append(Problem {"--force-trigger-at", "Lite cores have no trigger"});
+        messages.append(Message {"--force-trigger-at", "Lite cores have no trigger"});
     if (!options.netlist.isEmpty() && !QFileInfo(options.netlist).isFile())
-        problems.append(Problem {options.netlist, "there is no such netlist"});
-    return report(problems, err);
+        messages.append(Message {options.netlist, "there is no such netlist"});
+    return report(messages, err);
 }
 
 /// Makes the directory that is kept, or empties it; false, said on `err`, when it belongs to
@@ -174,7 +173,7 @@ int run(const Options& options, Io& io)
 {
     Configuration configuration;
     OXA::OxaArg arg;
-    std::vector<SimulatedCore> cores;
+    std::vector<CorePlan> cores;
     SampledWaveform waveform;
     WorkDir workDir;
     if (!readConfiguration(options.file, configuration, io.err)

@@ -40,16 +40,16 @@ struct Options {
 };
 
 bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<SimulatedCore>& cores, TextOut& err)
+    std::vector<CorePlan>& cores, TextOut& err)
 {
-    Problems problems;
-    cores = simulatedCores(configuration.cores, configuration.liteCores, arg, problems);
+    Messages messages;
+    cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
     if (cores.empty())
-        problems.append(Problem {options.file, "it holds no core, so there is nothing to serve"});
-    return report(problems, err);
+        messages.append(Message {options.file, "it holds no core, so there is nothing to serve"});
+    return report(messages, err);
 }
 
-QStringList coreInstances(const std::vector<SimulatedCore>& cores)
+QStringList coreInstances(const std::vector<CorePlan>& cores)
 {
     QStringList names;
     for (size_t position = 0; position < cores.size(); ++position)
@@ -68,7 +68,7 @@ void greet(const SimulatedTarget& target, TextOut& out)
 }
 
 /// Builds the target and plays to it until it is interrupted.
-int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<SimulatedCore>& cores,
+int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, Io& io)
 {
     const QTemporaryDir temporary;
@@ -109,7 +109,7 @@ int run(const Options& options, Io& io)
 {
     Configuration configuration;
     OXA::OxaArg arg;
-    std::vector<SimulatedCore> cores;
+    std::vector<CorePlan> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
         || !namesStayWords(options.file, configuration, io.err)

@@ -1,6 +1,6 @@
 #include "part.h"
 
-#include "capture/edit_distance.h"
+#include "oxacapture/waveform/edit_distance.h"
 
 #include <dev/device_facts.h>
 

@@ -66,7 +66,7 @@ QString setCounter(OXA::MatchUnit& unit, const QString& text)
 
 void change(const char* option, const QStringList& texts,
     QString (*set)(OXA::MatchUnit& unit, const QString& text), const QList<OXA::AoCore*>& cores,
-    Problems& problems)
+    Messages& problems)
 {
     for (const QString& text : texts) {
         const QString place = QString(option) + ' ' + text;
@@ -91,7 +91,7 @@ void change(const char* option, const QStringList& texts,
 
 }
 
-void changeUnits(const RunSettings& settings, const QList<OXA::AoCore*>& cores, Problems& problems)
+void changeUnits(const RunSettings& settings, const QList<OXA::AoCore*>& cores, Messages& problems)
 {
     change("--unit", settings.units, setValues, cores, problems);
     change("--counter", settings.counters, setCounter, cores, problems);

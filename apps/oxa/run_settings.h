@@ -1,7 +1,7 @@
 #ifndef APPS_OXA_RUN_SETTINGS_H
 #define APPS_OXA_RUN_SETTINGS_H
 
-#include "capture/trigger_setup.h"
+#include "oxacapture/trigger/trigger_setup.h"
 
 #include <QStringList>
 
@@ -16,7 +16,7 @@ struct RunSettings {
 
 /// Changes match units of `cores`, which are those that run. What cannot be is told in `problems`.
 void changeUnits(
-    const RunSettings& settings, const QList<OXA::AoCore*>& cores, OXA_CAPTURE::Problems& problems);
+    const RunSettings& settings, const QList<OXA::AoCore*>& cores, OXA_CAPTURE::Messages& problems);
 
 /// Changes the windows of a core.
 void changeWindows(const RunSettings& settings, OXA_CAPTURE::TriggerSetup& setup);

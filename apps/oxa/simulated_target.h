@@ -4,7 +4,7 @@
 #include "process_patience.h"
 #include "stimulus_file.h"
 
-#include "capture/remote_bitbang_link.h"
+#include "oxacapture/target/remote_bitbang_link.h"
 #include "oxautils/generate/name_sums.h"
 #include "oxautils/generate/oxa_arg.h"
 

@@ -20,10 +20,10 @@ struct Preparation {
     QHash<QString, QString> clockNames; ///< new names of sample clocks that are also watched
 };
 
-QSet<QString> watchedNames(const std::vector<SimulatedCore>& cores)
+QSet<QString> watchedNames(const std::vector<CorePlan>& cores)
 {
     QSet<QString> names;
-    for (const SimulatedCore& core : cores) {
+    for (const CorePlan& core : cores) {
         for (const QStringList& field : core.request.fields)
             names += QSet<QString>(field.begin(), field.end());
     }
@@ -32,7 +32,7 @@ QSet<QString> watchedNames(const std::vector<SimulatedCore>& cores)
 
 // A watched sample clock has two values at its own edge: the old one for the sample, the new one
 // that takes it. So the clock gets a port of its own.
-void separateClocks(const std::vector<SimulatedCore>& cores, Preparation& preparation)
+void separateClocks(const std::vector<CorePlan>& cores, Preparation& preparation)
 {
     const QSet<QString> watched = watchedNames(cores);
     for (QString& clock : preparation.ports.clocks) {
@@ -54,14 +54,14 @@ void addPorts(QStringList& values, const QStringList& clocks, const QStringList&
     }
 }
 
-Preparation prepare(const std::vector<SimulatedCore>& cores,
-    const QList<OXA::AOCore_Lite*>& liteCores, const SampledWaveform& waveform)
+Preparation prepare(const std::vector<CorePlan>& cores, const QList<OXA::AOCore_Lite*>& liteCores,
+    const SampledWaveform& waveform)
 {
     Preparation preparation;
     StimulusPorts& ports = preparation.ports;
     ports.clocks = waveform.clocks;
     separateClocks(cores, preparation);
-    for (const SimulatedCore& core : cores) {
+    for (const CorePlan& core : cores) {
         for (const QStringList& field : core.request.fields)
             addPorts(ports.values, ports.clocks, field);
     }
@@ -105,7 +105,7 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
         : QList<OXA::AOCore_Lite*>();
 }
 
-bool build(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const Preparation& preparation, SimulatedTarget& target, QString& error)
 {
     SimulatedTarget::Design design;
@@ -113,7 +113,7 @@ bool build(const Simulation& simulation, const std::vector<SimulatedCore>& cores
     design.arg.workDir = simulation.workDir + "/generated";
     design.netlist = simulation.netlist;
     design.workDir = simulation.workDir;
-    for (const SimulatedCore& core : cores)
+    for (const CorePlan& core : cores)
         design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
     if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty()) {
         error = "a netlist cannot be simulated whose cores watch their sample clocks ("
@@ -131,16 +131,16 @@ bool build(const Simulation& simulation, const std::vector<SimulatedCore>& cores
 
 // Clock periods that the cores need to come to rest, those of them that run from power-up on with
 // another trigger position than the configuration's.
-int periodsInFront(const std::vector<SimulatedCore>& cores)
+int periodsInFront(const std::vector<CorePlan>& cores)
 {
-    const bool any = std::any_of(cores.begin(), cores.end(), [](const SimulatedCore& core) {
+    const bool any = std::any_of(cores.begin(), cores.end(), [](const CorePlan& core) {
         return core.core && core.core->captureInitDataEnabled
             && core.powerUpPosition != core.setup.triggerPos;
     });
     return any ? kLeadIn : 0;
 }
 
-bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+bool capture(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, qint64 steps, SimulatedTarget& target,
     std::vector<ModelRun>& runs, QString& error)
 {
@@ -164,7 +164,7 @@ bool capture(const Simulation& simulation, const std::vector<SimulatedCore>& cor
 
 }
 
-bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, int leadIn, SimulatedTarget& target, const QString& stimulus,
     qint64& steps, QString& error)
 {
@@ -174,7 +174,7 @@ bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>&
 
     std::vector<SampleRequest> requests;
     requests.reserve(cores.size());
-    for (const SimulatedCore& core : cores)
+    for (const CorePlan& core : cores)
         requests.push_back(core.request);
     if (!simulation.progress("generating", 0)
         || !build(simulation, cores, preparation, target, error))
@@ -183,7 +183,7 @@ bool buildTarget(const Simulation& simulation, const std::vector<SimulatedCore>&
     return steps >= 0;
 }
 
-bool simulate(const Simulation& simulation, const std::vector<SimulatedCore>& cores,
+bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error)
 {
     SimulatedTarget target;

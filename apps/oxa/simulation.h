@@ -3,7 +3,7 @@
 
 #include "simulated_target.h"
 
-#include "capture/simulated_core.h"
+#include "oxacapture/trigger/core_plan.h"
 
 #include <functional>
 
@@ -29,7 +29,7 @@ constexpr int kLeadIn = 12;
 /// waveform's steps to the file `stimulus`. `steps` counts them, two for each of the `leadIn`
 /// periods in front of the waveform and of those behind it included. False when that fails, with
 /// `error`, which is empty after `progress` stopped the work.
-bool buildTarget(const Simulation& simulation, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
+bool buildTarget(const Simulation& simulation, const std::vector<OXA_CAPTURE::CorePlan>& cores,
     const OXA_CAPTURE::SampledWaveform& waveform, int leadIn, SimulatedTarget& target,
     const QString& stimulus, qint64& steps, QString& error);
 
@@ -37,7 +37,7 @@ bool buildTarget(const Simulation& simulation, const std::vector<OXA_CAPTURE::Si
 /// makes of it, and is replaced by what the simulated core captured.
 ///
 /// False when that fails, with `error`, which is empty after `progress` stopped the run.
-bool simulate(const Simulation& simulation, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
+bool simulate(const Simulation& simulation, const std::vector<OXA_CAPTURE::CorePlan>& cores,
     const OXA_CAPTURE::SampledWaveform& waveform, std::vector<OXA_CAPTURE::ModelRun>& runs,
     QString& error);
 

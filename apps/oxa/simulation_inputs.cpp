@@ -12,27 +12,27 @@ void addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
         ->required();
 }
 
-bool readStimulus(const SimulationInputs& inputs, const std::vector<SimulatedCore>& cores,
+bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& cores,
     SampledWaveform& waveform, TextOut& err)
 {
     std::vector<SampleRequest> requests;
     requests.reserve(cores.size());
-    for (const SimulatedCore& core : cores)
+    for (const CorePlan& core : cores)
         requests.push_back(core.request);
     ProgressLine line(err);
     const auto show = [&line](int percent) {
         line.show("reading the waveform", percent);
         return true;
     };
-    Problems problems;
-    const bool read = sampleWaveform(inputs.stimulus, requests, waveform, problems, show);
+    Messages messages;
+    const bool read = sampleWaveform(inputs.stimulus, requests, waveform, messages, show);
     line.clear();
-    return report(problems, err) && read;
+    return report(messages, err) && read;
 }
 
-bool report(const Problems& problems, TextOut& err)
+bool report(const Messages& messages, TextOut& err)
 {
-    for (const Problem& problem : problems)
-        err << "error: " << problem.message() << '\n';
-    return problems.isEmpty();
+    for (const Message& message : messages)
+        err << "error: " << message.message() << '\n';
+    return messages.isEmpty();
 }

@@ -4,7 +4,7 @@
 #include "request.h"
 #include "text_out.h"
 
-#include "capture/simulated_core.h"
+#include "oxacapture/trigger/core_plan.h"
 
 /// What a simulated analyzer is made of beside its configuration, for commands that need it.
 struct SimulationInputs {
@@ -18,10 +18,9 @@ void addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
 // Each is false, said on `err`, when that fails.
 
 /// Reads what the cores sample from the waveform.
-bool readStimulus(const SimulationInputs& inputs,
-    const std::vector<OXA_CAPTURE::SimulatedCore>& cores, OXA_CAPTURE::SampledWaveform& waveform,
-    TextOut& err);
-/// Whether there are no problems.
-bool report(const OXA_CAPTURE::Problems& problems, TextOut& err);
+bool readStimulus(const SimulationInputs& inputs, const std::vector<OXA_CAPTURE::CorePlan>& cores,
+    OXA_CAPTURE::SampledWaveform& waveform, TextOut& err);
+/// Whether there are no messages.
+bool report(const OXA_CAPTURE::Messages& messages, TextOut& err);
 
 #endif

@@ -1,7 +1,7 @@
 #ifndef APPS_OXA_STIMULUS_FILE_H
 #define APPS_OXA_STIMULUS_FILE_H
 
-#include "capture/waveform_sampler.h"
+#include "oxacapture/waveform/waveform_sampler.h"
 
 #include <QByteArray>
 #include <QStringList>

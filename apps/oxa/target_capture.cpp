@@ -12,7 +12,7 @@ constexpr qint64 kStepsAnOrder = 5000; // between two reports of progress
 
 /// The step of the stimulus at which each core takes its sample `sample`; none past the last one.
 std::vector<std::pair<qint64, size_t>> stepsOfSample(
-    const SampledWaveform& waveform, const std::vector<SimulatedCore>& cores, qint64 sample)
+    const SampledWaveform& waveform, const std::vector<CorePlan>& cores, qint64 sample)
 {
     std::vector<std::pair<qint64, size_t>> steps;
     std::vector<qint64> taken(cores.size());
@@ -42,8 +42,8 @@ bool isAt(const SampleTable& samples, const SampleTable& waveform, qint64 first)
 
 }
 
-TargetCapture::TargetCapture(SimulatedTarget& target, const std::vector<SimulatedCore>& cores,
-    const SampledWaveform& waveform)
+TargetCapture::TargetCapture(
+    SimulatedTarget& target, const std::vector<CorePlan>& cores, const SampledWaveform& waveform)
     : m_target(target)
     , m_session(target.jtag(), BitString(kInstructionEr1, kInstructionBits))
     , m_cores(cores)

@@ -3,13 +3,13 @@
 
 #include "simulated_target.h"
 
-#include "capture/capture_session.h"
+#include "oxacapture/target/capture_session.h"
 
 /// Captures what a simulated target's cores see of a waveform, through its JTAG pads.
 class TargetCapture {
 public:
     /// The cores in the order of their positions, with what they sample of the waveform.
-    TargetCapture(SimulatedTarget& target, const std::vector<OXA_CAPTURE::SimulatedCore>& cores,
+    TargetCapture(SimulatedTarget& target, const std::vector<OXA_CAPTURE::CorePlan>& cores,
         const OXA_CAPTURE::SampledWaveform& waveform);
 
     /// Finds the cores, and refuses others than those that were generated into `generatedDir`.
@@ -42,7 +42,7 @@ private:
 
     SimulatedTarget& m_target;
     OXA_CAPTURE::CaptureSession m_session;
-    const std::vector<OXA_CAPTURE::SimulatedCore>& m_cores;
+    const std::vector<OXA_CAPTURE::CorePlan>& m_cores;
     const OXA_CAPTURE::SampledWaveform& m_waveform;
     OXA_CAPTURE::Progress m_progress;
     qint64 m_played = 0;

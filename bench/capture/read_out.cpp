@@ -3,8 +3,8 @@
 // counted at the target's pads. A Standard core's word has a mark besides its sample; both figures
 // are given.
 
-#include "capture/capture_session.h"
-#include "capture/openocd_link.h"
+#include "oxacapture/target/capture_session.h"
+#include "oxacapture/target/openocd_link.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
@@ -133,12 +133,12 @@ int main(int argc, char** argv)
     bool ok = true;
     for (const int width : {32, 8}) {
         writeWaveform(wave, width);
-        Problems problems;
+        Messages messages;
         const auto core = standardCore(width);
         OXA::writeOXAConfigToXml({core.get()}, configuration);
         ok = ok
             && report("Standard", width, width + 1, configuration, wave,
-                builtConfigurations(configuration, {core.get()}, {}, problems));
+                builtConfigurations(configuration, {core.get()}, {}, messages));
         OXA::AOCore_Lite lite;
         lite.sampleClock = "clk";
         lite.captureAmount = kDepth;
@@ -146,7 +146,7 @@ int main(int argc, char** argv)
         OXA::writeOXAConfigToXml_Lite({&lite}, configuration);
         ok = ok
             && report("Lite", width, width, configuration, wave,
-                builtConfigurations(configuration, {}, {&lite}, problems));
+                builtConfigurations(configuration, {}, {&lite}, messages));
     }
     if (!ok)
         std::fprintf(stderr, "the capture fails\n");

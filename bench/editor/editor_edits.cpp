@@ -143,8 +143,8 @@ public:
         report("open the file (no limit)", {timeOf([&] { m_window.open(m_path); })}, kNoLimit);
         return m_window.document().cores().size() == kCores
             && bool(int(editSignals()) & int(editPorts()) & int(editUnits())
-                & int(editExpressions()) & int(editCores()) & int(goBackAndForth()) & int(judge())
-                & int(save()));
+                & int(editExpressions()) & int(editCores()) & int(goBackAndForth())
+                & int(updateChecks()) & int(save()));
     }
 
 private:
@@ -267,13 +267,13 @@ private:
     }
 
     /// The longest time that the window does not answer while problems and cost are found anew.
-    bool judge()
+    bool updateChecks()
     {
         const CorePtr core = m_window.document().cores().first();
         std::vector<Duration> longest;
         for (int i = 0; i < 5; ++i) {
             m_window.document().set(
-                {core}, core->moduleName(), QString("judged%1").arg(i), QString("rename"));
+                {core}, core->moduleName(), QString("checked%1").arg(i), QString("rename"));
             bool checked = false;
             const auto connection = QObject::connect(m_window.findChild<ProblemsPanel*>(),
                 &ProblemsPanel::checked, [&checked] { checked = true; });

@@ -50,7 +50,7 @@
         | {unit_list(1'b0), 704'd0} >> 32 * (16 - NUM_TRIG_PORTS);
     localparam [191:0] ID_HEAD
         = {32'd1 << WINDOW_BITS, ID_DEPTH + 32'd0, 8'd0, ID_ADDRESS_BITS, 8'd@P@, ID_UNITS, ID_PORTS,
-           ID_LEVELS, ID_SIGNALS, ID_OPTIONS, 8'd1, 8'd3, 32'h3141_584f};
+           ID_LEVELS, ID_SIGNALS, ID_OPTIONS, 8'd1, PROTOCOL};
     localparam [CONSTANTS-1:0] IDENTITY = ID_LISTS | ID_HEAD;
 
     // CRC-32 of the names of the clock, the data and each port

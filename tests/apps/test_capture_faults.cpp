@@ -1,7 +1,7 @@
 #include "capture_fixture.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/remote_bitbang_link.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/remote_bitbang_link.h"
 #include "oxautils/config/lite_config.h"
 #include "support/files.h"
 #include "support/jtag_proxy.h"

@@ -3,7 +3,7 @@
 
 #include "fuzz_support.h"
 
-#include "capture/capture_result.h"
+#include "oxacapture/files/capture_result.h"
 
 #include <QFile>
 

@@ -1,8 +1,8 @@
 // Pads driven for a peer that answers what it likes, more than it was asked, or no longer.
 #include "peer.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/remote_bitbang_link.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/remote_bitbang_link.h"
 
 #include <thread>
 

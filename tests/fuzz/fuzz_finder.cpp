@@ -2,7 +2,7 @@
 // finds it, or others that it may mean, too.
 #include "fuzz_support.h"
 
-#include "capture/signal_finder.h"
+#include "oxacapture/waveform/signal_finder.h"
 
 #include <map>
 
@@ -119,20 +119,20 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     for (const VcdVariable& variable : variables)
         ++uses[bare(reader.fullName(variable))];
     const SignalFinder finder(reader);
-    Problems problems;
+    Messages messages;
     for (size_t i = 0; i < variables.size(); ++i) {
         const VcdVariable& variable = variables[i];
         const std::string name = reader.fullName(variable);
         if (variable.width == 0 || QString::fromStdString(name).toStdString() != name)
             continue; // no text that a configuration can hold
         const int bit = int(i) % variable.width;
-        const WaveformBit found = finder.find(shown(name, variable, bit), &problems);
+        const WaveformBit found = finder.find(shown(name, variable, bit), &messages);
         if (uses[bare(name)] > 1 || bare(name).find('[') != std::string::npos)
             continue; // it may mean another one as well
         require(found.code == variable.code && found.bit == bit, "a variable is found by its name");
     }
-    problems.clear();
-    const WaveformBit other = finder.find(missing, &problems);
-    require((other.code < 0) == !problems.isEmpty(), "a name that is not found says why");
+    messages.clear();
+    const WaveformBit other = finder.find(missing, &messages);
+    require((other.code < 0) == !messages.isEmpty(), "a name that is not found says why");
     return 0;
 }

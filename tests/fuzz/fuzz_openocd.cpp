@@ -2,8 +2,8 @@
 // wide as asked for, or refused with a reason.
 #include "peer.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/openocd_link.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/openocd_link.h"
 
 #include <thread>
 

@@ -2,9 +2,9 @@
 // refused with a reason.
 #include "fuzz_support.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/crc32.h"
-#include "capture/window_decoder.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/crc32.h"
+#include "oxacapture/target/window_decoder.h"
 
 #include <QtEndian>
 

@@ -1,7 +1,7 @@
 // Any file as a waveform: read to its end, or refused with the line.
 #include "fuzz_support.h"
 
-#include "capture/vcd_reader.h"
+#include "oxacapture/waveform/vcd_reader.h"
 
 #include <algorithm>
 
@@ -36,7 +36,7 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     const MemoryFile file(data, size);
     OXA_CAPTURE::VcdReader reader(file.path());
     if (!reader.readHeader()) {
-        require(!reader.problem().text.isEmpty(), "a refusal says why");
+        require(!reader.message().text.isEmpty(), "a refusal says why");
         return 0;
     }
     std::vector<int> codes;
@@ -50,6 +50,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         widths.push_back(variable.width);
     }
     CountingSink sink(widths);
-    require(reader.readChanges(codes, sink) || !reader.problem().text.isEmpty(), "says why");
+    require(reader.readChanges(codes, sink) || !reader.message().text.isEmpty(), "says why");
     return 0;
 }

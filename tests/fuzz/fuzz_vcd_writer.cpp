@@ -1,7 +1,7 @@
 // Captures of any names and values as dumps: what the reader finds in them was captured.
 #include "capture_input.h"
 
-#include "capture/vcd_reader.h"
+#include "oxacapture/waveform/vcd_reader.h"
 
 #include <QSet>
 

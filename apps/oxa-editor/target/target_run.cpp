@@ -12,11 +12,11 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("TargetRun", text); }
 
-QStringList textsOf(const Problems& problems)
+QStringList textsOf(const Messages& messages)
 {
     QStringList texts;
-    for (const Problem& problem : problems)
-        texts += problem.message();
+    for (const Message& message : messages)
+        texts += message.message();
     return texts;
 }
 
@@ -28,7 +28,7 @@ QString firstOther(const QStringList& is, const QStringList& asked)
 }
 
 // What the chip, whose cores are wired as `built`, would have to be wired as for `wanted`.
-QStringList otherWires(const SimulatedCore& built, const SimulatedCore& wanted)
+QStringList otherWires(const CorePlan& built, const CorePlan& wanted)
 {
     QStringList texts;
     if (built.request.clock != wanted.request.clock)
@@ -47,7 +47,7 @@ QStringList otherWires(const SimulatedCore& built, const SimulatedCore& wanted)
 }
 
 QStringList otherHardware(
-    const CoreIdentity& identity, const SimulatedCore& built, const SimulatedCore& wanted)
+    const CoreIdentity& identity, const CorePlan& built, const CorePlan& wanted)
 {
     if ((built.core == nullptr) != (wanted.core == nullptr))
         return {tr("cores of the other kind")};
@@ -71,9 +71,9 @@ TargetRun::TargetRun(TargetRequest request)
 
 TargetRun::~TargetRun() = default;
 
-bool TargetRun::fail(const QString& problem)
+bool TargetRun::fail(const QString& message)
 {
-    m_result.problems += problem;
+    m_result.problems += message;
     return false;
 }
 
@@ -85,9 +85,9 @@ void TargetRun::addEdited()
         = standard ? standardCores(m_request.cores) : QList<OXA::AoCore*>();
     const QList<OXA::AOCore_Lite*> lite
         = standard ? QList<OXA::AOCore_Lite*>() : liteCores(m_request.cores);
-    Problems problems;
-    edited->builds = builtConfigurations(m_request.configFile, cores, lite, problems);
-    m_invalid = textsOf(problems);
+    Messages messages;
+    edited->builds = builtConfigurations(m_request.configFile, cores, lite, messages);
+    m_invalid = textsOf(messages);
     m_candidates.push_back(std::move(edited));
 }
 
@@ -98,11 +98,11 @@ void TargetRun::addFile()
     file->name = m_request.builtFrom;
     QString said;
     TextOut err(&said);
-    Problems problems;
+    Messages messages;
     if (readConfiguration(file->name, file->file, err))
         file->builds
-            = builtConfigurations(file->name, file->file.cores, file->file.liteCores, problems);
-    m_result.problems += textsOf(problems);
+            = builtConfigurations(file->name, file->file.cores, file->file.liteCores, messages);
+    m_result.problems += textsOf(messages);
     if (!said.isEmpty())
         m_result.problems += said.trimmed();
     m_candidates.push_back(std::move(file));
@@ -201,11 +201,10 @@ bool TargetRun::plan()
         else
             lite += core->lite.get();
     }
-    Problems problems;
-    const std::vector<SimulatedCore> wanted
-        = simulatedCores(cores, lite, m_session->build().arg, problems);
-    if (!problems.isEmpty()) {
-        m_result.problems += textsOf(problems);
+    Messages messages;
+    const std::vector<CorePlan> wanted = corePlans(cores, lite, m_session->build().arg, messages);
+    if (!messages.isEmpty()) {
+        m_result.problems += textsOf(messages);
         return false;
     }
     if (!checkTakeover(wanted))
@@ -218,9 +217,9 @@ bool TargetRun::plan()
 }
 
 /// Whether the chip can do what was edited; what it cannot is told.
-bool TargetRun::checkTakeover(const std::vector<SimulatedCore>& wanted)
+bool TargetRun::checkTakeover(const std::vector<CorePlan>& wanted)
 {
-    const std::vector<SimulatedCore>& built = m_session->build().cores;
+    const std::vector<CorePlan>& built = m_session->build().cores;
     if (wanted.size() != built.size())
         return fail(tr("The chip has %1 cores, the configuration %2: generate and synthesize it.")
                         .arg(QString::number(built.size()), QString::number(wanted.size())));

@@ -4,7 +4,7 @@
 #include "oxa-editor/core.h"
 #include "oxa-editor/wave/waveform.h"
 
-#include "capture/find_analyzer.h"
+#include "oxacapture/target/find_analyzer.h"
 
 #include <atomic>
 
@@ -72,7 +72,7 @@ private:
     bool matches(OXA_CAPTURE::CaptureSession& session, const Candidate& candidate);
     void tellCores() const;
     bool plan();
-    bool checkTakeover(const std::vector<OXA_CAPTURE::SimulatedCore>& wanted);
+    bool checkTakeover(const std::vector<OXA_CAPTURE::CorePlan>& wanted);
     bool watch();
     bool forceWaiting(const std::vector<OXA_CAPTURE::CoreProgress>& now);
     void tellProgress(const std::vector<OXA_CAPTURE::CoreProgress>& now);

@@ -25,9 +25,9 @@ bool same(const SampleRequest& a, const SampleRequest& b)
     return a.clock == b.clock && a.fallingEdge == b.fallingEdge && a.fields == b.fields;
 }
 
-void append(const Problems& problems, QStringList& texts)
+void append(const Messages& problems, QStringList& texts)
 {
-    for (const Problem& problem : problems)
+    for (const Message& problem : problems)
         texts += problem.message();
 }
 
@@ -70,8 +70,8 @@ private:
     bool isSampled() const;
     bool sample();
     WaveRows stimulusRows(const std::shared_ptr<const SampleTable>& samples) const;
-    bool runModel(const SimulatedCore& core, ModelRun& run) const;
-    void show(const SimulatedCore& core, const ModelRun& run);
+    bool runModel(const CorePlan& core, ModelRun& run) const;
+    void show(const CorePlan& core, const ModelRun& run);
 };
 
 bool Rehearsal::Run::isSampled() const
@@ -114,7 +114,7 @@ bool Rehearsal::Run::sample()
     fresh->modified = QFileInfo(request.stimulus).lastModified();
     fresh->request = requestOf(*request.core);
     SampledWaveform waveform;
-    Problems problems;
+    Messages problems;
     const auto goesOn = [this](int percent) {
         progress(percent);
         return !*dropped;
@@ -132,7 +132,7 @@ bool Rehearsal::Run::sample()
     return true;
 }
 
-bool Rehearsal::Run::runModel(const SimulatedCore& core, ModelRun& run) const
+bool Rehearsal::Run::runModel(const CorePlan& core, ModelRun& run) const
 {
     const SampleTable& samples = *sampled->samples;
     if (core.lite) {
@@ -150,7 +150,7 @@ bool Rehearsal::Run::runModel(const SimulatedCore& core, ModelRun& run) const
     return true;
 }
 
-void Rehearsal::Run::show(const SimulatedCore& core, const ModelRun& run)
+void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
 {
     auto waveform = std::make_shared<Waveform>();
     waveform->samples = sampled->samples->size();
@@ -168,16 +168,16 @@ void Rehearsal::Run::show(const SimulatedCore& core, const ModelRun& run)
 void Rehearsal::Run::work()
 {
     const Core& core = *request.core;
-    Problems problems;
-    const std::vector<SimulatedCore> cores = core.standard
-        ? simulatedCores({core.standard.get()}, {}, request.arg, problems)
-        : simulatedCores({}, {core.lite.get()}, request.arg, problems);
+    Messages problems;
+    const std::vector<CorePlan> cores = core.standard
+        ? corePlans({core.standard.get()}, {}, request.arg, problems)
+        : corePlans({}, {core.lite.get()}, request.arg, problems);
     result.problems = stoppingProblems(core);
     if (result.problems.isEmpty())
         append(problems, result.problems);
     if (!isSampled() && !sample())
         return;
-    const SimulatedCore& own = cores.front();
+    const CorePlan& own = cores.front();
     ModelRun run;
     if (!result.problems.isEmpty() || !runModel(own, run)) {
         // The stimulus can be looked at all the same.

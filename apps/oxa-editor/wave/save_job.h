@@ -1,7 +1,7 @@
 #ifndef APPS_OXA_EDITOR_WAVE_SAVE_JOB_H
 #define APPS_OXA_EDITOR_WAVE_SAVE_JOB_H
 
-#include "capture/capture_result.h"
+#include "oxacapture/files/capture_result.h"
 
 #include <QObject>
 #include <QThread>

@@ -142,7 +142,7 @@ CapturedUnits::CapturedUnits(const OXA::AoCore& core, const QStringList& data)
         widths.push_back(field.size());
     }
     m_layout = SampleLayout(widths);
-    Problems ignored; // about what is not asked for
+    Messages ignored; // about what is not asked for
     triggerSetup(core, {}, m_setup, ignored);
     auto& units = m_setup.units;
     const auto isBlind = [this](const UnitSetup& unit) {

@@ -4,7 +4,7 @@
 #include "change_index.h"
 #include "wave_value.h"
 
-#include "capture/simulated_core.h"
+#include "oxacapture/trigger/core_plan.h"
 
 #include <memory>
 

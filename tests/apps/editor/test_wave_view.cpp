@@ -3,7 +3,7 @@
 #include "oxa-editor/wave/wave_events.h"
 #include "oxa-editor/wave/wave_view.h"
 
-#include "capture/sample_text.h"
+#include "oxacapture/sample_text.h"
 #include "support/files.h"
 #include "support/patience.h"
 

@@ -3,8 +3,8 @@
 #include "support/files.h"
 #include "support/patience.h"
 
-#include <oxautils/generate/oxa_prepare.h>
-#include <oxautils/generate/standard_files.h>
+#include "oxautils/generate/oxa_prepare.h"
+#include "oxautils/generate/standard_files.h"
 
 #include <QProcess>
 

@@ -1,7 +1,7 @@
 #ifndef TESTS_IP_CORE_BENCH_H
 #define TESTS_IP_CORE_BENCH_H
 
-#include <oxautils/generate/oxa_arg.h>
+#include "oxautils/generate/oxa_arg.h"
 
 #include <QByteArrayList>
 #include <QStringList>

@@ -1,6 +1,6 @@
 #include "core_samples.h"
 
-#include "capture/trigger_setup.h"
+#include "oxacapture/trigger/trigger_setup.h"
 
 using namespace OXA_CAPTURE;
 

@@ -1,9 +1,9 @@
 #ifndef TESTS_IP_CORE_SAMPLES_H
 #define TESTS_IP_CORE_SAMPLES_H
 
-#include "capture/sample_table.h"
+#include "oxacapture/waveform/sample_table.h"
 
-#include <oxautils/model/ao_core.h>
+#include "oxautils/model/ao_core.h"
 
 #include <QByteArrayList>
 #include <QStringList>

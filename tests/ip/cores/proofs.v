@@ -13,13 +13,13 @@ module match_proof #(
     reg [2:0] m0_q, m1_q, m2_q, func_q;
     always @(posedge clk_i) {m0_q, m1_q, m2_q, func_q} <= {m0_q, m1_q, m2_q, func_q};
 
-    reg [2:0] now_q, late_q, older_q;
-    always @(posedge clk_i) {now_q, late_q, older_q} <= {value_i, now_q, late_q};
+    reg [2:0] now_q, prev1_q, prev2_q;
+    always @(posedge clk_i) {now_q, prev1_q, prev2_q} <= {value_i, now_q, prev1_q};
 
     wire built = TYPE < 2 ? func_q < 2 : TYPE < 4 ? func_q < 6 : 1'b1;
     wire match;
     ao_match_0 #(.TYPE(TYPE), .WIDTH(3)) u_match (
-        .clk_i(clk_i), .now_i(now_q), .late_i(late_q), .older_i(older_q), .first_i(first_i),
+        .clk_i(clk_i), .now_i(now_q), .prev1_i(prev1_q), .prev2_i(prev2_q), .first_i(first_i),
         .m0_i(m0_q), .m1_i(m1_q), .m2_i(m2_q), .function_i(func_q), .match_o(match)
     );
 
@@ -29,11 +29,11 @@ module match_proof #(
     always @* begin
         wanted = 1'b1;
         for (i = 0; i < 3; i = i + 1) begin
-            rose = ~first_i & late_q[i] & ~older_q[i];
-            fell = ~first_i & ~late_q[i] & older_q[i];
+            rose = ~first_i & prev1_q[i] & ~prev2_q[i];
+            fell = ~first_i & ~prev1_q[i] & prev2_q[i];
             case ({m0_q[i], m1_q[i], m2_q[i] & TYPE % 2 == 1})
-                3'b010: if (late_q[i]) wanted = 1'b0;
-                3'b110: if (~late_q[i]) wanted = 1'b0;
+                3'b010: if (prev1_q[i]) wanted = 1'b0;
+                3'b110: if (~prev1_q[i]) wanted = 1'b0;
                 3'b001: if (~rose) wanted = 1'b0;
                 3'b101: if (~fell) wanted = 1'b0;
                 3'b011: if (~rose & ~fell) wanted = 1'b0;
@@ -44,12 +44,12 @@ module match_proof #(
         case (func_q)
             0: meant = wanted;
             1: meant = !wanted;
-            2: meant = late_q > m0_q;
-            3: meant = late_q < m1_q;
-            4: meant = late_q >= m0_q;
-            5: meant = late_q <= m1_q;
-            6: meant = m0_q <= late_q && late_q <= m1_q;
-            default: meant = late_q < m0_q || late_q > m1_q;
+            2: meant = prev1_q > m0_q;
+            3: meant = prev1_q < m1_q;
+            4: meant = prev1_q >= m0_q;
+            5: meant = prev1_q <= m1_q;
+            6: meant = m0_q <= prev1_q && prev1_q <= m1_q;
+            default: meant = prev1_q < m0_q || prev1_q > m1_q;
         endcase
     end
     reg meant_q;

@@ -1,7 +1,7 @@
 #ifndef TESTS_IP_RANDOM_CORE_H
 #define TESTS_IP_RANDOM_CORE_H
 
-#include <oxautils/model/ao_core.h>
+#include "oxautils/model/ao_core.h"
 
 #include <memory>
 #include <random>

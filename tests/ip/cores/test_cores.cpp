@@ -3,10 +3,10 @@
 #include "core_samples.h"
 #include "random_core.h"
 
-#include "capture/trigger_model.h"
+#include "oxacapture/trigger/trigger_model.h"
 
-#include <oxautils/config/standard_config.h>
-#include <oxautils/encoding/match_registers.h>
+#include "oxautils/config/standard_config.h"
+#include "oxautils/encoding/match_registers.h"
 
 #include <QtTest>
 
@@ -253,10 +253,10 @@ struct Round {
             changeSettings(random, *analyzer.cores.at(i));
         makeStimulus(random);
         for (const OXA::AoCore* core : analyzer.cores) {
-            Problems problems;
+            Messages messages;
             setups.emplace_back();
-            if (!triggerSetup(*core, {}, setups.back(), problems))
-                error = problems.first().message();
+            if (!triggerSetup(*core, {}, setups.back(), messages))
+                error = messages.first().message();
             if (!rewritten)
                 setups.back().triggerPos = powerUpPosition(*core, analyzer.bench.arg);
         }
@@ -282,8 +282,8 @@ struct Round {
         }
     }
 
-    // Whether core `i` began the run; what it told of itself is wrong when `problem` is set.
-    bool begins(int i, const QByteArray& tdo, QString& problem) const
+    // Whether core `i` began the run; what it told of itself is wrong when `message` is set.
+    bool begins(int i, const QByteArray& tdo, QString& message) const
     {
         if (armings.empty())
             return true;
@@ -292,9 +292,9 @@ struct Round {
         const quint64 behind = number(replyOf(tdo, arming.behind).bits, 0, 4);
         const bool rested = (before & 7) == 0;
         if (arming.mustRest && !rested)
-            problem = QString("it does not come to rest: %1").arg(before);
+            message = QString("it does not come to rest: %1").arg(before);
         if (behind != (rested ? 1 : before) || (rested && before != 0))
-            problem = QString("armed at %1, it is at %2").arg(before).arg(behind);
+            message = QString("armed at %1, it is at %2").arg(before).arg(behind);
         return rested;
     }
 
@@ -382,9 +382,9 @@ void TestCores::capturesAsTheModel()
         QCOMPARE(run.error, QString());
         for (int i = 0; i < analyzer.cores.size(); ++i) {
             const QString where = QString("core %1 round %2\n").arg(i).arg(number);
-            QString problem;
-            const bool begins = round.begins(i, run.tdo, problem);
-            QCOMPARE(where + problem, where);
+            QString message;
+            const bool begins = round.begins(i, run.tdo, message);
+            QCOMPARE(where + message, where);
             if (!begins)
                 continue;
             QCOMPARE(where + round.captured(i, run.tdo), where + round.modelled(i));

@@ -2,12 +2,12 @@
 #include "core_client.h"
 #include "random_core.h"
 
-#include "capture/static_expression.h"
+#include "oxacapture/trigger/static_expression.h"
 #include "support/files.h"
 
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/standard_config.h"
 #include <dev/device_db.h>
-#include <oxautils/config/lite_config.h>
-#include <oxautils/config/standard_config.h>
 
 #include <QRegularExpression>
 #include <QtTest>

@@ -1,8 +1,8 @@
 #include "random_core.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/remote_bitbang_link.h"
-#include "capture/stream_socket.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/remote_bitbang_link.h"
+#include "oxacapture/target/stream_socket.h"
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
 #include "support/oxa_program.h"

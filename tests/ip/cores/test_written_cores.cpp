@@ -2,14 +2,14 @@
 #include "core_samples.h"
 #include "random_core.h"
 
-#include "capture/analyzer_client.h"
-#include "capture/capture_result.h"
-#include "capture/remote_bitbang_link.h"
-#include "capture/window_decoder.h"
+#include "oxacapture/files/capture_result.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/remote_bitbang_link.h"
+#include "oxacapture/target/window_decoder.h"
 #include "support/files.h"
 #include "support/patience.h"
 
-#include <oxautils/config/standard_config.h>
+#include "oxautils/config/standard_config.h"
 
 #include <QLocalSocket>
 #include <QSet>
@@ -314,8 +314,8 @@ void TestWrittenCores::captureAsTheModel()
         std::vector<TriggerSetup> setups(design.cores.size());
         for (size_t i = 0; i < design.cores.size(); ++i) {
             changeSettings(design.random, *design.cores[i]);
-            Problems problems;
-            QVERIFY(triggerSetup(*design.cores[i], {}, setups[i], problems));
+            Messages messages;
+            QVERIFY(triggerSetup(*design.cores[i], {}, setups[i], messages));
             QVERIFY2(target.write(target.cores[i], setups[i]), qPrintable(target.client.error()));
         }
         const QByteArrayList samples = design.samples.mid(round * (kSamples + kLeadOut), kSamples);

@@ -1,4 +1,4 @@
-#include "capture/remote_bitbang_link.h"
+#include "oxacapture/target/remote_bitbang_link.h"
 #include "support/files.h"
 #include "support/patience.h"
 

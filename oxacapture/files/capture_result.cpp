@@ -1,0 +1,151 @@
+#include "oxacapture/files/capture_result.h"
+
+#include "files/replace_file.h"
+#include "oxacapture/files/capture_writers.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+struct Format {
+    const char* ending;
+    bool (*write)(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
+};
+
+constexpr int kDone = 100; // percent
+
+constexpr Format kFormats[] = {
+    {"vcd", writeVcd   },
+    {"csv", writeCsv   },
+    {"sr",  writeSigrok},
+};
+
+const Format* formatOf(const QString& path)
+{
+    const QString ending = QFileInfo(path).suffix().toLower();
+    for (const Format& format : kFormats) {
+        if (ending == format.ending)
+            return &format;
+    }
+    return nullptr;
+}
+
+bool fail(QString* error, const QString& text)
+{
+    if (error)
+        *error = text;
+    return false;
+}
+
+void addWaiting(const CapturedCore& core, QJsonObject& object)
+{
+    QJsonObject matches;
+    for (const UnitMatches& unit : core.matches)
+        matches.insert(QString("M%1").arg(unit.unit), unit.matches);
+    object.insert("level", core.level);
+    object.insert("window", core.window);
+    object.insert("matches", matches);
+}
+
+}
+
+std::vector<CapturedWindow> cutWindows(
+    const std::vector<Window>& places, const SampleTable& sampled)
+{
+    std::vector<CapturedWindow> windows;
+    for (const Window& place : places) {
+        SampleTable samples(SampleLayout({sampled.layout().width(0)}));
+        samples.appendField(sampled, 0, place.firstSample, place.samples);
+        windows.push_back({place, std::move(samples)});
+    }
+    return windows;
+}
+
+bool mayWriteCapture(const QString& path, QString* error)
+{
+    if (!formatOf(path))
+        return fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
+    const QString cannot = path + ": cannot be written: ";
+    const QFileInfo file(path);
+    const QFileInfo directory(file.absolutePath());
+    if (file.isDir())
+        return fail(error, cannot + "it is a directory");
+    if (file.exists() && !file.isWritable())
+        return fail(error, cannot + "it may not be changed");
+    if (!directory.isDir())
+        return fail(error, cannot + "there is no directory " + directory.filePath());
+    if (!file.exists() && !directory.isWritable())
+        return fail(error, cannot + "nothing may be written to " + directory.filePath());
+    return true;
+}
+
+bool writeCapture(
+    const QString& path, const Capture& capture, QString* error, const Progress& progress)
+{
+    if (!mayWriteCapture(path, error))
+        return false;
+    const auto fill = [&](QIODevice& out, QString& reason) {
+        const Progress goesOn = [&](int percent) {
+            if (progress && !progress(percent))
+                reason = "stopped";
+            return reason.isEmpty();
+        };
+        return formatOf(path)->write(out, capture, goesOn, reason) && goesOn(kDone);
+    };
+    QString cannot;
+    return OXA_FILES::replaceFile(path, fill, cannot) || fail(error, cannot);
+}
+
+QByteArray captureJson(const Capture& capture)
+{
+    QJsonArray cores;
+    for (const CapturedCore& core : capture) {
+        QJsonArray windows;
+        for (const CapturedWindow& window : core.windows) {
+            const Window& place = window.place;
+            windows += QJsonObject {
+                {"triggerSample",
+                 place.triggerSample == kNoSample ? QJsonValue() : place.triggerSample},
+                {"firstSample",   place.firstSample                                   },
+                {"samples",       place.samples                                       },
+            };
+        }
+        QJsonObject object {
+            {"index",     core.index      },
+            {"triggered", core.triggered()},
+            {"windows",   windows         }
+        };
+        if (core.waited)
+            addWaiting(core, object);
+        if (!core.names.isEmpty())
+            object.insert("names", core.names);
+        cores += object;
+    }
+    return QJsonDocument(QJsonObject {
+                             {"cores", cores}
+    })
+        .toJson(QJsonDocument::Indented);
+}
+
+qint64 capturedSamples(const CapturedCore& core)
+{
+    qint64 samples = 0;
+    for (const CapturedWindow& window : core.windows)
+        samples += window.samples.size();
+    return samples;
+}
+
+QString freeName(const CapturedCore& core, QString wanted)
+{
+    const QStringList names = OXA::flattenedNames(core.items);
+    while (names.contains(wanted))
+        wanted.prepend("oxa_");
+    return wanted;
+}
+
+}

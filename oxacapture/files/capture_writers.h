@@ -1,0 +1,27 @@
+#ifndef OXACAPTURE_FILES_CAPTURE_WRITERS_H
+#define OXACAPTURE_FILES_CAPTURE_WRITERS_H
+
+#include "oxacapture/files/capture_result.h"
+
+class QIODevice;
+
+namespace OXA_CAPTURE {
+
+// One function a format (docs/captures.md); false when the device takes no more, when `goesOn`
+// said so or, with `error`, for what the format itself cannot do.
+
+bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
+bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
+bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
+
+constexpr qint64 kSamplesAtOnce = 4096; ///< at most, between two calls of `goesOn`
+
+/// The samples of all windows of a core together.
+qint64 capturedSamples(const CapturedCore& core);
+
+/// `wanted`, with "oxa_" in front as long as one of the core's signals has that name.
+QString freeName(const CapturedCore& core, QString wanted);
+
+}
+
+#endif

@@ -1,0 +1,27 @@
+#ifndef OXACAPTURE_FILES_UNIQUE_NAMES_H
+#define OXACAPTURE_FILES_UNIQUE_NAMES_H
+
+#include <QHash>
+#include <QSet>
+#include <QString>
+
+namespace OXA_CAPTURE {
+
+/// The names that a file gives to signals whose own it cannot hold: no two become one.
+class UniqueNames {
+public:
+    /// `wanted`, or "_" without it, then `range`; with "_2", "_3" ... between the two when that is
+    /// taken.
+    QString take(const QString& wanted, const QString& range = {});
+
+    /// `wanted`, with "oxa_" in front as long as that is taken.
+    QString takeOwn(QString wanted);
+
+private:
+    QSet<QString> m_taken;
+    QHash<QString, int> m_last; // number behind a name
+};
+
+}
+
+#endif

@@ -1,0 +1,34 @@
+#ifndef OXACAPTURE_OXACAPTURE_H
+#define OXACAPTURE_OXACAPTURE_H
+
+/// Everything public of the library: waveforms, the model of the trigger, targets and capture
+/// files.
+#include "oxacapture/files/capture_result.h"
+#include "oxacapture/message.h"
+#include "oxacapture/oxacapture_export.h"
+#include "oxacapture/progress.h"
+#include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/bit_string.h"
+#include "oxacapture/target/built_configuration.h"
+#include "oxacapture/target/capture_session.h"
+#include "oxacapture/target/core_identity.h"
+#include "oxacapture/target/core_status.h"
+#include "oxacapture/target/find_analyzer.h"
+#include "oxacapture/target/fingerprint.h"
+#include "oxacapture/target/jtag_link.h"
+#include "oxacapture/target/openocd_link.h"
+#include "oxacapture/target/remote_bitbang_link.h"
+#include "oxacapture/target/stream_socket.h"
+#include "oxacapture/target/window_decoder.h"
+#include "oxacapture/trigger/core_plan.h"
+#include "oxacapture/trigger/dynamic_expression.h"
+#include "oxacapture/trigger/static_expression.h"
+#include "oxacapture/trigger/trigger_model.h"
+#include "oxacapture/trigger/trigger_setup.h"
+#include "oxacapture/waveform/edit_distance.h"
+#include "oxacapture/waveform/sample_table.h"
+#include "oxacapture/waveform/signal_finder.h"
+#include "oxacapture/waveform/vcd_reader.h"
+#include "oxacapture/waveform/waveform_sampler.h"
+
+#endif

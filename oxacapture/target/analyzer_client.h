@@ -1,0 +1,69 @@
+#ifndef OXACAPTURE_TARGET_ANALYZER_CLIENT_H
+#define OXACAPTURE_TARGET_ANALYZER_CLIENT_H
+
+#include "oxacapture/target/core_identity.h"
+#include "oxacapture/target/core_status.h"
+#include "oxacapture/target/jtag_link.h"
+
+namespace OXA_CAPTURE {
+
+/// What a core can be told (docs/jtag-protocol.md). Each takes effect at the next sample.
+enum class CoreCommand { Arm = 0b011100, Stop = 0b110001, Force = 0b000111 };
+
+/// The cores of one target, in their own protocol. Whatever is read is checked, and read again when
+/// a bit of it went wrong on its way; whatever is written is checked and written again.
+class OXACAPTURE_EXPORT AnalyzerClient {
+public:
+    /// `instruction` selects the cores' data register in the device.
+    AnalyzerClient(JtagLink& link, BitString instruction);
+
+    /// Resets the test access port and selects the cores; the cores go on with what they do.
+    bool begin();
+
+    /// Finds all cores; a target without any is an error.
+    bool discover(std::vector<CoreIdentity>& cores);
+
+    bool readFingerprint(int core, quint32& fingerprint);
+    /// The sums of the names that the core was built with (`OXA::nameSums`); none when it does not
+    /// know them.
+    bool readNameSums(const CoreIdentity& core, QList<quint32>& sums);
+    bool readStatus(const CoreIdentity& core, CoreStatus& status);
+    bool command(int core, CoreCommand command);
+
+    /// The first `words` words of a core at rest, one after the other.
+    bool readMemory(const CoreIdentity& core, qint64 words, BitString& memory);
+    /// The same words of a Standard core, without their marks.
+    bool readSamples(const CoreIdentity& core, qint64 words, BitString& samples);
+    /// Which windows of a core at rest are short in front, a bit each.
+    bool readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes);
+
+    /// Changes what a core at rest looks for and captures; false, too, for what it is not built
+    /// for.
+    bool writeSettings(const CoreIdentity& core, const TriggerSetup& setup);
+    /// Changes the expressions of a core at rest with dynamic ones.
+    bool writeTables(const CoreIdentity& core, const TriggerSetup& setup);
+
+    /// Why the last call failed.
+    const QString& error() const { return m_error; }
+
+private:
+    enum class Answer { Whole, Damaged, None };
+
+    bool fail(int core, const QString& error);
+    bool select(int core);
+    bool probe(int core, bool& present);
+    bool readIdentity(int core, CoreIdentity& identity);
+    bool readWords(const CoreIdentity& core, int reg, qint64 words, int wordBits, BitString& data);
+    bool scan(int core, int reg, const BitString& out, BitString& in);
+    bool tryRead(int core, int reg, int bits, BitString& data, Answer& answer);
+    bool read(int core, int reg, int bits, BitString& data);
+    bool write(int core, int reg, const BitString& data);
+
+    JtagLink& m_link;
+    BitString m_instruction;
+    QString m_error;
+};
+
+}
+
+#endif

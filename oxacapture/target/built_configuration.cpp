@@ -1,0 +1,116 @@
+#include "oxacapture/target/built_configuration.h"
+
+#include "oxacapture/target/fingerprint.h"
+
+#include "oxautils/generate/lite_files.h"
+#include "oxautils/generate/standard_files.h"
+#include <dev/device_db.h>
+
+#include <QSet>
+#include <QTemporaryDir>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kShadow = 2; // the code of shadow SRAM
+
+OXA::OxaArg argOf(const QString& configFile, const DEV::ChipInfo& chip)
+{
+    OXA::OxaArg arg;
+    arg.configFile = configFile;
+    arg.device = chip.partNumber;
+    arg.package = chip.name;
+    return arg;
+}
+
+bool fingerprintsOf(OXA::OxaArg arg, const QList<OXA::AoCore*>& cores,
+    const QList<OXA::AOCore_Lite*>& liteCores, BuiltConfiguration& built, QString& error)
+{
+    const QTemporaryDir directory;
+    arg.workDir = directory.path();
+    const bool written = cores.isEmpty() ? OXA::lite_generateFilesForAoCore(arg, liteCores)
+                                         : OXA::std_generateFilesForAoCore(arg, cores);
+    if (!written)
+        error = arg.workDir + ": the Verilog cannot be written";
+    return written && generatedFingerprints(arg.workDir, built.cores, built.fingerprints, error);
+}
+
+// A core whose generated files show all that devices make of one.
+std::unique_ptr<OXA::AoCore> deviceProbeCore()
+{
+    auto core = std::make_unique<OXA::AoCore>(0);
+    core->implementation = kShadow;
+    OXA::SignalItem signal;
+    signal.name = "s";
+    core->signalList = {signal};
+    core->captureSignals = core->signalList;
+    return core;
+}
+
+// One part of each kind that generated files tell apart; the kind without a part comes first.
+QList<DEV::ChipInfo> kindsOfParts(const QString& configFile)
+{
+    const std::unique_ptr<OXA::AoCore> core = deviceProbeCore();
+    QList<DEV::ChipInfo> kinds;
+    QSet<QString> names;
+    QSet<quint32> known;
+    for (const DEV::ChipInfo& chip :
+        QList<DEV::ChipInfo>({DEV::ChipInfo()}) + DEV::DeviceDb::instance().chips()) {
+        const QString name = chip.name + ' ' + chip.variant;
+        if (names.contains(name))
+            continue;
+        names += name;
+        BuiltConfiguration built;
+        built.cores.resize(1);
+        built.cores[0].core = core.get();
+        QString error;
+        if (!fingerprintsOf(argOf(configFile, chip), {core.get()}, {}, built, error)
+            || known.contains(built.fingerprints[0]))
+            continue;
+        known += built.fingerprints[0];
+        kinds += chip;
+    }
+    return kinds;
+}
+
+}
+
+bool generatedFingerprints(const QString& workDir, const std::vector<CorePlan>& cores,
+    std::vector<quint32>& fingerprints, QString& error)
+{
+    fingerprints.assign(cores.size(), 0);
+    for (size_t core = 0; core < cores.size(); ++core) {
+        const bool ok = cores[core].core
+            ? generatedFingerprint(workDir, int(core), *cores[core].core, fingerprints[core], error)
+            : generatedLiteFingerprint(workDir, fingerprints[core], error);
+        if (!ok)
+            return false;
+    }
+    return true;
+}
+
+std::vector<BuiltConfiguration> builtConfigurations(const QString& configFile,
+    const QList<OXA::AoCore*>& cores, const QList<OXA::AOCore_Lite*>& liteCores, Messages& messages)
+{
+    std::vector<BuiltConfiguration> all;
+    corePlans(cores, liteCores, argOf(configFile, {}), messages);
+    if (cores.isEmpty() && liteCores.isEmpty())
+        messages.append({configFile, "it holds no core"});
+    if (!messages.isEmpty())
+        return all;
+    for (const DEV::ChipInfo& chip : kindsOfParts(configFile)) {
+        BuiltConfiguration built;
+        built.arg = argOf(configFile, chip);
+        built.cores = corePlans(cores, liteCores, built.arg, messages);
+        QString error;
+        if (!fingerprintsOf(built.arg, cores, liteCores, built, error))
+            messages.append({configFile, error});
+        if (!messages.isEmpty())
+            return {};
+        all.push_back(std::move(built));
+    }
+    return all;
+}
+
+}

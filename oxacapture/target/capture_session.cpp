@@ -1,0 +1,447 @@
+#include "oxacapture/target/capture_session.h"
+
+#include "oxautils/generate/file_names.h"
+#include "oxautils/generate/name_sums.h"
+
+#include <QDeadlineTimer>
+#include <QThread>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kRestPatience = 2000; // ms for the sample clock's last edges of a run
+constexpr int kRestLooks = 200; // at least: on a busy machine both take longer
+constexpr int kPollPause = 20; // ms
+constexpr int kClockPatience = 1000; // ms without an edge, and a sample clock seems to stand
+
+bool sameTable(const TriggerTable& a, const TriggerTable& b)
+{
+    return a.units == b.units && a.rows == b.rows;
+}
+
+// Whether both tell the same of a run; that it still goes on is no part of it.
+bool isSameState(const CoreStatus& a, const CoreStatus& b)
+{
+    return a.open == b.open && a.wentRound == b.wentRound && a.complete == b.complete
+        && a.level == b.level && a.position == b.position && a.windows == b.windows
+        && a.snapshot.matches == b.snapshot.matches;
+}
+
+// What the sum of names number `list` says when it is another one.
+QString otherNames(const CoreIdentity& core, int list)
+{
+    if (list == 0)
+        return "the sample clock has another name than in the chip";
+    const QString what = list == 1
+        ? QString("the data signals")
+        : QString("the signals of trigger port %1").arg(core.ports[size_t(list) - 2].number);
+    return what + " have other names or another order than in the chip";
+}
+
+}
+
+QString CoreProgress::text() const
+{
+    const QString place = windows > 1
+        ? QString(", window %1 of %2").arg(QString::number(window + 1), QString::number(windows))
+        : QString();
+    switch (state) {
+    case NoClock:
+        return "armed, no sample clock yet";
+    case Taking:
+        return "taking samples" + place;
+    case Finished:
+        return "captured";
+    case Waiting:
+        break;
+    }
+    const QString wanted = levels == 0
+        ? QString("waiting to be forced")
+        : QString("waiting for level %1 of %2")
+              .arg(QString::number(level + 1), QString::number(levels));
+    QStringList matched;
+    for (size_t i = 0; levels > 0 && i < units.size(); ++i)
+        matched += matchesText(units[i], matches[i]);
+    QStringList texts {wanted + place, clockText(), matched.join(", ")};
+    texts.removeAll({});
+    return texts.join("; ");
+}
+
+QString CoreProgress::clockText() const
+{
+    return clockRuns ? ""
+        : clockRan   ? "its sample clock ran, but has stopped or is very slow"
+                     : "its sample clock stands still, or is very slow";
+}
+
+CaptureSession::CaptureSession(JtagLink& link, const BitString& instruction)
+    : m_client(link, instruction)
+{
+}
+
+bool CaptureSession::fail(const QString& error)
+{
+    m_error = error;
+    return false;
+}
+
+bool CaptureSession::failAt(size_t core, const QString& error)
+{
+    return fail(m_build.cores[core].name() + ": " + error);
+}
+
+bool CaptureSession::begin()
+{
+    m_build = {};
+    m_fingerprints.clear();
+    m_nameSums.clear();
+    if (!m_client.begin() || !m_client.discover(m_identities))
+        return fail(m_client.error());
+    for (const CoreIdentity& identity : m_identities) {
+        quint32 fingerprint = 0;
+        QList<quint32> nameSums;
+        if (!m_client.readFingerprint(identity.position, fingerprint)
+            || !m_client.readNameSums(identity, nameSums))
+            return fail(m_client.error());
+        m_fingerprints.push_back(fingerprint);
+        m_nameSums.push_back(nameSums);
+    }
+    return true;
+}
+
+bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
+{
+    for (const BuiltConfiguration& build : builds) {
+        if (!matchStructure(build.cores))
+            return false;
+        if (build.fingerprints != m_fingerprints)
+            continue;
+        if (!matchNames(build.cores))
+            return false;
+        m_build = build;
+        m_setups.clear();
+        m_begun.assign(build.cores.size(), false);
+        m_before.assign(build.cores.size(), {});
+        m_ticked.assign(build.cores.size(), {});
+        for (const CorePlan& core : build.cores)
+            m_setups.push_back(core.setup);
+        return true;
+    }
+    QStringList found;
+    for (const quint32 fingerprint : m_fingerprints)
+        found += QString("%1").arg(fingerprint, 8, 16, QChar('0'));
+    return fail(QString("the target was built from another configuration: its cores are of the same"
+                        " shape, but values, expressions or memories differ (fingerprint %1)")
+                    .arg(found.join(' ')));
+}
+
+bool CaptureSession::matchStructure(const std::vector<CorePlan>& cores)
+{
+    if (m_identities.size() != cores.size())
+        return fail(QString("the target has %1 cores instead of %2")
+                        .arg(QString::number(m_identities.size()), QString::number(cores.size())));
+    for (size_t core = 0; core < cores.size(); ++core) {
+        const CorePlan& own = cores[core];
+        const QStringList others = own.core ? differences(m_identities[core], *own.core)
+                                            : differences(m_identities[core], *own.lite);
+        if (!others.isEmpty())
+            return fail(own.name() + ": the target was built from another configuration; it has "
+                + others.join(", "));
+    }
+    return true;
+}
+
+bool CaptureSession::matchNames(const std::vector<CorePlan>& cores)
+{
+    for (size_t core = 0; core < cores.size(); ++core) {
+        const SampleRequest& request = cores[core].request;
+        const QList<QStringList> lists(request.fields.begin(), request.fields.end());
+        const OXA::NameSums own = OXA::nameSums(request.clock, lists);
+        for (int list = 0; list < own.size() && knowsNames(core); ++list) {
+            if (own.at(list) != m_nameSums[core].at(list))
+                return fail(cores[core].name()
+                    + ": the target was built from another"
+                      " configuration: "
+                    + otherNames(m_identities[core], list)
+                    + "; capture with the file that the target was built from, or generate and"
+                      " synthesize this one");
+        }
+    }
+    return true;
+}
+
+QString CaptureSession::namesWarning() const
+{
+    QStringList unknown;
+    for (size_t core = 0; core < m_build.cores.size(); ++core) {
+        if (!knowsNames(core))
+            unknown += m_build.cores[core].name();
+    }
+    return unknown.isEmpty() ? QString()
+                             : unknown.join(", ") + ": names unknown: the target was built without "
+            + OXA::NAME_SUMS_FILE_NAME
+            + ", so it cannot be verified that its signals are those that the configuration names";
+}
+
+// Static expressions are logic; a run can only use fewer of them.
+bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
+{
+    const std::vector<TriggerTable>& built = m_build.cores[core].setup.levels;
+    if (m_identities[core].dynamic)
+        return true;
+    if (setup.levels.size() <= built.size()
+        && std::equal(setup.levels.begin(), setup.levels.end(), built.begin(), sameTable))
+        return true;
+    return failAt(core, "its expressions are static: other ones need another netlist");
+}
+
+bool CaptureSession::arm(const std::vector<CoreRun>& runs, Tables tables)
+{
+    for (const CoreRun& run : runs) {
+        if (!m_identities[run.core].lite && !checkLevels(run.core, run.setup))
+            return false;
+    }
+    for (const CoreRun& run : runs) {
+        if (!prepare(run, tables))
+            return false;
+    }
+    for (const CoreRun& run : runs) {
+        m_begun[run.core] = false;
+        m_ticked[run.core].invalidate();
+        if (!m_client.command(m_identities[run.core].position, CoreCommand::Arm))
+            return fail(m_client.error());
+    }
+    return true;
+}
+
+// Brings the core to rest, and writes what it is to look for.
+bool CaptureSession::prepare(const CoreRun& run, Tables tables)
+{
+    const CoreIdentity& identity = m_identities[run.core];
+    CoreStatus status;
+    if (!stop(run.core) || !settle(run.core, status))
+        return false;
+    if (!failUnlessAtRest(run.core, status))
+        return false;
+    if (status.armed || status.running)
+        return failAt(run.core, "it does not end the run before");
+    m_before[run.core] = status;
+    if (identity.lite)
+        return true;
+    if (!m_client.writeSettings(identity, run.setup)
+        || (tables == Tables::Written && identity.dynamic && identity.expressions > 0
+            && !m_client.writeTables(identity, run.setup)))
+        return fail(m_client.error());
+    m_setups[run.core] = run.setup;
+    return true;
+}
+
+bool CaptureSession::adopt(size_t core)
+{
+    const CorePlan& own = m_build.cores[core];
+    CoreStatus status;
+    m_begun[core] = false;
+    m_ticked[core].invalidate();
+    if (!readStatus(core, status))
+        return false;
+    m_before[core] = status;
+    if (!status.armed)
+        return arm({
+            {core, own.setup}
+        });
+    m_setups[core] = own.setup;
+    m_setups[core].triggerPos = own.powerUpPosition;
+    return true;
+}
+
+bool CaptureSession::resume(size_t core)
+{
+    CoreStatus status;
+    return readStatus(core, status)
+        && (status.armed
+            || failAt(core,
+                "its run from power-up on was ended before; load the chip again to have another"))
+        && adopt(core);
+}
+
+bool CaptureSession::poll(size_t core, CoreProgress& progress)
+{
+    CoreStatus status;
+    if (!readStatus(core, status))
+        return false;
+    if (!status.armed)
+        return failAt(
+            core, "it is not armed any more: something else stopped it, or reset the chip");
+    const CoreSnapshot& now = status.snapshot;
+    const TriggerSetup& setup = m_setups[core];
+    progress.level = now.level;
+    progress.levels = int(setup.levels.size());
+    progress.window = now.windows;
+    progress.windows = setup.windowNum;
+    progress.matches = now.matches;
+    progress.units.clear();
+    for (const CoreIdentity::Unit& unit : m_identities[core].units)
+        progress.units.push_back(unit.number);
+    progress.state = status.finished          ? CoreProgress::Finished
+        : !status.running                     ? CoreProgress::NoClock
+        : now.open || m_identities[core].lite ? CoreProgress::Taking
+                                              : CoreProgress::Waiting;
+    seeClock(core, status, progress);
+    return true;
+}
+
+// A snapshot that is not fresh says little: a waveform that is played in pieces has pauses, too.
+void CaptureSession::seeClock(size_t core, const CoreStatus& status, CoreProgress& progress)
+{
+    QElapsedTimer& ticked = m_ticked[core];
+    if (status.snapshot.fresh || (status.running && !ticked.isValid()))
+        ticked.start();
+    progress.clockRan = ticked.isValid();
+    progress.clockRuns = progress.clockRan && ticked.elapsed() < kClockPatience;
+}
+
+bool CaptureSession::wait(const std::vector<size_t>& cores,
+    const std::function<bool(const std::vector<CoreProgress>&)>& goesOn)
+{
+    for (;;) {
+        bool finished = true;
+        std::vector<CoreProgress> all(cores.size());
+        for (size_t i = 0; i < cores.size(); ++i) {
+            if (!poll(cores[i], all[i]))
+                return false;
+            finished = finished && all[i].state == CoreProgress::Finished;
+        }
+        if (!goesOn(all) || finished)
+            return true;
+        QThread::msleep(kPollPause);
+    }
+}
+
+bool CaptureSession::force(size_t core)
+{
+    return m_client.command(m_identities[core].position, CoreCommand::Force)
+        || fail(m_client.error());
+}
+
+// Until the sample clock has seen an arming, a core tells of the run before.
+bool CaptureSession::readStatus(size_t core, CoreStatus& status)
+{
+    if (!m_client.readStatus(m_identities[core], status))
+        return fail(m_client.error());
+    m_begun[core] = m_begun[core] || (status.armed && status.running);
+    return true;
+}
+
+bool CaptureSession::stop(size_t core)
+{
+    CoreStatus status;
+    if (!readStatus(core, status))
+        return false;
+    return m_client.command(m_identities[core].position, CoreCommand::Stop)
+        || fail(m_client.error());
+}
+
+// Waits until nothing of the core moves any more.
+bool CaptureSession::settle(size_t core, CoreStatus& status)
+{
+    const QDeadlineTimer deadline(kRestPatience);
+    for (int looks = 0; looks < kRestLooks || !deadline.hasExpired(); ++looks) {
+        if (!readStatus(core, status))
+            return false;
+        if (status.atRest())
+            return true;
+        QThread::msleep(1);
+    }
+    return true;
+}
+
+bool CaptureSession::failUnlessAtRest(size_t core, const CoreStatus& status)
+{
+    return status.atRest()
+        || failAt(core,
+            status.armed ? "it has not finished, nor was it stopped"
+                         : "its sample clock stands still, so it does not come to rest");
+}
+
+bool CaptureSession::rest(size_t core)
+{
+    CoreStatus status;
+    return settle(core, status) && failUnlessAtRest(core, status);
+}
+
+bool CaptureSession::readMemory(
+    size_t core, const CoreStatus& status, bool withWaiting, ReadOut& readOut)
+{
+    const CoreIdentity& identity = m_identities[core];
+    const TriggerSetup& setup = m_setups[core];
+    const qint64 words = usedWords(identity, status, setup)
+        + (withWaiting ? waitingWords(identity, status, setup) : 0);
+    BitString shortOnes;
+    BitString memory;
+    QString error;
+    if ((!identity.lite && !m_client.readWindows(identity, setup.windowNum, shortOnes))
+        || (words > 0
+            && !(samplesSuffice(identity, status, setup)
+                    ? m_client.readSamples(identity, words, memory)
+                    : m_client.readMemory(identity, words, memory))))
+        return fail(m_client.error());
+    return (decodeWindows(identity, status, setup, shortOnes, memory, readOut.windows, error)
+               && (!withWaiting
+                   || decodeWaiting(identity, status, setup, memory, readOut.waiting, error)))
+        || failAt(core, error);
+}
+
+bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
+{
+    CoreStatus status;
+    if (!readStatus(core, status))
+        return false;
+    // Stopped before it was seen to begin: with its state as before, it may tell of the run before,
+    // whether it comes to rest or not.
+    const bool nothing = !status.armed && !m_begun[core]
+        && (!status.atRest() || isSameState(status, m_before[core]));
+    if (!nothing && !settle(core, status))
+        return false;
+    readOut = {};
+    readOut.progress.matches.assign(m_setups[core].units.size(), 0);
+    readOut.waited = !m_identities[core].lite;
+    if (nothing)
+        return true;
+    if (!failUnlessAtRest(core, status))
+        return false;
+    readOut.waited = readOut.waited && !status.complete && !status.open;
+    readOut.whole = status.complete ? m_setups[core].windowNum : status.windows;
+    readOut.progress.reached = status.level;
+    const std::vector<int>& matches = status.snapshot.matches;
+    readOut.progress.matches.assign(matches.begin(), matches.end());
+    return readMemory(core, status, withWaiting, readOut);
+}
+
+CapturedCore capturedCore(const CorePlan& core, const ReadOut& readOut, const TriggerSetup& setup)
+{
+    CapturedCore captured;
+    captured.index = core.index();
+    captured.items = core.items();
+    for (const DecodedWindow& window : readOut.windows)
+        captured.windows.push_back({
+            {0, window.samples.size(), window.triggerOffset},
+            window.samples
+        });
+    if (readOut.waiting.size() > 0)
+        captured.windows.push_back({
+            {0, readOut.waiting.size()},
+            readOut.waiting, true
+        });
+    if (!core.core)
+        return captured;
+    captured.progress = progressText(setup, readOut.progress);
+    captured.waited = readOut.waited;
+    captured.level = readOut.progress.reached;
+    captured.window = readOut.whole;
+    for (size_t i = 0; i < setup.units.size(); ++i)
+        captured.matches.push_back({setup.units[i].index, readOut.progress.matches[i]});
+    return captured;
+}
+
+}

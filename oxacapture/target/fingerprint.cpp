@@ -1,0 +1,258 @@
+#include "oxacapture/target/fingerprint.h"
+
+#include "oxacapture/target/crc32.h"
+#include "oxacapture/trigger/static_expression.h"
+
+#include "oxautils/generate/file_names.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kUnits = 16;
+constexpr int kNoDefine = 3; // the code of a storage for which no define stands
+
+// Rows in which each expression is evaluated: the j-th enabled unit is the parity of the row and
+// mask j.
+constexpr int kMasks[kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
+
+constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
+
+// A generated constant; bit 0 is the lowest, what lies above the last bit is `negative`.
+struct Value {
+    QString name;
+    std::vector<bool> bits;
+    bool negative = false;
+
+    bool bit(int i) const { return i < int(bits.size()) ? bits[size_t(i)] : negative; }
+};
+
+// The generated files of one core.
+struct Generated {
+    QSet<QString> defines;
+    std::vector<Value> parameters;
+    std::vector<Value> initials;
+};
+
+std::vector<bool> bitsOf(const QString& digits, int bitsPerDigit)
+{
+    std::vector<bool> bits;
+    for (int i = digits.size() - 1; i >= 0; --i) {
+        const int digit = digits.mid(i, 1).toInt(nullptr, 16);
+        for (int bit = 0; bit < bitsPerDigit; ++bit)
+            bits.push_back(digit >> bit & 1);
+    }
+    return bits;
+}
+
+// "3'b101", "16'h00ff", "21" and, for a number below zero, "16'h00-1".
+Value parseValue(const QString& name, const QString& text)
+{
+    Value value;
+    value.name = name;
+    const QString digits = text.section('\'', 1).mid(1);
+    const int minus = digits.indexOf('-');
+    if (!text.contains('\'') || minus >= 0) {
+        const qint64 number = minus >= 0 ? -digits.mid(minus + 1).toLongLong() : text.toLongLong();
+        value.negative = number < 0;
+        for (int bit = 0; bit < 63; ++bit)
+            value.bits.push_back(number >> bit & 1);
+        return value;
+    }
+    value.bits = bitsOf(digits, text.section('\'', 1).startsWith('b') ? 1 : 4);
+    return value;
+}
+
+bool readLines(const QString& path, QStringList& lines, QString& error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        error = path + ": " + file.errorString();
+        return false;
+    }
+    lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    return true;
+}
+
+bool readDefines(const QString& path, QSet<QString>& defines, QString& error)
+{
+    QStringList lines;
+    if (!readLines(path, lines, error))
+        return false;
+    for (const QString& line : qAsConst(lines))
+        defines += line.section(' ', 1, 1);
+    return true;
+}
+
+bool readValues(const QString& path, std::vector<Value>& values, QString& error)
+{
+    static const QRegularExpression parameter("^parameter (\\w+) = (.*);$");
+    QStringList lines;
+    if (!readLines(path, lines, error))
+        return false;
+    for (const QString& line : qAsConst(lines)) {
+        const auto match = parameter.match(line);
+        if (!match.hasMatch()) {
+            error = path + ": unexpected \"" + line + '"';
+            return false;
+        }
+        values.push_back(parseValue(match.captured(1), match.captured(2)));
+    }
+    return true;
+}
+
+const Value* find(const std::vector<Value>& values, const QString& name)
+{
+    for (const Value& value : values) {
+        if (value.name == name)
+            return &value;
+    }
+    return nullptr;
+}
+
+void addWord(Crc32& crc, quint32 word) { crc.add(word, 32); }
+
+// The lowest `width` bits in whole words.
+void addBits(Crc32& crc, const Value* value, int width)
+{
+    for (int bit = 0; bit < (width + 31) / 32 * 32; ++bit)
+        crc.add(value && bit < width && value->bit(bit));
+}
+
+void addWord(Crc32& crc, const std::vector<Value>& values, const QString& name)
+{
+    addBits(crc, find(values, name), 32);
+}
+
+int storageCode(const QSet<QString>& defines, const QString& prefix)
+{
+    for (int code = 0; code < 3; ++code) {
+        if (defines.contains(prefix + kStorages[code]))
+            return code;
+    }
+    return kNoDefine;
+}
+
+void addInitials(Crc32& crc, const Generated& generated, int width)
+{
+    for (const char* name :
+        {"TRIG_LEVELS_INIT", "MAX_DATA_DEPTH_INIT", "DATA_DEPTH_INIT", "NUM_WINDOWS_INIT"})
+        addWord(crc, generated.initials, name);
+    for (int unit = 0; unit < kUnits; ++unit) {
+        for (const char* reg : {"REG_M0", "REG_M1", "REG_M2", "REG_CTRL", "TRIG_CNT"})
+            addBits(crc,
+                find(
+                    generated.initials, QString("MATCH%1_%2_INIT").arg(QString::number(unit), reg)),
+                width);
+    }
+}
+
+quint64 parityRows(int mask)
+{
+    quint64 rows = 0;
+    for (int row = 0; row < 64; ++row) {
+        int rest = row & mask;
+        quint64 parity = 0;
+        for (; rest; rest &= rest - 1)
+            parity ^= 1;
+        rows |= parity << row;
+    }
+    return rows;
+}
+
+bool addStaticTable(Crc32& crc, const OXA::AoCore& core, const QString& expression, QString& error)
+{
+    std::vector<quint64> units(kUnits);
+    int place = 0;
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+        units[size_t(unit->index)] = parityRows(kMasks[place++]);
+    quint64 value = 0;
+    if (!evaluateStatic(expression, units, value, error))
+        return false;
+    crc.add(value, 64);
+    return true;
+}
+
+bool addTables(Crc32& crc, const Generated& generated, const OXA::AoCore& core, QString& error)
+{
+    const int rows = 1 << core.enabledMatchUnits().size();
+    for (int e = 0; e < core.expressions.size(); ++e) {
+        if (core.expressionType == 1)
+            addBits(crc, find(generated.initials, QString("EXPRESSION%1_INIT").arg(e)), rows);
+        else if (!addStaticTable(crc, core, core.expressions.at(e), error))
+            return false;
+    }
+    return true;
+}
+
+void addDefines(Crc32& crc, const QSet<QString>& defines, int index)
+{
+    const QString prefix = QString("CORE%1_DEF_").arg(index);
+    quint32 ports = 0;
+    for (int port = 0; port < 16; ++port)
+        ports |= quint32(defines.contains(prefix + QString("TRIG_%1_EN").arg(port))) << port;
+    addWord(crc, ports);
+    addWord(crc, defines.contains(QString("DYNAMIC_EXPRESSION_%1").arg(index)));
+    addWord(crc, quint32(storageCode(defines, prefix + "SYN_DYNAMIC_")));
+    addWord(crc, quint32(storageCode(defines, prefix + "SYN_")));
+    addWord(crc, defines.contains(QString("FORCE_REG_CAPTURE_F_%1").arg(index)));
+    addWord(crc, defines.contains(prefix + "CAPTURE_INIT_DATA"));
+    addWord(crc, defines.contains("ZV1_EN"));
+}
+
+QString generatedFile(const QString& workDir, int position, const char* name)
+{
+    return QString("%1/%2%3/%4").arg(workDir, OXA::NAME_AO, QString::number(position), name);
+}
+
+}
+
+bool generatedFingerprint(const QString& workDir, int position, const OXA::AoCore& core,
+    quint32& fingerprint, QString& error)
+{
+    Generated generated;
+    if (!readDefines(generatedFile(workDir, position, OXA::AO_TOP_DEFINE_FILE_NAME),
+            generated.defines, error)
+        || !readValues(generatedFile(workDir, position, OXA::AO_PARAMETER_FILE_NAME),
+            generated.parameters, error)
+        || !readValues(generatedFile(workDir, position, OXA::AO_CAPTUREINIT_FILE_NAME),
+            generated.initials, error))
+        return false;
+    Crc32 crc;
+    addWord(crc, 1);
+    for (const Value& value : generated.parameters)
+        addBits(crc, &value, 32);
+    addInitials(crc, generated, core.dataOutShiftWidth());
+    if (!addTables(crc, generated, core, error))
+        return false;
+    addDefines(crc, generated.defines, core.index);
+    fingerprint = crc.sum();
+    return true;
+}
+
+bool generatedLiteFingerprint(const QString& workDir, quint32& fingerprint, QString& error)
+{
+    Generated generated;
+    if (!readDefines(
+            generatedFile(workDir, 0, OXA::AO_TOP_DEFINE_FILE_NAME), generated.defines, error)
+        || !readValues(
+            generatedFile(workDir, 0, OXA::AO_PARAMETER_FILE_NAME), generated.parameters, error))
+        return false;
+    Crc32 crc;
+    addWord(crc, 0);
+    for (const char* name :
+        {"TRIG_TYPE", "STORAGE_DEPTH", "DATA_OUT_SHIFT_WIDTH", "MEM_DATA_WIDTH", "SIG_PORT_WIDTH"})
+        addWord(crc, generated.parameters, name);
+    addWord(crc, quint32(storageCode(generated.defines, "DEF_SYN_")));
+    for (const char* name :
+        {"DEF_INPUT_REG_EN", "DEF_CAPTURE_INIT_DATA", "DEF_1BIT_MODE", "ZV1_EN"})
+        addWord(crc, generated.defines.contains(name));
+    fingerprint = crc.sum();
+    return true;
+}
+
+}

@@ -1,0 +1,229 @@
+#include "oxacapture/target/openocd_link.h"
+
+#include <QRandomGenerator>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr char kEnd = 0x1a; // of a command, and of what comes back
+constexpr int kTimeout = 10000; // ms, for a command that scans nothing
+constexpr int kSlowestBits = 1; // a ms: adapters at 1 kHz are awaited
+constexpr int kOtherBytes = 1 << 16; // of an answer, beside the digits of what was scanned
+constexpr int kMostTaps = 256; // of a chain; each may be tried
+constexpr int kLongestQuote = 200; // characters of an answer that is not understood
+
+// A scan is made of fields. OpenOCD reads a field's digits in quadratic time, but a run of zeros
+// needs but one.
+constexpr int kFieldBits = 256;
+constexpr int kLongZeros = 64;
+
+constexpr quint64 kDefaultEr1 = 0x08; // as the simulated target has it
+constexpr int kMostInstructionBits = 32;
+
+// After 3 seconds without a scan a link gives way to another.
+constexpr char kTake[] = R"(if {[info exists ::oxautils_client] && $::oxautils_client ne "%1"
+    && [clock seconds] - $::oxautils_time < 3} {
+    error "another program captures from this target"
+}
+set ::oxautils_client %1
+set ::oxautils_time [clock seconds])";
+
+constexpr char kGuard[] = R"(if {![info exists ::oxautils_client] || $::oxautils_client ne "%1"} {
+    error "another program took the target over"
+}
+set ::oxautils_time [clock seconds]
+)";
+
+constexpr char kRelease[]
+    = R"(if {[info exists ::oxautils_client] && $::oxautils_client eq "%1"} {unset ::oxautils_client})";
+
+// A line a TAP: its name and its instruction, if OpenOCD was told one.
+constexpr char kListTaps[] = R"(set oxautils_list {}
+foreach tap [jtag names] {
+    set er1 {}
+    if {[info exists ::oxautils_er1($tap)]} {set er1 $::oxautils_er1($tap)}
+    append oxautils_list $tap { } $er1 \n
+}
+set oxautils_list)";
+
+QByteArray fieldText(const BitString& bits, int from, int size)
+{
+    QByteArray digits;
+    for (int at = from; at < from + size && size <= kFieldBits; at += 4)
+        digits.prepend("0123456789abcdef"[bits.number(at, std::min(4, from + size - at))]);
+    return ' ' + QByteArray::number(size) + " 0x" + (digits.isEmpty() ? "0" : digits);
+}
+
+// The size of the field that begins at bit `from`: a long run of zeros, or what lies before one.
+int fieldSize(const BitString& bits, int from)
+{
+    const int zeros = bits.zerosFrom(from);
+    if (zeros >= kLongZeros)
+        return zeros;
+    int size = 0;
+    while (
+        size < kFieldBits && from + size < bits.size() && bits.zerosFrom(from + size) < kLongZeros)
+        ++size;
+    return std::max(size, 1);
+}
+
+// The bits of a field from OpenOCD's text, the highest digit first; false when it is none.
+bool appendField(const QByteArray& text, int size, BitString& bits)
+{
+    if (text.size() * 4 < size)
+        return false;
+    for (int at = 0; at < size; at += 4) {
+        bool ok = false;
+        const int digit = text.mid(text.size() - 1 - at / 4, 1).toInt(&ok, 16);
+        if (!ok)
+            return false;
+        bits.append(quint64(digit), std::min(4, size - at));
+    }
+    return true;
+}
+
+}
+
+OpenOcdLink::OpenOcdLink()
+    : m_client("oxa" + QByteArray::number(QRandomGenerator::system()->generate64(), 16))
+{
+}
+
+OpenOcdLink::~OpenOcdLink()
+{
+    if (m_owns && m_socket.isConnected())
+        run(ours(kRelease));
+}
+
+bool OpenOcdLink::connectTo(const QString& address)
+{
+    m_owns = false;
+    m_irscan.clear();
+    m_address = address;
+    return m_socket.connectTo(address) ? listTaps()
+                                       : fail("OpenOCD: " + m_socket.error() + "; is it running?");
+}
+
+bool OpenOcdLink::listTaps()
+{
+    m_taps.clear();
+    m_instructions.clear();
+    m_tap.clear();
+    if (!run(kListTaps))
+        return false;
+    for (const QString& line : QString::fromUtf8(m_result).split('\n', Qt::SkipEmptyParts)) {
+        if (line.startsWith(' '))
+            return fail("OpenOCD: it lists a device without a name");
+        m_taps += line.section(' ', 0, 0);
+        m_instructions += line.section(' ', 1, 1);
+    }
+    if (m_taps.size() > kMostTaps)
+        return fail(
+            QString("OpenOCD lists %1 devices in the chain, more than the %2 that are tried")
+                .arg(QString::number(m_taps.size()), QString::number(kMostTaps)));
+    return !m_taps.isEmpty() || fail("OpenOCD knows no device in the chain");
+}
+
+QStringList OpenOcdLink::candidates() const
+{
+    if (m_taps.size() == 1)
+        return m_taps;
+    QStringList taps;
+    for (int i = 0; i < m_taps.size(); ++i) {
+        if (!m_instructions.at(i).isEmpty())
+            taps += m_taps.at(i);
+    }
+    return taps;
+}
+
+bool OpenOcdLink::selectTap(const QString& tap)
+{
+    m_tap = m_taps.contains(tap) ? tap : QString();
+    return !m_tap.isEmpty()
+        || fail(QString("OpenOCD knows no device \"%1\", only %2").arg(tap, m_taps.join(", ")));
+}
+
+BitString OpenOcdLink::instruction() const
+{
+    bool ok = false;
+    const quint64 code = m_instructions.value(m_taps.indexOf(m_tap)).toUInt(&ok, 0);
+    return BitString(ok ? code : kDefaultEr1, kMostInstructionBits);
+}
+
+bool OpenOcdLink::reset()
+{
+    m_owns = run(ours(kTake));
+    return m_owns;
+}
+
+bool OpenOcdLink::scanIr(const BitString& out)
+{
+    m_irscan = "irscan " + m_tap.toUtf8() + " 0x"
+        + QByteArray::number(out.number(0, out.size()), 16) + '\n';
+    return run(ours(kGuard) + m_irscan);
+}
+
+bool OpenOcdLink::scanDr(const BitString& out, BitString* in) { return scan(drscan(out), out, in); }
+
+bool OpenOcdLink::scanDrAfter(const BitString& first, const BitString& out, BitString* in)
+{
+    return scan(drscan(first) + '\n' + drscan(out), out, in);
+}
+
+QByteArray OpenOcdLink::drscan(const BitString& bits) const
+{
+    QByteArray text = "drscan " + m_tap.toUtf8();
+    for (int at = 0, size = 0; at < bits.size(); at += size) {
+        size = fieldSize(bits, at);
+        text += fieldText(bits, at, size);
+    }
+    return text;
+}
+
+bool OpenOcdLink::scan(const QByteArray& script, const BitString& out, BitString* in)
+{
+    // Whoever else uses OpenOCD may have loaded another instruction.
+    if (!run(ours(kGuard) + m_irscan + script, out.size()))
+        return false;
+    if (!in)
+        return true;
+    *in = {};
+    int at = 0;
+    for (const QByteArray& field : m_result.simplified().split(' ')) {
+        if (at == out.size())
+            return fail("OpenOCD: it answers more than it was asked for");
+        const int size = fieldSize(out, at);
+        if (!appendField(field, size, *in))
+            return fail("OpenOCD: " + QString(field.left(kLongestQuote)));
+        at += size;
+    }
+    return at == out.size() || fail("OpenOCD: it answers less than it was asked for");
+}
+
+bool OpenOcdLink::run(const QByteArray& script, int bits)
+{
+    const QByteArray command
+        = "string cat [catch {" + script + "} oxautils_result] { } $oxautils_result";
+    const auto isWhole = [](const QByteArray& answer) { return answer.endsWith(kEnd); };
+    ++m_commands;
+    // A field of digits and the blank in front of it take no more than a byte for two bits.
+    const qint64 time = kTimeout + bits / kSlowestBits;
+    if (!m_socket.exchange(
+            command + kEnd, isWhole, m_result, {int(time), time, kOtherBytes + bits / 2}))
+        return fail(QString("OpenOCD at %1: %2").arg(m_address, m_socket.error()));
+    m_result.chop(1);
+    const int space = m_result.indexOf(' ');
+    const bool ok = m_result.left(space) == "0";
+    const QString said = QString::fromUtf8(m_result.remove(0, space + 1)).trimmed();
+    return ok
+        || fail("OpenOCD: " + (said.isEmpty() ? "it cannot scan; its messages say why" : said));
+}
+
+// A script with our name in OpenOCD.
+QByteArray OpenOcdLink::ours(const char* script) const
+{
+    return QByteArray(script).replace("%1", m_client);
+}
+
+}

@@ -1,0 +1,76 @@
+#ifndef OXACAPTURE_TARGET_OPENOCD_LINK_H
+#define OXACAPTURE_TARGET_OPENOCD_LINK_H
+
+#include "oxacapture/target/jtag_link.h"
+#include "oxacapture/target/stream_socket.h"
+
+#include <QStringList>
+
+namespace OXA_CAPTURE {
+
+/// One device of a chain that OpenOCD drives, through OpenOCD's Tcl server.
+///
+/// OpenOCD knows the chain: it finds the instruction's length, and keeps the other devices in
+/// BYPASS. A scan is one command. Programs that use OpenOCD beside this one may scan the chain,
+/// too; two links to one OpenOCD are kept apart: the one that came later is refused as long as the
+/// first is at work.
+class OXACAPTURE_EXPORT OpenOcdLink : public JtagLink {
+public:
+    OpenOcdLink();
+    ~OpenOcdLink() override;
+    OpenOcdLink(const OpenOcdLink&) = delete;
+    OpenOcdLink& operator=(const OpenOcdLink&) = delete;
+
+    /// Asked while OpenOCD is waited for, as of a `StreamSocket`.
+    void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
+
+    /// Connects to the Tcl server at "HOST:PORT", and lists the chain.
+    bool connectTo(const QString& address);
+
+    /// The names of the TAPs that OpenOCD knows, in the chain's order.
+    const QStringList& taps() const { return m_taps; }
+
+    /// Those where an analyzer may be: they have an entry in OpenOCD's variable oxautils_er1, or
+    /// there is only one.
+    QStringList candidates() const;
+
+    /// Chooses the TAP that all scans go to; false when the chain has none of this name.
+    bool selectTap(const QString& tap);
+    const QString& tap() const { return m_tap; }
+
+    /// The instruction that selects the cores in the chosen TAP: its entry in OpenOCD's variable
+    /// oxautils_er1, else that of the simulated target.
+    BitString instruction() const;
+
+    /// Takes the device; OpenOCD resets the chain when it starts, and other programs' devices keep
+    /// their state.
+    bool reset() override;
+    bool scanIr(const BitString& out) override;
+    bool scanDr(const BitString& out, BitString* in) override;
+    bool scanDrAfter(const BitString& first, const BitString& out, BitString* in) override;
+
+    /// Commands sent to OpenOCD so far.
+    int commandCount() const { return m_commands; }
+
+private:
+    bool listTaps();
+    bool run(const QByteArray& script, int bits = 0);
+    QByteArray ours(const char* script) const;
+    QByteArray drscan(const BitString& bits) const;
+    bool scan(const QByteArray& script, const BitString& out, BitString* in);
+
+    StreamSocket m_socket;
+    QString m_address;
+    QByteArray m_client; // our name in OpenOCD
+    QStringList m_taps;
+    QStringList m_instructions; // of the TAPs; empty where none is known
+    QString m_tap;
+    QByteArray m_irscan; // the instruction, loaded anew with every scan
+    QByteArray m_result; // of the last command
+    bool m_owns = false;
+    int m_commands = 0;
+};
+
+}
+
+#endif

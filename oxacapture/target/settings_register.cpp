@@ -1,0 +1,126 @@
+#include "oxacapture/target/settings_register.h"
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kFunctionBits = 3;
+
+int bitsToCount(qint64 count)
+{
+    int bits = 0;
+    while (qint64(1) << bits < count)
+        ++bits;
+    return bits;
+}
+
+bool isBasic(OXA::MatchType type) { return OXA::optionalFunctions(type).size() == 2; }
+
+void appendWords(BitString& bits, const std::vector<quint64>& words, int width)
+{
+    for (int bit = 0; bit < width; ++bit)
+        bits.append(bool(words[size_t(bit / 64)] >> (bit % 64) & 1));
+}
+
+QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
+{
+    if (core.lite)
+        return "a Lite core has no settings";
+    if (setup.windowNum < 1 || setup.windowNum > core.mostWindows)
+        return QString("it is built for %1 windows at most").arg(core.mostWindows);
+    if (setup.captureAmount < 1 || setup.captureAmount > core.depth / setup.windowNum)
+        return QString("its memory of %1 samples does not hold %2 windows of %3")
+            .arg(QString::number(core.depth), QString::number(setup.windowNum),
+                QString::number(setup.captureAmount));
+    if (setup.triggerPos < 0 || setup.triggerPos >= setup.captureAmount)
+        return "the trigger lies outside of the window";
+    if (qint64(setup.levels.size()) > core.expressions
+        || (setup.levels.empty() && core.expressions > 0))
+        return QString("it has %1 expressions").arg(core.expressions);
+    if (setup.units.size() != core.units.size())
+        return QString("it has %1 match units").arg(core.units.size());
+    return {};
+}
+
+QString complaint(const CoreIdentity::Unit& unit, int width, const UnitSetup& setup)
+{
+    const QString name = QString("M%1").arg(unit.number);
+    if (setup.index != unit.number)
+        return name + " has no setting";
+    if (!OXA::optionalFunctions(unit.matchType).contains(setup.func))
+        return name + " does not compare by \"" + OXA::func2string(setup.func) + '"';
+    if (int(setup.m0.size()) != (width + 63) / 64)
+        return name + " compares values of another width";
+    if (setup.counter > 0 && (unit.counterBits == 0 || setup.counter > 1ll << unit.counterBits))
+        return QString("%1 does not count to %2").arg(name, QString::number(setup.counter));
+    return {};
+}
+
+void appendUnit(BitString& bits, const CoreIdentity::Unit& unit, int width, const UnitSetup& setup)
+{
+    appendWords(bits, setup.m0, width);
+    appendWords(bits, setup.m1, width);
+    if (OXA::matchTypeHasEdges(unit.matchType))
+        appendWords(bits, setup.m2, width);
+    bits.append(quint64(setup.func), isBasic(unit.matchType) ? 1 : kFunctionBits);
+    if (unit.counterBits == 0)
+        return;
+    // A counter cannot be taken out: what needs none counts to 1.
+    bits.append(setup.counter > 0 && setup.continuous);
+    bits.append(quint64(std::max(setup.counter, qint64(1)) - 1), unit.counterBits);
+}
+
+int portWidth(const CoreIdentity& core, int number)
+{
+    for (const CoreIdentity::Port& port : core.ports) {
+        if (port.number == number)
+            return port.signalCount;
+    }
+    return 0;
+}
+
+}
+
+bool settingsBits(
+    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString& error)
+{
+    bits = {};
+    error = complaint(core, setup);
+    if (!error.isEmpty())
+        return false;
+    bits.append(quint64(setup.captureAmount - 1), core.addressBits);
+    bits.append(quint64(setup.captureAmount - setup.triggerPos - 1), core.addressBits);
+    bits.append(quint64(setup.windowNum - 1), bitsToCount(core.mostWindows));
+    if (core.expressions > 1)
+        bits.append(quint64(1) << (setup.levels.size() - 1), core.expressions);
+    for (size_t i = 0; i < core.units.size(); ++i) {
+        const int width = portWidth(core, core.units[i].port);
+        const UnitSetup& unit = setup.units[i];
+        error = complaint(core.units[i], width, unit);
+        if (!error.isEmpty())
+            return false;
+        appendUnit(bits, core.units[i], width, unit);
+    }
+    return true;
+}
+
+bool tableBits(const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString& error)
+{
+    bits = {};
+    if (!core.dynamic || int(setup.levels.size()) > core.expressions) {
+        error = core.dynamic ? QString("it has %1 expressions").arg(core.expressions)
+                             : "its expressions are part of the netlist";
+        return false;
+    }
+    for (quint32 row = 0; row < quint32(1) << core.units.size(); ++row) {
+        quint32 outputs = 0;
+        for (size_t unit = 0; unit < core.units.size(); ++unit)
+            outputs |= (row >> unit & 1) << core.units[unit].number;
+        for (int level = 0; level < core.expressions; ++level)
+            bits.append(
+                size_t(level) < setup.levels.size() && setup.levels[size_t(level)].at(outputs));
+    }
+    return true;
+}
+
+}

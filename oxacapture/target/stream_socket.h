@@ -1,0 +1,74 @@
+#ifndef OXACAPTURE_TARGET_STREAM_SOCKET_H
+#define OXACAPTURE_TARGET_STREAM_SOCKET_H
+
+#include "oxacapture/oxacapture_export.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+
+struct addrinfo;
+
+namespace OXA_CAPTURE {
+
+/// How long an exchange may take, and how much may come.
+struct ExchangeLimits {
+    int silence; ///< ms in which nothing is sent or received
+    qint64 total; ///< ms from its beginning to its end
+    qint64 bytes; ///< of the answer
+};
+
+/// A connection to a program that answers what it is sent.
+class OXACAPTURE_EXPORT StreamSocket {
+public:
+    StreamSocket() = default;
+    ~StreamSocket();
+    StreamSocket(const StreamSocket&) = delete;
+    StreamSocket& operator=(const StreamSocket&) = delete;
+
+    /// Asked before the other side is waited for, and ten times a second meanwhile: when it says
+    /// no, the call fails.
+    void setGoesOn(const std::function<bool()>& goesOn) { m_goesOn = goesOn; }
+
+    /// Connects to "unix:PATH" or to "HOST:PORT"; false when nobody listens there, or answers
+    /// within some seconds.
+    bool connectTo(const QString& address);
+
+    /// Asked whenever nothing came for the time of silence of an exchange, `looks` times in a row,
+    /// whether to wait on; it takes the place of the limits of time. Nobody waits on without it.
+    using Patience = std::function<bool(int looks)>;
+    void setPatience(const Patience& patience) { m_patience = patience; }
+
+    /// Sends `bytes`, and receives until `isWhole` says that the answer is. False when the other
+    /// side left, or did not keep to the limits; the connection then ends, so that an answer that
+    /// comes late is not taken for the next one.
+    bool exchange(const QByteArray& bytes, const std::function<bool(const QByteArray&)>& isWhole,
+        QByteArray& answer, const ExchangeLimits& limits);
+
+    bool isConnected() const { return m_handle >= 0; }
+    void disconnect();
+
+    /// Why the last call failed.
+    const QString& error() const { return m_error; }
+
+private:
+    class Wait;
+
+    bool fail(const QString& error);
+    bool failUnlessLater();
+    bool connectToHost(const QByteArray& host, const QByteArray& port);
+    bool connectToAddress(const addrinfo& at);
+    bool finishConnecting();
+    bool sendSome(const QByteArray& bytes, int& sent);
+    bool receiveSome(QByteArray& answer);
+
+    int m_handle = -1;
+    Patience m_patience;
+    QString m_error = "not connected";
+    std::function<bool()> m_goesOn;
+};
+
+}
+
+#endif

@@ -1,0 +1,191 @@
+#include "oxacapture/target/window_decoder.h"
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+qint64 completeWindows(const CoreStatus& status, const TriggerSetup& setup)
+{
+    return status.complete ? setup.windowNum : status.windows;
+}
+
+qint64 samplesFromTrigger(const TriggerSetup& setup)
+{
+    return setup.captureAmount - setup.triggerPos;
+}
+
+bool hasOpenWindow(const CoreStatus& status) { return status.open && !status.complete; }
+
+// The words of one window, counted from its first, round and round.
+class WindowWords {
+public:
+    WindowWords(const BitString& memory, int signalCount, int wordBits, qint64 first, qint64 amount)
+        : m_memory(memory)
+        , m_signalCount(signalCount)
+        , m_wordBits(wordBits)
+        , m_first(first)
+        , m_amount(amount)
+    {
+    }
+
+    bool isMarked(qint64 word) const { return m_memory.at(at(word) + m_signalCount); }
+
+    /// The first marked word from 0 to `end` - 1; `kNoSample` when there is none.
+    qint64 firstMarked(qint64 end) const
+    {
+        for (qint64 word = 0; word < end; ++word) {
+            if (isMarked(word))
+                return word;
+        }
+        return kNoSample;
+    }
+
+    SampleTable samples(qint64 from, qint64 count) const
+    {
+        const SampleLayout layout({m_signalCount});
+        SampleTable table(layout);
+        std::vector<quint64> row(size_t(layout.rowWords()));
+        for (qint64 word = from; word < from + count; ++word) {
+            for (int i = 0; i < layout.words(0); ++i)
+                row[size_t(i)]
+                    = m_memory.number(at(word) + 64 * i, std::min(64, m_signalCount - 64 * i));
+            table.append(row.data());
+        }
+        return table;
+    }
+
+private:
+    int at(qint64 word) const
+    {
+        const qint64 inWindow = (word % m_amount + m_amount) % m_amount;
+        return int(m_first + inWindow) * m_wordBits;
+    }
+
+    const BitString& m_memory;
+    int m_signalCount;
+    int m_wordBits;
+    qint64 m_first;
+    qint64 m_amount;
+};
+
+DecodedWindow cut(const WindowWords& words, qint64 from, qint64 trigger, qint64 end)
+{
+    return {words.samples(from, end - from), trigger - from};
+}
+
+DecodedWindow completeWindow(
+    const WindowWords& words, const TriggerSetup& setup, qint64 trigger, bool isShort)
+{
+    const qint64 end = trigger + samplesFromTrigger(setup);
+    return cut(words, isShort ? 0 : end - setup.captureAmount, trigger, end);
+}
+
+// Of a window that a stop cut short: its last sample is in front of the status's position.
+DecodedWindow openWindow(
+    const WindowWords& words, const TriggerSetup& setup, const CoreStatus& status, qint64 trigger)
+{
+    const qint64 from = trigger - setup.triggerPos;
+    if (!status.wentRound)
+        return cut(words, std::max(from, qint64(0)), trigger, status.position);
+    const qint64 behind = (status.position - trigger + setup.captureAmount) % setup.captureAmount;
+    return cut(words, from, trigger, trigger + behind);
+}
+
+// Of a window that ends where the status says; `kNoSample` when it would lie in front of it.
+qint64 endTrigger(const CoreStatus& status, const TriggerSetup& setup, bool isShort)
+{
+    const qint64 trigger = status.position - samplesFromTrigger(setup);
+    return trigger >= 0 ? trigger : isShort ? kNoSample : trigger + setup.captureAmount;
+}
+
+// What no core at rest says of a run with these settings: a status that arrives whole can still be
+// that of a target which is none of ours.
+QString complaint(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    if (status.position > (core.lite ? core.depth : setup.captureAmount))
+        return QString("it stands at sample %1, which its memory does not have")
+            .arg(status.position);
+    if (!core.lite && completeWindows(status, setup) > setup.windowNum)
+        return QString("it took %1 windows instead of %2")
+            .arg(QString::number(status.windows), QString::number(setup.windowNum));
+    return {};
+}
+
+}
+
+qint64 usedWords(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    if (core.lite)
+        return status.complete ? core.depth : status.position;
+    return (completeWindows(status, setup) + (hasOpenWindow(status) ? 1 : 0)) * setup.captureAmount;
+}
+
+qint64 waitingWords(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    if (core.lite || status.complete || status.open)
+        return 0;
+    return status.wentRound ? setup.captureAmount : status.position;
+}
+
+bool samplesSuffice(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
+{
+    return !core.lite && core.signalCount > 0 && setup.windowNum == 1 && status.complete;
+}
+
+bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
+    const BitString& shortOnes, const BitString& memory, std::vector<DecodedWindow>& windows,
+    QString& error)
+{
+    windows.clear();
+    error = complaint(core, status, setup);
+    if (!error.isEmpty())
+        return false;
+    const qint64 words = usedWords(core, status, setup);
+    if (core.lite) {
+        if (words > 0)
+            windows.push_back(
+                {WindowWords(memory, core.signalCount, core.wordBits(), 0, words).samples(0, words),
+                    kNoSample});
+        return true;
+    }
+    const qint64 amount = setup.captureAmount;
+    const bool unmarked = samplesSuffice(core, status, setup);
+    const int wordBits = unmarked ? core.signalCount : core.wordBits();
+    for (qint64 window = 0; window * amount < words; ++window) {
+        const WindowWords own(memory, core.signalCount, wordBits, window * amount, amount);
+        const bool isOpen = window == completeWindows(status, setup);
+        const bool isShort = !isOpen && shortOnes.at(int(window));
+        const qint64 trigger = unmarked
+            ? endTrigger(status, setup, isShort)
+            : own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
+        // What stopped after its trigger has gone past it.
+        if (trigger == kNoSample || (isOpen && trigger == status.position % amount)) {
+            error = QString("window %1 has no trigger").arg(window);
+            return false;
+        }
+        windows.push_back(isOpen ? openWindow(own, setup, status, trigger)
+                                 : completeWindow(own, setup, trigger, isShort));
+    }
+    return true;
+}
+
+bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
+    const BitString& memory, SampleTable& samples, QString& error)
+{
+    samples = SampleTable(SampleLayout({core.signalCount}));
+    error = complaint(core, status, setup);
+    const qint64 count = waitingWords(core, status, setup);
+    if (!error.isEmpty() || count == 0)
+        return error.isEmpty();
+    const WindowWords words(memory, core.signalCount, core.wordBits(),
+        usedWords(core, status, setup), setup.captureAmount);
+    if (words.firstMarked(count) != kNoSample)
+        error = "it waits for a trigger, but its memory has a trigger";
+    else
+        samples = words.samples(status.wentRound ? status.position : 0, count);
+    return error.isEmpty();
+}
+
+}

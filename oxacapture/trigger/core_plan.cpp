@@ -1,0 +1,57 @@
+#include "oxacapture/trigger/core_plan.h"
+
+namespace OXA_CAPTURE {
+
+std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
+    const QList<OXA::AOCore_Lite*>& liteCores, const OXA::OxaArg& arg, Messages& messages)
+{
+    std::vector<CorePlan> all;
+    for (const OXA::AoCore* core : cores) {
+        CorePlan simulated;
+        simulated.core = core;
+        simulated.request = sampleRequest(*core);
+        triggerSetup(*core, simulated.name(), simulated.setup, messages);
+        simulated.powerUpPosition = powerUpPosition(*core, arg);
+        all.push_back(std::move(simulated));
+    }
+    // Of a Lite configuration only the first core becomes hardware.
+    for (const OXA::AOCore_Lite* core : liteCores.mid(0, 1)) {
+        CorePlan simulated;
+        simulated.lite = core;
+        simulated.request = sampleRequest(*core);
+        all.push_back(std::move(simulated));
+    }
+    return all;
+}
+
+ModelRun runModel(const CorePlan& core, const SampleTable& samples, qint64 forceAt)
+{
+    return core.lite ? runModel(*core.lite, samples) : runModel(core.setup, samples, forceAt);
+}
+
+QString unknownBitsWarning(const CorePlan& core, const SampleTable& samples,
+    const TriggerProgress& progress, qint64 forceAt)
+{
+    for (size_t unit = 0; unit < progress.firstUnknown.size(); ++unit) {
+        const qint64 first = progress.firstUnknown[unit];
+        if (first == kNoSample || !dependsOnUnknown(core.setup, samples, forceAt))
+            continue;
+        return QString("unknown values decide when it triggers; M%1 first compares one at sample "
+                       "%2, as 0")
+            .arg(QString::number(core.setup.units[unit].index), QString::number(first));
+    }
+    return {};
+}
+
+CapturedCore capturedCore(const CorePlan& core, const SampleTable& samples, const ModelRun& run)
+{
+    CapturedCore captured;
+    captured.index = core.index();
+    captured.items = core.items();
+    captured.windows = cutWindows(run.windows, samples);
+    if (core.core)
+        captured.progress = progressText(core.setup, run.progress);
+    return captured;
+}
+
+}

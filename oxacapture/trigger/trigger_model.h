@@ -1,0 +1,106 @@
+#ifndef OXACAPTURE_TRIGGER_TRIGGER_MODEL_H
+#define OXACAPTURE_TRIGGER_TRIGGER_MODEL_H
+
+#include "oxacapture/trigger/trigger_setup.h"
+#include "oxacapture/waveform/sample_table.h"
+
+namespace OXA_CAPTURE {
+
+constexpr qint64 kNoSample = -1;
+
+/// Consecutive samples that a core keeps, by their numbers in what it samples.
+struct Window {
+    qint64 firstSample = 0;
+    qint64 samples = 0; ///< taken so far
+    qint64 triggerSample = kNoSample; ///< none in a core without triggers
+};
+
+/// What happens at one sample. Bit k of a mask is unit k's.
+struct SampleEvents {
+    bool armed = false; ///< the trigger is being looked for; else the masks and `reached` are 0
+    quint32 matches = 0; ///< units whose comparison holds
+    quint32 outputs = 0; ///< units that are true after their counters
+    bool satisfied = false; ///< the expression of the level `reached` before this sample
+    int reached = 0; ///< expressions of the sequence satisfied, this sample included
+    bool trigger = false;
+    bool captured = false; ///< the sample came at or behind a trigger, within its window
+};
+
+/// How far a run got.
+struct TriggerProgress {
+    int reached = 0; ///< expressions of the sequence satisfied since the last arming
+    std::vector<qint64> matches; ///< of every unit of the setup, while armed
+    std::vector<qint64> firstUnknown; ///< sample at which a unit first compared an unknown bit
+};
+
+/// What a core does, sample by sample: the definition that the hardware is held to.
+///
+/// The core is armed before its first sample. Every unit compares its port's value with its
+/// registers, and for edges with the sample before; the very first sample has no edge. Its counter,
+/// if it has one, lets through the match that completes the count. The levels' expressions have to
+/// be satisfied one after the other, each at a later sample than the one before; the last one's
+/// sample is the trigger. A window then takes its samples, shorter in front when the trigger came
+/// early; after its last sample counters and sequence begin anew for the next window.
+class OXACAPTURE_EXPORT TriggerModel {
+public:
+    /// `setup` and samples of `layout` have to belong together.
+    TriggerModel(TriggerSetup setup, const SampleLayout& layout);
+
+    /// Takes the next sample; `force` makes it the trigger unless a window is open.
+    SampleEvents take(const quint64* row, bool force = false);
+
+    /// The windows so far; an unfinished one holds what was taken.
+    const std::vector<Window>& windows() const { return m_windows; }
+    bool finished() const { return m_state == Finished; }
+    const TriggerProgress& progress() const { return m_progress; }
+
+private:
+    enum State { Armed, Open, Finished };
+
+    quint32 compareUnits(const quint64* row);
+    quint32 countMatches(quint32 matches);
+    bool advance(quint32 outputs, SampleEvents& events);
+    void openWindow();
+    void closeFullWindow();
+
+    TriggerSetup m_setup;
+    SampleLayout m_layout;
+    State m_state = Armed;
+    qint64 m_sample = 0; ///< the one being taken
+    qint64 m_armedAt = 0;
+    std::vector<quint64> m_previous;
+    std::vector<qint64> m_counts; ///< matches of each unit towards its next output
+    std::vector<Window> m_windows;
+    TriggerProgress m_progress;
+};
+
+/// What a model run yields.
+struct ModelRun {
+    std::vector<Window> windows;
+    TriggerProgress progress;
+    std::vector<SampleEvents> events; ///< one a sample, when they were asked for
+};
+
+/// Runs all of `samples`; sample `forceAt` is forced to be a trigger (`kNoSample`: none).
+OXACAPTURE_EXPORT ModelRun runModel(const TriggerSetup& setup, const SampleTable& samples,
+    qint64 forceAt = kNoSample, bool withEvents = false);
+
+/// What a Lite core captures of `samples`: the first ones, without a trigger.
+OXACAPTURE_EXPORT ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTable& samples);
+
+/// Whether the windows would be others if unknown bits counted as 1.
+OXACAPTURE_EXPORT bool dependsOnUnknown(
+    const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt = kNoSample);
+
+/// Matches that a core's hardware counts of each unit; more are counted as so many.
+constexpr qint64 kCountedMatches = 255;
+
+/// "M0 matched 12 times", for a core's user.
+OXACAPTURE_EXPORT QString matchesText(int unit, qint64 matches);
+
+/// How far a core without a trigger got, for its user: "level 1 of 3 reached, M0 matched 12 times".
+OXACAPTURE_EXPORT QString progressText(const TriggerSetup& setup, const TriggerProgress& progress);
+
+}
+
+#endif

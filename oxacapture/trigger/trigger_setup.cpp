@@ -1,0 +1,233 @@
+#include "oxacapture/trigger/trigger_setup.h"
+
+#include "oxacapture/trigger/dynamic_expression.h"
+#include "oxacapture/trigger/static_expression.h"
+
+#include "oxautils/encoding/match_registers.h"
+
+#include <dev/device_db.h>
+
+#include <QBitArray>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTextStream>
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kMostLevels = 16;
+constexpr int kWidestCounter = 32; // bits
+
+// Collects what is wrong with one core.
+class Complaints {
+public:
+    Complaints(QString place, Messages& messages)
+        : m_place(std::move(place))
+        , m_messages(messages)
+    {
+    }
+
+    void add(const QString& part, const QString& text)
+    {
+        m_messages.append(
+            {m_place.isEmpty() || part.isEmpty() ? m_place + part : m_place + ", " + part, text});
+    }
+
+private:
+    QString m_place;
+    Messages& m_messages;
+};
+
+// Bit 0 of `bits` is the most significant.
+std::vector<quint64> wordsOf(const QBitArray& bits)
+{
+    std::vector<quint64> words(size_t(bits.size() + 63) / 64);
+    for (int bit = 0; bit < bits.size(); ++bit) {
+        const int fromLeast = bits.size() - 1 - bit;
+        if (bits.testBit(bit))
+            words[size_t(fromLeast / 64)] |= quint64(1) << (fromLeast % 64);
+    }
+    return words;
+}
+
+QString unitComplaint(const OXA::MatchUnit& unit)
+{
+    if (!unit.trigger || unit.trigger->signalList.isEmpty())
+        return "it has no trigger port with signals";
+    if (OXA::type2string(unit.matchType).isEmpty())
+        return QString("there is no match type %1").arg(unit.matchType);
+    if (!OXA::optionalFunctions(unit.matchType).contains(unit.matchFunc))
+        return QString("its type, \"%1\", has no function %2")
+            .arg(OXA::type2string(unit.matchType), QString::number(unit.matchFunc));
+    if (!unit.counterEnable)
+        return {};
+    if (unit.counterWidth < 1 || unit.counterWidth > kWidestCounter)
+        return QString("a counter cannot have %1 bits").arg(unit.counterWidth);
+    if (unit.counter < 1 || unit.counter > qint64(1) << unit.counterWidth)
+        return QString("a counter of %1 bits cannot count to %2")
+            .arg(QString::number(unit.counterWidth), QString::number(unit.counter));
+    return {};
+}
+
+UnitSetup unitSetup(const OXA::AoCore& core, OXA::MatchUnit& unit)
+{
+    QBitArray m0;
+    QBitArray m1;
+    QBitArray m2;
+    OXA::bitForM(&unit, m0, m1, m2);
+    if (!OXA::matchTypeHasEdges(unit.matchType))
+        m2.fill(false);
+    UnitSetup setup;
+    setup.index = unit.index;
+    setup.field = 1 + core.availableTriggers().indexOf(unit.trigger);
+    setup.func = unit.matchFunc;
+    setup.m0 = wordsOf(m0);
+    setup.m1 = wordsOf(m1);
+    setup.m2 = wordsOf(m2);
+    setup.counter = unit.counterEnable ? unit.counter : 0;
+    setup.continuous = unit.continuous;
+    return setup;
+}
+
+void addUnits(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
+{
+    for (OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        const QString complaint = unitComplaint(*unit);
+        if (complaint.isEmpty())
+            setup.units.push_back(unitSetup(core, *unit));
+        else
+            complaints.add(QString("M%1").arg(unit->index), complaint);
+    }
+}
+
+void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
+{
+    std::vector<bool> enabled;
+    for (const OXA::MatchUnit* unit : core.matchUnits)
+        enabled.push_back(unit->enabled);
+    if (core.expressions.size() > kMostLevels)
+        complaints.add({}, QString("it has more than %1 expressions").arg(kMostLevels));
+    for (int level = 0; level < core.expressions.size(); ++level) {
+        const QString& text = core.expressions.at(level);
+        TriggerTable table;
+        QString error;
+        const bool ok = core.expressionType == 1 ? compileDynamic(text, enabled, table, error)
+                                                 : compileStatic(text, table, error);
+        if (!ok)
+            complaints.add(QString("expression %1").arg(level), error);
+        setup.levels.push_back(table);
+    }
+}
+
+// Samples behind the trigger, as the core's registers say it at power-up. They depend on nothing
+// but what is copied here, and the values of wide units take long to write.
+qint64 samplesBehindTrigger(const OXA::AoCore& core, const OXA::OxaArg& arg)
+{
+    static const QRegularExpression depth("DATA_DEPTH_INIT = \\d+'h0*(-?)([0-9a-f]+);");
+    OXA::AoCore bare(core.index);
+    bare.captureAmount = core.captureAmount;
+    bare.triggerPos = core.triggerPos;
+    bare.expressionType = core.expressionType;
+    QString text;
+    QTextStream out(&text);
+    OXA::generateRegister(&bare, out, arg.package, arg.configFile.endsWith("oxa") ? 0 : 1);
+    // MAX_DATA_DEPTH_INIT, which has the same ending, stands in front.
+    const auto match = depth.match(text, text.indexOf(" DATA_DEPTH_INIT"));
+    const qint64 value = match.captured(2).toLongLong(nullptr, 16);
+    const int allowance = core.expressionType == 1 ? 4 : 3;
+    return (match.captured(1).isEmpty() ? value : -value) + allowance - 1;
+}
+
+void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
+{
+    setup.captureAmount = core.captureAmount;
+    setup.triggerPos = core.triggerPos;
+    setup.windowNum = core.windowNum;
+    if (core.captureAmount < 1 || core.windowNum < 1)
+        complaints.add({},
+            QString("it takes %1 windows of %2 samples")
+                .arg(QString::number(core.windowNum), QString::number(core.captureAmount)));
+    else if (setup.captureAmount * setup.windowNum > core.storageDepth)
+        complaints.add({},
+            QString("its memory of %1 samples does not hold %2 windows of %3")
+                .arg(QString::number(core.storageDepth), QString::number(core.windowNum),
+                    QString::number(core.captureAmount)));
+    else if (core.triggerPos < 0 || core.triggerPos >= core.captureAmount)
+        complaints.add({},
+            QString("a window of %1 samples has no trigger position %2")
+                .arg(QString::number(core.captureAmount), QString::number(core.triggerPos)));
+}
+
+}
+
+SampleRequest sampleRequest(const OXA::AoCore& core)
+{
+    // Forcing the trigger by the falling edge takes the samples there too.
+    SampleRequest request {
+        core.sampleClock, core.trigType == 1 || core.forceTriggerByFallingEdge, {}};
+    request.fields.push_back(core.dataSignals());
+    for (const OXA::TriggerPort* port : core.availableTriggers())
+        request.fields.push_back(port->singleSignals());
+    return request;
+}
+
+SampleRequest sampleRequest(const OXA::AOCore_Lite& core)
+{
+    return {core.sampleClock, core.trigType == 1, {core.dataSignals()}};
+}
+
+qint64 powerUpPosition(const OXA::AoCore& core, const OXA::OxaArg& arg)
+{
+    return core.captureAmount - 1 - std::max(samplesBehindTrigger(core, arg), qint64(0));
+}
+
+PowerUpShift powerUpShift(const OXA::AoCore& core, const QString& configFile)
+{
+    PowerUpShift shift;
+    OXA::OxaArg arg;
+    arg.configFile = configFile;
+    QSet<QString> seen;
+    const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
+    for (const DEV::ChipInfo& chip : chips) {
+        arg.package = chip.name;
+        if (seen.contains(chip.name))
+            continue;
+        seen += chip.name;
+        const qint64 position = powerUpPosition(core, arg);
+        if (position == core.triggerPos)
+            continue;
+        shift.position = position;
+        shift.devices += chip.name;
+    }
+    return shift;
+}
+
+QString powerUpText(const OXA::AoCore& core, const QString& configFile)
+{
+    const PowerUpShift shift = powerUpShift(core, configFile);
+    const QString text = QString("%1 samples before the trigger").arg(core.triggerPos);
+    return shift.devices.isEmpty()
+        ? text
+        : text + QString("; %1 on ").arg(shift.position) + shift.devices.join(", ");
+}
+
+bool triggerSetup(
+    const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Messages& messages)
+{
+    const int before = messages.size();
+    Complaints complaints(place, messages);
+    setup = {};
+    if (core.trigType != 0 && core.trigType != 1)
+        complaints.add({}, QString("there is no sampling edge %1").arg(core.trigType));
+    if (core.dataSignals().isEmpty())
+        complaints.add({}, "it captures no signal");
+    addUnits(core, setup, complaints);
+    addLevels(core, setup, complaints);
+    addWindows(core, setup, complaints);
+    return messages.size() == before;
+}
+
+}

@@ -1,0 +1,85 @@
+#include "oxacapture/waveform/vcd_words.h"
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr size_t kShownLength = 40;
+
+}
+
+QString quoted(std::string_view word)
+{
+    QString shown;
+    for (const char c : word.substr(0, kShownLength))
+        shown += c >= ' ' && c <= '~' ? QChar::fromLatin1(c) : QChar('?');
+    return '"' + shown + (word.size() > kShownLength ? "...\"" : "\"");
+}
+
+VcdWords::VcdWords(const QString& path)
+    : m_path(path)
+    , m_file(path)
+    , m_tokens(m_file)
+{
+}
+
+bool VcdWords::open()
+{
+    if (m_file.open(QIODevice::ReadOnly))
+        return true;
+    message = {m_path, "cannot be read: " + m_file.errorString()};
+    return false;
+}
+
+bool VcdWords::next(std::string_view& word)
+{
+    if (m_tokens.next(word))
+        return true;
+    if (m_tokens.overlong())
+        fail("a word is longer than any value change dump has; this is not one");
+    else if (m_tokens.failed())
+        fail("cannot be read further: " + m_file.errorString());
+    return false;
+}
+
+bool VcdWords::untilEnd(std::string_view section, std::vector<std::string>& words)
+{
+    words.clear();
+    std::string_view word;
+    const std::string name(section); // the word that it views goes with the next one
+    while (next(word)) {
+        if (word == "$end")
+            return true;
+        words.emplace_back(word);
+    }
+    return failAtEnd("inside " + QString::fromStdString(name));
+}
+
+bool VcdWords::skipToEnd(std::string_view section)
+{
+    std::string_view word;
+    const std::string name(section);
+    while (next(word)) {
+        if (word == "$end")
+            return true;
+    }
+    return failAtEnd("inside " + QString::fromStdString(name));
+}
+
+bool VcdWords::fail(const QString& text)
+{
+    message = {QString("%1:%2").arg(m_path, QString::number(m_tokens.line())), text};
+    return false;
+}
+
+bool VcdWords::failAtEnd(const QString& where)
+{
+    return message.text.isEmpty() ? fail("the file ends " + where) : false;
+}
+
+int VcdWords::percentRead() const
+{
+    return m_file.size() > 0 ? int(100 * m_tokens.position() / m_file.size()) : 0;
+}
+
+}

@@ -1,0 +1,237 @@
+#include "oxacapture/waveform/waveform_sampler.h"
+
+#include "oxacapture/waveform/signal_finder.h"
+
+#include <QSet>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+// Where a waveform's bit goes: into a core's row, or to a clock.
+struct BitUse {
+    int bit; // of the variable
+    int core;
+    int field;
+    int place; // of the field
+};
+
+struct ClockUse {
+    int bit;
+    int clock;
+};
+
+struct Slot {
+    std::string value; // settled: as it was before the time being read
+    std::string next;
+    bool changed = false;
+    std::vector<BitUse> uses;
+    std::vector<ClockUse> clocks;
+};
+
+struct CoreSampler {
+    int clock;
+    bool activeLevel;
+    std::vector<quint64> row; // the settled values
+};
+
+Logic logicOf(char c) { return c == '1' ? Logic::One : c == '0' ? Logic::Zero : Logic::Unknown; }
+
+class Sampler : public VcdSink {
+public:
+    Sampler(const VcdReader& waveform, SampledWaveform& result)
+        : m_waveform(waveform)
+        , m_finder(waveform)
+        , m_result(result)
+    {
+    }
+
+    void plan(const std::vector<SampleRequest>& requests, Messages& messages);
+    const std::vector<int>& watched() const { return m_watched; }
+
+    void change(int slot, std::string_view bits) override;
+    void endOfTime(quint64 time) override;
+
+private:
+    void planCore(int core, const SampleRequest& request);
+    int planClock(const QString& name);
+    Slot& slotOf(int code);
+    WaveformBit find(const QString& name);
+    void seeClock(int clock, char level, bool& firstEdge);
+    void takeSamples(const ClockEdge& edge);
+    void settle(Slot& slot);
+
+    const VcdReader& m_waveform;
+    SignalFinder m_finder;
+    SampledWaveform& m_result;
+    Messages* m_messages = nullptr;
+    QSet<QString> m_reported;
+    std::vector<int> m_watched; // codes, by slot
+    std::vector<int> m_slotOfCode;
+    std::vector<Slot> m_slots;
+    std::vector<int> m_changed;
+    std::vector<CoreSampler> m_cores;
+    std::vector<char> m_levels; // of the clocks; 'x' until one is known
+};
+
+void Sampler::plan(const std::vector<SampleRequest>& requests, Messages& messages)
+{
+    m_messages = &messages;
+    for (size_t core = 0; core < requests.size(); ++core)
+        planCore(int(core), requests[core]);
+    m_levels.assign(size_t(m_result.clocks.size()), 'x');
+}
+
+void Sampler::planCore(int core, const SampleRequest& request)
+{
+    std::vector<int> widths;
+    for (const QStringList& names : request.fields)
+        widths.push_back(names.size());
+    m_result.cores.emplace_back(SampleLayout(widths));
+    const SampleLayout& layout = m_result.cores.back().layout();
+    m_cores.push_back({planClock(request.clock), !request.fallingEdge,
+        std::vector<quint64>(size_t(layout.rowWords()))});
+
+    for (int field = 0; field < layout.fieldCount(); ++field) {
+        const QStringList& names = request.fields[size_t(field)];
+        for (int place = 0; place < names.size(); ++place) {
+            setBit(layout, m_cores.back().row, field, place, Logic::Unknown);
+            const WaveformBit found = find(names.at(place));
+            if (found.code >= 0)
+                slotOf(found.code).uses.push_back({found.bit, core, field, place});
+        }
+    }
+}
+
+int Sampler::planClock(const QString& name)
+{
+    const int known = m_result.clocks.indexOf(name);
+    if (known >= 0)
+        return known;
+    const int clock = m_result.clocks.size();
+    m_result.clocks += name;
+    const WaveformBit found = find(name);
+    if (found.code >= 0)
+        slotOf(found.code).clocks.push_back({found.bit, clock});
+    return clock;
+}
+
+// A signal that several cores or fields name is reported once.
+WaveformBit Sampler::find(const QString& name)
+{
+    const WaveformBit found = m_finder.find(name, m_reported.contains(name) ? nullptr : m_messages);
+    if (found.code < 0)
+        m_reported += name;
+    return found;
+}
+
+Slot& Sampler::slotOf(int code)
+{
+    if (size_t(code) >= m_slotOfCode.size())
+        m_slotOfCode.resize(size_t(code) + 1, -1);
+    int& slot = m_slotOfCode[size_t(code)];
+    if (slot < 0) {
+        slot = int(m_slots.size());
+        m_slots.emplace_back();
+        m_watched.push_back(code);
+    }
+    return m_slots[size_t(slot)];
+}
+
+void Sampler::change(int slot, std::string_view bits)
+{
+    Slot& changed = m_slots[size_t(slot)];
+    changed.next = bits;
+    if (!changed.changed)
+        m_changed.push_back(slot);
+    changed.changed = true;
+}
+
+void Sampler::endOfTime(quint64)
+{
+    bool firstEdge = true;
+    for (const int slot : m_changed) {
+        for (const ClockUse& use : m_slots[size_t(slot)].clocks)
+            seeClock(use.clock, m_slots[size_t(slot)].next[size_t(use.bit)], firstEdge);
+    }
+    for (const int slot : m_changed)
+        settle(m_slots[size_t(slot)]);
+    m_changed.clear();
+}
+
+void Sampler::seeClock(int clock, char level, bool& firstEdge)
+{
+    char& known = m_levels[size_t(clock)];
+    if (level == known || (level != '0' && level != '1'))
+        return;
+    if (known != 'x') {
+        m_result.edges.push_back({quint16(clock), level == '1', !firstEdge});
+        firstEdge = false;
+        takeSamples(m_result.edges.back());
+    }
+    known = level;
+}
+
+void Sampler::takeSamples(const ClockEdge& edge)
+{
+    for (size_t core = 0; core < m_cores.size(); ++core) {
+        if (m_cores[core].clock == edge.clock && m_cores[core].activeLevel == edge.level)
+            m_result.cores[core].append(m_cores[core].row.data());
+    }
+}
+
+void Sampler::settle(Slot& slot)
+{
+    for (const BitUse& use : slot.uses) {
+        const char now = slot.next[size_t(use.bit)];
+        if (!slot.value.empty() && slot.value[size_t(use.bit)] == now)
+            continue;
+        CoreSampler& core = m_cores[size_t(use.core)];
+        setBit(m_result.cores[size_t(use.core)].layout(), core.row, use.field, use.place,
+            logicOf(now));
+    }
+    slot.value.swap(slot.next);
+    slot.changed = false;
+}
+
+void reportEmptyCores(
+    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, Messages& messages)
+{
+    QSet<QString> reported;
+    for (size_t core = 0; core < requests.size(); ++core) {
+        const SampleRequest& request = requests[core];
+        const QString edge = request.fallingEdge ? "falling" : "rising";
+        const QString text = "the sample clock has no " + edge + " edge in the waveform";
+        if (waveform.cores[core].size() > 0 || reported.contains(request.clock + edge))
+            continue;
+        reported += request.clock + edge;
+        messages.append({request.clock, text});
+    }
+}
+
+}
+
+bool sampleWaveform(const QString& path, const std::vector<SampleRequest>& requests,
+    SampledWaveform& result, Messages& messages, const Progress& progress)
+{
+    result = {};
+    VcdReader reader(path);
+    if (!reader.readHeader()) {
+        messages.append(reader.message());
+        return false;
+    }
+    Sampler sampler(reader, result);
+    const int before = messages.size();
+    sampler.plan(requests, messages);
+    if (messages.size() > before)
+        return false;
+    if (!reader.readChanges(sampler.watched(), sampler, progress)) {
+        if (!reader.message().text.isEmpty())
+            messages.append(reader.message());
+        return false;
+    }
+    reportEmptyCores(result, requests, messages);
+    return messages.size() == before;
+}
+
+}

@@ -1,0 +1,304 @@
+#include "oxacapture/files/capture_result.h"
+#include "oxacapture/target/window_decoder.h"
+
+#include "oxacapture/sample_text.h"
+#include "support/files.h"
+#include "support/patience.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr int kManySamples = 20000; // more than are written at once
+
+// With the two together a sigrok session is larger than 2^31 bytes.
+constexpr int kMostSamples = 1 << 20;
+constexpr int kMostBits = 1 << 15;
+
+OXA::SignalItem item(const QString& name, const QStringList& bits = {})
+{
+    OXA::SignalItem result;
+    result.name = name;
+    for (const QString& bit : bits)
+        result.subItems += item(bit);
+    return result;
+}
+
+// Core 3 takes two windows of a bus and a signal of its own, core 7 has no triggers.
+Capture twoCores()
+{
+    const SampleTable first = samplesOf({"100 011 1x0 000 111"});
+    CapturedCore core3;
+    core3.index = 3;
+    core3.items = {item("count", {"count[1]", "count[0]"}), item("a,b")};
+    core3.windows = cutWindows(
+        {
+            {0, 2, 1},
+            {3, 1, 3}
+    },
+        first);
+    CapturedCore core7;
+    core7.index = 7;
+    core7.items = {item("trigger"), item("a,b"), item("a,b")};
+    core7.windows = cutWindows(
+        {
+            {0, 4, kNoSample}
+    },
+        samplesOf({"100 011 0xx 000"}));
+    return {core3, core7};
+}
+
+// A window of `samples` samples of `width` bits, all of them 1 at two of three samples.
+CapturedCore wideCore(qint64 samples, int width)
+{
+    CapturedCore core;
+    for (int bit = 0; bit < width; ++bit)
+        core.items += item(QString("d%1").arg(bit));
+    SampleTable table(SampleLayout({width}));
+    std::vector<quint64> row(size_t(table.layout().rowWords()));
+    for (qint64 sample = 0; sample < samples; ++sample) {
+        std::fill(row.begin(), row.begin() + table.layout().words(0), sample % 3 ? ~0ull : 0);
+        table.append(row.data());
+    }
+    core.windows = cutWindows(
+        {
+            {0, samples, 0}
+    },
+        table);
+    return core;
+}
+
+}
+
+class TestCaptureFiles : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void csv();
+    void vcd();
+    void sigrok();
+    void sigrokOfManySamples();
+    void json();
+    void samplesOfACoreThatWaits_data();
+    void samplesOfACoreThatWaits();
+    void anUnwritableFileStaysAsItWas();
+    void aStoppedFileStaysAsItWas_data();
+    void aStoppedFileStaysAsItWas();
+
+private:
+    QByteArray written(const QString& name, const Capture& capture);
+
+    QTemporaryDir m_dir;
+};
+
+QByteArray TestCaptureFiles::written(const QString& name, const Capture& capture)
+{
+    QString error;
+    return writeCapture(m_dir.filePath(name), capture, &error) ? bytesOf(m_dir.filePath(name))
+                                                               : error.toUtf8();
+}
+
+void TestCaptureFiles::csv()
+{
+    QCOMPARE(written("out.csv", twoCores()),
+        QByteArray("core,window,sample,trigger,count[1],count[0],\"a,b\",trigger\n"
+                   "3,0,0,0,1,0,0,\n"
+                   "3,0,1,1,0,1,1,\n"
+                   "3,1,0,1,0,0,0,\n"
+                   "7,0,0,0,,,0,1\n"
+                   "7,0,1,0,,,1,0\n"
+                   "7,0,2,0,,,x,0\n"
+                   "7,0,3,0,,,0,0\n"));
+    CapturedCore idle;
+    idle.items = {item("d")};
+    QCOMPARE(written("idle.CSV", {idle}), QByteArray("core,window,sample,trigger,d\n"));
+    // To a spreadsheet these are formulas, or become some.
+    idle.items = {item("=1+1"), item("-a"), item("+"), item("@x"), item("\t=y"), item("'z"),
+        item("a;=\"b\""), item("c=-d")};
+    QCOMPARE(written("formulas.csv", {idle}),
+        QByteArray("core,window,sample,trigger,\"'=1+1\",\"'-a\",\"'+\",\"'@x\",\"'\t'=y\",\"''z\","
+                   "\"a;'=\"\"b\"\"\",c=-d\n"));
+}
+
+void TestCaptureFiles::vcd()
+{
+    QCOMPARE(QString(written("out.vcd", twoCores())).section("$timescale 1 ns $end\n", 1),
+        QString("$scope module core3 $end\n"
+                "$var wire 2 ! count [1:0] $end\n"
+                "$var wire 1 \" a,b $end\n"
+                "$var wire 1 # trigger $end\n"
+                "$var integer 32 $ window $end\n"
+                "$upscope $end\n"
+                "$scope module core7 $end\n"
+                "$var wire 1 % trigger $end\n"
+                "$var wire 1 & a,b $end\n"
+                "$var wire 1 ' oxa_trigger $end\n"
+                "$var integer 32 ( window $end\n"
+                "$upscope $end\n"
+                "$enddefinitions $end\n"
+                "#0\nb00 $\nb10 !\n0\"\n0#\nb00 (\n1%\n0&\n0'\n"
+                "#1\nb01 !\n1\"\n1#\n0%\n1&\n"
+                "#2\nb01 $\nb00 !\n0\"\n1#\nx&\n"
+                "#3\nbxx !\nx\"\nx#\nbxx $\n0&\n"
+                "#4\n"));
+}
+
+void TestCaptureFiles::sigrok()
+{
+    QVERIFY(written("out.sr", twoCores()).startsWith("PK"));
+    QProcess reader;
+    reader.start("sigrok-cli", {"-i", m_dir.filePath("out.sr")});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    QCOMPARE(QString(reader.readAllStandardOutput()).section("channels\n", 1),
+        QString("count[1]:1000\n"
+                "count[0]:0100\n"
+                "core3.a,b:0100\n"
+                "core3.trigger:0110\n"
+                "core3.window:0010\n"
+                "core7.trigger:1000\n"
+                "core7.a,b:0100\n"
+                "oxa_trigger:0000\n"
+                "core7.window:0000\n"));
+}
+
+void TestCaptureFiles::sigrokOfManySamples()
+{
+    QVERIFY(written("many.sr", {wideCore(kManySamples, 1)}).startsWith("PK"));
+    QProcess reader;
+    reader.start("sigrok-cli", {"-i", m_dir.filePath("many.sr"), "-O", "binary"});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    QByteArray expected(kManySamples, '\0');
+    for (int sample = 0; sample < kManySamples; ++sample)
+        expected[sample] = sample == 0 ? 2 : sample % 3 ? 1 : 0; // the trigger is the second bit
+    QCOMPARE(reader.readAllStandardOutput(), expected);
+
+    // The beginning of one that does not fit into an array: it is not made before it is written.
+    const Capture capture {wideCore(kMostSamples, 1), wideCore(1, kMostBits)};
+    int told = 0;
+    QString error;
+    QVERIFY(!writeCapture(
+        m_dir.filePath("most.sr"), capture, &error, [&told](int) { return ++told < 5; }));
+    QVERIFY2(error.endsWith("stopped"), qPrintable(error));
+}
+
+void TestCaptureFiles::json()
+{
+    Capture capture = twoCores();
+    capture[0].windows.resize(1);
+    capture[0].windows[0].untriggered = true;
+    capture[0].windows[0].place.triggerSample = kNoSample;
+    capture[0].waited = true;
+    capture[0].level = 1;
+    capture[0].window = 2;
+    capture[0].matches = {
+        {0,  21},
+        {10, 0 }
+    };
+    QByteArray text = captureJson(capture);
+    QCOMPARE(text.replace(' ', "").replace('\n', ""),
+        QByteArray("{\"cores\":[{\"index\":3,\"level\":1,\"matches\":{\"M0\":21,\"M10\":0},"
+                   "\"triggered\":false,\"window\":2,\"windows\":["
+                   "{\"firstSample\":0,\"samples\":2,\"triggerSample\":null}]},"
+                   "{\"index\":7,\"triggered\":true,\"windows\":["
+                   "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
+}
+
+void TestCaptureFiles::samplesOfACoreThatWaits_data()
+{
+    QTest::addColumn<int>("windows"); // complete ones
+    QTest::addColumn<int>("position");
+    QTest::addColumn<bool>("wentRound");
+    QTest::addColumn<QString>("samples");
+    QTest::newRow("none yet") << 0 << 0 << false << "";
+    QTest::newRow("a few") << 0 << 3 << false << "0 1 2";
+    QTest::newRow("gone round") << 0 << 1 << true << "1 2 3 0";
+    QTest::newRow("gone round exactly") << 0 << 0 << true << "0 1 2 3";
+    QTest::newRow("behind a window") << 1 << 2 << true << "6 7 4 5";
+    QTest::newRow("with a trigger after all") << 2 << 2 << false << "has a trigger";
+}
+
+// Memory holds the numbers of its words; that of the third window has a mark.
+void TestCaptureFiles::samplesOfACoreThatWaits()
+{
+    QFETCH(int, windows);
+    QFETCH(int, position);
+    QFETCH(bool, wentRound);
+    QFETCH(QString, samples);
+    CoreIdentity core;
+    core.signalCount = 4;
+    core.depth = 16;
+    TriggerSetup setup;
+    setup.captureAmount = 4;
+    setup.windowNum = 3;
+    CoreStatus status;
+    status.windows = windows;
+    status.position = position;
+    status.wentRound = wentRound;
+    BitString memory;
+    for (quint64 word = 0; word < 12; ++word)
+        memory.append(word | (word == 9 ? 16 : 0), core.wordBits());
+    SampleTable waiting;
+    QString said;
+    if (decodeWaiting(core, status, setup, memory, waiting, said)) {
+        QStringList numbers;
+        for (qint64 sample = 0; sample < waiting.size(); ++sample)
+            numbers += QString::number(*waiting.value(sample, 0));
+        said = numbers.join(' ');
+    }
+    QVERIFY2(samples.isEmpty() ? said.isEmpty() : said.contains(samples), qPrintable(said));
+}
+
+void TestCaptureFiles::anUnwritableFileStaysAsItWas()
+{
+    QCOMPARE(written("out.txt", {}),
+        QByteArray(
+            m_dir.filePath("out.txt").toUtf8() + ": the ending has to be .vcd, .csv or .sr"));
+    QVERIFY(QDir(m_dir.path()).mkdir("dir.vcd"));
+    QVERIFY(written("dir.vcd", {}).contains("dir.vcd: cannot be written: "));
+    QVERIFY(written("none/out.csv", {}).contains("none/out.csv: cannot be written: "));
+    QVERIFY(QFile::link("/dev/full", m_dir.filePath("full.csv")));
+    QVERIFY(written("full.csv", twoCores()).contains("cannot be written: No space left on device"));
+}
+
+void TestCaptureFiles::aStoppedFileStaysAsItWas_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char* name : {"stopped.vcd", "stopped.csv", "stopped.sr"})
+        QTest::newRow(name) << name;
+}
+
+// Wherever it is stopped: at its beginning, at each of its steps, before it takes the old file's
+// place. What was told in between never goes back.
+void TestCaptureFiles::aStoppedFileStaysAsItWas()
+{
+    QFETCH(QString, name);
+    const QString path = m_dir.filePath(name);
+    writeFile(path, "old");
+    const CapturedCore core = wideCore(kManySamples, 1);
+    bool written = false;
+    for (int steps = 0; !written; ++steps) {
+        QString error;
+        std::vector<int> told;
+        written = writeCapture(path, {core}, &error, [&](int percent) {
+            told.push_back(percent);
+            return int(told.size()) <= steps;
+        });
+        QVERIFY(std::is_sorted(told.begin(), told.end()));
+        QCOMPARE(QDir(m_dir.path()).entryList({name + ".*"}), QStringList());
+        if (written) {
+            QVERIFY2(steps > 2, "it tells too seldom");
+            QCOMPARE(told.back(), 100);
+            QVERIFY(bytesOf(path) != "old");
+        } else {
+            QCOMPARE(bytesOf(path), QByteArray("old"));
+            QCOMPARE(error, path + ": cannot be written: stopped");
+        }
+    }
+}
+
+QTEST_APPLESS_MAIN(TestCaptureFiles)
+#include "test_capture_files.moc"
