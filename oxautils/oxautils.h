@@ -13,10 +13,6 @@
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
-#include "oxautils/editor/match_unit_dialog.h"
-#include "oxautils/editor/match_unit_model.h"
-#include "oxautils/editor/oxautils_common.h"
-#include "oxautils/editor/tree_line_edit.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/generate/file_names.h"
@@ -35,6 +31,14 @@
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"
 #include "oxautils/voltage/voltage.h"
+
+// Qt's build files define it for whoever links Qt Widgets, as OxaUtils::Editor does.
+#ifdef QT_WIDGETS_LIB
+#include "oxautils/editor/match_unit_dialog.h"
+#include "oxautils/editor/match_unit_model.h"
+#include "oxautils/editor/oxautils_common.h"
+#include "oxautils/editor/tree_line_edit.h"
+#endif
 
 #include <dev/device_db.h>
 #include <norvosyn/qx_synthesis_sync_proxy.h>
