@@ -33,9 +33,6 @@ Samples are counted from 0 in each window, since nothing numbers those of a chip
 Exit status 1 says that a core did not capture everything; how far it got is said, and
 what was captured is written all the same.)";
 
-constexpr char kPort[] = ":6666";
-constexpr char kHost[] = "127.0.0.1";
-
 constexpr double kMost = 1e9; // samples, windows or seconds
 constexpr double kLeastTimeout = 0.001; // s
 constexpr double kSlowestClock = 1; // Hz, the least rate of a sigrok session
@@ -43,7 +40,7 @@ constexpr double kFastestClock = 1e12; // Hz
 
 struct Options {
     QString file;
-    QString openocd = QString(kHost) + kPort;
+    QString openocd = kOpenOcdAddress;
     QString tap;
     std::vector<int> cores;
     QString output;
@@ -62,13 +59,6 @@ struct Plan {
     std::vector<BuiltConfiguration> builds;
     std::vector<size_t> chosen; // places of the cores that run
 };
-
-QString serverAddress(const QString& text)
-{
-    if (text.startsWith(':'))
-        return kHost + text;
-    return text.contains(':') ? text : text + kPort;
-}
 
 std::vector<size_t> chosenCores(
     const Options& options, const std::vector<CorePlan>& cores, Messages& messages)
@@ -173,7 +163,7 @@ std::unique_ptr<CaptureSession> findChip(const Options& options, const Plan& pla
     OpenOcdLink& link, const std::function<bool()>& goesOn, QString& error)
 {
     link.setGoesOn(goesOn);
-    if (!link.connectTo(serverAddress(options.openocd))) {
+    if (!link.connectTo(options.openocd)) {
         error = link.error();
         return nullptr;
     }

@@ -47,6 +47,16 @@ foreach tap [jtag names] {
 }
 set oxautils_list)";
 
+// The address with a host and a port.
+QString serverAddress(const QString& text)
+{
+    const QString usual = kOpenOcdAddress;
+    if (text.startsWith(':'))
+        return usual.section(':', 0, 0) + text;
+    const QString behindHost = text.startsWith('[') ? text.section(']', 1) : text; // IPv6
+    return behindHost.contains(':') ? text : text + ':' + usual.section(':', 1);
+}
+
 QByteArray fieldText(const BitString& bits, int from, int size)
 {
     QByteArray digits;
@@ -100,9 +110,10 @@ bool OpenOcdLink::connectTo(const QString& address)
 {
     m_owns = false;
     m_irscan.clear();
-    m_address = address;
-    return m_socket.connectTo(address) ? listTaps()
-                                       : fail("OpenOCD: " + m_socket.error() + "; is it running?");
+    m_address = serverAddress(address);
+    return m_socket.connectTo(m_address)
+        ? listTaps()
+        : fail("OpenOCD: " + m_socket.error() + "; is it running?");
 }
 
 bool OpenOcdLink::listTaps()

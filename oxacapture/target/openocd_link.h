@@ -8,6 +8,9 @@
 
 namespace OXA_CAPTURE {
 
+/// OpenOCD's Tcl server, unless a user names another one.
+constexpr char kOpenOcdAddress[] = "127.0.0.1:6666";
+
 /// One device of a chain that OpenOCD drives, through OpenOCD's Tcl server.
 ///
 /// OpenOCD knows the chain: it finds the instruction's length, and keeps the other devices in
@@ -24,7 +27,8 @@ public:
     /// Asked while OpenOCD is waited for, as of a `StreamSocket`.
     void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
 
-    /// Connects to the Tcl server at "HOST:PORT", and lists the chain.
+    /// Connects to the Tcl server at "HOST:PORT", and lists the chain. What is left out of the
+    /// address, the host or the port with its colon, is that of `kOpenOcdAddress`.
     bool connectTo(const QString& address);
 
     /// The names of the TAPs that OpenOCD knows, in the chain's order.

@@ -100,7 +100,10 @@ bool StreamSocket::connectTo(const QString& address)
         m_handle = connectToPath(QFile::encodeName(address.mid(5)));
         m_error = m_handle < 0 ? std::strerror(errno) : "";
     } else {
-        connectToHost(address.section(':', 0, -2).toUtf8(), address.section(':', -1).toUtf8());
+        const QString host = address.section(':', 0, -2);
+        const bool enclosed = host.startsWith('[') && host.endsWith(']');
+        connectToHost((enclosed ? host.mid(1, host.size() - 2) : host).toUtf8(),
+            address.section(':', -1).toUtf8());
     }
     return m_handle >= 0 || fail(QString("cannot connect to %1: %2").arg(address, m_error));
 }

@@ -31,8 +31,8 @@ public:
     /// no, the call fails.
     void setGoesOn(const std::function<bool()>& goesOn) { m_goesOn = goesOn; }
 
-    /// Connects to "unix:PATH" or to "HOST:PORT"; false when nobody listens there, or answers
-    /// within some seconds.
+    /// Connects to "unix:PATH" or to "HOST:PORT", where brackets enclose an IPv6 address; false
+    /// when nobody listens there, or answers within some seconds.
     bool connectTo(const QString& address);
 
     /// Asked whenever nothing came for the time of silence of an exchange, `looks` times in a row,

@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <future>
+#include <netdb.h>
 #include <random>
 
 using namespace OXA_CAPTURE;
@@ -178,7 +179,10 @@ void TestOpenOcdLink::serversThatAreNone()
     server.close();
     QVERIFY(!link.connectTo(address));
     QVERIFY2(link.error().contains("Connection refused; is it running?"), qPrintable(link.error()));
-    QVERIFY(!link.connectTo("no.such.host.invalid:6666"));
+    QVERIFY(!link.connectTo("no.such.host.invalid"));
+    QVERIFY2(link.error().contains("no.such.host.invalid:6666: "), qPrintable(link.error()));
+    QVERIFY(!link.connectTo("[::1]:1")); // the brackets are no part of the host
+    QVERIFY2(!link.error().contains(gai_strerror(EAI_NONAME)), qPrintable(link.error()));
     QVERIFY(!link.connectTo(""));
 }
 

@@ -22,7 +22,6 @@
 
 namespace {
 
-constexpr char kAddress[] = "127.0.0.1:6666"; // where OpenOCD listens
 constexpr char kAddressSetting[] = "target/openocd";
 constexpr char kTapSetting[] = "target/tap";
 constexpr int kProblemLines = 3; // in sight
@@ -43,7 +42,8 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     , m_document(document)
     , m_job(new TargetJob(this))
     , m_save(new SaveJob(this))
-    , m_address(new QLineEdit(QSettings().value(kAddressSetting, kAddress).toString()))
+    , m_address(new QLineEdit(
+          QSettings().value(kAddressSetting, OXA_CAPTURE::kOpenOcdAddress).toString()))
     , m_tap(new QLineEdit(QSettings().value(kTapSetting).toString()))
     , m_builtFrom(new QLineEdit)
     , m_cores(new QTreeWidget)
