@@ -7,9 +7,7 @@
 #include "simulation_inputs.h"
 #include "work_dir.h"
 
-#include "oxacapture/target/find_analyzer.h"
-
-#include <QDeadlineTimer>
+#include "oxacapture/target/capture_run.h"
 
 namespace {
 
@@ -142,143 +140,23 @@ bool prepare(const Options& options, Plan& plan, TextOut& err)
     return report(messages, err);
 }
 
-/// The runs of the chosen cores, with the settings of this run; false, said on `err`, when no
-/// hardware does what they ask for.
-bool planRuns(const Options& options, const Plan& plan, const OXA::OxaArg& arg,
-    std::vector<CoreRun>& runs, TextOut& err)
+QString cutText(const CoreOutcome& outcome)
 {
-    Messages messages;
-    const std::vector<CorePlan> cores
-        = corePlans(plan.wanted.cores, plan.wanted.liteCores, arg, messages);
-    for (const size_t place : plan.chosen) {
-        runs.push_back({place, cores[place].setup});
-        if (cores[place].core)
-            changeWindows(options.run, runs.back().setup);
-    }
-    return report(messages, err);
-}
-
-/// Finds the chip whose analyzer is built from the file; null, with `error`, when there is none.
-std::unique_ptr<CaptureSession> findChip(const Options& options, const Plan& plan,
-    OpenOcdLink& link, const std::function<bool()>& goesOn, QString& error)
-{
-    link.setGoesOn(goesOn);
-    if (!link.connectTo(options.openocd)) {
-        error = link.error();
-        return nullptr;
-    }
-    const QStringList taps = options.tap.isEmpty() ? link.candidates() : QStringList(options.tap);
-    if (taps.isEmpty())
-        error = QString("the chain has several devices; choose one of %1 with --tap")
-                    .arg(link.taps().join(", "));
-    const auto isBuilt = [&plan](CaptureSession& session) { return session.match(plan.builds); };
-    return findAnalyzer(link, taps, isBuilt, goesOn, error);
-}
-
-/// Waits for the cores' triggers, and shows how far they are. The last progress of each core is
-/// left in `last`.
-class Watch {
-public:
-    Watch(const Options& options, CaptureSession& session, const std::vector<size_t>& cores,
-        const Interrupt& interrupt, TextOut& err)
-        : m_options(options)
-        , m_session(session)
-        , m_cores(cores)
-        , m_interrupt(interrupt)
-        , m_line(err)
-        , m_deadline(options.timeout > 0 ? QDeadlineTimer(qint64(options.timeout * 1000))
-                                         : QDeadlineTimer(QDeadlineTimer::Forever))
-    {
-    }
-
-    bool run()
-    {
-        const bool ok = m_session.wait(m_cores, [this](const std::vector<CoreProgress>& now) {
-            last = now;
-            show();
-            return forceIdle() && !m_interrupt.happened() && !m_deadline.hasExpired();
-        });
-        m_line.clear();
-        return ok && m_forced;
-    }
-
-    std::vector<CoreProgress> last;
-
-private:
-    void show()
-    {
-        QStringList texts;
-        for (size_t i = 0; i < m_cores.size(); ++i)
-            texts += m_session.build().cores[m_cores[i]].name() + ": " + last[i].text();
-        m_line.show(texts.join("; "));
-    }
-
-    // Every window takes a force of its own.
-    bool forceIdle()
-    {
-        for (size_t i = 0; m_options.immediate && i < m_cores.size(); ++i) {
-            const bool idle = last[i].state == CoreProgress::Waiting
-                || (last[i].state == CoreProgress::NoClock && !m_begun);
-            m_forced = m_forced && (!idle || m_session.force(m_cores[i]));
-        }
-        m_begun = true;
-        return m_forced;
-    }
-
-    const Options& m_options;
-    CaptureSession& m_session;
-    const std::vector<size_t>& m_cores;
-    const Interrupt& m_interrupt;
-    ProgressLine m_line;
-    QDeadlineTimer m_deadline;
-    bool m_begun = false;
-    bool m_forced = true;
-};
-
-/// What the cores captured, and what there is to say about it.
-struct Outcome {
-    Capture capture;
-    QStringList cuts; ///< of runs that ended early
-    QStringList errors;
-};
-
-QString cutText(const CapturedCore& core, const ReadOut& readOut, const TriggerSetup& setup)
-{
+    const CapturedCore& core = outcome.captured;
+    const qint64 windows = outcome.run.setup.windowNum;
     const QString name = QString("core %1 was stopped ").arg(core.index);
-    return setup.windowNum == 0 // of a Lite core
+    return windows == 0 // of a Lite core
         ? name + QString("after %1 samples").arg(core.windows.front().samples.size())
         : name
             + QString("with %1 of %2 windows whole")
-                  .arg(QString::number(readOut.whole), QString::number(setup.windowNum));
-}
-
-/// Reads one core, which is stopped when it has not finished, and leaves it idle.
-bool readCore(const Options& options, CaptureSession& session, const CoreRun& run,
-    const CoreProgress& progress, Outcome& outcome)
-{
-    const bool finished = progress.state == CoreProgress::Finished;
-    ReadOut readOut;
-    if ((!finished && !session.stop(run.core)) || !session.read(run.core, readOut, true))
-        return false;
-    CapturedCore captured = capturedCore(session.build().cores[run.core], readOut, run.setup);
-    captured.clockHz = options.clockHz;
-    captured.names = session.knowsNames(run.core) ? "verified" : "unknown";
-    if (!finished && !progress.clockRuns)
-        captured.progress += "; " + progress.clockText();
-    if (!finished && captured.triggered())
-        outcome.cuts += cutText(captured, readOut, run.setup);
-    outcome.capture.push_back(std::move(captured));
-    // What was read is whole, whatever becomes of the chip now.
-    if (finished && session.stop(run.core))
-        session.rest(run.core);
-    return true;
+                  .arg(QString::number(core.window), QString::number(windows));
 }
 
 /// Says where the trigger lies in runs that began before the file's settings could be written.
-void reportPowerUp(const std::vector<CoreRun>& runs, const CaptureSession& session, TextOut& err)
+void reportPowerUp(CaptureRun& chip, TextOut& err)
 {
-    for (const CoreRun& run : runs) {
-        const CorePlan& core = session.build().cores[run.core];
+    for (const CoreRun& run : chip.runs()) {
+        const CorePlan& core = chip.session().build().cores[run.core];
         if (core.core && core.powerUpPosition != core.setup.triggerPos)
             err << core.name() << ": a run from power-up on has " << core.powerUpPosition
                 << " samples before the trigger on this device, not " << core.setup.triggerPos
@@ -286,64 +164,71 @@ void reportPowerUp(const std::vector<CoreRun>& runs, const CaptureSession& sessi
     }
 }
 
-int readAndDeliver(const Options& options, CaptureSession& session,
-    const std::vector<CoreRun>& runs, const std::vector<CoreProgress>& progress, Io& io)
+/// Lets the cores run, and shows how far they are.
+bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
 {
-    Outcome outcome;
-    for (size_t i = 0; i < runs.size(); ++i) {
-        if (!readCore(options, session, runs[i], progress[i], outcome))
-            outcome.errors += "error: " + session.error();
-    }
-    const bool delivered
-        = outcome.capture.empty() || deliver(options.output, options.json, outcome.capture, io);
-    for (const QString& text : outcome.errors + outcome.cuts)
-        io.err << text << '\n';
-    const bool triggered = reportIdleCores(outcome.capture, io.err);
-    return delivered && triggered && outcome.errors.isEmpty() && outcome.cuts.isEmpty()
-        ? kDone
-        : kJobFailed;
+    ProgressLine line(err);
+    chip.progress = [&](const QStringList& texts) {
+        QStringList named;
+        for (int i = 0; i < texts.size(); ++i)
+            named += chip.session().build().cores[chip.runs()[size_t(i)].core].name() + ": "
+                + texts.at(i);
+        line.show(named.join("; "));
+    };
+    QString error;
+    const bool ok = chip.capture(
+        {options.powerUp, options.immediate, qint64(options.timeout * 1000)}, &error);
+    line.clear();
+    if (!ok)
+        err << "error: " << error << '\n';
+    return ok;
 }
 
-bool startAll(const Options& options, CaptureSession& session, const std::vector<CoreRun>& runs)
+int readAndDeliver(const Options& options, CaptureRun& chip, Io& io)
 {
-    if (!options.powerUp)
-        return session.arm(runs);
-    return std::all_of(
-        runs.begin(), runs.end(), [&](const CoreRun& run) { return session.resume(run.core); });
+    Capture capture;
+    QStringList texts; // of errors, and then of runs that ended early
+    QStringList cuts;
+    for (CoreOutcome& outcome : chip.read()) {
+        if (!outcome.error.isEmpty()) {
+            texts += "error: " + outcome.error;
+            continue;
+        }
+        if (!outcome.finished && outcome.captured.triggered())
+            cuts += cutText(outcome);
+        outcome.captured.clockHz = options.clockHz;
+        capture.push_back(std::move(outcome.captured));
+    }
+    texts += cuts;
+    const bool delivered = capture.empty() || deliver(options.output, options.json, capture, io);
+    for (const QString& text : texts)
+        io.err << text << '\n';
+    const bool triggered = reportIdleCores(capture, io.err);
+    return delivered && triggered && texts.isEmpty() ? kDone : kJobFailed;
 }
 
 int capture(const Options& options, const Plan& plan, Io& io)
 {
     const Interrupt interrupt([] {});
-    const auto goesOn = [&interrupt] { return !interrupt.happened(); };
-    OpenOcdLink link;
+    CaptureRun chip;
+    chip.goesOn = [&interrupt] { return !interrupt.happened(); };
     QString error;
-    const std::unique_ptr<CaptureSession> session = findChip(options, plan, link, goesOn, error);
-    if (!session) {
+    if (!chip.find(
+            {options.openocd, options.tap, "--tap"}, {[&plan] { return plan.builds; }}, &error)) {
         io.err << "error: " << error << '\n';
         return kJobFailed;
     }
-    if (const QString warning = session->namesWarning(); !warning.isEmpty())
+    if (const QString warning = chip.session().namesWarning(); !warning.isEmpty())
         io.err << "warning: " << warning << '\n';
-    std::vector<CoreRun> runs;
-    if (!planRuns(options, plan, session->build().arg, runs, io.err))
+    Messages messages;
+    chip.plan(plan.wanted.cores, plan.wanted.liteCores, plan.chosen, messages);
+    if (!report(messages, io.err))
         return kUnusable;
-    // Ctrl-C stops the cores, and what they have is read, unless OpenOCD answers no more.
-    link.setGoesOn(aSecondLonger(goesOn));
-    Watch watch(options, *session, plan.chosen, interrupt, io.err);
+    for (CoreRun& run : chip.runs())
+        changeWindows(options.run, run.setup);
     if (options.powerUp)
-        reportPowerUp(runs, *session, io.err);
-    if (!startAll(options, *session, runs) || !watch.run()) {
-        io.err << "error: " << session->error() << '\n';
-        for (const CoreRun& run : runs)
-            session->stop(run.core);
-        return kJobFailed;
-    }
-    if (!interrupt.happened())
-        link.setGoesOn(goesOn);
-    else
-        link.setGoesOn({}); // another Ctrl-C ends the program
-    return readAndDeliver(options, *session, runs, watch.last, io);
+        reportPowerUp(chip, io.err);
+    return captureShown(options, chip, io.err) ? readAndDeliver(options, chip, io) : kJobFailed;
 }
 
 int run(const Options& options, Io& io)

@@ -4,7 +4,7 @@
 #include "oxa-editor/core.h"
 #include "oxa-editor/wave/waveform.h"
 
-#include "oxacapture/target/find_analyzer.h"
+#include "oxacapture/target/capture_run.h"
 
 #include <atomic>
 
@@ -18,7 +18,7 @@ struct TargetRequest {
     QString configFile; ///< names them
     QString builtFrom; ///< the configuration file of the chip, when it is not `cores`
     bool arm = false; ///< else the chip is only looked at
-    QList<int> chosen; ///< places of the cores to arm; empty: all
+    QList<int> chosen; ///< places of the cores to arm
 };
 
 /// A core that was found in the chip.
@@ -42,7 +42,6 @@ struct TargetResult {
 class TargetRun {
 public:
     explicit TargetRun(TargetRequest request);
-    ~TargetRun();
 
     /// Told when the analyzer was found: its cores, and what they are built from.
     std::function<void(const QList<FoundCore>&, const QString& builtFrom)> found;
@@ -61,32 +60,15 @@ public:
     const TargetResult& result() const { return m_result; }
 
 private:
-    struct Candidate;
-
-    bool fail(const QString& problem);
-    void addEdited();
-    void addFile();
-    bool connectTo(OXA_CAPTURE::OpenOcdLink& link);
-    bool find(OXA_CAPTURE::OpenOcdLink& link);
-    bool matches(OXA_CAPTURE::CaptureSession& session);
-    bool matches(OXA_CAPTURE::CaptureSession& session, const Candidate& candidate);
-    void tellCores() const;
-    bool plan();
-    bool checkTakeover(const std::vector<OXA_CAPTURE::CorePlan>& wanted);
-    bool watch();
-    bool forceWaiting(const std::vector<OXA_CAPTURE::CoreProgress>& now);
-    void tellProgress(const std::vector<OXA_CAPTURE::CoreProgress>& now);
-    void readAll();
-    bool read(const OXA_CAPTURE::CoreRun& run, bool finished);
+    bool find(OXA_CAPTURE::CaptureRun& run, Configuration& file);
+    void tellCores(const OXA_CAPTURE::CaptureRun& run) const;
+    bool plan(OXA_CAPTURE::CaptureRun& run);
+    void capture(OXA_CAPTURE::CaptureRun& run);
+    void take(OXA_CAPTURE::CoreOutcome&& outcome);
 
     const TargetRequest m_request;
-    std::vector<std::unique_ptr<Candidate>> m_candidates;
-    const Candidate* m_built = nullptr; // what the chip is built from
-    QStringList m_invalid; // why the cores as edited become no hardware
-    std::unique_ptr<OXA_CAPTURE::CaptureSession> m_session;
-    std::vector<OXA_CAPTURE::CoreRun> m_runs;
-    std::vector<OXA_CAPTURE::CoreProgress> m_last;
-    QStringList m_told;
+    QList<OXA::AoCore*> m_cores; // of the request: one of the two
+    QList<OXA::AOCore_Lite*> m_liteCores;
     TargetResult m_result;
     std::atomic_bool m_stop {false};
     std::atomic_bool m_abandoned {false};

@@ -255,8 +255,9 @@ void TestEditorTarget::aRunIsStopped()
     QVERIFY(run.panel.isRunning());
     run.keys("Shift+F9");
     run.finish();
-    QVERIFY2(run.cores().contains("did not trigger: level 0 of 1 reached, M0 matched 0 times; its "
-                                  "last 8 samples are shown, without a trigger"),
+    // A busy machine may play the waveform so slowly that the clock seems to stand.
+    QVERIFY2(run.cores().contains("did not trigger: level 0 of 1 reached, M0 matched 0 times")
+            && run.cores().contains("; its last 8 samples are shown, without a trigger"),
         qPrintable(run.cores()));
     const QStringList samples = run.samples().split(' ');
     QCOMPARE(samples.size(), 8 + 2);

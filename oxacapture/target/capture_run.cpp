@@ -1,0 +1,244 @@
+#include "oxacapture/target/capture_run.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kSearchTime = 120; // s
+constexpr int kSecond = 1000; // ms
+
+// Says yes for a second longer than `goesOn`: so long cores that were armed have to be stopped.
+std::function<bool()> aSecondLonger(const std::function<bool()>& goesOn)
+{
+    return [goesOn, since = QElapsedTimer()]() mutable {
+        if (!since.isValid() && !goesOn())
+            since.start();
+        return !since.isValid() || since.elapsed() < kSecond;
+    };
+}
+
+// The first bit of a core that another signal is connected to, of two lists of one length.
+QString firstOther(const QStringList& is, const QStringList& asked)
+{
+    const int place = int(std::mismatch(is.begin(), is.end(), asked.begin()).first - is.begin());
+    return QString("%1 instead of %2").arg(is.value(place), asked.value(place));
+}
+
+// What the chip, whose cores are wired as `built`, would have to be wired as for `wanted`.
+QStringList otherWires(const CorePlan& built, const CorePlan& wanted)
+{
+    QStringList texts;
+    if (built.request.clock != wanted.request.clock)
+        texts += "the sample clock " + built.request.clock;
+    const auto& is = built.request.fields;
+    const auto& asked = wanted.request.fields;
+    for (size_t field = 0; field < is.size() && field < asked.size(); ++field) {
+        if (is[field].size() != asked[field].size() || is[field] == asked[field])
+            continue;
+        const QString place = field == 0
+            ? QString("other data signals: ")
+            : QString("other signals at trigger port %1: ")
+                  .arg(built.core->availableTriggers().at(int(field) - 1)->index);
+        texts += place + firstOther(is[field], asked[field]);
+    }
+    return texts;
+}
+
+QStringList otherHardware(
+    const CoreIdentity& identity, const CorePlan& built, const CorePlan& wanted)
+{
+    if ((built.core == nullptr) != (wanted.core == nullptr))
+        return {"cores of the other kind"};
+    return (wanted.core ? differences(identity, *wanted.core) : differences(identity, *wanted.lite))
+        + otherWires(built, wanted);
+}
+
+// What the chip would need other hardware for.
+void checkHardware(
+    const CaptureSession& session, const std::vector<CorePlan>& wanted, Messages& messages)
+{
+    const std::vector<CorePlan>& built = session.build().cores;
+    if (wanted.size() != built.size()) {
+        messages.append(Message {{},
+            QString("the chip has %1 cores, the configuration %2: generate and synthesize it")
+                .arg(QString::number(built.size()), QString::number(wanted.size()))});
+        return;
+    }
+    for (size_t place = 0; place < wanted.size(); ++place) {
+        const QStringList others
+            = otherHardware(session.identities()[place], built[place], wanted[place]);
+        if (!others.isEmpty())
+            messages.append(Message {{},
+                QString("%1 cannot be changed so without synthesis: in the chip it has %2")
+                    .arg(wanted[place].name(), others.join(", "))});
+    }
+}
+
+}
+
+bool CaptureRun::find(
+    const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error)
+{
+    m_builds = {configurations.front()()};
+    m_link.setGoesOn(goesOn);
+    if (!m_link.connectTo(chip.openocd)) {
+        *error = m_link.error();
+        return false;
+    }
+    const QStringList taps = chip.tap.isEmpty() ? m_link.candidates() : QStringList(chip.tap);
+    if (taps.isEmpty())
+        *error = QString("the chain has several devices; choose one of %1 with %2")
+                     .arg(m_link.taps().join(", "), chip.tapOption);
+    const QDeadlineTimer deadline(qint64(kSearchTime) * kSecond);
+    m_link.setGoesOn([this, deadline] { return goesOn() && !deadline.hasExpired(); });
+    for (int i = 0; i < taps.size() && !m_session; ++i)
+        m_session = sessionAt(taps.at(i), configurations, error);
+    if (!m_session && deadline.hasExpired())
+        *error = QString("no analyzer was found within %1 s: OpenOCD answers too slowly")
+                     .arg(kSearchTime);
+    return m_session != nullptr;
+}
+
+/// The analyzer in the device `tap`, if it is the one that is looked for.
+std::unique_ptr<CaptureSession> CaptureRun::sessionAt(
+    const QString& tap, const std::vector<ReadBuilds>& configurations, QString* error)
+{
+    if (!m_link.selectTap(tap)) {
+        *error = m_link.error();
+        return nullptr;
+    }
+    auto session = std::make_unique<CaptureSession>(m_link, m_link.instruction());
+    if (session->begin() && matches(*session, configurations))
+        return session;
+    *error = session->error().isEmpty() ? "no configuration to compare the chip with can be built"
+                                        : session->error();
+    return nullptr;
+}
+
+bool CaptureRun::matches(CaptureSession& session, const std::vector<ReadBuilds>& configurations)
+{
+    for (size_t i = 0; i < configurations.size(); ++i) {
+        if (i == m_builds.size())
+            m_builds.push_back(configurations[i]());
+        m_configuration = i;
+        if (!m_builds[i].empty() && session.match(m_builds[i]))
+            return true;
+    }
+    return false;
+}
+
+bool CaptureRun::plan(const QList<OXA::AoCore*>& cores, const QList<OXA::AOCore_Lite*>& liteCores,
+    const std::vector<size_t>& chosen, Messages& messages)
+{
+    const std::vector<CorePlan> wanted
+        = corePlans(cores, liteCores, m_session->build().arg, messages);
+    if (messages.isEmpty())
+        checkHardware(*m_session, wanted, messages);
+    m_runs.clear();
+    for (size_t place = 0; place < wanted.size(); ++place) {
+        if (std::find(chosen.begin(), chosen.end(), place) != chosen.end())
+            m_runs.push_back({place, wanted[place].setup});
+    }
+    if (messages.isEmpty() && m_runs.empty())
+        messages.append(Message {{}, "no core is chosen"});
+    return messages.isEmpty();
+}
+
+bool CaptureRun::capture(const RunOptions& options, QString* error)
+{
+    m_link.setGoesOn([this, more = aSecondLonger(goesOn)] { return !isAbandoned() && more(); });
+    const QDeadlineTimer deadline = options.timeout > 0 ? QDeadlineTimer(options.timeout)
+                                                        : QDeadlineTimer(QDeadlineTimer::Forever);
+    if (start(options) && wait(options, deadline))
+        return true;
+    *error = m_session->error();
+    for (const CoreRun& run : m_runs)
+        m_session->stop(run.core);
+    return false;
+}
+
+bool CaptureRun::start(const RunOptions& options)
+{
+    return options.powerUp ? std::all_of(m_runs.begin(), m_runs.end(),
+               [this](const CoreRun& run) { return m_session->resume(run.core); })
+                           : m_session->arm(m_runs);
+}
+
+bool CaptureRun::wait(const RunOptions& options, const QDeadlineTimer& deadline)
+{
+    std::vector<size_t> cores;
+    for (const CoreRun& run : m_runs)
+        cores.push_back(run.core);
+    bool first = true;
+    bool forced = true;
+    const bool polled = m_session->wait(cores, [&](const std::vector<CoreProgress>& now) {
+        m_last = now;
+        tellProgress();
+        const bool asked = forces() || (options.immediate && first);
+        first = false;
+        forced = (!asked && !options.immediate) || force(asked);
+        return forced && goesOn() && !deadline.hasExpired();
+    });
+    return polled && forced;
+}
+
+void CaptureRun::tellProgress()
+{
+    QStringList texts;
+    for (const CoreProgress& core : m_last)
+        texts += core.text();
+    if (texts != m_told)
+        progress(texts);
+    m_told = texts;
+}
+
+/// Triggers the cores that wait, and those whose sample clock was not seen yet `withoutClock`, too.
+bool CaptureRun::force(bool withoutClock)
+{
+    for (size_t i = 0; i < m_runs.size(); ++i) {
+        const bool waits = m_last[i].state == CoreProgress::Waiting
+            || (withoutClock && m_last[i].state == CoreProgress::NoClock);
+        if (waits && !m_session->force(m_runs[i].core))
+            return false;
+    }
+    return true;
+}
+
+std::vector<CoreOutcome> CaptureRun::read()
+{
+    // A stop ends the reading, too, unless one has ended the wait.
+    const bool wasStopped = !goesOn();
+    m_link.setGoesOn([this, wasStopped] { return !isAbandoned() && (wasStopped || goesOn()); });
+    std::vector<CoreOutcome> outcomes;
+    for (size_t i = 0; i < m_runs.size(); ++i)
+        outcomes.push_back(read(m_runs[i], m_last[i]));
+    return outcomes;
+}
+
+CoreOutcome CaptureRun::read(const CoreRun& run, const CoreProgress& last)
+{
+    CoreOutcome outcome;
+    outcome.run = run;
+    outcome.finished = last.state == CoreProgress::Finished;
+    ReadOut readOut;
+    if ((!outcome.finished && !m_session->stop(run.core))
+        || !m_session->read(run.core, readOut, true)) {
+        outcome.error = m_session->error();
+        return outcome;
+    }
+    CapturedCore& captured = outcome.captured;
+    captured = capturedCore(m_session->build().cores[run.core], readOut, run.setup);
+    captured.names = m_session->knowsNames(run.core) ? "verified" : "unknown";
+    if (!outcome.finished && !last.clockRuns)
+        captured.progress += (captured.progress.isEmpty() ? "" : "; ") + last.clockText();
+    // What was read is whole, whatever becomes of the chip now.
+    if (outcome.finished && m_session->stop(run.core))
+        m_session->rest(run.core);
+    return outcome;
+}
+
+}

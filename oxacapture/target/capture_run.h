@@ -1,0 +1,104 @@
+#ifndef OXACAPTURE_TARGET_CAPTURE_RUN_H
+#define OXACAPTURE_TARGET_CAPTURE_RUN_H
+
+#include "oxacapture/target/capture_session.h"
+#include "oxacapture/target/openocd_link.h"
+
+#include <QDeadlineTimer>
+
+namespace OXA_CAPTURE {
+
+/// Where the chip is.
+struct ChipAddress {
+    QString openocd; ///< its Tcl server, as `OpenOcdLink::connectTo` takes it
+    QString tap; ///< the device in the chain; empty: the one that has an analyzer
+    QString tapOption; ///< where the user names the device, for messages: "--tap"
+};
+
+/// How the cores of a run begin and end.
+struct RunOptions {
+    bool powerUp = false; ///< take over what they began at power-up, instead of arming them
+    bool immediate = false; ///< trigger every window at once
+    qint64 timeout = 0; ///< ms until those that wait are stopped; 0: none
+};
+
+/// What one core captured.
+struct CoreOutcome {
+    CoreRun run;
+    bool finished = false; ///< else the core was stopped
+    QString error; ///< why it could not be read; else empty
+    CapturedCore captured;
+};
+
+/// One run of the analyzer in a chip behind OpenOCD.
+///
+///     CaptureRun run;
+///     if (run.find(chip, configurations, &error)
+///         && run.plan(cores, {}, chosen, messages) && run.capture(options, &error))
+///         outcomes = run.read();
+///
+/// The link to the chip ends with the object. The hooks are called in the thread of the call.
+class OXACAPTURE_EXPORT CaptureRun {
+public:
+    /// A configuration that the chip may be built from, as `builtConfigurations` tells it; its
+    /// cores have to stay.
+    using ReadBuilds = std::function<std::vector<BuiltConfiguration>()>;
+
+    /// Asked again and again. When it says no, a search ends, and a wait for triggers; what the
+    /// cores have is then read, unless OpenOCD does not answer within a second.
+    std::function<bool()> goesOn = [] { return true; };
+    /// Asked as `goesOn` is: true ends everything, and nothing more is read.
+    std::function<bool()> isAbandoned = [] { return false; };
+    /// Asked whenever the cores were looked at: true triggers all that wait.
+    std::function<bool()> forces = [] { return false; };
+    /// Told what each core that runs is doing, when that changes.
+    std::function<void(const QStringList& texts)> progress = [](const QStringList&) {};
+
+    /// Finds the device whose analyzer is built from one of `configurations`. A later one is read,
+    /// once, when those before do not match. False, with `error`, after two minutes, too.
+    bool find(
+        const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error);
+
+    /// The analyzer that was found.
+    const CaptureSession& session() const { return *m_session; }
+    /// Which configuration it is built from.
+    size_t configuration() const { return m_configuration; }
+
+    /// Plans runs of the cores at the places `chosen`. `cores` or `liteCores` are all of the chip's
+    /// as they are to run. False, with `messages`, when one of them needs other hardware.
+    bool plan(const QList<OXA::AoCore*>& cores, const QList<OXA::AOCore_Lite*>& liteCores,
+        const std::vector<size_t>& chosen, Messages& messages);
+
+    /// What `plan` made; may be changed before `capture`.
+    std::vector<CoreRun>& runs() { return m_runs; }
+
+    /// Lets the cores run until they have finished or are not to go on. False, with `error` and all
+    /// of them stopped, when the chip fails.
+    bool capture(const RunOptions& options, QString* error);
+
+    /// Reads the cores one after the other. Those that have not finished are stopped; all that can
+    /// be read become idle.
+    std::vector<CoreOutcome> read();
+
+private:
+    std::unique_ptr<CaptureSession> sessionAt(
+        const QString& tap, const std::vector<ReadBuilds>& configurations, QString* error);
+    bool matches(CaptureSession& session, const std::vector<ReadBuilds>& configurations);
+    bool start(const RunOptions& options);
+    bool wait(const RunOptions& options, const QDeadlineTimer& deadline);
+    void tellProgress();
+    bool force(bool withoutClock);
+    CoreOutcome read(const CoreRun& run, const CoreProgress& last);
+
+    OpenOcdLink m_link;
+    std::unique_ptr<CaptureSession> m_session;
+    std::vector<std::vector<BuiltConfiguration>> m_builds; // of the configurations that were read
+    size_t m_configuration = 0;
+    std::vector<CoreRun> m_runs;
+    std::vector<CoreProgress> m_last; // of the runs
+    QStringList m_told;
+};
+
+}
+
+#endif
