@@ -5,12 +5,12 @@
 #include "part.h"
 #include "problems.h"
 #include "progress_line.h"
-#include "simulation.h"
 #include "simulation_inputs.h"
 #include "work_dir.h"
 
 #include "files/empty_directory.h"
 #include "oxacapture/files/capture_result.h"
+#include "oxacapture/simulator/simulation.h"
 #include "oxautils/generate/file_names.h"
 
 #include <QFileInfo>
@@ -84,6 +84,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vecto
     ProgressLine line(err);
     const Interrupt interrupt([] {});
     Simulation simulation;
+    simulation.dirs = installedSimulator();
     simulation.arg = arg;
     simulation.netlist = options.netlist;
     simulation.workDir = options.workDir.isEmpty() ? temporary.path() : options.workDir;

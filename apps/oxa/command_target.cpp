@@ -4,9 +4,10 @@
 #include "interrupt.h"
 #include "problems.h"
 #include "progress_line.h"
-#include "simulation.h"
 #include "simulation_inputs.h"
-#include "target_player.h"
+
+#include "oxacapture/simulator/simulation.h"
+#include "oxacapture/simulator/target_player.h"
 
 #include <QTemporaryDir>
 
@@ -49,15 +50,6 @@ bool prepare(const Options& options, const Configuration& configuration, const O
     return report(messages, err);
 }
 
-QStringList coreInstances(const std::vector<CorePlan>& cores)
-{
-    QStringList names;
-    for (size_t position = 0; position < cores.size(); ++position)
-        names += cores[position].lite ? QString("oxa_testbench.u_qx_oxa.u_ao_top")
-                                      : QString("oxa_testbench.u_qx_oxa.u_la%1_top").arg(position);
-    return names;
-}
-
 void greet(const SimulatedTarget& target, TextOut& out)
 {
     out << "the analyzer waits at port " << target.port() << "; connect with\n  openocd ";
@@ -75,6 +67,7 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Core
     const Interrupt interrupt([] {});
     ProgressLine line(io.err);
     Simulation simulation;
+    simulation.dirs = installedSimulator();
     simulation.arg = arg;
     simulation.workDir = temporary.path();
     simulation.progress = [&](const QString& stage, int percent) {
@@ -94,7 +87,7 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Core
     }
     if (ok)
         greet(target, io.out);
-    TargetPlayer player(target, steps, qint64(2) * kLeadOut, options.loop, coreInstances(cores));
+    TargetPlayer player(target, steps, options.loop, cores);
     while (ok && !interrupt.happened()) {
         ok = player.step();
         error = target.error();

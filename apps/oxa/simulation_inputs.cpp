@@ -1,5 +1,6 @@
 #include "simulation_inputs.h"
 
+#include "installed.h"
 #include "progress_line.h"
 
 using namespace OXA_CAPTURE;
@@ -10,6 +11,12 @@ void addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
     addText(command, "--stimulus", inputs.stimulus, "The waveform")
         ->type_name("WAVE.vcd")
         ->required();
+}
+
+SimulatorDirs installedSimulator()
+{
+    return {installed("share/oxautils/sim"), installed("share/oxautils/cells"),
+        installed(OXA_LIBDIR "/oxautils")};
 }
 
 bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& cores,

@@ -4,6 +4,7 @@
 #include "request.h"
 #include "text_out.h"
 
+#include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/trigger/core_plan.h"
 
 /// What a simulated analyzer is made of beside its configuration, for commands that need it.
@@ -14,6 +15,9 @@ struct SimulationInputs {
 
 /// Adds --part and its kin, and --stimulus.
 void addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
+
+/// What a simulation takes of what is installed with the program.
+OXA_CAPTURE::SimulatorDirs installedSimulator();
 
 // Each is false, said on `err`, when that fails.
 

@@ -1,7 +1,11 @@
-#include "target_player.h"
+#include "oxacapture/simulator/target_player.h"
+
+#include "oxacapture/simulator/simulation.h"
 
 #include <QElapsedTimer>
 #include <QThread>
+
+namespace OXA_CAPTURE {
 
 namespace {
 
@@ -12,14 +16,18 @@ constexpr int kArmingPause = 100; // ms in which further cores are armed
 }
 
 TargetPlayer::TargetPlayer(
-    SimulatedTarget& target, qint64 steps, qint64 leadOut, bool loop, const QStringList& cores)
+    SimulatedTarget& target, qint64 steps, bool loop, const std::vector<CorePlan>& cores)
     : m_target(target)
     , m_steps(steps)
-    , m_end(steps - leadOut)
+    , m_end(steps - qint64(2) * kLeadOut)
     , m_loop(loop)
 {
-    for (const QString& core : cores)
+    for (size_t position = 0; position < cores.size(); ++position) {
+        const QString core = cores[position].lite
+            ? QString("oxa_testbench.u_qx_oxa.u_ao_top")
+            : QString("oxa_testbench.u_qx_oxa.u_la%1_top").arg(position);
         m_names += QStringList {core + ".u_command.arm_tck_o", core + ".u_command.rest_o"};
+    }
 }
 
 bool TargetPlayer::look(Cores& cores)
@@ -96,4 +104,6 @@ bool TargetPlayer::rewind()
 {
     m_at = 0;
     return m_target.rewind();
+}
+
 }

@@ -1,7 +1,9 @@
-#ifndef APPS_OXA_PROCESS_PATIENCE_H
-#define APPS_OXA_PROCESS_PATIENCE_H
+#ifndef OXACAPTURE_SIMULATOR_PROCESS_PATIENCE_H
+#define OXACAPTURE_SIMULATOR_PROCESS_PATIENCE_H
 
 #include <QDeadlineTimer>
+
+namespace OXA_CAPTURE {
 
 /// Patience with a process that is to answer.
 ///
@@ -20,5 +22,7 @@ private:
     qint64 m_seen = 0; // at the last look
     QDeadlineTimer m_standstill;
 };
+
+}
 
 #endif

@@ -1,10 +1,12 @@
-#ifndef APPS_OXA_STIMULUS_FILE_H
-#define APPS_OXA_STIMULUS_FILE_H
+#ifndef OXACAPTURE_SIMULATOR_STIMULUS_FILE_H
+#define OXACAPTURE_SIMULATOR_STIMULUS_FILE_H
 
 #include "oxacapture/waveform/waveform_sampler.h"
 
 #include <QByteArray>
 #include <QStringList>
+
+namespace OXA_CAPTURE {
 
 /// The ports of a generated wrapper, as a simulation drives them.
 struct StimulusPorts {
@@ -23,7 +25,8 @@ QByteArray testbench(const StimulusPorts& ports);
 ///
 /// The number of steps, two for each of these periods included; -1, with `error`, when it fails.
 qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,
-    const OXA_CAPTURE::SampledWaveform& waveform,
-    const std::vector<OXA_CAPTURE::SampleRequest>& requests, QString& error);
+    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error);
+
+}
 
 #endif

@@ -1,16 +1,17 @@
-#ifndef APPS_OXA_TARGET_CAPTURE_H
-#define APPS_OXA_TARGET_CAPTURE_H
+#ifndef OXACAPTURE_SIMULATOR_TARGET_CAPTURE_H
+#define OXACAPTURE_SIMULATOR_TARGET_CAPTURE_H
 
-#include "simulated_target.h"
-
+#include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/target/capture_session.h"
+
+namespace OXA_CAPTURE {
 
 /// Captures what a simulated target's cores see of a waveform, through its JTAG pads.
 class TargetCapture {
 public:
     /// The cores in the order of their positions, with what they sample of the waveform.
-    TargetCapture(SimulatedTarget& target, const std::vector<OXA_CAPTURE::CorePlan>& cores,
-        const OXA_CAPTURE::SampledWaveform& waveform);
+    TargetCapture(SimulatedTarget& target, const std::vector<CorePlan>& cores,
+        const SampledWaveform& waveform);
 
     /// Finds the cores, and refuses others than those that were generated into `generatedDir`.
     bool begin(const QString& generatedDir);
@@ -22,12 +23,10 @@ public:
     /// of each core, and stops the cores before the `leadOut` steps that follow. With a `leadIn`,
     /// cores that are armed from power-up on are stopped before these first steps, and armed with
     /// settings of the configuration.
-    bool run(qint64 leadIn, qint64 steps, qint64 leadOut, qint64 forceAt,
-        const OXA_CAPTURE::Progress& progress);
+    bool run(qint64 leadIn, qint64 steps, qint64 leadOut, qint64 forceAt, const Progress& progress);
 
     /// Reads out a core and finds its windows in the waveform; `expected` says where to look first.
-    bool read(size_t core, const std::vector<OXA_CAPTURE::Window>& expected,
-        OXA_CAPTURE::ModelRun& captured);
+    bool read(size_t core, const std::vector<Window>& expected, ModelRun& captured);
 
     /// Why the last call failed; without text when `progress` stopped it.
     const QString& error() const { return m_error; }
@@ -37,17 +36,19 @@ private:
     bool failAt(size_t core, const QString& error);
     bool arm(qint64 leadIn);
     bool play(qint64 steps);
-    bool locate(size_t core, const OXA_CAPTURE::DecodedWindow& window, qint64 earliest,
-        qint64 guess, OXA_CAPTURE::Window& place);
+    bool locate(
+        size_t core, const DecodedWindow& window, qint64 earliest, qint64 guess, Window& place);
 
     SimulatedTarget& m_target;
-    OXA_CAPTURE::CaptureSession m_session;
-    const std::vector<OXA_CAPTURE::CorePlan>& m_cores;
-    const OXA_CAPTURE::SampledWaveform& m_waveform;
-    OXA_CAPTURE::Progress m_progress;
+    CaptureSession m_session;
+    const std::vector<CorePlan>& m_cores;
+    const SampledWaveform& m_waveform;
+    Progress m_progress;
     qint64 m_played = 0;
     qint64 m_toPlay = 0;
     QString m_error;
 };
+
+}
 
 #endif

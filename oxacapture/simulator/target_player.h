@@ -1,19 +1,22 @@
-#ifndef APPS_OXA_TARGET_PLAYER_H
-#define APPS_OXA_TARGET_PLAYER_H
+#ifndef OXACAPTURE_SIMULATOR_TARGET_PLAYER_H
+#define OXACAPTURE_SIMULATOR_TARGET_PLAYER_H
 
-#include "simulated_target.h"
+#include "oxacapture/simulator/simulated_target.h"
+#include "oxacapture/trigger/core_plan.h"
+
+namespace OXA_CAPTURE {
 
 /// Plays a waveform to a simulated target that others arm.
 ///
 /// A moment after a core was armed the waveform begins. Behind its end the clocks stand still,
 /// until cores that are stopped need a few edges more to come to rest; or it begins again, and goes
 /// on where it was at the next arming. While nothing waits for a clock, nothing is played.
-class TargetPlayer {
+class OXACAPTURE_EXPORT TargetPlayer {
 public:
-    /// `steps` steps, of which the last `leadOut` lie behind the waveform. `cores` are the
-    /// hierarchical names of the analyzer cores.
+    /// `target` was made by buildTarget for `cores`, with as many steps. With `loop` the waveform
+    /// begins again behind its end.
     TargetPlayer(
-        SimulatedTarget& target, qint64 steps, qint64 leadOut, bool loop, const QStringList& cores);
+        SimulatedTarget& target, qint64 steps, bool loop, const std::vector<CorePlan>& cores);
 
     /// Does what is to be done now, and then waits a moment. False when the target fails.
     bool step();
@@ -41,5 +44,7 @@ private:
     bool m_playing = false;
     qint64 m_at = 0; // the next step
 };
+
+}
 
 #endif

@@ -1,8 +1,5 @@
-#ifndef APPS_OXA_SIMULATED_TARGET_H
-#define APPS_OXA_SIMULATED_TARGET_H
-
-#include "process_patience.h"
-#include "stimulus_file.h"
+#ifndef OXACAPTURE_SIMULATOR_SIMULATED_TARGET_H
+#define OXACAPTURE_SIMULATOR_SIMULATED_TARGET_H
 
 #include "oxacapture/target/remote_bitbang_link.h"
 #include "oxautils/generate/name_sums.h"
@@ -11,19 +8,35 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <memory>
+
+namespace OXA_CAPTURE {
+
+class ProcessPatience;
+struct StimulusPorts;
+
+/// Where that is installed which a simulation takes.
+struct SimulatorDirs {
+    QString models; ///< of the pads and the JTAG port
+    QString cells; ///< of netlists
+    QString plugin; ///< of the simulator, which plays the waveform
+};
+
 /// A generated analyzer in Icarus, with a waveform at its ports and its JTAG pads behind a socket.
 ///
 /// It stands still until it is played or its pads are driven, and ends with this object.
-class SimulatedTarget {
+class OXACAPTURE_EXPORT SimulatedTarget {
 public:
     /// What it is built from.
     struct Design {
+        SimulatorDirs dirs;
         OXA::OxaArg arg; ///< of the generation, into its own work directory
         QList<OXA::NameSums> names; ///< that its cores tell, though `arg` may name clocks otherwise
         QString netlist; ///< takes the place of the generated Verilog; may be empty
         QString workDir; ///< where everything but the generated files goes
     };
 
+    SimulatedTarget();
     ~SimulatedTarget();
 
     /// Asked while the simulator is waited for; when it says no, the call fails.
@@ -53,7 +66,7 @@ public:
     /// The levels of nets of the design, by their hierarchical names.
     bool look(const QStringList& names, std::vector<Level>& levels);
 
-    OXA_CAPTURE::JtagLink& jtag() { return m_jtag; }
+    JtagLink& jtag() { return m_jtag; }
 
     /// Why the last call failed.
     const QString& error() const { return m_error; }
@@ -69,15 +82,18 @@ private:
     QString lastWords();
 
     QString m_workDir;
+    QString m_plugin;
     QStringList m_settle;
     QTemporaryDir m_sockets;
     QProcess m_vvp;
-    ProcessPatience m_patience; // with m_vvp
-    OXA_CAPTURE::RemoteBitbangLink m_jtag;
-    OXA_CAPTURE::StreamSocket m_control;
+    std::unique_ptr<ProcessPatience> m_patience; // with m_vvp
+    RemoteBitbangLink m_jtag;
+    StreamSocket m_control;
     int m_port = 0;
     std::function<bool()> m_goesOn;
     QString m_error;
 };
+
+}
 
 #endif

@@ -1,4 +1,4 @@
-#include "stimulus_file.h"
+#include "oxacapture/simulator/stimulus_file.h"
 
 #include "files/replace_file.h"
 #include "oxautils/generate/standard_files.h"
@@ -6,7 +6,7 @@
 #include <QHash>
 #include <QIODevice>
 
-using namespace OXA_CAPTURE;
+namespace OXA_CAPTURE {
 
 namespace {
 
@@ -201,4 +201,6 @@ qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn
         return out.write(text) == text.size();
     };
     return OXA_FILES::writeFile(path, fill, error) ? player.steps() : -1;
+}
+
 }

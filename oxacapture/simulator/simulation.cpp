@@ -1,7 +1,7 @@
-#include "simulation.h"
+#include "oxacapture/simulator/simulation.h"
 
-#include "target_capture.h"
-
+#include "oxacapture/simulator/stimulus_file.h"
+#include "oxacapture/simulator/target_capture.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/oxa_mode.h"
 #include "oxautils/config/standard_config.h"
@@ -10,7 +10,7 @@
 #include <QFileInfo>
 #include <QSet>
 
-using namespace OXA_CAPTURE;
+namespace OXA_CAPTURE {
 
 namespace {
 
@@ -109,6 +109,7 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const Preparation& preparation, SimulatedTarget& target, QString& error)
 {
     SimulatedTarget::Design design;
+    design.dirs = simulation.dirs;
     design.arg = simulation.arg;
     design.arg.workDir = simulation.workDir + "/generated";
     design.netlist = simulation.netlist;
@@ -198,4 +199,6 @@ bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
         return false;
     }
     return capture(simulation, cores, waveform, steps, target, runs, error);
+}
+
 }

@@ -1,6 +1,8 @@
-#include "process_patience.h"
+#include "oxacapture/simulator/process_patience.h"
 
 #include <ctime>
+
+namespace OXA_CAPTURE {
 
 namespace {
 
@@ -33,4 +35,6 @@ bool ProcessPatience::lasts()
         m_standstill.setRemainingTime(kStandstill);
     m_seen = now;
     return now > 0 && now - m_begun < kMost && !m_standstill.hasExpired();
+}
+
 }

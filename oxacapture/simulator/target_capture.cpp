@@ -1,8 +1,8 @@
-#include "target_capture.h"
+#include "oxacapture/simulator/target_capture.h"
 
 #include <algorithm>
 
-using namespace OXA_CAPTURE;
+namespace OXA_CAPTURE {
 
 namespace {
 
@@ -160,4 +160,6 @@ bool TargetCapture::locate(
     place.triggerSample
         = window.triggerOffset == kNoSample ? kNoSample : place.firstSample + window.triggerOffset;
     return place.firstSample <= last;
+}
+
 }

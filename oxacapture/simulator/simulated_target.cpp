@@ -1,14 +1,16 @@
-#include "simulated_target.h"
-
-#include "installed.h"
+#include "oxacapture/simulator/simulated_target.h"
 
 #include "files/replace_file.h"
+#include "oxacapture/simulator/process_patience.h"
+#include "oxacapture/simulator/stimulus_file.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QDir>
 #include <QRegularExpression>
 #include <QThread>
+
+namespace OXA_CAPTURE {
 
 namespace {
 
@@ -42,6 +44,11 @@ QString firstLines(const QString& path)
 
 }
 
+SimulatedTarget::SimulatedTarget()
+    : m_patience(new ProcessPatience)
+{
+}
+
 SimulatedTarget::~SimulatedTarget()
 {
     if (m_vvp.state() == QProcess::NotRunning)
@@ -67,6 +74,7 @@ bool SimulatedTarget::build(
     const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn)
 {
     m_workDir = absolute(design.workDir);
+    m_plugin = design.dirs.plugin;
     // Verilog keeps unknown values to itself, gates do not.
     m_settle = design.netlist.isEmpty() ? QStringList() : QStringList {"+oxa_settle=1"};
     const QString bench = m_workDir + "/testbench.v";
@@ -76,7 +84,7 @@ bool SimulatedTarget::build(
     if (!OXA_FILES::writeFile(bench, testbench(ports), m_error))
         return false;
     return compile(QStringList {"-g2005", "-s", "oxa_testbench", "-o", m_workDir + "/target.vvp",
-                       "-y", installed("share/oxautils/sim")}
+                       "-y", design.dirs.models}
             + sources + QStringList {bench},
         goesOn);
 }
@@ -87,7 +95,7 @@ bool SimulatedTarget::generate(const Design& design, QStringList& sources)
     if (prepared.prepare(design.arg) != 1 || !OXA::writeNameSums(design.arg.workDir, design.names))
         return fail("the Verilog could not be generated");
     if (!design.netlist.isEmpty()) {
-        sources = QStringList {"-y", installed("share/oxautils/cells"), absolute(design.netlist)};
+        sources = QStringList {"-y", design.dirs.cells, absolute(design.netlist)};
         return true;
     }
     for (const QString& path : qAsConst(prepared.includePaths))
@@ -134,9 +142,9 @@ bool SimulatedTarget::run(const QString& stimulus, const QString& jtag)
     m_vvp.setProcessChannelMode(QProcess::MergedChannels);
     m_vvp.setStandardOutputFile(m_workDir + "/vvp.log");
     m_vvp.start("vvp",
-        QStringList {"-n", "-M", installed(OXA_LIBDIR "/oxautils"), "-m", "oxa_target",
-            m_workDir + "/target.vvp", "+oxa_jtag=" + jtag,
-            "+oxa_control=unix:" + m_sockets.filePath("control"), "+oxa_stimulus=" + stimulus}
+        QStringList {"-n", "-M", m_plugin, "-m", "oxa_target", m_workDir + "/target.vvp",
+            "+oxa_jtag=" + jtag, "+oxa_control=unix:" + m_sockets.filePath("control"),
+            "+oxa_stimulus=" + stimulus}
             + m_settle);
     if (!m_vvp.waitForStarted(-1))
         return fail("vvp does not start (package iverilog): " + m_vvp.errorString());
@@ -165,9 +173,9 @@ bool SimulatedTarget::serve(const QString& stimulus, int port)
 bool SimulatedTarget::connectTo(
     const QString& name, const std::function<bool(const QString&)>& connect)
 {
-    m_patience.begin(m_vvp.processId());
+    m_patience->begin(m_vvp.processId());
     while (!connect("unix:" + m_sockets.filePath(name))) {
-        if (m_vvp.waitForFinished(10) || !m_patience.lasts() || (m_goesOn && !m_goesOn()))
+        if (m_vvp.waitForFinished(10) || !m_patience->lasts() || (m_goesOn && !m_goesOn()))
             return fail("the simulator does not run: " + lastWords());
     }
     return true;
@@ -177,8 +185,8 @@ bool SimulatedTarget::connectTo(
 bool SimulatedTarget::mayAnswer(int looks)
 {
     if (looks == 1)
-        m_patience.begin(m_vvp.processId());
-    return m_patience.lasts();
+        m_patience->begin(m_vvp.processId());
+    return m_patience->lasts();
 }
 
 bool SimulatedTarget::order(const QByteArray& line, QByteArray& answer)
@@ -225,4 +233,6 @@ QString SimulatedTarget::lastWords()
     return log.open(QIODevice::ReadOnly)
         ? QString::fromLocal8Bit(log.readAll().right(500)).trimmed()
         : QString();
+}
+
 }
