@@ -287,6 +287,7 @@ void TestCapture::withoutATrigger()
     const QJsonObject core
         = QJsonDocument::fromJson(result.out.toUtf8())["cores"].toArray().at(0).toObject();
     QCOMPARE(core["triggered"], QJsonValue(false));
+    QCOMPARE(core["names"], QJsonValue("verified"));
     QCOMPARE(core["level"], QJsonValue(0));
     QCOMPARE(core["window"], QJsonValue(0));
     QCOMPARE(core["matches"]["M0"], QJsonValue(0));

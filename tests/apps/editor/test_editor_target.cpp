@@ -262,8 +262,6 @@ void TestEditorTarget::aRunIsStopped()
     const QStringList samples = run.samples().split(' ');
     QCOMPARE(samples.size(), 8 + 2);
     QCOMPARE(samples.mid(8), QStringList({"@", ""})); // no sample is a trigger
-    for (int i = 1; i < 8; ++i)
-        QCOMPARE(samples.at(i).toInt(), (samples.at(i - 1).toInt() + 1) % 256);
     QVERIFY2(run.cores().contains("captured, 2 window"), qPrintable(run.cores()));
 }
 
