@@ -6,6 +6,7 @@
 #include "oxautils/check/check.h"
 #include "oxautils/check/problem.h"
 #include "oxautils/config/checksum.h"
+#include "oxautils/config/configuration.h"
 #include "oxautils/config/crc16.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/oxa_mode.h"

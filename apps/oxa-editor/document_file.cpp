@@ -1,8 +1,7 @@
 #include "document_file.h"
 
-#include "oxa/configuration.h"
-
 #include "oxautils/config/checksum.h"
+#include "oxautils/config/configuration.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
@@ -57,21 +56,11 @@ QString checksumWarning(const QString& path)
         .arg(stored, computed);
 }
 
-QString withoutPrefix(QString message)
-{
-    const QString prefix = "error: ";
-    return message.startsWith(prefix) ? message.mid(prefix.size()).trimmed() : message.trimmed();
-}
-
 bool readCores(const QString& path, LoadedFile& file, QString& error)
 {
     Configuration configuration;
-    TextOut stream(&error);
-    if (!readConfiguration(path, configuration, stream)) {
-        stream.flush();
-        error = withoutPrefix(error);
+    if (!readConfiguration(path, configuration, &error))
         return false;
-    }
     file.mode = configuration.mode == Lite ? Lite : Standard;
     file.cores = takeCores(configuration);
     return true;

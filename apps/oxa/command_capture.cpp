@@ -1,8 +1,8 @@
 #include "capture_report.h"
-#include "configuration.h"
 #include "interrupt.h"
 #include "options.h"
 #include "progress_line.h"
+#include "request.h"
 #include "run_settings.h"
 #include "simulation_inputs.h"
 #include "work_dir.h"
@@ -52,8 +52,8 @@ struct Options {
 
 /// Everything that is known before the chip is asked.
 struct Plan {
-    Configuration built; // as the chip was built
-    Configuration wanted; // as it is to run
+    OXA::Configuration built; // as the chip was built
+    OXA::Configuration wanted; // as it is to run
     std::vector<BuiltConfiguration> builds;
     std::vector<size_t> chosen; // places of the cores that run
 };
@@ -85,7 +85,7 @@ bool changesSettings(const RunSettings& run)
 }
 
 /// What is wrong with the call, beside the file.
-void checkCall(const Options& options, const Configuration& configuration, Messages& messages)
+void checkCall(const Options& options, const OXA::Configuration& configuration, Messages& messages)
 {
     QString error;
     if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error))

@@ -1,7 +1,7 @@
 #include "command.h"
-#include "configuration.h"
 #include "fit.h"
 #include "part.h"
+#include "request.h"
 #include "table.h"
 
 #include "oxautils/resource/capture_memory.h"
@@ -85,7 +85,7 @@ void add(Estimate& estimate, Memory memory, int askedKind, const DEV::ChipInfo& 
     estimate.memories += memory;
 }
 
-Estimate countAll(const Configuration& configuration, const DEV::ChipInfo& chip)
+Estimate countAll(const OXA::Configuration& configuration, const DEV::ChipInfo& chip)
 {
     Estimate estimate;
     estimate.memoryAvailable = OXA_TOOL::deviceMemory(chip.partNumber, chip.name);
@@ -206,7 +206,7 @@ void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate
 
 int run(const Options& options, Io& io)
 {
-    Configuration configuration;
+    OXA::Configuration configuration;
     if (!readConfiguration(options.file, configuration, io.err))
         return kUnusable;
     const std::optional<DEV::ChipInfo> chip = findPart(options.part, io.err);

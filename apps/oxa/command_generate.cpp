@@ -1,5 +1,4 @@
 #include "command.h"
-#include "configuration.h"
 #include "fit.h"
 #include "installed.h"
 #include "interrupt.h"
@@ -226,7 +225,7 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
 
 int run(const Options& options, Io& io)
 {
-    Configuration configuration;
+    OXA::Configuration configuration;
     OXA::OxaArg arg;
     if (!readConfiguration(options.file, configuration, io.err)
         || !namesStayWords(options.file, configuration, io.err)

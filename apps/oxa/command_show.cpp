@@ -1,6 +1,6 @@
 #include "command.h"
-#include "configuration.h"
 #include "options.h"
+#include "request.h"
 
 #include "oxacapture/trigger/trigger_setup.h"
 #include "oxautils/config/checksum.h"
@@ -213,7 +213,7 @@ template <typename Core> QJsonArray toJson(const QList<Core*>& cores, const QStr
     return array;
 }
 
-void printJson(TextOut& out, const QString& file, const Configuration& configuration,
+void printJson(TextOut& out, const QString& file, const OXA::Configuration& configuration,
     const QString& version, const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;
@@ -230,7 +230,7 @@ void printJson(TextOut& out, const QString& file, const Configuration& configura
     out.json(object);
 }
 
-void print(TextOut& out, const QString& file, const Configuration& configuration,
+void print(TextOut& out, const QString& file, const OXA::Configuration& configuration,
     const QString& version, const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;
@@ -249,7 +249,7 @@ void print(TextOut& out, const QString& file, const Configuration& configuration
 int run(const Options& options, Io& io)
 {
     const OXA::ParseOnce once;
-    Configuration configuration;
+    OXA::Configuration configuration;
     if (!readConfiguration(options.file, configuration, io.err))
         return kUnusable;
     const QString version = OXA::versionFromOxaConfigFile(options.file);

@@ -1,5 +1,4 @@
 #include "capture_report.h"
-#include "configuration.h"
 #include "interrupt.h"
 #include "options.h"
 #include "part.h"
@@ -121,8 +120,8 @@ Capture cutCapture(const std::vector<CorePlan>& cores, const SampledWaveform& wa
 }
 
 /// Everything that has to be right before anything is simulated.
-bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<CorePlan>& cores, TextOut& err)
+bool prepare(const Options& options, const OXA::Configuration& configuration,
+    const OXA::OxaArg& arg, std::vector<CorePlan>& cores, TextOut& err)
 {
     QString error;
     if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error)) {
@@ -172,7 +171,7 @@ bool hasCores(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 
 int run(const Options& options, Io& io)
 {
-    Configuration configuration;
+    OXA::Configuration configuration;
     OXA::OxaArg arg;
     std::vector<CorePlan> cores;
     SampledWaveform waveform;

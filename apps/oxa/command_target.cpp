@@ -1,5 +1,4 @@
 #include "command.h"
-#include "configuration.h"
 #include "installed.h"
 #include "interrupt.h"
 #include "problems.h"
@@ -40,8 +39,8 @@ struct Options {
     bool loop = false;
 };
 
-bool prepare(const Options& options, const Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<CorePlan>& cores, TextOut& err)
+bool prepare(const Options& options, const OXA::Configuration& configuration,
+    const OXA::OxaArg& arg, std::vector<CorePlan>& cores, TextOut& err)
 {
     Messages messages;
     cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
@@ -100,7 +99,7 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Core
 
 int run(const Options& options, Io& io)
 {
-    Configuration configuration;
+    OXA::Configuration configuration;
     OXA::OxaArg arg;
     std::vector<CorePlan> cores;
     SampledWaveform waveform;

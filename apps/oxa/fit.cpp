@@ -25,7 +25,7 @@ bool fits(const QString& what, const AnalyzerAmounts& taken, const DEV::ChipInfo
 
 }
 
-AnalyzerAmounts estimateOf(const Configuration& configuration, const DEV::ChipInfo& part)
+AnalyzerAmounts estimateOf(const OXA::Configuration& configuration, const DEV::ChipInfo& part)
 {
     OXA_TOOL::AnalyzerEstimate estimate(part);
     for (const auto& core : configuration.cores)
@@ -35,7 +35,7 @@ AnalyzerAmounts estimateOf(const Configuration& configuration, const DEV::ChipIn
     return estimate.amounts();
 }
 
-bool mayFit(const Configuration& configuration, const DEV::ChipInfo& part, TextOut& err)
+bool mayFit(const OXA::Configuration& configuration, const DEV::ChipInfo& part, TextOut& err)
 {
     const auto cannotFit
         = [](const AnalyzerResource& resource, const AnalyzerAmounts& taken,

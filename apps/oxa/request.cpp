@@ -11,6 +11,23 @@ void addIpDir(CLI::App& command, RequestOptions& options)
         ->type_name("DIR");
 }
 
+bool readConfiguration(const QString& file, OXA::Configuration& configuration, TextOut& err)
+{
+    QString error;
+    if (OXA::readConfiguration(file, configuration, &error))
+        return true;
+    err.error(error);
+    return false;
+}
+
+bool namesStayWords(const QString& file, const OXA::Configuration& configuration, TextOut& err)
+{
+    const QStringList faults = OXA::wordFaults(file, configuration);
+    for (const QString& fault : faults)
+        err << "error: " << fault << '\n';
+    return faults.isEmpty();
+}
+
 bool fillRequest(const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err)
 {
     const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);

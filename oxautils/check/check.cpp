@@ -25,7 +25,7 @@ void checkStandardCore(const StandardCore& core, QList<Problem>& problems)
 template <typename Core>
 void checkTogether(const QList<Core*>& cores, const DEV::ChipInfo* part, QList<Problem>& problems)
 {
-    Configuration configuration;
+    AllCores configuration;
     configuration.part = part;
     for (int position = 0; position < cores.size(); ++position)
         configuration.cores += AnyCore(*cores.at(position), position);

@@ -4,24 +4,12 @@
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
 
-#include <QFile>
-#include <QFileInfo>
-#include <QRegularExpression>
-
 namespace OXA {
 
 namespace {
 
 constexpr int kAbove = 4; // of compareVersion
 constexpr int kNumbers = 16; // of ports and units: 0 to 15
-
-QString openErrorOf(const QString& path)
-{
-    if (QFileInfo(path).isDir())
-        return "it is a directory";
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QString() : file.errorString();
-}
 
 QString versionErrorOf(const QDomElement& root)
 {
@@ -64,15 +52,10 @@ QHash<int, QDomElement> indexed(const QDomElement& core, const char* listTag, co
 }
 
 ConfigFile::ConfigFile(const QString& path)
-    : openError(openErrorOf(path))
 {
     QByteArray content;
-    if (!openError.isEmpty())
+    if (!readFile(path, content, &openError))
         return;
-    if (!readFile(path, content)) {
-        openError = "it cannot be read";
-        return;
-    }
     parsed = parseXml(content, document, &xmlError);
     m_lines = QString::fromUtf8(content).split('\n');
     if (!parsed)
@@ -120,13 +103,6 @@ void ConfigFile::setStart(const QDomElement& element, Place& place) const
         place.column = start + 1;
         return;
     }
-}
-
-bool ConfigFile::hasBareAmpersand(const Place& place) const
-{
-    static const QRegularExpression unfinished("&[^<>&;]*$");
-    const QString line = m_lines.value(place.line - 1);
-    return unfinished.match(line.left(place.column - 1)).hasMatch();
 }
 
 Place ConfigFile::placeOf(const QDomElement& element) const

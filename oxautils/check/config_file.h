@@ -25,9 +25,6 @@ struct ConfigFile {
     /// Where the start tag of `element` begins, and to which core, port or unit it belongs.
     Place placeOf(const QDomElement& element) const;
 
-    /// Whether the text in front of `place` begins a reference that it does not end.
-    bool hasBareAmpersand(const Place& place) const;
-
     /// Adds the line and column to a place in a core.
     void locate(Place& place) const;
 

@@ -31,13 +31,13 @@ QStringList repeatedOf(const QStringList& names)
 
 }
 
-void findNoCores(const Configuration& configuration, Findings& findings)
+void findNoCores(const AllCores& configuration, Findings& findings)
 {
     if (configuration.cores.isEmpty())
         findings.add({}, "there is no core, so there is nothing to build");
 }
 
-void findTooManyCores(const Configuration& configuration, Findings& findings)
+void findTooManyCores(const AllCores& configuration, Findings& findings)
 {
     const int count = configuration.cores.size();
     if (count > kMostCores && !configuration.cores.first().lite)
@@ -46,14 +46,14 @@ void findTooManyCores(const Configuration& configuration, Findings& findings)
                 .arg(QString::number(count), QString::number(kMostCores)));
 }
 
-void findUnbuiltCores(const Configuration& configuration, Findings& findings)
+void findUnbuiltCores(const AllCores& configuration, Findings& findings)
 {
     for (int i = 1; i < configuration.cores.size() && configuration.cores.first().lite; ++i)
         findings.add(configuration.cores.at(i).place(),
             "it is not built: only the first core of a Lite configuration is");
 }
 
-void findSharedSignals(const Configuration& configuration, Findings& findings)
+void findSharedSignals(const AllCores& configuration, Findings& findings)
 {
     QHash<QString, int> sampledBy; // the first core that does
     for (const AnyCore& core : configuration.cores) {

@@ -6,10 +6,10 @@
 namespace OXA {
 
 // What cores of either mode can break, by themselves and together.
-void findNoCores(const Configuration& configuration, Findings& findings);
-void findTooManyCores(const Configuration& configuration, Findings& findings);
-void findUnbuiltCores(const Configuration& configuration, Findings& findings);
-void findSharedSignals(const Configuration& configuration, Findings& findings);
+void findNoCores(const AllCores& configuration, Findings& findings);
+void findTooManyCores(const AllCores& configuration, Findings& findings);
+void findUnbuiltCores(const AllCores& configuration, Findings& findings);
+void findSharedSignals(const AllCores& configuration, Findings& findings);
 
 void findCoreIndex(const AnyCore& core, Findings& findings);
 void findNoClock(const AnyCore& core, Findings& findings);

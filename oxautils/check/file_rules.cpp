@@ -89,11 +89,8 @@ void findMalformed(const ConfigFile& file, Findings& findings)
     Place place;
     place.line = file.xmlError.line;
     place.column = file.xmlError.column;
-    if (file.hasBareAmpersand(place))
-        findings.add(place, QString("%1: a & that begins no reference").arg(file.xmlError.message),
-            "Write &amp; for &, and so &amp;&amp; for &&.");
-    else
-        findings.add(place, file.xmlError.message);
+    const char* more = file.xmlError.bareAmpersand ? ": a & that begins no reference" : "";
+    findings.add(place, file.xmlError.message + more, file.xmlError.hint());
 }
 
 void findVersion(const ConfigFile& file, Findings& findings)

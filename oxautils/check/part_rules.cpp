@@ -11,7 +11,7 @@ namespace OXA {
 namespace {
 
 /// The first core with which `test` of a resource holds; -1 when there is none.
-template <typename Test> int firstCore(const Configuration& configuration, Test test)
+template <typename Test> int firstCore(const AllCores& configuration, Test test)
 {
     const auto at = std::find_if(configuration.amounts.begin(), configuration.amounts.end(), test);
     return at == configuration.amounts.end() ? -1 : int(at - configuration.amounts.begin());
@@ -25,8 +25,8 @@ const OXA_TOOL::AnalyzerResource& resourceOf(qint64 OXA_TOOL::AnalyzerAmounts::*
 }
 
 /// Says with which core the analyzer takes more than the part has.
-void findMisfit(const Configuration& configuration, qint64 OXA_TOOL::AnalyzerAmounts::*amount,
-    Findings& findings)
+void findMisfit(
+    const AllCores& configuration, qint64 OXA_TOOL::AnalyzerAmounts::*amount, Findings& findings)
 {
     if (!configuration.part)
         return;
@@ -45,7 +45,7 @@ void findMisfit(const Configuration& configuration, qint64 OXA_TOOL::AnalyzerAmo
 
 }
 
-void findMissingShadowSram(const Configuration& configuration, Findings& findings)
+void findMissingShadowSram(const AllCores& configuration, Findings& findings)
 {
     if (!configuration.part || !configuration.part->resources.value(DEV::ShadowSramEntry).isEmpty())
         return;
@@ -61,27 +61,27 @@ void findMissingShadowSram(const Configuration& configuration, Findings& finding
     }
 }
 
-void findLutFit(const Configuration& configuration, Findings& findings)
+void findLutFit(const AllCores& configuration, Findings& findings)
 {
     findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::luts, findings);
 }
 
-void findRegisterFit(const Configuration& configuration, Findings& findings)
+void findRegisterFit(const AllCores& configuration, Findings& findings)
 {
     findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::registers, findings);
 }
 
-void findBlockSramFit(const Configuration& configuration, Findings& findings)
+void findBlockSramFit(const AllCores& configuration, Findings& findings)
 {
     findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::blockSram, findings);
 }
 
-void findShadowSramFit(const Configuration& configuration, Findings& findings)
+void findShadowSramFit(const AllCores& configuration, Findings& findings)
 {
     findMisfit(configuration, &OXA_TOOL::AnalyzerAmounts::shadowSram, findings);
 }
 
-void findNearLimit(const Configuration& configuration, Findings& findings)
+void findNearLimit(const AllCores& configuration, Findings& findings)
 {
     if (configuration.amounts.isEmpty())
         return;

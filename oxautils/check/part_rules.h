@@ -6,12 +6,12 @@
 namespace OXA {
 
 // What a configuration can break on a part; nothing without one.
-void findMissingShadowSram(const Configuration& configuration, Findings& findings);
-void findLutFit(const Configuration& configuration, Findings& findings);
-void findRegisterFit(const Configuration& configuration, Findings& findings);
-void findBlockSramFit(const Configuration& configuration, Findings& findings);
-void findShadowSramFit(const Configuration& configuration, Findings& findings);
-void findNearLimit(const Configuration& configuration, Findings& findings);
+void findMissingShadowSram(const AllCores& configuration, Findings& findings);
+void findLutFit(const AllCores& configuration, Findings& findings);
+void findRegisterFit(const AllCores& configuration, Findings& findings);
+void findBlockSramFit(const AllCores& configuration, Findings& findings);
+void findShadowSramFit(const AllCores& configuration, Findings& findings);
+void findNearLimit(const AllCores& configuration, Findings& findings);
 
 }
 

@@ -15,10 +15,10 @@ namespace OXA {
 class Findings;
 
 /// A rule looks at one kind of subject at a time and adds what it finds.
-using RuleFunction = std::variant<void (*)(const ConfigFile&, Findings&),
-    void (*)(const Configuration&, Findings&), void (*)(const AnyCore&, Findings&),
-    void (*)(const StandardCore&, Findings&), void (*)(const Unit&, Findings&),
-    void (*)(const Expression&, Findings&)>;
+using RuleFunction
+    = std::variant<void (*)(const ConfigFile&, Findings&), void (*)(const AllCores&, Findings&),
+        void (*)(const AnyCore&, Findings&), void (*)(const StandardCore&, Findings&),
+        void (*)(const Unit&, Findings&), void (*)(const Expression&, Findings&)>;
 
 struct Rule {
     const char* name;

@@ -27,7 +27,7 @@ const std::vector<Rule>& rules()
             "Check the path and the permissions."},
         {"malformed", kError, findMalformed,
             "The file is no well-formed XML, or nothing that a configuration can be.",
-            "Repair the place by hand, or go back to the last good copy."},
+            kMalformedHint},
         {"version", kError, findVersion,
             "The file has no version, one that is no version, or a newer one than is known.",
             "Set <Version> to 3.0, or use a newer release."},

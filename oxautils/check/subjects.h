@@ -35,7 +35,7 @@ struct AnyCore {
 };
 
 /// All cores of a configuration, and the part that they are meant for.
-struct Configuration {
+struct AllCores {
     QList<AnyCore> cores;
     const DEV::ChipInfo* part = nullptr; ///< null when there is none
     QList<OXA_TOOL::AnalyzerAmounts> amounts; ///< of the cores up to each; empty without a part

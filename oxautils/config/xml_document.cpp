@@ -3,6 +3,8 @@
 #include "oxautils/config/parse_once.h"
 
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <QXmlInputSource>
 
 namespace OXA {
@@ -48,15 +50,14 @@ public:
     }
 
     /// False, with the place in `error`, when the document is not to be parsed.
-    bool accepts(XmlError* error)
+    bool accepts(XmlError& error)
     {
         while ((m_at = m_text.indexOf('<', m_at)) >= 0) {
             const int start = m_at;
             const char* complaint = takeMarkup();
             if (!complaint)
                 continue;
-            if (error)
-                *error = {complaint, lineOf(start), columnOf(start)};
+            error = {complaint, lineOf(start), columnOf(start)};
             return false;
         }
         return true;
@@ -137,6 +138,13 @@ QString decoded(const QByteArray& content)
     QT_WARNING_POP
 }
 
+bool endsInBareAmpersand(const QString& text, const XmlError& error)
+{
+    static const QRegularExpression unfinished("&[^<>&;]*$");
+    const QString line = text.section('\n', error.line - 1, error.line - 1);
+    return error.line > 0 && unfinished.match(line.left(error.column - 1)).hasMatch();
+}
+
 }
 
 ParseOnce::ParseOnce() { ++lastParsed.keepers; }
@@ -148,13 +156,21 @@ QString XmlError::text() const
     return QString("%1 at %2:%3").arg(message, QString::number(line), QString::number(column));
 }
 
-bool readFile(const QString& path, QByteArray& content)
+QString XmlError::hint() const
+{
+    return bareAmpersand ? "Write &amp; for &, and so &amp;&amp; for &&." : kMalformedHint;
+}
+
+bool readFile(const QString& path, QByteArray& content, QString* error)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return false;
-    content = file.readAll();
-    return true;
+    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        content = file.readAll();
+        return true;
+    }
+    if (error)
+        *error = QFileInfo(path).isDir() ? "it is a directory" : file.errorString();
+    return false;
 }
 
 bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error)
@@ -164,16 +180,16 @@ bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error
         return true;
     }
     const QString text = decoded(content);
-    if (!NestingScanner(text).accepts(error))
-        return false;
-    XmlError parserError;
-    const bool ok
-        = document.setContent(text, &parserError.message, &parserError.line, &parserError.column);
-    if (!ok && error)
-        *error = parserError;
-    if (ok)
+    XmlError found;
+    if (NestingScanner(text).accepts(found)
+        && document.setContent(text, &found.message, &found.line, &found.column)) {
         lastParsed.keep(content, document);
-    return ok;
+        return true;
+    }
+    found.bareAmpersand = endsInBareAmpersand(text, found);
+    if (error)
+        *error = found;
+    return false;
 }
 
 bool loadXml(const QString& path, QDomDocument& document)

@@ -1,6 +1,6 @@
 #include "target_run.h"
 
-#include "oxa/configuration.h"
+#include "oxautils/config/configuration.h"
 
 #include <QCoreApplication>
 
@@ -20,17 +20,16 @@ QStringList textsOf(const Messages& messages)
 
 /// The configuration in the file `path`; what is wrong with it is told in `problems`.
 std::vector<BuiltConfiguration> buildsOf(
-    const QString& path, Configuration& file, QStringList& problems)
+    const QString& path, OXA::Configuration& file, QStringList& problems)
 {
-    QString said;
-    TextOut err(&said);
+    QString error;
     Messages messages;
     std::vector<BuiltConfiguration> builds;
-    if (readConfiguration(path, file, err))
+    if (OXA::readConfiguration(path, file, &error))
         builds = builtConfigurations(path, file.cores, file.liteCores, messages);
     problems += textsOf(messages);
-    if (!said.isEmpty())
-        problems += said.trimmed();
+    if (!error.isEmpty())
+        problems += error;
     return builds;
 }
 
@@ -61,7 +60,7 @@ TargetRun::TargetRun(TargetRequest request)
 
 void TargetRun::work()
 {
-    Configuration file;
+    OXA::Configuration file;
     CaptureRun run;
     run.goesOn = [this] { return !m_stop; };
     run.isAbandoned = [this] { return m_abandoned.load(); };
@@ -80,7 +79,7 @@ void TargetRun::work()
 }
 
 /// Finds the device that is built from the cores as edited, or from a file.
-bool TargetRun::find(CaptureRun& run, Configuration& file)
+bool TargetRun::find(CaptureRun& run, OXA::Configuration& file)
 {
     const bool hasFile = !m_request.builtFrom.isEmpty();
     std::vector<CaptureRun::ReadBuilds> configurations {[this, hasFile] {

@@ -8,7 +8,9 @@
 
 #include <atomic>
 
+namespace OXA {
 struct Configuration;
+}
 
 /// What to do with the analyzer in a chip.
 struct TargetRequest {
@@ -60,7 +62,7 @@ public:
     const TargetResult& result() const { return m_result; }
 
 private:
-    bool find(OXA_CAPTURE::CaptureRun& run, Configuration& file);
+    bool find(OXA_CAPTURE::CaptureRun& run, OXA::Configuration& file);
     void tellCores(const OXA_CAPTURE::CaptureRun& run) const;
     bool plan(OXA_CAPTURE::CaptureRun& run);
     void capture(OXA_CAPTURE::CaptureRun& run);

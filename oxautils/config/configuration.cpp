@@ -1,0 +1,88 @@
+#include "oxautils/config/configuration.h"
+
+#include "oxautils/config/lite_config.h"
+#include "oxautils/config/parse_once.h"
+#include "oxautils/config/standard_config.h"
+#include "oxautils/config/version.h"
+#include "oxautils/config/xml_document.h"
+#include "oxautils/config/xml_names.h"
+#include "oxautils/model/shown_text.h"
+#include "oxautils/model/verilog_word.h"
+
+namespace OXA {
+
+namespace {
+
+bool readCores(const QString& path, Configuration& configuration, QString& error)
+{
+    bool ok = false;
+    if (configuration.mode == Lite) {
+        try {
+            configuration.liteCores = readOXAConfigFromXml_Lite(path, &ok, &error);
+        } catch (const CompareException& exception) {
+            error = exception.message();
+        }
+        return ok;
+    }
+    configuration.cores = readOXAConfigFromXml(path, &ok, &error);
+    if (ok && configuration.mode == Invalid) {
+        error = "its \"Mode\" is neither \"Standard\" nor \"Lite\"";
+        return false;
+    }
+    return ok;
+}
+
+/// What makes the reader's words easier to act on.
+QString hintFor(const QString& error)
+{
+    if (error == "Invalid Oxa config file.")
+        return "; its \"Version\" is not of the form 3.0";
+    if (error == "The version of Oxa config file is too high.")
+        return QString("; this program reads versions up to %1").arg(LATEST_VERSION);
+    if (error == "Unknown Oxa version.")
+        return "; the root element has no \"Version\"";
+    return {};
+}
+
+/// A line on what to do when `content` is no XML; else nothing.
+QString remedyFor(const QByteArray& content)
+{
+    QDomDocument document;
+    XmlError error;
+    return parseXml(content, document, &error) ? QString() : '\n' + error.hint();
+}
+
+}
+
+Configuration::~Configuration()
+{
+    qDeleteAll(cores);
+    qDeleteAll(liteCores);
+}
+
+bool readConfiguration(const QString& path, Configuration& configuration, QString* error)
+{
+    const ParseOnce once;
+    QByteArray content;
+    QString reason;
+    QString remedy;
+    if (readFile(path, content, &reason)) {
+        configuration.mode = oxaModeFromOxaConfigFile(path);
+        if (readCores(path, configuration, reason))
+            return true;
+        remedy = remedyFor(content);
+    }
+    if (error)
+        *error = shownText(path + ": " + reason + hintFor(reason)) + remedy;
+    return false;
+}
+
+QStringList wordFaults(const QString& path, const Configuration& configuration)
+{
+    QStringList faults = wordFaults(configuration.cores) + wordFaults(configuration.liteCores);
+    for (QString& fault : faults)
+        fault = path + ": " + fault + "; write the name that the signal has in the design";
+    return faults;
+}
+
+}
