@@ -1,9 +1,8 @@
 #include "build_job.h"
 
-#include "oxa/work_dir.h"
-
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
+#include "oxautils/generate/work_dir.h"
 #include "oxautils/model/shown_text.h"
 
 #include <norvosyn/qx_synthesis_sync_proxy.h>
@@ -85,7 +84,7 @@ BuildJob::Result BuildJob::run(const OxaArg& arg, bool synthesize)
     Q_EMIT progress(tr("Generating"), -1);
     WorkDir workDir;
     QString error;
-    if (!workDir.claim(arg.workDir, error))
+    if (!workDir.claim(arg.workDir, &error))
         return {BuildOutcome::Refused, {error}};
     Result result = synthesize ? this->synthesize(arg) : generate(arg);
     const std::lock_guard<std::mutex> lock(m_mutex);

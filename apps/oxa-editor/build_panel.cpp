@@ -4,9 +4,10 @@
 #include "file_viewer.h"
 
 #include "files/replace_file.h"
-#include "oxa/work_dir.h"
 
 #include "oxautils/check/check.h"
+#include "oxautils/generate/inputs.h"
+#include "oxautils/generate/work_dir.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
 
@@ -28,9 +29,9 @@ namespace {
 constexpr char kNetlist[] = "qx_oxa_netlist.v";
 constexpr int kMostLines = 5000; // of the log
 
-QString installedIpDir()
+QString dataDir()
 {
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/oxautils/ip");
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/oxautils");
 }
 
 }
@@ -119,8 +120,8 @@ bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
         m_workDir->setFocus();
         return false;
     }
-    const QString lost = OXA_FILES::lostByEmptying(
-        path, inputsOf(arg, {m_document.path(), qEnvironmentVariable("OXA_DEVICE_DB")}));
+    const QString lost
+        = OXA_FILES::lostByEmptying(path, OXA::inputsOf(arg, dataDir(), {m_document.path()}));
     if (!lost.isEmpty()) {
         m_stage->setText(tr("The work folder would be emptied, but it holds or lies in %1. Name "
                             "another.")
@@ -128,7 +129,7 @@ bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
         m_workDir->setFocus();
         return false;
     }
-    if (!holdsForeignFiles(path))
+    if (!OXA::holdsForeignFiles(path))
         return true;
     return QMessageBox::question(this, tr("Empty the Work Folder?"),
                tr("The folder %1 is emptied before files are generated, and it holds files that "
@@ -192,7 +193,7 @@ void BuildPanel::start(bool synthesize)
         return;
     }
     OXA::OxaArg arg;
-    arg.ipDir = installedIpDir();
+    arg.ipDir = dataDir() + "/ip";
     m_log->clear();
     if (!namesStayWords() || !writeSnapshot(arg) || !passesCheck(arg.configFile)
         || !mayEmptyWorkDir(arg))

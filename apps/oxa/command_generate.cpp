@@ -11,8 +11,10 @@
 #include "work_dir.h"
 
 #include "files/replace_file.h"
+#include "oxautils/generate/inputs.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
+#include "oxautils/generate/work_dir.h"
 
 #include <dev/device_db.h>
 #include <norvosyn/qx_synthesis_sync_proxy.h>
@@ -89,7 +91,8 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 {
     if (!fillRequest(options.request, options.file, arg, err))
         return false;
-    const OXA_FILES::Inputs inputs = inputsOf(arg, {namedCatalogue(options.request.part)});
+    const OXA_FILES::Inputs inputs
+        = OXA::inputsOf(arg, installed("share/oxautils"), {namedCatalogue(options.request.part)});
     if (!mayEmpty(options.workDir, options.force, inputs, err)
         || !mayWrite(options.netlist, inputs, err))
         return false;
@@ -239,9 +242,9 @@ int run(const Options& options, Io& io)
     if (!passesCheck(arg, options.strict ? OtherProblems::Stop : OtherProblems::Warnings, io.err)
         || (!options.noSynthesis && !mayFit(configuration, chipOf(arg), io.err)))
         return kJobFailed;
-    WorkDir workDir;
+    OXA::WorkDir workDir;
     QString error;
-    if (!workDir.claim(arg.workDir, error)) {
+    if (!workDir.claim(arg.workDir, &error)) {
         io.err << "error: " << error << '\n';
         return kUnusable;
     }

@@ -1,4 +1,5 @@
 #include "capture_report.h"
+#include "installed.h"
 #include "interrupt.h"
 #include "options.h"
 #include "part.h"
@@ -11,6 +12,8 @@
 #include "oxacapture/files/capture_result.h"
 #include "oxacapture/simulator/simulation.h"
 #include "oxautils/generate/file_names.h"
+#include "oxautils/generate/inputs.h"
+#include "oxautils/generate/work_dir.h"
 
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -142,12 +145,12 @@ bool prepare(const Options& options, const OXA::Configuration& configuration,
 
 /// Makes the directory that is kept, or empties it; false, said on `err`, when it belongs to
 /// another run.
-bool prepareWorkDir(const QString& path, WorkDir& workDir, TextOut& err)
+bool prepareWorkDir(const QString& path, OXA::WorkDir& workDir, TextOut& err)
 {
     if (path.isEmpty())
         return true;
     QString error;
-    if (!workDir.claim(path, error)) {
+    if (!workDir.claim(path, &error)) {
         err << "error: " << error << '\n';
         return false;
     }
@@ -158,7 +161,7 @@ bool prepareWorkDir(const QString& path, WorkDir& workDir, TextOut& err)
 /// Whether nothing that the run reads is where it writes.
 bool keepsInputs(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 {
-    const OXA_FILES::Inputs inputs = inputsOf(arg,
+    const OXA_FILES::Inputs inputs = OXA::inputsOf(arg, installed("share/oxautils"),
         {namedCatalogue(options.inputs.request.part), options.inputs.stimulus, options.netlist});
     return mayWrite(options.output, inputs, err)
         && (options.workDir.isEmpty() || mayEmpty(options.workDir, false, inputs, err));
@@ -175,7 +178,7 @@ int run(const Options& options, Io& io)
     OXA::OxaArg arg;
     std::vector<CorePlan> cores;
     SampledWaveform waveform;
-    WorkDir workDir;
+    OXA::WorkDir workDir;
     if (!readConfiguration(options.file, configuration, io.err)
         || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)

@@ -1,25 +1,17 @@
 #include "oxautils/generate/run.h"
 
 #include "files/empty_directory.h"
-#include "files/input_guard.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_document.h"
 #include "oxautils/generate/file_names.h"
+#include "oxautils/generate/inputs.h"
 
 #include <QDebug>
 
 namespace OXA {
 
 namespace {
-
-OXA_FILES::Inputs inputsOf(const OxaArg& arg)
-{
-    return {
-        {arg.configFile,     qEnvironmentVariable("OXA_DEVICE_DB")}, // the device catalogue
-        {arg.ipDir + "/OXA", arg.ipDir + "/OXA_LITE"              }
-    };
-}
 
 bool refuse(const QString& reason)
 {

@@ -1,9 +1,9 @@
 #include "killed_child.h"
 #include "small_disk.h"
 
-#include "oxa/work_dir.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/generate/oxa_prepare.h"
+#include "oxautils/generate/work_dir.h"
 #include "support/files.h"
 #include "support/oxa_program.h"
 #include "support/waveforms.h"
@@ -124,9 +124,9 @@ void TestFaults::runsThatAreKilled()
     arg.ipDir = directory.path();
     arg.workDir = directory.filePath("work");
     const auto run = [&] {
-        WorkDir workDir;
+        OXA::WorkDir workDir;
         QString error;
-        if (workDir.claim(arg.workDir, error))
+        if (workDir.claim(arg.workDir, &error))
             OXA::OxaPrepare().prepare(arg);
     };
     int kept = 0;
@@ -140,7 +140,7 @@ void TestFaults::runsThatAreKilled()
         end = killAtCall(call, run);
         if (end == ChildEnd::NotTraced)
             QSKIP("this machine lets nobody trace a child");
-        const bool isMarked = !holdsForeignFiles(arg.workDir);
+        const bool isMarked = !OXA::holdsForeignFiles(arg.workDir);
         const bool isWhole
             = bytesOf(arg.workDir + "/a") == kOld && bytesOf(arg.workDir + "/z") == kOld;
         (isMarked ? marked : kept) += 1;

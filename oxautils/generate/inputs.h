@@ -1,0 +1,34 @@
+#ifndef OXAUTILS_GENERATE_INPUTS_H
+#define OXAUTILS_GENERATE_INPUTS_H
+
+#include "files/input_guard.h"
+#include "oxautils/generate/oxa_arg.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace OXA {
+
+/// What a run of `arg` reads, and so must not lose.
+inline OXA_FILES::Inputs inputsOf(const OxaArg& arg)
+{
+    return {
+        {arg.configFile,     qEnvironmentVariable("OXA_DEVICE_DB")}, // the device catalogue
+        {arg.ipDir + "/OXA", arg.ipDir + "/OXA_LITE"              }
+    };
+}
+
+/// The same for a program with installed data in `dataDir`, which must not lose itself either, nor
+/// the user's home, nor `more` files that it reads.
+inline OXA_FILES::Inputs inputsOf(
+    const OxaArg& arg, const QString& dataDir, const QStringList& more)
+{
+    OXA_FILES::Inputs inputs = inputsOf(arg);
+    inputs.paths += QStringList {QCoreApplication::applicationFilePath(), QDir::homePath()} + more;
+    inputs.sources += dataDir;
+    return inputs;
+}
+
+}
+
+#endif

@@ -1,0 +1,73 @@
+#include "oxautils/generate/work_dir.h"
+
+#include "oxautils/generate/file_names.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace OXA {
+
+namespace {
+
+/// The process whose run the mark names.
+QString ownerOf(const QString& mark)
+{
+    QFile file(mark);
+    file.open(QIODevice::ReadOnly);
+    static const QRegularExpression process("process \\d+");
+    const QString owner = process.match(QString::fromUtf8(file.read(1000))).captured();
+    return owner.isEmpty() ? QString("another process") : owner;
+}
+
+}
+
+bool holdsForeignFiles(const QString& path)
+{
+    const QDir directory(path);
+    return directory.exists() && !directory.exists(WORK_DIR_MARK)
+        && !directory.isEmpty(
+            QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+WorkDir::~WorkDir()
+{
+    if (m_mark >= 0)
+        ::close(m_mark);
+}
+
+bool WorkDir::claim(const QString& path, QString* error)
+{
+    const QString mark = path + '/' + WORK_DIR_MARK;
+    errno = 0;
+    if (QDir().mkpath(path))
+        m_mark = ::open(
+            QFile::encodeName(mark).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
+    if (m_mark < 0) {
+        *error = path + ": nothing can be written there: " + qt_error_string(errno);
+        return false;
+    }
+    // Where a file system has no locks, the run goes on without.
+    if (::flock(m_mark, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        *error = path + " is in use by " + ownerOf(mark)
+            + "; wait for its end, or name another work directory";
+        return false;
+    }
+    // On a full disk it is a mark without words still.
+    const QByteArray text
+        = QString("`oxa generate` made this directory and empties it on its next run.\n"
+                  "The last run was process %1.\n")
+              .arg(::getpid())
+              .toUtf8();
+    const bool hasWords = ::write(m_mark, text.constData(), size_t(text.size())) == text.size()
+        && ::ftruncate(m_mark, text.size()) == 0;
+    Q_UNUSED(hasWords)
+    return true;
+}
+
+}
