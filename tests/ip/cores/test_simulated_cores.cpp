@@ -311,6 +311,7 @@ void TestSimulatedCores::damagedAnswersAreNotTaken()
         {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", path("kept/target.vvp"),
             "+oxa_jtag=unix:" + path("jtag")});
     RemoteBitbangLink good;
+    good.setPatience(isWorthWaiting);
     while (!good.connectTo("unix:" + path("jtag")))
         QVERIFY2(!vvp.waitForFinished(10), "the target does not run");
     const BitString er1(8, 5);

@@ -20,6 +20,7 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kRounds = 12;
+constexpr int kRoundsOfGates = 4; // which are the same cores, slower
 constexpr int kSamples = 250; // a round
 constexpr int kEarly = 20; // of them, before the first snapshot of a round is asked for
 constexpr int kAnswer = 3; // edges to a snapshot
@@ -222,6 +223,7 @@ struct Running {
 
     bool start(const CoreBench& bench)
     {
+        link.setPatience(isWorthWaiting);
         vvp.start("vvp",
             {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target",
                 bench.path("target.vvp"), "+oxa_jtag=unix:" + bench.path("jtag"),
@@ -310,7 +312,8 @@ void TestWrittenCores::captureAsTheModel()
 
     int looks = 0;
     QSet<int> seen; // match types and functions that held in one sample at least
-    for (int round = 0; round < kRounds; ++round) {
+    const int rounds = gates ? kRoundsOfGates : kRounds;
+    for (int round = 0; round < rounds; ++round) {
         std::vector<TriggerSetup> setups(design.cores.size());
         for (size_t i = 0; i < design.cores.size(); ++i) {
             changeSettings(design.random, *design.cores[i]);
@@ -348,8 +351,8 @@ void TestWrittenCores::captureAsTheModel()
             }
         }
     }
-    QVERIFY2(looks > kRounds * int(std::size(kLooks)), qPrintable(QString::number(looks)));
-    QCOMPARE(seen.size(), 2 + 2 + 6 + 6 + 8 + 8);
+    QVERIFY2(looks > rounds * int(std::size(kLooks)), qPrintable(QString::number(looks)));
+    QVERIFY(gates || seen.size() == 2 + 2 + 6 + 6 + 8 + 8);
     target.control.abort();
     QVERIFY(finished(target.vvp));
 }

@@ -114,6 +114,7 @@ void TestSimulatedTarget::openocdScans()
 // A link that waits until the target listens.
 void TestSimulatedTarget::connectLink(RemoteBitbangLink& link, const QString& name)
 {
+    link.setPatience(isWorthWaiting);
     const QDeadlineTimer deadline(kPatience);
     while (!link.connectTo("unix:" + path(name)) && !deadline.hasExpired())
         QTest::qSleep(5);
