@@ -27,6 +27,7 @@
 #include "oxautils/generate/work_dir.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/model/limits.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
 #include "oxautils/resource/analyzer_estimate.h"

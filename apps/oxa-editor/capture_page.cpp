@@ -5,6 +5,8 @@
 
 #include "oxacapture/trigger/trigger_setup.h"
 
+#include "oxautils/model/limits.h"
+
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollArea>
@@ -71,7 +73,8 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
         [](const Core& core) -> int& {
             return core.implementation();
     },
-        {{tr("Block SRAM"), 0}, {tr("Registers"), 1}, {tr("Shadow SRAM"), 2}});
+        {{tr("Block SRAM"), OXA::BlockSram}, {tr("Registers"), OXA::Registers},
+            {tr("Shadow SRAM"), OXA::ShadowSram}});
     addSwitches();
     m_powerUp->setAccessibleName(tr("Windows from power-up on"));
     m_powerUp->setWordWrap(true);
@@ -138,7 +141,7 @@ LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
         [](const Core& core) -> int& {
             return core.implementation();
     },
-        {{tr("Block SRAM"), 0}, {tr("Shadow SRAM"), 2}});
+        {{tr("Block SRAM"), OXA::BlockSram}, {tr("Shadow SRAM"), OXA::ShadowSram}});
     m_form->addSwitch(tr("&Register before the memory"), tr("change the input register"),
         [](const Core& core) -> bool& { return core.lite->inputRegisterEnabled; });
     m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming"),

@@ -18,7 +18,7 @@ namespace {
 constexpr int kTakesColumn = 2;
 const QColor kOverColor(190, 30, 30); // with white text on it
 
-// In the order of OXA_TOOL::MemoryKind.
+// In the order of OXA::MemoryKind.
 const char* const kKindNames[] = {
     QT_TRANSLATE_NOOP("CostPanel", "Block SRAM"),
     QT_TRANSLATE_NOOP("CostPanel", "Registers"),

@@ -5,6 +5,7 @@
 #include "signal_names.h"
 #include "truth_table.h"
 
+#include "oxautils/model/limits.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QComboBox>
@@ -23,7 +24,6 @@ using namespace OXA;
 
 namespace {
 
-constexpr int kDynamic = 1;
 constexpr int kPlaceRole = Qt::UserRole; // of an expression in the core's list
 
 }
@@ -168,9 +168,10 @@ void ExpressionsPage::refresh()
     if (!standard())
         return;
     const AoCore& shown = *standard();
-    m_kind->setCurrentIndex(shown.expressionType == kDynamic ? 1 : 0);
-    m_memory->setCurrentIndex(shown.exImplementation < 3 ? shown.exImplementation : -1);
-    m_memory->setEnabled(shown.expressionType == kDynamic);
+    const bool dynamic = shown.expressionType == DynamicExpressions;
+    m_kind->setCurrentIndex(dynamic ? DynamicExpressions : StaticExpressions);
+    m_memory->setCurrentIndex(shown.exImplementation <= ShadowSram ? shown.exImplementation : -1);
+    m_memory->setEnabled(dynamic);
     {
         const QSignalBlocker blocker(m_list);
         const int row = m_list->currentRow();

@@ -4,18 +4,14 @@
 #include "signal_editor.h"
 #include "signal_names.h"
 
+#include "oxautils/model/limits.h"
+
 #include <QAction>
 #include <QListWidget>
 #include <QSplitter>
 #include <QVBoxLayout>
 
 using namespace OXA;
-
-namespace {
-
-constexpr int kPorts = 16;
-
-}
 
 PortsPage::PortsPage(Document& document, QWidget* parent)
     : CorePage(document, Page::Ports, parent)

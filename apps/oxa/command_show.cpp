@@ -6,6 +6,7 @@
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
+#include "oxautils/model/limits.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -85,6 +86,11 @@ QString counterText(const OXA::MatchUnit& unit)
             QString::number(unit.counterWidth));
 }
 
+const char* expressionKind(const OXA::AoCore& core)
+{
+    return core.expressionType == OXA::DynamicExpressions ? "dynamic" : "static";
+}
+
 void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString& file)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
@@ -107,11 +113,10 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString
         out << "  M" << unit->index << "       " << OXA::type2string(unit->matchType) << ": "
             << port << ' ' << valueText(*unit) << counterText(*unit) << '\n';
     }
-    const bool dynamic = core.expressionType == 1;
-    out << "  trigger  " << (dynamic ? "dynamic" : "static") << ", "
+    out << "  trigger  " << expressionKind(core) << ", "
         << (core.expressions.isEmpty() ? QString("by force only")
                                        : core.expressions.join(", then "));
-    if (dynamic)
+    if (core.expressionType == OXA::DynamicExpressions)
         out << "; tables in " << storageText(core.exImplementation);
     out << '\n';
 }
@@ -174,21 +179,21 @@ QJsonObject toJson(const OXA::AoCore& core, const QString& file)
     const QJsonArray signalNames = QJsonArray::fromStringList(core.dataSignals());
     const QJsonArray expressions = QJsonArray::fromStringList(core.expressions);
     return {
-        {"index",           core.index                                     },
-        {"module",          core.moduleName                                },
-        {"sampleClock",     core.sampleClock                               },
-        {"edge",            edgeText(core.trigType)                        },
-        {"storageDepth",    core.storageDepth                              },
-        {"captureAmount",   core.captureAmount                             },
-        {"windows",         core.windowNum                                 },
-        {"triggerPosition", core.triggerPos                                },
-        {"powerUp",         powerUp                                        },
-        {"storage",         storageText(core.implementation)               },
-        {"signals",         signalNames                                    },
-        {"ports",           ports                                          },
-        {"units",           units                                          },
-        {"expressionType",  core.expressionType == 1 ? "dynamic" : "static"},
-        {"expressions",     expressions                                    },
+        {"index",           core.index                      },
+        {"module",          core.moduleName                 },
+        {"sampleClock",     core.sampleClock                },
+        {"edge",            edgeText(core.trigType)         },
+        {"storageDepth",    core.storageDepth               },
+        {"captureAmount",   core.captureAmount              },
+        {"windows",         core.windowNum                  },
+        {"triggerPosition", core.triggerPos                 },
+        {"powerUp",         powerUp                         },
+        {"storage",         storageText(core.implementation)},
+        {"signals",         signalNames                     },
+        {"ports",           ports                           },
+        {"units",           units                           },
+        {"expressionType",  expressionKind(core)            },
+        {"expressions",     expressions                     },
     };
 }
 

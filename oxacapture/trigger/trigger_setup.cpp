@@ -4,6 +4,7 @@
 #include "oxacapture/trigger/static_expression.h"
 
 #include "oxautils/encoding/match_registers.h"
+#include "oxautils/model/limits.h"
 
 #include <dev/device_db.h>
 
@@ -17,9 +18,6 @@
 namespace OXA_CAPTURE {
 
 namespace {
-
-constexpr int kMostLevels = 16;
-constexpr int kWidestCounter = 32; // bits
 
 // Collects what is wrong with one core.
 class Complaints {
@@ -64,7 +62,7 @@ QString unitComplaint(const OXA::MatchUnit& unit)
             .arg(OXA::type2string(unit.matchType), QString::number(unit.matchFunc));
     if (!unit.counterEnable)
         return {};
-    if (unit.counterWidth < 1 || unit.counterWidth > kWidestCounter)
+    if (unit.counterWidth < 1 || unit.counterWidth > OXA::kWidestCounter)
         return QString("a counter cannot have %1 bits").arg(unit.counterWidth);
     if (unit.counter < 1 || unit.counter > qint64(1) << unit.counterWidth)
         return QString("a counter of %1 bits cannot count to %2")
@@ -108,14 +106,15 @@ void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complai
     std::vector<bool> enabled;
     for (const OXA::MatchUnit* unit : core.matchUnits)
         enabled.push_back(unit->enabled);
-    if (core.expressions.size() > kMostLevels)
-        complaints.add({}, QString("it has more than %1 expressions").arg(kMostLevels));
+    if (core.expressions.size() > OXA::kMostExpressions)
+        complaints.add({}, QString("it has more than %1 expressions").arg(OXA::kMostExpressions));
     for (int level = 0; level < core.expressions.size(); ++level) {
         const QString& text = core.expressions.at(level);
         TriggerTable table;
         QString error;
-        const bool ok = core.expressionType == 1 ? compileDynamic(text, enabled, table, error)
-                                                 : compileStatic(text, table, error);
+        const bool ok = core.expressionType == OXA::DynamicExpressions
+            ? compileDynamic(text, enabled, table, error)
+            : compileStatic(text, table, error);
         if (!ok)
             complaints.add(QString("expression %1").arg(level), error);
         setup.levels.push_back(table);
@@ -137,7 +136,7 @@ qint64 samplesBehindTrigger(const OXA::AoCore& core, const OXA::OxaArg& arg)
     // MAX_DATA_DEPTH_INIT, which has the same ending, stands in front.
     const auto match = depth.match(text, text.indexOf(" DATA_DEPTH_INIT"));
     const qint64 value = match.captured(2).toLongLong(nullptr, 16);
-    const int allowance = core.expressionType == 1 ? 4 : 3;
+    const int allowance = core.expressionType == OXA::DynamicExpressions ? 4 : 3;
     return (match.captured(1).isEmpty() ? value : -value) + allowance - 1;
 }
 

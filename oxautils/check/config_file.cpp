@@ -3,13 +3,13 @@
 #include "oxautils/config/config_writer.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/limits.h"
 
 namespace OXA {
 
 namespace {
 
 constexpr int kAbove = 4; // of compareVersion
-constexpr int kNumbers = 16; // of ports and units: 0 to 15
 
 QString versionErrorOf(const QDomElement& root)
 {
@@ -36,7 +36,7 @@ int numberOf(const QDomElement& element)
 {
     bool ok = false;
     const int number = element.attribute(ATTR_INDEX).toInt(&ok);
-    return ok && number >= 0 && number < kNumbers ? number : -1;
+    return ok && number >= 0 && number < kUnits ? number : -1;
 }
 
 /// The children `tag` of a core's list by their index; of several the last, which is the one that

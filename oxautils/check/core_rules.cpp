@@ -7,7 +7,6 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostCores = 16; // that the control core and the installed sources are made for
 constexpr int kMostNames = 3; // that a text lists
 
 QString listed(const QStringList& names)
@@ -101,8 +100,8 @@ void findSamplingEdge(const AnyCore& core, Findings& findings)
 
 void findMemoryKind(const AnyCore& core, Findings& findings)
 {
-    const bool known = core.implementation == 0 || core.implementation == 2
-        || (core.implementation == 1 && !core.lite);
+    const bool known = core.implementation == BlockSram || core.implementation == ShadowSram
+        || (core.implementation == Registers && !core.lite);
     if (!known)
         findings.add(core.place(),
             QString("its memory is of kind %1, which %2")

@@ -12,8 +12,6 @@ namespace OXA {
 
 namespace {
 
-constexpr int kNumbers = 16; // of ports and units: 0 to 15
-
 using Visit = std::function<void(const QDomElement&)>;
 
 /// Visits `element` and everything below it; a file's depth is limited.
@@ -44,7 +42,7 @@ bool isNumbered(const QDomElement& element)
 {
     bool ok = false;
     const int number = element.attribute(ATTR_INDEX).toInt(&ok);
-    return !ok || (number >= 0 && number < kNumbers); // what is no number is another rule's
+    return !ok || (number >= 0 && number < kUnits); // what is no number is another rule's
 }
 
 void findNumbers(const ConfigFile& file, const char* listTag, const char* tag, Findings& findings)
@@ -132,7 +130,7 @@ void findUnknownPorts(const ConfigFile& file, Findings& findings)
         for (const QDomElement& unit : units) {
             bool ok = false;
             const int port = unit.attribute(ATTR_MU_TRIGGER).toInt(&ok);
-            if (ok && (port < 0 || port >= kNumbers))
+            if (ok && (port < 0 || port >= kPorts))
                 findings.add(file.placeOf(unit),
                     QString("M%1 is bound to port %2, there are 0 to 15")
                         .arg(unit.attribute(ATTR_INDEX), QString::number(port)));

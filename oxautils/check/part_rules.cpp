@@ -1,7 +1,5 @@
 #include "oxautils/check/part_rules.h"
 
-#include "oxautils/resource/capture_memory.h"
-
 #include <algorithm>
 
 #include <dev/device_facts.h>
@@ -50,11 +48,11 @@ void findMissingShadowSram(const AllCores& configuration, Findings& findings)
     if (!configuration.part || !configuration.part->resources.value(DEV::ShadowSramEntry).isEmpty())
         return;
     for (const AnyCore& core : configuration.cores) {
-        if (core.implementation == OXA_TOOL::ShadowSram)
+        if (core.implementation == ShadowSram)
             findings.add(core.place(),
                 QString("its memory becomes block SRAM: %1 has no shadow SRAM")
                     .arg(configuration.part->name));
-        if (core.tableMemory == OXA_TOOL::ShadowSram)
+        if (core.tableMemory == ShadowSram)
             findings.add(core.place(),
                 QString("its expression tables become block SRAM: %1 has no shadow SRAM")
                     .arg(configuration.part->name));

@@ -8,9 +8,6 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostExpressions = 16;
-constexpr int kDynamic = 1;
-
 bool isPowerOfTwo(int n) { return n > 0 && (n & (n - 1)) == 0; }
 
 bool windowCountIsGood(const AoCore& core) { return isPowerOfTwo(core.windowNum); }
@@ -95,7 +92,8 @@ void findNarrowRegisters(const StandardCore& core, Findings& findings)
 void findTableMemory(const StandardCore& core, Findings& findings)
 {
     const int memory = core.core.exImplementation;
-    if (core.core.expressionType == kDynamic && (memory < 0 || memory > 2))
+    if (core.core.expressionType == DynamicExpressions
+        && (memory < BlockSram || memory > ShadowSram))
         findings.add(core.place(),
             QString("its expression tables are in memory of kind %1, which does not exist")
                 .arg(memory));

@@ -5,6 +5,7 @@
 #include "oxautils/check/problem.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/model/limits.h"
 #include "oxautils/resource/analyzer_estimate.h"
 
 #include <dev/device_db.h>
@@ -66,7 +67,7 @@ struct Expression {
     Expression(const AoCore& core, int corePosition, int number);
 
     Place place() const;
-    bool dynamic() const { return core.expressionType == 1; }
+    bool dynamic() const { return core.expressionType == DynamicExpressions; }
 
     const AoCore& core;
     int position; ///< of its core

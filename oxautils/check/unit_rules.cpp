@@ -8,7 +8,6 @@ namespace OXA {
 
 namespace {
 
-constexpr int kWidestCounter = 32; // bits
 constexpr int kUnsetCounter = 2; // of a unit that was never given another
 
 struct Value {

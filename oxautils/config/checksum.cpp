@@ -6,6 +6,7 @@
 #include "oxautils/config/oxa_mode.h"
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/limits.h"
 
 namespace OXA {
 
@@ -75,7 +76,7 @@ void addUnit(ChecksumText& text, const MatchUnit& unit)
 
 void addExpressions(ChecksumText& text, const AoCore& core)
 {
-    if (core.expressionType == 1) {
+    if (core.expressionType == DynamicExpressions) {
         text.add(QString("Dynamic"));
         text.add(core.expressions.size());
         return;

@@ -2,6 +2,7 @@
 
 #include "oxautils/config/signal_xml.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/limits.h"
 
 namespace OXA {
 
@@ -73,7 +74,8 @@ QString normalised(QString expression) { return expression.remove("atch[").remov
 
 void readExpressions(const QDomElement& element, AoCore& core, ExpressionText expressions)
 {
-    core.expressionType = element.attribute(ATTR_EXP_TYPE) == "Dynamic" ? 1 : 0;
+    core.expressionType
+        = element.attribute(ATTR_EXP_TYPE) == "Dynamic" ? DynamicExpressions : StaticExpressions;
     core.exImplementation = intAttribute(element, ATTR_EXP_IMPLEMENTATION);
     forEachChild(element, NODE_EXPRESSION, [&](const QDomElement& child) {
         const bool asWritten = expressions == ExpressionText::AsWritten;

@@ -7,6 +7,7 @@
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/limits.h"
 
 #include <QDebug>
 #include <QXmlStreamWriter>
@@ -80,7 +81,7 @@ void writeMatchUnit(QXmlStreamWriter& xml, const MatchUnit& unit)
 
 void writeExpressions(QXmlStreamWriter& xml, const AoCore& core)
 {
-    const bool dynamic = core.expressionType == 1;
+    const bool dynamic = core.expressionType == DynamicExpressions;
     xml.writeStartElement(NODE_EXPRESSIONS);
     xml.writeAttribute(ATTR_EXP_TYPE, dynamic ? "Dynamic" : "Static");
     if (dynamic)

@@ -1,5 +1,7 @@
 #include "oxautils/encoding/data_depth.h"
 
+#include "oxautils/model/limits.h"
+
 #include <dev/device_facts.h>
 
 namespace OXA {
@@ -13,8 +15,8 @@ int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
 
 int dataDepth(const AoCore& core, const QString& device, int flag)
 {
-    const int depth
-        = minus(minus(core.captureAmount, core.triggerPos), core.expressionType == 1 ? 4 : 3);
+    const int depth = minus(minus(core.captureAmount, core.triggerPos),
+        core.expressionType == DynamicExpressions ? 4 : 3);
     return minus(depth, flag == 0 ? DEV::deviceFacts(device).extraStages : 0);
 }
 

@@ -1,6 +1,7 @@
 #include "oxautils/encoding/trigger_expression.h"
 
 #include "oxautils/encoding/truth_table.h"
+#include "oxautils/model/limits.h"
 
 #include <QDebug>
 
@@ -12,9 +13,6 @@
 namespace OXA {
 
 namespace {
-
-constexpr int kUnits = 16;
-constexpr int kExpressionLines = 16; // that a core reads
 
 bool isLetter(char c) { return c >= 'A' && c <= 'Z'; }
 
@@ -58,7 +56,7 @@ void getAllMatchEnbale(AoCore* core, std::vector<bool>& enables)
 
 void generateExpression(AoCore* core, QTextStream& out)
 {
-    if (!core || core->expressionType == 0)
+    if (!core || core->expressionType == StaticExpressions)
         return;
     std::vector<bool> enables;
     getAllMatchEnbale(core, enables);
@@ -72,7 +70,7 @@ void generateExpression(AoCore* core, QTextStream& out)
                 << "\" holds more than unit names, the operators ! & ^ | and parentheses";
         writeTable(out, i, table);
     }
-    for (int i = core->expressions.size(); i < kExpressionLines; ++i)
+    for (int i = core->expressions.size(); i < kMostExpressions; ++i)
         out << "parameter EXPRESSION" << i << "_INIT = 16'h0000;" << Qt::endl;
 }
 

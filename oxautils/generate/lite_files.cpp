@@ -5,21 +5,19 @@
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/top_wrapper.h"
 #include "oxautils/generate/verilog_file.h"
+#include "oxautils/model/limits.h"
 #include "oxautils/model/verilog_word.h"
 
 namespace OXA {
 
 namespace {
 
-constexpr int kBlockSram = 0;
-constexpr int kShadowSram = 2;
-
 void writeDefines(QTextStream& out, const AOCore_Lite& core, const DEV::ChipInfo& chip)
 {
-    const bool shadowMissing = core.implementation == kShadowSram && !hasShadowSram(chip);
-    if (core.implementation == kBlockSram || shadowMissing)
+    const bool shadowMissing = core.implementation == ShadowSram && !hasShadowSram(chip);
+    if (core.implementation == BlockSram || shadowMissing)
         out << "`define DEF_SYN_BSRAM\n";
-    else if (core.implementation == kShadowSram)
+    else if (core.implementation == ShadowSram)
         out << "`define DEF_SYN_SSRAM\n";
     if (core.inputRegisterEnabled)
         out << "`define DEF_INPUT_REG_EN\n";

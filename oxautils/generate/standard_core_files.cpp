@@ -4,6 +4,7 @@
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/verilog_file.h"
+#include "oxautils/model/limits.h"
 
 #include <QDebug>
 #include <QRegularExpression>
@@ -14,7 +15,6 @@ namespace OXA {
 
 namespace {
 
-constexpr int kExpressions = 16; // that a core tests for
 constexpr int kUnusedPortWidth = 8; // a port without signals: the cores need a width above 0
 constexpr int kUnusedCounterWidth = 8; // of a unit that is switched off
 
@@ -22,10 +22,10 @@ constexpr int kUnusedCounterWidth = 8; // of a unit that is switched off
 void writeStorage(QTextStream& out, const QString& prefix, int storage, bool shadowSram)
 {
     static constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
-    constexpr int kShadow = 2;
-    if (storage < 0 || storage > kShadow)
+    if (storage < BlockSram || storage > ShadowSram)
         return;
-    out << prefix << kStorages[storage == kShadow && !shadowSram ? 0 : storage] << '\n';
+    const bool missing = storage == ShadowSram && !shadowSram;
+    out << prefix << kStorages[missing ? BlockSram : storage] << '\n';
 }
 
 // The logarithm is taken in single precision, which decides what odd depths print.
@@ -40,7 +40,7 @@ void writeDefines(QTextStream& out, const AoCore& core, const DEV::ChipInfo& chi
     out << prefix << "DEF_SIGNAL_IN_EN\n";
     for (const TriggerPort* port : core.availableTriggers())
         out << prefix << "DEF_TRIG_" << port->index << "_EN\n";
-    if (core.expressionType == 1) {
+    if (core.expressionType == DynamicExpressions) {
         out << "`define DYNAMIC_EXPRESSION_" << number << '\n';
         for (int i = 0; i < core.expressions.size(); ++i)
             out << "`define EXPRESSION_" << i << "_EN_" << number << '\n';
@@ -107,7 +107,7 @@ void writeParameters(QTextStream& out, const AoCore& core)
 void writeExpressions(QTextStream& out, const AoCore& core)
 {
     static const QRegularExpression unitName("M(\\d+)");
-    for (int i = 0; i < std::max(kExpressions, int(core.expressions.size())); ++i) {
+    for (int i = 0; i < std::max(kMostExpressions, int(core.expressions.size())); ++i) {
         QString text = core.expressions.value(i, "1");
         if (i < core.expressions.size())
             text.replace(unitName, "match[\\1]");
@@ -137,7 +137,7 @@ bool writeCoreFiles(const OxaArg& arg, AoCore* core, int position)
         writeExpressions(out, *core);
     }) && writeVerilogFile(directory, AO_CAPTUREINIT_FILE_NAME, [&](QTextStream& out) {
         generateRegister(core, out, arg.package, flag);
-        if (core->expressionType == 1)
+        if (core->expressionType == DynamicExpressions)
             generateExpression(core, out);
     });
 }

@@ -1,5 +1,7 @@
 #include "oxautils/model/ao_core.h"
 
+#include "oxautils/model/limits.h"
+
 #include <QDebug>
 
 #include <algorithm>
@@ -8,7 +10,6 @@ namespace OXA {
 
 namespace {
 
-constexpr int kPortsAndUnits = 16;
 constexpr int kLeastShiftWidth = 16;
 
 template <typename T> T* withIndex(const QList<T*>& list, int index)
@@ -33,7 +34,7 @@ unsigned fixedWindowNum(unsigned n)
 AoCore::AoCore(int index)
     : index(index)
 {
-    for (int i = 0; i < kPortsAndUnits; ++i) {
+    for (int i = 0; i < kUnits; ++i) {
         auto* port = new TriggerPort;
         port->core = this;
         port->index = i;

@@ -2,6 +2,7 @@
 
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/model/limits.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/logic_costs.h"
 #include "oxautils/resource/logic_counts.h"
@@ -21,9 +22,9 @@ void addMemory(
     AnalyzerAmounts& amounts, const MemoryAmounts& memory, int kind, const DEV::ChipInfo& part)
 {
     const int built = part.name.isEmpty() ? kind : builtKind(kind, part.partNumber, part.name);
-    if (built == BlockSram)
+    if (built == OXA::BlockSram)
         amounts.blockSram += memory.blockSram;
-    else if (built == ShadowSram)
+    else if (built == OXA::ShadowSram)
         amounts.shadowSram += memory.shadowSram;
 }
 
@@ -56,7 +57,7 @@ void AnalyzerEstimate::add(const OXA::AoCore& core)
     addMemory(m_state->memories,
         captureMemory(core.dataSignals().size(), core.storageDepth, true, part.name),
         core.implementation, part);
-    if (core.expressionType == 1)
+    if (core.expressionType == OXA::DynamicExpressions)
         addMemory(m_state->memories, tableMemory(core, part.name), core.exImplementation, part);
 }
 

@@ -1,5 +1,6 @@
 #include "oxautils/resource/capture_memory.h"
 
+#include "oxautils/model/limits.h"
 #include "oxautils/resource/resource_estimate.h"
 
 #include <dev/device_db.h>
@@ -43,11 +44,11 @@ int MemoryAmounts::of(int kind) const
 int* MemoryAmounts::find(int kind)
 {
     switch (kind) {
-    case BlockSram:
+    case OXA::BlockSram:
         return &blockSram;
-    case Registers:
+    case OXA::Registers:
         return &registers;
-    case ShadowSram:
+    case OXA::ShadowSram:
         return &shadowSram;
     default:
         return nullptr;
@@ -77,7 +78,7 @@ int builtKind(int kind, const QString& partNumber, const QString& device)
 {
     const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(partNumber, device);
     const bool hasNone = chip.resources.value(DEV::ShadowSramEntry).isEmpty();
-    return kind == ShadowSram && hasNone ? int(BlockSram) : kind;
+    return kind == OXA::ShadowSram && hasNone ? int(OXA::BlockSram) : kind;
 }
 
 }

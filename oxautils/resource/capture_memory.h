@@ -7,13 +7,6 @@
 
 namespace OXA_TOOL {
 
-/// What a capture memory can be made of; configurations hold the number.
-enum MemoryKind : int {
-    BlockSram = 0,
-    Registers = 1,
-    ShadowSram = 2,
-};
-
 /// Amounts of memory: blocks of block SRAM, registers, 64-bit blocks of shadow SRAM.
 struct OXAUTILS_EXPORT MemoryAmounts {
     int blockSram = 0;

@@ -2,6 +2,7 @@
 
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/model/limits.h"
 #include "oxautils/resource/capture_memory.h"
 
 #include <dev/device_facts.h>
@@ -89,13 +90,13 @@ void addBanks(LogicCounts& counts, const Memory& memory, qint64 banks)
 void addMemory(LogicCounts& counts, const Memory& memory, const DEV::ChipInfo& part)
 {
     const qint64 bits = memory.width * memory.depth;
-    const bool unasked = memory.kind != Registers && memory.kind != ShadowSram
-        && memory.kind != BlockSram && bits < kWorthBlock;
-    if (memory.kind == Registers || unasked) {
+    const bool unasked
+        = (memory.kind < OXA::BlockSram || memory.kind > OXA::ShadowSram) && bits < kWorthBlock;
+    if (memory.kind == OXA::Registers || unasked) {
         counts.registers += bits + memory.width;
         counts.items[RegisterMux] += double(memory.width) * muxTables(memory.depth);
         counts.items[RegisterWords] += double(memory.depth);
-    } else if (memory.kind == ShadowSram) {
+    } else if (memory.kind == OXA::ShadowSram) {
         counts.registers += memory.width;
         addBanks(counts, memory, (memory.depth + kShadowWords - 1) / kShadowWords);
     } else {
@@ -118,7 +119,7 @@ int kindOn(const DEV::ChipInfo& part, int kind)
 QSet<int> namedUnits(const OXA::AoCore& core)
 {
     QSet<int> units;
-    if (core.expressionType == 1 && !core.expressions.isEmpty()) {
+    if (core.expressionType == OXA::DynamicExpressions && !core.expressions.isEmpty()) {
         for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
             units += unit->index;
         return units;
@@ -170,7 +171,7 @@ void addExpressions(LogicCounts& counts, const OXA::AoCore& core, const DEV::Chi
         counts.registers += 2 * levels; // the level, and the settings
     }
     counts.registers += std::max(levels, 1); // in the status
-    if (core.expressionType != 1) {
+    if (core.expressionType != OXA::DynamicExpressions) {
         for (const QString& expression : core.expressions)
             counts.items[ExpressionTables] += expressionTables(expression);
         return;
@@ -215,7 +216,7 @@ void addSignals(LogicCounts& counts, const OXA::AoCore& core)
 {
     const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
     const QString clock = (falling ? "!" : "") + core.sampleClock;
-    const bool dynamic = core.expressionType == 1;
+    const bool dynamic = core.expressionType == OXA::DynamicExpressions;
     addStages(counts, clock, core.dataSignals(), dynamic ? 5 : 4);
     counts.registers += dynamic ? 2 : 0; // of the stage more, beside the data
     QSet<QString> edgeSignals;
@@ -236,7 +237,8 @@ void addUnits(LogicCounts& counts, const OXA::AoCore& core)
     const QSet<int> named = namedUnits(core);
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
         if (unit->trigger)
-            addUnit(counts, *unit, core.expressionType == 1, named.contains(unit->index));
+            addUnit(counts, *unit, core.expressionType == OXA::DynamicExpressions,
+                named.contains(unit->index));
     }
 }
 
@@ -253,7 +255,7 @@ void addCaptureMemory(LogicCounts& counts, const Memory& memory, int indexBits, 
 
 void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo& part)
 {
-    const bool dynamic = core.expressionType == 1;
+    const bool dynamic = core.expressionType == OXA::DynamicExpressions;
     const int units = core.enabledMatchUnits().size();
     const int ports = core.availableTriggers().size();
     const int width = core.dataSignals().size() + 1; // the mark
