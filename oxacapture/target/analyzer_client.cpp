@@ -80,7 +80,7 @@ AnalyzerClient::AnalyzerClient(JtagLink& link, BitString instruction)
 
 bool AnalyzerClient::fail(int core, const QString& error)
 {
-    m_error = QString("core at position %1: %2").arg(QString::number(core), error);
+    m_error = m_names.value(core, QString("core at position %1").arg(core)) + ": " + error;
     return false;
 }
 

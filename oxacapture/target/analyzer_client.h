@@ -5,6 +5,8 @@
 #include "oxacapture/target/core_status.h"
 #include "oxacapture/target/jtag_link.h"
 
+#include <QHash>
+
 namespace OXA_CAPTURE {
 
 /// What a core can be told (docs/jtag-protocol.md). Each takes effect at the next sample.
@@ -43,6 +45,9 @@ public:
     /// Changes the expressions of a core at rest with dynamic ones.
     bool writeTables(const CoreIdentity& core, const TriggerSetup& setup);
 
+    /// Names the core at `position` in errors; one without a name is "core at position N".
+    void setName(int position, const QString& name) { m_names.insert(position, name); }
+
     /// Why the last call failed.
     const QString& error() const { return m_error; }
 
@@ -61,6 +66,7 @@ private:
 
     JtagLink& m_link;
     BitString m_instruction;
+    QHash<int, QString> m_names;
     QString m_error;
 };
 

@@ -120,6 +120,8 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
         if (!matchNames(build.cores))
             return false;
         m_build = build;
+        for (size_t core = 0; core < build.cores.size(); ++core)
+            m_client.setName(m_identities[core].position, build.cores[core].name());
         m_setups.clear();
         m_begun.assign(build.cores.size(), false);
         m_before.assign(build.cores.size(), {});

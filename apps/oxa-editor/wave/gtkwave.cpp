@@ -9,7 +9,8 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-constexpr char kShowAndRemove[] = R"("$1" "$2"; /bin/rm -f -- "$2")"; // GTKWave may outlive this program
+constexpr char kShowAndRemove[]
+    = R"("$1" "$2"; /bin/rm -f -- "$2")"; // GTKWave may outlive this program
 
 /// All samples as if they were a window.
 CapturedCore wholeOf(const Waveform& waveform)

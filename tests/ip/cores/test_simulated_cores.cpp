@@ -271,7 +271,7 @@ void TestSimulatedCores::openocdReadsAMemory()
     QVERIFY(control.exchange("run 5000\n", [](const QByteArray& so) { return so.endsWith('\n'); },
         played, {kPatience, kPatience, 1000}));
     const QString log = openocd(port,
-        QString("source %1/bench/readout/read_memory.tcl; echo read=[read_memory %2]")
+        QString("source %1/tests/ip/cores/read_memory.tcl; echo read=[read_memory %2]")
             .arg(OXA_SOURCE_DIR)
             .arg(kWords * (kSignals + 1)));
     QString bits; // in the order of time
