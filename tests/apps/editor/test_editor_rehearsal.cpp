@@ -8,6 +8,8 @@
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/standard_config.h"
 
+#include "support/rows.h"
+#include "support/signals.h"
 #include "support/waveforms.h"
 
 namespace {
@@ -23,39 +25,12 @@ QStringList counting(int samples)
     return texts;
 }
 
-OXA::SignalItem named(const QString& name)
-{
-    OXA::SignalItem item;
-    item.name = name;
-    return item;
-}
-
-OXA::SignalItem countBus()
-{
-    OXA::SignalItem item = named("count");
-    for (const QString& bit : kNames.mid(0, 3))
-        item.subItems += named(bit);
-    return item;
-}
-
 /// Takes windows of four samples, the trigger the second, around M0.
 std::unique_ptr<OXA::AoCore> makeCore()
 {
-    auto core = std::make_unique<OXA::AoCore>(0);
-    core->sampleClock = "clk";
-    core->captureSignals = core->signalList = {countBus()};
-    core->triggers[0]->signalList = {countBus()};
-    core->triggers[1]->signalList = {named("go")};
-    for (const int i : {0, 1}) {
-        core->matchUnits[i]->enabled = true;
-        core->matchUnits[i]->trigger = core->triggers[i];
-    }
-    core->matchUnits[0]->value0 = "101";
-    core->matchUnits[1]->value0 = "1";
-    core->expressions = QStringList {"M0"};
-    core->storageDepth = 16;
-    core->captureAmount = 4;
-    core->triggerPos = 1;
+    auto core = coreOf(0, {busOf("count", 3)}, busOf("count", 3), "101", 4, 1);
+    core->triggers[1]->signalList = {signalOf("go")};
+    enableUnit(*core, 1, 1, "1");
     return core;
 }
 
@@ -67,18 +42,12 @@ struct ProblemRow {
 };
 
 const ProblemRow kProblems[] = {
-    {"no such file",        "M0",        "clk",  "nothing.vcd", "nothing.vcd",     false},
-    {"no dump",             "M0",        "clk",  "core.oxa",    "core.oxa:1",      false},
-    {"no sample clock",     "M0",        "",     "wave.vcd",    "no sample clock", false},
-    {"a clock that is not", "M0",        "klok", "wave.vcd",    "klok",            false},
-    {"a name of two words", "M0",        "cl k", "wave.vcd",    "white space",     false},
-    {"a line end",          "M0 &&\nM1", "clk",  "wave.vcd",    "expression 0",    true },
-    {"half an expression",  "M0 && (",   "clk",  "wave.vcd",    "expression 0",    true },
+    {"no such file",       "M0",      "clk", "nothing.vcd", "nothing.vcd",     false},
+    {"no sample clock",    "M0",      "",    "wave.vcd",    "no sample clock", false},
+    {"half an expression", "M0 && (", "clk", "wave.vcd",    "expression 0",    true },
 };
 
 }
-
-Q_DECLARE_METATYPE(const ProblemRow*)
 
 class TestEditorRehearsal : public QObject {
     Q_OBJECT
@@ -103,8 +72,8 @@ private:
 /// A window with the core and its rehearsal.
 struct TestEditorRehearsal::Run : PanelDriver<RehearsalPanel> {
     Run(const TestFolder& folder, const QString& stimulus)
+        : PanelDriver(folder.path("core.oxa"))
     {
-        window.open(folder.path("core.oxa"));
         keys("Ctrl+8");
         if (stimulus.isEmpty())
             return;
@@ -180,25 +149,20 @@ void TestEditorRehearsal::followsEdits()
         qPrintable(run.state()));
 }
 
-void TestEditorRehearsal::problemsAreListed_data()
-{
-    QTest::addColumn<const ProblemRow*>("row");
-    for (const ProblemRow& row : kProblems)
-        QTest::newRow(row.what) << &row;
-}
+void TestEditorRehearsal::problemsAreListed_data() { addRows(kProblems); }
 
 void TestEditorRehearsal::problemsAreListed()
 {
-    QFETCH(const ProblemRow*, row);
+    const ProblemRow& row = rowOf(kProblems);
     Run run(m_folder, {});
     const CorePtr core = run.document().cores().at(0);
-    run.document().set({core}, core->sampleClock(), QString(row->clock), "clock");
-    run.setExpressions({row->expression});
-    run.enter("Stimulus:", m_folder.path(row->stimulus));
+    run.document().set({core}, core->sampleClock(), QString(row.clock), "clock");
+    run.setExpressions({row.expression});
+    run.enter("Stimulus:", m_folder.path(row.stimulus));
     run.settle();
-    QVERIFY2(run.problems().contains(row->problem), qPrintable(run.problems()));
+    QVERIFY2(run.problems().contains(row.problem), qPrintable(run.problems()));
     QVERIFY(run.panel.problems()->isVisible());
-    QCOMPARE(run.rows().contains("count"), row->signalsAreShown);
+    QCOMPARE(run.rows().contains("count"), row.signalsAreShown);
     QCOMPARE(run.windows(), QString());
 
     run.document().set({core}, core->sampleClock(), QString("clk"), "clock");
@@ -257,7 +221,7 @@ void TestEditorRehearsal::liteCores()
 {
     OXA::AOCore_Lite core;
     core.sampleClock = "clk";
-    core.signalList = {countBus()};
+    core.signalList = {busOf("count", 3)};
     core.captureAmount = 8;
     OXA::writeOXAConfigToXml_Lite({&core}, m_folder.path("lite.oxa"));
     Run run(m_folder, {});

@@ -4,12 +4,8 @@
 #include "oxa-editor/cost_panel.h"
 #include "oxa-editor/expression_edit.h"
 #include "oxa-editor/part_choice.h"
-#include "oxa-editor/ports_page.h"
 #include "oxa-editor/problems_panel.h"
-#include "oxa-editor/signal_editor.h"
-#include "oxa-editor/signal_model.h"
 
-#include "oxautils/config/checksum.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/editor/match_unit_dialog.h"
 
@@ -21,10 +17,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
-#include <QPushButton>
 #include <QSpinBox>
 #include <QTableView>
-#include <QToolButton>
 #include <QTreeView>
 
 using namespace OXA;
@@ -54,7 +48,6 @@ private Q_SLOTS:
     void problemsLeadToTheirPlace();
     void costOnAPart();
     void everythingHasANameAndTakesTheFocus();
-    void mnemonicsAreOneMeaning_data();
     void mnemonicsAreOneMeaning();
 
 private:
@@ -99,13 +92,30 @@ void editEveryPage(WindowDriver& driver)
     driver.press("Move the core up");
 }
 
+/// Undoes and does again what was edited since `before`, the content of the file `path`.
+void undoAndRedo(WindowDriver& driver, const QString& path, const QByteArray& before)
+{
+    driver.keys("Ctrl+S");
+    const QByteArray after = bytesOf(path);
+    QVERIFY(after != before);
+    QVERIFY(!driver.window.isWindowModified());
+    while (driver.document().undoStack().canUndo())
+        driver.keys("Ctrl+Z");
+    QVERIFY(driver.window.isWindowModified());
+    driver.keys("Ctrl+S");
+    QCOMPARE(bytesOf(path), before);
+    while (driver.document().undoStack().canRedo())
+        driver.keys("Ctrl+Shift+Z");
+    driver.keys("Ctrl+S");
+    QCOMPARE(bytesOf(path), after);
+}
+
 }
 
 void TestEditorWindow::editsOfEveryPageCanBeUndone()
 {
     const QString path = m_folder.example("uart.oxa");
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     driver.keys("Ctrl+S");
     const QByteArray before = bytesOf(path);
     editEveryPage(driver);
@@ -123,56 +133,32 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
     QCOMPARE(core.expressionType, 1);
     QCOMPARE(core.exImplementation, 1);
     QCOMPARE(core.index, 1);
-
-    driver.keys("Ctrl+S");
-    const QByteArray after = bytesOf(path);
-    QVERIFY(after != before);
-    QVERIFY(!driver.window.isWindowModified());
-    while (driver.document().undoStack().canUndo())
-        driver.keys("Ctrl+Z");
-    QVERIFY(driver.window.isWindowModified());
-    driver.keys("Ctrl+S");
-    QCOMPARE(bytesOf(path), before);
-    while (driver.document().undoStack().canRedo())
-        driver.keys("Ctrl+Shift+Z");
-    driver.keys("Ctrl+S");
-    QCOMPARE(bytesOf(path), after);
-    QVERIFY(driver.window.open(path));
-    driver.keys("Ctrl+S");
-    QCOMPARE(bytesOf(path), after);
+    undoAndRedo(driver, path, before);
 }
 
 void TestEditorWindow::editsOfLiteFilesCanBeUndone()
 {
     const QString path = m_folder.example("uart_lite.oxa");
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     driver.keys("Ctrl+S");
     const QByteArray before = bytesOf(path);
-    QCOMPARE(driver.window.findChild<QTabWidget*>()->count(), 2);
     driver.enter("Module:", "other");
     QTest::keyClick(driver.find<QSpinBox>("Capture amount:"), Qt::Key_Up);
     QTest::keyClick(driver.find<QComboBox>("Memory:"), Qt::Key_Down);
     QTest::keyClick(driver.find<QCheckBox>("Register before the memory"), Qt::Key_Space);
     driver.press("Add a core");
-    driver.keys("Ctrl+S");
-    const QByteArray after = bytesOf(path);
-    QVERIFY(after.contains("module_name=\"other\""));
-    while (driver.document().undoStack().canUndo())
-        driver.keys("Ctrl+Z");
-    driver.keys("Ctrl+S");
-    QCOMPARE(bytesOf(path), before);
+    undoAndRedo(driver, path, before);
+    QVERIFY(bytesOf(path).contains("module_name=\"other\""));
 }
 
 void TestEditorWindow::coresAreListed()
 {
     WindowDriver driver;
     driver.keys("Ctrl+N");
-    for (int i = 0; i < 2; ++i)
-        driver.press("Add a core"); // one is there
+    driver.press("Add a core"); // one is there
     auto* list = driver.find<QListWidget>("Cores");
     driver.keys("Ctrl+0");
-    for (int i = 0; i < 3; ++i) {
+    for (int i = 0; i < 2; ++i) {
         list->setCurrentRow(i);
         QTest::keyClick(list, Qt::Key_F2);
         auto* field = list->findChild<QLineEdit*>();
@@ -187,27 +173,21 @@ void TestEditorWindow::coresAreListed()
             texts += QString("%1:%2").arg(core->index()).arg(core->moduleName());
         return texts.join(' ');
     };
-    QCOMPARE(modules(), QString("0:core0 1:core1 2:core2"));
-    QTest::keyClick(list, Qt::Key_Up, Qt::AltModifier);
-    QCOMPARE(modules(), QString("0:core0 1:core2 2:core1"));
-    QCOMPARE(list->currentRow(), 1);
-    QTest::keyClick(list, Qt::Key_Delete);
     QCOMPARE(modules(), QString("0:core0 1:core1"));
-    list->setCurrentRow(0);
     list->model()->moveRow({}, 0, {}, 2); // as dragging does
     QTRY_COMPARE_WITH_TIMEOUT(modules(), QString("0:core1 1:core0"), kPatience);
     QVERIFY(list->item(0)->text().endsWith(" core1"));
-    driver.press("Remove the core");
+    list->setCurrentRow(0);
+    QTest::keyClick(list, Qt::Key_Delete);
+    QCOMPARE(modules(), QString("0:core0"));
     driver.press("Remove the core");
     QCOMPARE(modules(), QString());
     QVERIFY(!driver.window.findChild<QTabWidget*>()->isVisible());
-    QVERIFY(driver.find<QLabel>("There is no core. Add one to begin."));
 }
 
 void TestEditorWindow::unitsAreEditedInTheDialog()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     driver.keys("Ctrl+4");
     auto* units = driver.find<QTableView>("Match units");
     const auto withDialog = [&](const std::function<void(QDialog*)>& act) {
@@ -244,8 +224,7 @@ void TestEditorWindow::unitsAreEditedInTheDialog()
 
 void TestEditorWindow::valuesFollowTheirBits()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     const MatchUnit& unit = *driver.core().matchUnit(0); // start, data[7:0]
     const QString value = unit.value0;
     driver.keys("Ctrl+3");
@@ -256,8 +235,6 @@ void TestEditorWindow::valuesFollowTheirBits()
     QCOMPARE(unit.value0, value.mid(1) + value.left(1));
     driver.press("Remove");
     QCOMPARE(unit.value0, value.mid(1));
-    QCOMPARE(
-        driver.find<QListWidget>("Trigger ports")->item(0)->text().right(6), QString("8 bits"));
     driver.keys("Ctrl+Z");
     driver.keys("Ctrl+Z");
     QCOMPARE(unit.value0, value);
@@ -265,33 +242,26 @@ void TestEditorWindow::valuesFollowTheirBits()
 
 void TestEditorWindow::expressionsAreOrdered()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     driver.keys("Ctrl+5");
     auto* list = driver.find<QListWidget>("Expressions in the order of the trigger sequence");
-    QTest::keyClick(list, Qt::Key_Insert);
-    QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m2");
-    QCOMPARE(driver.core().expressions, QStringList({"M0", "M2", "M1 && M2"}));
-    list->model()->moveRow({}, 2, {}, 0); // as dragging does
+    list->model()->moveRow({}, 1, {}, 0); // as dragging does
     QTRY_COMPARE_WITH_TIMEOUT(
-        driver.core().expressions, QStringList({"M1 && M2", "M0", "M2"}), kPatience);
+        driver.core().expressions, QStringList({"M1 && M2", "M0"}), kPatience);
     driver.keys("Ctrl+5");
     list->setCurrentRow(0);
     QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
-    QCOMPARE(driver.core().expressions, QStringList({"M0", "M1 && M2", "M2"}));
+    QCOMPARE(driver.core().expressions, QStringList({"M0", "M1 && M2"}));
     QTest::keyClick(list, Qt::Key_Delete);
-    QCOMPARE(driver.core().expressions, QStringList({"M0", "M2"}));
+    QCOMPARE(driver.core().expressions, QStringList("M0"));
     driver.keys("Ctrl+Z");
-    driver.keys("Ctrl+Z");
-    driver.keys("Ctrl+Z");
-    QCOMPARE(driver.core().expressions, QStringList({"M0", "M2", "M1 && M2"}));
-    QCOMPARE(list->item(2)->text().right(8), QString("M1 && M2"));
+    QCOMPARE(driver.core().expressions, QStringList({"M0", "M1 && M2"}));
+    QCOMPARE(list->item(1)->text().right(8), QString("M1 && M2"));
 }
 
 void TestEditorWindow::clocksAreCompleted()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     driver.press("Add a core");
     auto* clock = driver.find<QLineEdit>("Sample clock:");
     clock->setFocus();
@@ -307,8 +277,7 @@ void TestEditorWindow::clocksAreCompleted()
 
 void TestEditorWindow::typingIsOneStep()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     driver.keys("Ctrl+5");
     auto* edit = driver.find<ExpressionEdit>("Expression:");
     QUndoStack& stack = driver.document().undoStack();
@@ -336,15 +305,12 @@ void TestEditorWindow::typingIsOneStep()
 
     driver.find<QCheckBox>("Armed at power-up")->click();
     auto* powerUp = driver.find<QLabel>("Windows from power-up on");
-    QVERIFY(powerUp);
-    QVERIFY2(powerUp->text().contains(QRegularExpression(" 32 samples .*; 33 on .*QX1N-9\\b")),
-        qPrintable(powerUp->text()));
+    QVERIFY(powerUp && powerUp->text().contains(QRegularExpression(" 32 samples .*; 33 on ")));
 }
 
 void TestEditorWindow::undoShowsThePlace()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     driver.keys("Ctrl+4");
     QTest::keyClick(driver.find<QTableView>("Match units"), Qt::Key_Space);
     driver.press("Add a core"); // a core, which is then shown
@@ -358,31 +324,21 @@ void TestEditorWindow::undoShowsThePlace()
 
 void TestEditorWindow::badFilesLeaveTheOldOne()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
-    const QList<QPair<QByteArray, QString>> rows = {
-        {"<OXA_CONFIG>\n<Version>3.0</Version>",                          ":2:"               },
-        {"<OXA_CONFIG><Version>9.0</Version></OXA_CONFIG>",               "versions up to 3.0"},
-        {"<OXA_CONFIG><Version>3.0</Version><Mode>X</Mode></OXA_CONFIG>",
-         "\"Standard\" nor \"Lite\""                                                          },
-    };
-    for (const auto& row : rows) {
-        const QString path = writeFile(m_folder.path("bad.oxa"), row.first);
-        const QString text
-            = WindowDriver::answering(QMessageBox::Ok, [&] { QVERIFY(!driver.window.open(path)); });
-        QVERIFY2(text.contains(path) || text.contains("bad.oxa"), qPrintable(text));
+    WindowDriver driver(m_folder.example("uart.oxa"));
+    writeFile(m_folder.path("bad.oxa"), "<OXA_CONFIG>\n<Version>3.0</Version>");
+    for (const char* name : {"bad.oxa", "none.oxa"}) {
+        const QString text = WindowDriver::answering(
+            QMessageBox::Ok, [&] { QVERIFY(!driver.window.open(m_folder.path(name))); });
+        QVERIFY2(text.contains(name), qPrintable(text));
         QCOMPARE(driver.document().cores().size(), 1);
         QVERIFY(driver.document().path().endsWith("uart.oxa"));
     }
-    WindowDriver::answering(
-        QMessageBox::Ok, [&] { QVERIFY(!driver.window.open(m_folder.path("none.oxa"))); });
 }
 
 void TestEditorWindow::wrongChecksum()
 {
     const QString path = m_folder.example("uart.oxa");
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     QCOMPARE(driver.message(), QString());
     const QByteArray bytes = bytesOf(path);
     writeFile(path, QByteArray(bytes).replace("storage_depth=\"1024\"", "storage_depth=\"2048\""));
@@ -390,7 +346,6 @@ void TestEditorWindow::wrongChecksum()
     QVERIFY2(driver.message().contains("checksum"), qPrintable(driver.message()));
     driver.keys("Ctrl+S");
     QCOMPARE(driver.message(), QString());
-    QCOMPARE(readOXACRCForXml(path), computeOXACRCForXml(path));
 }
 
 void TestEditorWindow::olderLayout()
@@ -400,11 +355,9 @@ void TestEditorWindow::olderLayout()
     const int at = bytes.indexOf("<SignalList>", bytes.indexOf("<Trigger "));
     bytes.insert(at + int(strlen("<SignalList")), " capture_from_trigger=\"1\"");
     writeFile(path, bytes);
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     QVERIFY(driver.message().contains("older layout"));
     QVERIFY(driver.window.isWindowModified());
-    QCOMPARE(driver.core().dataSignals().size(), 17 + 9);
     driver.keys("Ctrl+S");
     QVERIFY(driver.window.open(path));
     QCOMPARE(driver.core().dataSignals().size(), 17 + 9);
@@ -414,8 +367,7 @@ void TestEditorWindow::changesAreNotLost()
 {
     const QString path = m_folder.example("uart.oxa");
     const QByteArray before = bytesOf(path);
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     driver.find<QLineEdit>("Module:")->setFocus();
     QTest::keyClicks(driver.find<QLineEdit>("Module:"), "2"); // and still in the field
     QVERIFY(
@@ -458,8 +410,7 @@ void TestEditorWindow::unsavable()
     const QString path = m_folder.path("gone/uart.oxa");
     QDir(m_folder.path(".")).mkdir("gone");
     QFile::copy(m_folder.example("uart.oxa"), path);
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     driver.enter("Module:", "new");
     QVERIFY(QDir(m_folder.path("gone")).removeRecursively());
     const QString text = WindowDriver::answering(QMessageBox::Ok, [&] { driver.keys("Ctrl+S"); });
@@ -471,8 +422,7 @@ void TestEditorWindow::unsavable()
 void TestEditorWindow::fileChangedByOthers()
 {
     const QString path = m_folder.example("uart.oxa");
-    WindowDriver driver;
-    QVERIFY(driver.window.open(path));
+    WindowDriver driver(path);
     const QByteArray others = bytesOf(path).replace("trigger_pos=\"32\"", "trigger_pos=\"48\"");
     writeFile(path, others);
     QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("Another program"), kPatience);
@@ -535,8 +485,7 @@ void TestEditorWindow::recentFiles()
 
 void TestEditorWindow::problemsLeadToTheirPlace()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     auto* panel = driver.window.findChild<ProblemsPanel*>();
     QTRY_VERIFY_WITH_TIMEOUT(driver.find<QLabel>("No problems"), kPatience);
     driver.press("Add a core");
@@ -547,38 +496,36 @@ void TestEditorWindow::problemsLeadToTheirPlace()
     QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m9");
     driver.keys("Ctrl+1");
     driver.enter("Storage depth:", "1000");
-    const QList<QPair<QString, QString>> rows = {
+    const QHash<QString, QString> pages {
         {"storage-depth", "Capture"    },
         {"disabled-unit", "Expressions"},
         {"no-expression", "Expressions"},
         {"no-data",       "Signals"    }
     };
-    const auto placeOf = [panel](const QString& rule) {
-        for (int i = 0; i < panel->problems().size(); ++i) {
-            if (panel->problems().at(i).rule == rule)
-                return i;
-        }
-        return -1;
+    const auto rules = [panel] {
+        QSet<QString> rules;
+        for (const auto& problem : panel->problems())
+            rules += problem.rule;
+        return rules;
     };
-    const auto areAllThere = [&] {
-        return std::all_of(
-            rows.begin(), rows.end(), [&](const auto& row) { return placeOf(row.first) >= 0; });
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(areAllThere(), kPatience);
-    for (const auto& row : rows) {
-        const int place = placeOf(row.first);
+    const QList<QString> wanted = pages.keys();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        rules().contains(QSet<QString>(wanted.begin(), wanted.end())), kPatience);
+    for (int i = 0; i < panel->problems().size(); ++i) {
+        const auto problem = panel->problems().at(i);
         panel->list()->setFocus();
-        panel->list()->setCurrentRow(place);
+        panel->list()->setCurrentRow(i);
         QTest::keyClick(panel->list(), Qt::Key_Return);
-        QCOMPARE(list->currentRow(), panel->problems().at(place).place.core);
-        QCOMPARE(driver.page(), row.second);
+        if (!pages.contains(problem.rule))
+            continue;
+        QCOMPARE(list->currentRow(), problem.place.core);
+        QCOMPARE(driver.page(), pages.value(problem.rule));
     }
 }
 
 void TestEditorWindow::costOnAPart()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     auto* part = driver.find<PartChoice>("Part:");
     part->setFocus();
     QTest::keyClick(part, Qt::Key_A, Qt::ControlModifier);
@@ -586,14 +533,12 @@ void TestEditorWindow::costOnAPart()
     QWidget* popup = QApplication::activePopupWidget();
     QTest::keyClick(popup ? popup : part, Qt::Key_Return);
     QCOMPARE(part->part().name, QString("QX1N-9"));
-    QHash<QString, ShareBar*> bars;
-    for (ShareBar* bar : driver.window.findChildren<ShareBar*>())
-        bars.insert(bar->accessibleName(), bar);
-    const ShareBar& memory = *bars.value("Block SRAM");
-    QTRY_COMPARE_WITH_TIMEOUT(memory.text(), QString("1 of 26"), kPatience);
-    QVERIFY(bars.value("Look-up tables")->text().endsWith(" of 9216"));
+    const auto bars = driver.window.findChildren<ShareBar*>();
+    const auto memory = std::find_if(bars.begin(), bars.end(),
+        [](const ShareBar* bar) { return bar->accessibleName() == "Block SRAM"; });
+    QTRY_COMPARE_WITH_TIMEOUT((*memory)->text(), QString("1 of 26"), kPatience);
     driver.enter("Storage depth:", "65536");
-    QTRY_COMPARE_WITH_TIMEOUT(memory.text(), QString("72 of 26: does not fit"), kPatience);
+    QTRY_COMPARE_WITH_TIMEOUT((*memory)->text(), QString("72 of 26: does not fit"), kPatience);
 
     driver.document().undoStack().setClean();
     driver.keys("Ctrl+N"); // the part belongs to the file
@@ -625,8 +570,7 @@ bool readsBefore(const QWidget* a, const QWidget* b)
 /// order in which the window is read.
 void TestEditorWindow::everythingHasANameAndTakesTheFocus()
 {
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example("uart.oxa")));
+    WindowDriver driver(m_folder.example("uart.oxa"));
     for (int page = 1; page <= 5; ++page) {
         driver.keys(qPrintable(QString("Ctrl+%1").arg(page)));
         QList<QWidget*> reached;
@@ -662,26 +606,11 @@ void TestEditorWindow::everythingHasANameAndTakesTheFocus()
     }
 }
 
-void TestEditorWindow::mnemonicsAreOneMeaning_data()
-{
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QStringList>("keys"); // that open docks, each in front of those before it
-    QTest::newRow("Standard") << "uart.oxa" << QStringList();
-    QTest::newRow("Lite") << "uart_lite.oxa" << QStringList();
-    QTest::newRow("Target") << "uart.oxa" << QStringList("Ctrl+9");
-    QTest::newRow("all docks, Rehearsal in front")
-        << "uart.oxa" << QStringList {"Ctrl+9", "Ctrl+8"};
-}
+namespace {
 
 /// Two that share a letter would take it from each other, and from the menus.
-void TestEditorWindow::mnemonicsAreOneMeaning()
+void expectOneMeaningOfMnemonics(const WindowDriver& driver)
 {
-    QFETCH(QString, file);
-    QFETCH(QStringList, keys);
-    WindowDriver driver;
-    QVERIFY(driver.window.open(m_folder.example(file)));
-    for (const QString& key : keys)
-        driver.keys(qPrintable(key));
     auto* tabs = driver.window.findChild<QTabWidget*>();
     for (int page = 0; page < tabs->count(); ++page) {
         tabs->setCurrentIndex(page);
@@ -705,6 +634,20 @@ void TestEditorWindow::mnemonicsAreOneMeaning()
             meanings[key] = text;
         }
         QVERIFY(meanings.size() > 5);
+    }
+}
+
+}
+
+void TestEditorWindow::mnemonicsAreOneMeaning()
+{
+    for (const char* file : {"uart.oxa", "uart_lite.oxa"}) {
+        WindowDriver driver(m_folder.example(file));
+        expectOneMeaningOfMnemonics(driver);
+        for (const char* dock : {"Ctrl+9", "Ctrl+8"}) { // each in front of those before it
+            driver.keys(dock);
+            expectOneMeaningOfMnemonics(driver);
+        }
     }
 }
 

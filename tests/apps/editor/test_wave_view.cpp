@@ -6,6 +6,8 @@
 #include "oxacapture/sample_text.h"
 #include "support/files.h"
 #include "support/patience.h"
+#include "support/rows.h"
+#include "support/signals.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -14,7 +16,6 @@
 #include <QTemporaryDir>
 #include <QTreeView>
 #include <QWheelEvent>
-#include <QtTest>
 
 #include <random>
 #include <set>
@@ -23,27 +24,12 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-OXA::SignalItem named(const QString& name)
-{
-    OXA::SignalItem item;
-    item.name = name;
-    return item;
-}
-
-OXA::SignalItem bus(const QString& name, int width)
-{
-    OXA::SignalItem item = named(name);
-    for (int bit = width - 1; bit >= 0; --bit)
-        item.subItems += named(QString("%1[%2]").arg(name).arg(bit));
-    return item;
-}
-
 /// A core with a bus `data` of four bits and a signal `go`; the windows as texts of five bits, each
 /// with its trigger at sample 2.
 CapturedCore capturedOf(const QStringList& windows)
 {
     CapturedCore core;
-    core.items = {bus("data", 4), named("go")};
+    core.items = {busOf("data", 4), signalOf("go")};
     qint64 first = 0;
     for (const QString& text : windows) {
         SampleTable samples = samplesOf({text});
@@ -171,12 +157,9 @@ struct FindRow {
 
 const FindRow kFinds[] = {
     {"any change of a bus",        0, "",     Radix::Hexadecimal, 2,  "N", 4 },
-    {"the one before",             0, "",     Radix::Hexadecimal, 4,  "P", 2 },
-    {"of one bit",                 1, "",     Radix::Hexadecimal, 1,  "N", 2 },
     {"across the windows' border", 0, "",     Radix::Hexadecimal, 5,  "N", 6 },
     {"a value",                    0, "f",    Radix::Hexadecimal, 0,  "N", 5 },
     {"the same value again",       0, "f",    Radix::Hexadecimal, 5,  "N", 8 },
-    {"in another radix",           0, "10",   Radix::Decimal,     0,  "N", 2 },
     {"with any digit",             0, "1?1?", Radix::Binary,      11, "P", 8 },
     {"an unknown bit is no 0",     1, "0",    Radix::Hexadecimal, 3,  "N", 4 },
     {"none behind",                0, "f",    Radix::Hexadecimal, 8,  "N", -1},
@@ -184,9 +167,6 @@ const FindRow kFinds[] = {
 };
 
 }
-
-Q_DECLARE_METATYPE(const ValueRow*)
-Q_DECLARE_METATYPE(const FindRow*)
 
 class TestWaveView : public QObject {
     Q_OBJECT
@@ -203,7 +183,6 @@ private Q_SLOTS:
     void windowsAndTriggers();
     void choicesSurviveAnotherWaveform();
     void eventsOfCapturedSamples();
-    void picture();
     void gtkWave();
 };
 
@@ -230,27 +209,22 @@ void TestWaveView::changesAreFound()
     }
 }
 
-void TestWaveView::values_data()
-{
-    QTest::addColumn<const ValueRow*>("row");
-    for (const ValueRow& row : kValues)
-        QTest::newRow(row.what) << &row;
-}
+void TestWaveView::values_data() { addRows(kValues); }
 
 void TestWaveView::values()
 {
-    QFETCH(const ValueRow*, row);
-    const auto samples = std::make_shared<SampleTable>(samplesOf({QString("1%1x").arg(row->bits)}));
+    const ValueRow& row = rowOf(kValues);
+    const auto samples = std::make_shared<SampleTable>(samplesOf({QString("1%1x").arg(row.bits)}));
     WaveRow wave;
     wave.samples = samples;
     wave.firstBit = 1;
-    wave.width = int(qstrlen(row->bits));
+    wave.width = int(qstrlen(row.bits));
     const WaveValue value = wave.valueAt(0);
-    QCOMPARE(valueText(value, row->radix), QString(row->text));
+    QCOMPARE(valueText(value, row.radix), QString(row.text));
     WavePattern pattern;
-    if (!row->wanted)
+    if (!row.wanted)
         return;
-    QVERIFY(readPattern(row->wanted, row->radix, value.width, pattern));
+    QVERIFY(readPattern(row.wanted, row.radix, value.width, pattern));
     QVERIFY(pattern.matches(value));
 }
 
@@ -262,24 +236,19 @@ void TestWaveView::wrongValues()
     }
 }
 
-void TestWaveView::finds_data()
-{
-    QTest::addColumn<const FindRow*>("row");
-    for (const FindRow& row : kFinds)
-        QTest::newRow(row.what) << &row;
-}
+void TestWaveView::finds_data() { addRows(kFinds); }
 
 void TestWaveView::finds()
 {
-    QFETCH(const FindRow*, row);
+    const FindRow& row = rowOf(kFinds);
     Shown shown;
-    shown.choose(row->row);
-    shown.view.setRadix(row->radix);
-    shown.enter("Find value:", row->value);
-    shown.view.canvas()->setCursor(0, row->from);
-    shown.keys(row->key);
-    QCOMPARE(shown.cursor(), row->to < 0 ? row->from : row->to);
-    QCOMPARE(shown.state().contains("does not get there"), row->to < 0);
+    shown.choose(row.row);
+    shown.view.setRadix(row.radix);
+    shown.enter("Find value:", row.value);
+    shown.view.canvas()->setCursor(0, row.from);
+    shown.keys(row.key);
+    QCOMPARE(shown.cursor(), row.to < 0 ? row.from : row.to);
+    QCOMPARE(shown.state().contains("does not get there"), row.to < 0);
 }
 
 void TestWaveView::cursorsAndTheirDistance()
@@ -354,6 +323,9 @@ void TestWaveView::windowsAndTriggers()
             || picture.pixelColor(x - 1, y) == colors.trigger;
         QVERIFY(there);
     }
+    QApplication::clipboard()->clear();
+    shown.key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    QVERIFY(QApplication::clipboard()->pixmap().width() > 900);
 }
 
 void TestWaveView::choicesSurviveAnotherWaveform()
@@ -377,7 +349,7 @@ void TestWaveView::choicesSurviveAnotherWaveform()
     CapturedCore more = capturedOf(kTwoWindows);
     for (CapturedWindow& window : more.windows)
         window.samples = samplesOf({QStringList(QVector<QString>(6, "110110").toList()).join(' ')});
-    more.items.prepend(named("first"));
+    more.items.prepend(signalOf("first"));
     shown.view.setWaveform(capturedWaveform(more, nullptr));
     QCOMPARE(shown.rows(), QString("first=1 data=-5 data[3]=1 data[2]=0 data[1]=1 data[0]=1 go=0"));
     shown.view.setWaveform(std::make_shared<Waveform>());
@@ -387,14 +359,12 @@ void TestWaveView::choicesSurviveAnotherWaveform()
 void TestWaveView::eventsOfCapturedSamples()
 {
     OXA::AoCore core(0);
-    core.captureSignals = core.signalList = {bus("data", 4), named("go")};
-    core.triggers[0]->signalList = {named("go")};
-    core.triggers[1]->signalList = {named("data[3]"), named("elsewhere")};
+    core.captureSignals = core.signalList = {busOf("data", 4), signalOf("go")};
+    core.triggers[0]->signalList = {signalOf("go")};
+    core.triggers[1]->signalList = {signalOf("data[3]"), signalOf("elsewhere")};
     for (const int i : {0, 1, 2, 3}) {
-        core.matchUnits[i]->enabled = true;
-        core.matchUnits[i]->matchType = OXA::MatchBasicEdges;
-        core.matchUnits[i]->trigger = core.triggers[i == 1 ? 1 : 0];
-        core.matchUnits[i]->value0 = QStringList {"1", "11", "R", "1"}.at(i);
+        const QString value = QStringList {"1", "11", "R", "1"}.at(i);
+        enableUnit(core, i, i == 1 ? 1 : 0, value).matchType = OXA::MatchBasicEdges;
     }
     core.matchUnits[3]->counterEnable = true;
     core.matchUnits[3]->counter = 2;
@@ -413,14 +383,6 @@ void TestWaveView::eventsOfCapturedSamples()
     const QStringList wanted {"M0 010100000110", "M2 x10100x00100", "0: M0 010100000110",
         "2: M0 & M2 x10100x00100", "trigger 001000001000"};
     QCOMPARE(events, wanted);
-}
-
-void TestWaveView::picture()
-{
-    Shown shown;
-    QApplication::clipboard()->clear();
-    shown.key(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
-    QVERIFY(QApplication::clipboard()->pixmap().width() > 900);
 }
 
 void TestWaveView::gtkWave()

@@ -49,11 +49,13 @@ private:
 /// A shown window, and what a person does with it.
 class WindowDriver {
 public:
-    WindowDriver()
+    /// Opens the file `path`, unless it is empty.
+    explicit WindowDriver(const QString& path = {})
     {
         window.show();
         window.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&window, kPatience));
+        QVERIFY(path.isEmpty() || window.open(path));
     }
 
     ~WindowDriver() { window.document().undoStack().setClean(); }
@@ -158,6 +160,8 @@ public:
 
 /// A window, with the dock's panel that a test is about.
 template <typename Panel> struct PanelDriver : WindowDriver {
+    using WindowDriver::WindowDriver;
+
     Panel& panel = *window.findChild<Panel*>();
 
     QString problems() const
