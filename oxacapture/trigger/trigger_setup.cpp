@@ -3,15 +3,14 @@
 #include "oxacapture/trigger/dynamic_expression.h"
 #include "oxacapture/trigger/static_expression.h"
 
+#include "oxautils/encoding/data_depth.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/model/limits.h"
 
 #include <dev/device_db.h>
 
 #include <QBitArray>
-#include <QRegularExpression>
 #include <QSet>
-#include <QTextStream>
 
 #include <algorithm>
 
@@ -121,25 +120,6 @@ void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complai
     }
 }
 
-// Samples behind the trigger, as the core's registers say it at power-up. They depend on nothing
-// but what is copied here, and the values of wide units take long to write.
-qint64 samplesBehindTrigger(const OXA::AoCore& core, const OXA::OxaArg& arg)
-{
-    static const QRegularExpression depth("DATA_DEPTH_INIT = \\d+'h0*(-?)([0-9a-f]+);");
-    OXA::AoCore bare(core.index);
-    bare.captureAmount = core.captureAmount;
-    bare.triggerPos = core.triggerPos;
-    bare.expressionType = core.expressionType;
-    QString text;
-    QTextStream out(&text);
-    OXA::generateRegister(&bare, out, arg.package, arg.configFile.endsWith("oxa") ? 0 : 1);
-    // MAX_DATA_DEPTH_INIT, which has the same ending, stands in front.
-    const auto match = depth.match(text, text.indexOf(" DATA_DEPTH_INIT"));
-    const qint64 value = match.captured(2).toLongLong(nullptr, 16);
-    const int allowance = core.expressionType == OXA::DynamicExpressions ? 4 : 3;
-    return (match.captured(1).isEmpty() ? value : -value) + allowance - 1;
-}
-
 void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
 {
     setup.captureAmount = core.captureAmount;
@@ -180,7 +160,9 @@ SampleRequest sampleRequest(const OXA::AOCore_Lite& core)
 
 qint64 powerUpPosition(const OXA::AoCore& core, const OXA::OxaArg& arg)
 {
-    return core.captureAmount - 1 - std::max(samplesBehindTrigger(core, arg), qint64(0));
+    const qint64 behind
+        = OXA::samplesBehindTrigger(core, arg.package, OXA::depthFlag(arg.configFile));
+    return core.captureAmount - 1 - std::max(behind, qint64(0));
 }
 
 PowerUpShift powerUpShift(const OXA::AoCore& core, const QString& configFile)

@@ -2,6 +2,7 @@
 
 #include "oxautils/check/rule.h"
 #include "oxautils/config/config_reader.h"
+#include "oxautils/encoding/data_depth.h"
 
 #include <algorithm>
 #include <tuple>
@@ -11,7 +12,6 @@ namespace OXA {
 namespace {
 
 constexpr int kSavedAsOxa = 0; // as `dataDepth` takes it
-constexpr int kSavedOtherwise = 1;
 
 void checkStandardCore(const StandardCore& core, QList<Problem>& problems)
 {
@@ -68,7 +68,7 @@ QList<Problem> problemsOfCoresIn(
         qDeleteAll(cores);
     } else {
         const QList<AoCore*> cores = readCores(file.root, ExpressionText::Normalised);
-        problems = problemsOf(cores, part, path.endsWith("oxa") ? kSavedAsOxa : kSavedOtherwise);
+        problems = problemsOf(cores, part, depthFlag(path));
         qDeleteAll(cores);
     }
     return problems;

@@ -11,13 +11,25 @@ namespace {
 // Any number may stand in a file; what leaves 32 bits wraps.
 int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
 
+/// Samples from the trigger's on that are taken before the register's count begins.
+int uncountedSamples(const AoCore& core)
+{
+    return core.expressionType == DynamicExpressions ? 4 : 3;
 }
+
+}
+
+int depthFlag(const QString& configFile) { return configFile.endsWith("oxa") ? 0 : 1; }
 
 int dataDepth(const AoCore& core, const QString& device, int flag)
 {
-    const int depth = minus(minus(core.captureAmount, core.triggerPos),
-        core.expressionType == DynamicExpressions ? 4 : 3);
+    const int depth = minus(minus(core.captureAmount, core.triggerPos), uncountedSamples(core));
     return minus(depth, flag == 0 ? DEV::deviceFacts(device).extraStages : 0);
+}
+
+qint64 samplesBehindTrigger(const AoCore& core, const QString& device, int flag)
+{
+    return qint64(dataDepth(core, device, flag)) + uncountedSamples(core) - 1;
 }
 
 }

@@ -1,3 +1,4 @@
+#include "oxautils/encoding/data_depth.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/generate/device_rules.h"
@@ -127,7 +128,7 @@ bool writeCoreFiles(const OxaArg& arg, AoCore* core, int position)
 {
     const QString directory = coreDirectory(arg.workDir, position);
     const DEV::ChipInfo chip = chipOf(arg);
-    const int flag = arg.configFile.endsWith("oxa") ? 0 : 1;
+    const int flag = depthFlag(arg.configFile);
     warnOfUnboundUnits(*core, position);
     return writeVerilogFile(directory, AO_TOP_DEFINE_FILE_NAME, [&](QTextStream& out) {
         writeDefines(out, *core, chip);
