@@ -1,9 +1,10 @@
 #include "expression_edit.h"
 
+#include "oxautils/encoding/expression_tokens.h"
+
 #include <QAbstractItemView>
 #include <QCompleter>
 #include <QKeyEvent>
-#include <QRegularExpression>
 #include <QScrollBar>
 #include <QStandardItemModel>
 
@@ -156,8 +157,8 @@ void ExpressionEdit::focusOutEvent(QFocusEvent* event)
 /// The letters of a unit's name that stand before the cursor; empty when none do.
 QString ExpressionEdit::nameBeforeCursor() const
 {
-    static const QRegularExpression name("M\\d*$");
-    return name.match(m_text.left(textCursor().position())).captured();
+    const QList<Token> tokens = tokensOf(m_text.left(textCursor().position()));
+    return !tokens.isEmpty() && tokens.last().kind == Token::Unit ? tokens.last().text : QString();
 }
 
 void ExpressionEdit::offerCompletion()

@@ -2,8 +2,10 @@
 
 #include "signal_names.h"
 
+#include "oxautils/encoding/expression_tokens.h"
+#include "oxautils/model/limits.h"
+
 #include <QCoreApplication>
-#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -13,29 +15,19 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("ExpressionMarks", text); }
 
-/// The pieces that expressions are made of; what is between them is not.
-const QRegularExpression& pieces(bool dynamic)
-{
-    static const QRegularExpression inTables(R"(M\d*|[!&^|()]|[ \t]+)");
-    static const QRegularExpression inNetlist(R"(M\d*|1'B[01]|&&|\|\||[!~&^|()]|[ \t]+)");
-    return dynamic ? inTables : inNetlist;
-}
-
-/// The number of the unit that `name` names; -1 when there is no such unit.
-int unitNumber(const QString& name)
-{
-    bool ok = false;
-    const int number = name.midRef(1).toInt(&ok);
-    return ok && number < 16 ? number : -1;
-}
-
 /// What is wrong with the name of a unit; empty when nothing is.
-QString nameComplaint(const QString& name, const AoCore& core)
+QString nameComplaint(const Token& name, const AoCore& core)
 {
-    const MatchUnit* unit = core.matchUnit(unitNumber(name));
+    const MatchUnit* unit = core.matchUnit(name.unit);
     if (!unit)
-        return tr("there is no unit %1").arg(name);
-    return unit->enabled ? QString() : tr("%1 is switched off").arg(name);
+        return tr("there is no unit %1").arg(name.text);
+    return unit->enabled ? QString() : tr("%1 is switched off").arg(name.text);
+}
+
+ExpressionMark foreignMark(const QString& text, int start, int end)
+{
+    const QString piece = text.mid(start, end - start);
+    return {start, piece.size(), tr("\"%1\" is no part of an expression").arg(piece)};
 }
 
 }
@@ -43,49 +35,29 @@ QString nameComplaint(const QString& name, const AoCore& core)
 QList<ExpressionMark> expressionMarks(const QString& text, const AoCore& core)
 {
     QList<ExpressionMark> marks;
-    QList<int> open;
-    const auto markForeign = [&](int start, int end) {
-        if (end > start)
-            marks.append({start, end - start,
-                tr("\"%1\" is no part of an expression").arg(text.mid(start, end - start))});
-    };
-    int at = 0;
-    auto matches = pieces(core.expressionType == 1).globalMatch(text);
-    while (matches.hasNext()) {
-        const auto match = matches.next();
-        const QString piece = match.captured();
-        markForeign(at, match.capturedStart());
-        at = match.capturedEnd();
-        const QString complaint = piece.startsWith('M') ? nameComplaint(piece, core) : QString();
+    const QList<Token> tokens = tokensOf(text);
+    int foreignEnd = -1; // of the last mark of a foreign piece
+    for (const Token& token : tokens) {
+        const int end = token.start + token.text.size();
+        // A doubled operator is left to the reason why there is no table.
+        if (token.kind != Token::Binary
+            && isForeign(token, core.expressionType == DynamicExpressions)) {
+            const bool longer = foreignEnd == token.start;
+            const int start = longer ? marks.takeLast().start : token.start;
+            marks += foreignMark(text, start, end);
+            foreignEnd = end;
+        }
+        const QString complaint
+            = token.kind == Token::Unit ? nameComplaint(token, core) : QString();
         if (!complaint.isEmpty())
-            marks.append({match.capturedStart(), piece.size(), complaint});
-        if (piece == "(")
-            open += match.capturedStart();
-        else if (piece == ")" && open.isEmpty())
-            marks.append({match.capturedStart(), 1, tr("\")\" closes nothing")});
-        else if (piece == ")")
-            open.removeLast();
+            marks.append({token.start, token.text.size(), complaint});
     }
-    markForeign(at, text.size());
-    for (const int start : qAsConst(open))
-        marks.append({start, 1, tr("\"(\" is not closed")});
+    for (const Token& token : unmatchedParentheses(tokens))
+        marks.append({token.start, 1,
+            token.kind == Token::Close ? tr("\")\" closes nothing") : tr("\"(\" is not closed")});
     std::stable_sort(marks.begin(), marks.end(),
         [](const ExpressionMark& a, const ExpressionMark& b) { return a.start < b.start; });
     return marks;
-}
-
-QList<int> namedUnits(const QString& text)
-{
-    static const QRegularExpression name("M\\d+");
-    QList<int> units;
-    auto matches = name.globalMatch(text);
-    while (matches.hasNext()) {
-        const int number = unitNumber(matches.next().captured());
-        if (number >= 0 && !units.contains(number))
-            units += number;
-    }
-    std::sort(units.begin(), units.end());
-    return units;
 }
 
 QString normalizedExpression(const QString& text)

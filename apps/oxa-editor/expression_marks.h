@@ -13,9 +13,6 @@ struct ExpressionMark {
 /// What can be pointed at in `text` as an expression of `core`, in its order.
 QList<ExpressionMark> expressionMarks(const QString& text, const OXA::AoCore& core);
 
-/// The numbers of the units that `text` names, ascending, each once.
-QList<int> namedUnits(const QString& text);
-
 /// `text` as reading a file gives it: "match[3]" is M3, and letters are upper-case.
 QString normalizedExpression(const QString& text);
 

@@ -5,6 +5,7 @@
 #include "signal_names.h"
 #include "truth_table.h"
 
+#include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/model/limits.h"
 #include "oxautils/model/shown_text.h"
 
@@ -211,7 +212,7 @@ void ExpressionsPage::showExpression()
     m_edit->setText(text);
     m_table->setExpression(text, core);
     QList<ExpressionMark> marks = expressionMarks(text, core);
-    if (marks.isEmpty() && !m_table->reason().isEmpty() && namedUnits(text).size() <= 6)
+    if (marks.isEmpty() && !m_table->reason().isEmpty() && namedUnits(tokensOf(text)).size() <= 6)
         marks.append({0, text.size(), m_table->reason()});
     m_edit->setMarks(marks);
     QStringList complaints;

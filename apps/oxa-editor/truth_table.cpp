@@ -1,9 +1,8 @@
 #include "truth_table.h"
 
-#include "expression_marks.h"
+#include "oxacapture/trigger/trigger_table.h"
 
-#include "oxacapture/trigger/dynamic_expression.h"
-#include "oxacapture/trigger/static_expression.h"
+#include "oxautils/encoding/expression_tokens.h"
 
 #include <QFont>
 
@@ -18,7 +17,7 @@ void TruthTable::setExpression(const QString& text, const OXA::AoCore& core)
     beginResetModel();
     m_results.clear();
     m_reason.clear();
-    m_units = namedUnits(text);
+    m_units = OXA::namedUnits(OXA::tokensOf(text));
     compute(text, core);
     if (!m_reason.isEmpty())
         m_units.clear();
@@ -27,16 +26,8 @@ void TruthTable::setExpression(const QString& text, const OXA::AoCore& core)
 
 void TruthTable::compute(const QString& text, const OXA::AoCore& core)
 {
-    std::vector<bool> enabled;
-    for (const OXA::MatchUnit* unit : core.matchUnits)
-        enabled.push_back(unit->enabled);
-    QString netlistText = text;
-    netlistText.replace("1'B", "1'b"); // files keep expressions in upper case
     OXA_CAPTURE::TriggerTable table;
-    const bool compiled = core.expressionType == 1
-        ? OXA_CAPTURE::compileDynamic(text, enabled, table, m_reason)
-        : OXA_CAPTURE::compileStatic(netlistText, table, m_reason);
-    if (!compiled)
+    if (!OXA_CAPTURE::triggerTable(core, text, table, m_reason))
         return;
     if (m_units.size() > kMostUnits) {
         m_reason = tr("The table is shown for up to %1 units.").arg(kMostUnits);

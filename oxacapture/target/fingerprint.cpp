@@ -1,24 +1,25 @@
 #include "oxacapture/target/fingerprint.h"
 
 #include "oxacapture/target/crc32.h"
-#include "oxacapture/trigger/static_expression.h"
+#include "oxacapture/trigger/trigger_table.h"
 
 #include "oxautils/generate/file_names.h"
+#include "oxautils/model/limits.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
+#include <QtAlgorithms>
 
 namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kUnits = 16;
 constexpr int kNoDefine = 3; // the code of a storage for which no define stands
 
 // Rows in which each expression is evaluated: the j-th enabled unit is the parity of the row and
 // mask j.
-constexpr int kMasks[kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
+constexpr quint32 kMasks[OXA::kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
 
 constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
 
@@ -142,7 +143,7 @@ void addInitials(Crc32& crc, const Generated& generated, int width)
     for (const char* name :
         {"TRIG_LEVELS_INIT", "MAX_DATA_DEPTH_INIT", "DATA_DEPTH_INIT", "NUM_WINDOWS_INIT"})
         addWord(crc, generated.initials, name);
-    for (int unit = 0; unit < kUnits; ++unit) {
+    for (int unit = 0; unit < OXA::kUnits; ++unit) {
         for (const char* reg : {"REG_M0", "REG_M1", "REG_M2", "REG_CTRL", "TRIG_CNT"})
             addBits(crc,
                 find(
@@ -151,29 +152,23 @@ void addInitials(Crc32& crc, const Generated& generated, int width)
     }
 }
 
-quint64 parityRows(int mask)
+// Bit k is the output of unit k in row `row`.
+quint32 outputsIn(quint32 row, const OXA::AoCore& core)
 {
-    quint64 rows = 0;
-    for (int row = 0; row < 64; ++row) {
-        int rest = row & mask;
-        quint64 parity = 0;
-        for (; rest; rest &= rest - 1)
-            parity ^= 1;
-        rows |= parity << row;
-    }
-    return rows;
+    quint32 outputs = 0;
+    const quint32* mask = kMasks;
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+        outputs |= quint32(qPopulationCount(row & *mask++) & 1) << unit->index;
+    return outputs;
 }
 
 bool addStaticTable(Crc32& crc, const OXA::AoCore& core, const QString& expression, QString& error)
 {
-    std::vector<quint64> units(kUnits);
-    int place = 0;
-    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
-        units[size_t(unit->index)] = parityRows(kMasks[place++]);
-    quint64 value = 0;
-    if (!evaluateStatic(expression, units, value, error))
+    TriggerTable table;
+    if (!triggerTable(core, expression, table, error))
         return false;
-    crc.add(value, 64);
+    for (quint32 row = 0; row < 64; ++row)
+        crc.add(table.at(outputsIn(row, core)));
     return true;
 }
 
@@ -181,7 +176,7 @@ bool addTables(Crc32& crc, const Generated& generated, const OXA::AoCore& core, 
 {
     const int rows = 1 << core.enabledMatchUnits().size();
     for (int e = 0; e < core.expressions.size(); ++e) {
-        if (core.expressionType == 1)
+        if (core.expressionType == OXA::DynamicExpressions)
             addBits(crc, find(generated.initials, QString("EXPRESSION%1_INIT").arg(e)), rows);
         else if (!addStaticTable(crc, core, core.expressions.at(e), error))
             return false;
@@ -193,7 +188,7 @@ void addDefines(Crc32& crc, const QSet<QString>& defines, int index)
 {
     const QString prefix = QString("CORE%1_DEF_").arg(index);
     quint32 ports = 0;
-    for (int port = 0; port < 16; ++port)
+    for (int port = 0; port < OXA::kPorts; ++port)
         ports |= quint32(defines.contains(prefix + QString("TRIG_%1_EN").arg(port))) << port;
     addWord(crc, ports);
     addWord(crc, defines.contains(QString("DYNAMIC_EXPRESSION_%1").arg(index)));

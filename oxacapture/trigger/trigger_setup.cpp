@@ -1,8 +1,5 @@
 #include "oxacapture/trigger/trigger_setup.h"
 
-#include "oxacapture/trigger/dynamic_expression.h"
-#include "oxacapture/trigger/static_expression.h"
-
 #include "oxautils/encoding/data_depth.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/model/limits.h"
@@ -102,19 +99,13 @@ void addUnits(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complain
 
 void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
 {
-    std::vector<bool> enabled;
-    for (const OXA::MatchUnit* unit : core.matchUnits)
-        enabled.push_back(unit->enabled);
     if (core.expressions.size() > OXA::kMostExpressions)
         complaints.add({}, QString("it has more than %1 expressions").arg(OXA::kMostExpressions));
     for (int level = 0; level < core.expressions.size(); ++level) {
         const QString& text = core.expressions.at(level);
         TriggerTable table;
         QString error;
-        const bool ok = core.expressionType == OXA::DynamicExpressions
-            ? compileDynamic(text, enabled, table, error)
-            : compileStatic(text, table, error);
-        if (!ok)
+        if (!triggerTable(core, text, table, error))
             complaints.add(QString("expression %1").arg(level), error);
         setup.levels.push_back(table);
     }

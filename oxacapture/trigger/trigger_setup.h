@@ -3,6 +3,7 @@
 
 #include "oxacapture/message.h"
 #include "oxacapture/oxacapture_export.h"
+#include "oxacapture/trigger/trigger_table.h"
 #include "oxacapture/waveform/waveform_sampler.h"
 
 #include "oxautils/generate/oxa_arg.h"
@@ -24,21 +25,6 @@ struct UnitSetup {
     std::vector<quint64> m2; ///< which edges count; 0 in hardware that sees none
     qint64 counter = 0; ///< matches that an output takes; 0 without a counter
     bool continuous = false; ///< matches with a gap between do not add up
-};
-
-/// A function of match units' outputs, as a table.
-struct TriggerTable {
-    std::vector<int> units; ///< whose outputs address it, the address's lowest bit first
-    std::vector<bool> rows; ///< an address past the end gives false
-
-    /// The value for outputs of which bit k is that of unit k.
-    bool at(quint32 outputs) const
-    {
-        size_t address = 0;
-        for (size_t bit = 0; bit < units.size(); ++bit)
-            address |= size_t(outputs >> units[bit] & 1) << bit;
-        return address < rows.size() && rows[address];
-    }
 };
 
 /// Everything that decides what a core captures.

@@ -1,44 +1,14 @@
 #include "oxautils/check/expression_rules.h"
 
-#include "oxautils/check/static_table.h"
-#include "oxautils/encoding/trigger_expression.h"
-#include "oxautils/encoding/truth_table.h"
-
 #include <QSet>
 
 #include <algorithm>
-#include <cstring>
 
 namespace OXA {
 
 namespace {
 
 constexpr int kMostTokens = 10000; // of an expression whose table is looked at
-
-std::vector<bool> enablesOf(const AoCore& core)
-{
-    std::vector<bool> enables;
-    for (const MatchUnit* unit : core.matchUnits)
-        enables.push_back(unit->enabled);
-    return enables;
-}
-
-/// A table has only names, the single operators and parentheses.
-bool isForeign(const Token& token, bool dynamic)
-{
-    const bool doubled = token.kind == Token::Binary && token.text.size() > 1;
-    return token.kind == Token::Other
-        || (dynamic && (token.kind == Token::Constant || doubled || token.text == "~"));
-}
-
-bool names(const Expression& expression, int unit)
-{
-    for (const Token& token : expression.tokens) {
-        if (token.kind == Token::Unit && token.unit == unit)
-            return true;
-    }
-    return false;
-}
 
 /// The texts of the tokens that `isMeant` picks, each once and in quotation marks.
 template <typename IsMeant>
@@ -57,36 +27,36 @@ QStringList distinctTexts(const Expression& expression, const IsMeant& isMeant)
 /// Whether pieces of the expression are such that it makes sense to look at how they fit.
 bool isMadeOfExpressions(const Expression& expression)
 {
-    for (const Token& token : expression.tokens) {
-        const bool unknown = token.kind == Token::Unit && token.unit < 0;
-        if (unknown || isForeign(token, expression.dynamic()))
-            return false;
-    }
-    return unbalancedParentheses(expression.tokens) == 0;
-}
-
-/// The first place of the postfix text at which the compiler leaves its operands alone; -1 when it
-/// sees all of them.
-int compilerStopsAt(const Expression& expression)
-{
-    QString text = QString(expression.text).remove(' ').remove('\t');
-    std::vector<bool> enables = enablesOf(expression.core);
-    resetLogicExp(text, enables);
-    const QByteArray infix = changeExpItem(text).toLatin1();
-    QByteArray postfix(infix.size() + 1, '\0');
-    translet(infix.constData(), postfix.data());
-    const int length = int(std::strlen(postfix.constData()));
-    for (int i = 0; i < length; ++i) {
-        if (postfix.at(i) <= i)
-            return i;
-    }
-    return -1;
+    const bool known
+        = std::all_of(expression.tokens.begin(), expression.tokens.end(), [&](const Token& token) {
+              const bool unknown = token.kind == Token::Unit && token.unit < 0;
+              return !unknown && !isForeign(token, expression.dynamic());
+          });
+    return known && unmatchedParentheses(expression.tokens).isEmpty();
 }
 
 bool isTooLong(const Expression& expression)
 {
     return expression.dynamic() && isMadeOfExpressions(expression)
-        && compilerStopsAt(expression) >= 0;
+        && expression.compiled.stopsAt >= 0;
+}
+
+QString complaintOf(const SyntaxFault& fault)
+{
+    switch (fault.kind) {
+    case SyntaxFault::None:
+        return {};
+    case SyntaxFault::Empty:
+        return "it is empty";
+    case SyntaxFault::EndsEarly:
+        return "it ends too early";
+    case SyntaxFault::TooDeep:
+        return "it is nested deeper than 200 levels";
+    case SyntaxFault::NoOperand:
+        return QString("there is nothing before \"%1\"").arg(fault.token);
+    default:
+        return QString("there is no operator before \"%1\"").arg(fault.token);
+    }
 }
 
 /// The value that `table` has in every row; -1 when they differ.
@@ -115,7 +85,9 @@ void findForeignCharacters(const Expression& expression, Findings& findings)
 
 void findBlanks(const Expression& expression, Findings& findings)
 {
-    if (expression.dynamic() && hasToken(expression.tokens, Token::Blank))
+    const bool blanks = std::any_of(expression.tokens.begin(), expression.tokens.end(),
+        [](const Token& token) { return token.kind == Token::Blank; });
+    if (expression.dynamic() && blanks)
         findings.add(
             expression.place(), QString("\"%1\" is dynamic and holds blanks").arg(expression.text));
 }
@@ -133,7 +105,7 @@ void findUnknownUnits(const Expression& expression, Findings& findings)
 void findDisabledUnits(const Expression& expression, Findings& findings)
 {
     for (const MatchUnit* unit : expression.core.matchUnits) {
-        if (!unit->enabled && names(expression, unit->index))
+        if (!unit->enabled && expression.parsed.units.contains(unit->index))
             findings.add(expression.place(),
                 QString("\"%1\" names M%2, which is switched off")
                     .arg(expression.text, QString::number(unit->index)));
@@ -142,21 +114,24 @@ void findDisabledUnits(const Expression& expression, Findings& findings)
 
 void findParentheses(const Expression& expression, Findings& findings)
 {
-    const int unbalanced = unbalancedParentheses(expression.tokens);
-    if (unbalanced != 0)
-        findings.add(expression.place(),
-            QString("\"%1\" %2 %3 parentheses that it does not %4")
-                .arg(expression.text, unbalanced > 0 ? "opens" : "closes",
-                    QString::number(std::abs(unbalanced)), unbalanced > 0 ? "close" : "open"));
+    const QList<Token> unmatched = unmatchedParentheses(expression.tokens);
+    if (unmatched.isEmpty())
+        return;
+    const auto isOpen = [](const Token& token) { return token.kind == Token::Open; };
+    const int open = int(std::count_if(unmatched.begin(), unmatched.end(), isOpen));
+    const int closed = unmatched.size() - open;
+    findings.add(expression.place(),
+        QString("\"%1\" %2 %3 parentheses that it does not %4")
+            .arg(expression.text, closed > 0 ? "closes" : "opens",
+                QString::number(closed > 0 ? closed : open), closed > 0 ? "open" : "close"));
 }
 
 void findSyntax(const Expression& expression, Findings& findings)
 {
     if (!isMadeOfExpressions(expression) || isTooLong(expression))
         return;
-    QString complaint = syntaxComplaint(expression.tokens);
-    if (complaint.isEmpty() && expression.dynamic()
-        && !compileExpression(expression.text, enablesOf(expression.core)).defined)
+    QString complaint = complaintOf(expression.parsed.fault);
+    if (complaint.isEmpty() && expression.dynamic() && !expression.compiled.defined)
         complaint = "its table has no values";
     if (!complaint.isEmpty())
         findings.add(expression.place(), QString("\"%1\": %2").arg(expression.text, complaint));
@@ -165,12 +140,11 @@ void findSyntax(const Expression& expression, Findings& findings)
 void findConstant(const Expression& expression, Findings& findings)
 {
     // Without a unit it was meant: 1'b1 triggers at once.
-    if (!hasToken(expression.tokens, Token::Unit) || expression.tokens.size() > kMostTokens
-        || !isMadeOfExpressions(expression) || !syntaxComplaint(expression.tokens).isEmpty())
+    if (expression.parsed.units.isEmpty() || expression.tokens.size() > kMostTokens
+        || !isMadeOfExpressions(expression) || expression.parsed.fault.kind != SyntaxFault::None)
         return;
-    const TruthTable table = expression.dynamic()
-        ? compileExpression(expression.text, enablesOf(expression.core))
-        : staticTable(expression.tokens);
+    const TruthTable table
+        = expression.dynamic() ? expression.compiled : staticTable(expression.parsed);
     const int constant = table.defined ? constantOf(table) : -1;
     if (constant >= 0)
         findings.add(expression.place(),
@@ -184,7 +158,7 @@ void findLongExpression(const Expression& expression, Findings& findings)
         findings.add(expression.place(),
             QString("\"%1\" is too long: completed by the other units that are switched on, it "
                     "has operands behind place %2, where the table's compiler stops")
-                .arg(expression.text, QString::number(compilerStopsAt(expression))));
+                .arg(expression.text, QString::number(expression.compiled.stopsAt)));
 }
 
 void findHiddenUnits(const Expression& expression, Findings& findings)
@@ -193,7 +167,8 @@ void findHiddenUnits(const Expression& expression, Findings& findings)
         return;
     for (const MatchUnit* unit : expression.core.matchUnits) {
         const QString name = QString("M%1").arg(unit->index);
-        if (unit->enabled && expression.text.contains(name) && !names(expression, unit->index))
+        if (unit->enabled && expression.text.contains(name)
+            && !expression.parsed.units.contains(unit->index))
             findings.add(expression.place(),
                 QString("\"%1\" does not name %2, which is switched on, but the table's compiler "
                         "finds \"%2\" in a longer name and leaves it out of the table's address")

@@ -59,6 +59,8 @@ Expression::Expression(const AoCore& core, int corePosition, int number)
     , number(number)
     , text(core.expressions.at(number))
     , tokens(tokensOf(text))
+    , parsed(parseStatic(tokens))
+    , compiled(dynamic() ? compileExpression(text, unitSwitches(core)) : TruthTable())
 {
 }
 

@@ -1,8 +1,8 @@
 #ifndef OXAUTILS_CHECK_SUBJECTS_H
 #define OXAUTILS_CHECK_SUBJECTS_H
 
-#include "oxautils/check/expression_tokens.h"
 #include "oxautils/check/problem.h"
+#include "oxautils/encoding/static_expression.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
 #include "oxautils/model/limits.h"
@@ -74,6 +74,8 @@ struct Expression {
     int number; ///< in its core's list
     QString text;
     QList<Token> tokens;
+    StaticExpression parsed; ///< what Verilog would make of it
+    TruthTable compiled; ///< of a dynamic one
 };
 
 }

@@ -58,10 +58,8 @@ bool counterWidthIsGood(const MatchUnit& unit)
 bool isNamed(const Unit& unit)
 {
     for (const QString& expression : unit.unit.core->expressions) {
-        for (const Token& token : tokensOf(expression)) {
-            if (token.kind == Token::Unit && token.unit == unit.unit.index)
-                return true;
-        }
+        if (namedUnits(tokensOf(expression)).contains(unit.unit.index))
+            return true;
     }
     return false;
 }

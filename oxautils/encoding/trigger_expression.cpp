@@ -58,9 +58,7 @@ void generateExpression(AoCore* core, QTextStream& out)
 {
     if (!core || core->expressionType == StaticExpressions)
         return;
-    std::vector<bool> enables;
-    getAllMatchEnbale(core, enables);
-    enables.resize(std::max(enables.size(), size_t(kUnits))); // should a host have removed units
+    const std::vector<bool> enables = unitSwitches(*core);
     for (int i = 0; i < core->expressions.size(); ++i) {
         const TruthTable table = compileExpression(core->expressions.at(i), enables);
         if (!table.legal)

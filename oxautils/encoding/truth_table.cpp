@@ -1,6 +1,8 @@
 #include "oxautils/encoding/truth_table.h"
 
+#include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/encoding/trigger_expression.h"
+#include "oxautils/model/limits.h"
 
 #include <algorithm>
 #include <array>
@@ -41,39 +43,31 @@ constexpr std::array<char, 512> bytePairs()
 // Both digits of every byte.
 constexpr std::array<char, 512> kBytePairs = bytePairs();
 
-/// The length of the unit name, operator or parenthesis at `place`, 0 when none stands there. Names
-/// end with M15: "M12" is one name, "M16" is "M1" and a digit that belongs to nothing.
-int symbolLength(const QString& exp, int place)
-{
-    const auto at = [&exp](int i) { return i < exp.size() ? exp.at(i).unicode() : 0; };
-    if (at(place) != 'M')
-        return QLatin1String("!&^|()").contains(QChar(at(place))) ? 1 : 0;
-    if (at(place + 1) == '1' && at(place + 2) >= '0' && at(place + 2) <= '5')
-        return 3;
-    return at(place + 1) >= '0' && at(place + 1) <= '9' ? 2 : 0;
-}
-
+/// Whether it holds nothing but names, operators and parentheses. Names have no leading zeros, and
+/// two operators in a row are legal text, though no expression.
 bool isLegal(const QString& exp)
 {
-    int place = 0;
-    while (const int length = symbolLength(exp, place))
-        place += length;
-    return place == exp.size();
+    const QList<Token> tokens = tokensOf(exp);
+    return std::all_of(tokens.begin(), tokens.end(), [](const Token& token) {
+        if (token.kind == Token::Unit)
+            return token.unit >= 0 && token.text.size() == (token.unit < 10 ? 2 : 3);
+        return token.kind == Token::Binary || !isForeign(token, true);
+    });
 }
 
 /// The postfix text as one row's evaluation sees it once its letters are replaced; the same for
 /// every row but for the values.
-std::vector<Step> stepsOf(const QByteArray& postfix)
+std::vector<Step> stepsOf(const QByteArray& postfix, int& stopsAt)
 {
     std::vector<Step> steps;
-    bool replacing = true;
     for (int i = 0; i < postfix.size(); ++i) {
         const char c = postfix.at(i);
         // As calcuate: from the first character on whose code is not above its place, letters stay.
-        replacing = replacing && uchar(c) > i;
+        if (stopsAt < 0 && uchar(c) <= i)
+            stopsAt = i;
         if (std::strchr(kOperators, c))
             steps.push_back({c, 0});
-        else if (replacing && c >= 'A' && c <= 'Z')
+        else if (stopsAt < 0 && c >= 'A' && c <= 'Z')
             steps.push_back({'A', c - 'A'});
     }
     return steps;
@@ -177,7 +171,7 @@ std::vector<quint64> evaluateRows(
     const std::vector<Step>& steps, int variables, const std::vector<bool>& forced)
 {
     std::vector<quint64> words(std::max(1, (1 << variables) / kRowsPerWord));
-    std::vector<Block> values(size_t(variables), Block {});
+    std::vector<Block> values(size_t(variables) + 1, Block {});
     Evaluator evaluator(steps);
     for (size_t block = 0; block * kWordsPerBlock < words.size(); ++block) {
         for (int v = 0; v < variables; ++v) {
@@ -213,15 +207,23 @@ int distinctLetters(const QByteArray& postfix)
 
 }
 
-TruthTable evaluateSteps(
-    const std::vector<Step>& steps, int variables, const std::vector<bool>& forced)
+TruthTable evaluateSteps(const std::vector<Step>& steps, int variables)
 {
     TruthTable table;
     table.variables = variables;
     table.defined = stackNeeded(steps) > 0;
     if (table.defined)
-        table.words = evaluateRows(steps, variables, forced);
+        table.words = evaluateRows(steps, variables, std::vector<bool>(size_t(variables)));
     return table;
+}
+
+std::vector<bool> unitSwitches(const AoCore& core)
+{
+    std::vector<bool> enables;
+    for (const MatchUnit* unit : core.matchUnits)
+        enables.push_back(unit->enabled);
+    enables.resize(std::max(enables.size(), size_t(kUnits))); // should a host have removed units
+    return enables;
 }
 
 TruthTable compileExpression(QString exp, const std::vector<bool>& enables)
@@ -235,9 +237,9 @@ TruthTable compileExpression(QString exp, const std::vector<bool>& enables)
     QByteArray postfix(infix.size() + 1, '\0');
     translet(infix.constData(), postfix.data());
     postfix.truncate(int(std::strlen(postfix.constData())));
-    table.variables = std::min(distinctLetters(postfix), 16);
+    table.variables = std::min(distinctLetters(postfix), kUnits);
 
-    const std::vector<Step> steps = stepsOf(postfix);
+    const std::vector<Step> steps = stepsOf(postfix, table.stopsAt);
     table.defined = table.legal && stackNeeded(steps) > 0;
     if (table.defined)
         table.words

@@ -1,6 +1,8 @@
 #ifndef OXAUTILS_ENCODING_TRUTH_TABLE_H
 #define OXAUTILS_ENCODING_TRUTH_TABLE_H
 
+#include "oxautils/oxautils_export.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -8,27 +10,36 @@
 
 namespace OXA {
 
+class AoCore;
+
 /// A compiled expression.
 struct TruthTable {
     int variables = 0; ///< the table has 2 to the power of that many rows
     bool defined = false; ///< rows have values; otherwise each is "x"
     bool legal = true; ///< the expression holds nothing but what expressions are made of
+    int stopsAt = -1; ///< place in postfix order from which letters have no value; -1: none
     std::vector<quint64> words; ///< 64 rows each, row 0 in the lowest bit of the first
 
     int rows() const { return 1 << variables; }
+    bool at(int row) const { return words[size_t(row) / 64] >> (row % 64) & 1; }
 };
 
 /// A piece of an expression in postfix order.
 struct Step {
     char symbol; ///< an operator ! & ^ |, or 'A' for an operand
-    int variable; ///< of an operand, counted from the most significant bit of the row's number
+    /// Of an operand, counted from the most significant bit of the row's number; the one behind the
+    /// last is "0" in every row.
+    int variable;
 };
 
-/// The table of steps that leave one value. Variables that `forced` marks are "0" in every row.
-TruthTable evaluateSteps(
-    const std::vector<Step>& steps, int variables, const std::vector<bool>& forced);
+/// The table of steps that leave one value.
+TruthTable evaluateSteps(const std::vector<Step>& steps, int variables);
 
-TruthTable compileExpression(QString exp, const std::vector<bool>& enables);
+/// The switch of every unit of `core`, at least 16.
+OXAUTILS_EXPORT std::vector<bool> unitSwitches(const AoCore& core);
+
+/// The table of a dynamic expression.
+OXAUTILS_EXPORT TruthTable compileExpression(QString exp, const std::vector<bool>& enables);
 
 /// A character a row, row 0 first: "0", "1", or "x" in every row of a table that is not defined.
 QString tableText(const TruthTable& table);

@@ -1,4 +1,5 @@
 #include "oxautils/encoding/data_depth.h"
+#include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/generate/device_rules.h"
@@ -8,7 +9,6 @@
 #include "oxautils/model/limits.h"
 
 #include <QDebug>
-#include <QRegularExpression>
 
 #include <cmath>
 
@@ -105,13 +105,22 @@ void writeParameters(QTextStream& out, const AoCore& core)
         writeUnit(out, *unit);
 }
 
+/// `text` with the units' outputs for their names, whether there are such units or not.
+QString verilogOf(const QString& text)
+{
+    QString verilog;
+    for (const Token& token : tokensOf(text)) {
+        const QString piece = text.mid(token.start, token.text.size());
+        const bool named = token.kind == Token::Unit && piece.size() > 1;
+        verilog += named ? "match[" + piece.mid(1) + ']' : piece;
+    }
+    return verilog;
+}
+
 void writeExpressions(QTextStream& out, const AoCore& core)
 {
-    static const QRegularExpression unitName("M(\\d+)");
     for (int i = 0; i < std::max(kMostExpressions, int(core.expressions.size())); ++i) {
-        QString text = core.expressions.value(i, "1");
-        if (i < core.expressions.size())
-            text.replace(unitName, "match[\\1]");
+        const QString text = verilogOf(core.expressions.value(i, "1"));
         out << "`define CORE" << core.index << "_DF_AO_EXPRESSION_" << i << "  " << text << '\n';
     }
 }

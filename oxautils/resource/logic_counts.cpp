@@ -1,5 +1,6 @@
 #include "oxautils/resource/logic_counts.h"
 
+#include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
 #include "oxautils/model/limits.h"
@@ -7,7 +8,6 @@
 
 #include <dev/device_facts.h>
 
-#include <QRegularExpression>
 #include <QSet>
 
 #include <algorithm>
@@ -116,20 +116,16 @@ int kindOn(const DEV::ChipInfo& part, int kind)
 // ---- Standard cores
 
 /// The units that the trigger listens to: synthesis leaves out the counters of others.
-QSet<int> namedUnits(const OXA::AoCore& core)
+QList<int> namedUnits(const OXA::AoCore& core)
 {
-    QSet<int> units;
+    QList<int> units;
     if (core.expressionType == OXA::DynamicExpressions && !core.expressions.isEmpty()) {
         for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
             units += unit->index;
         return units;
     }
-    static const QRegularExpression name("M(\\d+)");
-    for (const QString& expression : core.expressions) {
-        auto match = name.globalMatch(expression);
-        while (match.hasNext())
-            units += match.next().captured(1).toInt();
-    }
+    for (const QString& expression : core.expressions)
+        units += OXA::namedUnits(OXA::tokensOf(expression));
     return units;
 }
 
@@ -159,7 +155,9 @@ void addUnit(LogicCounts& counts, const OXA::MatchUnit& unit, bool dynamic, bool
 /// counted twice.
 int expressionTables(const QString& text)
 {
-    const int operands = text.count('M');
+    const QList<OXA::Token> tokens = OXA::tokensOf(text);
+    const auto isUnit = [](const OXA::Token& token) { return token.kind == OXA::Token::Unit; };
+    const int operands = int(std::count_if(tokens.begin(), tokens.end(), isUnit));
     return operands < 2 ? 0 : (operands + 1) / 3;
 }
 
@@ -234,7 +232,7 @@ void addSignals(LogicCounts& counts, const OXA::AoCore& core)
 
 void addUnits(LogicCounts& counts, const OXA::AoCore& core)
 {
-    const QSet<int> named = namedUnits(core);
+    const QList<int> named = namedUnits(core);
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
         if (unit->trigger)
             addUnit(counts, *unit, core.expressionType == OXA::DynamicExpressions,

@@ -145,12 +145,10 @@ constexpr Broken kBrokenCores[] = {
     {"unknown-unit",         ">M0<",                                          ">M0|M16|M17<",                           "core 0, expression 0", 16},
     {"disabled-unit",        ">M0<",                                          ">M0|M1<",                                "core 0, expression 0", 16},
     {"constant-expression",  ">M0<",                                          ">~M0 &amp;&amp; (M0 ^ 1'b0)<",           "core 0, expression 0", 16},
-    {"constant-expression",  ">M0<",                                          ">!(M0 &amp; ~M0 | M0) || M0<",           "core 0, expression 0", 16},
     {"constant-expression",  kStatic,                                         "Dynamic'>\n<Expression>M0|!M0<",         "core 0, expression 0", 16},
     {"parentheses",          ">M0<",                                          ">(M0<",                                  "core 0, expression 0", 16},
     {"parentheses",          ">M0<",                                          ">M0)|(M0<",                              "core 0, expression 0", 16},
     {"expression-syntax",    ">M0<",                                          ">M0</Expression><Expression><",          "core 0, expression 1", 16},
-    {"expression-syntax",    ">M0<",                                          ">M0||<",                                 "core 0, expression 0", 16},
     {"expression-syntax",    ">M0<",                                          ">M0 M0<",                                "core 0, expression 0", 16},
     {"expression-syntax",    kStatic,                                         "Dynamic'>\n<Expression>!!M0<",           "core 0, expression 0", 16},
 };

@@ -1,8 +1,8 @@
-#include "oxacapture/trigger/dynamic_expression.h"
-#include "oxacapture/trigger/static_expression.h"
 #include "oxacapture/trigger/trigger_model.h"
 
 #include "oxacapture/sample_text.h"
+
+#include "oxautils/model/limits.h"
 
 #include <QtTest>
 
@@ -331,7 +331,7 @@ void TestTriggerModel::expressions_data()
         {"negations",                                  "!M0 & ~(M1 | ~!M2)", "10000000"                         },
         {"reductions",                                 "M0 & &M1 ^ |M2",     "00011110"                         },
         {"blanks and numbers",                         " M00\t&\n( M12 ) ",  "0001"                             },
-        {"constants",                                  "M3 ^ 1'b1 & 1'b0",   "01"                               },
+        {"constants",                                  "M3 ^ 1'b1 & 1'B0",   "01"                               },
         {"nothing",                                    " ",                  "it is empty"                      },
         {"cut off",                                    "M0&",                "it ends too early"                },
         {"open parenthesis",                           "(M0|M1",             "a parenthesis is not closed"      },
@@ -351,9 +351,10 @@ void TestTriggerModel::expressions_data()
 void TestTriggerModel::expressions()
 {
     QFETCH(QString, text);
+    const OXA::AoCore core(0);
     TriggerTable table;
     QString result;
-    if (compileStatic(text, table, result)) {
+    if (triggerTable(core, text, table, result)) {
         for (const bool row : table.rows)
             result += row ? '1' : '0';
     }
@@ -362,24 +363,27 @@ void TestTriggerModel::expressions()
 
 void TestTriggerModel::dynamicTablesAreTheCompilers()
 {
-    std::vector<bool> enabled(16);
-    enabled[0] = enabled[3] = enabled[10] = true;
+    OXA::AoCore core(0);
+    core.expressionType = OXA::DynamicExpressions;
+    for (const int unit : {0, 3, 10})
+        core.matchUnit(unit)->enabled = true;
     TriggerTable table;
     QString error;
-    QVERIFY(compileDynamic("M3 & !M10", enabled, table, error));
+    QVERIFY(triggerTable(core, "M3 & !M10", table, error));
     QCOMPARE(table.units, (std::vector<int> {0, 3, 10}));
     QCOMPARE(table.rows, (std::vector<bool> {0, 0, 1, 1, 0, 0, 0, 0}));
     QVERIFY(!table.at(1 << 10 | 1 << 3) && table.at(1 << 3 | 1 << 7));
 
     // "M10" hides M1: a table of one operand for two units, nothing above it.
-    std::vector<bool> hidden(16);
-    hidden[1] = hidden[10] = true;
-    QVERIFY(compileDynamic("M10", hidden, table, error));
+    OXA::AoCore hidden(0);
+    hidden.expressionType = OXA::DynamicExpressions;
+    hidden.matchUnit(1)->enabled = hidden.matchUnit(10)->enabled = true;
+    QVERIFY(triggerTable(hidden, "M10", table, error));
     QCOMPARE(table.rows, (std::vector<bool> {0, 1}));
     QVERIFY(table.at(1 << 1) && !table.at(1 << 10));
 
     for (const char* text : {"M0&&M3", "M0|", "~M0", "M00", "M0 & &M3", "!!M0", "", "1'b1"}) {
-        QVERIFY2(!compileDynamic(text, enabled, table, error), text);
+        QVERIFY2(!triggerTable(core, text, table, error), text);
         QVERIFY(!error.isEmpty());
     }
 }

@@ -93,10 +93,8 @@ Q_DECLARE_METATYPE(TableRow)
 constexpr TableRow kTables[] = {
     {"and binds tighter than or", "M0|M1&M2",             true,  "00011111"},
     {"the first is the slowest",  "!M3 && M7",            false, "0100"    },
-    {"a constant",                "M0 | 1'B1",            false, "11"      },
     {"no units",                  "1'B1",                 false, "1"       },
     {"not to the end",            "M0&",                  true,  ""        },
-    {"units side by side",        "M0 M1",                false, ""        },
     {"too many",                  "M0|M1|M2|M3|M4|M5|M6", true,  ""        },
 };
 

@@ -2,7 +2,7 @@
 #include "core_client.h"
 #include "random_core.h"
 
-#include "oxacapture/trigger/static_expression.h"
+#include "oxacapture/trigger/trigger_table.h"
 #include "support/files.h"
 
 #include "oxautils/config/lite_config.h"
@@ -58,7 +58,7 @@ QByteArray fingerprintTables(const OXA::AoCore& core, const QByteArrayList& init
         }
         OXA_CAPTURE::TriggerTable table;
         QString error;
-        OXA_CAPTURE::compileStatic(core.expressions.at(e), table, error);
+        OXA_CAPTURE::triggerTable(core, core.expressions.at(e), table, error);
         constexpr quint32 kMasks[] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
         for (quint32 row = 0; row < 64; ++row) {
             quint32 outputs = 0;

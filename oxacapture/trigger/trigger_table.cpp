@@ -1,0 +1,92 @@
+#include "oxacapture/trigger/trigger_table.h"
+
+#include "oxautils/encoding/static_expression.h"
+#include "oxautils/model/limits.h"
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+QString faultText(const OXA::SyntaxFault& fault)
+{
+    using OXA::SyntaxFault;
+    switch (fault.kind) {
+    case SyntaxFault::None:
+        return {};
+    case SyntaxFault::Empty:
+        return "it is empty";
+    case SyntaxFault::EndsEarly:
+        return "it ends too early";
+    case SyntaxFault::Unclosed:
+        return "a parenthesis is not closed";
+    case SyntaxFault::UnknownUnit:
+        return QString("there is no unit \"%1\"").arg(fault.token);
+    case SyntaxFault::TooDeep:
+        return "nested too deeply";
+    default:
+        return QString("unexpected \"%1\"").arg(fault.token.at(0));
+    }
+}
+
+/// What dynamic expressions do not have, though static ones may; empty when there is nothing.
+QString foreignPiece(const QList<OXA::Token>& tokens)
+{
+    using OXA::Token;
+    for (const Token& token : tokens) {
+        if (token.kind != Token::Binary && OXA::isForeign(token, true))
+            return token.text;
+    }
+    QString operatorBefore = ""; // "" at the start, null behind an operand
+    for (const Token& token : tokens) {
+        const bool leadingZero = token.text.startsWith("M0") && token.text.size() > 2;
+        if (leadingZero || OXA::isForeign(token, true))
+            return token.text;
+        if (token.kind == Token::Binary && !operatorBefore.isNull())
+            return operatorBefore + token.text;
+        const bool wantsOperand = token.kind == Token::Negation || token.kind == Token::Binary
+            || token.kind == Token::Open;
+        operatorBefore = wantsOperand ? token.text : QString();
+    }
+    return {};
+}
+
+QString complaint(const QList<OXA::Token>& tokens, const OXA::SyntaxFault& fault, bool dynamic)
+{
+    const QString foreign = dynamic ? foreignPiece(tokens) : QString();
+    return foreign.isEmpty() ? faultText(fault)
+                             : QString("unexpected \"%1\" in a dynamic expression").arg(foreign);
+}
+
+std::vector<int> enabledUnits(const OXA::AoCore& core)
+{
+    std::vector<int> units;
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+        units.push_back(unit->index);
+    return units;
+}
+
+}
+
+bool triggerTable(const OXA::AoCore& core, const QString& text, TriggerTable& table, QString& error)
+{
+    const bool dynamic = core.expressionType == OXA::DynamicExpressions;
+    const QList<OXA::Token> tokens = OXA::tokensOf(text);
+    const OXA::StaticExpression parsed = OXA::parseStatic(tokens);
+    error = complaint(tokens, parsed.fault, dynamic);
+    if (!error.isEmpty())
+        return false;
+    const OXA::TruthTable rows = dynamic ? OXA::compileExpression(text, OXA::unitSwitches(core))
+                                         : OXA::staticTable(parsed);
+    if (!rows.defined) {
+        error = "its table has no value";
+        return false;
+    }
+    table = {};
+    table.units
+        = dynamic ? enabledUnits(core) : std::vector<int>(parsed.units.begin(), parsed.units.end());
+    for (int row = 0; row < rows.rows(); ++row)
+        table.rows.push_back(rows.at(row));
+    return true;
+}
+
+}
