@@ -1,8 +1,8 @@
 #ifndef OXACAPTURE_OXACAPTURE_H
 #define OXACAPTURE_OXACAPTURE_H
 
-/// Everything public of the library: waveforms, the model of the trigger, targets and capture
-/// files.
+/// All public headers of the library: waveforms, the trigger model, targets and the files of
+/// captures.
 #include "oxacapture/files/capture_result.h"
 #include "oxacapture/message.h"
 #include "oxacapture/oxacapture_export.h"

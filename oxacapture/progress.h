@@ -5,7 +5,7 @@
 
 namespace OXA_CAPTURE {
 
-/// Told the percentage of a long job that is done; the job stops when it returns false.
+/// Called with the percentage of a long job that is done; the job stops when it returns false.
 using Progress = std::function<bool(int percent)>;
 
 }

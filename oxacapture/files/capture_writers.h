@@ -7,14 +7,14 @@ class QIODevice;
 
 namespace OXA_CAPTURE {
 
-// One function a format (docs/captures.md); false when the device takes no more, when `goesOn`
-// said so or, with `error`, for what the format itself cannot do.
+// One function for each format (docs/captures.md). False when writing fails, when `goesOn`
+// returned false or, with `error`, when the format does not allow it.
 
 bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
 bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
 bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
 
-constexpr qint64 kSamplesAtOnce = 4096; ///< at most, between two calls of `goesOn`
+constexpr qint64 kSamplesAtOnce = 4096; ///< at most this many between two calls of `goesOn`
 
 /// The samples of all windows of a core together.
 qint64 capturedSamples(const CapturedCore& core);

@@ -7,7 +7,7 @@
 
 namespace OXA_CAPTURE {
 
-/// The names that a file gives to signals whose own it cannot hold: no two become one.
+/// Makes names unique, for file formats that do not allow all names of signals.
 class UniqueNames {
 public:
     /// `wanted`, or "_" without it, then `range`; with "_2", "_3" ... between the two when that is
@@ -19,7 +19,7 @@ public:
 
 private:
     QSet<QString> m_taken;
-    QHash<QString, int> m_last; // number behind a name
+    QHash<QString, int> m_last; // number after a name
 };
 
 }

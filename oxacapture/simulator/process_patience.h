@@ -5,13 +5,13 @@
 
 namespace OXA_CAPTURE {
 
-/// Patience with a process that is to answer.
+/// How long to wait for the answer of a process.
 ///
-/// It lasts as long as the process computes, up to a limit of its own processor time: what other
-/// work on the machine takes from it does not count.
+/// The wait lasts as long as the process computes, up to a limit of its own processor time, so
+/// that it does not depend on the load of the machine.
 class ProcessPatience {
 public:
-    /// Begins anew, for the process `pid`.
+    /// Starts a wait for the process `pid`.
     void begin(qint64 pid);
 
     bool lasts();
@@ -19,7 +19,7 @@ public:
 private:
     qint64 m_pid = 0;
     qint64 m_begun = 0; // its processor time then, ns
-    qint64 m_seen = 0; // at the last look
+    qint64 m_seen = 0; // when it was last read
     QDeadlineTimer m_standstill;
 };
 

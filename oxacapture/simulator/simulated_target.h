@@ -15,41 +15,41 @@ namespace OXA_CAPTURE {
 class ProcessPatience;
 struct StimulusPorts;
 
-/// Where that is installed which a simulation takes.
+/// Where the files that a simulation needs are installed.
 struct SimulatorDirs {
     QString models; ///< of the pads and the JTAG port
     QString cells; ///< of netlists
     QString plugin; ///< of the simulator, which plays the waveform
 };
 
-/// A generated analyzer in Icarus, with a waveform at its ports and its JTAG pads behind a socket.
+/// A generated analyzer in Icarus: a waveform drives its ports, a socket its JTAG pads.
 ///
-/// It stands still until it is played or its pads are driven, and ends with this object.
+/// Simulation time advances only in `play` and when the pads are driven. It ends with the object.
 class OXACAPTURE_EXPORT SimulatedTarget {
 public:
     /// What it is built from.
     struct Design {
         SimulatorDirs dirs;
         OXA::OxaArg arg; ///< of the generation, into its own work directory
-        QList<OXA::NameSums> names; ///< that its cores tell, though `arg` may name clocks otherwise
-        QString netlist; ///< takes the place of the generated Verilog; may be empty
-        QString workDir; ///< where everything but the generated files goes
+        QList<OXA::NameSums> names; ///< sums of names of its cores; clocks in `arg` may differ
+        QString netlist; ///< used instead of the generated Verilog; may be empty
+        QString workDir; ///< for all files but the generated ones
     };
 
     SimulatedTarget();
     ~SimulatedTarget();
 
-    /// Asked while the simulator is waited for; when it says no, the call fails.
+    /// Called during a wait for the simulator; when it returns false, the call fails.
     void setGoesOn(const std::function<bool()>& goesOn);
 
-    /// Generates and compiles; stops, without an error, when `goesOn` says no.
+    /// Generates and compiles; stops, without an error, when `goesOn` returns false.
     bool build(
         const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn);
 
-    /// Starts it, with the stimulus file's steps to be played, and connects to its pads.
+    /// Starts the simulator with the file `stimulus`, and connects to the pads.
     bool start(const QString& stimulus);
 
-    /// The same, but its pads are for others, who find them at `port`; 0 takes any.
+    /// The same, but other programs connect to the pads at `port`; 0 takes any free port.
     bool serve(const QString& stimulus, int port);
     int port() const { return m_port; }
 
@@ -61,9 +61,9 @@ public:
     enum Level {
         Low,
         High,
-        HighAgain, ///< and it was low since the look before
+        HighAgain, ///< high, and it was low since the previous `look`
     };
-    /// The levels of nets of the design, by their hierarchical names.
+    /// The logic levels of nets of the design, by their hierarchical names.
     bool look(const QStringList& names, std::vector<Level>& levels);
 
     JtagLink& jtag() { return m_jtag; }

@@ -14,16 +14,16 @@ struct StimulusPorts {
     QStringList clocks; ///< sample clocks, the first the least significant
 };
 
-/// The module that puts the wrapper qx_oxa between the ports and the target's clients. Its clocks
-/// are unknown until their first edge: a level to begin with would be an edge to a core that is
+/// The module that connects the wrapper qx_oxa to the ports and to the target's clients. Its clocks
+/// are unknown until their first edge: an initial logic level would be an edge for a core that is
 /// armed from power-up on.
 QByteArray testbench(const StimulusPorts& ports);
 
 /// Writes the waveform's steps to the file `path`: before every change of clocks the values that
-/// the cores sample at it. Clocks are in the waveform's order. In front of the waveform come
-/// `leadIn` periods of all clocks and behind it `leadOut`. Unknown values are 0.
+/// the cores sample at it. Clocks are in the waveform's order. Before the waveform, there are
+/// `leadIn` periods of all clocks, after it `leadOut`. Unknown values are 0.
 ///
-/// The number of steps, two for each of these periods included; -1, with `error`, when it fails.
+/// Returns the number of steps, with two for each of these periods; -1, with `error`, on failure.
 qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,
     const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error);
 

@@ -6,17 +6,17 @@
 
 namespace OXA_CAPTURE {
 
-/// Captures what a simulated target's cores see of a waveform, through its JTAG pads.
+/// Captures with the cores of a simulated target from a waveform, through its JTAG pads.
 class TargetCapture {
 public:
     /// The cores in the order of their positions, with what they sample of the waveform.
     TargetCapture(SimulatedTarget& target, const std::vector<CorePlan>& cores,
         const SampledWaveform& waveform);
 
-    /// Finds the cores, and refuses others than those that were generated into `generatedDir`.
+    /// Finds the cores; fails for cores other than those generated into `generatedDir`.
     bool begin(const QString& generatedDir);
 
-    /// What there is to say about a netlist that does not know its names.
+    /// The warning for a netlist without sums of names; else empty.
     QString namesWarning() const { return m_session.namesWarning(); }
 
     /// Arms the cores, plays `steps` steps of the stimulus, forces the triggers at sample `forceAt`
@@ -25,10 +25,10 @@ public:
     /// settings of the configuration.
     bool run(qint64 leadIn, qint64 steps, qint64 leadOut, qint64 forceAt, const Progress& progress);
 
-    /// Reads out a core and finds its windows in the waveform; `expected` says where to look first.
+    /// Reads a core and finds its windows in the waveform, searching first at `expected`.
     bool read(size_t core, const std::vector<Window>& expected, ModelRun& captured);
 
-    /// Why the last call failed; without text when `progress` stopped it.
+    /// Why the last call failed; empty when `progress` stopped it.
     const QString& error() const { return m_error; }
 
 private:

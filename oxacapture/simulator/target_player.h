@@ -6,27 +6,27 @@
 
 namespace OXA_CAPTURE {
 
-/// Plays a waveform to a simulated target that others arm.
+/// Plays a waveform to a simulated target that other programs arm.
 ///
-/// A moment after a core was armed the waveform begins. Behind its end the clocks stand still,
-/// until cores that are stopped need a few edges more to come to rest; or it begins again, and goes
-/// on where it was at the next arming. While nothing waits for a clock, nothing is played.
+/// The waveform begins shortly after a core was armed. After its end the clocks stop, except for
+/// the few edges that stopped cores need to be at rest; or the waveform is repeated, and continues
+/// where it was when a core is armed again. It is played only while a core waits for a clock.
 class OXACAPTURE_EXPORT TargetPlayer {
 public:
     /// `target` was made by buildTarget for `cores`, with as many steps. With `loop` the waveform
-    /// begins again behind its end.
+    /// is repeated.
     TargetPlayer(
         SimulatedTarget& target, qint64 steps, bool loop, const std::vector<CorePlan>& cores);
 
-    /// Does what is to be done now, and then waits a moment. False when the target fails.
+    /// Plays what is due, and then waits briefly. False when the target fails.
     bool step();
 
 private:
     struct Cores {
         std::vector<bool> armed;
         bool busy = false; ///< one of them waits for its clock
-        bool stopping = false; ///< one of those is not armed any more
-        bool anew = false; ///< one was armed since the look before, and no other one runs
+        bool stopping = false; ///< one of those is no longer armed
+        bool anew = false; ///< one was armed since the previous call, and no other one runs
     };
 
     bool look(Cores& cores);
@@ -39,7 +39,7 @@ private:
     qint64 m_steps;
     qint64 m_end; // of the waveform
     bool m_loop;
-    QStringList m_names; // of what tells the cores' states
+    QStringList m_names; // of the nets with the cores' states
     Cores m_before;
     bool m_playing = false;
     qint64 m_at = 0; // the next step

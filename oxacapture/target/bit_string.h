@@ -9,7 +9,7 @@
 
 namespace OXA_CAPTURE {
 
-/// Bits in the order in which a scan moves them: bit 0 goes first.
+/// Bits in the order in which a scan shifts them: bit 0 is first.
 class OXACAPTURE_EXPORT BitString {
 public:
     BitString() = default;
@@ -27,7 +27,7 @@ public:
     /// to 64.
     quint64 number(int from, int width) const;
 
-    /// How many zeros follow one another from bit `from` on.
+    /// The number of consecutive zeros from bit `from` on.
     int zerosFrom(int from) const;
 
 private:

@@ -8,18 +8,18 @@
 
 namespace OXA_CAPTURE {
 
-/// Where the chip is.
+/// Where the target is.
 struct ChipAddress {
     QString openocd; ///< its Tcl server, as `OpenOcdLink::connectTo` takes it
     QString tap; ///< the device in the chain; empty: the one that has an analyzer
-    QString tapOption; ///< where the user names the device, for messages: "--tap"
+    QString tapOption; ///< the option that selects the device, for messages: "--tap"
 };
 
-/// How the cores of a run begin and end.
+/// How the cores of a run start and end.
 struct RunOptions {
-    bool powerUp = false; ///< take over what they began at power-up, instead of arming them
+    bool powerUp = false; ///< read their power-up capture, instead of arming them
     bool immediate = false; ///< trigger every window at once
-    qint64 timeout = 0; ///< ms until those that wait are stopped; 0: none
+    qint64 timeout = 0; ///< ms until cores that wait are stopped; 0: no limit
 };
 
 /// What one core captured.
@@ -30,28 +30,28 @@ struct CoreOutcome {
     CapturedCore captured;
 };
 
-/// One run of the analyzer in a chip behind OpenOCD.
+/// One run of the analyzer in a target, through OpenOCD.
 ///
 ///     CaptureRun run;
 ///     if (run.find(chip, configurations, &error)
 ///         && run.plan(cores, {}, chosen, messages) && run.capture(options, &error))
 ///         outcomes = run.read();
 ///
-/// The link to the chip ends with the object. The hooks are called in the thread of the call.
+/// The link to the target ends with the object. The hooks are called in the thread of the call.
 class OXACAPTURE_EXPORT CaptureRun {
 public:
     /// A configuration that the chip may be built from, as `builtConfigurations` tells it; its
     /// cores have to stay.
     using ReadBuilds = std::function<std::vector<BuiltConfiguration>()>;
 
-    /// Asked again and again. When it says no, a search ends, and a wait for triggers; what the
+    /// Called repeatedly. When it returns false, a search and a wait for triggers end; what the
     /// cores have is then read, unless OpenOCD does not answer within a second.
     std::function<bool()> goesOn = [] { return true; };
-    /// Asked as `goesOn` is: true ends everything, and nothing more is read.
+    /// Called as `goesOn` is: when it returns true, the run ends and nothing more is read.
     std::function<bool()> isAbandoned = [] { return false; };
-    /// Asked whenever the cores were looked at: true triggers all that wait.
+    /// Called after each status read of the cores: when it returns true, all that wait trigger.
     std::function<bool()> forces = [] { return false; };
-    /// Told what each core that runs is doing, when that changes.
+    /// Called with the progress of each core that runs, when that changes.
     std::function<void(const QStringList& texts)> progress = [](const QStringList&) {};
 
     /// Finds the device whose analyzer is built from one of `configurations`. A later one is read,
@@ -72,8 +72,8 @@ public:
     /// What `plan` made; may be changed before `capture`.
     std::vector<CoreRun>& runs() { return m_runs; }
 
-    /// Lets the cores run until they have finished or are not to go on. False, with `error` and all
-    /// of them stopped, when the chip fails.
+    /// Runs the cores until they have finished or `goesOn` returns false. False, with `error` and
+    /// all of them stopped, when the target fails.
     bool capture(const RunOptions& options, QString* error);
 
     /// Reads the cores one after the other. Those that have not finished are stopped; all that can

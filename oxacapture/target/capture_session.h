@@ -14,108 +14,108 @@ namespace OXA_CAPTURE {
 /// What a core that was armed is doing.
 struct CoreProgress {
     enum State {
-        NoClock, ///< armed, but its sample clock has not ticked since
+        NoClock, ///< armed, but its sample clock had no edge since
         Waiting, ///< for its trigger
         Taking, ///< samples: of an open window, or of a Lite core
         Finished, ///< everything is captured
     };
     State state = NoClock;
-    bool clockRan = false; ///< the sample clock, since the core was armed
-    bool clockRuns = false; ///< and it did within the last second
+    bool clockRan = false; ///< the sample clock had an edge since the core was armed
+    bool clockRuns = false; ///< it had one within the last second
     int level = 0; ///< expressions of the sequence satisfied
     int levels = 0; ///< of the sequence; 0: only force triggers
-    qint64 window = 0; ///< the one that is waited for or taken, from 0 on
-    qint64 windows = 0; ///< that the run takes
+    qint64 window = 0; ///< the window that is waited for or taken, from 0
+    qint64 windows = 0; ///< number of windows of the run
     std::vector<int> units; ///< the match units' numbers
     std::vector<int> matches; ///< of each while the core waited, up to `kCountedMatches`
 
-    /// For its user: "waiting for level 2 of 3, window 1 of 4; M0 matched 12 times".
+    /// For users: "waiting for level 2 of 3, window 1 of 4; M0 matched 12 times".
     OXACAPTURE_EXPORT QString text() const;
-    /// What is wrong with its sample clock; empty when that runs.
+    /// The problem with its sample clock; empty when that runs.
     OXACAPTURE_EXPORT QString clockText() const;
 };
 
 /// What was read out of a core.
 struct ReadOut {
     std::vector<DecodedWindow> windows; ///< in the order in which they were taken
-    qint64 whole = 0; ///< windows that are; the one behind them was cut short by a stop
-    /// The last samples of a core that waited for a trigger when it was stopped; may be none.
+    qint64 whole = 0; ///< complete windows; a stop ended the one after them early
+    /// The last samples of a core that waited for a trigger when it was stopped; may be empty.
     SampleTable waiting;
-    bool waited = false; ///< it did
+    bool waited = false; ///< the core waited for a trigger when it was stopped
     TriggerProgress progress; ///< how far the run got; without `firstUnknown`
 };
 
-/// A core of the session's build and what it is to look for in a run.
+/// A core of the session's build and its settings for a run.
 struct CoreRun {
     size_t core = 0; ///< its place among the build's cores
     TriggerSetup setup; ///< of a Standard core; else not used
 };
 
-/// The analyzer in one target, from finding it to its samples.
+/// The analyzer in one target: finds, arms and reads its cores.
 ///
 ///     CaptureSession session(link, instruction);
 ///     session.begin() && session.match(builds) && session.arm(runs)
 ///         && session.wait(cores, goesOn) && session.stop(core) && session.read(core, readOut)
 ///
-/// Every call returns within seconds, but for `wait` and what large memories take on slow links.
-/// After a false one, `error` says why; the session can go on unless the link is gone.
+/// Every call returns within seconds, except `wait` and the reading of large memories on slow
+/// links. When a call returns false, `error` says why; the session stays usable while the link is.
 class OXACAPTURE_EXPORT CaptureSession {
 public:
-    /// `instruction` selects the cores' data register in the device. The link has to stay.
+    /// `instruction` selects the cores' data register in the device. The link has to outlive this.
     CaptureSession(JtagLink& link, const BitString& instruction);
 
-    /// Finds the target's cores; they go on with what they do.
+    /// Finds the target's cores, without changing what they do.
     bool begin();
     const std::vector<CoreIdentity>& identities() const { return m_identities; }
 
-    /// Looks which of `builds` the target is made of; false, with what differs, when of none. Names
-    /// of clocks and signals count as far as the target knows them.
+    /// Finds which of `builds` the target was made from; false, with the difference, when none.
+    /// Names of clocks and signals are compared when the target has sums of names.
     bool match(const std::vector<BuiltConfiguration>& builds);
     /// The one that `match` found.
     const BuiltConfiguration& build() const { return m_build; }
 
-    /// Whether `match` could compare the names of the build's core with the target's: it knows none
-    /// when it was built without the file of their sums.
+    /// Whether `match` could compare the names of the build's core with the target's sums of names:
+    /// a target built without the file of these sums has none.
     bool knowsNames(size_t core) const { return !m_nameSums[core].isEmpty(); }
-    /// What to tell the user about cores that know no names; empty when there are none.
+    /// The warning about cores without sums of names; empty when all have them.
     QString namesWarning() const;
 
-    /// What becomes of dynamic expressions when a core is armed. Writing them takes long; they can
-    /// be kept when nobody wrote others since power-up.
+    /// Whether dynamic expressions are written when a core is armed. Writing them takes long; they
+    /// can be kept when no others were written since power-up.
     enum class Tables { Written, Kept };
 
-    /// Ends what the cores are doing, writes their settings, and only then arms one after the
-    /// other. False, and nothing armed, when a core is not built for its setup.
+    /// Stops the cores, writes their settings, and then arms one after the other. False, and
+    /// nothing armed, when a core is not built for its setup.
     bool arm(const std::vector<CoreRun>& runs, Tables tables = Tables::Written);
 
-    /// Takes over the run that a core began by itself at power-up, with the settings and the
-    /// `powerUpPosition` that it was built with; arms it when there is none.
+    /// Continues the power-up capture of a core, with the settings and the `powerUpPosition` that
+    /// it was built with; arms the core when there is none.
     bool adopt(size_t core);
 
-    /// The same, but false when the core has no such run any more.
+    /// The same, but false when the core's power-up capture was ended.
     bool resume(size_t core);
 
-    /// What a core that was armed is doing; false, too, when it is not armed any more.
+    /// What a core that was armed is doing; false also when it is no longer armed.
     bool poll(size_t core, CoreProgress& progress);
 
-    /// Polls `cores`, again and again, until all have finished or `goesOn`, which is told each
-    /// time, returns false.
+    /// Polls `cores` until all have finished or `goesOn`, which is called each time, returns
+    /// false.
     bool wait(const std::vector<size_t>& cores,
         const std::function<bool(const std::vector<CoreProgress>&)>& goesOn);
 
-    /// The next sample is a trigger, unless a window is open.
+    /// The next sample is a trigger sample, unless a window is open.
     bool force(size_t core);
 
-    /// Ends the run; what was captured stays. Without effect on a core that is not armed.
+    /// Ends the run; what was captured is kept. No effect on a core that is not armed.
     bool stop(size_t core);
 
-    /// Waits until a core that was stopped keeps still, which takes seven edges of its sample
-    /// clock. False when that clock stands still; then the core cannot be armed.
+    /// Waits until a core that was stopped is at rest, which takes seven edges of its sample
+    /// clock. False when that clock is stopped; then the core cannot be armed.
     bool rest(size_t core);
 
-    /// Reads what a core captured in the run that was armed last, complete or not: nothing when its
-    /// sample clock stood still. False when it has neither finished nor been stopped. What a core
-    /// had that still waited is read only `withWaiting`.
+    /// Reads what a core captured in its last run, complete or not: nothing when its sample clock
+    /// was stopped. False when the core has neither finished nor been stopped. The last samples of
+    /// a core that waited for a trigger are read only `withWaiting`.
     bool read(size_t core, ReadOut& readOut, bool withWaiting = false);
 
     /// Why the last call failed.
@@ -140,14 +140,14 @@ private:
     std::vector<QList<quint32>> m_nameSums;
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
-    std::vector<bool> m_begun; // the sample clock was seen to have noticed the arming
+    std::vector<bool> m_begun; // the status showed that the arming reached the sample clock
     std::vector<CoreStatus> m_before; // when it was armed
-    std::vector<QElapsedTimer> m_ticked; // since the sample clock was seen to run; invalid: never
+    std::vector<QElapsedTimer> m_ticked; // since the sample clock last ran; invalid: never
     QString m_error;
 };
 
-/// What was read out, as it is written to files. Nothing numbers a chip's samples: those of each
-/// window are counted from 0 on.
+/// What was read, as it is written to files. A target does not number its samples: those of each
+/// window are counted from 0.
 OXACAPTURE_EXPORT CapturedCore capturedCore(
     const CorePlan& core, const ReadOut& readOut, const TriggerSetup& setup);
 

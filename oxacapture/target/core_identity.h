@@ -8,7 +8,7 @@
 
 namespace OXA_CAPTURE {
 
-/// What a core in a target says of itself (docs/jtag-protocol.md).
+/// The identity register of a core in a target (docs/jtag-protocol.md).
 struct CoreIdentity {
     struct Port {
         int number = 0; ///< 0 to 15
@@ -23,31 +23,31 @@ struct CoreIdentity {
 
     int position = 0; ///< of the core in the wrapper
     bool lite = false;
-    bool fallingEdge = false; ///< samples there
+    bool fallingEdge = false; ///< samples at falling edges of the sample clock
     bool armedAtPowerUp = false;
     bool dynamic = false; ///< expressions are tables that can be rewritten
     int signalCount = 0; ///< bits of a sample
-    int expressions = 0; ///< levels of the trigger's sequence
+    int expressions = 0; ///< levels of the sequence
     int addressBits = 0;
     qint64 depth = 0; ///< words of the memory
     qint64 mostWindows = 0;
     std::vector<Port> ports; ///< ascending
     std::vector<Unit> units; ///< ascending
 
-    /// Bits of a word in memory: a sample, and the trigger's mark behind it.
+    /// Bits of a word in memory: a sample, then the mark.
     int wordBits() const { return lite ? signalCount : signalCount + 1; }
 };
 
-/// Bits of the identity register that every core has, and of the whole, which these tell.
+/// Bits of the identity register that every core has, and of the whole register, found from these.
 constexpr int kIdentityHeadBits = 192;
 OXACAPTURE_EXPORT int identityBits(const BitString& head);
 
-/// Reads the whole register of the core at `position`; false when it is not one of ours, with the
-/// reason in `error`.
+/// Decodes the whole register of the core at `position`; false, with `error`, when it is not that
+/// of an analyzer core.
 OXACAPTURE_EXPORT bool parseIdentity(
     const BitString& bits, int position, CoreIdentity& identity, QString& error);
 
-/// What a target's core has otherwise than `core` asks for: "8 data signals instead of 9".
+/// How a target's core differs from `core`: "8 data signals instead of 9".
 OXACAPTURE_EXPORT QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core);
 OXACAPTURE_EXPORT QStringList differences(
     const CoreIdentity& identity, const OXA::AOCore_Lite& core);

@@ -5,7 +5,7 @@
 
 namespace OXA_CAPTURE {
 
-/// CRC-32 of zip files and Ethernet, a bit at a time.
+/// CRC-32 as in zip files and Ethernet, one bit at a time.
 class Crc32 {
 public:
     void add(bool bit) { m_sum = (m_sum >> 1) ^ (((m_sum ^ quint32(bit)) & 1) ? kPolynomial : 0); }

@@ -9,8 +9,8 @@
 
 namespace OXA_CAPTURE {
 
-// What the fingerprint register of a core holds that was built from the files that were generated
-// into `workDir` (docs/jtag-protocol.md). False, with `error`, when a file is not as generated.
+// The fingerprint of a core that was built from the files generated into `workDir`
+// (docs/jtag-protocol.md). False, with `error`, when a file is not as generated.
 
 OXACAPTURE_EXPORT bool generatedFingerprint(const QString& workDir, int position,
     const OXA::AoCore& core, quint32& fingerprint, QString& error);

@@ -13,10 +13,10 @@ constexpr char kOpenOcdAddress[] = "127.0.0.1:6666";
 
 /// One device of a chain that OpenOCD drives, through OpenOCD's Tcl server.
 ///
-/// OpenOCD knows the chain: it finds the instruction's length, and keeps the other devices in
-/// BYPASS. A scan is one command. Programs that use OpenOCD beside this one may scan the chain,
-/// too; two links to one OpenOCD are kept apart: the one that came later is refused as long as the
-/// first is at work.
+/// OpenOCD manages the chain: it has the instruction's length, and keeps the other devices in
+/// BYPASS. A scan is one command. Other programs that use the same OpenOCD may scan the chain too.
+/// Two links of this class to one OpenOCD exclude each other: the second is refused while the first
+/// is in use.
 class OXACAPTURE_EXPORT OpenOcdLink : public JtagLink {
 public:
     OpenOcdLink();
@@ -24,21 +24,21 @@ public:
     OpenOcdLink(const OpenOcdLink&) = delete;
     OpenOcdLink& operator=(const OpenOcdLink&) = delete;
 
-    /// Asked while OpenOCD is waited for, as of a `StreamSocket`.
+    /// Called during a wait for OpenOCD, as by a `StreamSocket`.
     void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
 
-    /// Connects to the Tcl server at "HOST:PORT", and lists the chain. What is left out of the
-    /// address, the host or the port with its colon, is that of `kOpenOcdAddress`.
+    /// Connects to the Tcl server at "HOST:PORT", and lists the chain. A missing host, or a missing
+    /// port with its colon, is taken from `kOpenOcdAddress`.
     bool connectTo(const QString& address);
 
-    /// The names of the TAPs that OpenOCD knows, in the chain's order.
+    /// The names of OpenOCD's TAPs, in the chain's order.
     const QStringList& taps() const { return m_taps; }
 
-    /// Those where an analyzer may be: they have an entry in OpenOCD's variable oxautils_er1, or
-    /// there is only one.
+    /// The TAPs that may have an analyzer: those with an entry in OpenOCD's variable oxautils_er1,
+    /// or the only one.
     QStringList candidates() const;
 
-    /// Chooses the TAP that all scans go to; false when the chain has none of this name.
+    /// Selects the TAP for all scans; false when the chain has none of this name.
     bool selectTap(const QString& tap);
     const QString& tap() const { return m_tap; }
 
@@ -46,8 +46,8 @@ public:
     /// oxautils_er1, else that of the simulated target.
     BitString instruction() const;
 
-    /// Takes the device; OpenOCD resets the chain when it starts, and other programs' devices keep
-    /// their state.
+    /// Takes the device, without a reset: OpenOCD resets the chain when it starts, and the devices
+    /// that other programs use keep their state.
     bool reset() override;
     bool scanIr(const BitString& out) override;
     bool scanDr(const BitString& out, BitString* in) override;
@@ -65,11 +65,11 @@ private:
 
     StreamSocket m_socket;
     QString m_address;
-    QByteArray m_client; // our name in OpenOCD
+    QByteArray m_client; // the name of this link in OpenOCD
     QStringList m_taps;
-    QStringList m_instructions; // of the TAPs; empty where none is known
+    QStringList m_instructions; // of the TAPs; empty where it is not known
     QString m_tap;
-    QByteArray m_irscan; // the instruction, loaded anew with every scan
+    QByteArray m_irscan; // loads the instruction, with every scan
     QByteArray m_result; // of the last command
     bool m_owns = false;
     int m_commands = 0;

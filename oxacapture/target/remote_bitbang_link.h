@@ -9,13 +9,13 @@ namespace OXA_CAPTURE {
 /// The pads of one device, driven in OpenOCD's remote_bitbang protocol.
 class OXACAPTURE_EXPORT RemoteBitbangLink : public JtagLink {
 public:
-    /// Asked while the device is waited for, as of a `StreamSocket`.
+    /// Called during a wait for the device, as by a `StreamSocket`.
     void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
 
     /// Connects to "unix:PATH" or "HOST:PORT".
     bool connectTo(const QString& address);
 
-    /// Without one, a target that is silent for some seconds is given up.
+    /// Without one, the link fails when the target does not answer for some seconds.
     void setPatience(const StreamSocket::Patience& patience) { m_socket.setPatience(patience); }
 
     bool reset() override;

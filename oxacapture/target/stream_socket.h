@@ -12,14 +12,14 @@ struct addrinfo;
 
 namespace OXA_CAPTURE {
 
-/// How long an exchange may take, and how much may come.
+/// How long an exchange may take, and how large its answer may be.
 struct ExchangeLimits {
     int silence; ///< ms in which nothing is sent or received
-    qint64 total; ///< ms from its beginning to its end
+    qint64 total; ///< ms for the whole exchange
     qint64 bytes; ///< of the answer
 };
 
-/// A connection to a program that answers what it is sent.
+/// A connection to a program that answers requests.
 class OXACAPTURE_EXPORT StreamSocket {
 public:
     StreamSocket() = default;
@@ -27,22 +27,22 @@ public:
     StreamSocket(const StreamSocket&) = delete;
     StreamSocket& operator=(const StreamSocket&) = delete;
 
-    /// Asked before the other side is waited for, and ten times a second meanwhile: when it says
-    /// no, the call fails.
+    /// Called before a wait for the other side, and ten times a second during it: when it returns
+    /// false, the call fails.
     void setGoesOn(const std::function<bool()>& goesOn) { m_goesOn = goesOn; }
 
     /// Connects to "unix:PATH" or to "HOST:PORT", where brackets enclose an IPv6 address; false
-    /// when nobody listens there, or answers within some seconds.
+    /// when no program accepts the connection within some seconds.
     bool connectTo(const QString& address);
 
-    /// Asked whenever nothing came for the time of silence of an exchange, `looks` times in a row,
-    /// whether to wait on; it takes the place of the limits of time. Nobody waits on without it.
+    /// Called when nothing was received for the `silence` of an exchange, `looks` times in a row:
+    /// returns whether to continue. It replaces the limits of time. Without it, the wait ends.
     using Patience = std::function<bool(int looks)>;
     void setPatience(const Patience& patience) { m_patience = patience; }
 
-    /// Sends `bytes`, and receives until `isWhole` says that the answer is. False when the other
-    /// side left, or did not keep to the limits; the connection then ends, so that an answer that
-    /// comes late is not taken for the next one.
+    /// Sends `bytes`, and receives until `isWhole` returns true. False when the other side has
+    /// disconnected or exceeded the limits; the connection is then closed, so that a late answer is
+    /// not taken for the next one.
     bool exchange(const QByteArray& bytes, const std::function<bool(const QByteArray&)>& isWhole,
         QByteArray& answer, const ExchangeLimits& limits);
 

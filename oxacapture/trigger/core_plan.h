@@ -5,13 +5,13 @@
 
 namespace OXA_CAPTURE {
 
-/// A core of a configuration with what it samples and looks for; one of the two is not null.
+/// A core of a configuration with its signals and settings; one of the two pointers is not null.
 struct CorePlan {
     const OXA::AoCore* core = nullptr;
     const OXA::AOCore_Lite* lite = nullptr;
     SampleRequest request;
     TriggerSetup setup; ///< of a Standard core
-    /// Takes the place of `setup.triggerPos` in what a Standard core captures from power-up on.
+    /// Replaces `setup.triggerPos` in the power-up capture of a Standard core.
     qint64 powerUpPosition = 0;
 
     int index() const { return core ? core->index : lite->index; }
@@ -19,22 +19,22 @@ struct CorePlan {
     QString name() const { return QString("core %1").arg(index()); }
 };
 
-/// The cores that become hardware on the device that `arg` names: all of a Standard configuration,
-/// the first of a Lite one. They look at the given cores, which have to stay. What no hardware does
-/// is told in `messages`; the core concerned is among the cores all the same.
+/// The cores that are built on the device that `arg` names: all of a Standard configuration, the
+/// first of a Lite one. They point to the given cores, which have to outlive them. What no hardware
+/// can do is reported in `messages`; the core concerned is in the result all the same.
 OXACAPTURE_EXPORT std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
     const QList<OXA::AOCore_Lite*>& liteCores, const OXA::OxaArg& arg, Messages& messages);
 
-/// What the model of `core` makes of `samples`, which are those of its request.
+/// What `core` captures of `samples`, those of its request, by the trigger model.
 OXACAPTURE_EXPORT ModelRun runModel(
     const CorePlan& core, const SampleTable& samples, qint64 forceAt = kNoSample);
 
-/// Unknown bits are common before a reset; they are worth a word when they decide the trigger. That
-/// word for the run with this `progress`, or an empty text.
+/// A warning when unknown bits, which are common before a reset, decide the trigger in the run with
+/// this `progress`; else an empty text.
 OXACAPTURE_EXPORT QString unknownBitsWarning(const CorePlan& core, const SampleTable& samples,
     const TriggerProgress& progress, qint64 forceAt = kNoSample);
 
-/// What `run` keeps of `samples`.
+/// The windows of `run`, with their samples from `samples`.
 OXACAPTURE_EXPORT CapturedCore capturedCore(
     const CorePlan& core, const SampleTable& samples, const ModelRun& run);
 

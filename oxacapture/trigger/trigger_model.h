@@ -12,18 +12,18 @@ constexpr qint64 kNoSample = -1;
 struct Window {
     qint64 firstSample = 0;
     qint64 samples = 0; ///< taken so far
-    qint64 triggerSample = kNoSample; ///< none in a core without triggers
+    qint64 triggerSample = kNoSample; ///< none in a Lite core
 };
 
-/// What happens at one sample. Bit k of a mask is unit k's.
+/// What happens at one sample. Bit k of a mask is for unit k.
 struct SampleEvents {
-    bool armed = false; ///< the trigger is being looked for; else the masks and `reached` are 0
-    quint32 matches = 0; ///< units whose comparison holds
-    quint32 outputs = 0; ///< units that are true after their counters
+    bool armed = false; ///< the core waits for a trigger; else the masks and `reached` are 0
+    quint32 matches = 0; ///< units that match
+    quint32 outputs = 0; ///< units whose outputs are true, after their counters
     bool satisfied = false; ///< the expression of the level `reached` before this sample
     int reached = 0; ///< expressions of the sequence satisfied, this sample included
     bool trigger = false;
-    bool captured = false; ///< the sample came at or behind a trigger, within its window
+    bool captured = false; ///< the sample is at or after a trigger, within its window
 };
 
 /// How far a run got.
@@ -33,23 +33,23 @@ struct TriggerProgress {
     std::vector<qint64> firstUnknown; ///< sample at which a unit first compared an unknown bit
 };
 
-/// What a core does, sample by sample: the definition that the hardware is held to.
+/// What a core does, sample by sample. The tests compare the hardware with this model.
 ///
 /// The core is armed before its first sample. Every unit compares its port's value with its
-/// registers, and for edges with the sample before; the very first sample has no edge. Its counter,
-/// if it has one, lets through the match that completes the count. The levels' expressions have to
-/// be satisfied one after the other, each at a later sample than the one before; the last one's
-/// sample is the trigger. A window then takes its samples, shorter in front when the trigger came
-/// early; after its last sample counters and sequence begin anew for the next window.
+/// registers, and for edges with the previous sample; the very first sample has no edges. With a
+/// counter, the output is true at the match that completes the count. The expressions of the
+/// sequence are satisfied one after the other, each at a later sample than the one before; the
+/// last one's sample is the trigger sample. The window then takes its other samples; it has fewer
+/// before an early trigger. After its last sample, counters and sequence restart.
 class OXACAPTURE_EXPORT TriggerModel {
 public:
     /// `setup` and samples of `layout` have to belong together.
     TriggerModel(TriggerSetup setup, const SampleLayout& layout);
 
-    /// Takes the next sample; `force` makes it the trigger unless a window is open.
+    /// Takes the next sample; `force` makes it the trigger sample unless a window is open.
     SampleEvents take(const quint64* row, bool force = false);
 
-    /// The windows so far; an unfinished one holds what was taken.
+    /// The windows so far; an incomplete one has the samples taken.
     const std::vector<Window>& windows() const { return m_windows; }
     bool finished() const { return m_state == Finished; }
     const TriggerProgress& progress() const { return m_progress; }
@@ -78,27 +78,27 @@ private:
 struct ModelRun {
     std::vector<Window> windows;
     TriggerProgress progress;
-    std::vector<SampleEvents> events; ///< one a sample, when they were asked for
+    std::vector<SampleEvents> events; ///< one for each sample, when requested
 };
 
-/// Runs all of `samples`; sample `forceAt` is forced to be a trigger (`kNoSample`: none).
+/// Runs all of `samples`; sample `forceAt` is forced to be a trigger sample (`kNoSample`: none).
 OXACAPTURE_EXPORT ModelRun runModel(const TriggerSetup& setup, const SampleTable& samples,
     qint64 forceAt = kNoSample, bool withEvents = false);
 
 /// What a Lite core captures of `samples`: the first ones, without a trigger.
 OXACAPTURE_EXPORT ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTable& samples);
 
-/// Whether the windows would be others if unknown bits counted as 1.
+/// Whether the windows would differ if unknown bits counted as 1.
 OXACAPTURE_EXPORT bool dependsOnUnknown(
     const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt = kNoSample);
 
-/// Matches that a core's hardware counts of each unit; more are counted as so many.
+/// The largest number of matches that a core's hardware counts for each unit.
 constexpr qint64 kCountedMatches = 255;
 
-/// "M0 matched 12 times", for a core's user.
+/// "M0 matched 12 times", for users.
 OXACAPTURE_EXPORT QString matchesText(int unit, qint64 matches);
 
-/// How far a core without a trigger got, for its user: "level 1 of 3 reached, M0 matched 12 times".
+/// How far a core without a trigger got, for users: "level 1 of 3 reached, M0 matched 12 times".
 OXACAPTURE_EXPORT QString progressText(const TriggerSetup& setup, const TriggerProgress& progress);
 
 }

@@ -7,8 +7,8 @@
 
 namespace OXA_CAPTURE {
 
-/// The letters to insert, delete or replace to turn `a` into `b`, case aside; `limit` + 1 when
-/// there are more than `limit`.
+/// The number of letters to insert, delete or replace to turn `a` into `b`, ignoring case;
+/// `limit` + 1 when there are more than `limit`.
 OXACAPTURE_EXPORT int editDistance(std::string_view a, std::string_view b, int limit);
 
 }

@@ -17,16 +17,16 @@ struct WaveformBit {
 
 /// Finds a design's signals among the variables of a waveform.
 ///
-/// A signal is named by its full hierarchical name, or by so many of its last components that no
-/// other signal has them; '.' and '/' both separate components. "data[3]" is a bit of the vector
-/// "data", or a variable of that name. Variables of one code are one signal.
+/// A signal is named by its full hierarchical name, or by as many of its last components as make it
+/// unique; '.' and '/' both separate components. "data[3]" is a bit of the vector "data", or a
+/// variable of that name. Variables of one code are one signal.
 class OXACAPTURE_EXPORT SignalFinder {
 public:
     explicit SignalFinder(const VcdReader& waveform);
 
     /// The signal `name`; a bit without code when it is missing or ambiguous. `messages` (may be
-    /// null) then gets to know why; the first few that are missing with the names that come
-    /// nearest.
+    /// null) then gets the reason; for the first few missing signals with the names that are most
+    /// similar.
     WaveformBit find(const QString& name, Messages* messages) const;
 
 private:

@@ -32,7 +32,7 @@ public:
     std::vector<VcdVariable> variables;
     std::vector<VcdScope> scopes;
     VcdCodes codes;
-    std::vector<int> codeWidths; ///< 0 for a code that holds no bits
+    std::vector<int> codeWidths; ///< 0 for a code without bits
 
 private:
     bool readSection(VcdWords& words, std::string_view keyword);

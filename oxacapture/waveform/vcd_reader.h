@@ -22,11 +22,11 @@ struct VcdScope {
 struct VcdVariable {
     int scope = -1; ///< where in the waveform's scopes; -1 outside of all
     std::string name; ///< without its range, escapes removed
-    int code = 0; ///< variables of one code are one net, seen from several places
-    int width = 1; ///< bits; 0 for a real, an event and other kinds that hold no bits
+    int code = 0; ///< variables of one code are one net, declared in several scopes
+    int width = 1; ///< bits; 0 for a real, an event and other kinds without bits
     int msb = 0; ///< the index of the first bit
     int lsb = 0;
-    bool hasRange = false; ///< msb and lsb are the waveform's own; else width - 1 and 0
+    bool hasRange = false; ///< msb and lsb are declared; else they are width - 1 and 0
 };
 
 /// Receives a waveform's value changes in order.
@@ -38,15 +38,15 @@ public:
     /// the width that was declared.
     virtual void change(int slot, std::string_view bits) = 0;
 
-    /// All changes of the time `time` were told.
+    /// Called after all changes of the time `time`.
     virtual void endOfTime(quint64 time) = 0;
 };
 
-/// Reads a value change dump (IEEE 1364) in one pass; memory grows with its declarations, not with
+/// Reads a value change dump (IEEE 1364) in one pass; memory depends on its declarations, not on
 /// its changes.
 ///
-/// Reals, events and strings are skipped. Whatever no dump can hold is an error with its line; a
-/// file cut off between two changes cannot be told from a whole one.
+/// Reals, events and strings are skipped. What the format does not allow is an error with its line;
+/// a file that was truncated between two changes looks like a complete one.
 class OXACAPTURE_EXPORT VcdReader {
 public:
     explicit VcdReader(const QString& path);
@@ -66,7 +66,7 @@ public:
     /// `sink`, whose slots are the places in `watched`. False when reading failed or was stopped.
     bool readChanges(const std::vector<int>& watched, VcdSink& sink, const Progress& progress = {});
 
-    /// Why the last call failed; without text when `progress` stopped it.
+    /// Why the last call failed; its text is empty when `progress` stopped it.
     const Message& message() const;
 
 private:

@@ -22,7 +22,7 @@ public:
     qint64 line() const { return m_line; } ///< of the last word; counted from 1
     qint64 position() const { return m_read - qint64(m_end - m_at); } ///< bytes consumed
     bool failed() const { return m_failed; } ///< reading stopped before the end of the text
-    bool overlong() const { return m_overlong; } ///< it did so for the length of a word
+    bool overlong() const { return m_overlong; } ///< it stopped since a word was too long
 
 private:
     bool skipBlanks();

@@ -22,7 +22,7 @@ struct ClockEdge {
     bool sameTime; ///< as the edge before
 };
 
-/// A waveform as cores see it.
+/// A waveform as cores sample it.
 struct SampledWaveform {
     std::vector<SampleTable> cores; ///< in the order of the requests
     QStringList clocks; ///< the names of the sample clocks, each once
@@ -31,13 +31,13 @@ struct SampledWaveform {
 
 /// Samples the waveform in the file `path`.
 ///
-/// A sample holds the values just before an active edge of its clock, as a register would see them:
-/// what changes at the same time as the clock belongs to the next sample. An edge is a change
-/// between 0 and 1; an unknown level in between makes none of its own, and a clock's first level is
-/// none. Values that are unknown or float are unknown.
+/// A sample contains the values just before an active edge of its clock, as a register would store
+/// them: what changes at the same time as the clock belongs to the next sample. An edge is a change
+/// between 0 and 1; an unknown value between them does not add one, and a clock's first logic level
+/// is not an edge. Values that are unknown or float are unknown.
 ///
-/// False when the waveform cannot be read or lacks a signal or a clock's edge, with everything that
-/// is wrong in `messages`; or, without a message, when `progress` stopped the work.
+/// False when the waveform cannot be read or lacks a signal or a clock's edge, with all problems in
+/// `messages`; or, without a message, when `progress` stopped the work.
 OXACAPTURE_EXPORT bool sampleWaveform(const QString& path,
     const std::vector<SampleRequest>& requests, SampledWaveform& result, Messages& messages,
     const Progress& progress = {});
