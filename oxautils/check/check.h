@@ -14,26 +14,26 @@ struct ChipInfo;
 namespace OXA {
 
 /// Every problem of the configuration file `path`, of either mode, in document order. With a `part`
-/// also what does not fit it. An unreadable or malformed file is a problem like any other.
+/// also what does not fit it. An unreadable or malformed file is reported as a problem too.
 OXAUTILS_EXPORT QList<Problem> checkConfigFile(
     const QString& path, const DEV::ChipInfo* part = nullptr);
 
-/// The same for cores in memory, without what only a file can break; places have no lines. Nothing
-/// is changed or kept. Reports hold for a configuration that will be saved as "*.oxa".
+/// The same for cores in memory, without the rules for files; places have no lines. The cores are
+/// not changed, and no pointer is kept. The rules assume a file that is saved as "*.oxa".
 OXAUTILS_EXPORT QList<Problem> checkCores(
     const QList<AoCore*>& cores, const DEV::ChipInfo* part = nullptr);
 OXAUTILS_EXPORT QList<Problem> checkCores(
     const QList<AOCore_Lite*>& cores, const DEV::ChipInfo* part = nullptr);
 
-/// A rule as users know it.
+/// A rule, described for users.
 struct OXAUTILS_EXPORT RuleInfo {
     QString name; ///< "counter-width"
     Severity severity = Severity::Error;
-    QString meaning; ///< what breaks the rule, a sentence
+    QString meaning; ///< what violates the rule, a sentence
     QString hint; ///< what to do about it
 };
 
-/// Every rule there is (docs/checks.md).
+/// All rules (docs/checks.md).
 OXAUTILS_EXPORT QList<RuleInfo> checkRules();
 
 }

@@ -22,20 +22,20 @@ struct ConfigFile {
     /// The elements that describe cores; none when cores cannot be read.
     QList<QDomElement> coreElements() const;
 
-    /// Where the start tag of `element` begins, and to which core, port or unit it belongs.
+    /// Where the start tag of `element` begins, and which core, port or unit it is in.
     Place placeOf(const QDomElement& element) const;
 
     /// Adds the line and column to a place in a core.
     void locate(Place& place) const;
 
     bool lite = false;
-    QString openError; ///< why its bytes cannot be read; empty when they can
+    QString openError; ///< why the file cannot be read; empty when it can
     bool parsed = false;
-    XmlError xmlError; ///< why not, when they could be read
+    XmlError xmlError; ///< why it is malformed, when it could be read
     QDomDocument document;
     QDomElement root;
-    QString versionError; ///< what is wrong with its version; empty when nothing is
-    QString modeError; ///< what is wrong with its mode; empty when nothing is
+    QString versionError; ///< the problem with its version; else empty
+    QString modeError; ///< the problem with its mode; else empty
 
 private:
     /// The elements of a core that places name.

@@ -5,7 +5,7 @@
 
 namespace OXA {
 
-// What cores of either mode can break, by themselves and together.
+// Rules about cores of either mode, each core alone and all together.
 void findNoCores(const AllCores& configuration, Findings& findings);
 void findTooManyCores(const AllCores& configuration, Findings& findings);
 void findUnbuiltCores(const AllCores& configuration, Findings& findings);

@@ -5,7 +5,7 @@
 
 namespace OXA {
 
-// What a trigger expression can break.
+// Rules about a trigger expression.
 void findForeignCharacters(const Expression& expression, Findings& findings);
 void findBlanks(const Expression& expression, Findings& findings);
 void findUnknownUnits(const Expression& expression, Findings& findings);

@@ -5,7 +5,7 @@
 
 namespace OXA {
 
-// What only a file can break. The first four look at any file, the others at a readable one.
+// Rules about a file. The first four apply to any file, the others to a readable one.
 void findUnreadable(const ConfigFile& file, Findings& findings);
 void findMalformed(const ConfigFile& file, Findings& findings);
 void findVersion(const ConfigFile& file, Findings& findings);

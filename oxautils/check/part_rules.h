@@ -5,7 +5,7 @@
 
 namespace OXA {
 
-// What a configuration can break on a part; nothing without one.
+// Rules about a configuration on a part; they find nothing without a part.
 void findMissingShadowSram(const AllCores& configuration, Findings& findings);
 void findLutFit(const AllCores& configuration, Findings& findings);
 void findRegisterFit(const AllCores& configuration, Findings& findings);

@@ -9,14 +9,14 @@ namespace OXA {
 
 enum class Severity {
     Error, ///< the analyzer cannot be built, or would not do what the configuration says
-    Warning, ///< it can, but this is hardly what was meant
+    Warning, ///< it can be built, but probably does not do what was intended
 };
 
 /// "error" or "warning".
 OXAUTILS_EXPORT QString severityText(Severity severity);
 
-/// Where a problem is, for people and for an editor that jumps there. What does not apply is -1,
-/// in the file 0.
+/// Where a problem is, for messages and for an editor that goes there. What does not apply is -1;
+/// line and column then are 0.
 struct OXAUTILS_EXPORT Place {
     int core = -1; ///< position in the list of cores, from 0
     int port = -1; ///< index of a trigger port
@@ -25,21 +25,21 @@ struct OXAUTILS_EXPORT Place {
     int line = 0; ///< of the configuration file, from 1
     int column = 0; ///< from 1
 
-    /// "core 2, M3"; of a place that is in no core "line 7", or nothing.
+    /// "core 2, M3"; outside of cores "line 7", or an empty text.
     QString text() const;
 };
 
 /// Something that is wrong with a configuration.
 struct OXAUTILS_EXPORT Problem {
-    QString rule; ///< name of the rule that it breaks, one of `checkRules`
+    QString rule; ///< name of the rule that it violates, one of `checkRules`
     Severity severity = Severity::Error;
     Place place;
     QString text; ///< what is wrong
     QString hint; ///< what to do about it
 };
 
-/// Whether programs refuse to build or simulate a configuration that has `problem`: they do for
-/// every error but those of a few rules, with which an analyzer is what the configuration says
+/// Whether programs refuse to build or simulate a configuration with `problem`: they do for every
+/// error except those of a few rules, with which an analyzer still does what the configuration says
 /// (docs/checks.md).
 OXAUTILS_EXPORT bool stopsBuild(const Problem& problem);
 

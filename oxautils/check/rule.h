@@ -14,7 +14,7 @@ namespace OXA {
 
 class Findings;
 
-/// A rule looks at one kind of subject at a time and adds what it finds.
+/// A rule checks subjects of one kind, one at a time, and adds what it finds.
 using RuleFunction
     = std::variant<void (*)(const ConfigFile&, Findings&), void (*)(const AllCores&, Findings&),
         void (*)(const AnyCore&, Findings&), void (*)(const StandardCore&, Findings&),
@@ -24,14 +24,14 @@ struct Rule {
     const char* name;
     Severity severity;
     RuleFunction find;
-    const char* meaning; // what breaks it
+    const char* meaning; // what violates it
     const char* hint;
 };
 
 /// Every rule, in the order in which problems of one place are shown.
 const std::vector<Rule>& rules();
 
-/// Takes what a rule finds.
+/// Receives what a rule finds.
 class Findings {
 public:
     Findings(const Rule& rule, QList<Problem>& problems)
@@ -53,7 +53,7 @@ private:
     QList<Problem>& m_problems;
 };
 
-/// Lets every rule about this kind of subject look at `subject`.
+/// Applies every rule about this kind of subject to `subject`.
 template <typename Subject> void applyRules(const Subject& subject, QList<Problem>& problems)
 {
     for (const Rule& rule : rules()) {

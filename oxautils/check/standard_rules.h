@@ -5,7 +5,7 @@
 
 namespace OXA {
 
-// Amounts, depths and windows, and what else belongs to a whole core.
+// Rules about a whole Standard core: its amounts, depth and windows.
 void findStorageDepth(const StandardCore& core, Findings& findings);
 void findWindowCount(const StandardCore& core, Findings& findings);
 void findCaptureAmount(const StandardCore& core, Findings& findings);
@@ -16,7 +16,7 @@ void findTableMemory(const StandardCore& core, Findings& findings);
 void findNoExpression(const StandardCore& core, Findings& findings);
 void findTooManyExpressions(const StandardCore& core, Findings& findings);
 
-/// The only one of them that Lite cores can break too.
+/// The only one of these rules that applies to Lite cores too.
 void findLiteAmount(const AnyCore& core, Findings& findings);
 
 }

@@ -5,7 +5,7 @@
 
 namespace OXA {
 
-// What a match unit that is switched on can break.
+// Rules about a match unit that is switched on.
 void findUnboundUnit(const Unit& unit, Findings& findings);
 void findEmptyPort(const Unit& unit, Findings& findings);
 void findMatchType(const Unit& unit, Findings& findings);

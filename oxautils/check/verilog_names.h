@@ -5,8 +5,8 @@
 
 namespace OXA {
 
-/// Why the signal name `name` gives no Verilog identifier, escaped as the generated files escape
-/// names; empty when it does.
+/// Why the signal name `name`, escaped as in the generated files, is not a Verilog identifier;
+/// empty when it is.
 QString nameComplaint(const QString& name);
 
 /// Whether the generated wrapper has a net, port or instance of this name.

@@ -12,14 +12,14 @@ class QDebug;
 
 namespace OXA {
 
-/// `n` rounded up to a power of two, as the hardware counts windows; 0 stays 0, and what no
-/// `unsigned` holds becomes 0.
+/// `n` rounded up to a power of two, as the hardware counts windows; 0 stays 0, and a result that
+/// does not fit `unsigned` becomes 0.
 OXAUTILS_EXPORT unsigned fixedWindowNum(unsigned n);
 
 /// One analyzer core of a Standard configuration, as its file describes it.
 ///
-/// Owns its 16 ports and 16 units, numbered 0 to 15; their number never changes. A list of cores
-/// is handed around as plain pointers: whoever receives it from a reader deletes them.
+/// Owns its 16 trigger ports and 16 match units, numbered 0 to 15; their number never changes.
+/// Lists of cores are lists of plain pointers: the caller of a reader deletes the cores.
 class OXAUTILS_EXPORT AoCore {
 public:
     explicit AoCore(int index);
@@ -27,20 +27,20 @@ public:
     AoCore(const AoCore&) = delete;
     AoCore& operator=(const AoCore&) = delete;
 
-    int index; ///< names the core in emitted text; its place in a list does not
-    int hostData = 0; ///< the host's; the library does not use it
+    int index; ///< identifies the core in generated text, not its position in a list
+    int hostData = 0; ///< for the host; the library does not use it
     QString sampleClock; ///< the signal whose edges take samples
     int trigType = 0; ///< sampling edge: 0 rising, 1 falling
     int expressionType = 0; ///< 0 static: in the netlist; 1 dynamic: tables, rewritten at run time
     int exImplementation = 0; ///< of dynamic tables: 0 block SRAM, 1 registers, 2 shadow SRAM
     int implementation = 0; ///< of the capture memory: 0 block SRAM, 1 registers, 2 shadow SRAM
     int storageDepth = 1024; ///< samples
-    int captureAmount = 1024; ///< samples a window
-    int triggerPos = 0; ///< samples of a window that come before its trigger
-    int windowNum = 1; ///< windows a run
+    int captureAmount = 1024; ///< samples of a window
+    int triggerPos = 0; ///< trigger position: samples of a window before its trigger
+    int windowNum = 1; ///< windows of a run
     QList<TriggerPort*> triggers; ///< 16, owned
     QList<MatchUnit*> matchUnits; ///< 16, owned
-    QStringList expressions; ///< in the order in which the trigger sequence takes them
+    QStringList expressions; ///< in the order of the sequence
     QList<SignalItem> captureSignals; ///< what is sampled, most significant first
     QList<SignalItem> signalList; ///< data signals as the user listed them
     QString moduleName;
@@ -62,11 +62,11 @@ public:
     /// `captureSignals` as names bit by bit.
     QList<QString> dataSignals() const;
 
-    /// The sampled bit at flat position `i`; a bus counts as its bits, past the end is a default.
+    /// The sampled bit number `i`; a bus counts as its bits. Past the end: a default item.
     SignalItem signalItemAt(int i) const;
 
-    /// Bits in the register that shifts data out: the widest of the counters in use, the available
-    /// ports, and a sample with its mark, which counts as 16 at least.
+    /// Bits of the register that shifts data out: the widest of the counters in use, the available
+    /// ports, and a sample with its mark, which counts as at least 16.
     int dataOutShiftWidth() const;
 };
 

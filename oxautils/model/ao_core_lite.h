@@ -7,8 +7,8 @@ class QDebug;
 
 namespace OXA {
 
-/// One analyzer core of a Lite configuration: it captures its signals when told to, without
-/// triggers. A list of cores belongs to whoever received it from a reader.
+/// One analyzer core of a Lite configuration: it captures its signals when armed, without a
+/// trigger. The caller of a reader deletes the cores of its list.
 class OXAUTILS_EXPORT AOCore_Lite {
 public:
     int index = 0;
@@ -24,7 +24,7 @@ public:
     /// `signalList` as names bit by bit.
     QList<QString> dataSignals() const;
 
-    /// The same walk with each bit's `text`.
+    /// The same with each bit's `text`.
     QList<QString> dataSignalsText() const;
 };
 

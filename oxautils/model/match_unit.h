@@ -13,17 +13,17 @@ namespace OXA {
 class AoCore;
 class TriggerPort;
 
-/// What a match unit's hardware is built to compare. Files store the number, any number.
+/// What a match unit's hardware can compare. Files store the number; it may be any number.
 enum MatchType : int {
-    MatchBasic = 0, ///< equality of levels
-    MatchBasicEdges = 1, ///< equality of levels and edges
-    MatchExtended = 2, ///< levels, and magnitude against one bound
-    MatchExtendedEdges = 3, ///< levels and edges, and magnitude against one bound
-    MatchRange = 4, ///< levels, and magnitude against one bound or two
-    MatchRangeEdges = 5, ///< levels and edges, and magnitude against one bound or two
+    MatchBasic = 0, ///< equality of logic levels
+    MatchBasicEdges = 1, ///< equality of logic levels and edges
+    MatchExtended = 2, ///< logic levels, and magnitude with one bound
+    MatchExtendedEdges = 3, ///< logic levels and edges, and magnitude with one bound
+    MatchRange = 4, ///< logic levels, and magnitude with one bound or two
+    MatchRangeEdges = 5, ///< logic levels and edges, and magnitude with one bound or two
 };
 
-/// How a match unit compares. Files store the number, any number.
+/// How a match unit compares. Files store the number; it may be any number.
 enum MatchFunc : int {
     MatchEqual = 0,
     MatchNotEqual = 1,
@@ -41,19 +41,19 @@ OXAUTILS_EXPORT QString type2string(MatchType type);
 /// The text that users see, "==" to "not in range"; empty for any other number.
 OXAUTILS_EXPORT QString func2string(MatchFunc func);
 
-/// The functions that hardware of `type` offers, ascending; none for any other number.
+/// The functions that hardware of `type` has, ascending; none for any other number.
 OXAUTILS_EXPORT QList<int> optionalFunctions(MatchType type);
 
-/// Whether hardware of `type` sees edges.
+/// Whether hardware of `type` detects edges.
 OXAUTILS_EXPORT bool matchTypeHasEdges(MatchType type);
 
 /// Whether `func` compares with `value0` and `value1`, both inclusive.
 OXAUTILS_EXPORT bool isRangeFunction(MatchFunc func);
 
-/// One comparator of a core, watching one trigger port. Owned by its core.
+/// One comparison of a core, bound to one trigger port. Owned by its core.
 ///
 /// Values are texts of the characters 0, 1, X (any), R (rising), F (falling), B (either edge) and
-/// N (no edge), most significant first, one a signal of the bound port.
+/// N (no edge), most significant first, one for each signal of the bound port.
 class OXAUTILS_EXPORT MatchUnit {
 public:
     AoCore* core = nullptr; ///< the owner
@@ -64,8 +64,8 @@ public:
     bool counterEnable = false;
     int counterWidth = 2; ///< bits
     int counter = 2; ///< matches until the output is true
-    bool continuous = false; ///< count only matches that come without a gap
-    QString value0; ///< what is compared with; a range's lower bound
+    bool continuous = false; ///< count only matches at consecutive samples
+    QString value0; ///< the value to compare with; a range's lower bound
     QString value1; ///< a range's upper bound
     TriggerPort* trigger = nullptr; ///< the bound port, one of the core's own, or null
 };

@@ -9,27 +9,27 @@
 
 namespace OXA {
 
-/// A signal of the design, or a bus of them. A value, copied freely.
+/// A signal of the design, or a bus of signals. A value type.
 class OXAUTILS_EXPORT SignalItem {
 public:
-    QString name; ///< as the design knows it: a bus's name, or one bit's
-    QString text; ///< shown instead of `name`; empty when the signal has none
+    QString name; ///< in the design: a bus's name, or one bit's
+    QString text; ///< display text, shown instead of `name`; empty when the signal has none
     QList<SignalItem> subItems; ///< the bits of a bus, most significant first; empty for one signal
-    bool hostFlag0 = true; ///< the host's; the library only copies it
-    bool hostFlag1 = true; ///< the host's; the library only copies it
-    int hostValue = -1; ///< the host's; the library only copies it
+    bool hostFlag0 = true; ///< for the host; the library only copies it
+    bool hostFlag1 = true; ///< for the host; the library only copies it
+    int hostValue = -1; ///< for the host; the library only copies it
     bool captureEnable = true; ///< false: listed as data, but not captured
 
     bool isBus() const { return !subItems.isEmpty(); }
 
-    /// The bits that the item stands for: those of a bus, 1 for a single signal.
+    /// The number of bits: those of a bus, 1 for a single signal.
     int bitCount() const { return isBus() ? subItems.size() : 1; }
 };
 
 /// The names of `items` bit by bit, a bus as its bits: most significant first.
 OXAUTILS_EXPORT QStringList flattenedNames(const QList<SignalItem>& items);
 
-/// The same walk with each bit's `text`.
+/// The same with each bit's `text`.
 OXAUTILS_EXPORT QStringList flattenedTexts(const QList<SignalItem>& items);
 
 }

@@ -13,23 +13,23 @@ struct OXAUTILS_EXPORT MemoryAmounts {
     int registers = 0;
     int shadowSram = 0;
 
-    /// The amount of one kind; 0 for a number that is none.
+    /// The amount of one kind; 0 for a number that is not a kind.
     int of(int kind) const;
 
-    /// The same, to be changed; null for a number that is none.
+    /// The same, to be changed; null for a number that is not a kind.
     int* find(int kind);
 };
 
-/// What a memory of `width` data bits and `depth` samples takes on the device named `device`, made
-/// of each of the kinds. `mark` counts the bit that Standard cores store with each sample. A
-/// memory without bits takes nothing; one of more bits than 32-bit numbers count takes INT_MAX.
+/// What a memory of `width` data bits and `depth` samples takes on the device named `device`, for
+/// each of the kinds. `mark` adds the bit that Standard cores store with each sample. A memory
+/// without bits takes nothing; one with more bits than fit a 32-bit number takes INT_MAX.
 OXAUTILS_EXPORT MemoryAmounts captureMemory(int width, int depth, bool mark, const QString& device);
 
-/// What the part has of each kind; `partNumber` and `device` are the device database's keys.
+/// What the part has of each kind; `partNumber` and `device` are the catalogue's keys.
 OXAUTILS_EXPORT MemoryAmounts deviceMemory(const QString& partNumber, const QString& device);
 
-/// The kind that a core gets on a part which asks for `kind`: shadow SRAM becomes block SRAM where
-/// there is none.
+/// The kind that a core with `kind` gets on a part: block SRAM instead of shadow SRAM when the part
+/// has no shadow SRAM.
 OXAUTILS_EXPORT int builtKind(int kind, const QString& partNumber, const QString& device);
 
 }

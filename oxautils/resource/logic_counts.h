@@ -12,7 +12,7 @@ class AOCore_Lite;
 
 namespace OXA_TOOL {
 
-/// What look-up tables are counted by.
+/// The items by which look-up tables are counted.
 enum LogicItem : int {
     Wrappers,
     StandardCores,
@@ -66,18 +66,18 @@ constexpr const char* kLogicItemTexts[kLogicItems] = {
     "block behind others",
 };
 
-/// What the cores of an analyzer are made of.
+/// The items and registers of the cores of an analyzer.
 struct LogicCounts {
     double items[kLogicItems] = {};
-    qint64 registers = 0; ///< without what is alike in every wrapper and core
+    qint64 registers = 0; ///< without those that every wrapper and core has
 
-    /// The sample clocks' pipelines: for each clock and signal a bit a stage. Two registers of the
-    /// same signal in one stage become one, whatever they are for.
+    /// The sample clocks' pipelines: for each clock and signal one bit for each stage. Synthesis
+    /// merges two registers of the same signal in one stage.
     QHash<QString, unsigned> stages;
 };
 
-// Each counts one core more, which will be built on `part`. An empty record of it stands for one
-// with blocks of 18 kbit and with shadow SRAM.
+// Each counts one more core, to be built on `part`. An empty record stands for a part with blocks
+// of 18 kbit and with shadow SRAM.
 void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo& part);
 void countCore(LogicCounts& counts, const OXA::AOCore_Lite& core, const DEV::ChipInfo& part);
 
