@@ -9,25 +9,25 @@
 
 namespace OXA_CAPTURE {
 
-/// What a core can be told (docs/jtag-protocol.md). Each takes effect at the next sample.
+/// The commands of a core (docs/jtag-protocol.md). Each takes effect at the next sample.
 enum class CoreCommand { Arm = 0b011100, Stop = 0b110001, Force = 0b000111 };
 
-/// The cores of one target, in their own protocol. Whatever is read is checked, and read again when
-/// a bit of it went wrong on its way; whatever is written is checked and written again.
+/// Reads and writes the cores of one target by their JTAG protocol. A corrupted answer is detected
+/// and read again; a corrupted write is detected and written again.
 class OXACAPTURE_EXPORT AnalyzerClient {
 public:
     /// `instruction` selects the cores' data register in the device.
     AnalyzerClient(JtagLink& link, BitString instruction);
 
-    /// Resets the test access port and selects the cores; the cores go on with what they do.
+    /// Resets the test access port and selects the cores, without changing what they do.
     bool begin();
 
     /// Finds all cores; a target without any is an error.
     bool discover(std::vector<CoreIdentity>& cores);
 
     bool readFingerprint(int core, quint32& fingerprint);
-    /// The sums of the names that the core was built with (`OXA::nameSums`); none when it does not
-    /// know them.
+    /// The sums of names that the core was built with (`OXA::nameSums`); empty when it was built
+    /// without them.
     bool readNameSums(const CoreIdentity& core, QList<quint32>& sums);
     bool readStatus(const CoreIdentity& core, CoreStatus& status);
     bool command(int core, CoreCommand command);
@@ -36,11 +36,11 @@ public:
     bool readMemory(const CoreIdentity& core, qint64 words, BitString& memory);
     /// The same words of a Standard core, without their marks.
     bool readSamples(const CoreIdentity& core, qint64 words, BitString& samples);
-    /// Which windows of a core at rest are short in front, a bit each.
+    /// One bit for each window of a core at rest: whether it has fewer samples before its trigger.
     bool readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes);
 
-    /// Changes what a core at rest looks for and captures; false, too, for what it is not built
-    /// for.
+    /// Writes what a core at rest waits for and captures; false also when the core is not built for
+    /// it.
     bool writeSettings(const CoreIdentity& core, const TriggerSetup& setup);
     /// Changes the expressions of a core at rest with dynamic ones.
     bool writeTables(const CoreIdentity& core, const TriggerSetup& setup);

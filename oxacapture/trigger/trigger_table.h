@@ -14,7 +14,7 @@ struct TriggerTable {
     std::vector<int> units; ///< whose outputs address it, the address's lowest bit first
     std::vector<bool> rows; ///< an address past the end gives false
 
-    /// The value for outputs of which bit k is that of unit k.
+    /// The value for `outputs`; bit k is the output of unit k.
     bool at(quint32 outputs) const
     {
         size_t address = 0;
@@ -24,11 +24,11 @@ struct TriggerTable {
     }
 };
 
-/// What `text` as an expression of `core` means: for a static one what Verilog makes of it, over
-/// the units that it names; for a dynamic one the table that is loaded into the core, over the
-/// units that are switched on.
+/// The function of `text` as an expression of `core`: for a static one its value in Verilog, for
+/// all outputs of the units that it names; for a dynamic one the table that is loaded into the
+/// core, for all outputs of the units that are switched on.
 ///
-/// False when it is no such expression, with the reason in `error`.
+/// False when it is not such an expression, with the reason in `error`.
 OXACAPTURE_EXPORT bool triggerTable(
     const OXA::AoCore& core, const QString& text, TriggerTable& table, QString& error);
 

@@ -12,9 +12,9 @@
 
 namespace OXA {
 
-// What rules look at. Subjects live as long as a check.
+// The subjects of rules. They exist as long as a check.
 
-/// A core of either mode, by what both have.
+/// A core of either mode: what both modes have.
 struct AnyCore {
     AnyCore(const AoCore& core, int position);
     AnyCore(const AOCore_Lite& core, int position);
@@ -27,15 +27,15 @@ struct AnyCore {
     QString clock;
     int trigType = 0;
     int implementation = 0;
-    int depth = 0; ///< samples that its memory holds
+    int depth = 0; ///< samples that fit into its memory
     int tableMemory = -1; ///< kind of its expression tables' memory; -1 without tables
     QList<SignalItem> items; ///< data signals, captured or not
     QStringList data; ///< captured signals, bit by bit
-    QStringList labels; ///< what is shown beside these: the module, buses, other texts of signals
+    QStringList labels; ///< other texts that are shown: the module, buses, texts of signals
     QList<const TriggerPort*> ports; ///< those with signals
 };
 
-/// All cores of a configuration, and the part that they are meant for.
+/// All cores of a configuration, and the part that they are built for.
 struct AllCores {
     QList<AnyCore> cores;
     const DEV::ChipInfo* part = nullptr; ///< null when there is none
@@ -47,7 +47,7 @@ struct StandardCore {
 
     const AoCore& core;
     int position;
-    QString device; ///< name of the device it is meant for; empty when there is none
+    QString device; ///< name of the device it is built for; empty when there is none
     int depthFlag; ///< as `dataDepth` takes it
 };
 
@@ -62,7 +62,7 @@ struct Unit {
     int position; ///< of its core
 };
 
-/// A trigger expression, taken apart.
+/// A trigger expression, parsed.
 struct Expression {
     Expression(const AoCore& core, int corePosition, int number);
 
@@ -74,7 +74,7 @@ struct Expression {
     int number; ///< in its core's list
     QString text;
     QList<Token> tokens;
-    StaticExpression parsed; ///< what Verilog would make of it
+    StaticExpression parsed; ///< as Verilog reads it
     TruthTable compiled; ///< of a dynamic one
 };
 
