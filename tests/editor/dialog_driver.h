@@ -74,6 +74,14 @@ public:
         QTest::keyClick(box->view(), Qt::Key_Return);
     }
 
+    /// Chooses a type or a function and leaves the focus where it is.
+    void chooseUnfocused(bool isType, const QString& text)
+    {
+        auto* box = find<QComboBox>(isType ? "comboBoxType" : "comboBoxFunc");
+        box->setCurrentIndex(box->findText(text));
+        isType ? dialog.onTypeChanged() : dialog.onFuncChanged();
+    }
+
     void radix(const char* button)
     {
         QTest::mouseClick(find<QRadioButton>(button), Qt::LeftButton);
