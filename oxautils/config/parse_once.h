@@ -7,9 +7,9 @@
 
 namespace OXA {
 
-/// Lets this thread parse a large configuration file once, as long as an object of it lives,
-/// however many of the functions here ask about the file: its mode, its cores, its checksums. A
-/// file that changes in between is parsed anew. Small files need none of this.
+/// Lets this thread read and parse a configuration file once, as long as an object of it lives,
+/// however many of the functions here ask about the file: its mode, its cores, its problems. A file
+/// that changes in between, as its size and times tell, is read anew.
 ///
 ///     const ParseOnce once;
 ///     if (oxaModeFromOxaConfigFile(path) == Standard)

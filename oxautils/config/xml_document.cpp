@@ -1,5 +1,6 @@
 #include "oxautils/config/xml_document.h"
 
+#include "files/file_stat.h"
 #include "oxautils/config/parse_once.h"
 
 #include <QFile>
@@ -39,6 +40,24 @@ struct LastParsed {
 };
 
 thread_local LastParsed lastParsed;
+
+/// The last file that was read while somebody kept what is parsed.
+struct LastRead {
+    QString path;
+    struct stat state { };
+    QByteArray content;
+
+    bool holds(const QString& asked, const struct stat& now) const
+    {
+        const auto same = [](const timespec& a, const timespec& b) {
+            return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
+        };
+        return asked == path && OXA_FILES::isSame(now, state) && now.st_size == state.st_size
+            && same(now.st_mtim, state.st_mtim) && same(now.st_ctim, state.st_ctim);
+    }
+};
+
+thread_local LastRead lastRead;
 
 /// Walks over the markup of a document without building anything from it, so that nesting costs no
 /// stack. What is malformed is left to the parser behind it.
@@ -149,7 +168,12 @@ bool endsInBareAmpersand(const QString& text, const XmlError& error)
 
 ParseOnce::ParseOnce() { ++lastParsed.keepers; }
 
-ParseOnce::~ParseOnce() { lastParsed.release(); }
+ParseOnce::~ParseOnce()
+{
+    lastParsed.release();
+    if (lastParsed.keepers == 0)
+        lastRead = {};
+}
 
 QString XmlError::text() const
 {
@@ -163,14 +187,21 @@ QString XmlError::hint() const
 
 bool readFile(const QString& path, QByteArray& content, QString* error)
 {
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        content = file.readAll();
+    const auto state = OXA_FILES::statOf(path);
+    if (state && lastRead.holds(path, *state)) {
+        content = lastRead.content;
         return true;
     }
-    if (error)
-        *error = QFileInfo(path).isDir() ? "it is a directory" : file.errorString();
-    return false;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        if (error)
+            *error = QFileInfo(path).isDir() ? "it is a directory" : file.errorString();
+        return false;
+    }
+    content = file.readAll();
+    if (state && S_ISREG(state->st_mode) && lastParsed.keepers > 0)
+        lastRead = {path, *state, content};
+    return true;
 }
 
 bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error)
