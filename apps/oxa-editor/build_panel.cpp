@@ -5,9 +5,7 @@
 
 #include "files/replace_file.h"
 
-#include "oxautils/check/check.h"
 #include "oxautils/generate/inputs.h"
-#include "oxautils/generate/work_dir.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
 
@@ -114,29 +112,28 @@ void BuildPanel::browse()
 
 bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
 {
-    const QString path = workDir();
-    if (path.isEmpty() || QFileInfo(path).isFile()) {
-        m_stage->setText(tr("Name a work folder first."));
-        m_workDir->setFocus();
-        return false;
-    }
-    const QString lost
-        = OXA_FILES::lostByEmptying(path, OXA::inputsOf(arg, dataDir(), {m_document.path()}));
-    if (!lost.isEmpty()) {
+    QString lost;
+    switch (
+        OXA::workDirFault(arg.workDir, OXA::inputsOf(arg, dataDir(), {m_document.path()}), lost)) {
+    case OXA::WorkDirFault::None:
+        return true;
+    case OXA::WorkDirFault::HoldsForeignFiles:
+        return QMessageBox::question(this, tr("Empty the Work Folder?"),
+                   tr("The folder %1 is emptied before files are generated, and it holds files "
+                      "that were not generated. Delete them?")
+                       .arg(QDir::toNativeSeparators(arg.workDir)),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+            == QMessageBox::Yes;
+    case OXA::WorkDirFault::HoldsInput:
         m_stage->setText(tr("The work folder would be emptied, but it holds or lies in %1. Name "
                             "another.")
                              .arg(QDir::toNativeSeparators(lost)));
-        m_workDir->setFocus();
-        return false;
+        break;
+    default:
+        m_stage->setText(tr("Name a work folder first."));
     }
-    if (!OXA::holdsForeignFiles(path))
-        return true;
-    return QMessageBox::question(this, tr("Empty the Work Folder?"),
-               tr("The folder %1 is emptied before files are generated, and it holds files that "
-                  "were not generated. Delete them?")
-                   .arg(QDir::toNativeSeparators(path)),
-               QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
-        == QMessageBox::Yes;
+    m_workDir->setFocus();
+    return false;
 }
 
 /// What follows a name that does not stay one word would be code.
@@ -168,19 +165,22 @@ bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
 }
 
 /// Says in the log what keeps the configuration from being built; false when something does.
-bool BuildPanel::passesCheck(const QString& configFile)
+bool BuildPanel::passesCheck(const OXA::BuildRun& build)
 {
-    bool passes = true;
-    for (const OXA::Problem& problem : OXA::checkConfigFile(configFile, &m_part)) {
+    const OXA::BuildResult checked = build.check();
+    for (const OXA::Problem& problem : checked.problems) {
         if (!stopsBuild(problem))
             continue;
-        passes = false;
         const QString text = tr("%1: %2. %3").arg(problem.place.text(), problem.text, problem.hint);
         say(OXA::shownText(text));
     }
-    if (!passes)
+    for (const QString& message : checked.messages)
+        say(message);
+    if (checked.end == OXA::BuildEnd::NoCores)
+        m_stage->setText(tr("Nothing was generated"));
+    else if (checked.end != OXA::BuildEnd::Done)
         m_stage->setText(tr("Nothing was generated: correct what the log lists"));
-    return passes;
+    return checked.end == OXA::BuildEnd::Done;
 }
 
 void BuildPanel::start(bool synthesize)
@@ -194,15 +194,17 @@ void BuildPanel::start(bool synthesize)
     }
     OXA::OxaArg arg;
     arg.ipDir = dataDir() + "/ip";
-    m_log->clear();
-    if (!namesStayWords() || !writeSnapshot(arg) || !passesCheck(arg.configFile)
-        || !mayEmptyWorkDir(arg))
-        return;
     arg.device = m_part.partNumber;
     arg.package = m_part.name;
     arg.workDir = workDir();
     arg.outputFile = arg.workDir + "/" + kNetlist;
-    m_job->start(arg, synthesize);
+    m_log->clear();
+    if (!namesStayWords() || !writeSnapshot(arg))
+        return;
+    auto build = std::make_unique<OXA::BuildRun>(arg, synthesize);
+    if (!passesCheck(*build) || !mayEmptyWorkDir(arg))
+        return;
+    m_job->start(std::move(build));
     showState();
     Q_EMIT runningChanged();
 }
@@ -225,19 +227,30 @@ void BuildPanel::showProgress(const QString& stage, int percent)
     m_stage->setText(stage);
 }
 
-void BuildPanel::showFinish(BuildOutcome outcome, const QStringList& messages)
+void BuildPanel::showFinish(const OXA::BuildResult& result)
 {
     m_snapshot.reset();
-    for (const QString& message : messages)
-        say(message);
-    const bool done = outcome == BuildOutcome::Done;
-    m_stage->setText(done                      ? tr("Done: %1").arg(m_workDir->text())
-            : outcome == BuildOutcome::Stopped ? tr("Stopped")
-            : outcome == BuildOutcome::Failed
-            ? tr("Failed; what the engine read and said is in the work folder")
-            : tr("Nothing was generated"));
+    for (const QString& text : result.messages + result.files)
+        say(text);
+    m_stage->setText(stageAfter(result.end));
     showState();
     Q_EMIT runningChanged();
+}
+
+QString BuildPanel::stageAfter(OXA::BuildEnd end) const
+{
+    switch (end) {
+    case OXA::BuildEnd::Done:
+        return tr("Done: %1").arg(m_workDir->text());
+    case OXA::BuildEnd::TooLarge:
+        return tr("The netlist does not fit the part: %1").arg(m_workDir->text());
+    case OXA::BuildEnd::Stopped:
+        return tr("Stopped");
+    case OXA::BuildEnd::Failed:
+        return tr("Failed; what the engine read and said is in the work folder");
+    default:
+        return tr("Nothing was generated");
+    }
 }
 
 /// Adds a line to the log; one that names a file can be activated.

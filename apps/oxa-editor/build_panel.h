@@ -49,9 +49,10 @@ private:
     bool namesStayWords();
     bool mayEmptyWorkDir(const OXA::OxaArg& arg);
     bool writeSnapshot(OXA::OxaArg& arg);
-    bool passesCheck(const QString& configFile);
+    bool passesCheck(const OXA::BuildRun& build);
     void showProgress(const QString& stage, int percent);
-    void showFinish(BuildOutcome outcome, const QStringList& messages);
+    void showFinish(const OXA::BuildResult& result);
+    QString stageAfter(OXA::BuildEnd end) const;
     void say(const QString& line);
     void showState();
     void openPlace();

@@ -1,9 +1,9 @@
 #include "command.h"
-#include "fit.h"
 #include "part.h"
 #include "request.h"
 #include "table.h"
 
+#include "oxautils/resource/analyzer_estimate.h"
 #include "oxautils/resource/capture_memory.h"
 
 #include <QJsonArray>
@@ -90,7 +90,7 @@ Estimate countAll(const OXA::Configuration& configuration, const DEV::ChipInfo& 
     Estimate estimate;
     estimate.memoryAvailable = OXA_TOOL::deviceMemory(chip.partNumber, chip.name);
     estimate.available = OXA_TOOL::amountsOf(chip);
-    estimate.total = estimateOf(configuration, chip);
+    estimate.total = OXA_TOOL::estimateOf(configuration, chip);
     for (int i = 0; i < configuration.cores.size(); ++i) {
         const OXA::AoCore& core = *configuration.cores.at(i);
         add(estimate, {i, core.index, core.dataSignals().size(), core.storageDepth, true, 0, {}},

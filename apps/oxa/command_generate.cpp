@@ -1,9 +1,7 @@
 #include "command.h"
-#include "fit.h"
 #include "installed.h"
 #include "interrupt.h"
 #include "log.h"
-#include "netlist_summary.h"
 #include "part.h"
 #include "problems.h"
 #include "progress_line.h"
@@ -11,15 +9,10 @@
 #include "work_dir.h"
 
 #include "files/replace_file.h"
+#include "oxautils/config/parse_once.h"
+#include "oxautils/generate/build_run.h"
 #include "oxautils/generate/inputs.h"
-#include "oxautils/generate/oxa_prepare.h"
-#include "oxautils/generate/oxa_proxy_qx_syn.h"
-#include "oxautils/generate/work_dir.h"
 
-#include <dev/device_db.h>
-#include <norvosyn/qx_synthesis_sync_proxy.h>
-
-#include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QJsonArray>
@@ -70,11 +63,6 @@ struct Options {
     bool json = false;
 };
 
-DEV::ChipInfo chipOf(const OXA::OxaArg& arg)
-{
-    return DEV::DeviceDb::instance().find(arg.device, arg.package);
-}
-
 /// Models of what the device has and a simulator has not; empty when they are not installed.
 QStringList simulationModels()
 {
@@ -108,28 +96,29 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
     return hasInstalledCores(arg, err);
 }
 
-void printFileList(const OXA::OxaPrepare& prepared, bool json, TextOut& out)
+void printFileList(const OXA::BuildResult& built, bool json, TextOut& out)
 {
     if (json) {
         const QJsonObject object {
-            {"files",        QJsonArray::fromStringList(prepared.files)       },
-            {"includePaths", QJsonArray::fromStringList(prepared.includePaths)}
+            {"files",        QJsonArray::fromStringList(built.files)       },
+            {"includePaths", QJsonArray::fromStringList(built.includePaths)}
         };
         out.json(object);
         return;
     }
-    for (const QString& file : prepared.files)
+    for (const QString& file : built.files)
         out.listed(file);
-    for (const QString& path : prepared.includePaths)
+    for (const QString& path : built.includePaths)
         out.listed("+incdir+" + path);
 }
 
-void printNetlist(const Options& options, const OXA::OxaArg& arg, double seconds, Io& io)
+void printNetlist(const Options& options, const OXA::OxaArg& arg,
+    const QMap<QString, int>& netlistCells, double seconds, Io& io)
 {
     // What went into a stream can neither be counted nor mixed with words.
     const bool isStream = OXA_FILES::isStream(arg.outputFile);
     TextOut& out = isStream && !options.json ? io.err : io.out;
-    const QMap<QString, int> cells = isStream ? QMap<QString, int>() : cellCounts(arg.outputFile);
+    const QMap<QString, int> cells = isStream ? QMap<QString, int>() : netlistCells;
     if (options.json) {
         QJsonObject counts;
         for (auto it = cells.begin(); it != cells.end(); ++it)
@@ -167,88 +156,79 @@ bool isMisread(const QStringList& paths, const QString& special)
     });
 }
 
-int prepare(const Options& options, const OXA::OxaArg& arg, Io& io)
+int statusOf(OXA::BuildEnd end)
 {
-    OXA::OxaPrepare prepared;
-    const int errorsBefore = loggedErrors();
-    if (prepared.prepare(arg) != 1)
-        return kUnusable; // the library has logged why
-    if (loggedErrors() > errorsBefore)
-        return kJobFailed;
+    if (end == OXA::BuildEnd::Done)
+        return kDone;
+    return end == OXA::BuildEnd::Refused || end == OXA::BuildEnd::NoCores ? kUnusable : kJobFailed;
+}
+
+void sayErrors(const QStringList& messages, TextOut& err)
+{
+    for (const QString& message : messages)
+        err.error(message);
+}
+
+int generate(const Options& options, OXA::BuildRun& build, Io& io)
+{
+    OXA::BuildResult built = build.run();
+    sayErrors(built.messages, io.err);
+    if (built.end != OXA::BuildEnd::Done)
+        return statusOf(built.end);
     if (options.simulation)
-        prepared.files = simulationModels() + prepared.files; // Verilator's waivers come first
-    std::transform(
-        prepared.files.begin(), prepared.files.end(), prepared.files.begin(), listedPath);
-    printFileList(prepared, options.json, io.out);
-    if (!options.json
-        && (isMisread(prepared.files, "$\"") || isMisread(prepared.includePaths, "$\"+")))
+        built.files = simulationModels() + built.files; // Verilator's waivers come first
+    std::transform(built.files.begin(), built.files.end(), built.files.begin(), listedPath);
+    printFileList(built, options.json, io.out);
+    if (!options.json && (isMisread(built.files, "$\"") || isMisread(built.includePaths, "$\"+")))
         io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
                   " blank, a $, a quote or, of a directory, a +; name another work directory, or"
                   " take the paths from --json\n";
     return kDone;
 }
 
-/// A file with the netlist: the engine's own when the output went into a stream.
-QString writtenNetlist(const OXA::OxaArg& arg)
+int synthesize(const Options& options, const OXA::OxaArg& arg, OXA::BuildRun& build, Io& io)
 {
-    if (!OXA_FILES::isStream(arg.outputFile))
-        return arg.outputFile;
-    const QStringList runs = QDir(arg.workDir).entryList({"*_synthesis"}, QDir::Dirs);
-    return arg.workDir + '/' + runs.value(0) + "/netlist.v";
-}
-
-int synthesize(const Options& options, const OXA::OxaArg& arg, Io& io)
-{
-    OXA::OXAProxyQxSyn generator(nullptr);
-    const Interrupt interrupt([&generator] { generator.tryToStop(); });
+    const Interrupt interrupt([&build] { build.stop(); });
     ProgressLine line(io.err);
-    if (auto* engine = generator.findChild<NorvoSyn::QxSynthesisSyncProxy*>()) {
-        QObject::connect(engine, &NorvoSyn::QxSynthesisSyncProxy::progress, &generator,
-            [&](const QString& stage, int percent) { line.show(stage, percent); });
-    }
-
+    build.progress = [&line](const QString& stage, int percent) { line.show(stage, percent); };
     QElapsedTimer timer;
     timer.start();
-    const int result = generator.startGenerate(arg);
+    const OXA::BuildResult built = build.run();
     line.clear();
-    if (result < 0)
-        return kUnusable;
-    const QStringList messages = generator.errorMessages();
-    for (const QString& message : messages)
-        io.err << message << '\n';
-    if (result != 0) {
-        if (!interrupt.happened()) // else the engine has said so
+    if (built.end == OXA::BuildEnd::Failed || built.end == OXA::BuildEnd::Stopped) {
+        for (const QString& message : built.messages) // as the engine words them
+            io.err << message << '\n';
+        if (built.end == OXA::BuildEnd::Failed)
             io.err << "error: synthesis failed; what the engine read and said is in " << arg.workDir
                    << '\n';
         return kJobFailed;
     }
-    printNetlist(options, arg, double(timer.elapsed()) / 1000, io);
-    return netlistFits(cellCounts(writtenNetlist(arg)), chipOf(arg), io.err) ? kDone : kJobFailed;
+    if (built.end != OXA::BuildEnd::Refused)
+        printNetlist(options, arg, built.cells, double(timer.elapsed()) / 1000, io);
+    sayErrors(built.messages, io.err);
+    return statusOf(built.end);
 }
 
 int run(const Options& options, Io& io)
 {
-    OXA::Configuration configuration;
+    const OXA::ParseOnce once;
     OXA::OxaArg arg;
-    if (!readConfiguration(options.file, configuration, io.err)
-        || !namesStayWords(options.file, configuration, io.err)
-        || !fillRequest(options, arg, io.err))
+    if (!fillRequest(options, arg, io.err))
         return kUnusable;
-    if (configuration.cores.isEmpty() && configuration.liteCores.isEmpty()) {
+    OXA::BuildRun build(arg, !options.noSynthesis);
+    build.loggedErrors = loggedErrors;
+    const OXA::BuildResult checked = build.check();
+    if (checked.end == OXA::BuildEnd::NoCores) {
         io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
         return kUnusable;
     }
-    // Another tool, to which a list goes, may need less.
-    if (!passesCheck(arg, options.strict ? OtherProblems::Stop : OtherProblems::Warnings, io.err)
-        || (!options.noSynthesis && !mayFit(configuration, chipOf(arg), io.err)))
+    const OtherProblems others = options.strict ? OtherProblems::Stop : OtherProblems::Warnings;
+    if (!passesCheck(options.file, checked.problems, others, io.err))
         return kJobFailed;
-    OXA::WorkDir workDir;
-    QString error;
-    if (!workDir.claim(arg.workDir, &error)) {
-        io.err << "error: " << error << '\n';
-        return kUnusable;
-    }
-    return options.noSynthesis ? prepare(options, arg, io) : synthesize(options, arg, io);
+    sayErrors(checked.messages, io.err);
+    if (checked.end != OXA::BuildEnd::Done)
+        return statusOf(checked.end);
+    return options.noSynthesis ? generate(options, build, io) : synthesize(options, arg, build, io);
 }
 
 }

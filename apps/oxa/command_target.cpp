@@ -108,7 +108,7 @@ int run(const Options& options, Io& io)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !hasInstalledCores(arg, io.err))
         return kUnusable;
-    if (!passesCheck(arg, OtherProblems::NotSaid, io.err))
+    if (!passesCheck(arg, io.err))
         return kJobFailed;
     if (!prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err))

@@ -41,22 +41,28 @@ QJsonObject problemJson(const OXA::Problem& problem)
     return object;
 }
 
-bool passesCheck(const OXA::OxaArg& arg, OtherProblems others, TextOut& err)
+bool passesCheck(
+    const QString& file, const QList<OXA::Problem>& problems, OtherProblems others, TextOut& err)
 {
-    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
     bool passes = true;
-    for (const OXA::Problem& problem : OXA::checkConfigFile(arg.configFile, &chip)) {
+    for (const OXA::Problem& problem : problems) {
         if (others == OtherProblems::Stop || stopsBuild(problem)) {
             passes = false;
-            err << problemLine(arg.configFile, problem, "error") << "\n    " << problem.hint
-                << '\n';
+            err << problemLine(file, problem, "error") << "\n    " << problem.hint << '\n';
         } else if (others == OtherProblems::Warnings) {
-            err << problemLine(arg.configFile, problem, "warning") << '\n';
+            err << problemLine(file, problem, "warning") << '\n';
         }
     }
     if (!passes)
-        err << "error: nothing was generated from " << arg.configFile << '\n';
+        err << "error: nothing was generated from " << file << '\n';
     return passes;
+}
+
+bool passesCheck(const OXA::OxaArg& arg, TextOut& err)
+{
+    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
+    return passesCheck(
+        arg.configFile, OXA::checkConfigFile(arg.configFile, &chip), OtherProblems::NotSaid, err);
 }
 
 int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity)

@@ -23,9 +23,13 @@ enum class OtherProblems {
     Stop,
 };
 
-/// Looks at the configuration of the request as `oxa check` does, before anything is written. False
-/// when it finds what keeps an analyzer from being built; this is said on `err`, with what to do.
-bool passesCheck(const OXA::OxaArg& arg, OtherProblems others, TextOut& err);
+/// Says on `err` what of `problems` keeps an analyzer from being built from `file`, with what to
+/// do; false when there is such a problem.
+bool passesCheck(
+    const QString& file, const QList<OXA::Problem>& problems, OtherProblems others, TextOut& err);
+
+/// Looks at the configuration of the request as `oxa check` does, before anything is written.
+bool passesCheck(const OXA::OxaArg& arg, TextOut& err);
 
 /// How many of `problems` are of `severity`.
 int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity);

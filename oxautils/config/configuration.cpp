@@ -81,7 +81,8 @@ QStringList wordFaults(const QString& path, const Configuration& configuration)
 {
     QStringList faults = wordFaults(configuration.cores) + wordFaults(configuration.liteCores);
     for (QString& fault : faults)
-        fault = path + ": " + fault + "; write the name that the signal has in the design";
+        fault
+            = shownText(path + ": " + fault + "; write the name that the signal has in the design");
     return faults;
 }
 

@@ -27,8 +27,8 @@ struct OXAUTILS_EXPORT Configuration {
 OXAUTILS_EXPORT bool readConfiguration(
     const QString& path, Configuration& configuration, QString* error);
 
-/// "PATH: FAULT; HINT" for each signal name that does not stay one word in generated Verilog: what
-/// follows it would be code.
+/// A line to show, "PATH: FAULT; HINT", for each signal name that does not stay one word in
+/// generated Verilog: what follows it would be code.
 OXAUTILS_EXPORT QStringList wordFaults(const QString& path, const Configuration& configuration);
 
 }

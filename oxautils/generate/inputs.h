@@ -3,6 +3,7 @@
 
 #include "files/input_guard.h"
 #include "oxautils/generate/oxa_arg.h"
+#include "oxautils/generate/work_dir.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -28,6 +29,11 @@ inline OXA_FILES::Inputs inputsOf(
     inputs.sources += dataDir;
     return inputs;
 }
+
+/// Whether a run that reads `inputs` may empty the directory `path`; `lost` is the input that it
+/// would lose.
+OXAUTILS_EXPORT WorkDirFault workDirFault(
+    const QString& path, const OXA_FILES::Inputs& inputs, QString& lost);
 
 }
 

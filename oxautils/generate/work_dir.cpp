@@ -1,6 +1,7 @@
 #include "oxautils/generate/work_dir.h"
 
 #include "oxautils/generate/file_names.h"
+#include "oxautils/generate/inputs.h"
 
 #include <QDir>
 #include <QFile>
@@ -33,6 +34,19 @@ bool holdsForeignFiles(const QString& path)
     return directory.exists() && !directory.exists(WORK_DIR_MARK)
         && !directory.isEmpty(
             QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+}
+
+WorkDirFault workDirFault(const QString& path, const OXA_FILES::Inputs& inputs, QString& lost)
+{
+    if (path.isEmpty())
+        return WorkDirFault::NoName;
+    const QFileInfo info(path);
+    if (info.exists() && !info.isDir())
+        return WorkDirFault::NoDirectory;
+    lost = OXA_FILES::lostByEmptying(path, inputs);
+    if (!lost.isEmpty())
+        return WorkDirFault::HoldsInput;
+    return holdsForeignFiles(path) ? WorkDirFault::HoldsForeignFiles : WorkDirFault::None;
 }
 
 WorkDir::~WorkDir()

@@ -10,6 +10,15 @@ namespace OXA {
 /// Whether the directory `path` holds files, and no mark says that an earlier run made them.
 OXAUTILS_EXPORT bool holdsForeignFiles(const QString& path);
 
+/// Why a run may not empty a directory.
+enum class WorkDirFault {
+    None,
+    NoName,
+    NoDirectory, ///< it is something else
+    HoldsInput, ///< or lies in one
+    HoldsForeignFiles, ///< unless the user has said that they may go
+};
+
 /// A work directory that belongs to a run, for as long as this object lives.
 class OXAUTILS_EXPORT WorkDir {
 public:

@@ -1,7 +1,6 @@
 #include "oxautils/resource/analyzer_estimate.h"
 
-#include "oxautils/model/ao_core.h"
-#include "oxautils/model/ao_core_lite.h"
+#include "oxautils/config/configuration.h"
 #include "oxautils/model/limits.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/logic_costs.h"
@@ -84,6 +83,16 @@ AnalyzerAmounts AnalyzerEstimate::amounts() const
     for (int item : {Wrappers, StandardCores, LiteCores})
         amounts.registers += qint64(logic.items[item]) * kCommonRegisters[item];
     return amounts;
+}
+
+AnalyzerAmounts estimateOf(const OXA::Configuration& configuration, const DEV::ChipInfo& part)
+{
+    AnalyzerEstimate estimate(part);
+    for (const OXA::AoCore* core : configuration.cores)
+        estimate.add(*core);
+    for (const OXA::AOCore_Lite* core : configuration.liteCores)
+        estimate.add(*core);
+    return estimate.amounts();
 }
 
 AnalyzerAmounts amountsOf(const DEV::ChipInfo& part)

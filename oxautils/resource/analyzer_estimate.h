@@ -14,6 +14,7 @@ struct ChipInfo;
 namespace OXA {
 class AoCore;
 class AOCore_Lite;
+struct Configuration;
 }
 
 namespace OXA_TOOL {
@@ -45,6 +46,10 @@ private:
     struct State;
     std::unique_ptr<State> m_state;
 };
+
+/// What the analyzer of `configuration` will take of the part.
+OXAUTILS_EXPORT AnalyzerAmounts estimateOf(
+    const OXA::Configuration& configuration, const DEV::ChipInfo& part);
 
 /// What the part has. Look-up tables or registers that the catalogue does not tell are 0.
 OXAUTILS_EXPORT AnalyzerAmounts amountsOf(const DEV::ChipInfo& part);

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void whatCannotBeBuiltIsNot();
     void synthesisIsStopped();
     void failuresLeadToTheirFile();
+    void netlistThatDoesNotFit();
     void closingStopsARun();
     void placesInMessages();
 
@@ -33,6 +34,18 @@ private:
     struct Run;
 
     TestFolder m_folder;
+};
+
+/// A script that stands in for the synthesis engine.
+class Engine {
+public:
+    Engine(const TestFolder& folder, const QByteArray& script)
+    {
+        const QString path = writeFile(folder.path("yosys"), "#!/bin/sh\n" + script);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
+        qputenv("OXA_SYNTHESIS_ENGINE", path.toUtf8());
+    }
+    ~Engine() { qunsetenv("OXA_SYNTHESIS_ENGINE"); }
 };
 
 /// A window with a configuration, a part and a work folder.
@@ -174,14 +187,11 @@ void TestEditorBuild::failuresLeadToTheirFile()
 {
     Run run(m_folder, "failed");
     // An engine that finds fault with a file.
-    const QString engine = writeFile(m_folder.path("yosys"),
-        "#!/bin/sh\necho '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
+    const Engine engine(m_folder,
+        "echo '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
             + ":3: ERROR: syntax error'\nexit 1\n");
-    QFile(engine).setPermissions(QFile::ReadOwner | QFile::ExeOwner);
-    qputenv("OXA_SYNTHESIS_ENGINE", engine.toUtf8());
     run.keys("F8");
     QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
-    qunsetenv("OXA_SYNTHESIS_ENGINE");
     QVERIFY2(run.says("Failed"), qPrintable(run.stage()));
     int row = -1;
     const QStringList log = run.log();
@@ -196,6 +206,18 @@ void TestEditorBuild::failuresLeadToTheirFile()
     const auto* text = viewer->findChild<QPlainTextEdit*>();
     QCOMPARE(
         text->textCursor().blockNumber() + 1, placeIn(log.at(row), m_folder.path("failed")).line);
+}
+
+void TestEditorBuild::netlistThatDoesNotFit()
+{
+    Run run(m_folder, "large");
+    const Engine engine(m_folder,
+        "{ echo 'module qx_oxa;'; for i in $(seq 9999); do printf '  QX_LUT4 l (\\n  );\\n'; done;"
+        " echo endmodule; } >netlist.v\n");
+    run.keys("F8");
+    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    QVERIFY2(run.says("does not fit"), qPrintable(run.stage()));
+    QVERIFY(run.log().value(0).startsWith("the netlist takes 9999 look-up tables, QX1N-9LV"));
 }
 
 void TestEditorBuild::closingStopsARun()

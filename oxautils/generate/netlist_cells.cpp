@@ -1,8 +1,10 @@
-#include "netlist_summary.h"
+#include "oxautils/generate/netlist_cells.h"
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QTextStream>
+
+namespace OXA {
 
 QMap<QString, int> cellCounts(const QString& path)
 {
@@ -20,4 +22,6 @@ QMap<QString, int> cellCounts(const QString& path)
             ++counts[match.captured(1)];
     }
     return counts;
+}
+
 }
