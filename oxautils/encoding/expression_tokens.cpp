@@ -20,16 +20,24 @@ template <typename Belongs> int endOfRun(const QString& text, int start, const B
     return start;
 }
 
-Token unitToken(const QString& text, int start)
+Piece unitAt(const QString& text, int start)
 {
-    Token token {Token::Unit, text.mid(start, endOfRun(text, start + 1, isDigit) - start)};
-    bool ok = false;
-    const int number = token.text.midRef(1).toInt(&ok);
-    token.unit = ok && number < kUnits ? number : -1;
-    return token;
+    const int end = endOfRun(text, start + 1, isDigit);
+    int number = end > start + 1 ? 0 : kUnits;
+    for (int i = start + 1; i < end; ++i)
+        number = std::min(10 * number + text.at(i).digitValue(), kUnits);
+    return {Piece::Unit, start, end - start, number < kUnits ? number : -1};
 }
 
-Token::Kind kindOf(QChar c)
+/// Of 1'b0 and 1'b1; files keep expressions in upper case.
+bool isConstant(const QString& text, int start)
+{
+    return text.size() - start >= 4 && text.at(start) == '1' && text.at(start + 1) == '\''
+        && text.at(start + 2).toLower() == 'b'
+        && (text.at(start + 3) == '0' || text.at(start + 3) == '1');
+}
+
+Piece::Kind kindOf(QChar c)
 {
     switch (c.unicode()) {
     case '(':
@@ -48,30 +56,29 @@ Token::Kind kindOf(QChar c)
     }
 }
 
-Token tokenAt(const QString& text, int start)
+}
+
+Piece pieceAt(const QString& text, int start)
 {
     const QChar c = text.at(start);
     if (c == 'M')
-        return unitToken(text, start);
+        return unitAt(text, start);
     if (isBlank(c))
-        return {Token::Blank, text.mid(start, endOfRun(text, start, isBlank) - start)};
-    if (c == '1') {
-        const QString four = text.mid(start, 4).toLower(); // files keep expressions in upper case
-        if (four == "1'b0" || four == "1'b1")
-            return {Token::Constant, four};
-    }
-    const bool doubled = (c == '&' || c == '|') && text.midRef(start + 1, 1) == c;
-    return {kindOf(c), text.mid(start, doubled ? 2 : 1)};
-}
-
+        return {Piece::Blank, start, endOfRun(text, start, isBlank) - start};
+    if (isConstant(text, start))
+        return {Piece::Constant, start, 4};
+    const bool doubled
+        = (c == '&' || c == '|') && start + 1 < text.size() && text.at(start + 1) == c;
+    return {kindOf(c), start, doubled ? 2 : 1};
 }
 
 QList<Token> tokensOf(const QString& text)
 {
     QList<Token> tokens;
-    for (int at = 0; at < text.size(); at += tokens.last().text.size()) {
-        tokens += tokenAt(text, at);
-        tokens.last().start = at;
+    for (int at = 0; at < text.size(); at += tokens.last().length) {
+        const Piece piece = pieceAt(text, at);
+        const QString part = text.mid(at, piece.length);
+        tokens.append({piece, piece.kind == Piece::Constant ? part.toLower() : part});
     }
     return tokens;
 }

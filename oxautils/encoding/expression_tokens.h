@@ -8,8 +8,8 @@
 
 namespace OXA {
 
-/// A piece of a trigger expression.
-struct Token {
+/// Where a piece of a trigger expression is, and what.
+struct Piece {
     enum Kind {
         Unit, ///< M with a number, or M alone
         Constant, ///< 1'b0 or 1'b1
@@ -22,10 +22,17 @@ struct Token {
     };
 
     Kind kind;
-    QString text; ///< a constant's is lower-case, whatever the expression has
-    int start = 0; ///< in the expression
+    int start; ///< in the expression
+    int length;
     int unit = -1; ///< of a Unit: 0 to 15, or -1 when there is no such unit
 };
+
+struct Token : Piece {
+    QString text; ///< a constant's is lower-case, whatever the expression has
+};
+
+/// The piece that begins at `start`, which is within `text`.
+Piece pieceAt(const QString& text, int start);
 
 /// `text` in pieces, without gaps.
 OXAUTILS_EXPORT QList<Token> tokensOf(const QString& text);

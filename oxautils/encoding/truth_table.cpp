@@ -47,12 +47,16 @@ constexpr std::array<char, 512> kBytePairs = bytePairs();
 /// two operators in a row are legal text, though no expression.
 bool isLegal(const QString& exp)
 {
-    const QList<Token> tokens = tokensOf(exp);
-    return std::all_of(tokens.begin(), tokens.end(), [](const Token& token) {
-        if (token.kind == Token::Unit)
-            return token.unit >= 0 && token.text.size() == (token.unit < 10 ? 2 : 3);
-        return token.kind == Token::Binary || !isForeign(token, true);
-    });
+    Piece piece {Piece::Blank, 0, 0};
+    while (piece.start + piece.length < exp.size()) {
+        piece = pieceAt(exp, piece.start + piece.length);
+        const bool legal = piece.kind == Piece::Unit
+            ? piece.unit >= 0 && piece.length == (piece.unit < 10 ? 2 : 3)
+            : QLatin1String("!&^|()").contains(exp.at(piece.start));
+        if (!legal)
+            return false;
+    }
+    return true;
 }
 
 /// The postfix text as one row's evaluation sees it once its letters are replaced; the same for
