@@ -18,7 +18,7 @@ constexpr char kSummary[] = "Print a configuration and the state of its checksum
 constexpr char kHelp[]
     = R"(The checksum is compared with the one that the file's content asks for; a file
 whose checksum differs was changed by something that did not know about it, or
-damaged, and hosts may refuse it. Saving the file anew sets it right.
+damaged, and hosts may refuse it. Saving the file again sets it right.
 
 Programs write the trigger position when they arm a core. Of what a core captures
 from power-up on, before that, the position is one more on some devices, which are

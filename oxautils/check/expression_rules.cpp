@@ -89,7 +89,7 @@ void findBlanks(const Expression& expression, Findings& findings)
         [](const Token& token) { return token.kind == Token::Blank; });
     if (expression.dynamic() && blanks)
         findings.add(
-            expression.place(), QString("\"%1\" is dynamic and holds blanks").arg(expression.text));
+            expression.place(), QString("\"%1\" is dynamic and contains spaces").arg(expression.text));
 }
 
 void findUnknownUnits(const Expression& expression, Findings& findings)

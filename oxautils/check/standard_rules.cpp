@@ -29,7 +29,7 @@ void findStorageDepth(const StandardCore& core, Findings& findings)
 {
     if (!isPowerOfTwo(core.core.storageDepth))
         findings.add(core.place(),
-            QString("its memory holds %1 samples, which is no power of two")
+            QString("its memory holds %1 samples, which is not a power of two")
                 .arg(core.core.storageDepth));
 }
 
@@ -37,7 +37,7 @@ void findWindowCount(const StandardCore& core, Findings& findings)
 {
     if (!windowCountIsGood(core.core))
         findings.add(core.place(),
-            QString("it takes %1 windows, which is no power of two").arg(core.core.windowNum));
+            QString("it takes %1 windows, which is not a power of two").arg(core.core.windowNum));
 }
 
 void findCaptureAmount(const StandardCore& core, Findings& findings)

@@ -231,7 +231,7 @@ void Rehearsal::drop()
 void Rehearsal::start()
 {
     if (m_thread)
-        return; // it was dropped, and begins anew at its end
+        return; // it was dropped, and begins again at its end
     m_isWanted = false;
     auto run = std::make_shared<Run>();
     m_dropped = std::make_shared<std::atomic_bool>(false);
