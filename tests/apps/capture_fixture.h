@@ -2,6 +2,7 @@
 #define TESTS_APPS_CAPTURE_FIXTURE_H
 
 #include "oxautils/config/standard_config.h"
+#include "support/signals.h"
 #include "support/waveforms.h"
 
 #include <memory>
@@ -12,31 +13,16 @@ constexpr char kDeeperPart[] = "QX1N-9LV-QFN88-C6"; // power-up takes a sample m
 constexpr int kSamples = 500;
 constexpr int kRound = 280; // of the counter
 
-inline OXA::SignalItem item(const QString& name)
-{
-    OXA::SignalItem result;
-    result.name = name;
-    return result;
-}
-
-inline OXA::SignalItem counterBus()
-{
-    OXA::SignalItem bus = item("n");
-    for (int bit = 9; bit >= 0; --bit)
-        bus.subItems += item(QString("n[%1]").arg(bit));
-    return bus;
-}
-
 /// Two windows of 50 samples around the second of two levels. The bus n counts the samples, up to
 /// kRound.
 inline std::unique_ptr<OXA::AoCore> countingCore(int index, const QString& clock)
 {
     auto core = std::make_unique<OXA::AoCore>(index);
     core->sampleClock = clock;
-    core->signalList = {counterBus(), item("a,b"), item("top/x_y")};
+    core->signalList = {busOf("n", 10), signalOf("a,b"), signalOf("top/x_y")};
     core->captureSignals = core->signalList;
-    core->triggers[0]->signalList = {counterBus()};
-    core->triggers[1]->signalList = {item("a,b"), item("top/x_y")};
+    core->triggers[0]->signalList = {busOf("n", 10)};
+    core->triggers[1]->signalList = {signalOf("a,b"), signalOf("top/x_y")};
     const char* values[] = {"0010000000", "1X"};
     for (int unit = 0; unit < 2; ++unit) {
         core->matchUnits[unit]->enabled = true;
@@ -58,7 +44,7 @@ inline std::unique_ptr<OXA::AoCore> countingCore(int index, const QString& clock
 inline QByteArray countingWaveform()
 {
     std::minstd_rand random(7);
-    QStringList names = OXA::flattenedNames({counterBus()});
+    QStringList names = OXA::flattenedNames({busOf("n", 10)});
     names += QStringList {"a,b", "x_y"};
     QStringList samples;
     for (int i = 0; i < kSamples; ++i)

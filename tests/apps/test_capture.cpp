@@ -415,7 +415,7 @@ void TestCapture::lite()
     lite.sampleClock = "clk";
     lite.captureAmount = 40;
     lite.captureInitDataEnabled = true;
-    lite.signalList = {counterBus()};
+    lite.signalList = {busOf("n", 10)};
     OXA::writeOXAConfigToXml_Lite({&lite}, path("lite.oxa"));
     LiveTarget live;
     QVERIFY2(live.start(path("lite.oxa"), path("wave.vcd"), {"--loop"}), live.target.said());

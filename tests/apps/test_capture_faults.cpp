@@ -140,7 +140,7 @@ void TestCaptureFaults::flippedBitsAreNeverDelivered()
     lite.sampleClock = "clk";
     lite.captureAmount = 16;
     lite.captureInitDataEnabled = true;
-    lite.signalList = {counterBus()};
+    lite.signalList = {busOf("n", 10)};
     OXA::writeOXAConfigToXml_Lite({&lite}, path("lite.oxa"));
     LiveTarget live;
     QVERIFY2(live.start(path("lite.oxa"), path("wave.vcd")), live.target.said());

@@ -1,27 +1,13 @@
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
 
+#include "support/signals.h"
 #include <QDebug>
 #include <QtTest>
 
 using namespace OXA;
 
 namespace {
-
-SignalItem signal(const QString& name)
-{
-    SignalItem item;
-    item.name = name;
-    return item;
-}
-
-SignalItem bus(const QString& name, int width)
-{
-    SignalItem item = signal(name);
-    for (int bit = width - 1; bit >= 0; --bit)
-        item.subItems += signal(QString("%1[%2]").arg(name).arg(bit));
-    return item;
-}
 
 template <typename T> QString dump(const T& item)
 {
@@ -62,7 +48,7 @@ void TestModel::newCoreHasItsPortsAndUnits()
     QVERIFY(core.availableTriggers().isEmpty());
     QVERIFY(core.enabledMatchUnits().isEmpty());
 
-    core.triggers.at(9)->signalList += signal("a");
+    core.triggers.at(9)->signalList += signalOf("a");
     core.matchUnits.at(4)->enabled = true;
     QCOMPARE(core.availableTriggers(), QList<TriggerPort*>({core.triggers.at(9)}));
     QCOMPARE(core.enabledMatchUnits(), QList<MatchUnit*>({core.matchUnits.at(4)}));
@@ -104,7 +90,7 @@ void TestModel::shiftWidth()
     AoCore core(0);
     QCOMPARE(core.dataOutShiftWidth(), 16);
 
-    core.captureSignals = {bus("d", 12), signal("e"), bus("f", 7)};
+    core.captureSignals = {busOf("d", 12), signalOf("e"), busOf("f", 7)};
     QCOMPARE(core.dataOutShiftWidth(), 21); // 20 bits and the mark
 
     core.matchUnits.at(3)->counterEnable = true;
@@ -115,7 +101,7 @@ void TestModel::shiftWidth()
     core.matchUnits.at(5)->counterWidth = 32;
     QCOMPARE(core.dataOutShiftWidth(), 32);
 
-    core.triggers.at(2)->signalList = {bus("p", 30), signal("q"), signal("r"), signal("s")};
+    core.triggers.at(2)->signalList = {busOf("p", 30), signalOf("q"), signalOf("r"), signalOf("s")};
     QCOMPARE(core.dataOutShiftWidth(), 33);
 }
 
@@ -123,7 +109,7 @@ void TestModel::flatPositions()
 {
     AoCore core(0);
     QCOMPARE(core.signalItemAt(0).name, QString());
-    core.captureSignals = {bus("b", 4), signal("s")};
+    core.captureSignals = {busOf("b", 4), signalOf("s")};
     QCOMPARE(core.signalItemAt(0).name, QString("b[3]"));
     QCOMPARE(core.signalItemAt(3).name, QString("b[0]"));
     QCOMPARE(core.signalItemAt(4).name, QString("s"));
@@ -139,7 +125,7 @@ void TestModel::liteWalks()
 {
     AOCore_Lite core;
     QVERIFY(core.dataSignals().isEmpty() && core.dataSignalsText().isEmpty());
-    core.signalList = {bus("b", 2), signal("s")};
+    core.signalList = {busOf("b", 2), signalOf("s")};
     core.signalList[0].text = "never shown";
     core.signalList[0].subItems[1].text = "low";
     core.signalList[1].text = "S";
@@ -152,7 +138,7 @@ void TestModel::dumps()
     AoCore core(0);
     core.sampleClock = "clk";
     core.expressions = QStringList {"M0", "M1&M2"};
-    core.triggers.at(1)->signalList = {bus("p", 2)};
+    core.triggers.at(1)->signalList = {busOf("p", 2)};
     core.matchUnits.at(2)->enabled = true;
     core.matchUnits.at(2)->value0 = "1X";
     const QString text = dump(core);
@@ -167,7 +153,7 @@ void TestModel::dumps()
     QVERIFY(dump(core).contains("Bind: 1\n"));
 
     AOCore_Lite lite;
-    lite.signalList = {bus("b", 2), signal("s")};
+    lite.signalList = {busOf("b", 2), signalOf("s")};
     QVERIFY(dump(lite).contains("Data Signals: b[1], b[0], s\n"));
 }
 

@@ -3,11 +3,11 @@
 #include "oxa-editor/truth_table.h"
 
 #include "support/patience.h"
+#include "support/rows.h"
 
 #include <QAbstractItemModelTester>
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QtTest>
 
 using namespace OXA;
 
@@ -45,7 +45,6 @@ struct MarkRow {
     bool dynamic;
     const char* marked; // the wrong pieces, marked by ^
 };
-Q_DECLARE_METATYPE(MarkRow)
 
 constexpr MarkRow kMarks[] = {
     {"nothing wrong",       "!(M0 & M9)|M3^M1",  true,  "                " },
@@ -58,16 +57,11 @@ constexpr MarkRow kMarks[] = {
     {"closed too often",    "M0)|M1)",           false, "  ^   ^"          },
 };
 
-void TestEditorExpressions::marks_data()
-{
-    QTest::addColumn<MarkRow>("row");
-    for (const MarkRow& row : kMarks)
-        QTest::newRow(row.what) << row;
-}
+void TestEditorExpressions::marks_data() { addRows(kMarks); }
 
 void TestEditorExpressions::marks()
 {
-    QFETCH(MarkRow, row);
+    const MarkRow& row = rowOf(kMarks);
     const Units units(row.dynamic);
     QString marked(QString(row.text).size(), ' ');
     for (const ExpressionMark& mark : expressionMarks(row.text, units.core)) {
@@ -88,7 +82,6 @@ struct TableRow {
     bool dynamic;
     const char* results; // empty: there is no table
 };
-Q_DECLARE_METATYPE(TableRow)
 
 constexpr TableRow kTables[] = {
     {"and binds tighter than or", "M0|M1&M2",             true,  "00011111"},
@@ -98,16 +91,11 @@ constexpr TableRow kTables[] = {
     {"too many",                  "M0|M1|M2|M3|M4|M5|M6", true,  ""        },
 };
 
-void TestEditorExpressions::tables_data()
-{
-    QTest::addColumn<TableRow>("row");
-    for (const TableRow& row : kTables)
-        QTest::newRow(row.what) << row;
-}
+void TestEditorExpressions::tables_data() { addRows(kTables); }
 
 void TestEditorExpressions::tables()
 {
-    QFETCH(TableRow, row);
+    const TableRow& row = rowOf(kTables);
     const Units units(row.dynamic);
     TruthTable table;
     const QAbstractItemModelTester tester(

@@ -6,6 +6,7 @@
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
 #include "support/oxa_program.h"
+#include "support/signals.h"
 #include "support/waveforms.h"
 
 #include <QTemporaryDir>
@@ -14,28 +15,12 @@
 namespace {
 
 constexpr int kSamples = 250;
-constexpr int kCounterBits = 8;
-
-OXA::SignalItem item(const QString& name)
-{
-    OXA::SignalItem result;
-    result.name = name;
-    return result;
-}
-
-// Numbers the samples, so that no two of a core are alike.
-OXA::SignalItem counterBus()
-{
-    OXA::SignalItem bus = item("n");
-    for (int bit = kCounterBits - 1; bit >= 0; --bit)
-        bus.subItems += item(QString("n[%1]").arg(bit));
-    return bus;
-}
+constexpr int kCounterBits = 8; // of the signal n, which numbers the samples
 
 QByteArray randomWaveform(Random& random, QStringList names, const QStringList& clocks)
 {
     const int values = names.size();
-    names += OXA::flattenedNames({counterBus()});
+    names += OXA::flattenedNames({busOf("n", kCounterBits)});
     QStringList samples;
     QByteArray sample(values, '0');
     for (int i = 0; i < kSamples; ++i) {
@@ -133,7 +118,7 @@ QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
             names += port->singleSignals();
         core.sampleClock = QString("clk%1").arg(position % 3);
         clocks += core.sampleClock;
-        core.signalList.prepend(counterBus());
+        core.signalList.prepend(busOf("n", kCounterBits));
         list += &core;
     }
     clocks.removeDuplicates();
@@ -245,9 +230,9 @@ void TestSimulatedCores::openocdReadsAMemory()
     core.captureAmount = core.storageDepth = kWords;
     core.triggerPos = 0;
     for (int i = 0; i < kSignals; ++i)
-        core.signalList += item(QString("p%1").arg(i));
+        core.signalList += signalOf(QString("p%1").arg(i));
     core.captureSignals = core.signalList;
-    core.triggers[0]->signalList += item("p0");
+    core.triggers[0]->signalList += signalOf("p0");
     OXA::MatchUnit& unit = *core.matchUnits[0];
     unit.enabled = true;
     unit.trigger = core.triggers[0];

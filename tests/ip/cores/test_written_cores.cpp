@@ -8,6 +8,7 @@
 #include "oxacapture/target/window_decoder.h"
 #include "support/files.h"
 #include "support/patience.h"
+#include "support/signals.h"
 
 #include "oxautils/config/standard_config.h"
 
@@ -60,13 +61,6 @@ constexpr Kind kKinds[] = {
     {0, 1, 2, 1, false, false},
 };
 
-OXA::SignalItem item(const QString& name)
-{
-    OXA::SignalItem result;
-    result.name = name;
-    return result;
-}
-
 // A core with a unit of every match type, half of them with counters.
 std::unique_ptr<OXA::AoCore> coreOf(const Kind& kind, int position, Random& random)
 {
@@ -80,11 +74,11 @@ std::unique_ptr<OXA::AoCore> coreOf(const Kind& kind, int position, Random& rand
     core->storageDepth = 32;
     core->windowNum = kind.windows;
     for (int bit = 0; bit < 6; ++bit)
-        core->signalList += item(QString("d%1[%2]").arg(position).arg(bit));
+        core->signalList += signalOf(QString("d%1[%2]").arg(position).arg(bit));
     core->captureSignals = core->signalList;
     OXA::TriggerPort& port = *core->triggers[3 * position];
     for (int bit = 0; bit < 3; ++bit)
-        port.signalList += item(QString("t%1[%2]").arg(position).arg(bit));
+        port.signalList += signalOf(QString("t%1[%2]").arg(position).arg(bit));
     for (int type = 0; type < 6; ++type) {
         OXA::MatchUnit& unit = *core->matchUnits[2 * (type + position % 2)];
         unit.enabled = true;

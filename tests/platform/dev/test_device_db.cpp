@@ -1,5 +1,7 @@
 #include "dev/device_db.h"
 
+#include "support/rows.h"
+
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -41,8 +43,6 @@ constexpr Malformed kMalformed[] = {
 };
 
 }
-
-Q_DECLARE_METATYPE(const Malformed*)
 
 class TestDeviceDb : public QObject {
     Q_OBJECT
@@ -103,23 +103,18 @@ void TestDeviceDb::readsEveryField()
     QCOMPARE(second.resources, QStringList({"5", "6", "7", "8", "", "0"}));
 }
 
-void TestDeviceDb::refusesMalformedRows_data()
-{
-    QTest::addColumn<const Malformed*>("row");
-    for (const Malformed& row : kMalformed)
-        QTest::newRow(row.what) << &row;
-}
+void TestDeviceDb::refusesMalformedRows_data() { addRows(kMalformed); }
 
 void TestDeviceDb::refusesMalformedRows()
 {
-    QFETCH(const Malformed*, row);
+    const Malformed& row = rowOf(kMalformed);
     const QString kept = write(QByteArray(kHeader) + "KEPT,S,D1,C,6,Q,LV,1,2,3,4,,72\n");
     QVERIFY(db().load(kept));
 
     QString error;
-    const QString path = write(QByteArray(kHeader) + kPart + row->rows);
+    const QString path = write(QByteArray(kHeader) + kPart + row.rows);
     QVERIFY(!db().load(path, &error));
-    QCOMPARE(error, path + ":" + row->error);
+    QCOMPARE(error, path + ":" + row.error);
     QVERIFY(!db().load(path));
     QCOMPARE(db().chips().size(), 1);
     QCOMPARE(db().chips().first().partNumber, QString("KEPT"));
@@ -161,25 +156,18 @@ constexpr Search kSearches[] = {
     {"nothing asked for",  "",  "",   "",   "" },
 };
 
-Q_DECLARE_METATYPE(const Search*)
-
-void TestDeviceDb::findsByNumberAndName_data()
-{
-    QTest::addColumn<const Search*>("row");
-    for (const Search& row : kSearches)
-        QTest::newRow(row.what) << &row;
-}
+void TestDeviceDb::findsByNumberAndName_data() { addRows(kSearches); }
 
 void TestDeviceDb::findsByNumberAndName()
 {
-    QFETCH(const Search*, row);
+    const Search& row = rowOf(kSearches);
     QVERIFY(db().load(write(QByteArray(kHeader)
         + "A,S,D1,C,6,Q,LV,1,2,3,4,,72\n"
           "A,S,D2,C,6,Q,LV,1,2,3,4,,72\n"
           "B,S,D2,I,6,Q,LV,1,2,3,4,,72\n")));
-    const ChipInfo found = db().find(row->number, row->name);
-    QCOMPARE(found.name, QString(row->device));
-    QCOMPARE(found.grade, QString(row->grade));
+    const ChipInfo found = db().find(row.number, row.name);
+    QCOMPARE(found.name, QString(row.device));
+    QCOMPARE(found.grade, QString(row.grade));
     QCOMPARE(found.resources.isEmpty(), found.name.isEmpty());
 }
 
