@@ -53,30 +53,16 @@ struct TestEditorBuild::Run : WindowDriver {
     BuildPanel& panel = *window.findChild<BuildPanel*>();
 
     Run(const TestFolder& folder, const QString& workDir)
+        : WindowDriver(folder.example("uart.oxa"))
     {
-        window.open(folder.example("uart.oxa"));
         window.findChild<PartChoice*>()->setKey(kPart);
         panel.setWorkDir(folder.path(workDir));
     }
 
-    QStringList log() const
-    {
-        QStringList lines;
-        for (int i = 0; i < panel.log()->count(); ++i)
-            lines += panel.log()->item(i)->text();
-        return lines;
-    }
-
-    bool finished() const { return !panel.isRunning(); }
+    QStringList log() const { return textsIn(*panel.log()).split('\n'); }
+    QString stage() const { return labelsIn(panel); }
     bool says(const QString& text) const { return stage().contains(text); }
-
-    QString stage() const
-    {
-        QStringList texts;
-        for (const QLabel* label : panel.findChildren<QLabel*>())
-            texts += label->text();
-        return texts.join('\n');
-    }
+    void finish() { QTRY_VERIFY_WITH_TIMEOUT(!panel.isRunning(), kPatience); }
 };
 
 void TestEditorBuild::generates()
@@ -85,12 +71,12 @@ void TestEditorBuild::generates()
     run.enter("Module:", "unsaved");
     run.keys("F7");
     QVERIFY(run.panel.isRunning());
-    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    run.finish();
     QVERIFY2(run.says("Done"), qPrintable(run.stage()));
     QVERIFY(QFile::exists(m_folder.path("generated/qx_oxa_top.v")));
     QVERIFY(run.window.isWindowModified());
     run.press("Generate"); // into the same folder, without a question
-    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    run.finish();
     QVERIFY(run.says("Done"));
 }
 
@@ -124,7 +110,7 @@ void TestEditorBuild::needsAPartAndCores()
     run.panel.setWorkDir(m_folder.path("empty"));
     run.press("Remove the core");
     run.press("Generate");
-    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    run.finish();
     QVERIFY(run.says("Nothing was generated"));
 }
 
@@ -145,10 +131,8 @@ void TestEditorBuild::namesThatWouldBeCode()
     QVERIFY(!QFile::exists(m_folder.path("hostile")));
     // What does not show is shown, where a name is not edited.
     QStringList texts;
-    for (const QListWidget* list : run.window.findChildren<QListWidget*>()) {
-        for (int i = 0; i < list->count(); ++i)
-            texts += list->item(i)->text();
-    }
+    for (const QListWidget* list : run.window.findChildren<QListWidget*>())
+        texts += textsIn(*list);
     QVERIFY(!texts.filter("m\\u202e").isEmpty());
     QVERIFY(texts.filter(QChar(0x202e)).isEmpty());
 }
@@ -173,12 +157,12 @@ void TestEditorBuild::synthesisIsStopped()
     Run run(m_folder, "stopped");
     run.keys("F8");
     auto* progress = run.panel.findChild<QProgressBar*>();
-    QTRY_VERIFY_WITH_TIMEOUT(progress->value() > 0 || run.finished(), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(progress->value() > 0 || !run.panel.isRunning(), kPatience);
     QVERIFY(run.panel.isRunning());
     run.enter("Module:", "usable"); // meanwhile
     QCOMPARE(run.core().moduleName, QString("usable"));
     run.press("Stop");
-    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    run.finish();
     QVERIFY2(run.says("Stopped"), qPrintable(run.stage()));
     QVERIFY(!QFile::exists(m_folder.path("stopped/qx_oxa_netlist.v")));
 }
@@ -191,7 +175,7 @@ void TestEditorBuild::failuresLeadToTheirFile()
         "echo '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
             + ":3: ERROR: syntax error'\nexit 1\n");
     run.keys("F8");
-    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    run.finish();
     QVERIFY2(run.says("Failed"), qPrintable(run.stage()));
     int row = -1;
     const QStringList log = run.log();
@@ -215,7 +199,7 @@ void TestEditorBuild::netlistThatDoesNotFit()
         "{ echo 'module qx_oxa;'; for i in $(seq 9999); do printf '  QX_LUT4 l (\\n  );\\n'; done;"
         " echo endmodule; } >netlist.v\n");
     run.keys("F8");
-    QTRY_VERIFY_WITH_TIMEOUT(run.finished(), kPatience);
+    run.finish();
     QVERIFY2(run.says("does not fit"), qPrintable(run.stage()));
     QVERIFY(run.log().value(0).startsWith("the netlist takes 9999 look-up tables, QX1N-9LV"));
 }

@@ -1,19 +1,16 @@
+#include "window_driver.h"
+
 #include "oxa-editor/wave/quantity.h"
 #include "oxa-editor/wave/wave_canvas.h"
 #include "oxa-editor/wave/wave_events.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxacapture/sample_text.h"
-#include "support/files.h"
-#include "support/patience.h"
 #include "support/rows.h"
 #include "support/signals.h"
 
-#include <QApplication>
 #include <QClipboard>
-#include <QLabel>
 #include <QLineEdit>
-#include <QTemporaryDir>
 #include <QTreeView>
 #include <QWheelEvent>
 
@@ -81,13 +78,7 @@ struct Shown {
         view.canvas()->setFocus();
     }
 
-    QString state() const
-    {
-        QStringList texts;
-        for (const QLabel* label : view.findChildren<QLabel*>())
-            texts += label->text();
-        return texts.join('\n');
-    }
+    QString state() const { return labelsIn(view); }
 
     /// The names and values that are in sight, "data=0 go=1".
     QString rows() const

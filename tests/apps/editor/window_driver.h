@@ -46,6 +46,22 @@ private:
     QTemporaryDir m_folder;
 };
 
+inline QString textsIn(const QListWidget& list)
+{
+    QStringList texts;
+    for (int i = 0; i < list.count(); ++i)
+        texts += list.item(i)->text();
+    return texts.join('\n');
+}
+
+inline QString labelsIn(const QWidget& widget)
+{
+    QStringList texts;
+    for (const QLabel* label : widget.findChildren<QLabel*>())
+        texts += label->text();
+    return texts.join('\n');
+}
+
 /// A shown window, and what a person does with it.
 class WindowDriver {
 public:
@@ -164,21 +180,8 @@ template <typename Panel> struct PanelDriver : WindowDriver {
 
     Panel& panel = *window.findChild<Panel*>();
 
-    QString problems() const
-    {
-        QStringList texts;
-        for (int i = 0; i < panel.problems()->count(); ++i)
-            texts += panel.problems()->item(i)->text();
-        return texts.join('\n');
-    }
-
-    QString state() const
-    {
-        QStringList texts;
-        for (const QLabel* label : panel.template findChildren<QLabel*>())
-            texts += label->text();
-        return texts.join('\n');
-    }
+    QString problems() const { return textsIn(*panel.problems()); }
+    QString state() const { return labelsIn(panel); }
 };
 
 #endif
