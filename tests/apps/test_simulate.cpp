@@ -3,6 +3,7 @@
 #include "support/files.h"
 #include "support/oxa_program.h"
 #include "support/processes.h"
+#include "support/signals.h"
 #include "support/waveforms.h"
 
 #include <dev/device_db.h>
@@ -27,31 +28,10 @@ constexpr int kSilence = 11; // s, longer than targets are given that may be gon
 const QStringList kNames {"a", "b[1]", "b[0]"};
 const QStringList kSamples {"000", "x01", "110", "011", "100", "001"};
 
-OXA::SignalItem item(const QString& name, const QStringList& bits = {})
-{
-    OXA::SignalItem result;
-    result.name = name;
-    for (const QString& bit : bits)
-        result.subItems += item(bit);
-    return result;
-}
-
 // Windows of three samples around b == `value`.
 std::unique_ptr<OXA::AoCore> core(int index, const QString& value)
 {
-    auto core = std::make_unique<OXA::AoCore>(index);
-    core->sampleClock = "clk";
-    core->signalList = {item("a"), item("b", {"b[1]", "b[0]"})};
-    core->captureSignals = core->signalList;
-    core->triggers[0]->signalList = {item("b", {"b[1]", "b[0]"})};
-    core->matchUnits[0]->enabled = true;
-    core->matchUnits[0]->value0 = value;
-    core->matchUnits[0]->trigger = core->triggers[0];
-    core->expressions = QStringList {"M0"};
-    core->storageDepth = 16;
-    core->captureAmount = 3;
-    core->triggerPos = 1;
-    return core;
+    return coreOf(index, {signalOf("a"), busOf("b", 2)}, busOf("b", 2), value, 3, 1);
 }
 
 QString partOf(const QString& device)
@@ -177,7 +157,7 @@ void TestSimulate::lite()
     OXA::AOCore_Lite lite;
     lite.sampleClock = "top/clk";
     lite.captureAmount = 4;
-    lite.signalList = {item("b", {"b[1]", "b[0]"})};
+    lite.signalList = {signalOf("b", {"b[1]", "b[0]"})};
     OXA::writeOXAConfigToXml_Lite({&lite, &lite}, path("c.oxa"));
     const QStringList call = m_call + QStringList {path("wave.vcd")};
     QCOMPARE(oxa(call).out, QString("core 0, window 0: 4 samples from 0 on\n"));
@@ -212,10 +192,10 @@ void TestSimulate::verilogCapturesAsTheModel()
     first.sampleClock = "clk";
     first.captureAmount = 9; // more than there is
     for (const QString& name : data)
-        first.signalList += item(name);
+        first.signalList += signalOf(name);
     standard->signalList = first.signalList;
     OXA::AOCore_Lite second = first; // only its signals become hardware
-    second.signalList += item("b[1]");
+    second.signalList += signalOf("b[1]");
     if (lite)
         OXA::writeOXAConfigToXml_Lite({&first, &second}, path("c.oxa"));
     else

@@ -4,6 +4,7 @@
 #include "oxacapture/sample_text.h"
 #include "support/files.h"
 #include "support/patience.h"
+#include "support/signals.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -19,22 +20,13 @@ constexpr int kManySamples = 20000; // more than are written at once
 constexpr int kMostSamples = 1 << 20;
 constexpr int kMostBits = 1 << 15;
 
-OXA::SignalItem item(const QString& name, const QStringList& bits = {})
-{
-    OXA::SignalItem result;
-    result.name = name;
-    for (const QString& bit : bits)
-        result.subItems += item(bit);
-    return result;
-}
-
 // Core 3 takes two windows of a bus and a signal of its own, core 7 has no triggers.
 Capture twoCores()
 {
     const SampleTable first = samplesOf({"100 011 1x0 000 111"});
     CapturedCore core3;
     core3.index = 3;
-    core3.items = {item("count", {"count[1]", "count[0]"}), item("a,b")};
+    core3.items = {signalOf("count", {"count[1]", "count[0]"}), signalOf("a,b")};
     core3.windows = cutWindows(
         {
             {0, 2, 1},
@@ -43,7 +35,7 @@ Capture twoCores()
         first);
     CapturedCore core7;
     core7.index = 7;
-    core7.items = {item("trigger"), item("a,b"), item("a,b")};
+    core7.items = {signalOf("trigger"), signalOf("a,b"), signalOf("a,b")};
     core7.windows = cutWindows(
         {
             {0, 4, kNoSample}
@@ -57,7 +49,7 @@ CapturedCore wideCore(qint64 samples, int width)
 {
     CapturedCore core;
     for (int bit = 0; bit < width; ++bit)
-        core.items += item(QString("d%1").arg(bit));
+        core.items += signalOf(QString("d%1").arg(bit));
     SampleTable table(SampleLayout({width}));
     std::vector<quint64> row(size_t(table.layout().rowWords()));
     for (qint64 sample = 0; sample < samples; ++sample) {
@@ -114,11 +106,11 @@ void TestCaptureFiles::csv()
                    "7,0,2,0,,,x,0\n"
                    "7,0,3,0,,,0,0\n"));
     CapturedCore idle;
-    idle.items = {item("d")};
+    idle.items = {signalOf("d")};
     QCOMPARE(written("idle.CSV", {idle}), QByteArray("core,window,sample,trigger,d\n"));
     // To a spreadsheet these are formulas, or become some.
-    idle.items = {item("=1+1"), item("-a"), item("+"), item("@x"), item("\t=y"), item("'z"),
-        item("a;=\"b\""), item("c=-d")};
+    idle.items = {signalOf("=1+1"), signalOf("-a"), signalOf("+"), signalOf("@x"), signalOf("\t=y"),
+        signalOf("'z"), signalOf("a;=\"b\""), signalOf("c=-d")};
     QCOMPARE(written("formulas.csv", {idle}),
         QByteArray("core,window,sample,trigger,\"'=1+1\",\"'-a\",\"'+\",\"'@x\",\"'\t'=y\",\"''z\","
                    "\"a;'=\"\"b\"\"\",c=-d\n"));
