@@ -88,8 +88,8 @@ void findBlanks(const Expression& expression, Findings& findings)
     const bool blanks = std::any_of(expression.tokens.begin(), expression.tokens.end(),
         [](const Token& token) { return token.kind == Token::Blank; });
     if (expression.dynamic() && blanks)
-        findings.add(
-            expression.place(), QString("\"%1\" is dynamic and contains spaces").arg(expression.text));
+        findings.add(expression.place(),
+            QString("\"%1\" is dynamic and contains spaces").arg(expression.text));
 }
 
 void findUnknownUnits(const Expression& expression, Findings& findings)
