@@ -89,8 +89,6 @@ struct SignalFinder::Request {
         hasIndex = splitIndex(whole, base, index);
         if (!hasIndex)
             base = whole;
-        if (!base.empty() && base.front() == '.')
-            base.erase(0, 1);
     }
 
     std::string whole;
@@ -143,7 +141,7 @@ bool SignalFinder::endsWith(int variable, std::string_view end, bool& whole) con
 }
 
 // The variables that the request may mean: those of its full name, or else those that end in it.
-std::vector<int> SignalFinder::candidates(const Request& request) const
+std::vector<int> SignalFinder::candidates(Request& request) const
 {
     std::vector<int> found;
     const auto collect = [&](const auto& range, bool onlyWhole) {
@@ -157,6 +155,10 @@ std::vector<int> SignalFinder::candidates(const Request& request) const
         }
     };
     collect(m_byHash.equal_range(hashOf(request.base, 0)), true);
+    if (found.empty() && !request.base.empty() && request.base.front() == '.') {
+        request.base.erase(0, 1);
+        collect(m_byHash.equal_range(hashOf(request.base, 0)), true);
+    }
     if (found.empty())
         collect(m_byLeaf.equal_range(leafOf(request.base)), false);
     std::sort(found.begin(), found.end());

@@ -31,7 +31,7 @@ public:
 
 private:
     struct Request;
-    std::vector<int> candidates(const Request& request) const;
+    std::vector<int> candidates(Request& request) const;
     QString whyMissing(const Request& request, bool nearby) const;
     QStringList nearestNames(const std::string& leaf) const;
     bool endsWith(int variable, std::string_view end, bool& whole) const;
