@@ -8,6 +8,7 @@
 #include "work_dir.h"
 
 #include "oxacapture/target/capture_run.h"
+#include "oxautils/config/parse_once.h"
 
 namespace {
 
@@ -113,6 +114,7 @@ void checkPowerUp(const Plan& plan, Messages& messages)
 
 bool prepare(const Options& options, Plan& plan, TextOut& err)
 {
+    const OXA::ParseOnce once;
     if (!readConfiguration(options.file, plan.built, err)
         || !mayWrite(options.output,
             {

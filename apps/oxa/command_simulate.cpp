@@ -11,6 +11,7 @@
 #include "files/empty_directory.h"
 #include "oxacapture/files/capture_result.h"
 #include "oxacapture/simulator/simulation.h"
+#include "oxautils/config/parse_once.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
 #include "oxautils/generate/work_dir.h"
@@ -174,6 +175,7 @@ bool hasCores(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 
 int run(const Options& options, Io& io)
 {
+    const OXA::ParseOnce once;
     OXA::Configuration configuration;
     OXA::OxaArg arg;
     std::vector<CorePlan> cores;
