@@ -2,6 +2,7 @@
 
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/standard_config.h"
+#include "support/signals.h"
 
 #include <cmath>
 #include <memory>
@@ -41,17 +42,6 @@ public:
 private:
     std::mt19937 m_engine;
 };
-
-QList<OXA::SignalItem> signalsOf(const QString& prefix, int count)
-{
-    QList<OXA::SignalItem> items;
-    for (int i = 0; i < count; ++i) {
-        OXA::SignalItem item;
-        item.name = QString("%1[%2]").arg(prefix).arg(i);
-        items += item;
-    }
-    return items;
-}
 
 /// Ports of signals of their own, or of some that the core captures.
 void addPorts(Random& random, OXA::AoCore& core)

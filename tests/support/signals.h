@@ -15,6 +15,15 @@ inline OXA::SignalItem signalOf(const QString& name, const QStringList& bits = {
     return item;
 }
 
+/// The signals `prefix`[0] to `prefix`[count - 1].
+inline QList<OXA::SignalItem> signalsOf(const QString& prefix, int count)
+{
+    QList<OXA::SignalItem> items;
+    for (int i = 0; i < count; ++i)
+        items += signalOf(QString("%1[%2]").arg(prefix).arg(i));
+    return items;
+}
+
 /// The bus `name` of `name`[width - 1] to `name`[0].
 inline OXA::SignalItem busOf(const QString& name, int width)
 {

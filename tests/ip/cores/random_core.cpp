@@ -1,22 +1,13 @@
 #include "random_core.h"
 
+#include "support/signals.h"
+
 #include <QStringList>
 
 namespace {
 
 constexpr int kPortWidths[] = {1, 1, 2, 2, 3, 4, 8, 31, 32, 33, 63, 64, 65};
 constexpr int kDepths[] = {16, 32, 48, 64, 100, 128};
-
-QList<OXA::SignalItem> signalsOf(const QString& prefix, int count)
-{
-    QList<OXA::SignalItem> items;
-    for (int i = 0; i < count; ++i) {
-        OXA::SignalItem item;
-        item.name = QString("%1[%2]").arg(prefix).arg(i);
-        items += item;
-    }
-    return items;
-}
 
 QString randomValue(Random& random, int width, bool ordered, bool edges)
 {
