@@ -1,7 +1,9 @@
 #include "oxacapture/target/analyzer_client.h"
 
-#include "oxacapture/target/crc32.h"
 #include "oxacapture/target/settings_register.h"
+
+#include "oxautils/encoding/crc32.h"
+#include "oxautils/model/limits.h"
 
 namespace OXA_CAPTURE {
 
@@ -24,7 +26,6 @@ enum Register {
 constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "check", "memory",
     "windows", "samples", "names", "command", "settings", "tables"};
 
-constexpr int kMostCores = 16;
 constexpr int kCrcBits = 32;
 constexpr int kCommandBits = 6;
 constexpr int kMostDelay = 24; // bits from a question to its answer, other devices included
@@ -48,9 +49,9 @@ quint64 guardOf(int address)
 }
 
 // A sum that begins with the address.
-Crc32 crcAt(int core, int reg)
+OXA::Crc32 crcAt(int core, int reg)
 {
-    Crc32 crc;
+    OXA::Crc32 crc;
     crc.add(quint64(addressOf(core, reg)), kAddressBits);
     return crc;
 }
@@ -122,7 +123,7 @@ bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answe
     if (begin + bits + kCrcBits > in.size())
         return true; // silence, or a stray bit
     data = {};
-    Crc32 crc = crcAt(core, reg);
+    OXA::Crc32 crc = crcAt(core, reg);
     for (int bit = begin; bit < begin + bits; ++bit) {
         data.append(in.at(bit));
         crc.add(in.at(bit));
@@ -150,8 +151,9 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
 {
     BitString out = dataScan();
     out.append(data);
-    Crc32 crc = crcAt(core, reg);
-    crc.add(data);
+    OXA::Crc32 crc = crcAt(core, reg);
+    for (int bit = 0; bit < data.size(); ++bit)
+        crc.add(data.at(bit));
     for (int attempt = 0; attempt < kWriteAttempts; ++attempt) {
         BitString in;
         if ((attempt > 0 && !select(core)) || !scan(core, reg, out, in))
@@ -199,7 +201,7 @@ bool AnalyzerClient::readIdentity(int core, CoreIdentity& identity)
 bool AnalyzerClient::discover(std::vector<CoreIdentity>& cores)
 {
     cores.clear();
-    for (int core = 0; core < kMostCores; ++core) {
+    for (int core = 0; core < OXA::kMostCores; ++core) {
         bool present = false;
         CoreIdentity identity;
         if (!probe(core, present) || (present && !readIdentity(core, identity)))

@@ -4,6 +4,8 @@
 
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/standard_files.h"
+#include "oxautils/model/limits.h"
+
 #include <dev/device_db.h>
 
 #include <QSet>
@@ -12,8 +14,6 @@
 namespace OXA_CAPTURE {
 
 namespace {
-
-constexpr int kShadow = 2; // the code of shadow SRAM
 
 OXA::OxaArg argOf(const QString& configFile, const DEV::ChipInfo& chip)
 {
@@ -40,7 +40,7 @@ bool fingerprintsOf(OXA::OxaArg arg, const QList<OXA::AoCore*>& cores,
 std::unique_ptr<OXA::AoCore> deviceProbeCore()
 {
     auto core = std::make_unique<OXA::AoCore>(0);
-    core->implementation = kShadow;
+    core->implementation = OXA::ShadowSram;
     OXA::SignalItem signal;
     signal.name = "s";
     core->signalList = {signal};

@@ -1,5 +1,7 @@
 #include "oxacapture/target/core_identity.h"
 
+#include "oxautils/model/limits.h"
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -171,7 +173,8 @@ QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core)
     compareCapture(identity, core, "a Standard core", core.storageDepth, comparison);
     comparison.number(identity.expressions, core.expressions.size(), "expressions");
     comparison.text(identity.dynamic ? "dynamic expressions" : "static expressions",
-        core.expressionType == 1 ? "dynamic expressions" : "static expressions");
+        core.expressionType == OXA::DynamicExpressions ? "dynamic expressions"
+                                                       : "static expressions");
     comparePorts(identity, core, comparison);
     compareUnits(identity, core, comparison);
     return comparison.texts;

@@ -1,5 +1,7 @@
 #include "oxacapture/target/core_status.h"
 
+#include "oxautils/model/limits.h"
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -7,13 +9,12 @@ namespace {
 constexpr int kLiteBits = 96;
 constexpr int kHeadBits = 160;
 constexpr int kMatchBits = 8;
-constexpr int kMostLevels = 16;
 
 // Which of the bits from `from` on is set.
 int levelAt(const BitString& bits, int from)
 {
     int found = 0;
-    for (int level = 0; level < kMostLevels; ++level) {
+    for (int level = 0; level < OXA::kMostExpressions; ++level) {
         if (bits.at(from + level))
             found = level;
     }

@@ -1,8 +1,8 @@
 #include "oxacapture/target/fingerprint.h"
 
-#include "oxacapture/target/crc32.h"
 #include "oxacapture/trigger/trigger_table.h"
 
+#include "oxautils/encoding/crc32.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/model/limits.h"
 
@@ -115,16 +115,16 @@ const Value* find(const std::vector<Value>& values, const QString& name)
     return nullptr;
 }
 
-void addWord(Crc32& crc, quint32 word) { crc.add(word, 32); }
+void addWord(OXA::Crc32& crc, quint32 word) { crc.add(word, 32); }
 
 // The lowest `width` bits in whole words.
-void addBits(Crc32& crc, const Value* value, int width)
+void addBits(OXA::Crc32& crc, const Value* value, int width)
 {
     for (int bit = 0; bit < (width + 31) / 32 * 32; ++bit)
         crc.add(value && bit < width && value->bit(bit));
 }
 
-void addWord(Crc32& crc, const std::vector<Value>& values, const QString& name)
+void addWord(OXA::Crc32& crc, const std::vector<Value>& values, const QString& name)
 {
     addBits(crc, find(values, name), 32);
 }
@@ -138,7 +138,7 @@ int storageCode(const QSet<QString>& defines, const QString& prefix)
     return kNoDefine;
 }
 
-void addInitials(Crc32& crc, const Generated& generated, int width)
+void addInitials(OXA::Crc32& crc, const Generated& generated, int width)
 {
     for (const char* name :
         {"TRIG_LEVELS_INIT", "MAX_DATA_DEPTH_INIT", "DATA_DEPTH_INIT", "NUM_WINDOWS_INIT"})
@@ -162,7 +162,8 @@ quint32 outputsIn(quint32 row, const OXA::AoCore& core)
     return outputs;
 }
 
-bool addStaticTable(Crc32& crc, const OXA::AoCore& core, const QString& expression, QString& error)
+bool addStaticTable(
+    OXA::Crc32& crc, const OXA::AoCore& core, const QString& expression, QString& error)
 {
     TriggerTable table;
     if (!triggerTable(core, expression, table, error))
@@ -172,7 +173,7 @@ bool addStaticTable(Crc32& crc, const OXA::AoCore& core, const QString& expressi
     return true;
 }
 
-bool addTables(Crc32& crc, const Generated& generated, const OXA::AoCore& core, QString& error)
+bool addTables(OXA::Crc32& crc, const Generated& generated, const OXA::AoCore& core, QString& error)
 {
     const int rows = 1 << core.enabledMatchUnits().size();
     for (int e = 0; e < core.expressions.size(); ++e) {
@@ -184,7 +185,7 @@ bool addTables(Crc32& crc, const Generated& generated, const OXA::AoCore& core, 
     return true;
 }
 
-void addDefines(Crc32& crc, const QSet<QString>& defines, int index)
+void addDefines(OXA::Crc32& crc, const QSet<QString>& defines, int index)
 {
     const QString prefix = QString("CORE%1_DEF_").arg(index);
     quint32 ports = 0;
@@ -217,7 +218,7 @@ bool generatedFingerprint(const QString& workDir, int position, const OXA::AoCor
         || !readValues(generatedFile(workDir, position, OXA::AO_CAPTUREINIT_FILE_NAME),
             generated.initials, error))
         return false;
-    Crc32 crc;
+    OXA::Crc32 crc;
     addWord(crc, 1);
     for (const Value& value : generated.parameters)
         addBits(crc, &value, 32);
@@ -237,7 +238,7 @@ bool generatedLiteFingerprint(const QString& workDir, quint32& fingerprint, QStr
         || !readValues(
             generatedFile(workDir, 0, OXA::AO_PARAMETER_FILE_NAME), generated.parameters, error))
         return false;
-    Crc32 crc;
+    OXA::Crc32 crc;
     addWord(crc, 0);
     for (const char* name :
         {"TRIG_TYPE", "STORAGE_DEPTH", "DATA_OUT_SHIFT_WIDTH", "MEM_DATA_WIDTH", "SIG_PORT_WIDTH"})

@@ -1,5 +1,6 @@
 #include "oxautils/generate/name_sums.h"
 
+#include "oxautils/encoding/crc32.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/verilog_file.h"
 #include "oxautils/model/ao_core.h"
@@ -9,27 +10,18 @@ namespace OXA {
 
 namespace {
 
-quint32 addByte(quint32 crc, uchar byte)
-{
-    constexpr quint32 kPolynomial = 0xedb88320; // as in zip files
-    crc ^= byte;
-    for (int bit = 0; bit < 8; ++bit)
-        crc = (crc >> 1) ^ (crc & 1 ? kPolynomial : 0);
-    return crc;
-}
-
 // Each name with its length in front, so that no two lists are the same bytes.
 quint32 sumOf(const QStringList& names)
 {
-    quint32 crc = ~quint32(0);
+    constexpr int kByte = 8; // bits
+    Crc32 crc;
     for (const QString& name : names) {
         const QByteArray bytes = name.toUtf8();
-        for (int shift = 0; shift < 32; shift += 8)
-            crc = addByte(crc, uchar(quint32(bytes.size()) >> shift));
+        crc.add(quint64(bytes.size()), 32);
         for (const char byte : bytes)
-            crc = addByte(crc, uchar(byte));
+            crc.add(uchar(byte), kByte);
     }
-    return ~crc;
+    return crc.sum();
 }
 
 }

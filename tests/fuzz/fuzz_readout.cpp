@@ -3,8 +3,8 @@
 #include "fuzz_support.h"
 
 #include "oxacapture/target/analyzer_client.h"
-#include "oxacapture/target/crc32.h"
 #include "oxacapture/target/window_decoder.h"
+#include "oxautils/encoding/crc32.h"
 
 #include <QtEndian>
 
@@ -49,7 +49,7 @@ private:
     {
         const bool isThere = m_address >> 4 == 0;
         BitString in(isThere ? 0b100 : 0, 3);
-        Crc32 crc;
+        OXA::Crc32 crc;
         crc.add(quint64(m_address), 8);
         for (int i = 0; i < bits; ++i) {
             in.append(isThere && bit(i));

@@ -1,9 +1,9 @@
-#ifndef OXACAPTURE_TARGET_CRC32_H
-#define OXACAPTURE_TARGET_CRC32_H
+#ifndef OXAUTILS_ENCODING_CRC32_H
+#define OXAUTILS_ENCODING_CRC32_H
 
-#include "oxacapture/target/bit_string.h"
+#include <QtGlobal>
 
-namespace OXA_CAPTURE {
+namespace OXA {
 
 /// CRC-32 as in zip files and Ethernet, one bit at a time.
 class Crc32 {
@@ -15,12 +15,6 @@ public:
     {
         for (int bit = 0; bit < width; ++bit)
             add(bool(value >> bit & 1));
-    }
-
-    void add(const BitString& bits)
-    {
-        for (int bit = 0; bit < bits.size(); ++bit)
-            add(bits.at(bit));
     }
 
     quint32 sum() const { return ~m_sum; }
