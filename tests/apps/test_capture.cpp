@@ -322,7 +322,7 @@ void TestCapture::progressOnATerminal()
     const QString call
         = (QStringList {"capture", path("c.oxa"), "--unit", "M0=1111111111"} + options).join(' ');
     Terminal terminal;
-    terminal.run(QString("stty cols %1; %2 %3").arg(columns, OXA_PROGRAM, call));
+    terminal.run(OXA_PROGRAM " " + call, QString("stty cols %1; ").arg(columns));
     QVERIFY2(terminal.says(shown), terminal.said());
     terminal.interrupt();
     QVERIFY(finished(terminal));

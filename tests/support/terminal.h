@@ -22,8 +22,13 @@ public:
         return ok;
     }
 
-    /// Runs a shell's command.
-    void run(const QString& command) { start("script", {"-qefc", command, "/dev/null"}); }
+    /// Runs a shell's command, which takes the shell's place: a shell that stays gets Ctrl-C, too,
+    /// and ends with a status of its own. `before` is for the shell itself.
+    void run(const QString& command, const QString& before = QString())
+    {
+        const QString line = before + "exec " + command;
+        start("env", {"SHELL=/bin/sh", "script", "-qefc", line, "/dev/null"});
+    }
 
     /// Presses Ctrl-C.
     void interrupt()
