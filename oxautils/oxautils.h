@@ -16,6 +16,7 @@
 #include "oxautils/config/xml_names.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/trigger_expression.h"
+#include "oxautils/encoding/unit_text.h"
 #include "oxautils/generate/build_run.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/lite_files.h"

@@ -1,0 +1,386 @@
+#include "oxautils/encoding/unit_text.h"
+
+#include "oxautils/model/ao_core.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <climits>
+
+namespace OXA {
+
+namespace {
+
+constexpr char kDigits[] = "01XRFBN";
+constexpr char kEdges[] = "RFBN";
+constexpr int kWidestBinary = 8; // digits of a number that is still shown in binary
+
+struct Comparison {
+    const char* text;
+    const char* pattern;
+    MatchFunc func;
+    const char* value; // that the text stands for, of a port of one signal; null: values follow
+};
+
+// In the order in which they are tried.
+constexpr Comparison kComparisons[] = {
+    {"==",      "==",           MatchEqual,        nullptr},
+    {"!=",      "!=",           MatchNotEqual,     nullptr},
+    {">=",      ">=",           MatchGreaterEqual, nullptr},
+    {"<=",      "<=",           MatchLessEqual,    nullptr},
+    {">",       ">",            MatchGreater,      nullptr},
+    {"<",       "<",            MatchLess,         nullptr},
+    {"in",      "in\\b",        MatchInRange,      nullptr},
+    {"not in",  "not\\s+in\\b", MatchNotInRange,   nullptr},
+    {"rises",   "rises\\b",     MatchEqual,        "R"    },
+    {"falls",   "falls\\b",     MatchEqual,        "F"    },
+    {"changes", "changes\\b",   MatchEqual,        "B"    },
+};
+
+bool isMadeOf(const QString& text, const char* characters)
+{
+    const QLatin1String allowed(characters);
+    return std::all_of(text.begin(), text.end(), [&](QChar c) { return allowed.contains(c); });
+}
+
+bool holdsAnyOf(const QString& text, const char* characters)
+{
+    const QLatin1String wanted(characters);
+    return std::any_of(text.begin(), text.end(), [&](QChar c) { return wanted.contains(c); });
+}
+
+/// The digits of `number` in base 2 as those in base 16, filled with 0 in front.
+QString hexDigits(const QString& number)
+{
+    const QString padded = number.rightJustified((number.size() + 3) / 4 * 4, '0');
+    QString digits;
+    for (int at = 0; at < padded.size(); at += 4)
+        digits += QString::number(padded.mid(at, 4).toInt(nullptr, 2), 16);
+    return digits;
+}
+
+/// The bits of hexadecimal `digits`, an X as four of them.
+QString bitsOfHex(const QString& digits)
+{
+    QString bits;
+    for (const QChar c : digits)
+        bits += c.toUpper() == 'X'
+            ? QString("XXXX")
+            : QString::number(QString(c).toInt(nullptr, 16), 2).rightJustified(4, '0');
+    return bits;
+}
+
+int widthOf(const TriggerPort* port) { return port ? port->singleSignals().size() : 0; }
+
+QString valueText(const QString& value, int width)
+{
+    if (width == 0 || value.size() != width || !isMadeOf(value, kDigits))
+        return '"' + value + '"';
+    return width > kWidestBinary && isMadeOf(value, "01") ? "0x" + hexDigits(value) : value;
+}
+
+QString comparisonText(const MatchUnit& unit)
+{
+    const int width = widthOf(unit.trigger);
+    for (const Comparison& comparison : kComparisons) {
+        if (comparison.value && unit.matchFunc == comparison.func && width == 1
+            && unit.value0 == comparison.value)
+            return comparison.text;
+    }
+    for (const Comparison& comparison : kComparisons) {
+        if (unit.matchFunc != comparison.func)
+            continue;
+        const QString text = QString(comparison.text) + ' ' + valueText(unit.value0, width);
+        return isRangeFunction(unit.matchFunc) ? text + ".." + valueText(unit.value1, width) : text;
+    }
+    return QString("function %1").arg(unit.matchFunc);
+}
+
+QString counterText(const MatchUnit& unit)
+{
+    if (!unit.counterEnable)
+        return {};
+    return QString(", %1 times%2 (counter of %3 bits)")
+        .arg(QString::number(unit.counter), unit.continuous ? " in a row" : "",
+            QString::number(unit.counterWidth));
+}
+
+QStringList typeNames()
+{
+    QStringList names;
+    for (int type = MatchBasic; type <= MatchRangeEdges; ++type)
+        names += type2string(MatchType(type));
+    return names;
+}
+
+/// The first type that has the function and the edges that `unit` compares with.
+MatchType sufficientType(const MatchUnit& unit)
+{
+    const bool edges = holdsAnyOf(unit.value0 + unit.value1, kEdges);
+    int type = MatchBasic;
+    while (type < MatchRangeEdges
+        && (!optionalFunctions(MatchType(type)).contains(unit.matchFunc)
+            || (edges && !matchTypeHasEdges(MatchType(type)))))
+        ++type;
+    return MatchType(type);
+}
+
+int sufficientWidth(int counter)
+{
+    int width = 1;
+    while (qint64(1) << width < counter)
+        ++width;
+    return width;
+}
+
+/// Reads a text from its beginning to its end.
+class UnitReader {
+public:
+    UnitReader(const QString& text, const MatchUnit& unit, const ValueNames& names)
+        : m_text(text)
+        , m_names(names)
+        , m_old(unit)
+    {
+        m_unit.core = unit.core;
+        m_unit.index = unit.index;
+    }
+
+    bool read();
+
+    const MatchUnit& unit() const { return m_unit; }
+    const QString& error() const { return m_error; }
+
+private:
+    bool take(const char* pattern);
+    bool fail(const QString& expected) { return failAt(m_at, expected); }
+    bool failAt(int place, const QString& expected);
+    bool readSwitch();
+    bool readType();
+    bool readPort();
+    bool readComparison();
+    bool readValues(const Comparison& comparison);
+    bool readValue(QString& value);
+    bool bitsOf(const QString& word, QString& bits);
+    bool readCounter();
+
+    QString taken(int group = 1) const { return m_match.captured(group); }
+
+    const QString& m_text;
+    const ValueNames& m_names;
+    const MatchUnit& m_old;
+    MatchUnit m_unit;
+    int m_at = 0;
+    int m_typed = -1; ///< the type that the text names
+    QRegularExpressionMatch m_match; ///< of what was taken last
+    QString m_error;
+};
+
+/// Takes what `pattern` finds at the place, and the blanks behind it.
+bool UnitReader::take(const char* pattern)
+{
+    const QRegularExpression expression(QString("(?:%1)\\s*").arg(pattern));
+    m_match = expression.match(
+        m_text, m_at, QRegularExpression::NormalMatch, QRegularExpression::AnchoredMatchOption);
+    if (m_match.hasMatch())
+        m_at = m_match.capturedEnd();
+    return m_match.hasMatch();
+}
+
+bool UnitReader::failAt(int place, const QString& expected)
+{
+    const QString rest = m_text.mid(place);
+    m_error
+        = (rest.isEmpty() ? QString("at the end: ")
+                          : QString("character %1, \"%2\": ").arg(QString::number(place + 1), rest))
+        + expected;
+    return false;
+}
+
+bool UnitReader::read()
+{
+    take("");
+    if (readSwitch())
+        return true;
+    if (!readType() || !readPort() || !readComparison() || !readCounter())
+        return false;
+    m_unit.enabled = true;
+    m_unit.matchType = m_typed < 0 ? sufficientType(m_unit) : MatchType(m_typed);
+    if (unitText(m_unit) == unitText(m_old))
+        m_unit = m_old;
+    return true;
+}
+
+bool UnitReader::readSwitch()
+{
+    if (!take("(on|off)\\s*$"))
+        return false;
+    m_unit = m_old;
+    m_unit.enabled = taken() == "on";
+    return true;
+}
+
+bool UnitReader::readType()
+{
+    const int place = m_at;
+    if (!take("([A-Za-z/ ]+?)\\s*:"))
+        return true;
+    const QStringList names = typeNames();
+    for (int type = 0; type < names.size(); ++type) {
+        if (names.at(type).compare(taken(), Qt::CaseInsensitive) == 0)
+            m_typed = type;
+    }
+    return m_typed >= 0 || failAt(place, QString("the types are \"%1\"").arg(names.join("\", \"")));
+}
+
+bool UnitReader::readPort()
+{
+    if (take("nothing\\b"))
+        return true;
+    const int place = m_at;
+    if (take("T(\\d{1,2})\\b"))
+        m_unit.trigger = m_unit.core->getTrigger(taken().toInt());
+    return m_unit.trigger
+        || failAt(place, "write a trigger port, T0 to T15, and what it is compared with");
+}
+
+bool UnitReader::readComparison()
+{
+    QStringList texts;
+    const int place = m_at;
+    for (const Comparison& comparison : kComparisons) {
+        texts += comparison.text;
+        if (!take(comparison.pattern))
+            continue;
+        m_unit.matchFunc = comparison.func;
+        if (!comparison.value)
+            return readValues(comparison);
+        m_unit.value0 = comparison.value;
+        return widthOf(m_unit.trigger) == 1
+            || failAt(place,
+                QString("the port has %1 signals, \"%2\" is for one; write == and a digit for each "
+                        "signal, %3 for one that %2")
+                    .arg(QString::number(widthOf(m_unit.trigger)), comparison.text,
+                        comparison.value));
+    }
+    return fail("write one of " + texts.join(", "));
+}
+
+bool UnitReader::readValues(const Comparison& comparison)
+{
+    if (!readValue(m_unit.value0) || !isRangeFunction(comparison.func))
+        return m_error.isEmpty();
+    if (!take("\\.\\."))
+        return fail("write \"..\" and the range's upper bound, as in T0 in 3..7");
+    return readValue(m_unit.value1);
+}
+
+bool UnitReader::readValue(QString& value)
+{
+    const int place = m_at;
+    if (take("\"([^\"]*)\"")) {
+        value = taken();
+        return true;
+    }
+    if (!take("((?:(?!\\.\\.)[^\\s,\"])+)"))
+        return fail("write a value");
+    const QString word = taken();
+    const int width = widthOf(m_unit.trigger);
+    if (width == 0)
+        return failAt(place, "the port has no signals, so it has no values");
+    if (!bitsOf(word, value)) {
+        return failAt(place,
+            QString("write %1 digits 0, 1, X, R, F, B or N, one for each signal, most significant "
+                    "first; or a number: decimal, or with 0b or 0x in front")
+                .arg(width));
+    }
+    // What does not matter, or is 0, need not be there.
+    while (value.size() > width && (value.startsWith('0') || value.startsWith('X')))
+        value.remove(0, 1);
+    if (value.size() > width)
+        return failAt(place,
+            QString("it takes %1 bits, the port has %2 signals")
+                .arg(QString::number(value.size()), QString::number(width)));
+    value = value.rightJustified(width, '0');
+    return true;
+}
+
+/// What `word` stands for, in any number of bits.
+bool UnitReader::bitsOf(const QString& word, QString& bits)
+{
+    const bool fits = word.size() == widthOf(m_unit.trigger);
+    const QString capitals = word.toUpper();
+    bits = word;
+    if (fits && isMadeOf(word, kDigits))
+        return true;
+    bits = m_names ? m_names(*m_unit.trigger, word) : QString();
+    if (!bits.isEmpty())
+        return true;
+    bits = capitals.mid(2);
+    if (word.startsWith("0b"))
+        return !bits.isEmpty() && isMadeOf(bits, kDigits);
+    if (word.startsWith("0x")) {
+        const bool digits = !bits.isEmpty() && isMadeOf(bits, "0123456789ABCDEFX");
+        bits = digits ? bitsOfHex(bits) : bits;
+        return digits;
+    }
+    bits = capitals;
+    if (fits && isMadeOf(capitals, kDigits))
+        return true;
+    bool ok = isMadeOf(word, "0123456789") && (word.size() == 1 || !word.startsWith('0'));
+    if (ok)
+        bits = QString::number(word.toULongLong(&ok), 2);
+    return ok;
+}
+
+bool UnitReader::readCounter()
+{
+    const int place = m_at;
+    bool ok = true;
+    if (take(",\\s*(\\d+)\\s+times?\\b(\\s+in\\s+a\\s+row\\b)?")) {
+        m_unit.counterEnable = true;
+        m_unit.continuous = !taken(2).isEmpty();
+        m_unit.counter = taken().toInt(&ok);
+        m_unit.counterWidth = sufficientWidth(m_unit.counter);
+        if (ok && take("\\(\\s*counter\\s+of\\s+(\\d+)\\s+bits?\\s*\\)"))
+            m_unit.counterWidth = taken().toInt(&ok);
+    }
+    if (!ok)
+        return failAt(place, QString("write numbers up to %1").arg(INT_MAX));
+    return m_at == m_text.size()
+        || fail("write \", N times\", \", N times in a row\", with \"(counter of N bits)\" behind "
+                "it, or nothing");
+}
+
+}
+
+QString unitText(const MatchUnit& unit)
+{
+    if (!unit.enabled)
+        return "off";
+    const QString type = type2string(unit.matchType);
+    const QString port
+        = unit.trigger ? QString("T%1").arg(unit.trigger->index) : QString("nothing");
+    return QString("%1: %2 ").arg(
+               type.isEmpty() ? QString("type %1").arg(unit.matchType) : type, port)
+        + comparisonText(unit) + counterText(unit);
+}
+
+bool unitFromText(const QString& text, MatchUnit& unit, QString* error, const ValueNames& names)
+{
+    UnitReader reader(text, unit, names);
+    if (reader.read()) {
+        unit = reader.unit();
+        return true;
+    }
+    if (error)
+        *error = reader.error();
+    return false;
+}
+
+QString expressionFromText(const QString& text, bool dynamic)
+{
+    QString expression = text.trimmed().toUpper();
+    return dynamic ? expression.remove(' ').remove('\t') : expression;
+}
+
+}
