@@ -3,6 +3,8 @@
 #include "synthesis_request.h"
 #include "target_device.h"
 
+#include "engine/engine_words.h"
+
 #include <QFile>
 
 namespace NorvoSyn {
@@ -11,40 +13,11 @@ namespace {
 constexpr char kFlow[] = ":/norvosyn/flow/flow.tcl";
 constexpr char kTop[] = "qx_oxa"; // the generated wrapper's module
 
-/// `text` as one word of Tcl that stands for itself, in ASCII: what is neither letter nor digit is
-/// escaped.
-QByteArray tclWord(const QString& text)
-{
-    QByteArray word;
-    for (const QChar c : text) {
-        const ushort code = c.unicode();
-        if (code > 127)
-            word += "\\u" + QByteArray::number(code, 16).rightJustified(4, '0');
-        else if (c.isLetterOrNumber() || QStringLiteral("/_.-").contains(c))
-            word += char(code);
-        else
-            word += QByteArray("\\") + char(code);
-    }
-    return word;
-}
-
-/// The engine takes a file's name for a pattern; this one matches the name alone.
-QString withoutWildcards(const QString& path)
-{
-    QString pattern;
-    for (const QChar c : path) {
-        if (QStringLiteral("\\*?[").contains(c))
-            pattern += '\\';
-        pattern += c;
-    }
-    return pattern;
-}
-
 QByteArray setList(const char* name, const QStringList& items)
 {
     QByteArray text = QByteArray("set ") + name + " [list";
     for (const QString& item : items)
-        text += " \\\n    " + tclWord(item);
+        text += " \\\n    " + OXA_ENGINE::tclWord(item);
     return text + "]\n";
 }
 
@@ -59,7 +32,7 @@ QByteArray engineScript(const SynthesisRequest& request, const TargetDevice& tar
 {
     QStringList patterns;
     for (const QString& source : request.sources)
-        patterns << withoutWildcards(source);
+        patterns << OXA_ENGINE::withoutWildcards(source);
 
     QFile flow(kFlow);
     flow.open(QIODevice::ReadOnly);

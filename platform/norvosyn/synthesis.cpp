@@ -1,65 +1,16 @@
 #include "synthesis.h"
 
 #include "cell_usage.h"
-#include "engine_output.h"
-#include "engine_process.h"
 #include "engine_script.h"
 #include "netlist_file.h"
 #include "run_directory.h"
 #include "synthesis_request.h"
 #include "target_device.h"
 
-#include <algorithm>
+#include "engine/engine_run.h"
 
 namespace NorvoSyn {
 namespace {
-
-constexpr char kEngineVariable[] = "OXA_SYNTHESIS_ENGINE";
-constexpr char kDefaultEngine[] = "yosys";
-constexpr char kTimeoutVariable[] = "OXA_SYNTHESIS_TIMEOUT";
-constexpr int kDefaultTimeout = 3600; // seconds
-
-/// The limit of the environment, in seconds; 0 when it makes no sense.
-int timeLimit()
-{
-    const QString text = qEnvironmentVariable(kTimeoutVariable);
-    return text.isEmpty() ? kDefaultTimeout : std::max(0, text.toInt());
-}
-
-EngineCommand engineCommand(const RunDirectory& directory, int limit)
-{
-    const QString named = qEnvironmentVariable(kEngineVariable);
-    EngineCommand command;
-    command.program = named.isEmpty() ? QString(kDefaultEngine) : named;
-    command.arguments = QStringList {"-Q", "-T", "-c", directory.scriptFromPath()};
-    command.directory = directory.path();
-    command.environment = QProcessEnvironment::systemEnvironment();
-    // Relative, since the engine hands it to a shell without quoting; and messages in English.
-    command.environment.insert("TMPDIR", RunDirectory::temporaryName());
-    command.environment.insert("LC_ALL", "C");
-    // It keeps a history there of what was typed, even when nothing was.
-    command.environment.insert("HOME", directory.path() + '/' + RunDirectory::temporaryName());
-    command.timeLimit = limit;
-    return command;
-}
-
-/// What to say of an engine that did not end well.
-QStringList failureMessages(const EngineResult& result, EngineOutput& output)
-{
-    QStringList messages = output.finish();
-    if (result.end == EngineEnd::Failed && output.hasError())
-        return messages;
-    QString problem = result.problem;
-    if (result.end == EngineEnd::NotStarted)
-        problem += QString("; install it, or name another with %1").arg(kEngineVariable);
-    if (result.end == EngineEnd::TimedOut)
-        problem += QString(" (%1 sets the limit)").arg(kTimeoutVariable);
-    messages << problem;
-    if (result.end == EngineEnd::Failed || result.end == EngineEnd::Crashed)
-        for (const QString& line : output.tail())
-            messages << "engine: " + line;
-    return messages;
-}
 
 /// The steps of one run, in order; each says what went wrong in `messages`.
 class Synthesis {
@@ -96,18 +47,15 @@ private:
 
     bool runFlow()
     {
-        const int limit = timeLimit();
-        if (limit == 0)
-            return fail(QString("%1 is not a number of seconds").arg(kTimeoutVariable));
-        EngineOutput output(m_directory.logFile(), m_hooks.progress);
-        const EngineResult result = runEngine(engineCommand(m_directory, limit), m_hooks.stopAsked,
-            [&](const QByteArray& line) { output.take(line); });
-        if (result.end == EngineEnd::Done) {
-            m_messages << output.finish();
-            return true;
-        }
-        m_messages << failureMessages(result, output);
-        return false;
+        OXA_ENGINE::EngineRun run;
+        run.directory = m_directory.path();
+        run.script = m_directory.scriptFromPath();
+        // Relative, since the engine hands it to a shell without quoting.
+        run.temporary = RunDirectory::temporaryName();
+        run.logFile = m_directory.logFile();
+        run.stopAsked = m_hooks.stopAsked;
+        run.progress = m_hooks.progress;
+        return OXA_ENGINE::runScript(run, m_messages);
     }
 
     bool fits()

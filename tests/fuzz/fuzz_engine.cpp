@@ -1,7 +1,7 @@
 // Whatever a synthesis engine prints. A line that begins with '%' and a letter comes many times.
 #include "fuzz_support.h"
 
-#include "platform/norvosyn/engine_output.h"
+#include "engine/engine_output.h"
 
 #include <QSet>
 
@@ -37,7 +37,7 @@ bool steersTerminal(const QString& text)
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    using namespace NorvoSyn;
+    using namespace OXA_ENGINE;
     static const QString log = QString("/dev/shm/fuzz_engine.%1").arg(getpid());
     const QByteArrayList lines
         = linesOf(QByteArray(reinterpret_cast<const char*>(data), int(size)));

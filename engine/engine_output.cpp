@@ -1,11 +1,11 @@
-#include "engine_output.h"
+#include "engine/engine_output.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <utility>
 
-namespace NorvoSyn {
+namespace OXA_ENGINE {
 namespace {
 
 constexpr qint64 kLogBytes = 64 << 20; // an engine gone wild must not fill the disk

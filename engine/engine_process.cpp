@@ -1,4 +1,4 @@
-#include "engine_process.h"
+#include "engine/engine_process.h"
 
 #include <QDeadlineTimer>
 #include <QFileInfo>
@@ -9,7 +9,7 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-namespace NorvoSyn {
+namespace OXA_ENGINE {
 namespace {
 
 constexpr int kPollMs = 50; // how soon a request to stop is seen

@@ -1,5 +1,5 @@
-#ifndef NORVOSYN_ENGINE_OUTPUT_H
-#define NORVOSYN_ENGINE_OUTPUT_H
+#ifndef ENGINE_ENGINE_OUTPUT_H
+#define ENGINE_ENGINE_OUTPUT_H
 
 #include <QByteArray>
 #include <QFile>
@@ -9,7 +9,7 @@
 
 #include <functional>
 
-namespace NorvoSyn {
+namespace OXA_ENGINE {
 
 /// Reads what the engine prints: keeps all of it in the log, and picks from it the stages, the
 /// errors and the warnings.

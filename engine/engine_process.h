@@ -1,5 +1,5 @@
-#ifndef NORVOSYN_ENGINE_PROCESS_H
-#define NORVOSYN_ENGINE_PROCESS_H
+#ifndef ENGINE_ENGINE_PROCESS_H
+#define ENGINE_ENGINE_PROCESS_H
 
 #include <QByteArray>
 #include <QProcessEnvironment>
@@ -8,7 +8,7 @@
 
 #include <functional>
 
-namespace NorvoSyn {
+namespace OXA_ENGINE {
 
 /// How to start the engine.
 struct EngineCommand {
