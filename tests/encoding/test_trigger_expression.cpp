@@ -112,12 +112,8 @@ private Q_SLOTS:
     void sixteenUnits();
     void equalToRowByRow();
     void longText();
-    void namesBecomeLetters();
-    void postfix();
-    void oneRow();
     void rawBuffers();
     void parameterLines();
-    void illegalTextIsReportedOnce();
 };
 
 void TestTriggerExpression::tables()
@@ -146,7 +142,7 @@ void TestTriggerExpression::equalToRowByRow()
 {
     std::mt19937 random(20261121);
     int beyondReach = 0; // of the ones with a value, those that the position rule may have touched
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < 1000; ++i) {
         const int units = i % 100 == 0 ? 16 : 1 + int(random() % 6);
         const QString exp = i % 3 ? randomExpression(random, units, 1 + int(random() % 40))
                                   : randomText(random, units);
@@ -157,7 +153,7 @@ void TestTriggerExpression::equalToRowByRow()
         QVERIFY2(table == rowByRow(exp, enables), qPrintable(exp));
         beyondReach += exp.size() > 70 && !table.startsWith('x');
     }
-    QVERIFY(beyondReach > 50);
+    QVERIFY(beyondReach > 20);
 }
 
 void TestTriggerExpression::longText()
@@ -170,54 +166,6 @@ void TestTriggerExpression::longText()
     const QString nots = QString("!(").repeated(50000) + "M0";
     QCOMPARE(logicTruthTable(nots, enabled({0})), QString("01"));
     QCOMPARE(logicTruthTable(QString("M0|").repeated(50000) + "M0", enabled({0})), QString("xx"));
-}
-
-void TestTriggerExpression::namesBecomeLetters()
-{
-    QString exp = "M0&M10";
-    std::vector<bool> enables = enabled({0, 1, 3, 12});
-    resetLogicExp(exp, enables);
-    QCOMPARE(exp, QString("M0&M10|M12|M3"));
-    QCOMPARE(enables, enabled({3, 12}));
-    QCOMPARE(changeExpItem(exp), QString("D&B|A|C"));
-
-    char bits[] = "1111"; // of M12, M3, M1 and M0
-    resetBitDataIn(bits, enabled({0, 1, 3, 12}), enables);
-    QCOMPARE(bits, "0011");
-}
-
-void TestTriggerExpression::postfix()
-{
-    const QList<QPair<QByteArray, QByteArray>> rows = {
-        {"A&(B|!D)", "ABD!|&" },
-        {"A|B&D",    "ABD&|"  },
-        {"A^B|C^D",  "AB^CD^|"},
-        {"A|B|C",    "AB|C|"  },
-        {"!!A",      "!A!"    },
-        {"((A",      "A(("    },
-        {"A)&B",     "AB&)"   },
-        {"(A|B))&C", "AB|C&)" },
-        {"A&B)))|C", "AB&)C|" },
-        {"A+B*C",    "AB+C*"  },
-        {"",         ""       },
-    };
-    for (const auto& row : rows)
-        QCOMPARE(postfixOf(row.first), row.second);
-}
-
-void TestTriggerExpression::oneRow()
-{
-    QCOMPARE(calcuate("ABD!|&", "ABD", "10.0"), '1');
-    QCOMPARE(calcuate("BA^", "AB", "11"), '0');
-    QCOMPARE(calcuate("AB", "AB", "11"), 'x');
-    QCOMPARE(calcuate("A&", "A", "1"), 'x');
-    QCOMPARE(calcuate("A!B&!", "AB", "01"), '0');
-    QCOMPARE(calcuate("", "", ""), 'x');
-    QCOMPARE(calcuate("AB|", "A", "11"), 'x'); // a letter that is no operand is no value
-    QCOMPARE(calcuate("AZ|", "AZ", "1"), 'x'); // nor is one without a bit
-    // "(" holds its place up to 39; from there on letters stay what they are.
-    QCOMPARE(calcuate(QByteArray(40, '(') + "A", "A", "1"), '1');
-    QCOMPARE(calcuate(QByteArray(41, '(') + "A", "A", "1"), 'x');
 }
 
 void TestTriggerExpression::rawBuffers()
@@ -247,43 +195,15 @@ void TestTriggerExpression::rawBuffers()
     QCOMPARE(QByteArray(row, 7), QByteArray("00\0safe", 7));
 }
 
+// A table of two rows is written as one of four; there may be more than sixteen.
 void TestTriggerExpression::parameterLines()
-{
-    AoCore core(0);
-    const auto lines = [&core] {
-        QString text;
-        QTextStream out(&text);
-        generateExpression(&core, out);
-        out.flush();
-        return text.split('\n');
-    };
-    for (const int unit : {0, 1, 2})
-        core.matchUnit(unit)->enabled = true;
-    core.expressions = QStringList {"M0&M1", "!M2", "M0&", "M3"};
-    QCOMPARE(lines(), QStringList("")); // static ones are not tables
-
-    core.expressionType = 1;
-    QCOMPARE(lines().mid(0, 5),
-        QStringList({"parameter EXPRESSION0_INIT = 8'h88;", "parameter EXPRESSION1_INIT = 8'h0f;",
-            "parameter EXPRESSION2_INIT = 8'h;", "parameter EXPRESSION3_INIT = 16'haaaa;",
-            "parameter EXPRESSION4_INIT = 16'h0000;"}));
-    QCOMPARE(lines().mid(15), QStringList({"parameter EXPRESSION15_INIT = 16'h0000;", ""}));
-
-    core.matchUnit(1)->enabled = core.matchUnit(2)->enabled = false;
-    core.expressions.clear();
-    for (int i = 0; i < 18; ++i)
-        core.expressions += i % 2 ? "!M0" : "M0";
-    QCOMPARE(lines().mid(16),
-        QStringList(
-            {"parameter EXPRESSION16_INIT = 4'h2;", "parameter EXPRESSION17_INIT = 4'h1;", ""}));
-}
-
-void TestTriggerExpression::illegalTextIsReportedOnce()
 {
     AoCore core(6);
     core.expressionType = 1;
     core.matchUnit(0)->enabled = true;
     core.expressions = QStringList {"M0 | M0", "M0 or %1"};
+    for (int i = 2; i < 18; ++i)
+        core.expressions += "!M0";
     QTest::ignoreMessage(QtCriticalMsg,
         "core 6: expression 1 \"M0 or %1\" holds more than unit names, the operators ! & ^ | and "
         "parentheses");
@@ -291,8 +211,10 @@ void TestTriggerExpression::illegalTextIsReportedOnce()
     QTextStream out(&text);
     generateExpression(&core, out);
     out.flush();
-    QVERIFY(text.startsWith("parameter EXPRESSION0_INIT = 4'h2;\nparameter EXPRESSION1_INIT = "));
-    QVERIFY(text.contains("'h;\nparameter EXPRESSION2_INIT = 16'h0000;\n"));
+    const QStringList lines = text.split('\n');
+    QCOMPARE(lines.at(0), QString("parameter EXPRESSION0_INIT = 4'h2;"));
+    QVERIFY2(lines.at(1).endsWith("'h;"), qPrintable(lines.at(1)));
+    QCOMPARE(lines.mid(17), QStringList({"parameter EXPRESSION17_INIT = 4'h1;", ""}));
 }
 
 QTEST_GUILESS_MAIN(TestTriggerExpression)

@@ -1,6 +1,9 @@
+#include "oxautils/model/ao_core_lite.h"
+#include "oxautils/resource/analyzer_estimate.h"
+#include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"
-
 #include "support/device_double.h"
+#include "support/signals.h"
 
 #include <QtTest>
 
@@ -13,50 +16,38 @@ namespace {
 constexpr int kMost = std::numeric_limits<int>::max();
 
 struct Row {
-    const char* what;
-    int (*rule)(int width, int depth);
-    int width, depth, number;
+    const char *what, *device;
+    bool mark;
+    int width, depth, blocks;
 };
 
 constexpr Row kRows[] = {
-    {"half a block",                       bsramNumberRequired,                  8,     1024,  1      },
-    {"a ninth bit a byte",                 bsramNumberRequired,                  9,     2048,  1      },
-    {"17 bits use the ninth ones",         bsramNumberRequired,                  17,    1025,  1      },
-    {"16 bits do not, but have them",      bsramNumberRequired,                  16,    2048,  2      },
-    {"more than 16384 bits",               bsramNumberRequired,                  16,    1100,  1      },
-    {"wider than 32",                      bsramNumberRequired,                  33,    257,   1      },
-    {"no ninth bits from 4096 on",         bsramNumberRequired,                  9,     4096,  3      },
-    {"with them it would be one less",     bsramNumberRequired,                  9,     4095,  2      },
-    {"8 bits from 4096 on",                bsramNumberRequired,                  8,     4096,  2      },
-    {"widest mode",                        bsramNumberRequired,                  36,    256,   1      },
-    {"two side by side",                   bsramNumberRequired,                  37,    256,   2      },
-    {"past the widest mode",               bsramNumberRequired,                  72,    257,   2      },
-    {"no width",                           bsramNumberRequired,                  0,     5000,  0      },
-    {"the mark counts",                    bsramNumberRequiredWithAdjust,        36,    256,   2      },
-    {"no width has no mark",               bsramNumberRequiredWithAdjust,        0,     5000,  0      },
-    {"16 and the mark fit ninth bits",     bsramNumberRequiredWithAdjust,        16,    1084,  1      },
-    {"narrow: a begun block is none",      bsramNumberRequiredFor1N9C,           2,     5000,  1      },
-    {"narrow: two full ones",              bsramNumberRequiredFor1N9C,           2,     9000,  2      },
-    {"narrow: at least one",               bsramNumberRequiredFor1N9C,           1,     16,    1      },
-    {"narrow: not with 3 bits",            bsramNumberRequiredFor1N9C,           3,     9000,  2      },
-    {"narrow: 1 and the mark",             bsramNumberRequiredWithAdjustFor1N9C, 1,     9000,  2      },
-    {"narrow: 2 and the mark are general", bsramNumberRequiredWithAdjustFor1N9C, 2,     16384, 3      },
-    {"narrow: no width",                   bsramNumberRequiredWithAdjustFor1N9C, 0,     16384, 0      },
-    {"9k: ninth bits",                     bsramNumberRequiredAdjustFor20k,      9,     1024,  1      },
-    {"9k: 2048 by 8 uses them",            bsramNumberRequiredAdjustFor20k,      8,     2048,  2      },
-    {"9k: 2048 by more does not",          bsramNumberRequiredAdjustFor20k,      9,     2048,  3      },
-    {"9k: 2047 by more does",              bsramNumberRequiredAdjustFor20k,      9,     2047,  2      },
-    {"9k: none from 4096 on",              bsramNumberRequiredAdjustFor20k,      9,     4096,  5      },
-    {"9k: widest mode",                    bsramNumberRequiredAdjustFor20k,      37,    256,   2      },
-    {"9k: past the widest mode",           bsramNumberRequiredAdjustFor20k,      36,    257,   2      },
-    {"9k: no width",                       bsramNumberRequiredAdjustFor20k,      0,     16,    0      },
-    {"9k: the mark makes it more than 8",  bsramNumberRequiredWithAdjustFor20k,  8,     2048,  3      },
-    {"9k: the mark in the widest mode",    bsramNumberRequiredWithAdjustFor20k,  36,    100,   2      },
-    {"9k: no width has no mark",           bsramNumberRequiredWithAdjustFor20k,  0,     16,    0      },
-    {"a product of 2^31 is negative",      bsramNumberRequired,                  65536, 32768, -131072},
-    {"a product of 2^32 is nothing",       bsramNumberRequired,                  65536, 65536, 0      },
-    {"the mark wraps as well",             bsramNumberRequiredWithAdjust,        kMost, 16,    1      },
-    {"four bits a sample wrap",            bsramNumberRequiredFor1N9C,           1,     kMost, 1      },
+    {"a ninth bit a byte",             "QX1N-9",   false, 9,  2048,  1},
+    {"17 bits use the ninth ones",     "QX1N-9",   false, 17, 1025,  1},
+    {"16 bits do not, but have them",  "QX1N-9",   false, 16, 2048,  2},
+    {"more than 16384 bits",           "QX1N-9",   false, 16, 1100,  1},
+    {"wider than 32",                  "QX1N-9",   false, 33, 257,   1},
+    {"no ninth bits from 4096 on",     "QX1N-9",   false, 9,  4096,  3},
+    {"with them it would be one less", "QX1N-9",   false, 9,  4095,  2},
+    {"two side by side",               "QX1N-9",   false, 37, 256,   2},
+    {"past the widest mode",           "QX1N-9",   false, 72, 257,   2},
+    {"the mark counts",                "QX1N-9",   true,  36, 256,   2},
+    {"16 and the mark fit ninth bits", "QX1N-9",   true,  16, 1084,  1},
+    {"a begun block is none",          "QX1N-9C",  false, 2,  5000,  1},
+    {"two full ones",                  "QX1N-9C",  false, 2,  9000,  2},
+    {"at least one",                   "QX1N-9C",  false, 1,  16,    1},
+    {"not with 3 bits",                "QX1N-9C",  false, 3,  9000,  2},
+    {"1 and the mark",                 "QX1N-9C",  true,  1,  16384, 4},
+    {"2 and the mark are general",     "QX1N-9C",  true,  2,  16384, 3},
+    {"ninth bits",                     "QX3A-20A", false, 9,  1024,  1},
+    {"2048 by 8 uses them",            "QX3A-20A", false, 8,  2048,  2},
+    {"2048 by more does not",          "QX3A-20A", false, 9,  2048,  3},
+    {"2047 by more does",              "QX3A-20A", false, 9,  2047,  2},
+    {"none from 4096 on",              "QX3A-20A", false, 9,  4096,  5},
+    {"widest mode",                    "QX3A-20A", false, 37, 256,   2},
+    {"past the widest mode",           "QX3A-20A", false, 36, 257,   2},
+    {"the mark makes it more than 8",  "QX3A-20A", true,  8,  2048,  3},
+    {"the mark in the widest mode",    "QX3A-20A", true,  36, 100,   2},
 };
 
 struct Amounts {
@@ -68,12 +59,12 @@ struct Amounts {
 constexpr Amounts kAmounts[] = {
     {"QX1N-9",     "17Kb",      "468",  "6693",  270,  26,  6693 },
     {"QX2AN-55",   "no",        "2520", "x",     1710, 140, 0    },
-    {"QX5AT-138",  "",          "6120", "138",   0,    340, 138  },
     {"QX1AN-5",    "13Kb",      "17",   " 7 ",   208,  0,   7    },
     {"QX5A-25A",   "180Kb",     "1008", "23040", 0,    56,  23040},
     {"QX3AN-6A",   "64Kb",      "99",   "5760",  1024, 11,  5760 },
     {"of our own", "100Kb",     "36",   "1.5",   1600, 2,   0    },
     {"no unit",    "1",         "",     "",      0,    0,   0    },
+    {"no entry",   "",          "6120", "138",   0,    340, 138  },
     {"beyond",     "4194305Kb", "18",   "1",     16,   1,   1    },
 };
 
@@ -83,33 +74,48 @@ class TestResourceEstimate : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void bsram();
-    void ssramAndRegisters();
+    void blockSram();
+    void shadowSramAndRegisters();
+    void numbersThatWrap();
     void amounts();
     void unknownParts();
+    void wholeAnalyzers();
 };
 
-void TestResourceEstimate::bsram()
+void TestResourceEstimate::blockSram()
 {
     for (const Row& row : kRows) {
-        const int number = row.rule(row.width, row.depth);
-        QVERIFY2(number == row.number, qPrintable(QString("%1: %2").arg(row.what).arg(number)));
+        const int blocks = captureMemory(row.width, row.depth, row.mark, row.device).blockSram;
+        QVERIFY2(blocks == row.blocks,
+            qPrintable(QString("%1, %2: %3").arg(row.device, row.what).arg(blocks)));
     }
+    QCOMPARE(captureMemory(65536, 32768, false, "QX1N-9").blockSram, kMost);
+    QCOMPARE(captureMemory(0, 5000, true, "QX1N-9").blockSram, 0);
 }
 
-void TestResourceEstimate::ssramAndRegisters()
+void TestResourceEstimate::shadowSramAndRegisters()
 {
     QCOMPARE(ssramNumberRequiredWithAdjust(7, 16, true), 2);
     QCOMPARE(ssramNumberRequiredWithAdjust(8, 16, true), 3);
-    QCOMPARE(ssramNumberRequiredWithAdjust(7, 64, false), 8);
     QCOMPARE(ssramNumberRequiredWithAdjust(7, 79, false), 8); // 15 samples do not count
     QCOMPARE(ssramNumberRequiredWithAdjust(5, 17, false), 2);
     QCOMPARE(ssramNumberRequiredWithAdjust(0, 16, true), 1);
-    QCOMPARE(ssramNumberRequiredWithAdjust(kMost, 64, false), std::numeric_limits<int>::min());
-
     QCOMPARE(regNumberRequiredWidthAdjust(7, 16, true), 128);
     QCOMPARE(regNumberRequiredWidthAdjust(7, 16, false), 112);
+}
+
+// Products keep their low 32 bits.
+void TestResourceEstimate::numbersThatWrap()
+{
+    QCOMPARE(bsramNumberRequired(65536, 32768), -131072);
+    QCOMPARE(bsramNumberRequiredWithAdjust(kMost, 16), 1);
+    QCOMPARE(bsramNumberRequiredFor1N9C(1, kMost), 1);
+    QCOMPARE(ssramNumberRequiredWithAdjust(kMost, 64, false), std::numeric_limits<int>::min());
     QCOMPARE(regNumberRequiredWidthAdjust(65536, 65537, false), 65536);
+    for (const auto rule : {bsramNumberRequired, bsramNumberRequiredWithAdjust,
+             bsramNumberRequiredFor1N9C, bsramNumberRequiredWithAdjustFor1N9C,
+             bsramNumberRequiredAdjustFor20k, bsramNumberRequiredWithAdjustFor20k})
+        QCOMPARE(rule(0, 5000), 0);
 }
 
 void TestResourceEstimate::amounts()
@@ -137,6 +143,29 @@ void TestResourceEstimate::unknownParts()
     QVERIFY(DeviceDouble::instance().lookups.isEmpty());
     currentDeviceBsramAmount("pn", "QX5AT-60B");
     QCOMPARE(DeviceDouble::instance().lookups, QStringList("pn|QX5AT-60B"));
+}
+
+// Of a core with windows, and of two Lite cores.
+void TestResourceEstimate::wholeAnalyzers()
+{
+    const auto registersOf = [](int windows) {
+        OXA::AoCore core(0); // of 1024 samples
+        core.windowNum = windows;
+        AnalyzerEstimate estimate({});
+        estimate.add(core);
+        return estimate.amounts().registers;
+    };
+    // Four counts of 2 bits, two places of 10, and the register of each window and of the one read.
+    QCOMPARE(registersOf(4) - registersOf(1), 4 * 2 + 2 * 10 + 5 - 1);
+
+    AnalyzerEstimate lite({});
+    OXA::AOCore_Lite core;
+    core.signalList = signalsOf("a", 20);
+    lite.add(core);
+    const AnalyzerAmounts one = lite.amounts();
+    lite.add(core); // which is not built
+    QCOMPARE(lite.amounts().registers, one.registers);
+    QCOMPARE(lite.amounts().blockSram, one.blockSram);
 }
 
 QTEST_GUILESS_MAIN(TestResourceEstimate)
