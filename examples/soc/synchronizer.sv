@@ -1,0 +1,25 @@
+// Takes a value into another clock domain, two registers a bit.
+//
+// Bits of a value arrive in different cycles: of a value with several bits, one at most may change
+// at a time.
+`default_nettype none
+
+module synchronizer #(
+    parameter WIDTH = 1
+) (
+    input  wire              clk,
+    input  wire  [WIDTH-1:0] value,
+    output logic [WIDTH-1:0] synchronized
+);
+    for (genvar i = 0; i < WIDTH; i = i + 1) begin : bits
+        logic first, second;
+
+        always_ff @(posedge clk) begin
+            first <= value[i];
+            second <= first;
+        end
+        assign synchronized[i] = second;
+    end
+endmodule
+
+`default_nettype wire
