@@ -64,27 +64,19 @@ public:
         QTest::keyClick(edit(row, tree), Qt::Key_Tab);
     }
 
+    /// Chooses `text` and leaves the focus where it is.
     void choose(const char* combo, const QString& text)
     {
         auto* box = find<QComboBox>(combo);
-        box->showPopup();
         const int row = box->findText(text);
         QVERIFY2(row >= 0, qPrintable(text));
-        box->view()->setCurrentIndex(box->model()->index(row, box->modelColumn()));
-        QTest::keyClick(box->view(), Qt::Key_Return);
+        box->setCurrentIndex(row);
+        Q_EMIT box->activated(row);
     }
 
-    /// Chooses a type or a function and leaves the focus where it is.
-    void chooseUnfocused(bool isType, const QString& text)
+    void radix(const QString& name)
     {
-        auto* box = find<QComboBox>(isType ? "comboBoxType" : "comboBoxFunc");
-        box->setCurrentIndex(box->findText(text));
-        isType ? dialog.onTypeChanged() : dialog.onFuncChanged();
-    }
-
-    void radix(const char* button)
-    {
-        QTest::mouseClick(find<QRadioButton>(button), Qt::LeftButton);
+        find<QRadioButton>(qPrintable("rbtn" + name))->setChecked(true);
     }
 
     /// The digit menu of `field`, as the menu key opens it.
