@@ -25,29 +25,15 @@ public:
             m_ir = 1;
         else if (m_state == ShiftIr)
             m_ir = m_ir >> 1 | int(tdi) << 3;
-        m_state = kNext[m_state][tms];
+        m_state = kNext[tms][m_state];
     }
 
 private:
     enum { CaptureDr = 3, ShiftDr = 4, CaptureIr = 10, ShiftIr = 11 };
     // 0 reset, 1 idle, 2 select DR, 3 to 8 the DR column, 9 select IR, 10 to 15 the IR column
-    static constexpr int kNext[16][2] = {
-        {1,  0 },
-        {1,  2 },
-        {3,  9 },
-        {4,  5 },
-        {4,  5 },
-        {6,  8 },
-        {6,  7 },
-        {4,  8 },
-        {1,  2 },
-        {10, 0 },
-        {11, 12},
-        {11, 12},
-        {13, 15},
-        {13, 14},
-        {11, 15},
-        {1,  2 },
+    static constexpr int kNext[2][16] = {
+        {1, 1, 3, 4, 4, 6, 6, 4, 1, 10, 11, 11, 13, 13, 11, 1},
+        {0, 2, 9, 5, 5, 8, 7, 8, 2, 0,  12, 12, 15, 14, 15, 2},
     };
 
     int m_state = 0;

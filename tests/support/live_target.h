@@ -23,20 +23,15 @@ public:
         return !m_port.isEmpty() && connectOpenOcd();
     }
 
-    /// Starts OpenOCD, or starts it again; `taps` takes the place of the chain that we install.
-    bool connectOpenOcd(const QByteArray& taps = {})
+    /// Starts OpenOCD with the chain that we install, or starts it again.
+    bool connectOpenOcd()
     {
         openocd.end();
-        if (!taps.isEmpty()) {
-            m_address = startOpenOcd(openocd, m_port, taps);
-            return !m_address.isEmpty();
-        }
         openocd.start("openocd",
             {"-c", "set OXA_PORT " + m_port, "-f",
                 OXA_BINARY_DIR "/share/oxautils/openocd/simulated-target.cfg", "-c", "tcl_port 0"});
-        const QByteArray tcl = openocd.after("Listening on port ");
-        m_address = "127.0.0.1:" + tcl.split(' ').first();
-        return !tcl.isEmpty();
+        m_address = tclAddress(openocd);
+        return !m_address.isEmpty();
     }
 
     /// The remote_bitbang server's port.

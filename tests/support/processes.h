@@ -33,34 +33,12 @@ public:
     /// does not say it for long.
     QByteArray after(const QByteArray& text)
     {
-        const QDeadlineTimer deadline(kPatience);
-        bool runs = true;
-        do {
-            const QByteArray all = said();
-            const int at = all.indexOf(text);
-            const int end = at < 0 ? -1 : all.indexOf('\n', at);
-            if (end >= 0)
-                return all.mid(at + text.size(), end - at - text.size()).trimmed();
-            if (!runs)
-                break;
-            runs = !waitForFinished(20);
-        } while (!deadline.hasExpired());
-        return {};
+        const QString pattern = QRegularExpression::escape(text) + "(.*)\n";
+        return said(pattern).captured(1).trimmed().toUtf8();
     }
 
     /// Waits until what it says matches `pattern`; false when it ends before, or does not for long.
-    bool says(const QString& pattern)
-    {
-        const QRegularExpression wanted(pattern);
-        const QDeadlineTimer deadline(kPatience);
-        bool runs = true;
-        while (!wanted.match(QString::fromUtf8(said())).hasMatch()) {
-            if (!runs || deadline.hasExpired())
-                return false;
-            runs = !waitForFinished(20);
-        }
-        return true;
-    }
+    bool says(const QString& pattern) { return said(pattern).hasMatch(); }
 
     void end()
     {
@@ -74,21 +52,40 @@ protected:
     void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
 
 private:
+    QRegularExpressionMatch said(const QString& pattern)
+    {
+        const QRegularExpression wanted(pattern);
+        const QDeadlineTimer deadline(kPatience);
+        for (bool ended = false;; ended = waitForFinished(20) || deadline.hasExpired()) {
+            const QRegularExpressionMatch match = wanted.match(QString::fromUtf8(said()));
+            if (match.hasMatch() || ended)
+                return match;
+        }
+    }
+
     QTemporaryFile m_log;
 };
 
+/// The address of the Tcl server of a process that runs OpenOCD; empty when there is none.
+inline QString tclAddress(Service& openocd)
+{
+    const QString tcl = openocd.after("Listening on port ");
+    return tcl.isEmpty() ? QString() : "127.0.0.1:" + tcl.section(' ', 0, 0);
+}
+
+constexpr char kOwnTap[] = "jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd";
+
 /// Starts OpenOCD for the remote_bitbang server at `port`, and returns its Tcl server's address;
 /// empty when it does not run. `taps` declares the chain.
-inline QString startOpenOcd(Service& openocd, const QByteArray& port,
-    const QByteArray& taps = "jtag newtap fpga tap -irlen 5 -expected-id 0x10a0affd")
+inline QString startOpenOcd(
+    Service& openocd, const QByteArray& port, const QByteArray& taps = kOwnTap)
 {
     openocd.start("openocd",
         {"-c",
             "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1; remote_bitbang port "
                 + port + "; " + taps
                 + "; gdb_port disabled; telnet_port disabled; tcl_port 0; init"});
-    const QByteArray tcl = openocd.after("Listening on port ");
-    return tcl.isEmpty() ? QString() : "127.0.0.1:" + QString(tcl).section(' ', 0, 0);
+    return tclAddress(openocd);
 }
 
 #endif
