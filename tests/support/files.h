@@ -21,4 +21,12 @@ inline QString writeFile(const QString& path, const QByteArray& content)
     return path;
 }
 
+/// Makes the file `path` a program that runs the lines of a shell's `script`.
+inline QString writeProgram(const QString& path, const QByteArray& script)
+{
+    writeFile(path, "#!/bin/sh\n" + script);
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    return path;
+}
+
 #endif

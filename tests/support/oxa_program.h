@@ -3,6 +3,8 @@
 
 #include "support/patience.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QProcess>
 #include <QString>
 
@@ -25,6 +27,12 @@ inline Result oxa(const QStringList& arguments, const QStringList& environment =
     const bool crashed = process.exitStatus() != QProcess::NormalExit;
     return {crashed ? -2 : process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
         QString::fromUtf8(process.readAllStandardError())};
+}
+
+/// What a run with --json says.
+inline QJsonObject jsonOf(const Result& result)
+{
+    return QJsonDocument::fromJson(result.out.toUtf8()).object();
 }
 
 #endif
