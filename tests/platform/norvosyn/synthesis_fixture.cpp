@@ -1,5 +1,6 @@
 #include "synthesis_fixture.h"
 
+#include "support/files.h"
 #include "support/patience.h"
 
 #include <norvosyn/request_keys.h>
@@ -35,16 +36,10 @@ SynthesisFixture::SynthesisFixture(const QString& subdirectory)
 void SynthesisFixture::write(const QString& name, const QByteArray& text) const
 {
     QDir().mkpath(QFileInfo(path(name)).path());
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size())
-        qFatal("cannot write %s", qPrintable(path(name)));
+    ::writeFile(path(name), text);
 }
 
-QByteArray SynthesisFixture::read(const QString& name) const
-{
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+QByteArray SynthesisFixture::read(const QString& name) const { return bytesOf(path(name)); }
 
 void SynthesisFixture::addSource(const QString& name, const QByteArray& text)
 {
@@ -59,17 +54,13 @@ void SynthesisFixture::addSource(const QString& name, const QByteArray& text)
 
 void SynthesisFixture::set(const QString& key, const QVariant& value)
 {
-    const QString inner = key.section('/', 1);
-    QVariantMap map = inner.isEmpty() ? request : request[key.section('/', 0, 0)].toMap();
-    const QString name = inner.isEmpty() ? key : inner;
-    if (value.isValid())
-        map.insert(name, value);
-    else
-        map.remove(name);
-    if (inner.isEmpty())
-        request = map;
-    else
+    if (const QString inner = key.section('/', 1); !inner.isEmpty()) {
+        QVariantMap map = request[key.section('/', 0, 0)].toMap();
+        map[inner] = value;
         request[key.section('/', 0, 0)] = map;
+    } else {
+        request[key] = value;
+    }
 }
 
 void SynthesisFixture::setDevice(const QString& partNumber, const QString& name)

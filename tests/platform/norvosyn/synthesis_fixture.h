@@ -19,8 +19,8 @@ public:
     /// Writes `text` as the source `name` and appends it to the request.
     void addSource(const QString& name, const QByteArray& text);
 
-    /// Replaces, or with an invalid value removes, one key of the request or of the map in it that
-    /// `key` names before a slash ("device/pn").
+    /// Replaces one key of the request, or of the map in it that `key` names before a slash
+    /// ("device/pn").
     void set(const QString& key, const QVariant& value);
 
     void setDevice(const QString& partNumber, const QString& name);

@@ -11,7 +11,7 @@ module qx_oxa (
     input wire [10:0] wa,
     input wire [10:0] ra,
     input wire [31:0] wd,
-    output wire [105:0] dump
+    output wire [109:0] dump
 );
     // Both clocks, contents of its own, ninth bits.
     reg [8:0] filled [0:2047];
@@ -47,6 +47,10 @@ module qx_oxa (
     (* ram_style = "distributed" *) reg [6:0] shadow [0:31];
     always @(posedge wclk) if (we) shadow[wa[4:0]] <= wd[6:0];
 
+    // Made of flip-flops.
+    (* ram_style = "registers" *) reg [3:0] few [0:7];
+    always @(posedge wclk) if (we) few[wa[2:0]] <= wd[3:0];
+
     // A table nobody writes.
     reg [7:0] table_q;
     reg [7:0] rom [0:255];
@@ -68,7 +72,7 @@ module qx_oxa (
         if (!reset) plain <= 8'h0f;
         else plain <= (wd[7:0] > wd[15:8]) ? wd[7:0] * wd[10:8] : plain ^ wd[23:16];
 
-    assign dump = {filled_q, wide_q, narrow_q, same_q, shadow[ra[4:0]], table_q,
+    assign dump = {filled_q, wide_q, narrow_q, same_q, shadow[ra[4:0]], few[ra[2:0]], table_q,
         count_async, count_sync, falling, plain};
 endmodule
 `default_nettype wire
