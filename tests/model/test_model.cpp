@@ -87,15 +87,15 @@ void TestModel::flatPositions()
 {
     AoCore core(0);
     QCOMPARE(core.signalItemAt(0).name, QString());
-    core.captureSignals = {busOf("b", 4), signalOf("s")};
-    QCOMPARE(core.signalItemAt(0).name, QString("b[3]"));
-    QCOMPARE(core.signalItemAt(3).name, QString("b[0]"));
-    QCOMPARE(core.signalItemAt(4).name, QString("s"));
+    core.captureSignals = {signalOf("s"), busOf("b", 4)};
+    QCOMPARE(core.signalItemAt(0).name, QString("s"));
+    QCOMPARE(core.signalItemAt(1).name, QString("b[3]"));
+    QCOMPARE(core.signalItemAt(4).name, QString("b[0]"));
     for (int outside : {5, -1}) {
         const SignalItem none = core.signalItemAt(outside);
         QVERIFY(none.name.isEmpty() && none.hostFlag0 && none.captureEnable);
     }
-    QCOMPARE(core.dataSignals(), QList<QString>({"b[3]", "b[2]", "b[1]", "b[0]", "s"}));
+    QCOMPARE(core.dataSignals(), QList<QString>({"s", "b[3]", "b[2]", "b[1]", "b[0]"}));
 }
 
 void TestModel::liteWalks()
