@@ -29,20 +29,6 @@ Cores takeCores(Configuration& configuration)
     return cores;
 }
 
-/// Files of an older layout capture ports' signals by a mark that is no longer written; such
-/// signals become data signals, so that saving does not lose them.
-bool adoptMarkedPorts(const Core& core)
-{
-    if (!core.standard)
-        return false;
-    const QList<SignalItem> captured = core.standard->captureSignals;
-    core.updateCaptured();
-    const int listed = core.standard->captureSignals.size();
-    core.standard->signalList += captured.mid(listed);
-    core.updateCaptured();
-    return captured.size() > listed;
-}
-
 QString checksumWarning(const QString& path)
 {
     const QString stored = readOXACRCForXml(path);
@@ -86,7 +72,7 @@ bool loadFile(const QString& path, LoadedFile& file, QString& error)
     if (!warning.isEmpty())
         file.warnings += warning;
     for (const CorePtr& core : qAsConst(file.cores))
-        file.changed |= adoptMarkedPorts(*core);
+        file.changed |= core->standard && adoptMarkedPorts(*core->standard);
     if (file.changed)
         file.warnings += tr("The file has an older layout, in which trigger ports are captured as "
                             "data too. Their signals now stand among the data signals.");

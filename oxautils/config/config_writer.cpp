@@ -4,7 +4,6 @@
 #include "oxautils/config/xml_names.h"
 
 #include <QBuffer>
-#include <QDebug>
 #include <QXmlStreamWriter>
 
 namespace OXA {
@@ -35,18 +34,15 @@ QByteArray documentText(const char* mode, const std::function<void(QXmlStreamWri
 
 }
 
-void writeConfig(
-    const QString& path, const char* mode, const std::function<void(QXmlStreamWriter&)>& writeBody)
+bool writeConfig(const QString& path, const char* mode,
+    const std::function<void(QXmlStreamWriter&)>& writeBody, QString& error)
 {
     const QByteArray text = documentText(mode, writeBody);
-    if (text.isNull()) {
-        qCritical().noquote() << path
-                + ": cannot be written: a text holds a control character or half of a"
-                  " surrogate pair";
-        return;
-    }
-    if (QString error; !OXA_FILES::replaceFile(path, text, error))
-        qCritical().noquote() << error;
+    if (!text.isNull())
+        return OXA_FILES::replaceFile(path, text, error);
+    error = path
+        + ": cannot be written: a text holds a control character or half of a surrogate pair";
+    return false;
 }
 
 }

@@ -1,5 +1,6 @@
 #include "oxautils/config/configuration.h"
 
+#include "oxautils/config/config_writer.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
@@ -8,6 +9,8 @@
 #include "oxautils/config/xml_names.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
+
+#include <algorithm>
 
 namespace OXA {
 
@@ -75,6 +78,29 @@ bool readConfiguration(const QString& path, Configuration& configuration, QStrin
     if (error)
         *error = shownText(path + ": " + reason + hintFor(reason)) + remedy;
     return false;
+}
+
+bool writeConfiguration(const QString& path, const Configuration& configuration, QString* error)
+{
+    QString reason;
+    const bool written = configuration.mode == Lite
+        ? writeCores(configuration.liteCores, path, reason)
+        : writeCores(configuration.cores, path, reason);
+    if (!written && error)
+        *error = reason;
+    return written;
+}
+
+bool adoptMarkedPorts(AoCore& core)
+{
+    const auto isListed = [](const SignalItem& item) { return item.captureEnable; };
+    const auto listed = std::count_if(core.signalList.begin(), core.signalList.end(), isListed);
+    const QList<SignalItem> marked = core.captureSignals.mid(int(listed)); // readers add them last
+    for (SignalItem item : marked) {
+        item.captureEnable = true; // the mark captures them, whatever the port's list says
+        core.signalList += item;
+    }
+    return !marked.isEmpty();
 }
 
 QStringList wordFaults(const QString& path, const Configuration& configuration)

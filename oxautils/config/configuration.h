@@ -27,6 +27,16 @@ struct OXAUTILS_EXPORT Configuration {
 OXAUTILS_EXPORT bool readConfiguration(
     const QString& path, Configuration& configuration, QString* error);
 
+/// Replaces the file `path` by `configuration`, checksum included. False, with "PATH: REASON" in
+/// `error`, when that cannot be written; the old file then stays.
+OXAUTILS_EXPORT bool writeConfiguration(
+    const QString& path, const Configuration& configuration, QString* error);
+
+/// Files of an older layout capture ports' signals by a mark that is no longer written. Makes such
+/// signals data signals of `core`, as it was read, so that writing does not lose them; true when
+/// there were any.
+OXAUTILS_EXPORT bool adoptMarkedPorts(AoCore& core);
+
 /// A line to show, "PATH: FAULT; HINT", for each signal name that does not stay one word in
 /// generated Verilog: what follows it would be code.
 OXAUTILS_EXPORT QStringList wordFaults(const QString& path, const Configuration& configuration);

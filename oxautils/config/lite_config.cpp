@@ -8,6 +8,7 @@
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
 
+#include <QDebug>
 #include <QXmlStreamWriter>
 
 namespace OXA {
@@ -51,13 +52,20 @@ QString versionProblem(const QDomElement& root)
 
 }
 
-void writeOXAConfigToXml_Lite(const QList<AOCore_Lite*>& cores, const QString& path)
+bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString& error)
 {
-    writeConfig(path, kModeLite, [&cores](QXmlStreamWriter& xml) {
+    const auto writeBody = [&cores](QXmlStreamWriter& xml) {
         for (const AOCore_Lite* core : cores)
             writeCore(xml, *core);
         xml.writeTextElement(NODE_OXA_ID, checksumOf(cores));
-    });
+    };
+    return writeConfig(path, kModeLite, writeBody, error);
+}
+
+void writeOXAConfigToXml_Lite(const QList<AOCore_Lite*>& cores, const QString& path)
+{
+    if (QString error; !writeCores(cores, path, error))
+        qCritical().noquote() << error;
 }
 
 QList<AOCore_Lite*> readOXAConfigFromXml_Lite(const QString& path, bool* ok, QString* error)

@@ -4,6 +4,8 @@
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
 
+#include <QDebug>
+
 namespace OXA {
 
 OxaMode oxaModeFromOxaConfigFile(const QString& path)
@@ -27,7 +29,9 @@ QString versionFromOxaConfigFile(const QString& path)
 void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode)
 {
     const char* text = mode == Standard ? kModeStandard : mode == Lite ? kModeLite : nullptr;
-    writeConfig(path, text, [](QXmlStreamWriter&) {});
+    if (QString error; !writeConfig(
+            path, text, [](QXmlStreamWriter&) {}, error))
+        qCritical().noquote() << error;
 }
 
 }

@@ -139,13 +139,20 @@ bool childrenHaveAttributes(
 
 }
 
-void writeOXAConfigToXml(const QList<AoCore*>& cores, const QString& path)
+bool writeCores(const QList<AoCore*>& cores, const QString& path, QString& error)
 {
-    writeConfig(path, kModeStandard, [&cores](QXmlStreamWriter& xml) {
+    const auto writeBody = [&cores](QXmlStreamWriter& xml) {
         for (const AoCore* core : cores)
             writeCore(xml, *core);
         xml.writeTextElement(NODE_OXA_ID, checksumOf(cores));
-    });
+    };
+    return writeConfig(path, kModeStandard, writeBody, error);
+}
+
+void writeOXAConfigToXml(const QList<AoCore*>& cores, const QString& path)
+{
+    if (QString error; !writeCores(cores, path, error))
+        qCritical().noquote() << error;
 }
 
 QList<AoCore*> readOXAConfigFromXml(const QString& path, bool* ok, QString* error)
