@@ -29,6 +29,7 @@ void addDevices(CLI::App& app, Io& io, int& status);
 void addEstimate(CLI::App& app, Io& io, int& status);
 void addGenerate(CLI::App& app, Io& io, int& status);
 void addNew(CLI::App& app, Io& io, int& status);
+void addSet(CLI::App& app, Io& io, int& status);
 void addShow(CLI::App& app, Io& io, int& status);
 void addSimulate(CLI::App& app, Io& io, int& status);
 void addTarget(CLI::App& app, Io& io, int& status);

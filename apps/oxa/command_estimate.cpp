@@ -1,4 +1,5 @@
 #include "command.h"
+#include "core_words.h"
 #include "part.h"
 #include "request.h"
 #include "table.h"
@@ -41,7 +42,6 @@ constexpr Table::Column kColumns[] = {
     {"",         Table::Left },
 };
 
-constexpr const char* kKindNames[] = {"block SRAM", "registers", "shadow SRAM"};
 constexpr int kKinds = 3;
 constexpr int kBarLength = 25;
 
@@ -148,8 +148,9 @@ void print(TextOut& out, const QString& file, const DEV::ChipInfo& chip, const E
             const bool built = kind == memory.kind;
             const qint64 takes = memory.takes.of(kind);
             const qint64 has = estimate.memoryAvailable.of(kind);
-            addRow(table, core, built ? kKindNames[kind] : QString("(%1)").arg(kKindNames[kind]),
-                takes, has, takes > has ? "does not fit" : "");
+            addRow(table, core,
+                built ? kMemoryWords[kind] : QString("(%1)").arg(kMemoryWords[kind]), takes, has,
+                takes > has ? "does not fit" : "");
             core.clear();
         }
     }
@@ -185,12 +186,12 @@ void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate
     for (const Memory& memory : estimate.memories) {
         const bool known = memory.kind >= 0 && memory.kind < kKinds;
         cores += QJsonObject {
-            {"core",   memory.position                                           },
-            {"index",  memory.index                                              },
-            {"width",  memory.width + int(memory.mark)                           },
-            {"depth",  memory.depth                                              },
-            {"memory", known ? QJsonValue(kKindNames[memory.kind]) : QJsonValue()},
-            {"takes",  amountsJson(memory.takes)                                 }
+            {"core",   memory.position                                             },
+            {"index",  memory.index                                                },
+            {"width",  memory.width + int(memory.mark)                             },
+            {"depth",  memory.depth                                                },
+            {"memory", known ? QJsonValue(kMemoryWords[memory.kind]) : QJsonValue()},
+            {"takes",  amountsJson(memory.takes)                                   }
         };
     }
     const QJsonObject object {

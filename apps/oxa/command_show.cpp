@@ -1,4 +1,5 @@
 #include "command.h"
+#include "core_words.h"
 #include "options.h"
 #include "request.h"
 
@@ -6,6 +7,7 @@
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
+#include "oxautils/encoding/unit_text.h"
 #include "oxautils/model/limits.h"
 
 #include <QJsonArray>
@@ -18,13 +20,14 @@ constexpr char kSummary[] = "Print a configuration and the state of its checksum
 constexpr char kHelp[]
     = R"(The checksum is compared with the one that the file's content asks for; a file
 whose checksum differs was changed by something that did not know about it, or
-damaged, and hosts may refuse it. Saving the file again sets it right.
+damaged, and hosts may refuse it. `oxa set FILE` sets it right.
+
+`oxa set` takes the texts of match units, after their names, and of expressions, as
+they are printed here; in --json a unit's "text" has it.
 
 Programs write the trigger position when they arm a core. Of what a core captures
 from power-up on, before that, the position is one more on some devices, which are
 named; in --json "powerUp" has them, and is null for a core that is not armed then.)";
-
-constexpr const char* kStorages[] = {"block SRAM", "registers", "shadow SRAM"};
 
 struct Options {
     QString file;
@@ -45,13 +48,13 @@ QString bitsText(int count) { return count == 1 ? "1 bit" : QString("%1 bits").a
 
 QString storageText(int storage)
 {
-    const bool known = storage >= 0 && storage < int(std::size(kStorages));
-    return known ? kStorages[storage] : QString("storage %1").arg(storage);
+    return Words(kMemoryWords).has(storage) ? kMemoryWords[storage]
+                                            : QString("storage %1").arg(storage);
 }
 
 QString edgeText(int trigType)
 {
-    return trigType == 0 ? "rising" : trigType == 1 ? "falling" : QString::number(trigType);
+    return Words(kEdgeWords).has(trigType) ? kEdgeWords[trigType] : QString::number(trigType);
 }
 
 QString nameOf(const OXA::SignalItem& item)
@@ -69,26 +72,9 @@ QStringList namesOf(const QList<OXA::SignalItem>& items)
     return names;
 }
 
-QString valueText(const OXA::MatchUnit& unit)
-{
-    const QString function = OXA::func2string(unit.matchFunc);
-    if (OXA::isRangeFunction(unit.matchFunc))
-        return function + " " + unit.value0 + " : " + unit.value1;
-    return function + " " + unit.value0;
-}
-
-QString counterText(const OXA::MatchUnit& unit)
-{
-    if (!unit.counterEnable)
-        return {};
-    return QString(", %1 %2 (counter of %3 bits)")
-        .arg(QString::number(unit.counter), unit.continuous ? "times in a row" : "times",
-            QString::number(unit.counterWidth));
-}
-
 const char* expressionKind(const OXA::AoCore& core)
 {
-    return core.expressionType == OXA::DynamicExpressions ? "dynamic" : "static";
+    return kExpressionWords[core.expressionType == OXA::DynamicExpressions];
 }
 
 void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString& file)
@@ -107,17 +93,15 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString
     for (const OXA::TriggerPort* port : core.availableTriggers())
         out << "  T" << port->index << "       " << bitsText(port->singleSignals().size()) << ": "
             << namesOf(port->signalList).join(", ") << '\n';
-    for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
-        const QString port
-            = unit->trigger ? "T" + QString::number(unit->trigger->index) : "nothing";
-        out << "  M" << unit->index << "       " << OXA::type2string(unit->matchType) << ": "
-            << port << ' ' << valueText(*unit) << counterText(*unit) << '\n';
-    }
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+        out << "  M" << unit->index << "       " << OXA::unitText(*unit) << '\n';
     out << "  trigger  " << expressionKind(core) << ", "
         << (core.expressions.isEmpty() ? QString("by force only")
                                        : core.expressions.join(", then "));
     if (core.expressionType == OXA::DynamicExpressions)
         out << "; tables in " << storageText(core.exImplementation);
+    if (core.forceTriggerByFallingEdge)
+        out << "; forced by the falling edge";
     out << '\n';
 }
 
@@ -130,6 +114,10 @@ void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const QS
     out << "\n  data     " << bitsText(core.dataSignals().size()) << " x " << core.captureAmount
         << " samples in " << storageText(core.implementation) << ": "
         << namesOf(core.signalList).join(", ") << '\n';
+    if (core.inputRegisterEnabled)
+        out << "           behind an input register\n";
+    if (core.captureInitDataEnabled)
+        out << "  armed    from power-up on\n";
 }
 
 template <typename Core>
@@ -161,6 +149,7 @@ QJsonObject toJson(const OXA::MatchUnit& unit)
         {"counter",    unit.counterEnable ? QJsonValue(unit.counter) : QJsonValue() },
         {"continuous", unit.continuous                                              },
         {"port",       unit.trigger ? QJsonValue(unit.trigger->index) : QJsonValue()},
+        {"text",       OXA::unitText(unit)                                          },
     };
 }
 

@@ -150,7 +150,7 @@ void TestOxa::showing()
              "clock uart_tx/clk, rising edge", "17 bits x 1024 samples in block SRAM",
              "T0       9 bits: uart_tx/start, uart_tx/data (8)",
              "M0       Basic w/edges: T0 == R01000110\n",
-             "M1       Range: T1 in range 10000 : 10111\n", "static, M0, then M1 && M2\n"})
+             "M1       Range: T1 in 10000..10111\n", "static, M0, then M1 && M2\n"})
         QVERIFY2(text.out.contains(part), part);
     const QJsonObject core = jsonOf(run("show UART --json")).value("cores").toArray()[0].toObject();
     QCOMPARE(core["signals"].toArray().size(), 17);

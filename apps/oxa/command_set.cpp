@@ -1,0 +1,181 @@
+#include "command.h"
+#include "core_changes.h"
+#include "options.h"
+#include "problems.h"
+#include "request.h"
+#include "simulation_inputs.h"
+
+#include "files/replace_file.h"
+#include "oxautils/check/check.h"
+#include "oxautils/config/parse_once.h"
+#include "oxautils/encoding/unit_text.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace {
+
+constexpr char kSummary[] = "Change a configuration in words";
+
+constexpr char kHelp[]
+    = R"(Texts are those that `oxa show` prints. Where one belongs to a core, CORE is its
+position, from 0, and may be left out when there is only one. Every option may be
+repeated.
+
+  oxa set uart.oxa --unit M3='T0 == 0x43c' --expression 0='M3 && !M1'
+  oxa set uart.oxa --unit 1.M0='T2 not in 3..7, 3 times in a row'
+  oxa set uart.oxa --unit M0='Extended: T0 == 1X0R' --samples 1=256
+  oxa set uart.oxa --unit M3=off --expression 1=none
+
+A unit is [TYPE:] PORT and ==, !=, <, <=, >, >= VALUE, or [not] in VALUE..VALUE, or,
+of a port of one signal, rises, falls or changes; then perhaps ", N times [in a
+row]". The cheapest type that suffices is taken when none is named. "off" and "on"
+switch a unit and keep its settings. A value is a digit 0, 1, X (any), R (rises), F
+(falls), B (changes) or N (does not) for each signal of the port, or a decimal
+number, or one with 0b or 0x in front; docs/settings.md has all of it.
+
+LEVEL is an expression's position, from 0; the next one that is free adds one,
+and "none" takes one out.
+
+Without options the file is written again, with its right checksum. Nothing is
+written, and the exit status is 1, when `oxa check` would find an error that it did
+not find before; when an option cannot be read, the status is 2.)";
+
+struct Options {
+    QString file;
+    QString output;
+    CoreChanges changes {{}, {}, std::vector<QStringList>(coreSettings().size())};
+    bool json = false;
+};
+
+QList<OXA::Problem> problemsOf(const OXA::Configuration& configuration)
+{
+    return configuration.mode == OXA::Lite ? OXA::checkCores(configuration.liteCores)
+                                           : OXA::checkCores(configuration.cores);
+}
+
+/// Those of `problems` that are not among `others`, wherever in its list an expression is.
+QList<OXA::Problem> newProblems(
+    const QList<OXA::Problem>& problems, const QList<OXA::Problem>& others)
+{
+    QList<OXA::Problem> added;
+    for (const OXA::Problem& problem : problems) {
+        const auto isSame = [&problem](const OXA::Problem& other) {
+            return problem.rule == other.rule && problem.text == other.text
+                && problem.place.core == other.place.core && problem.place.unit == other.place.unit
+                && problem.place.port == other.place.port;
+        };
+        if (std::none_of(others.begin(), others.end(), isSame))
+            added += problem;
+    }
+    return added;
+}
+
+/// Says what of the file `path` is not in the cores that were read from it.
+void reportLost(const QString& path, const QList<OXA::Problem>& problemsOfCores, TextOut& err)
+{
+    for (const OXA::Problem& problem : newProblems(OXA::checkConfigFile(path), problemsOfCores)) {
+        if (problem.rule != "checksum")
+            err << problemLine(path, problem, "warning") << "; it is not kept\n";
+    }
+}
+
+/// Each unit that `--unit` names, with its text.
+QJsonArray changedUnits(const QStringList& texts, const OXA::Configuration& configuration)
+{
+    QJsonArray units;
+    for (const QString& text : texts) {
+        int core = 0;
+        const OXA::MatchUnit* unit = changedUnit(text, configuration, &core);
+        units += QJsonObject {
+            {"core",  core                },
+            {"index", unit->index         },
+            {"text",  OXA::unitText(*unit)},
+        };
+    }
+    return units;
+}
+
+void print(const QString& file, bool written, const QJsonArray& units,
+    const QList<OXA::Problem>& problems, Io& io)
+{
+    for (const OXA::Problem& problem : problems) {
+        io.err << problemLine(file, problem) << '\n';
+        if (problem.severity == OXA::Severity::Error)
+            io.err << "    " << problem.hint << '\n';
+    }
+    if (!written)
+        return;
+    TextOut& out = OXA_FILES::isStream(file) ? io.err : io.out;
+    for (const QJsonValue& unit : units)
+        out << "core " << unit["core"].toInt() << ", M" << unit["index"].toInt() << ": "
+            << unit["text"].toString() << '\n';
+    out << file << ": written\n";
+}
+
+void printJson(TextOut& out, const QString& file, bool written, const QJsonArray& units,
+    const QList<OXA::Problem>& problems)
+{
+    QJsonArray array;
+    for (const OXA::Problem& problem : problems)
+        array += problemJson(problem);
+    out.json({
+        {"file",     file   },
+        {"written",  written},
+        {"units",    units  },
+        {"problems", array  },
+    });
+}
+
+int run(const Options& options, Io& io)
+{
+    const OXA::ParseOnce once;
+    OXA::Configuration configuration;
+    if (!readConfiguration(options.file, configuration, io.err))
+        return kUnusable;
+    const QList<OXA::Problem> before = problemsOf(configuration);
+    reportLost(options.file, before, io.err);
+    for (OXA::AoCore* core : qAsConst(configuration.cores))
+        OXA::adoptMarkedPorts(*core);
+    OXA_CAPTURE::Messages messages;
+    changeCores(options.changes, configuration, messages);
+    if (!report(messages, io.err))
+        return kUnusable;
+
+    const QString output = options.output.isEmpty() ? options.file : options.output;
+    const QList<OXA::Problem> problems = newProblems(problemsOf(configuration), before);
+    QString error = output + ": not written, since these errors are new";
+    const bool written = countOf(problems, OXA::Severity::Error) == 0
+        && OXA::writeConfiguration(output, configuration, &error);
+    const QJsonArray units = changedUnits(options.changes.units, configuration);
+    if (options.json)
+        printJson(io.out, output, written, units, problems);
+    else
+        print(output, written, units, problems, io);
+    if (!written)
+        io.err << "error: " << error << '\n';
+    return written ? kDone : kJobFailed;
+}
+
+}
+
+void addSet(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "set", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addTexts(*command, "--unit", options->changes.units, "What a match unit compares")
+        ->type_name("[CORE.]UNIT=TEXT");
+    addTexts(*command, "--expression", options->changes.expressions, "A trigger expression")
+        ->type_name("[CORE.]LEVEL=TEXT");
+    for (size_t i = 0; i < coreSettings().size(); ++i) {
+        const CoreSetting& setting = coreSettings()[i];
+        addTexts(*command, setting.option, options->changes.settings[i], setting.help)
+            ->type_name(std::string("[CORE=]") + setting.value);
+    }
+    addText(*command, "-o,--output", options->output, "Write this file instead of FILE")
+        ->type_name("OUT");
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

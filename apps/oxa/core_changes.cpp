@@ -1,0 +1,242 @@
+#include "core_changes.h"
+
+#include "oxautils/encoding/unit_text.h"
+#include "oxautils/model/limits.h"
+
+#include <QHash>
+#include <QRegularExpression>
+#include <QSet>
+
+using namespace OXA;
+using OXA_CAPTURE::Messages;
+
+namespace {
+
+constexpr char kNone[] = "none"; // the expression that is taken out
+
+/// What an option says: of which core, what of it, and the text or number that it becomes.
+struct Change {
+    int core = -1; ///< a position
+    QString name; ///< "M3"
+    QString value;
+};
+
+int coreCount(const Configuration& configuration)
+{
+    return configuration.cores.size() + configuration.liteCores.size();
+}
+
+/// The position that `text` names, or that of the only core when it is empty.
+bool findCore(const QString& text, const Configuration& configuration, int& core, QString& error)
+{
+    const int count = coreCount(configuration);
+    bool ok = true;
+    core = text.isEmpty() ? 0 : text.toInt(&ok);
+    if (text.isEmpty() && count > 1)
+        error = QString("there are %1 cores; begin with which one, 0 to %2")
+                    .arg(QString::number(count), QString::number(count - 1));
+    else if (count == 0)
+        error = "the configuration has no core";
+    else if (!ok || core < 0 || core >= count)
+        error
+            = QString("there is no core %1; the last is %2").arg(text, QString::number(count - 1));
+    return error.isEmpty();
+}
+
+/// Splits "CORE.NAME=VALUE", where NAME is as `name` says.
+bool splitNamed(const QString& text, const QString& name, const char* example,
+    const Configuration& configuration, Change& change, QString& error)
+{
+    const QRegularExpression form(
+        "^(?:(\\d+)\\.)?(" + name + ")\\s*=(.*)$", QRegularExpression::DotMatchesEverythingOption);
+    const auto match = form.match(text);
+    if (!match.hasMatch()) {
+        error = QString("it does not begin as in %1, or 0.%1 for core 0").arg(example);
+        return false;
+    }
+    change.name = match.captured(2);
+    change.value = match.captured(3);
+    return findCore(match.captured(1), configuration, change.core, error);
+}
+
+bool splitUnit(
+    const QString& text, const Configuration& configuration, Change& change, QString& error)
+{
+    return splitNamed(text, "M(?:\\d|1[0-5])", "M3=T0 == 5", configuration, change, error);
+}
+
+bool splitLevel(
+    const QString& text, const Configuration& configuration, Change& change, QString& error)
+{
+    return splitNamed(text, "\\d{1,2}", "0=M1 && M2", configuration, change, error);
+}
+
+bool splitSetting(
+    const QString& text, const Configuration& configuration, Change& change, QString& error)
+{
+    const int equals = text.indexOf('=');
+    change.value = text.mid(equals + 1);
+    return findCore(text.left(qMax(equals, 0)), configuration, change.core, error);
+}
+
+bool setUnit(const Change& change, AoCore& core, QString& error)
+{
+    return unitFromText(change.value, *core.matchUnit(change.name.mid(1).toInt()), &error);
+}
+
+/// Sets or adds an expression. One to be taken out goes into `removed`: it keeps its place until
+/// all options are applied, so that their numbers are the file's.
+bool setExpression(const Change& change, AoCore& core, QSet<int>& removed, QString& error)
+{
+    const int level = change.name.toInt();
+    const int count = core.expressions.size();
+    const bool removes = change.value.trimmed() == kNone;
+    if (level > count || (removes && level == count)) {
+        error = QString("the core has %1 expressions, numbered from 0; %1 adds one").arg(count);
+        return false;
+    }
+    const QString text
+        = expressionFromText(change.value, core.expressionType == DynamicExpressions);
+    if (removes)
+        removed += level;
+    else if (level == count)
+        core.expressions += text;
+    else
+        core.expressions[level] = text;
+    return true;
+}
+
+void removeExpressions(AoCore& core, const QSet<int>& removed)
+{
+    for (int level = core.expressions.size() - 1; level >= 0; --level) {
+        if (removed.contains(level))
+            core.expressions.removeAt(level);
+    }
+}
+
+/// The number that `text` stands for.
+bool readValue(const CoreSetting& setting, const QString& text, int& value, QString& error)
+{
+    QStringList words;
+    for (int i = 0; i < setting.words.count; ++i) {
+        words += setting.words.list[i];
+        if (text.compare(words.last(), Qt::CaseInsensitive) == 0)
+            value = i;
+    }
+    bool ok = value >= 0;
+    if (words.isEmpty())
+        value = text.toInt(&ok);
+    if (!ok)
+        error = words.isEmpty()
+            ? QString("\"%1\" is no whole number of 32 bits").arg(text)
+            : QString("\"%1\" is none of \"%2\"").arg(text, words.join("\", \""));
+    return ok;
+}
+
+bool setSetting(
+    const CoreSetting& setting, const Change& change, Configuration& configuration, QString& error)
+{
+    int value = -1;
+    const bool lite = configuration.mode == Lite;
+    if (lite ? !setting.setLite : !setting.set)
+        error = QString("%1 cores do not have it").arg(lite ? "Lite" : "Standard");
+    else if (!readValue(setting, change.value, value, error))
+        return false;
+    else if (lite)
+        setting.setLite(*configuration.liteCores.at(change.core), value);
+    else
+        setting.set(*configuration.cores.at(change.core), value);
+    return error.isEmpty();
+}
+
+/// Applies what each of the option's `texts` says.
+template <typename Split, typename Apply>
+void changeEach(const char* option, const QStringList& texts, const Configuration& configuration,
+    Messages& problems, const Split& split, const Apply& apply)
+{
+    for (const QString& text : texts) {
+        Change change;
+        QString error;
+        if (!split(text, configuration, change, error) || !apply(change, error))
+            problems.append({QString(option) + ' ' + text, error});
+    }
+}
+
+/// `set` for the cores of a Standard configuration.
+template <typename Set> auto standardOnly(const Configuration& configuration, const Set& set)
+{
+    return [&configuration, set](const Change& change, QString& error) {
+        if (configuration.mode != Lite)
+            return set(change, *configuration.cores.at(change.core), error);
+        error = "Lite cores have no trigger";
+        return false;
+    };
+}
+
+}
+
+const std::vector<CoreSetting>& coreSettings()
+{
+    static const std::vector<CoreSetting> settings {
+  // clang-format off
+        {"--samples", "N", "Samples of a window; of a Lite core: of its memory", {},
+            [](AoCore& core, int value) { core.captureAmount = value; },
+            [](AOCore_Lite& core, int value) { core.captureAmount = value; }},
+        {"--position", "N", "Samples of a window before its trigger", {},
+            [](AoCore& core, int value) { core.triggerPos = value; }, nullptr},
+        {"--windows", "N", "Windows of a run", {},
+            [](AoCore& core, int value) { core.windowNum = value; }, nullptr},
+        {"--depth", "N", "Samples that the memory holds, of all windows", {},
+            [](AoCore& core, int value) { core.storageDepth = value; }, nullptr},
+        {"--memory", "KIND", "Of the samples: block SRAM, registers or shadow SRAM", kMemoryWords,
+            [](AoCore& core, int value) { core.implementation = value; },
+            [](AOCore_Lite& core, int value) { core.implementation = value; }},
+        {"--edge", "EDGE", "Of the sample clock, that takes samples: rising or falling", kEdgeWords,
+            [](AoCore& core, int value) { core.trigType = value; },
+            [](AOCore_Lite& core, int value) { core.trigType = value; }},
+        {"--expression-type", "TYPE", "What all expressions are: static or dynamic", kExpressionWords,
+            [](AoCore& core, int value) { core.expressionType = value; }, nullptr},
+        {"--table-memory", "KIND", "Of dynamic expressions' tables", kMemoryWords,
+            [](AoCore& core, int value) { core.exImplementation = value; }, nullptr},
+        {"--power-up", "SWITCH", "Capture from power-up on: on or off", kSwitchWords,
+            [](AoCore& core, int value) { core.captureInitDataEnabled = value; },
+            [](AOCore_Lite& core, int value) { core.captureInitDataEnabled = value; }},
+        {"--force-falling", "SWITCH", "Force the trigger by the falling edge: on or off",
+            kSwitchWords,
+            [](AoCore& core, int value) { core.forceTriggerByFallingEdge = value; }, nullptr},
+        {"--input-register", "SWITCH", "Of a Lite core, before its memory: on or off", kSwitchWords,
+            nullptr, [](AOCore_Lite& core, int value) { core.inputRegisterEnabled = value; }},
+  // clang-format on
+    };
+    return settings;
+}
+
+void changeCores(const CoreChanges& changes, Configuration& configuration, Messages& problems)
+{
+    const std::vector<CoreSetting>& settings = coreSettings();
+    for (size_t i = 0; i < settings.size(); ++i) {
+        changeEach(settings[i].option, changes.settings.at(i), configuration, problems,
+            splitSetting, [&](const Change& change, QString& error) {
+                return setSetting(settings[i], change, configuration, error);
+            });
+    }
+    changeEach("--unit", changes.units, configuration, problems, splitUnit,
+        standardOnly(configuration, setUnit));
+    QHash<const AoCore*, QSet<int>> removed;
+    changeEach("--expression", changes.expressions, configuration, problems, splitLevel,
+        standardOnly(configuration, [&](const Change& change, AoCore& core, QString& error) {
+            return setExpression(change, core, removed[&core], error);
+        }));
+    for (AoCore* core : qAsConst(configuration.cores))
+        removeExpressions(*core, removed.value(core));
+}
+
+const MatchUnit* changedUnit(const QString& text, const Configuration& configuration, int* core)
+{
+    Change change;
+    QString error;
+    if (!splitUnit(text, configuration, change, error) || configuration.mode == Lite)
+        return nullptr;
+    *core = change.core;
+    return configuration.cores.at(change.core)->matchUnit(change.name.mid(1).toInt());
+}
