@@ -3,21 +3,20 @@
 
 #include <dev/device_db.h>
 
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void fuzz(const QByteArray& input)
 {
-    const MemoryFile file(data, size);
+    const MemoryFile file(input);
     DEV::DeviceDb& db = DEV::DeviceDb::instance();
     const int before = db.chips().size();
     QString error;
     if (!db.load(file.path(), &error)) {
         require(!error.isEmpty(), "a refusal says why");
         require(db.chips().size() == before, "a refused catalogue changes nothing");
-        return 0;
+        return;
     }
     const QList<DEV::ChipInfo> chips = db.chips();
     for (const DEV::ChipInfo& chip : chips) {
         require(!chip.partNumber.isEmpty(), "a part has a number");
         require(db.find(chip.partNumber, chip.name).package == chip.package, "a part is found");
     }
-    return 0;
 }

@@ -61,10 +61,9 @@ void requireShowable(const QString& text)
 
 }
 
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void fuzz(const QByteArray& input)
 {
-    silenceLog();
-    const QString name = QString::fromUtf8(reinterpret_cast<const char*>(data), int(size));
+    const QString name = QString::fromUtf8(input);
     requireShowable(name);
     OXA::AoCore core(0);
     core.sampleClock = name;
@@ -72,5 +71,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     require((fault != nullptr) == (OXA::wordFaults({&core}).size() == 1), "the clock is looked at");
     if (!fault && !name.isEmpty())
         requireOneWord(name);
-    return 0;
 }

@@ -20,8 +20,8 @@ constexpr int kLongestScan = 1 << 13;
 
 class LyingTarget : public JtagLink {
 public:
-    LyingTarget(const uint8_t* data, size_t size)
-        : m_bytes(reinterpret_cast<const char*>(data), int(size))
+    explicit LyingTarget(const QByteArray& bytes)
+        : m_bytes(bytes)
     {
     }
 
@@ -92,20 +92,20 @@ void readOut(AnalyzerClient& client, const CoreIdentity& core, const TriggerSetu
 
 }
 
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void fuzz(const QByteArray& input)
 {
-    if (size < kSetupBytes + 1)
-        return 0;
+    if (input.size() < kSetupBytes + 1)
+        return;
     TriggerSetup setup;
-    setup.captureAmount = 1 + qFromLittleEndian<quint16>(data) % 1024;
-    setup.triggerPos = qFromLittleEndian<quint16>(data + 2) % setup.captureAmount;
-    setup.windowNum = 1 + qFromLittleEndian<quint16>(data + 4) % 64;
-    LyingTarget target(data + kSetupBytes, size - kSetupBytes);
+    setup.captureAmount = 1 + qFromLittleEndian<quint16>(input.data()) % 1024;
+    setup.triggerPos = qFromLittleEndian<quint16>(input.data() + 2) % setup.captureAmount;
+    setup.windowNum = 1 + qFromLittleEndian<quint16>(input.data() + 4) % 64;
+    LyingTarget target(input.mid(kSetupBytes));
     AnalyzerClient client(target, BitString(8, 5));
     std::vector<CoreIdentity> cores;
     if (!client.begin() || !client.discover(cores)) {
         require(!client.error().isEmpty(), "a failure says why");
-        return 0;
+        return;
     }
     const OXA::AoCore standard(0);
     const OXA::AOCore_Lite lite;
@@ -114,5 +114,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         differences(core, lite);
         readOut(client, core, setup);
     }
-    return 0;
 }

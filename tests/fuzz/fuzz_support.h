@@ -5,13 +5,13 @@
 #include <QByteArrayList>
 #include <QString>
 
-#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <sys/mman.h>
 #include <unistd.h>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
+/// What a target does with each input: it requires what has to hold.
+void fuzz(const QByteArray& input);
 
 /// Ends the run as a finding, whatever the build type.
 inline void require(bool holds, const char* what)
@@ -25,10 +25,11 @@ inline void require(bool holds, const char* what)
 /// A file in memory, for functions that take a path.
 class MemoryFile {
 public:
-    MemoryFile(const uint8_t* data, size_t size)
+    explicit MemoryFile(const QByteArray& content)
         : m_descriptor(memfd_create("fuzz", 0))
     {
-        require(write(m_descriptor, data, size) == ssize_t(size), "the input is written");
+        require(write(m_descriptor, content.constData(), size_t(content.size())) == content.size(),
+            "the input is written");
     }
     ~MemoryFile() { close(m_descriptor); }
     MemoryFile(const MemoryFile&) = delete;
@@ -40,15 +41,5 @@ public:
 private:
     int m_descriptor;
 };
-
-/// Keeps the library's log quiet: what it says of bad input is of no interest here.
-inline void silenceLog()
-{
-    static const bool once = [] {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-        return true;
-    }();
-    Q_UNUSED(once)
-}
 
 #endif

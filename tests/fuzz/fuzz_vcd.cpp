@@ -1,13 +1,17 @@
-// Any file as a waveform: read to its end, or refused with the line.
+// Any file as a waveform: read to its end, or refused with the line. The name under which a
+// variable is shown finds it, or others that it may mean, too.
 #include "fuzz_support.h"
 
-#include "oxacapture/waveform/vcd_reader.h"
+#include "oxacapture/waveform/signal_finder.h"
 
 #include <algorithm>
+#include <map>
+
+using namespace OXA_CAPTURE;
 
 namespace {
 
-class CountingSink : public OXA_CAPTURE::VcdSink {
+class CountingSink : public VcdSink {
 public:
     explicit CountingSink(std::vector<int> widths)
         : m_widths(std::move(widths))
@@ -29,20 +33,49 @@ private:
     quint64 m_time = 0;
 };
 
+/// What is left of a name when everything that separates or marks components is gone.
+std::string bare(std::string name)
+{
+    const auto isMark = [](char c) { return std::string("\\ /.").find(c) != std::string::npos; };
+    name.erase(std::remove_if(name.begin(), name.end(), isMark), name.end());
+    return name;
 }
 
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void requireFound(VcdReader& reader)
 {
-    const MemoryFile file(data, size);
-    OXA_CAPTURE::VcdReader reader(file.path());
-    if (!reader.readHeader()) {
-        require(!reader.message().text.isEmpty(), "a refusal says why");
-        return 0;
+    std::map<std::string, int> uses; // of the bare names
+    for (const VcdVariable& variable : reader.variables())
+        ++uses[bare(reader.fullName(variable))];
+    const SignalFinder finder(reader);
+    for (const VcdVariable& variable : reader.variables()) {
+        const std::string name = reader.fullName(variable);
+        QString shown = QString::fromStdString(name);
+        if (variable.width == 0 || shown.toStdString() != name)
+            continue; // no text that a configuration can hold
+        if (variable.width > 1 || variable.hasRange)
+            shown += QString("[%1]").arg(variable.lsb);
+        Messages messages;
+        const WaveformBit found = finder.find(shown, &messages);
+        require((found.code < 0) == !messages.isEmpty(), "a name that is not found says why");
+        if (uses[bare(name)] > 1 || bare(name).find('[') != std::string::npos)
+            continue; // it may mean another one as well
+        require(found.code == variable.code && found.bit == variable.width - 1,
+            "a variable is found by its name");
     }
+}
+
+}
+
+void fuzz(const QByteArray& input)
+{
+    const MemoryFile file(input);
+    VcdReader reader(file.path());
+    if (!reader.readHeader())
+        return require(!reader.message().text.isEmpty(), "a refusal says why");
+    requireFound(reader);
     std::vector<int> codes;
     std::vector<int> widths;
-    for (const OXA_CAPTURE::VcdVariable& variable : reader.variables()) {
-        reader.fullName(variable);
+    for (const VcdVariable& variable : reader.variables()) {
         if (variable.width == 0
             || std::find(codes.begin(), codes.end(), variable.code) != codes.end())
             continue;
@@ -51,5 +84,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     CountingSink sink(widths);
     require(reader.readChanges(codes, sink) || !reader.message().text.isEmpty(), "says why");
-    return 0;
 }

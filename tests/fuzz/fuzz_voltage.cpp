@@ -35,12 +35,11 @@ void requireChoices(const QStringList& choices, const QString& standard)
 
 }
 
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+void fuzz(const QByteArray& input)
 {
-    silenceLog();
     static const bool once = (linkTable(), true);
     Q_UNUSED(once)
-    const MemoryFile file(data, size);
+    const MemoryFile file(input);
     require(dup2(file.descriptor(), kTableDescriptor) >= 0, "the table is this input");
 
     const OXA::Voltage voltage("QX1N-9", "QX1N-9LV-QFN88-C6");
@@ -51,5 +50,4 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
         + int(voltage.isVCCXVCCLDOShortCircuit()) + int(voltage.isVCCVCCLDOShortCircuit());
     require(shorts <= 1, "a note tells of one short");
     require(!voltage.data.isEmpty() || shorts == 0, "without a row nothing is shorted");
-    return 0;
 }

@@ -13,9 +13,7 @@ int main(int argc, char** argv)
         for (const QString& name : directory.entryList(QDir::Files, QDir::Name)) {
             QFile file(directory.filePath(name));
             require(file.open(QIODevice::ReadOnly), "the seed can be read");
-            const QByteArray input = file.readAll();
-            LLVMFuzzerTestOneInput(
-                reinterpret_cast<const uint8_t*>(input.constData()), size_t(input.size()));
+            fuzz(file.readAll());
             ++count;
         }
     }

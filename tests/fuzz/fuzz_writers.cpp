@@ -1,0 +1,154 @@
+// Captures with a line of the input as the name of each signal, as tables, dumps and sigrok
+// sessions: each signal has a name of its own there, and no name becomes anything else.
+#include "fuzz_support.h"
+
+#include "oxacapture/files/capture_result.h"
+#include "oxacapture/waveform/vcd_reader.h"
+#include "support/files.h"
+#include "support/signals.h"
+
+#include <QSet>
+
+#include <zip.h>
+
+using namespace OXA_CAPTURE;
+
+namespace {
+
+constexpr int kMostSignals = 64; // of a core
+constexpr int kSamples = 3;
+
+/// Two cores with the same signals, some of them buses, and a window each.
+Capture captureOf(const QByteArray& input)
+{
+    CapturedCore core;
+    int width = 0;
+    for (const QByteArray& line : input.split('\n').mid(0, kMostSignals)) {
+        const QString name = QString::fromUtf8(line);
+        core.items += core.items.size() % 3 == 2 ? busOf(name, 2) : signalOf(name);
+        width += core.items.last().bitCount();
+    }
+    const SampleLayout layout({width});
+    SampleTable table(layout);
+    for (int sample = 0; sample < kSamples; ++sample)
+        table.append(std::vector<quint64>(size_t(layout.rowWords()), quint64(sample)).data());
+    core.windows.push_back({
+        {0, kSamples, 1},
+        table
+    });
+    Capture capture {core, core};
+    capture[1].index = 7;
+    return capture;
+}
+
+/// The bytes that the writer for the ending makes of a capture.
+QByteArray written(const Capture& capture, const char* ending)
+{
+    const QString path = QString("/dev/shm/fuzz_writers.%1.").arg(getpid()) + ending;
+    QString error;
+    require(writeCapture(path, capture, &error), "a capture can be written");
+    return bytesOf(path);
+}
+
+QList<QStringList> rowsOf(const QString& csv)
+{
+    QList<QStringList> rows {{}};
+    QString cell;
+    bool quoted = false;
+    for (int i = 0; i < csv.size(); ++i) {
+        const QChar c = csv.at(i);
+        if (quoted && c == '"' && csv.mid(i + 1, 1) == "\"") {
+            cell += csv.at(++i);
+        } else if (c == '"') {
+            quoted = !quoted;
+        } else if (!quoted && (c == ',' || c == '\n')) {
+            rows.last() += cell;
+            cell.clear();
+            if (c == '\n')
+                rows += QStringList();
+        } else {
+            cell += c;
+        }
+    }
+    require(!quoted && cell.isEmpty() && rows.last().isEmpty(), "the table ends with a row");
+    return rows;
+}
+
+void requireCsv(const Capture& capture)
+{
+    QStringList columns = OXA::flattenedNames(capture[0].items);
+    columns.removeDuplicates();
+    const QList<QStringList> rows = rowsOf(QString::fromUtf8(written(capture, "csv")));
+    require(rows.size() == 1 + 2 * kSamples + 1, "a row a sample");
+    for (const QStringList& row : rows.mid(0, rows.size() - 1))
+        require(row.size() == 4 + columns.size(), "a column a signal");
+    for (int i = 0; i < columns.size(); ++i) {
+        const QString shown = rows.first().at(4 + i);
+        require(QString(shown).remove('\'') == QString(columns.at(i)).remove('\''), "its name");
+        require(shown.isEmpty() || !QString("=+-@\t\r\n").contains(shown.at(0)), "no formula");
+    }
+}
+
+void requireVcd(const Capture& capture)
+{
+    const MemoryFile file(written(capture, "vcd"));
+    VcdReader reader(file.path());
+    require(reader.readHeader(), "a dump can be read");
+    QSet<QString> names;
+    for (const VcdVariable& variable : reader.variables())
+        names += QString("%1 %2 %3 %4")
+                     .arg(QString::number(variable.scope), QString::fromStdString(variable.name),
+                         QString::number(variable.msb), QString::number(variable.hasRange));
+    require(names.size() == int(reader.variables().size()), "no two variables have one name");
+    QSet<QStringList> items;
+    for (const OXA::SignalItem& item : capture[0].items)
+        items += OXA::flattenedNames({item});
+    require(names.size() == 2 * (items.size() + 2), "a variable a signal, a trigger and a window");
+}
+
+QByteArray member(zip_t* zip, const char* name)
+{
+    zip_stat_t stat;
+    require(zip_stat(zip, name, 0, &stat) == 0, "the session is complete");
+    QByteArray bytes(int(stat.size), '\0');
+    zip_file_t* file = zip_fopen(zip, name, 0);
+    require(file && zip_fread(file, bytes.data(), stat.size) == bytes.size(), "it can be read");
+    zip_fclose(file);
+    return bytes;
+}
+
+void requireSigrok(const Capture& capture)
+{
+    const QByteArray session = written(capture, "sr");
+    zip_source_t* source
+        = zip_source_buffer_create(session.constData(), zip_uint64_t(session.size()), 0, nullptr);
+    zip_t* zip = zip_open_from_source(source, ZIP_RDONLY, nullptr);
+    require(zip, "a session is an archive");
+    const int samples = member(zip, "logic-1-1").size();
+    QList<QByteArray> lines = member(zip, "metadata").split('\n');
+    zip_close(zip);
+    QStringList signalNames = OXA::flattenedNames(capture[0].items);
+    signalNames.removeDuplicates();
+    const int channels = 2 * (signalNames.size() + 2);
+    require(samples == kSamples * ((channels + 7) / 8), "a unit a sample");
+    QSet<QByteArray> names;
+    int others = 0;
+    for (const QByteArray& line : lines) {
+        if (line.startsWith("probe"))
+            names += line.mid(line.indexOf('=') + 1);
+        else
+            ++others;
+    }
+    require(names.size() == channels && !names.contains(""), "a name a channel");
+    require(others == 9, "no line that a name made");
+}
+
+}
+
+void fuzz(const QByteArray& input)
+{
+    const Capture capture = captureOf(input);
+    requireCsv(capture);
+    requireVcd(capture);
+    requireSigrok(capture);
+}
