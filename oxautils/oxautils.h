@@ -15,6 +15,7 @@
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
 #include "oxautils/encoding/match_registers.h"
+#include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/generate/build_run.h"

@@ -27,6 +27,7 @@ repeated.
   oxa set uart.oxa --unit 1.M0='T2 not in 3..7, 3 times in a row'
   oxa set uart.oxa --unit M0='Extended: T0 == 1X0R' --samples 1=256
   oxa set uart.oxa --unit M3=off --expression 1=none
+  oxa set uart.oxa --port T3='uart_tx/busy, uart_tx/state' --unit M3='T3 == 6'
 
 A unit is [TYPE:] PORT and ==, !=, <, <=, >, >= VALUE, or [not] in VALUE..VALUE, or,
 of a port of one signal, rises, falls or changes; then perhaps ", N times [in a
@@ -34,6 +35,9 @@ row]". The cheapest type that suffices is taken when none is named. "off" and "o
 switch a unit and keep its settings. A value is a digit 0, 1, X (any), R (rises), F
 (falls), B (changes) or N (does not) for each signal of the port, or a decimal
 number, or one with 0b or 0x in front; docs/settings.md has all of it.
+
+NAMES are signals, buses or bits that the core captures or watches already, separated
+by commas, the most significant first; "none" leaves the port without any.
 
 LEVEL is an expression's position, from 0; the next one that is free adds one,
 and "none" takes one out.
@@ -45,7 +49,7 @@ not find before; when an option cannot be read, the status is 2.)";
 struct Options {
     QString file;
     QString output;
-    CoreChanges changes {{}, {}, std::vector<QStringList>(coreSettings().size())};
+    CoreChanges changes {{}, {}, {}, std::vector<QStringList>(coreSettings().size())};
     bool json = false;
 };
 
@@ -165,6 +169,8 @@ void addSet(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "set", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
+    addTexts(*command, "--port", options->changes.ports, "The signals of a trigger port")
+        ->type_name("[CORE.]PORT=NAMES");
     addTexts(*command, "--unit", options->changes.units, "What a match unit compares")
         ->type_name("[CORE.]UNIT=TEXT");
     addTexts(*command, "--expression", options->changes.expressions, "A trigger expression")

@@ -7,6 +7,7 @@
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
+#include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/model/limits.h"
 
@@ -22,8 +23,9 @@ constexpr char kHelp[]
 whose checksum differs was changed by something that did not know about it, or
 damaged, and hosts may refuse it. `oxa set FILE` sets it right.
 
-`oxa set` takes the texts of match units, after their names, and of expressions, as
-they are printed here; in --json a unit's "text" has it.
+`oxa set` takes the texts of match units and trigger ports, behind their names and the
+number of bits, and of expressions, as they are printed here; in --json they are
+"text".
 
 Programs write the trigger position when they arm a core. Of what a core captures
 from power-up on, before that, the position is one more on some devices, which are
@@ -57,21 +59,6 @@ QString edgeText(int trigType)
     return Words(kEdgeWords).has(trigType) ? kEdgeWords[trigType] : QString::number(trigType);
 }
 
-QString nameOf(const OXA::SignalItem& item)
-{
-    const QString& name = item.text.isEmpty() ? item.name : item.text;
-    const QString width = item.isBus() ? QString(" (%1)").arg(item.bitCount()) : QString();
-    return name + width + (item.captureEnable ? "" : " (not captured)");
-}
-
-QStringList namesOf(const QList<OXA::SignalItem>& items)
-{
-    QStringList names;
-    for (const OXA::SignalItem& item : items)
-        names += nameOf(item);
-    return names;
-}
-
 const char* expressionKind(const OXA::AoCore& core)
 {
     return kExpressionWords[core.expressionType == OXA::DynamicExpressions];
@@ -85,14 +72,14 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString
         out << ", module " << core.moduleName;
     out << "\n  data     " << bitsText(core.dataSignals().size()) << " x " << core.storageDepth
         << " samples in " << storageText(core.implementation) << ": "
-        << namesOf(core.signalList).join(", ") << "\n  windows  " << core.windowNum << " of "
+        << OXA::signalsText(core.signalList) << "\n  windows  " << core.windowNum << " of "
         << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
     if (core.captureInitDataEnabled)
         out << "  armed    from power-up on; its windows from then have "
             << OXA_CAPTURE::powerUpText(core, file) << '\n';
     for (const OXA::TriggerPort* port : core.availableTriggers())
         out << "  T" << port->index << "       " << bitsText(port->singleSignals().size()) << ": "
-            << namesOf(port->signalList).join(", ") << '\n';
+            << OXA::signalsText(port->signalList) << '\n';
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
         out << "  M" << unit->index << "       " << OXA::unitText(*unit) << '\n';
     out << "  trigger  " << expressionKind(core) << ", "
@@ -113,7 +100,7 @@ void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const QS
         out << ", module " << core.moduleName;
     out << "\n  data     " << bitsText(core.dataSignals().size()) << " x " << core.captureAmount
         << " samples in " << storageText(core.implementation) << ": "
-        << namesOf(core.signalList).join(", ") << '\n';
+        << OXA::signalsText(core.signalList) << '\n';
     if (core.inputRegisterEnabled)
         out << "           behind an input register\n";
     if (core.captureInitDataEnabled)
@@ -159,7 +146,8 @@ QJsonObject toJson(const OXA::AoCore& core, const QString& file)
     for (const OXA::TriggerPort* port : core.availableTriggers())
         ports += QJsonObject {
             {"index",   port->index                                      },
-            {"signals", QJsonArray::fromStringList(port->singleSignals())}
+            {"signals", QJsonArray::fromStringList(port->singleSignals())},
+            {"text",    OXA::signalsText(port->signalList)               }
         };
     QJsonArray units;
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())

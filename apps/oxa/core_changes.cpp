@@ -1,5 +1,6 @@
 #include "core_changes.h"
 
+#include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/model/limits.h"
 
@@ -12,7 +13,7 @@ using OXA_CAPTURE::Messages;
 
 namespace {
 
-constexpr char kNone[] = "none"; // the expression that is taken out
+constexpr char kNone[] = "none"; // the expression, or the port's signals, that are taken out
 
 /// What an option says: of which core, what of it, and the text or number that it becomes.
 struct Change {
@@ -65,6 +66,12 @@ bool splitUnit(
     return splitNamed(text, "M(?:\\d|1[0-5])", "M3=T0 == 5", configuration, change, error);
 }
 
+bool splitPort(
+    const QString& text, const Configuration& configuration, Change& change, QString& error)
+{
+    return splitNamed(text, "T(?:\\d|1[0-5])", "T0=SIGNAL, SIGNAL", configuration, change, error);
+}
+
 bool splitLevel(
     const QString& text, const Configuration& configuration, Change& change, QString& error)
 {
@@ -77,6 +84,15 @@ bool splitSetting(
     const int equals = text.indexOf('=');
     change.value = text.mid(equals + 1);
     return findCore(text.left(qMax(equals, 0)), configuration, change.core, error);
+}
+
+bool setPort(const Change& change, AoCore& core, QString& error)
+{
+    QList<SignalItem>& items = core.getTrigger(change.name.mid(1).toInt())->signalList;
+    if (change.value.trimmed() != kNone)
+        return signalsFromText(change.value, core, items, &error);
+    items.clear();
+    return true;
 }
 
 bool setUnit(const Change& change, AoCore& core, QString& error)
@@ -194,7 +210,8 @@ const std::vector<CoreSetting>& coreSettings()
         {"--edge", "EDGE", "Of the sample clock, that takes samples: rising or falling", kEdgeWords,
             [](AoCore& core, int value) { core.trigType = value; },
             [](AOCore_Lite& core, int value) { core.trigType = value; }},
-        {"--expression-type", "TYPE", "What all expressions are: static or dynamic", kExpressionWords,
+        {"--expression-type", "TYPE", "What all expressions are: static or dynamic",
+            kExpressionWords,
             [](AoCore& core, int value) { core.expressionType = value; }, nullptr},
         {"--table-memory", "KIND", "Of dynamic expressions' tables", kMemoryWords,
             [](AoCore& core, int value) { core.exImplementation = value; }, nullptr},
@@ -220,6 +237,8 @@ void changeCores(const CoreChanges& changes, Configuration& configuration, Messa
                 return setSetting(settings[i], change, configuration, error);
             });
     }
+    changeEach("--port", changes.ports, configuration, problems, splitPort,
+        standardOnly(configuration, setPort));
     changeEach("--unit", changes.units, configuration, problems, splitUnit,
         standardOnly(configuration, setUnit));
     QHash<const AoCore*, QSet<int>> removed;

@@ -25,6 +25,7 @@ const std::vector<CoreSetting>& coreSettings();
 /// What a call changes of a configuration, as its options say it. CORE is a position from 0, and
 /// may be left out when there is one core.
 struct CoreChanges {
+    QStringList ports; ///< "CORE.T0=u/start, u/data"
     QStringList units; ///< "CORE.M3=T0 == 5"
     QStringList expressions; ///< "CORE.0=M1 && M2"
     std::vector<QStringList> settings; ///< "CORE=256", a list for each of `coreSettings`
