@@ -68,7 +68,6 @@ private Q_SLOTS:
     void init();
     void goldenDirectories_data();
     void goldenDirectories();
-    void depthsAsDefines();
     void configurationNameDecidesTheDepthRegister();
     void namesThatNoEscapeSaves();
     void controlTopsByDevice();
@@ -79,7 +78,6 @@ private Q_SLOTS:
     void nothingToGenerate();
     void filesThatCannotBeOpened();
     void emptyingADirectory();
-    void inputsInTheWorkDirectoryStay_data();
     void inputsInTheWorkDirectoryStay();
     void placesThatARunRefuses();
     void manySignals();
@@ -138,25 +136,6 @@ void TestGenerate::goldenDirectories()
     QVERIFY(files.size() >= 4);
     for (const QString& file : files)
         QCOMPARE(bytesOf(arg.workDir + "/" + file), bytesOf(golden + "/" + file));
-}
-
-void TestGenerate::depthsAsDefines()
-{
-    const QList<QPair<int, QByteArray>> rows = {
-        {1024,   "9"           },
-        {1,      "-1"          },
-        {2,      "-2.52982e-08"},
-        {3,      "0.584962"    },
-        {1000,   "8.96578"     },
-        {131072, "16"          },
-        {0,      "-inf"        }
-    };
-    for (const auto& row : rows) {
-        const QByteArray depth = "storage_depth=\"" + QByteArray::number(row.first) + "\"";
-        QCOMPARE(OxaPrepare().prepare(request(configuration(coreElement(depth)))), 1);
-        const QByteArray defines = bytesOf(path("work/ao_0/qx_ao_top_define.v"));
-        QVERIFY2(defines.endsWith("`define CORE0_SEG" + row.second + "\n"), defines);
-    }
 }
 
 void TestGenerate::configurationNameDecidesTheDepthRegister()
@@ -222,57 +201,54 @@ void TestGenerate::ownTop()
 // are clean.
 void TestGenerate::requestsHoldThePreparedLists()
 {
-    struct Row {
-        QByteArray content;
-        const char *project, *ip;
-        QStringList cores;
+    const QList<QPair<QByteArray, QStringList>> rows = {
+        {configuration(coreElement("") + coreElement("")),
+         {"oxa_std", "OXA", "QX_AO_0/qx_ao_crc32.v", "QX_AO_0/qx_ao_match.v",
+                "QX_AO_0/qx_ao_mem_ctrl.v", "QX_AO_0/qx_ao_top.v", "QX_AO_1/qx_ao_crc32.v",
+                "QX_AO_1/qx_ao_match.v", "QX_AO_1/qx_ao_mem_ctrl.v", "QX_AO_1/qx_ao_top.v",
+                "QX_CON/qx_con_top.v"}},
+        {bytesOf(kGolden + "/lite.oxa"),
+         {"oxa_lite", "OXA_LITE", "QX_AO_0/qx_ao_mem_ctrl.v", "QX_AO_0/qx_ao_top.v",
+                "QX_CON/qx_con_top.v"}},
     };
-    const QStringList standard
-        = {"QX_AO_0/qx_ao_crc32.v", "QX_AO_0/qx_ao_match.v", "QX_AO_0/qx_ao_mem_ctrl.v",
-            "QX_AO_0/qx_ao_top.v", "QX_AO_1/qx_ao_crc32.v", "QX_AO_1/qx_ao_match.v",
-            "QX_AO_1/qx_ao_mem_ctrl.v", "QX_AO_1/qx_ao_top.v", "QX_CON/qx_con_top.v"};
-    const Row rows[] = {
-        {configuration(coreElement("") + coreElement("")), "oxa_std",  "OXA",      standard},
-        {bytesOf(kGolden + "/lite.oxa"),                   "oxa_lite", "OXA_LITE",
-         {"QX_AO_0/qx_ao_mem_ctrl.v", "QX_AO_0/qx_ao_top.v", "QX_CON/qx_con_top.v"}        },
-    };
-    for (const Row& row : rows) {
-        OxaArg arg = request(row.content);
+    for (const auto& row : rows) {
+        OxaArg arg = request(row.first);
         arg.workDir += "//x/..";
+        const QString ip = row.second.at(1);
         QStringList files;
-        for (const QString& file : row.cores)
-            files += path("ip//") + row.ip + '/' + file;
-        files += arg.workDir + "/qx_oxa_top.v";
-        const QStringList includes = {path("work"), path("ip/") + row.ip};
-        OxaPrepare prepared;
-        prepared.files = QStringList {"left from before"};
-        QCOMPARE(prepared.prepare(arg), 1);
-        QCOMPARE(prepared.files, files);
-        QCOMPARE(prepared.includePaths, includes);
-
-        QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), 0);
-        const QMap<QString, QVariant> sent = EngineDouble::instance().requests.last();
         QVariantList sources;
+        for (const QString& file : row.second.mid(2))
+            files += path("ip//") + ip + '/' + file;
+        files += arg.workDir + "/qx_oxa_top.v";
         for (const QString& file : files)
             sources += QVariantMap {
                 {"path", QDir::cleanPath(file)},
                 {"type", "verilog"            }
             };
-        const QMap<QString, QVariant> expected = {
-            {"work_dir",     path("work")                                                       },
-            {"project_name", row.project                                                        },
-            {"iniconfig",    QStringList("RESOURCE_CHECK=false")                                },
-            {"files",        sources                                                            },
-            {"options",      sent.value("options")                                              },
-            {"device",
-             QVariantMap {
-                    {"pn", "PART"}, {"name", "QX1N-9"}, {"package", "QN48"}, {"speed", "C6/I5"}}},
+        OxaPrepare prepared;
+        prepared.files = QStringList {"left from before"};
+        QCOMPARE(prepared.prepare(arg), 1);
+        QCOMPARE(prepared.files, files);
+        QCOMPARE(prepared.includePaths, QStringList({path("work"), path("ip/") + ip}));
+
+        QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), 0);
+        const QMap<QString, QVariant> sent = EngineDouble::instance().requests.last();
+        QCOMPARE(sent.size(), 6);
+        QCOMPARE(sent["work_dir"], QVariant(path("work")));
+        QCOMPARE(sent["project_name"], QVariant(row.second.at(0)));
+        QCOMPARE(sent["iniconfig"], QVariant(QStringList("RESOURCE_CHECK=false")));
+        QCOMPARE(sent["files"], QVariant(sources));
+        const QVariantMap device = {
+            {"pn",      "PART"  },
+            {"name",    "QX1N-9"},
+            {"package", "QN48"  },
+            {"speed",   "C6/I5" }
         };
-        QCOMPARE(sent, expected);
-        const QMultiMap<QString, QVariant> options(sent.value("options").toMap());
+        QCOMPARE(sent["device"].toMap(), device);
+        const QMultiMap<QString, QVariant> options(sent["options"].toMap());
         QCOMPARE(options.values("output_file"), QVariantList({path("out/netlist.v")}));
         QCOMPARE(options.values("disable_insert_pad"), QVariantList({"1"}));
-        QCOMPARE(options.values("include_path"), QVariantList({includes.at(1), includes.at(0)}));
+        QCOMPARE(options.values("include_path"), QVariantList({path("ip/") + ip, path("work")}));
     }
 }
 
@@ -401,45 +377,36 @@ void TestGenerate::emptyingADirectory()
     QVERIFY(QFile::exists(path("tree/kept")) && !QFile::exists(path("outside/kept")));
 }
 
-struct InputRow {
-    const char *what, *config, *ip, *workDir, *catalogue; // below the test's directory
-};
-
-constexpr InputRow kInputs[] = {
-    {"configuration",                 "work/sub/a.oxa", "ip",   "work",          ""                   },
-    {"work directory through a link", "work/sub/a.oxa", "ip",   "link",          ""                   },
-    {"cores",                         "a.oxa",          "work", "work/.",        ""                   },
-    {"work directory in the cores",   "a.oxa",          "ip",   "ip/OXA_LITE/x", ""                   },
-    {"device catalogue",              "a.oxa",          "ip",   "work",          "work/sub/linked.csv"},
-    {"unreadable configuration",      "broken.oxa",     "ip",   "work",          ""                   },
-    {"no configuration",              "none.oxa",       "ip",   "work",          ""                   },
-};
-
-void TestGenerate::inputsInTheWorkDirectoryStay_data() { addRows(kInputs); }
-
 void TestGenerate::inputsInTheWorkDirectoryStay()
 {
-    const InputRow& row = rowOf(kInputs);
-    QVERIFY(QDir().mkpath(path("work/sub")) && QDir().mkpath(path("ip/OXA_LITE/x")));
-    QVERIFY(QFile::link(path("work"), path("link")));
+    const QList<QStringList> rows = {
+  // the configuration, the cores and the catalogue
+        {"work/sub/a.oxa", "ip",   ""                   },
+        {"a.oxa",          "work", ""                   },
+        {"a.oxa",          "ip",   "work/sub/linked.csv"},
+        {"broken.oxa",     "ip",   ""                   },
+        {"none.oxa",       "ip",   ""                   }
+    };
     const QByteArray content = configuration(coreElement(""));
-    writeFile(path("work/sub/a.oxa"), content);
-    writeFile(path("ip/OXA_LITE/x/core.v"), content);
-    writeFile(path("broken.oxa"), "<OXA_CONFIG>");
-    QVERIFY(QFile::link(path("devices.csv"), path("work/sub/linked.csv")));
-    OxaArg arg = request(content);
-    arg.configFile = path(row.config);
-    arg.ipDir = path(row.ip);
-    arg.workDir = path(row.workDir);
-    qputenv("OXA_DEVICE_DB", *row.catalogue ? QFile::encodeName(path(row.catalogue)) : "");
-    const QStringList before = filesBelow(m_dir->path());
     const QRegularExpression message("the work directory .* would be emptied, but it holds .*"
                                      "|(none|broken).oxa cannot be read");
-    QTest::ignoreMessage(QtCriticalMsg, message);
-    QCOMPARE(OxaPrepare().prepare(arg), 0);
-    QTest::ignoreMessage(QtCriticalMsg, message);
-    QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
-    QCOMPARE(filesBelow(m_dir->path()), before);
+    for (const QStringList& row : rows) {
+        init();
+        QVERIFY(QDir().mkpath(path("work/sub")));
+        writeFile(path("work/sub/a.oxa"), content);
+        writeFile(path("broken.oxa"), "<OXA_CONFIG>");
+        QVERIFY(QFile::link(path("devices.csv"), path("work/sub/linked.csv")));
+        OxaArg arg = request(content);
+        arg.configFile = path(row.at(0));
+        arg.ipDir = path(row.at(1));
+        qputenv("OXA_DEVICE_DB", row.at(2).isEmpty() ? "" : QFile::encodeName(path(row.at(2))));
+        const QStringList before = filesBelow(m_dir->path());
+        QTest::ignoreMessage(QtCriticalMsg, message);
+        QCOMPARE(OxaPrepare().prepare(arg), 0);
+        QTest::ignoreMessage(QtCriticalMsg, message);
+        QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
+        QCOMPARE(filesBelow(m_dir->path()), before);
+    }
     qunsetenv("OXA_DEVICE_DB");
 }
 

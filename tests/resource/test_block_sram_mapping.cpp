@@ -71,7 +71,7 @@ QHash<QString, int> mappedBlocks(const char* device)
                        instanceOf(point), QString::number(number++));
     SynthesisFixture fixture;
     fixture.addSource("memories.v", (design + "endmodule\n").toUtf8());
-    fixture.setDevice("", device);
+    fixture.setDevice(device);
     if (fixture.run() != 0)
         qWarning().noquote() << fixture.messages();
     const QRegularExpression block("QX_BSRAM #\\([^;]*?\\) \\\\?(m_\\d+_\\d+)");

@@ -4,8 +4,6 @@
 #include "support/files.h"
 
 #include <QDir>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QtTest>
 
 using OXA::Voltage;
@@ -60,6 +58,7 @@ class TestVoltage : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void columns();
     void choicesAndDefaults();
     void firstRowThatFits();
@@ -67,6 +66,9 @@ private Q_SLOTS:
     void oddFiles();
     void withoutTable();
 };
+
+// The table has its place beside the program, which is in a folder of its own.
+void TestVoltage::initTestCase() { QVERIFY(QDir().mkpath(QFileInfo(tablePath()).path())); }
 
 void TestVoltage::columns()
 {
@@ -142,24 +144,5 @@ void TestVoltage::withoutTable()
     QVERIFY(QDir().rmdir(tablePath()));
 }
 
-// The table has its place beside the program: a copy of this one runs in a folder of its own.
-static int runInFolderOfItsOwn(const QCoreApplication& app)
-{
-    QTemporaryDir folder;
-    const QString program = folder.filePath("bin/test_voltage");
-    if (!QDir(folder.path()).mkpath("bin") || !QDir(folder.path()).mkpath("share/device")
-        || !QFile::copy(app.applicationFilePath(), program))
-        return 1;
-    qputenv("OXA_TEST_VOLTAGE", "1");
-    return QProcess::execute(program, app.arguments().mid(1));
-}
-
-int main(int argc, char** argv)
-{
-    QCoreApplication app(argc, argv);
-    if (!qEnvironmentVariableIsSet("OXA_TEST_VOLTAGE"))
-        return runInFolderOfItsOwn(app);
-    TestVoltage test;
-    return QTest::qExec(&test, argc, argv);
-}
+QTEST_GUILESS_MAIN(TestVoltage)
 #include "test_voltage.moc"

@@ -1,14 +1,12 @@
 #include "synthesis_fixture.h"
 
 #include "support/files.h"
-#include "support/patience.h"
 
 #include <norvosyn/request_keys.h>
 
 #include <QDir>
 #include <QFile>
 #include <QMultiMap>
-#include <QProcess>
 #include <QRegularExpression>
 
 using namespace NorvoSyn;
@@ -30,7 +28,7 @@ SynthesisFixture::SynthesisFixture(const QString& subdirectory)
     request[ARG_FILE] = QVariantList();
     request[ARG_OPTION] = QVariantMap(options);
     request[INI_CONFIG] = QStringList {"RESOURCE_CHECK=false"};
-    setDevice("", "QX2A-18");
+    setDevice("QX2A-18");
 }
 
 void SynthesisFixture::write(const QString& name, const QByteArray& text) const
@@ -63,13 +61,13 @@ void SynthesisFixture::set(const QString& key, const QVariant& value)
     }
 }
 
-void SynthesisFixture::setDevice(const QString& partNumber, const QString& name)
+void SynthesisFixture::setDevice(const QString& name)
 {
     request[ARG_DEVICE] = QVariantMap {
-        {ARG_DEVICE_PN,      partNumber},
-        {ARG_DEVICE_NAME,    name      },
-        {ARG_DEVICE_PACKAGE, ""        },
-        {ARG_DEVICE_SPEED,   ""        },
+        {ARG_DEVICE_PN,      ""  },
+        {ARG_DEVICE_NAME,    name},
+        {ARG_DEVICE_PACKAGE, ""  },
+        {ARG_DEVICE_SPEED,   ""  },
     };
 }
 
@@ -84,14 +82,4 @@ int SynthesisFixture::cells(const char* type) const
 {
     const QString netlist = read("out.v");
     return netlist.count(QRegularExpression(QString("(?m)^  %1 (#\\(|\\S)").arg(type)));
-}
-
-QByteArray runProgram(const QString& program, const QStringList& arguments, int* status)
-{
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.start(program, arguments);
-    finished(process);
-    *status = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
-    return process.readAll();
 }

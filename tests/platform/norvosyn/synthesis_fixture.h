@@ -23,7 +23,7 @@ public:
     /// ("device/pn").
     void set(const QString& key, const QVariant& value);
 
-    void setDevice(const QString& partNumber, const QString& name);
+    void setDevice(const QString& name);
 
     /// Puts a shell script in the engine's place.
     void setEngine(const QByteArray& script) const;
@@ -41,8 +41,5 @@ private:
     QTemporaryDir m_dir;
     QString m_root;
 };
-
-/// Runs a program to its end; what it printed on both channels, and its status in `status`.
-QByteArray runProgram(const QString& program, const QStringList& arguments, int* status);
 
 #endif
