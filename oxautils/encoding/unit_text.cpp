@@ -1,5 +1,6 @@
 #include "oxautils/encoding/unit_text.h"
 
+#include "oxautils/encoding/value_text.h"
 #include "oxautils/model/ao_core.h"
 
 #include <QRegularExpression>
@@ -10,10 +11,6 @@
 namespace OXA {
 
 namespace {
-
-constexpr char kDigits[] = "01XRFBN";
-constexpr char kEdges[] = "RFBN";
-constexpr int kWidestBinary = 8; // digits of a number that is still shown in binary
 
 struct Comparison {
     const char* text;
@@ -37,47 +34,7 @@ constexpr Comparison kComparisons[] = {
     {"changes", "changes\\b",   MatchEqual,        "B"    },
 };
 
-bool isMadeOf(const QString& text, const char* characters)
-{
-    const QLatin1String allowed(characters);
-    return std::all_of(text.begin(), text.end(), [&](QChar c) { return allowed.contains(c); });
-}
-
-bool holdsAnyOf(const QString& text, const char* characters)
-{
-    const QLatin1String wanted(characters);
-    return std::any_of(text.begin(), text.end(), [&](QChar c) { return wanted.contains(c); });
-}
-
-/// The digits of `number` in base 2 as those in base 16, filled with 0 in front.
-QString hexDigits(const QString& number)
-{
-    const QString padded = number.rightJustified((number.size() + 3) / 4 * 4, '0');
-    QString digits;
-    for (int at = 0; at < padded.size(); at += 4)
-        digits += QString::number(padded.mid(at, 4).toInt(nullptr, 2), 16);
-    return digits;
-}
-
-/// The bits of hexadecimal `digits`, an X as four of them.
-QString bitsOfHex(const QString& digits)
-{
-    QString bits;
-    for (const QChar c : digits)
-        bits += c.toUpper() == 'X'
-            ? QString("XXXX")
-            : QString::number(QString(c).toInt(nullptr, 16), 2).rightJustified(4, '0');
-    return bits;
-}
-
 int widthOf(const TriggerPort* port) { return port ? port->singleSignals().size() : 0; }
-
-QString valueText(const QString& value, int width)
-{
-    if (width == 0 || value.size() != width || !isMadeOf(value, kDigits))
-        return '"' + value + '"';
-    return width > kWidestBinary && isMadeOf(value, "01") ? "0x" + hexDigits(value) : value;
-}
 
 QString comparisonText(const MatchUnit& unit)
 {
@@ -116,7 +73,7 @@ QStringList typeNames()
 /// The first type that has the function and the edges that `unit` compares with.
 MatchType sufficientType(const MatchUnit& unit)
 {
-    const bool edges = holdsAnyOf(unit.value0 + unit.value1, kEdges);
+    const bool edges = valueHasEdges(unit.value0 + unit.value1);
     int type = MatchBasic;
     while (type < MatchRangeEdges
         && (!optionalFunctions(MatchType(type)).contains(unit.matchFunc)
@@ -160,7 +117,6 @@ private:
     bool readComparison();
     bool readValues(const Comparison& comparison);
     bool readValue(QString& value);
-    bool bitsOf(const QString& word, QString& bits);
     bool readCounter();
 
     QString taken(int group = 1) const { return m_match.captured(group); }
@@ -287,49 +243,10 @@ bool UnitReader::readValue(QString& value)
     const int width = widthOf(m_unit.trigger);
     if (width == 0)
         return failAt(place, "the port has no signals, so it has no values");
-    if (!bitsOf(word, value)) {
-        return failAt(place,
-            QString("write %1 digits 0, 1, X, R, F, B or N, one for each signal, most significant "
-                    "first; or a number: decimal, or with 0b or 0x in front")
-                .arg(width));
-    }
-    // What does not matter, or is 0, need not be there.
-    while (value.size() > width && (value.startsWith('0') || value.startsWith('X')))
-        value.remove(0, 1);
-    if (value.size() > width)
-        return failAt(place,
-            QString("it takes %1 bits, the port has %2 signals")
-                .arg(QString::number(value.size()), QString::number(width)));
-    value = value.rightJustified(width, '0');
-    return true;
-}
-
-/// What `word` stands for, in any number of bits.
-bool UnitReader::bitsOf(const QString& word, QString& bits)
-{
-    const bool fits = word.size() == widthOf(m_unit.trigger);
-    const QString capitals = word.toUpper();
-    bits = word;
-    if (fits && isMadeOf(word, kDigits))
-        return true;
-    bits = m_names ? m_names(*m_unit.trigger, word) : QString();
-    if (!bits.isEmpty())
-        return true;
-    bits = capitals.mid(2);
-    if (word.startsWith("0b"))
-        return !bits.isEmpty() && isMadeOf(bits, kDigits);
-    if (word.startsWith("0x")) {
-        const bool digits = !bits.isEmpty() && isMadeOf(bits, "0123456789ABCDEFX");
-        bits = digits ? bitsOfHex(bits) : bits;
-        return digits;
-    }
-    bits = capitals;
-    if (fits && isMadeOf(capitals, kDigits))
-        return true;
-    bool ok = isMadeOf(word, "0123456789") && (word.size() == 1 || !word.startsWith('0'));
-    if (ok)
-        bits = QString::number(word.toULongLong(&ok), 2);
-    return ok;
+    const auto known = [this](const QString& name) { return m_names(*m_unit.trigger, name); };
+    QString expected;
+    return valueFromText(word, width, m_names ? known : NameToBits(), value, expected)
+        || failAt(place, expected);
 }
 
 bool UnitReader::readCounter()

@@ -29,7 +29,7 @@ constexpr TextRow kTexts[] = {
     {"edges of a range", "T4 in R000..1111",                            "Range w/edges: T4 in R000..1111"                       },
     {"rises",            "T0 rises",                                    "Basic w/edges: T0 rises"                               },
     {"falls",            "T0 == F",                                     "Basic w/edges: T0 falls"                               },
-    {"counted",          "T0 changes, 5 times",                         "Basic w/edges: T0 changes, 5 times (counter of 3 bits)"},
+    {"counted",          "T0 changes, 4 times",                         "Basic w/edges: T0 changes, 4 times (counter of 2 bits)"},
     {"counted in a row", "T0 >= 1, 1 time in a row(counter of 8 bits)",
      "Extended: T0 >= 1, 1 times in a row (counter of 8 bits)"                                                                  },
     {"type",             "range W/edges : T4 <= 2",                     "Range w/edges: T4 <= 0010"                             },
