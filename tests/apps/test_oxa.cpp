@@ -397,6 +397,7 @@ void TestOxa::shellCompletes()
     writeFile(path("two words.vcd"), "");
     const QList<QPair<QStringList, QString>> rows = {
         {{"sh"},                                  "show"             },
+        {{"set", "--edge", "f"},                  "falling"          },
         {{"generate", "--no-s"},                  "--no-synthesis"   },
         {{"check", "--part", "QX1N-9LV-QFN88-C"}, "QX1N-9LV-QFN88-C6"},
         {{"simulate", "--stimulus", "two"},       "two words.vcd"    },

@@ -1,3 +1,4 @@
+#include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/unit_text.h"
 #include "support/rows.h"
 #include "support/signals.h"
@@ -12,7 +13,7 @@ struct TextRow {
     const char *what, *text, *shown;
 };
 
-// T0 has 1 signal, T4 has 4, T9 has 9, T12 has none. "IDLE" is 11 at any port.
+// T0 has 1 signal, T4 has 4, T8 has 8, T9 has 9, T12 has none. "IDLE" is 11 at any port.
 constexpr TextRow kTexts[] = {
     {"digits",           "T4 == 1X0R",                                  "Basic w/edges: T4 == 1X0R"                             },
     {"binary digits",    "T4==0010",                                    "Basic: T4 == 0010"                                     },
@@ -20,7 +21,8 @@ constexpr TextRow kTexts[] = {
     {"0b",               "T4 == 0b1X",                                  "Basic: T4 == 001X"                                     },
     {"0x is no 0, any",  "T4 == 0x0d",                                  "Basic: T4 == 1101"                                     },
     {"any is no 0x",     "T4 == 0X01",                                  "Basic: T4 == 0X01"                                     },
-    {"X of four",        "T9 == 0xX4",                                  "Basic: T9 == 0XXXX0100"                                },
+    {"X of four",        "T9 == 0xXX4",                                 "Basic: T9 == XXXXX0100"                                },
+    {"not wide",         "T8 == 0xa1",                                  "Basic: T8 == 10100001"                                 },
     {"small letters",    "T4 == xxbn",                                  "Basic w/edges: T4 == XXBN"                             },
     {"wide",             "  T9 < 0x43 ",                                "Extended: T9 < 0x043"                                  },
     {"name",             "T4 == IDLE",                                  "Basic: T4 == 0011"                                     },
@@ -49,6 +51,7 @@ constexpr TextRow kFaults[] = {
     {"octal?",         "T4 == 017",                 "character 7, \"017\": write 4 digits 0, 1," },
     {"few digits",     "T4 == 1X0",                 "character 7, \"1X0\": write 4 digits"       },
     {"unknown name",   "T4 == BUSY",                "character 7, \"BUSY\": write 4 digits"      },
+    {"bare 0b",        "T4 == 0b",                  "character 7, \"0b\": write 4 digits"        },
     {"bare 0x",        "T4 == 0x",                  "character 7, \"0x\": write 4 digits"        },
     {"too large",      "T4 == 16",                  "it takes 5 bits, the port has 4 signals"    },
     {"second bound",   "T4 in 1..0x1F, 2 times",    "character 10, \"0x1F, 2 times\": it takes 5"},
@@ -63,7 +66,7 @@ constexpr TextRow kFaults[] = {
 std::unique_ptr<AoCore> makeCore()
 {
     auto core = std::make_unique<AoCore>(0);
-    for (const int width : {1, 4, 9})
+    for (const int width : {1, 4, 8, 9})
         core->getTrigger(width == 1 ? 0 : width)->signalList = {busOf("a", width)};
     return core;
 }
@@ -90,6 +93,7 @@ private Q_SLOTS:
     void faults();
     void readsWhatItShows();
     void switchesKeepSettings();
+    void signalNamesWithCommas();
 };
 
 void TestUnitText::reads()
@@ -150,6 +154,19 @@ void TestUnitText::switchesKeepSettings()
     QCOMPARE(unit.counter, 9);
     QVERIFY(unitFromText("T4 == 1X01", unit, nullptr));
     QCOMPARE(unit.counter, 2);
+}
+
+void TestUnitText::signalNamesWithCommas()
+{
+    AoCore core(0);
+    core.signalList = {signalOf("a"), busOf("a, b", 2)};
+    core.signalList[1].captureEnable = false;
+    QList<SignalItem> items;
+    QString error;
+    QVERIFY2(signalsFromText(signalsText(core.signalList), core, items, &error), qPrintable(error));
+    QCOMPARE(signalsText(items), QString("a, a, b (2)"));
+    QVERIFY(signalsFromText("a, b[0], a, b,a", core, items, &error));
+    QCOMPARE(flattenedNames(items).join(' '), QString("a, b[0] a, b[1] a, b[0] a"));
 }
 
 QTEST_APPLESS_MAIN(TestUnitText)
