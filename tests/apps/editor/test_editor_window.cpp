@@ -5,16 +5,13 @@
 #include "oxa-editor/expression_edit.h"
 #include "oxa-editor/part_choice.h"
 #include "oxa-editor/problems_panel.h"
+#include "oxa-editor/recent_files.h"
 
-#include "oxautils/config/standard_config.h"
 #include "oxautils/editor/match_unit_dialog.h"
 
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
-#include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMimeData>
 #include <QSpinBox>
@@ -31,22 +28,16 @@ private Q_SLOTS:
     void editsOfLiteFilesCanBeUndone();
     void coresAreListed();
     void unitsAreEditedInTheDialog();
-    void valuesFollowTheirBits();
-    void expressionsAreOrdered();
-    void clocksAreCompleted();
     void typingIsOneStep();
-    void undoShowsThePlace();
     void badFilesLeaveTheOldOne();
     void warningsOfFiles();
     void changesAreNotLost();
     void saveAs();
-    void unsavable();
     void fileChangedByOthers();
     void droppedAndRecentFiles();
     void problemsLeadToTheirPlace();
     void costOnAPart();
-    void everythingHasANameAndTakesTheFocus();
-    void mnemonicsAreOneMeaning();
+    void everythingIsReachedByKeys();
 
 private:
     TestFolder m_folder;
@@ -54,15 +45,17 @@ private:
 
 namespace {
 
+constexpr char kExpressions[] = "Expressions in the order of the trigger sequence";
+
 /// Edits something on every page of a Standard configuration, by keys and mouse.
 void editEveryPage(WindowDriver& driver)
 {
     driver.keys("Ctrl+1");
     driver.enter("Sample clock:", "top/clk2");
     driver.enter("Capture amount:", "128");
-    QTest::keyClick(driver.find<QSpinBox>("Storage depth:"), Qt::Key_Up);
-    QTest::keyClick(driver.find<QComboBox>("Edge:"), Qt::Key_Down);
-    QTest::keyClick(driver.find<QCheckBox>("Armed at power-up"), Qt::Key_Space);
+    driver.keyIn("Storage depth:", Qt::Key_Up);
+    driver.keyIn("Edge:", Qt::Key_Down);
+    driver.keyIn("Armed at power-up", Qt::Key_Space);
 
     driver.keys("Ctrl+2");
     auto* signalTree = driver.find<QTreeView>("Signals");
@@ -77,14 +70,17 @@ void editEveryPage(WindowDriver& driver)
     QTest::keyClick(portTree, Qt::Key_Down, Qt::AltModifier);
 
     driver.keys("Ctrl+4");
-    auto* units = driver.find<QTableView>("Match units");
-    QTest::keyClick(units, Qt::Key_Space);
+    driver.keyIn("Match units", Qt::Key_Space);
 
     driver.keys("Ctrl+5");
-    QTest::keyClick(driver.find<QComboBox>("Expressions:"), Qt::Key_Down);
-    QTest::keyClick(driver.find<QComboBox>("Tables in:"), Qt::Key_Down);
+    driver.keyIn("Expressions:", Qt::Key_Down);
+    driver.keyIn("Tables in:", Qt::Key_Down);
     driver.press("Add");
     QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m1&!m2");
+    auto* list = driver.find<QListWidget>(kExpressions);
+    driver.press("Down");
+    list->model()->moveRow({}, 0, {}, 2); // as dragging does
+    QTRY_COMPARE_WITH_TIMEOUT(driver.core().expressions.first(), QString("M1 && M2"), kPatience);
 
     driver.press("Add a copy of the core");
     driver.press("Move the core up");
@@ -114,6 +110,7 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
 {
     const QString path = m_folder.example("uart.oxa");
     WindowDriver driver(path);
+    driver.core().index = 3; // other than its place, which an edit of the list makes it
     driver.keys("Ctrl+S");
     const QByteArray before = bytesOf(path);
     editEveryPage(driver);
@@ -126,8 +123,9 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
     QCOMPARE(core.signalList.at(1).name, QString("uart_tx/tx"));
     QCOMPARE(core.dataSignals().size(), 16);
     QCOMPARE(core.getTrigger(0)->signalList.at(1).name, QString("uart_tx/start"));
+    QCOMPARE(core.matchUnit(0)->value0, QString("01000110R")); // moved with its signals
     QVERIFY(!core.matchUnit(0)->enabled);
-    QCOMPARE(core.expressions, QStringList({"M0", "M1&!M2", "M1 && M2"}));
+    QCOMPARE(core.expressions, QStringList({"M1 && M2", "M0", "M1&!M2"}));
     QCOMPARE(core.expressionType, 1);
     QCOMPARE(core.exImplementation, 1);
     QCOMPARE(core.index, 1);
@@ -141,9 +139,9 @@ void TestEditorWindow::editsOfLiteFilesCanBeUndone()
     driver.keys("Ctrl+S");
     const QByteArray before = bytesOf(path);
     driver.enter("Module:", "other");
-    QTest::keyClick(driver.find<QSpinBox>("Capture amount:"), Qt::Key_Up);
-    QTest::keyClick(driver.find<QComboBox>("Memory:"), Qt::Key_Down);
-    QTest::keyClick(driver.find<QCheckBox>("Register before the memory"), Qt::Key_Space);
+    driver.keyIn("Capture amount:", Qt::Key_Up);
+    driver.keyIn("Memory:", Qt::Key_Down);
+    driver.keyIn("Register before the memory", Qt::Key_Space);
     driver.press("Add a core");
     undoAndRedo(driver, path, before);
     QVERIFY(bytesOf(path).contains("module_name=\"other\""));
@@ -186,85 +184,32 @@ void TestEditorWindow::unitsAreEditedInTheDialog()
     driver.keys("Ctrl+4");
     auto* units = driver.find<QTableView>("Match units");
     const auto inDialog = [&](int port, Qt::Key key) { // chooses != and the port
-        WindowDriver::inModal<MatchUnitDialog>(
+        driver.inModal<MatchUnitDialog>(
             [&](MatchUnitDialog* dialog) {
                 dialog->findChild<QComboBox*>("comboBoxFunc")->setCurrentIndex(1);
                 dialog->onFuncChanged();
                 dialog->findChild<QComboBox*>("comboBoxTrigger")->setCurrentIndex(port);
                 dialog->onTriggerChanged();
                 QTest::keyClick(dialog, key);
+                return true;
             },
             [&] { QTest::keyClick(units, Qt::Key_Return); });
     };
-    const MatchUnit& unit = *driver.core().matchUnit(0);
     inDialog(0, Qt::Key_Escape);
     QVERIFY(!driver.document().isModified());
     inDialog(0, Qt::Key_Return);
-    QCOMPARE(unit.matchFunc, MatchNotEqual);
+    QCOMPARE(driver.core().matchUnit(0)->matchFunc, MatchNotEqual);
     QCOMPARE(units->model()->index(0, 4).data().toString(), QString("!="));
     driver.keys("Ctrl+Z");
-    QCOMPARE(unit.matchFunc, MatchEqual);
     QCOMPARE(units->model()->index(0, 4).data().toString(), QString("=="));
 
     units->selectRow(9);
+    const MatchUnit& unused = *driver.core().matchUnit(9);
     inDialog(-1, Qt::Key_Return);
-    QVERIFY(!driver.core().matchUnit(9)->enabled);
+    QVERIFY(!unused.enabled);
     inDialog(1, Qt::Key_Return);
-    QVERIFY(driver.core().matchUnit(9)->enabled);
-    QCOMPARE(driver.core().matchUnit(9)->trigger, driver.core().getTrigger(1));
-}
-
-void TestEditorWindow::valuesFollowTheirBits()
-{
-    WindowDriver driver(m_folder.example("uart.oxa"));
-    const MatchUnit& unit = *driver.core().matchUnit(0); // start, data[7:0]
-    const QString value = unit.value0;
-    driver.keys("Ctrl+3");
-    auto* tree = driver.find<QTreeView>("Signals");
-    tree->setFocus();
-    tree->setCurrentIndex(tree->model()->index(0, 0));
-    QTest::keyClick(tree, Qt::Key_Down, Qt::AltModifier);
-    QCOMPARE(unit.value0, value.mid(1) + value.left(1));
-    driver.press("Remove");
-    QCOMPARE(unit.value0, value.mid(1));
-    driver.keys("Ctrl+Z");
-    driver.keys("Ctrl+Z");
-    QCOMPARE(unit.value0, value);
-}
-
-void TestEditorWindow::expressionsAreOrdered()
-{
-    WindowDriver driver(m_folder.example("uart.oxa"));
-    driver.keys("Ctrl+5");
-    auto* list = driver.find<QListWidget>("Expressions in the order of the trigger sequence");
-    list->model()->moveRow({}, 1, {}, 0); // as dragging does
-    QTRY_COMPARE_WITH_TIMEOUT(
-        driver.core().expressions, QStringList({"M1 && M2", "M0"}), kPatience);
-    driver.keys("Ctrl+5");
-    list->setCurrentRow(0);
-    QTest::keyClick(list, Qt::Key_Down, Qt::AltModifier);
-    QCOMPARE(driver.core().expressions, QStringList({"M0", "M1 && M2"}));
-    QTest::keyClick(list, Qt::Key_Delete);
-    QCOMPARE(driver.core().expressions, QStringList("M0"));
-    driver.keys("Ctrl+Z");
-    QCOMPARE(driver.core().expressions, QStringList({"M0", "M1 && M2"}));
-    QCOMPARE(list->item(1)->text().right(8), QString("M1 && M2"));
-}
-
-void TestEditorWindow::clocksAreCompleted()
-{
-    WindowDriver driver(m_folder.example("uart.oxa"));
-    driver.press("Add a core");
-    auto* clock = driver.find<QLineEdit>("Sample clock:");
-    clock->setFocus();
-    QTest::keyClicks(clock, "clk");
-    QWidget* popup = QApplication::activePopupWidget();
-    QVERIFY(popup);
-    QTest::keyClick(popup, Qt::Key_Down);
-    QTest::keyClick(popup, Qt::Key_Return);
-    driver.activate();
-    QTest::keyClick(clock, Qt::Key_Tab);
-    QCOMPARE(driver.core(1).sampleClock, QString("uart_tx/clk")); // the other core's
+    QVERIFY(unused.enabled);
+    QCOMPARE(unused.trigger, driver.core().getTrigger(1));
 }
 
 void TestEditorWindow::typingIsOneStep()
@@ -277,8 +222,7 @@ void TestEditorWindow::typingIsOneStep()
     QTest::keyClicks(edit, "|m1|m2");
     QCOMPARE(driver.core().expressions.first(), QString("M0|M1|M2"));
     QCOMPARE(stack.count(), 1);
-    auto* list = driver.find<QListWidget>("Expressions in the order of the trigger sequence");
-    list->setCurrentRow(1);
+    driver.find<QListWidget>(kExpressions)->setCurrentRow(1);
     QTest::keyClicks(edit, "|m0");
     QCOMPARE(stack.count(), 2);
     driver.keys("Ctrl+Z");
@@ -287,31 +231,14 @@ void TestEditorWindow::typingIsOneStep()
     QCOMPARE(edit->toPlainText(), QString("M0"));
 
     driver.keys("Ctrl+1");
-    auto* position = driver.find<QSpinBox>("Trigger position:");
     for (int i = 0; i < 5; ++i)
-        QTest::keyClick(position, Qt::Key_Up);
+        driver.keyIn("Trigger position:", Qt::Key_Up);
     QCOMPARE(driver.core().triggerPos, 37);
     QCOMPARE(stack.count(), 1);
+    driver.keys("Ctrl+2");
     driver.keys("Ctrl+Z");
     QCOMPARE(driver.core().triggerPos, 32);
-
-    driver.find<QCheckBox>("Armed at power-up")->click();
-    auto* powerUp = driver.find<QLabel>("Windows from power-up on");
-    QVERIFY(powerUp && powerUp->text().contains(QRegularExpression(" 32 samples .*; 33 on ")));
-}
-
-void TestEditorWindow::undoShowsThePlace()
-{
-    WindowDriver driver(m_folder.example("uart.oxa"));
-    driver.keys("Ctrl+4");
-    QTest::keyClick(driver.find<QTableView>("Match units"), Qt::Key_Space);
-    driver.press("Add a core"); // a core, which is then shown
-    driver.keys("Ctrl+1");
-    QCOMPARE(driver.window.findChild<CoreList*>()->current()->index(), 1);
-    driver.keys("Ctrl+Z");
-    driver.keys("Ctrl+Z");
-    QCOMPARE(driver.page(), QString("Match units"));
-    QVERIFY(driver.core().matchUnit(0)->enabled);
+    QCOMPARE(driver.page(), QString("Capture")); // where it was edited
 }
 
 void TestEditorWindow::badFilesLeaveTheOldOne()
@@ -319,7 +246,7 @@ void TestEditorWindow::badFilesLeaveTheOldOne()
     WindowDriver driver(m_folder.example("uart.oxa"));
     writeFile(m_folder.path("bad.oxa"), "<OXA_CONFIG>\n<Version>3.0</Version>");
     for (const char* name : {"bad.oxa", "none.oxa"}) {
-        const QString text = WindowDriver::answering(
+        const QString text = driver.answering(
             QMessageBox::Ok, [&] { QVERIFY(!driver.window.open(m_folder.path(name))); });
         QVERIFY2(text.contains(name), qPrintable(text));
         QCOMPARE(driver.document().cores().size(), 1);
@@ -355,24 +282,24 @@ void TestEditorWindow::changesAreNotLost()
     const QString path = m_folder.example("uart.oxa");
     const QByteArray before = bytesOf(path);
     WindowDriver driver(path);
+    const auto asks = [](QMessageBox::StandardButton button, const std::function<void()>& action) {
+        return WindowDriver::answering(button, action).contains("changes that are not saved");
+    };
+    const auto create = [&] { driver.keys("Ctrl+N"); };
+    const auto close = [&] { driver.window.close(); };
     driver.find<QLineEdit>("Module:")->setFocus();
     QTest::keyClicks(driver.find<QLineEdit>("Module:"), "2"); // and still in the field
-    QVERIFY(
-        !WindowDriver::answering(QMessageBox::Cancel, [&] { driver.keys("Ctrl+N"); }).isEmpty());
-    QCOMPARE(driver.core().moduleName, QString("uart_tx2"));
-    QVERIFY(
-        !WindowDriver::answering(QMessageBox::Cancel, [&] { driver.window.close(); }).isEmpty());
+    QVERIFY(asks(QMessageBox::Cancel, create));
+    QVERIFY(asks(QMessageBox::Cancel, close));
     QVERIFY(driver.window.isVisible());
-    QCOMPARE(bytesOf(path), before);
-    QVERIFY(!WindowDriver::answering(QMessageBox::Save, [&] { driver.keys("Ctrl+N"); }).isEmpty());
-    QVERIFY(driver.core().moduleName.isEmpty());
-    QVERIFY(bytesOf(path).contains("\"uart_tx2\""));
-    driver.press("Add a core");
-    QVERIFY(!WindowDriver::answering(QMessageBox::Discard, [&] {
-        driver.window.open(path);
-    }).isEmpty());
     QCOMPARE(driver.core().moduleName, QString("uart_tx2"));
-    QVERIFY(WindowDriver::answering(QMessageBox::Cancel, [&] { driver.window.close(); }).isEmpty());
+    QCOMPARE(bytesOf(path), before);
+    QVERIFY(asks(QMessageBox::Save, create));
+    QVERIFY(driver.core().moduleName.isEmpty());
+    driver.press("Add a core");
+    QVERIFY(asks(QMessageBox::Discard, [&] { driver.window.open(path); }));
+    QCOMPARE(driver.core().moduleName, QString("uart_tx2"));
+    QVERIFY(!asks(QMessageBox::Cancel, close));
     QVERIFY(!driver.window.isVisible());
 }
 
@@ -380,48 +307,30 @@ void TestEditorWindow::saveAs()
 {
     WindowDriver driver;
     driver.keys("Ctrl+N");
-    WindowDriver::inModal<QFileDialog>(
-        [&](QFileDialog* dialog) {
-            dialog->setDirectory(m_folder.path("."));
-            QTest::keyClicks(dialog->findChild<QLineEdit*>(), "named");
-            QTest::keyClick(dialog->findChild<QLineEdit*>(), Qt::Key_Return);
-        },
-        [&] { driver.keys("Ctrl+S"); });
-    QCOMPARE(driver.document().path(), QFileInfo(m_folder.path("named.oxa")).absoluteFilePath());
-    QVERIFY(checkOXAStandardFile(m_folder.path("named.oxa")));
+    driver.choosing(m_folder.path("named"), [&] { driver.keys("Ctrl+S"); });
+    QVERIFY(bytesOf(m_folder.path("named.oxa")).contains("AoCore"));
     QVERIFY(driver.window.windowTitle().startsWith("named.oxa"));
-}
-
-void TestEditorWindow::unsavable()
-{
-    const QString path = m_folder.path("gone/uart.oxa");
-    QDir(m_folder.path(".")).mkdir("gone");
-    QFile::copy(m_folder.example("uart.oxa"), path);
-    WindowDriver driver(path);
-    driver.enter("Module:", "new");
-    QVERIFY(QDir(m_folder.path("gone")).removeRecursively());
-    const QString text = WindowDriver::answering(QMessageBox::Ok, [&] { driver.keys("Ctrl+S"); });
-    QVERIFY2(text.contains("gone"), qPrintable(text));
-    QVERIFY(driver.window.isWindowModified());
-    QCOMPARE(driver.core().moduleName, QString("new"));
 }
 
 void TestEditorWindow::fileChangedByOthers()
 {
-    const QString path = m_folder.example("uart.oxa");
-    WindowDriver driver(path);
-    const QByteArray others = bytesOf(path).replace("trigger_pos=\"32\"", "trigger_pos=\"48\"");
-    writeFile(path, others);
-    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("Another program"), kPatience);
+    const QString path = m_folder.path("shared/uart.oxa");
+    const QString folder = QFileInfo(path).path();
+    QDir().mkpath(folder);
+    const QByteArray first = bytesOf(m_folder.example("uart.oxa"));
+    WindowDriver driver(writeFile(path, first));
+    const auto change = [&](const QByteArray& position) {
+        writeFile(path, QByteArray(first).replace("trigger_pos=\"32\"", position));
+        QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("Another program"), kPatience);
+    };
+    change("trigger_pos=\"48\"");
     driver.press("Reload");
     QCOMPARE(driver.core().triggerPos, 48);
     QCOMPARE(driver.message(), QString());
 
     driver.enter("Module:", "mine");
-    writeFile(path, QByteArray(others).replace("trigger_pos=\"48\"", "trigger_pos=\"64\""));
-    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("Another program"), kPatience);
-    const QString question
-        = WindowDriver::answering(QMessageBox::No, [&] { driver.keys("Ctrl+S"); });
+    change("trigger_pos=\"64\"");
+    const QString question = driver.answering(QMessageBox::No, [&] { driver.keys("Ctrl+S"); });
     QVERIFY(question.contains("Overwrite"));
     QVERIFY(bytesOf(path).contains("trigger_pos=\"64\""));
     driver.press("Keep Mine");
@@ -430,14 +339,20 @@ void TestEditorWindow::fileChangedByOthers()
     driver.keys("Ctrl+S");
     QVERIFY(bytesOf(path).contains("trigger_pos=\"48\""));
 
-    QVERIFY(QFile::remove(path));
+    QVERIFY(QDir(folder).removeRecursively());
     QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("no longer there"), kPatience);
+    driver.enter("Module:", "late");
+    const QString error = driver.answering(QMessageBox::Ok, [&] { driver.keys("Ctrl+S"); });
+    QVERIFY2(error.contains("shared"), qPrintable(error));
+    QVERIFY(driver.window.isWindowModified());
+    QDir().mkpath(folder);
     driver.keys("Ctrl+S");
-    QVERIFY(QFile::exists(path));
+    QVERIFY(bytesOf(path).contains("\"late\""));
 }
 
 void TestEditorWindow::droppedAndRecentFiles()
 {
+    QSettings().clear();
     const QString path = m_folder.example("uart_lite.oxa");
     {
         WindowDriver driver(m_folder.example("uart.oxa"));
@@ -448,15 +363,13 @@ void TestEditorWindow::droppedAndRecentFiles()
         QVERIFY(enter.isAccepted());
         QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(&driver.window, &drop);
-        QTRY_COMPARE_WITH_TIMEOUT(
-            driver.document().path(), QFileInfo(path).absoluteFilePath(), kPatience);
+        QTRY_VERIFY_WITH_TIMEOUT(driver.document().path().endsWith("uart_lite.oxa"), kPatience);
         QVERIFY(driver.window.open(m_folder.example("uart.oxa"))); // a second time
     }
     WindowDriver driver;
-    const auto menus = driver.window.findChildren<QMenu*>();
-    const auto recent = std::find_if(menus.begin(), menus.end(),
-        [](const QMenu* menu) { return menu->title() == "Open &Recent"; });
-    (*recent)->actions().at(1)->trigger();
+    const QList<QAction*> recent = driver.window.findChild<RecentFiles*>()->actions();
+    QCOMPARE(recent.size(), 2);
+    recent.at(1)->trigger();
     QCOMPARE(driver.document().path(), QFileInfo(path).absoluteFilePath());
 }
 
@@ -465,39 +378,23 @@ void TestEditorWindow::problemsLeadToTheirPlace()
     WindowDriver driver(m_folder.example("uart.oxa"));
     auto* panel = driver.window.findChild<ProblemsPanel*>();
     QTRY_VERIFY_WITH_TIMEOUT(driver.find<QLabel>("No problems"), kPatience);
-    driver.press("Add a core");
-    auto* list = driver.find<QListWidget>("Cores");
-    list->setCurrentRow(0);
-    driver.keys("Ctrl+5");
-    driver.press("Add");
-    QTest::keyClicks(driver.find<ExpressionEdit>("Expression:"), "m9");
-    driver.keys("Ctrl+1");
     driver.enter("Storage depth:", "1000");
-    const QHash<QString, QString> pages {
+    driver.press("Add a core"); // without an expression, and without signals
+    QMap<QString, QString> pages {
         {"storage-depth", "Capture"    },
-        {"disabled-unit", "Expressions"},
         {"no-expression", "Expressions"},
         {"no-data",       "Signals"    }
     };
-    const auto rules = [panel] {
-        QSet<QString> rules;
-        for (const auto& problem : panel->problems())
-            rules += problem.rule;
-        return rules;
-    };
-    const QList<QString> wanted = pages.keys();
-    QTRY_VERIFY_WITH_TIMEOUT(
-        rules().contains(QSet<QString>(wanted.begin(), wanted.end())), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(panel->problems().size() >= pages.size(), kPatience);
     for (int i = 0; i < panel->problems().size(); ++i) {
         const auto problem = panel->problems().at(i);
-        panel->list()->setFocus();
         panel->list()->setCurrentRow(i);
         QTest::keyClick(panel->list(), Qt::Key_Return);
-        if (!pages.contains(problem.rule))
-            continue;
-        QCOMPARE(list->currentRow(), problem.place.core);
-        QCOMPARE(driver.page(), pages.value(problem.rule));
+        QCOMPARE(driver.window.findChild<CoreList*>()->list()->currentRow(), problem.place.core);
+        if (pages.contains(problem.rule))
+            QCOMPARE(driver.page(), pages.take(problem.rule));
     }
+    QVERIFY(pages.isEmpty());
 }
 
 void TestEditorWindow::costOnAPart()
@@ -510,12 +407,11 @@ void TestEditorWindow::costOnAPart()
     QWidget* popup = QApplication::activePopupWidget();
     QTest::keyClick(popup ? popup : part, Qt::Key_Return);
     QCOMPARE(part->part().name, QString("QX1N-9"));
-    const auto bars = driver.window.findChildren<ShareBar*>();
-    const auto memory = std::find_if(bars.begin(), bars.end(),
-        [](const ShareBar* bar) { return bar->accessibleName() == "Block SRAM"; });
-    QTRY_COMPARE_WITH_TIMEOUT((*memory)->text(), QString("1 of 26"), kPatience);
+    driver.activate();
+    const auto* memory = driver.find<ShareBar>("Block SRAM");
+    QTRY_COMPARE_WITH_TIMEOUT(memory->text(), QString("1 of 26"), kPatience);
     driver.enter("Storage depth:", "65536");
-    QTRY_COMPARE_WITH_TIMEOUT((*memory)->text(), QString("72 of 26: does not fit"), kPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(memory->text(), QString("72 of 26: does not fit"), kPatience);
 
     driver.document().undoStack().setClean();
     driver.keys("Ctrl+N"); // the part belongs to the file
@@ -541,84 +437,68 @@ bool readsBefore(const QWidget* a, const QWidget* b)
                       : from.left() < to.left() || from.bottom() < to.top();
 }
 
-}
-
 /// Everything that takes input has a name for a screen reader and can be reached by Tab, in the
 /// order in which the window is read.
-void TestEditorWindow::everythingHasANameAndTakesTheFocus()
+void expectTabOrder(const WindowDriver& driver)
 {
-    WindowDriver driver(m_folder.example("uart.oxa"));
-    for (int page = 1; page <= 5; ++page) {
-        driver.keys(qPrintable(QString("Ctrl+%1").arg(page)));
-        QList<QWidget*> reached;
-        for (QWidget* at = driver.find<QListWidget>("Cores"); at && !reached.contains(at);) {
-            at->setFocus();
-            reached += at;
-            QTest::keyClick(at, Qt::Key_Tab);
-            at = driver.window.focusWidget();
-        }
-        for (int i = 1; i < reached.size(); ++i)
-            QVERIFY2(readsBefore(reached.at(i - 1), reached.at(i)),
-                qPrintable(nameOf(reached.at(i - 1)) + " before " + nameOf(reached.at(i))));
-        for (QWidget* widget : driver.window.findChildren<QWidget*>()) {
-            const bool input = qobject_cast<QAbstractSpinBox*>(widget)
-                || qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget)
-                || qobject_cast<QAbstractButton*>(widget) || qobject_cast<ExpressionEdit*>(widget);
-            if (!input || !widget->isVisible() || !widget->isEnabled()
-                || widget->focusPolicy() == Qt::NoFocus
-                || QByteArray(widget->metaObject()->className()).startsWith("QDockWidget"))
-                continue;
-            const QString what = widget->metaObject()->className() + (' ' + nameOf(widget));
-            QVERIFY2(!nameOf(widget).isEmpty(), qPrintable(what));
-            const bool sameGroup = qobject_cast<QTabBar*>(widget);
-            QVERIFY2(
-                sameGroup || reached.contains(widget) || reached.contains(widget->focusProxy()),
-                qPrintable(what));
-        }
+    QList<QWidget*> reached;
+    for (QWidget* at = driver.find<QListWidget>("Cores"); !reached.contains(at);) {
+        at->setFocus();
+        reached += at;
+        QTest::keyClick(at, Qt::Key_Tab);
+        at = driver.window.focusWidget();
+    }
+    for (int i = 1; i < reached.size(); ++i)
+        QVERIFY2(readsBefore(reached.at(i - 1), reached.at(i)), qPrintable(nameOf(reached.at(i))));
+    for (QWidget* widget : driver.window.findChildren<QWidget*>()) {
+        const QByteArray type = widget->metaObject()->className();
+        const bool input = qobject_cast<QAbstractSpinBox*>(widget)
+            || qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget)
+            || qobject_cast<QAbstractButton*>(widget) || qobject_cast<ExpressionEdit*>(widget);
+        if (!input || !widget->isVisible() || !widget->isEnabled()
+            || widget->focusPolicy() == Qt::NoFocus || type.startsWith("QDockWidget"))
+            continue;
+        QVERIFY2(!nameOf(widget).isEmpty(), type);
+        QVERIFY2(reached.contains(widget) || reached.contains(widget->focusProxy()),
+            qPrintable(nameOf(widget)));
     }
 }
-
-namespace {
 
 /// Two that share a letter would take it from each other, and from the menus.
 void expectOneMeaningOfMnemonics(const WindowDriver& driver)
 {
-    auto* tabs = driver.window.findChild<QTabWidget*>();
-    for (int page = 0; page < tabs->count(); ++page) {
-        tabs->setCurrentIndex(page);
-        QStringList texts;
-        for (const QAction* action : driver.window.menuBar()->actions())
-            texts += action->text();
-        for (const QLabel* label : driver.window.findChildren<QLabel*>()) {
-            if (label->isVisible() && label->buddy())
-                texts += label->text();
-        }
-        for (const QAbstractButton* button : driver.window.findChildren<QAbstractButton*>()) {
-            if (button->isVisible())
-                texts += button->text();
-        }
-        QHash<QString, QString> meanings;
-        for (const QString& text : qAsConst(texts)) {
-            const QString key = QKeySequence::mnemonic(text).toString();
-            if (key.isEmpty())
-                continue;
-            QVERIFY2(!meanings.contains(key), qPrintable(text + " and " + meanings.value(key)));
-            meanings[key] = text;
-        }
-        QVERIFY(meanings.size() > 5);
+    QStringList texts;
+    for (const QAction* action : driver.window.menuBar()->actions())
+        texts += action->text();
+    for (const QLabel* label : driver.window.findChildren<QLabel*>())
+        texts += label->isVisible() && label->buddy() ? label->text() : QString();
+    for (const QAbstractButton* button : driver.window.findChildren<QAbstractButton*>())
+        texts += button->isVisible() ? button->text() : QString();
+    QHash<QString, QString> meanings;
+    for (const QString& text : qAsConst(texts)) {
+        const QString key = QKeySequence::mnemonic(text).toString();
+        QVERIFY2(key.isEmpty() || !meanings.contains(key),
+            qPrintable(text + " and " + meanings.value(key)));
+        meanings[key] = text;
     }
+    QVERIFY(meanings.size() > 5);
 }
 
 }
 
-void TestEditorWindow::mnemonicsAreOneMeaning()
+void TestEditorWindow::everythingIsReachedByKeys()
 {
     for (const char* file : {"uart.oxa", "uart_lite.oxa"}) {
         WindowDriver driver(m_folder.example(file));
-        expectOneMeaningOfMnemonics(driver);
-        for (const char* dock : {"Ctrl+9", "Ctrl+8"}) { // each in front of those before it
+        auto* tabs = driver.window.findChild<QTabWidget*>();
+        for (const char* dock : {"Ctrl+0", "Ctrl+9", "Ctrl+8"}) { // each in front of those before
             driver.keys(dock);
-            expectOneMeaningOfMnemonics(driver);
+            for (int page = 0; page < tabs->count(); ++page) {
+                tabs->setCurrentIndex(page);
+                expectOneMeaningOfMnemonics(driver);
+                if (QByteArray(dock) == "Ctrl+0")
+                    expectTabOrder(driver);
+            }
         }
     }
 }

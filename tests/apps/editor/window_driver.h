@@ -9,7 +9,9 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -32,14 +34,10 @@ public:
 
     QString path(const QString& name) const { return m_folder.filePath(name); }
 
-    /// A copy of a file of examples/uart, written by the library: byte for byte what saving gives.
+    /// A copy of a file of examples/uart.
     QString example(const QString& name) const
     {
-        const QString target = path(name);
-        QFile::remove(target);
-        QFile::copy(QString(OXA_SOURCE_DIR) + "/examples/uart/" + name, target);
-        QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
-        return target;
+        return writeFile(path(name), bytesOf(OXA_SOURCE_DIR "/examples/uart/" + name));
     }
 
 private:
@@ -134,6 +132,14 @@ public:
         QTest::keyClick(field, Qt::Key_Tab);
     }
 
+    /// Presses `key` in the widget labelled `label`.
+    void keyIn(const QString& label, Qt::Key key, Qt::KeyboardModifiers with = {}) const
+    {
+        auto* widget = find<QWidget>(label);
+        QVERIFY2(widget, qPrintable(label));
+        QTest::keyClick(widget, key, with);
+    }
+
     QString page() const
     {
         const auto* tabs = window.findChild<QTabWidget*>();
@@ -142,30 +148,46 @@ public:
 
     QString message() const { return window.findChild<MessageBar*>()->text(); }
 
-    /// Does `action`, and answers the question that it asks by `button`; returns the question.
+    /// Does `action`, and answers the question with such a button; returns the question.
     static QString answering(
         QMessageBox::StandardButton button, const std::function<void()>& action)
     {
         QString text;
         inModal<QMessageBox>(
             [&](QMessageBox* box) {
+                if (!box->button(button))
+                    return false;
                 text = box->text();
                 QTest::mouseClick(box->button(button), Qt::LeftButton);
+                return true;
             },
             action);
         return text;
     }
 
-    /// Does `action`, and `act` in the dialog of type T that it opens.
+    /// Does `action`, and enters `path` in the file dialog that it opens.
+    static void choosing(const QString& path, const std::function<void()>& action)
+    {
+        inModal<QFileDialog>(
+            [&](QFileDialog* dialog) {
+                auto* name = dialog->findChild<QLineEdit*>();
+                name->setText(path);
+                QTest::keyClick(name, Qt::Key_Return);
+                return true;
+            },
+            action);
+    }
+
+    /// Does `action`, and `act` in dialogs of type T that it opens, until that returns true.
     template <typename T>
-    static void inModal(const std::function<void(T*)>& act, const std::function<void()>& action)
+    static void inModal(const std::function<bool(T*)>& act, const std::function<void()>& action)
     {
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
-            if (auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget())) {
-                timer.stop();
-                act(dialog);
-            }
+            auto* dialog = qobject_cast<T*>(QApplication::activeModalWidget());
+            timer.stop();
+            if (!dialog || !act(dialog))
+                timer.start();
         });
         timer.start(5);
         action();
