@@ -211,13 +211,10 @@ void TestConfigFiles::requiredAttributes()
     const Variant rows[] = {
         {" sample_clock=\"uart_tx/clk\"", "",         true },
         {" window_num=\"1\"",             "",         true },
-        {" trigger_pos=\"32\"",           "",         true },
         {" enabled=\"0\"",                "",         true },
-        {" countinuous=\"0\"",            "",         true },
         {" value1=\"10111\"",             "",         true },
         {"<Trigger index=\"9\"",          "<Trigger", true },
         {" implementation=\"0\"",         "",         false},
-        {" module_name=\"uart_tx\"",      "",         false},
         {" trigger=\"2\"",                "",         false},
     };
     for (const Variant& row : rows) {

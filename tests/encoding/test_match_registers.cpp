@@ -11,11 +11,11 @@ using namespace OXA;
 
 namespace {
 
-QStringList registers(AoCore& core, const QString& device = QString(), int flag = 0)
+QStringList registers(AoCore& core)
 {
     QString text;
     QTextStream out(&text);
-    generateRegister(&core, out, device, flag);
+    generateRegister(&core, out, "QX1N-9", 0);
     out.flush();
     return text.split('\n');
 }
@@ -43,21 +43,6 @@ constexpr VectorRow kVectors[] = {
     {"negative function",              -1, "1111",  "1111",  "0000", "0000", "0000", "0000"},
 };
 
-struct DepthRow {
-    const char* device;
-    int flag, expressionType;
-    const char* depth;
-};
-
-// Of 1024 samples.
-constexpr DepthRow kDepths[] = {
-    {"QX1N-1P5",  0, 0, "03fd"},
-    {"QX1N-9",    0, 0, "03fc"},
-    {"QX1NRF-4B", 0, 1, "03fb"},
-    {"QX2A-55",   1, 1, "03fc"}, // the flag keeps a listed device's last sample
-    {"qx1n-9",    0, 2, "03fd"},
-};
-
 }
 
 class TestMatchRegisters : public QObject {
@@ -67,7 +52,6 @@ private Q_SLOTS:
     void vectors();
     void hexadecimal();
     void digitsCoverTheWidth();
-    void dataDepth();
     void refusesAbsurdWidths();
     void missingObjects();
 };
@@ -106,16 +90,6 @@ void TestMatchRegisters::digitsCoverTheWidth()
     AoCore core(3);
     core.captureSignals = signalsOf("d", 17); // and the mark: 18 bits, 5 digits
     QCOMPARE(registers(core).at(1), QString("parameter MAX_DATA_DEPTH_INIT = 18'h003ff;"));
-}
-
-void TestMatchRegisters::dataDepth()
-{
-    AoCore core(0);
-    for (const DepthRow& row : kDepths) {
-        core.expressionType = row.expressionType;
-        QCOMPARE(registers(core, row.device, row.flag).at(2),
-            QString("parameter DATA_DEPTH_INIT = 16'h%1;").arg(row.depth));
-    }
 }
 
 void TestMatchRegisters::refusesAbsurdWidths()

@@ -9,13 +9,11 @@
 namespace {
 
 struct Point {
-    int width;
-    int depth;
+    int width, depth;
 };
 
 constexpr int kWidths[] = {1, 2, 8, 9, 18, 36, 37, 72};
 constexpr int kDepths[] = {256, 2048, 4096, 8192};
-
 // Depths that only Lite cores have.
 constexpr Point kOddPoints[] = {
     {37, 300 },

@@ -55,7 +55,6 @@ struct Amounts {
 constexpr Amounts kAmounts[] = {
     {"QX1N-9",     "17Kb",      "468",  "6693",  270,  26,  6693 },
     {"QX2AN-55",   "no",        "2520", "x",     1710, 140, 0    },
-    {"QX1AN-5",    "13Kb",      "17",   " 7 ",   208,  0,   7    },
     {"QX5A-25A",   "180Kb",     "1008", "23040", 0,    56,  23040},
     {"QX3AN-6A",   "64Kb",      "99",   "5760",  1024, 11,  5760 },
     {"of our own", "100Kb",     "36",   "1.5",   1600, 2,   0    },
@@ -74,7 +73,6 @@ private Q_SLOTS:
     void shadowSramAndRegisters();
     void numbersThatWrap();
     void amounts();
-    void unknownParts();
     void wholeAnalyzers();
 };
 
@@ -124,14 +122,6 @@ void TestResourceEstimate::amounts()
         QCOMPARE(currentDeviceBsramAmount("pn", row.name), row.bsramBlocks);
         QCOMPARE(currentDeviceRegAmount("pn", row.name), row.registerCount);
     }
-}
-
-void TestResourceEstimate::unknownParts()
-{
-    DeviceDouble::instance().answer = DEV::ChipInfo();
-    QCOMPARE(currentDeviceSsramAmount("pn", "QX1N-9"), 0);
-    QCOMPARE(currentDeviceBsramAmount("pn", "QX1N-9"), 0);
-    QCOMPARE(currentDeviceRegAmount("pn", "QX1N-9"), 0);
 }
 
 // Of a core with windows, and of two Lite cores.

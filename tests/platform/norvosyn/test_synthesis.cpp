@@ -155,17 +155,11 @@ void TestSynthesis::padsAndProgress()
         "  wire tck; IBUF own(.I(tck_pad), .O(tck));\n"
         "  assign z = ^a; assign y = {tck, a[0]};\nendmodule\n");
     QStringList stages;
-    QList<int> percents;
     connect(&fixture.proxy, &QxSynthesisSyncProxy::progress, this,
-        [&](const QString& stage, int percent) {
-            stages << stage;
-            percents << percent;
-        });
+        [&stages](const QString& stage, int) { stages << stage; });
     QVERIFY2(fixture.run() == 0, qPrintable(fixture.messages()));
     QCOMPARE(fixture.cells("IBUF"), 4);
     QCOMPARE(fixture.cells("OBUF"), 3);
-
-    QVERIFY(percents.first() == 0 && percents.last() == 100);
     QVERIFY(stages.contains("mapping memories"));
 }
 
