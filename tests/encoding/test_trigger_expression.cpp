@@ -154,8 +154,6 @@ void TestTriggerExpression::rawBuffers()
     QCOMPARE(text, "-2147483648");
     OXA::itoa(-1, text, 16);
     QCOMPARE(text, "FFFFFFFF");
-    OXA::itoa(5, text, 1);
-    QCOMPARE(text, "");
 
     char row[] = "11\0safe"; // more units than the row has bits
     resetBitDataIn(row, std::vector<bool>(16, true), std::vector<bool>(16, true));

@@ -113,7 +113,6 @@ constexpr Search kSearches[] = {
     {"A", "D2", "D2", "C"},
     {"",  "D2", "D2", "C"}, // the first of several
     {"B", "D1", "",   "" },
-    {"C", "D1", "",   "" },
     {"a", "D1", "",   "" },
     {"",  "",   "",   "" },
 };
