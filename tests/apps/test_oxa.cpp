@@ -149,8 +149,8 @@ void TestOxa::showing()
     for (const char* part : {"Standard, version 3.0, 1 core\n", " matches\n",
              "clock uart_tx/clk, rising edge", "17 bits x 1024 samples in block SRAM",
              "T0       9 bits: uart_tx/start, uart_tx/data (8)",
-             "M0       Basic w/edges: T0 == R01000110\n",
-             "M1       Range: T1 in 10000..10111\n", "static, M0, then M1 && M2\n"})
+             "M0       Basic w/edges: T0 == R01000110\n", "M1       Range: T1 in 10000..10111\n",
+             "static, M0, then M1 && M2\n"})
         QVERIFY2(text.out.contains(part), part);
     const QJsonObject core = jsonOf(run("show UART --json")).value("cores").toArray()[0].toObject();
     QCOMPARE(core["signals"].toArray().size(), 17);
