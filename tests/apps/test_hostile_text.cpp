@@ -177,6 +177,7 @@ void TestHostileText::whatIsPrintedSteersNothing_data()
         "generate", m_steering, "--part", kPart, "--work-dir", path("w")};
     QTest::newRow("simulate") << simulated("simulate", m_steering);
     QTest::newRow("capture") << QStringList {"capture", plain, "--unit", kSteering};
+    QTest::newRow("set") << QStringList {"set", plain, "--port", "T0=" + kSteering};
     QTest::newRow("no file") << QStringList {"show", kSteering};
     QTest::newRow("no part") << QStringList {"voltage", "--part", kSteering};
     QTest::newRow("no catalogue") << QStringList {"devices", "--device-db", kSteering};
