@@ -67,14 +67,14 @@ void passLines(QProcess& process, const std::function<void(const QByteArray&)>& 
     }
 }
 
-EngineResult outcome(const QProcess& process)
+EngineResult outcome(const QProcess& process, const QString& name)
 {
     if (process.exitStatus() == QProcess::CrashExit)
         return {EngineEnd::Crashed,
-            QString("the synthesis engine crashed (signal %1)").arg(process.exitCode())};
+            QString("%1 crashed (signal %2)").arg(name, QString::number(process.exitCode()))};
     if (process.exitCode() != 0)
         return {EngineEnd::Failed,
-            QString("the synthesis engine failed (exit status %1)").arg(process.exitCode())};
+            QString("%1 failed (exit status %2)").arg(name, QString::number(process.exitCode()))};
     return {EngineEnd::Done, {}};
 }
 
@@ -103,12 +103,12 @@ EngineResult follow(GroupProcess& process, const EngineCommand& command,
         if (limit.hasExpired()) {
             process.endGroup();
             return {EngineEnd::TimedOut,
-                QString("the synthesis engine did not end within %1 s and was ended")
-                    .arg(command.timeLimit)};
+                QString("%1 did not end within %2 s and was ended")
+                    .arg(command.name, QString::number(command.timeLimit))};
         }
     }
     passLines(process, line);
-    return outcome(process);
+    return outcome(process, command.name);
 }
 
 }
@@ -119,18 +119,22 @@ EngineResult runEngine(const EngineCommand& command, const std::function<bool()>
     const QString program = executable(command.program);
     if (program.isEmpty())
         return {EngineEnd::NotStarted,
-            QString("the synthesis engine was not found: %1").arg(command.program)};
+            QString("%1 was not found: %2").arg(command.name, command.program)};
 
     GroupProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
+    if (command.outputFile.isEmpty()) {
+        process.setProcessChannelMode(QProcess::MergedChannels);
+    } else {
+        process.setStandardOutputFile(command.outputFile);
+        process.setReadChannel(QProcess::StandardError);
+    }
     process.setStandardInputFile(QProcess::nullDevice());
     process.setWorkingDirectory(command.directory);
     process.setProcessEnvironment(command.environment);
     process.start(program, command.arguments, QIODevice::ReadOnly);
     if (!process.waitForStarted(-1))
         return {EngineEnd::NotStarted,
-            QString("the synthesis engine %1 did not start: %2")
-                .arg(program, process.errorString())};
+            QString("%1 %2 did not start: %3").arg(command.name, program, process.errorString())};
     process.rememberGroup();
 
     EngineResult result = follow(process, command, stopAsked, line);

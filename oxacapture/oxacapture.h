@@ -27,10 +27,10 @@
 #include "oxacapture/trigger/trigger_model.h"
 #include "oxacapture/trigger/trigger_setup.h"
 #include "oxacapture/trigger/trigger_table.h"
-#include "oxacapture/waveform/edit_distance.h"
 #include "oxacapture/waveform/sample_table.h"
 #include "oxacapture/waveform/signal_finder.h"
 #include "oxacapture/waveform/vcd_reader.h"
+#include "oxacapture/waveform/waveform_design.h"
 #include "oxacapture/waveform/waveform_sampler.h"
 
 #endif

@@ -31,6 +31,7 @@ void addGenerate(CLI::App& app, Io& io, int& status);
 void addNew(CLI::App& app, Io& io, int& status);
 void addSet(CLI::App& app, Io& io, int& status);
 void addShow(CLI::App& app, Io& io, int& status);
+void addSignals(CLI::App& app, Io& io, int& status);
 void addSimulate(CLI::App& app, Io& io, int& status);
 void addTarget(CLI::App& app, Io& io, int& status);
 void addVoltage(CLI::App& app, Io& io, int& status);

@@ -78,6 +78,7 @@ static int run(int argc, char** argv)
     app.require_subcommand(1);
     int status = kDone;
     addNew(app, io, status);
+    addSignals(app, io, status);
     addShow(app, io, status);
     addSet(app, io, status);
     addCheck(app, io, status);

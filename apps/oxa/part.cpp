@@ -1,6 +1,6 @@
 #include "part.h"
 
-#include "oxacapture/waveform/edit_distance.h"
+#include "oxautils/model/edit_distance.h"
 
 #include <dev/device_facts.h>
 
@@ -101,7 +101,7 @@ QStringList nearestParts(const QString& text)
     const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
     for (const DEV::ChipInfo& chip : chips) {
         const int distance
-            = OXA_CAPTURE::editDistance(wanted, chip.partNumber.toStdString(), farthest);
+            = OXA::editDistance(wanted, chip.partNumber.toStdString(), farthest);
         if (distance <= farthest)
             candidates.push_back({distance, chip.partNumber});
     }

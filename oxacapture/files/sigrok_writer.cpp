@@ -167,7 +167,7 @@ private:
         }
         const qint64 fitting = std::max(kMostAtOnce / m_unitSize, qint64(1));
         const qint64 count = std::min({fitting, kSamplesAtOnce, m_samples - m_next});
-        m_made.fill('\0', int(count) * m_unitSize);
+        m_made.fill('\0', int(count * m_unitSize)); // at most kMostAtOnce
         m_at = 0;
         for (qint64 i = 0; i < count; ++i)
             addUnit(m_made.data() + i * m_unitSize);

@@ -121,7 +121,7 @@ QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
     bool counts = takeIndex(base, msb) && takeIndex(last, lsb);
     const int step = msb <= lsb ? 1 : -1;
     for (int bit = 0; counts && bit < bits.size(); ++bit)
-        counts = bits.at(bit) == base + QString("[%1]").arg(qint64(msb) + bit * step);
+        counts = bits.at(bit) == base + QString("[%1]").arg(qint64(msb) + qint64(bit) * step);
     if (!counts)
         return names.take(oneWord(bus.name), QString(" [%1:0]").arg(bits.size() - 1));
     return names.take(base, QString(" [%1:%2]").arg(QString::number(msb), QString::number(lsb)));

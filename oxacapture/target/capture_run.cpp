@@ -39,7 +39,7 @@ QStringList otherWires(const CorePlan& built, const CorePlan& wanted)
     for (size_t field = 0; field < is.size() && field < asked.size(); ++field) {
         if (is[field].size() != asked[field].size() || is[field] == asked[field])
             continue;
-        const QString place = field == 0
+        const QString place = field == 0 || !built.core // a Lite core has data alone
             ? QString("other data signals: ")
             : QString("other signals at trigger port %1: ")
                   .arg(built.core->availableTriggers().at(int(field) - 1)->index);

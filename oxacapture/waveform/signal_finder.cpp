@@ -1,6 +1,6 @@
 #include "oxacapture/waveform/signal_finder.h"
 
-#include "oxacapture/waveform/edit_distance.h"
+#include "oxautils/model/edit_distance.h"
 
 #include <algorithm>
 #include <charconv>
@@ -218,7 +218,7 @@ QStringList SignalFinder::nearestNames(const std::string& base) const
     std::set<std::pair<int, int>> nearest; // distance, variable
     for (auto it = m_byLeaf.begin(); it != m_byLeaf.end();) {
         const auto next = m_byLeaf.equal_range(it->first).second;
-        const int distance = editDistance(wanted, it->first, limit);
+        const int distance = OXA::editDistance(wanted, it->first, limit);
         for (; distance <= limit && it != next; ++it) {
             nearest.emplace(distance, it->second);
             if (int(nearest.size()) > kShownNames)

@@ -39,7 +39,11 @@ int bitsFor(qint64 n)
 }
 
 /// Look-up tables of four inputs that choose one of `n`.
-double muxTables(qint64 n) { return n < 2 ? 0 : double((2 * n) / 3); }
+double muxTables(qint64 n)
+{
+    const qint64 whole = 2 * n / 3;
+    return n < 2 ? 0 : double(whole);
+}
 
 // ---- Memories
 
@@ -166,7 +170,7 @@ void addExpressions(LogicCounts& counts, const OXA::AoCore& core, const DEV::Chi
     const int levels = core.expressions.size();
     if (levels > 1) {
         counts.items[Levels] += levels;
-        counts.registers += 2 * levels; // the level, and the settings
+        counts.registers += qint64(2) * levels; // the level, and the settings
     }
     counts.registers += std::max(levels, 1); // in the status
     if (core.expressionType != OXA::DynamicExpressions) {
@@ -186,7 +190,8 @@ void addWindows(LogicCounts& counts, const OXA::AoCore& core)
 {
     const int addressBits = bitsFor(core.storageDepth);
     counts.items[AddressBits] += addressBits;
-    counts.registers += 4 * addressBits; // two settings, the place in memory, behind the trigger
+    counts.registers
+        += qint64(4) * addressBits; // two settings, the place in memory, behind the trigger
     const unsigned windows = OXA::fixedWindowNum(unsigned(std::max(core.windowNum, 1)));
     if (windows < 2) {
         counts.registers += 1;

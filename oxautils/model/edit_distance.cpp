@@ -1,10 +1,10 @@
-#include "oxacapture/waveform/edit_distance.h"
+#include "oxautils/model/edit_distance.h"
 
 #include <algorithm>
 #include <cctype>
 #include <vector>
 
-namespace OXA_CAPTURE {
+namespace OXA {
 
 int editDistance(std::string_view a, std::string_view b, int limit)
 {

@@ -1,0 +1,101 @@
+#include "design_options.h"
+
+#include "interrupt.h"
+#include "options.h"
+#include "progress_line.h"
+
+#include "oxacapture/waveform/waveform_design.h"
+
+#include <QDir>
+
+void addDesignOptions(CLI::App& command, DesignOptions& options)
+{
+    addTexts(command, "--design", options.sources.files,
+        "Sources of the design: Verilog, SystemVerilog, VHDL, JSON of Yosys")
+        ->type_name("FILE")
+        ->expected(1, CLI::detail::expected_max_vector_size);
+    addText(command, "--top", options.sources.top, "Top module of the design")->type_name("NAME");
+    addTexts(
+        command, "-f", options.lists, "Command file of sources, as Icarus and Verilator take it")
+        ->type_name("LIST");
+    addTexts(command, "-I", options.sources.includeDirs, "Directory of `include files")
+        ->type_name("DIR");
+    addTexts(command, "-D", options.sources.defines, "Macro of the design")
+        ->type_name("NAME[=VALUE]");
+    addTexts(command, "-P", options.sources.parameters, "Parameter of the top module")
+        ->type_name("NAME=VALUE");
+}
+
+void addWaveOption(CLI::App& command, DesignOptions& options)
+{
+    CLI::Option* wave = addText(
+        command, "--wave", options.wave, "A waveform (VCD) of the design, instead of its sources")
+                            ->type_name("WAVE");
+    wave->excludes("--design");
+    wave->excludes("-f");
+}
+
+bool findSources(const DesignOptions& options, const QString& configuration,
+    OXA::DesignSources& sources, TextOut& err)
+{
+    sources = OXA::DesignSources();
+    QString error;
+    if (!options.given()) {
+        if (configuration.isEmpty() || OXA::readRememberedDesign(configuration, sources, &error))
+            return true;
+        err.error(error);
+        return false;
+    }
+    for (const QString& list : options.lists) {
+        if (!OXA::readDesignList(list, QDir::currentPath(), sources, &error)) {
+            err.error(error);
+            return false;
+        }
+    }
+    sources.files += options.sources.files;
+    sources.includeDirs += options.sources.includeDirs;
+    sources.defines += options.sources.defines;
+    sources.parameters += options.sources.parameters;
+    if (!options.sources.top.isEmpty())
+        sources.top = options.sources.top;
+    return true;
+}
+
+bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut& err)
+{
+    ProgressLine progress(err);
+    const Interrupt interrupt([] {});
+    OXA::DesignHooks hooks;
+    hooks.stopAsked = [&interrupt] { return interrupt.happened(); };
+    hooks.progress
+        = [&progress](const QString& stage, int percent) { progress.show(stage, percent); };
+    QString error;
+    const bool ok = OXA::readDesign(sources, design, &error, hooks);
+    progress.clear();
+    if (!ok)
+        err.error(interrupt.happened() ? "interrupted" : error);
+    for (const QString& warning : design.warnings)
+        err << "warning: " << warning << '\n';
+    return ok;
+}
+
+bool readSignals(const DesignOptions& options, const QString& configuration, OXA::Design& design,
+    int& status, TextOut& err)
+{
+    status = kUnusable;
+    QString error;
+    if (!options.wave.isEmpty()) {
+        const bool ok = OXA_CAPTURE::readWaveformSignals(options.wave, design, &error);
+        if (!ok)
+            err.error(error);
+        return ok;
+    }
+    OXA::DesignSources sources;
+    if (!findSources(options, configuration, sources, err))
+        return false;
+    if (sources.isEmpty()) {
+        err << "error: no design is named: --design, -f or --wave does that\n";
+        return false;
+    }
+    return readDesign(sources, design, err);
+}

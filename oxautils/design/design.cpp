@@ -1,0 +1,37 @@
+#include "oxautils/design/design.h"
+
+namespace OXA {
+
+QString DesignSignal::bitName(int position) const
+{
+    if (!isVector())
+        return path;
+    const int index = ascending ? offset + width - 1 - position : offset + position;
+    return path + '[' + QString::number(index) + ']';
+}
+
+QString DesignSignal::rangeText() const
+{
+    if (!isVector())
+        return {};
+    return '[' + QString::number(firstIndex()) + ':' + QString::number(lastIndex()) + ']';
+}
+
+QString DesignSignal::kindText() const
+{
+    static constexpr const char* kDirections[] = {"", "input", "output", "inout"};
+    if (direction != Inside)
+        return kDirections[direction];
+    if (isMemory())
+        return "memory";
+    return isRegister() ? "register" : "wire";
+}
+
+QString Design::clockText(const DesignSignal& signal) const
+{
+    if (!signal.isRegister())
+        return {};
+    return (signal.fallingEdge ? "falling edge of " : "rising edge of ") + clocks.at(signal.clock);
+}
+
+}

@@ -1,0 +1,66 @@
+#ifndef OXAUTILS_DESIGN_DESIGN_H
+#define OXAUTILS_DESIGN_DESIGN_H
+
+#include "oxautils/oxautils_export.h"
+
+#include <QList>
+#include <QPair>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace OXA {
+
+/// A net, a port or a memory of a user's design, before any optimization.
+struct OXAUTILS_EXPORT DesignSignal {
+    enum Direction { Inside, Input, Output, Inout }; ///< as a port of the top
+
+    /// From the top: "soc/cpu/pc". A '.' belongs to an escaped name; scopes of generate blocks are
+    /// components ("soc/lane[0]/sum").
+    QString path;
+    QString flatName; ///< in the flattened design, without the top: "cpu.pc"; empty in waveforms
+    int width = 1; ///< bits
+    int offset = 0; ///< the least index of its range
+    bool ascending = false; ///< declared as [low:high]: the first bit has the least index
+    Direction direction = Inside;
+    int memoryWords = 0; ///< of a memory, which cannot be watched; 0 for a net
+    int clock = -1; ///< of a register: where in the design's clocks; -1 for what is none
+    bool fallingEdge = false; ///< the register takes values at the clock's falling edge
+    QVector<QPair<QString, QString>> states; ///< an enumeration: binary digits and name
+    QString file; ///< where it is declared; may be empty
+    int line = 0; ///< from 1; 0 when not known
+
+    bool isMemory() const { return memoryWords > 0; }
+    bool isRegister() const { return clock >= 0; }
+    bool isVector() const { return width > 1 || offset != 0; }
+
+    /// The index of the first bit, and of the last, as in "[7:0]".
+    int firstIndex() const { return ascending ? offset : offset + width - 1; }
+    int lastIndex() const { return ascending ? offset + width - 1 : offset; }
+
+    /// "soc/cpu/pc[3]" for the bit at `position`, from 0 at the last bit, which counts as the least
+    /// significant; of a signal without range its path.
+    QString bitName(int position) const;
+
+    /// "[7:0]", or an empty text for a signal without range.
+    QString rangeText() const;
+
+    /// "input", "output", "inout", "register", "wire" or "memory".
+    QString kindText() const;
+};
+
+/// The signals of a design, or of a waveform that shows one.
+struct OXAUTILS_EXPORT Design {
+    QString top; ///< its module; for a waveform empty
+    bool isWaveform = false; ///< nothing is known of registers and clocks then
+    QVector<DesignSignal> items; ///< sorted by path, numbers in it by value
+    QStringList clocks; ///< of registers, each by its shortest name
+    QStringList warnings; ///< lines to show
+
+    /// "rising edge of soc/clk" for a register.
+    QString clockText(const DesignSignal& signal) const;
+};
+
+}
+
+#endif

@@ -1,0 +1,15 @@
+#ifndef OXAUTILS_DESIGN_ELABORATE_H
+#define OXAUTILS_DESIGN_ELABORATE_H
+
+#include "oxautils/design/rtlil_module.h"
+#include "oxautils/design/source_scan.h"
+
+namespace OXA {
+
+/// Adds the signals of all instances below the top of `modules` to `design`, with the clocks of
+/// registers. `escapes` tell a scope from a dot in a name. False when there are too many of them.
+bool elaborate(RtlilDesign& modules, const SourceScan& escapes, Design& design);
+
+}
+
+#endif

@@ -1,0 +1,15 @@
+#ifndef OXAUTILS_DESIGN_NATURAL_ORDER_H
+#define OXAUTILS_DESIGN_NATURAL_ORDER_H
+
+#include "oxautils/oxautils_export.h"
+
+#include <QString>
+
+namespace OXA {
+
+/// Whether `a` stands before `b` when numbers in names count by value: "lane[2]" before "lane[10]".
+OXAUTILS_EXPORT bool naturallyLess(const QString& a, const QString& b);
+
+}
+
+#endif

@@ -1,0 +1,55 @@
+#include "oxautils/design/read_design.h"
+
+#include "oxautils/design/design_script.h"
+#include "oxautils/design/elaborate.h"
+#include "oxautils/design/rtlil_module.h"
+#include "oxautils/design/source_scan.h"
+#include "oxautils/model/shown_text.h"
+
+namespace OXA {
+
+namespace {
+
+constexpr char kNetlist[] = "design.il";
+
+/// A name with dots that no one declared is a reference into the hierarchy.
+QStringList brokenReferences(const QStringList& warnings)
+{
+    QStringList lines;
+    for (const QString& line : warnings) {
+        const QString name = line.section('`', 1).section('\'', 0, 0);
+        if (line.contains("is implicitly declared") && name.contains('.'))
+            lines += shownText(line)
+                + " Yosys does not follow references into the hierarchy: it has no driver.";
+    }
+    return lines;
+}
+
+}
+
+bool readDesign(
+    const DesignSources& sources, Design& design, QString* error, const DesignHooks& hooks)
+{
+    DesignScript script(hooks);
+    if (!script.isValid(error) || !script.addReading(sources, error))
+        return false;
+    script.addStage(70, "writing the signals");
+    // Named wires, memories, registers, and the modules in modules.
+    script.add("select",
+        {"w:*", "w:$*", "%d", "m:*", "%u", "t:*dff*", "%u", "t:*DFF*", "%u", "t:*", "t:$*", "%d",
+            "%u", "t:$paramod*", "%u"});
+    script.add("write_rtlil", {"-selected", script.path(kNetlist)});
+    if (!script.run(error))
+        return false;
+    RtlilDesign modules;
+    const SourceScan scan(sources.files);
+    design = Design();
+    design.warnings = scan.warnings() + brokenReferences(script.warnings());
+    if (readRtlil(script.path(kNetlist), modules) && elaborate(modules, scan, design))
+        return true;
+    if (error)
+        *error = "what Yosys wrote of the design cannot be read";
+    return false;
+}
+
+}

@@ -1,0 +1,16 @@
+#ifndef OXAUTILS_MODEL_EDIT_DISTANCE_H
+#define OXAUTILS_MODEL_EDIT_DISTANCE_H
+
+#include "oxautils/oxautils_export.h"
+
+#include <string_view>
+
+namespace OXA {
+
+/// The number of letters to insert, delete or replace to turn `a` into `b`, ignoring case;
+/// `limit` + 1 when there are more than `limit`.
+OXAUTILS_EXPORT int editDistance(std::string_view a, std::string_view b, int limit);
+
+}
+
+#endif
