@@ -3,26 +3,17 @@
 #include "support/files.h"
 #include "support/oxa_program.h"
 #include "support/processes.h"
+#include "support/rows.h"
 #include "support/signals.h"
 #include "support/waveforms.h"
 
-#include <dev/device_db.h>
-
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <unistd.h>
-
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace {
 
-constexpr int kSilence = 11; // s, longer than targets are given that may be gone
+constexpr char kPart[] = "QX3A-10ALV-QFN88-C8";
 
 // The signals a, b[1] and b[0], a sample a word.
 const QStringList kNames {"a", "b[1]", "b[0]"};
@@ -34,15 +25,21 @@ std::unique_ptr<OXA::AoCore> core(int index, const QString& value)
     return coreOf(index, {signalOf("a"), busOf("b", 2)}, busOf("b", 2), value, 3, 1);
 }
 
-QString partOf(const QString& device)
-{
-    const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
-    for (const DEV::ChipInfo& chip : chips) {
-        if (chip.name == device)
-            return chip.partNumber;
-    }
-    return {};
-}
+struct Comparison {
+    const char* what;
+    bool lite;
+    QStringList data;
+    int samples;
+};
+
+const Comparison kComparisons[] = {
+    {"unknown values",                                   false, {"a", "b[0]"},   6},
+    {"too few samples for the core to say that it runs", false, {"a"},           4},
+    {"a sample clock that is watched",                   false, {"clk", "b[0]"}, 6},
+    {"Lite, one signal",                                 true,  {"a"},           6},
+    {"Lite, few samples",                                true,  {"a"},           2},
+    {"Lite, a sample clock that is watched",             true,  {"b[1]", "clk"}, 6},
+};
 
 }
 
@@ -56,33 +53,32 @@ private Q_SLOTS:
     void forcedTriggers();
     void unknownValuesThatDecide();
     void lite();
-    void verilogCapturesAsTheModel_data();
+    void verilogCapturesAsTheModel_data() { addRows(kComparisons); }
     void verilogCapturesAsTheModel();
-    void aSilentSimulatorIsAwaited();
     void keptWork();
-    void inputsStay_data();
-    void inputsStay();
-    void nothingCapturedLeavesTheOutput();
-    void netlistsOfOthersAreRefused();
     void netlistsKnowTheirNames();
     void compilersLeaveNothingAndSayLittle();
-    void unusableInputs_data();
     void unusableInputs();
+    void aSilentSimulatorIsAwaited();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     Result simulate(const QList<OXA::AoCore*>& cores, const QStringList& more);
     QString makeNetlist(const QString& configuration, bool withNames);
+    void startSilentSimulation();
 
     QTemporaryDir m_dir;
-    QStringList m_call;
+    QStringList m_verilog; // a call, with the waveform to be added
+    QStringList m_call; // the same of the model
+    Service m_silent;
 };
 
 void TestSimulate::initTestCase()
 {
     writeFile(path("wave.vcd"), vcdOf(kNames, kSamples));
-    m_call = QStringList {
-        "simulate", path("c.oxa"), "--part", partOf("QX3A-10A"), "--model", "--stimulus"};
+    m_verilog = QStringList {"simulate", path("c.oxa"), "--part", kPart, "--stimulus"};
+    m_call = QStringList {"simulate", "--model"} + m_verilog.mid(1);
+    startSilentSimulation();
 }
 
 Result TestSimulate::simulate(const QList<OXA::AoCore*>& cores, const QStringList& more)
@@ -117,8 +113,7 @@ void TestSimulate::coresThatDoNotTrigger()
     QCOMPARE(result.status, 1);
     QCOMPARE(
         result.err, QString("core 0 did not trigger: level 0 of 1 reached, M0 matched 1 time\n"));
-    const QJsonObject json = QJsonDocument::fromJson(result.out.toUtf8()).object();
-    const QJsonArray cores = json.value("cores").toArray();
+    const QJsonArray cores = jsonOf(result)["cores"].toArray();
     QCOMPARE(cores.at(0).toObject().value("triggered"), QJsonValue(false));
     QCOMPARE(cores.at(1).toObject().value("windows").toArray(),
         QJsonArray({
@@ -131,7 +126,12 @@ void TestSimulate::forcedTriggers()
 {
     const auto core0 = core(0, "10");
     core0->expressions.clear();
-    QCOMPARE(simulate({core0.get()}, {}).status, 1);
+    writeFile(path("kept.vcd"), "old");
+    const Result idle = simulate({core0.get()}, {"-o", path("kept.vcd")});
+    QCOMPARE(idle.status, 1);
+    QVERIFY2(idle.err.contains("kept.vcd: left as it was, for nothing was captured"),
+        qPrintable(idle.err));
+    QCOMPARE(bytesOf(path("kept.vcd")), QByteArray("old"));
     QVERIFY(simulate({core0.get()}, {"--force-trigger-at", "0"})
                 .out.contains("trigger at sample 0, 2 samples from 0 on"));
     const Result late = simulate({core0.get()}, {"--force-trigger-at", "6"});
@@ -164,174 +164,58 @@ void TestSimulate::lite()
     QCOMPARE(oxa(call + QStringList {"--force-trigger-at", "1"}).status, 2);
 }
 
-void TestSimulate::verilogCapturesAsTheModel_data()
-{
-    QTest::addColumn<bool>("lite");
-    QTest::addColumn<QStringList>("data");
-    QTest::addColumn<int>("samples");
-    const int all = kSamples.size();
-    QTest::addRow("unknown values") << false << QStringList {"a", "b[0]"} << all;
-    QTest::addRow("too few samples for the core to say that it runs")
-        << false << QStringList {"a"} << 4;
-    QTest::addRow("a sample clock that is watched") << false << QStringList {"clk", "b[0]"} << all;
-    QTest::addRow("Lite") << true << QStringList {"a", "b[0]"} << all;
-    QTest::addRow("Lite, one signal") << true << QStringList {"a"} << all;
-    QTest::addRow("Lite, few samples") << true << QStringList {"a"} << 2;
-    QTest::addRow("Lite, a sample clock that is watched")
-        << true << QStringList {"b[1]", "clk"} << all;
-}
-
 void TestSimulate::verilogCapturesAsTheModel()
 {
-    QFETCH(bool, lite);
-    QFETCH(QStringList, data);
-    QFETCH(int, samples);
-    writeFile(path("these.vcd"), vcdOf(kNames, kSamples.mid(0, samples)));
+    const Comparison& row = rowOf(kComparisons);
+    writeFile(path("these.vcd"), vcdOf(kNames, kSamples.mid(0, row.samples)));
     const auto standard = core(4, "10");
     OXA::AOCore_Lite first;
     first.sampleClock = "clk";
     first.captureAmount = 9; // more than there is
-    for (const QString& name : data)
+    for (const QString& name : row.data)
         first.signalList += signalOf(name);
     standard->signalList = first.signalList;
     OXA::AOCore_Lite second = first; // only its signals become hardware
     second.signalList += signalOf("b[1]");
-    if (lite)
+    if (row.lite)
         OXA::writeOXAConfigToXml_Lite({&first, &second}, path("c.oxa"));
     else
         OXA::writeOXAConfigToXml({standard.get()}, path("c.oxa"));
-    QStringList call = m_call + QStringList {path("these.vcd"), "--json", "-o", path("out.csv")};
-    const Result model = oxa(call);
+    const QStringList more {path("these.vcd"), "--json", "-o", path("out.csv")};
+    const Result model = oxa(m_call + more);
     QCOMPARE(model.status, 0);
     const QByteArray captured = bytesOf(path("out.csv"));
-    call.removeOne("--model");
-    const Result verilog = oxa(call);
+    const Result verilog = oxa(m_verilog + more);
     QCOMPARE(verilog.err, QString());
     QCOMPARE(verilog.out, model.out);
     QCOMPARE(bytesOf(path("out.csv")), captured);
-}
-
-// As a netlist's is on a busy machine. Here a module of its own waits for a file, in the middle of
-// a scan.
-void TestSimulate::aSilentSimulatorIsAwaited()
-{
-    const QString fifo = path("fifo");
-    QCOMPARE(mkfifo(QFile::encodeName(fifo).constData(), 0600), 0);
-    const QByteArray wait = "module wait_for_test; integer f, c;\n"
-                            "initial #50 begin f = $fopen(\"%1\", \"r\"); c = $fgetc(f); end\n"
-                            "endmodule\n";
-    writeFile(path("wait.v"), QByteArray(wait).replace("%1", fifo.toUtf8()));
-    QDir(m_dir.path()).mkdir("bin");
-    writeFile(path("bin/iverilog"),
-        QString("#!/bin/sh\nPATH=%1 exec iverilog -s wait_for_test \"$@\" %2\n")
-            .arg(qEnvironmentVariable("PATH"), path("wait.v"))
-            .toUtf8());
-    QFile::setPermissions(
-        path("bin/iverilog"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-
-    const auto core0 = core(0, "10");
-    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-    QStringList call = m_call + QStringList {path("wave.vcd")};
-    call.removeOne("--model");
-    Service simulation;
-    simulation.setEnvironment(QProcess::systemEnvironment()
-        + QStringList(QString("PATH=%1:%2").arg(path("bin"), qEnvironmentVariable("PATH"))));
-    simulation.start(OXA_PROGRAM, call);
-    int writer = -1; // none before the simulator reads
-    while (writer < 0 && !simulation.waitForFinished(20))
-        writer = open(QFile::encodeName(fifo).constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-    QVERIFY2(writer >= 0, simulation.said());
-    QThread::sleep(kSilence);
-    close(writer);
-    QVERIFY(finished(simulation));
-    QVERIFY2(simulation.exitCode() == 0, simulation.said());
 }
 
 void TestSimulate::keptWork()
 {
     const auto core0 = core(0, "10");
     OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-    QStringList call = m_call + QStringList {path("wave.vcd"), "--keep-work", path("kept")};
-    QCOMPARE(oxa(call).status, 2); // a model has no work to keep
-    call.removeOne("--model");
+    QStringList more {path("wave.vcd"), "--keep-work", path("kept")};
+    QCOMPARE(oxa(m_call + more).status, 2); // a model has no work to keep
     for (int again = 0; again < 2; ++again) {
-        const Result result = oxa(call);
+        const Result result = oxa(m_verilog + more);
         QVERIFY2(result.status == 0, qPrintable(result.err));
         for (const char* name :
             {"generated/qx_oxa_top.v", "testbench.v", "stimulus.txt", "vvp.log"})
             QVERIFY2(QFile::exists(path("kept/") + name), name);
     }
-    call.last() = m_dir.path();
-    const Result refused = oxa(call);
-    QCOMPARE(refused.status, 2);
-    QVERIFY(QFile::exists(path("kept/testbench.v")));
-}
-
-void TestSimulate::inputsStay_data()
-{
-    QTest::addColumn<QString>("options"); // DIR: a marked directory with an input of each kind
-    QTest::newRow("configuration and waveform") << "--keep-work DIR";
-    QTest::newRow("netlist") << "--keep-work DIR/sub --netlist DIR/sub/n.v";
-    QTest::newRow("output over the waveform") << "--model -o DIR/wave.vcd";
-    QTest::newRow("output over another name of it") << "--model -o DIR/sub/twin.vcd";
-}
-
-void TestSimulate::inputsStay()
-{
-    QFETCH(QString, options);
-    const QTemporaryDir directory;
-    const QString in = directory.path();
-    QVERIFY(QDir(in).mkdir("sub"));
-    const auto core0 = core(0, "10");
-    OXA::writeOXAConfigToXml({core0.get()}, in + "/c.oxa");
-    const QByteArray wave = vcdOf(kNames, kSamples);
-    writeFile(in + "/wave.vcd", wave);
-    writeFile(in + "/sub/n.v", "module qx_oxa; endmodule");
-    QCOMPARE(::link(qPrintable(in + "/wave.vcd"), qPrintable(in + "/sub/twin.vcd")), 0);
-    for (const char* name : {"/.oxa-generated", "/sub/.oxa-generated"})
-        writeFile(in + name, "");
-    const Result result = oxa(QStringList {"simulate", in + "/c.oxa", "--part", partOf("QX3A-10A"),
-                                  "--stimulus", in + "/wave.vcd"}
-        + options.replace("DIR", in).split(' '));
-    QCOMPARE(result.status, 2);
-    QVERIFY2(result.err.contains("would be emptied, but it holds")
-            || result.err.contains("which this run reads"),
-        qPrintable(result.err));
-    QCOMPARE(bytesOf(in + "/wave.vcd"), wave);
-    QVERIFY(QFile::exists(in + "/c.oxa") && QFile::exists(in + "/sub/n.v"));
-}
-
-void TestSimulate::nothingCapturedLeavesTheOutput()
-{
-    const auto core0 = core(0, "10");
-    core0->expressions.clear();
-    writeFile(path("kept.vcd"), "old");
-    const Result result = simulate({core0.get()}, {"-o", path("kept.vcd")});
-    QCOMPARE(result.status, 1);
-    QVERIFY2(result.err.contains("kept.vcd: left as it was, for nothing was captured"),
-        qPrintable(result.err));
-    QCOMPARE(bytesOf(path("kept.vcd")), QByteArray("old"));
-}
-
-// A netlist here is the wrapper with its sources: what a simulator needs.
-void TestSimulate::netlistsOfOthersAreRefused()
-{
-    const auto core0 = core(0, "10");
-    QStringList call = m_call + QStringList {path("wave.vcd"), "--netlist", path("n.v")};
-    call.removeOne("--model");
-    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-    QVERIFY(oxa(call).err.contains("n.v: there is no such netlist"));
-    writeFile(path("n.v"), "module qx_oxa(oops); endmodule");
-    const Result broken = oxa(call);
-    QCOMPARE(broken.status, 1);
-    QVERIFY2(broken.err.contains("iverilog does not accept"), qPrintable(broken.err));
+    QDir(m_dir.path()).mkdir("mine");
+    writeFile(path("mine/.file"), "");
+    more.last() = path("mine");
+    QCOMPARE(oxa(m_verilog + more).status, 2);
+    QVERIFY(QFile::exists(path("mine/.file")));
 }
 
 // A netlist of `configuration`, as preprocessed sources, with or without its names.
 QString TestSimulate::makeNetlist(const QString& configuration, bool withNames)
 {
-    const Result generated = oxa({"generate", configuration, "--part", partOf("QX3A-10A"),
-        "--work-dir", path("work"), "--force", "--no-synthesis"});
+    const Result generated = oxa({"generate", configuration, "--part", kPart, "--work-dir",
+        path("work"), "--force", "--no-synthesis"});
     if (!withNames)
         QFile::remove(path("work/qx_oxa_names.v"));
     QProcess iverilog;
@@ -344,29 +228,28 @@ QString TestSimulate::makeNetlist(const QString& configuration, bool withNames)
 void TestSimulate::netlistsKnowTheirNames()
 {
     const auto core0 = core(0, "10");
+    const auto exchanged = core(0, "10");
+    exchanged->signalList.swapItemsAt(0, 1);
+    exchanged->captureSignals = exchanged->signalList;
     OXA::writeOXAConfigToXml({core0.get()}, path("built.oxa"));
-    QStringList call = m_call + QStringList {path("wave.vcd")};
     const Result expected = simulate({core0.get()}, {});
-    call.removeOne("--model");
+    const QStringList call = m_verilog + QStringList {path("wave.vcd"), "--netlist", path("n.v")};
     for (const bool withNames : {true, false}) {
-        const QString netlist = makeNetlist(path("built.oxa"), withNames);
+        QCOMPARE(makeNetlist(path("built.oxa"), withNames), path("n.v"));
         OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-        const Result own = oxa(call + QStringList {"--netlist", netlist});
+        const Result own = oxa(call);
         QCOMPARE(own.out, expected.out);
-        QVERIFY2(own.err
-                == (withNames ? QString()
-                              : "warning: core 0: names unknown: the target was built without "
-                                "qx_oxa_names.v, so it cannot be verified that its signals are "
-                                "those that the configuration names\n"),
-            qPrintable(own.err));
-        const auto exchanged = core(0, "10");
-        exchanged->signalList.swapItemsAt(0, 1);
-        exchanged->captureSignals = exchanged->signalList;
+        QCOMPARE(own.err.isEmpty(), withNames);
+        QCOMPARE(own.err.contains("names unknown: the target was built without qx_oxa_names.v"),
+            !withNames);
         OXA::writeOXAConfigToXml({exchanged.get()}, path("c.oxa"));
-        QCOMPARE(oxa(call + QStringList {"--netlist", netlist})
-                     .err.contains("data signals have other names or another order"),
-            withNames);
+        QCOMPARE(
+            oxa(call).err.contains("data signals have other names or another order"), withNames);
     }
+    writeFile(path("n.v"), "module qx_oxa(oops); endmodule");
+    const Result broken = oxa(call);
+    QCOMPARE(broken.status, 1);
+    QVERIFY2(broken.err.contains("iverilog does not accept"), qPrintable(broken.err));
 }
 
 void TestSimulate::compilersLeaveNothingAndSayLittle()
@@ -374,49 +257,61 @@ void TestSimulate::compilersLeaveNothingAndSayLittle()
     const auto core0 = core(0, "10");
     OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
     QDir(m_dir.path()).mkpath("program/tmp");
-    const QString compiler = writeFile(
-        path("program/iverilog"), "#!/bin/sh\n: >$TMPDIR/left; pwd; seq 1000; exit 1\n");
-    QFile::setPermissions(compiler, QFile::ReadOwner | QFile::ExeOwner);
-    QStringList call = m_call + QStringList {path("wave.vcd")};
-    call.removeOne("--model");
-    const Result result = oxa(
-        call, {"PATH=" + path("program") + ":/usr/bin:/bin", "TMPDIR=" + path("program/tmp")});
+    writeProgram(path("program/iverilog"), ": >$TMPDIR/left; pwd; seq 1000; exit 1\n");
+    const Result result = oxa(m_verilog + QStringList(path("wave.vcd")),
+        {"PATH=" + path("program") + ":/usr/bin:/bin", "TMPDIR=" + path("program/tmp")});
     QCOMPARE(result.status, 1);
     QVERIFY2(result.err.contains("19\n    ... 981 more lines"), qPrintable(result.err));
     QVERIFY(QDir(path("program/tmp")).isEmpty());
 }
 
-void TestSimulate::unusableInputs_data()
-{
-    QTest::addColumn<QByteArray>("wave");
-    QTest::addColumn<QStringList>("more");
-    QTest::addColumn<QStringList>("errors");
-    const QByteArray wave = vcdOf(kNames, kSamples);
-    const auto row
-        = [](const char* name, const QByteArray& wave, const QStringList& more,
-              const QStringList& errors) { QTest::newRow(name) << wave << more << errors; };
-    row("output of no known kind", wave, {"-o", "out.txt"}, {"out.txt: the ending has to be"});
-    row("output nowhere", wave, {"-o", "/no/such/out.vcd"},
-        {"/no/such/out.vcd: cannot be written"});
-    row("damaged waveform", wave + "2!", {}, {"w%2.vcd:", "expected a time or a value change"});
-    row("cut off waveform", wave.left(60), {}, {"the file ends inside"});
-    row("no samples", wave.left(wave.indexOf("#5")), {}, {"no rising edge in the waveform"});
-    row("no signals", vcdOf({"c"}, {"0"}), {}, {"b[1]: is not", "b[0]: is not", "a: is not"});
-    row("no waveform", {}, {}, {"the file ends before"});
-}
-
 void TestSimulate::unusableInputs()
 {
-    QFETCH(QByteArray, wave);
-    QFETCH(QStringList, more);
-    QFETCH(QStringList, errors);
     const auto core0 = core(0, "10");
     OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-    QDir(m_dir.path()).mkdir("bad");
-    const Result result = oxa(m_call + QStringList {writeFile(path("bad/w%2.vcd"), wave)} + more);
-    QCOMPARE(result.status, 2);
-    for (const QString& error : errors)
-        QVERIFY2(result.err.contains(error), qPrintable(result.err));
+    const QByteArray wave = vcdOf(kNames, kSamples);
+    const QList<QPair<QByteArray, QStringList>> rows = {
+        {wave + "2!",                                    {"w%2.vcd:", "expected a time or a value change"}},
+        {           wave.left(wave.indexOf("#5")),            {"no rising edge in the waveform"}                                                 },
+        { vcdOf({"c"}, {"0"}),                                                  {"b[1]: is not", "b[0]: is not", "a: is not"}},
+    };
+    for (const auto& row : rows) {
+        const Result result = oxa(m_call + QStringList(writeFile(path("w%2.vcd"), row.first)));
+        QCOMPARE(result.status, 2);
+        for (const QString& error : row.second)
+            QVERIFY2(result.err.contains(error), qPrintable(result.err));
+    }
+    const Result ending = oxa(m_call + QStringList {path("wave.vcd"), "-o", "out.txt"});
+    QVERIFY2(ending.err.contains("out.txt: the ending has to be"), qPrintable(ending.err));
+}
+
+// A module of the test's own waits in the middle of a scan, for longer than targets are given that
+// may be gone. Other tests run meanwhile.
+void TestSimulate::startSilentSimulation()
+{
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("silent.oxa"));
+    const QByteArray fifo = path("fifo").toUtf8();
+    writeFile(path("wait.v"),
+        "module wait_for_test; integer f, c;\n"
+        "initial #50 begin f = $fopen(\""
+            + fifo + "\", \"r\"); c = $fgetc(f); end\nendmodule\n");
+    QDir(m_dir.path()).mkdir("bin");
+    const QByteArray search = qgetenv("PATH");
+    writeProgram(path("bin/iverilog"),
+        "mkfifo " + fifo + "; (sleep 13; echo >" + fifo + ") >/dev/null 2>&1 &\nPATH=" + search
+            + " exec iverilog -s wait_for_test \"$@\" " + path("wait.v").toUtf8() + '\n');
+    m_silent.setEnvironment(
+        QProcess::systemEnvironment() + QStringList("PATH=" + path("bin:") + search));
+    m_silent.start(OXA_PROGRAM,
+        {"simulate", path("silent.oxa"), "--part", kPart, "--stimulus", path("wave.vcd")});
+}
+
+void TestSimulate::aSilentSimulatorIsAwaited()
+{
+    QVERIFY(finished(m_silent));
+    QVERIFY2(m_silent.exitCode() == 0, m_silent.said());
+    QVERIFY(QFile::exists(path("fifo")));
 }
 
 QTEST_APPLESS_MAIN(TestSimulate)
