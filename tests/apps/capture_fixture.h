@@ -17,25 +17,16 @@ constexpr int kRound = 280; // of the counter
 /// kRound.
 inline std::unique_ptr<OXA::AoCore> countingCore(int index, const QString& clock)
 {
-    auto core = std::make_unique<OXA::AoCore>(index);
+    const QList<OXA::SignalItem> data {busOf("n", 10), signalOf("a,b"), signalOf("top/x_y")};
+    auto core = coreOf(index, data, data.first(), "0010000000", 50, 20);
     core->sampleClock = clock;
-    core->signalList = {busOf("n", 10), signalOf("a,b"), signalOf("top/x_y")};
-    core->captureSignals = core->signalList;
-    core->triggers[0]->signalList = {busOf("n", 10)};
-    core->triggers[1]->signalList = {signalOf("a,b"), signalOf("top/x_y")};
-    const char* values[] = {"0010000000", "1X"};
-    for (int unit = 0; unit < 2; ++unit) {
-        core->matchUnits[unit]->enabled = true;
-        core->matchUnits[unit]->trigger = core->triggers[unit];
-        core->matchUnits[unit]->value0 = values[unit];
-    }
+    core->triggers[1]->signalList = data.mid(1);
+    enableUnit(*core, 1, 1, "1X");
     core->matchUnits[1]->counterEnable = true;
     core->matchUnits[1]->counterWidth = 4;
     core->matchUnits[1]->counter = 3;
     core->expressions = QStringList {"M0", "M1"};
     core->storageDepth = 256;
-    core->captureAmount = 50;
-    core->triggerPos = 20;
     core->windowNum = 2;
     return core;
 }

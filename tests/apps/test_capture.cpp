@@ -28,13 +28,18 @@ constexpr Change kChanges[] = {
     {"one window of all",       "--samples 256 --windows 1 --position 0", "0010000000", 3,  256, 1, 0 },
 };
 
-struct Unusable {
-    const char* what; // the options
-    int status;
-    const char* error;
+struct Device {
+    const char *what, *part;
+    int expressionType;
+    int position; // of the trigger in what is captured from power-up on
 };
 
-constexpr Unusable kUnusable[] = {
+constexpr Device kDevices[] = {
+    {"static",                     kPart,       OXA::StaticExpressions,  20},
+    {"dynamic, a deeper pipeline", kDeeperPart, OXA::DynamicExpressions, 21},
+};
+
+constexpr Call kUnusable[] = {
     {"--unit M0=101",                           2, "several cores have this match unit; choose one"            },
     {"--core 9 --unit M0=101",                  2, "value0 \"101\" has 3 characters for the 10"                },
     {"--core 9 --unit M0=Z000000000",           2, "--unit M0=Z000000000: value0"                              },
@@ -87,7 +92,7 @@ private Q_SLOTS:
     void changesForOneRun();
     void withoutATrigger();
     void progressOnATerminal();
-    void positionsOnDevices_data();
+    void positionsOnDevices_data() { addRows(kDevices); }
     void positionsOnDevices();
     void immediately();
     void lite();
@@ -230,25 +235,13 @@ void TestCapture::progressOnATerminal()
     QVERIFY(finished(terminal));
 }
 
-void TestCapture::positionsOnDevices_data()
-{
-    QTest::addColumn<QString>("part");
-    QTest::addColumn<int>("expressionType");
-    QTest::addColumn<int>("atPowerUp");
-    QTest::newRow("static") << kPart << int(OXA::StaticExpressions) << 20;
-    QTest::newRow("dynamic, a deeper pipeline")
-        << kDeeperPart << int(OXA::DynamicExpressions) << 21;
-}
-
 // One position is one sample, whoever tells it; only what was captured from power-up on may differ,
 // and is said to.
 void TestCapture::positionsOnDevices()
 {
-    QFETCH(QString, part);
-    QFETCH(int, expressionType);
-    QFETCH(int, atPowerUp);
+    const Device& device = rowOf(kDevices);
     const auto core = countingCore(4, "clk");
-    core->expressionType = expressionType;
+    core->expressionType = device.expressionType;
     core->captureInitDataEnabled = true;
     OXA::writeOXAConfigToXml({core.get()}, path("position.oxa"));
     const QString shown = oxa({"show", path("position.oxa")}).out;
@@ -258,14 +251,15 @@ void TestCapture::positionsOnDevices()
     QVERIFY2(shown.contains(both), qPrintable(shown));
 
     LiveTarget live;
-    QVERIFY2(live.start(path("position.oxa"), path("wave.vcd"), {}, part), live.target.said());
+    QVERIFY2(
+        live.start(path("position.oxa"), path("wave.vcd"), {}, device.part), live.target.said());
     const QStringList call {"capture", path("position.oxa"), "--openocd", live.address(),
         "--timeout", patienceSeconds()};
     const QString window("core 4, window 0: trigger at sample %1, 50 samples from 0 on\n");
     const Result powerUp = oxa(call + QStringList {"--power-up"});
-    QVERIFY2(powerUp.out.startsWith(window.arg(atPowerUp)), qPrintable(powerUp.out));
+    QVERIFY2(powerUp.out.startsWith(window.arg(device.position)), qPrintable(powerUp.out));
     QCOMPARE(powerUp.err.contains("has 21 samples before the trigger on this device, not 20"),
-        atPowerUp == 21);
+        device.position == 21);
     for (const QStringList& option : {
              QStringList(), QStringList {"--position", "20"}
     }) {
@@ -311,9 +305,9 @@ void TestCapture::lite()
 
 void TestCapture::unusableCalls()
 {
-    const Unusable& row = rowOf(kUnusable);
+    const Call& row = rowOf(kUnusable);
     const Result result = capture(QString(row.what).split(' '));
-    QVERIFY2(result.err.contains(row.error), qPrintable(result.err));
+    QVERIFY2(result.err.contains(row.said), qPrintable(result.err));
     QCOMPARE(result.status, row.status);
 }
 

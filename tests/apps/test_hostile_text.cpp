@@ -1,17 +1,14 @@
-#include "support/files.h"
-#include "support/oxa_program.h"
+#include "oxa_calls.h"
+
 #include "support/rows.h"
 #include "support/talking_server.h"
 #include "support/waveforms.h"
 
 #include <QJsonArray>
 #include <QRegularExpression>
-#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
-
-const QString kPart = "QX1N-9LV-QFN88-C6";
 
 // Of all signals alike; longer than a window.
 const QStringList kSamples
@@ -89,7 +86,7 @@ QByteArray configuration(const QString& signal, const QString& clock = "clk",
 }
 
 // Names, paths and replies that were made to be more than text.
-class TestHostileText : public QObject {
+class TestHostileText : public QObject, OxaCalls {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -104,10 +101,8 @@ private Q_SLOTS:
     void jsonKeepsItsMeaning();
 
 private:
-    QString path(const QString& name) const { return m_dir.filePath(name); }
     Result run(const QString& call) const;
 
-    QTemporaryDir m_dir;
     QString m_steering; // a configuration
 };
 
@@ -120,14 +115,11 @@ void TestHostileText::initTestCase()
         configuration("a" + kSteering, "clk" + kSteering, kSteering, "M0" + kSteering));
 }
 
-// Runs oxa with the words of `call`, some of which stand for others.
+// HOSTILE in a call is the configuration, TEXT hostile itself.
 Result TestHostileText::run(const QString& call) const
 {
-    QStringList words
-        = QString(call).replace(" ON", " --part " + kPart).split(' ', Qt::SkipEmptyParts);
-    words.replaceInStrings("DIR", m_dir.path());
-    words.replaceInStrings("HOSTILE", m_steering).replaceInStrings("TEXT", kSteering);
-    return oxa(words);
+    QStringList list = words(call);
+    return oxa(list.replaceInStrings("HOSTILE", m_steering).replaceInStrings("TEXT", kSteering));
 }
 
 void TestHostileText::namesThatWouldBeCode()
@@ -161,7 +153,7 @@ void TestHostileText::oddNamesStayWordsAndPathsAreNoOptions()
         list += "<Signal capture_enable=\"true\">"
             + entities(name).toHtmlEscaped().replace("&amp;#", "&#").toUtf8() + "</Signal>";
     content.replace(content.indexOf("<Signal cap"), list.indexOf("<Signal cap", 1), list);
-    QVERIFY(QDir::setCurrent(m_dir.path()));
+    QVERIFY(QDir::setCurrent(path(".")));
     QVERIFY(QFile::link(OXA_BINARY_DIR "/share/oxautils/ip", "-ip"));
     writeFile("-.vcd", vcdOf(names, samples));
     writeFile("-c.oxa", content);

@@ -7,7 +7,6 @@
 #include "support/signals.h"
 #include "support/waveforms.h"
 
-#include <QJsonArray>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -49,14 +48,12 @@ class TestSimulate : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void capturesOfTheModel();
-    void coresThatDoNotTrigger();
     void forcedTriggers();
     void unknownValuesThatDecide();
-    void lite();
     void verilogCapturesAsTheModel_data() { addRows(kComparisons); }
     void verilogCapturesAsTheModel();
     void keptWork();
-    void netlistsKnowTheirNames();
+    void netlistsWithoutNames();
     void compilersLeaveNothingAndSayLittle();
     void unusableInputs();
     void aSilentSimulatorIsAwaited();
@@ -64,7 +61,6 @@ private Q_SLOTS:
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     Result simulate(const QList<OXA::AoCore*>& cores, const QStringList& more);
-    QString makeNetlist(const QString& configuration, bool withNames);
     void startSilentSimulation();
 
     QTemporaryDir m_dir;
@@ -104,24 +100,6 @@ void TestSimulate::capturesOfTheModel()
                    "9,0,0,0,1,1,0\n9,0,1,1,0,1,1\n9,0,2,0,1,0,0\n"));
 }
 
-void TestSimulate::coresThatDoNotTrigger()
-{
-    const auto idle = core(0, "10");
-    const auto other = core(1, "10");
-    idle->matchUnits[0]->counterEnable = true;
-    const Result result = simulate({idle.get(), other.get()}, {"--json", "-o", path("out.csv")});
-    QCOMPARE(result.status, 1);
-    QCOMPARE(
-        result.err, QString("core 0 did not trigger: level 0 of 1 reached, M0 matched 1 time\n"));
-    const QJsonArray cores = jsonOf(result)["cores"].toArray();
-    QCOMPARE(cores.at(0).toObject().value("triggered"), QJsonValue(false));
-    QCOMPARE(cores.at(1).toObject().value("windows").toArray(),
-        QJsonArray({
-            QJsonObject {{"triggerSample", 2}, {"firstSample", 1}, {"samples", 3}}
-    }));
-    QCOMPARE(bytesOf(path("out.csv")).count('\n'), 4);
-}
-
 void TestSimulate::forcedTriggers()
 {
     const auto core0 = core(0, "10");
@@ -150,18 +128,6 @@ void TestSimulate::unknownValuesThatDecide()
     QVERIFY2(result.err.contains("unknown values decide when it triggers; M0 first compares one at"
                                  " sample 1, as 0"),
         qPrintable(result.err));
-}
-
-void TestSimulate::lite()
-{
-    OXA::AOCore_Lite lite;
-    lite.sampleClock = "top/clk";
-    lite.captureAmount = 4;
-    lite.signalList = {signalOf("b", {"b[1]", "b[0]"})};
-    OXA::writeOXAConfigToXml_Lite({&lite, &lite}, path("c.oxa"));
-    const QStringList call = m_call + QStringList {path("wave.vcd")};
-    QCOMPARE(oxa(call).out, QString("core 0, window 0: 4 samples from 0 on\n"));
-    QCOMPARE(oxa(call + QStringList {"--force-trigger-at", "1"}).status, 2);
 }
 
 void TestSimulate::verilogCapturesAsTheModel()
@@ -195,7 +161,7 @@ void TestSimulate::keptWork()
 {
     const auto core0 = core(0, "10");
     OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-    QStringList more {path("wave.vcd"), "--keep-work", path("kept")};
+    const QStringList more {path("wave.vcd"), "--keep-work", path("kept")};
     QCOMPARE(oxa(m_call + more).status, 2); // a model has no work to keep
     for (int again = 0; again < 2; ++again) {
         const Result result = oxa(m_verilog + more);
@@ -204,48 +170,25 @@ void TestSimulate::keptWork()
             {"generated/qx_oxa_top.v", "testbench.v", "stimulus.txt", "vvp.log"})
             QVERIFY2(QFile::exists(path("kept/") + name), name);
     }
-    QDir(m_dir.path()).mkdir("mine");
-    writeFile(path("mine/.file"), "");
-    more.last() = path("mine");
-    QCOMPARE(oxa(m_verilog + more).status, 2);
-    QVERIFY(QFile::exists(path("mine/.file")));
 }
 
-// A netlist of `configuration`, as preprocessed sources, with or without its names.
-QString TestSimulate::makeNetlist(const QString& configuration, bool withNames)
+// Here the preprocessed sources, but for that of the names, which the program adds itself.
+void TestSimulate::netlistsWithoutNames()
 {
-    const Result generated = oxa({"generate", configuration, "--part", kPart, "--work-dir",
-        path("work"), "--force", "--no-synthesis"});
-    if (!withNames)
-        QFile::remove(path("work/qx_oxa_names.v"));
+    const auto core0 = core(0, "10");
+    const Result expected = simulate({core0.get()}, {});
+    const Result generated = oxa(
+        {"generate", path("c.oxa"), "--part", kPart, "--work-dir", path("work"), "--no-synthesis"});
+    QVERIFY(QFile::remove(path("work/qx_oxa_names.v")));
     QProcess iverilog;
     iverilog.start("iverilog",
         {"-g2005", "-E", "-o", path("n.v"), "-c", writeFile(path("list"), generated.out.toUtf8())});
-    iverilog.waitForFinished(-1);
-    return iverilog.exitCode() == 0 ? path("n.v") : QString();
-}
-
-void TestSimulate::netlistsKnowTheirNames()
-{
-    const auto core0 = core(0, "10");
-    const auto exchanged = core(0, "10");
-    exchanged->signalList.swapItemsAt(0, 1);
-    exchanged->captureSignals = exchanged->signalList;
-    OXA::writeOXAConfigToXml({core0.get()}, path("built.oxa"));
-    const Result expected = simulate({core0.get()}, {});
+    QVERIFY(finished(iverilog));
     const QStringList call = m_verilog + QStringList {path("wave.vcd"), "--netlist", path("n.v")};
-    for (const bool withNames : {true, false}) {
-        QCOMPARE(makeNetlist(path("built.oxa"), withNames), path("n.v"));
-        OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
-        const Result own = oxa(call);
-        QCOMPARE(own.out, expected.out);
-        QCOMPARE(own.err.isEmpty(), withNames);
-        QCOMPARE(own.err.contains("names unknown: the target was built without qx_oxa_names.v"),
-            !withNames);
-        OXA::writeOXAConfigToXml({exchanged.get()}, path("c.oxa"));
-        QCOMPARE(
-            oxa(call).err.contains("data signals have other names or another order"), withNames);
-    }
+    const Result own = oxa(call);
+    QCOMPARE(own.out, expected.out);
+    QVERIFY2(own.err.contains("names unknown: the target was built without qx_oxa_names.v"),
+        qPrintable(own.err));
     writeFile(path("n.v"), "module qx_oxa(oops); endmodule");
     const Result broken = oxa(call);
     QCOMPARE(broken.status, 1);

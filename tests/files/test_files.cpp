@@ -68,15 +68,12 @@ struct stat statOf(const QString& path)
 
 }
 
-Q_DECLARE_METATYPE(Row)
-
 class TestFiles : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void init();
     void cleanup() { QDir::setCurrent("/"); }
-    void inputs_data();
     void inputs();
     void fileKeepsNamesOwnerAndMode();
     void fileThatCannotBeFilledStays();
@@ -103,26 +100,19 @@ void TestFiles::init()
     }
 }
 
-void TestFiles::inputs_data()
-{
-    QTest::addColumn<bool>("isDirectory");
-    QTest::addColumn<Row>("row");
-    for (const Row& row : kEmptied)
-        QTest::addRow("emptied: %s", row.what) << true << row;
-    for (const Row& row : kWritten)
-        QTest::addRow("written: %s", row.what) << false << row;
-}
-
 // By relative and by absolute paths.
 void TestFiles::inputs()
 {
-    QFETCH(bool, isDirectory);
-    QFETCH(Row, row);
-    const Inputs inputs {{row.path}, {row.source}};
-    const QString lost = row.isLost ? QString(row.path) + row.source : QString();
-    const auto guard = isDirectory ? lostByEmptying : lostByWriting;
-    QCOMPARE(guard(row.written, inputs), lost);
-    QCOMPARE(guard(QDir::current().filePath(row.written), inputs), lost);
+    const auto verify = [](const Row& row, QString (*guard)(const QString&, const Inputs&)) {
+        const Inputs inputs {{row.path}, {row.source}};
+        const QString lost = row.isLost ? QString(row.path) + row.source : QString();
+        QVERIFY2(guard(row.written, inputs) == lost, row.what);
+        QVERIFY2(guard(QDir::current().filePath(row.written), inputs) == lost, row.what);
+    };
+    for (const Row& row : kEmptied)
+        verify(row, lostByEmptying);
+    for (const Row& row : kWritten)
+        verify(row, lostByWriting);
 }
 
 void TestFiles::fileKeepsNamesOwnerAndMode()
@@ -166,8 +156,6 @@ void TestFiles::fileThatCannotBeFilledStays()
     QCOMPARE(error, QString("no/such/file: cannot be written: No such file or directory"));
     QVERIFY(!replaceFile("out", "x", error));
     QCOMPARE(error, QString("out: cannot be written: it is a directory"));
-    QVERIFY(!replaceFile("/dev/full", "x", error));
-    QCOMPARE(error, QString("/dev/full: cannot be written: No space left on device"));
 }
 
 void TestFiles::streamsAreWritten()

@@ -41,12 +41,11 @@ private:
     bool m_dr = false;
 };
 
-/// Stands between a remote_bitbang client and its target: adds devices to the chain, and flips bits
-/// on the wires.
+/// Stands between a remote_bitbang client and its target: adds devices in front of it, and flips
+/// bits on the wires.
 class JtagProxy {
 public:
     int before = 0; ///< devices between TDI and the target
-    int after = 0; ///< devices between the target and TDO
     int flips = 0; ///< a wire is flipped once in so many cycles, by chance; 0: never
     bool flipsControl = false; ///< TMS and TCK, too
 
@@ -83,6 +82,7 @@ private:
             QTcpSocket target;
             target.connectToHost(QHostAddress::LocalHost, port);
             target.waitForConnected(kPatience);
+            target.setSocketOption(QAbstractSocket::LowDelayOption, 1);
             while (!m_over && client->state() == QTcpSocket::ConnectedState) {
                 if (client->bytesAvailable() == 0 && !client->waitForReadyRead(50))
                     continue;
@@ -94,75 +94,42 @@ private:
 
     bool flipped() { return flips > 0 && m_random() % unsigned(flips) == 0; }
 
-    // Through the devices in front to the target, and with its answers through those behind.
-    QByteArray pass(const QByteArray& commands, QTcpSocket& target)
+    // The target's answers to `commands` that went through the devices in front.
+    QByteArray pass(QByteArray commands, QTcpSocket& target)
     {
-        m_front.resize(size_t(before));
-        m_back.resize(size_t(after));
-        QByteArray sent;
-        QByteArray forward;
-        int answers = 0;
-        for (char command : commands) {
-            if (command >= '0' && command <= '7') {
-                if (flipped())
-                    command ^= char(flipsControl ? 1 << m_random() % 3 : 1);
-                const bool rises = command & 4 && !(m_tck & 4);
-                if (rises) {
-                    ++m_cycles;
-                    forward += 'R'; // what the devices behind will see
-                    ++answers;
-                }
-                const bool tms = command & 2;
-                bool tdi = command & 1;
-                for (BypassTap& tap : m_front) {
-                    const bool next = tap.tdo();
-                    if (rises)
-                        tap.rise(tms, tdi);
-                    tdi = next;
-                }
-                forward += char((command & ~1) | int(tdi));
-                sent += char((command & ~1) | (rises ? 8 : 0));
-                m_tck = command;
-            } else {
-                forward += command;
-                sent += command;
-                answers += command == 'R' ? 1 : 0;
+        m_devices.resize(size_t(before));
+        for (char& command : commands) {
+            if (command < '0' || command > '7')
+                continue;
+            if (flipped())
+                command ^= char(flipsControl ? 1 << m_random() % 3 : 1);
+            const bool rises = command & 4 && !(m_tck & 4);
+            m_cycles += rises ? 1 : 0;
+            bool tdi = command & 1;
+            for (BypassTap& device : m_devices) {
+                const bool next = device.tdo();
+                if (rises)
+                    device.rise(command & 2, tdi);
+                tdi = next;
             }
+            m_tck = command;
+            command = char((command & ~1) | int(tdi));
         }
-        target.write(forward);
+        target.write(commands);
         target.flush();
-        QByteArray read = target.readAll();
-        while (read.size() < answers && target.waitForReadyRead(kPatience))
-            read += target.readAll();
-        return reply(sent, read);
-    }
-
-    QByteArray reply(const QByteArray& sent, const QByteArray& read)
-    {
-        QByteArray replies;
-        int at = 0;
-        for (const char command : sent) {
-            if (command == 'R') {
-                const bool own = at < read.size() && read.at(at++) == '1';
-                replies += (m_back.empty() ? own : m_back.back().tdo()) != flipped() ? '1' : '0';
-            } else if (command & 8 && command < '@') {
-                bool tdi = at < read.size() && read.at(at++) == '1';
-                for (BypassTap& tap : m_back) {
-                    const bool next = tap.tdo();
-                    tap.rise(command & 2, tdi);
-                    tdi = next;
-                }
-            }
-        }
-        return replies;
+        QByteArray answers = target.readAll();
+        while (answers.size() < commands.count('R') && target.waitForReadyRead(kPatience))
+            answers += target.readAll();
+        for (char& answer : answers)
+            answer ^= char(flipped());
+        return answers;
     }
 
     std::thread m_thread;
     std::atomic<bool> m_over {false};
     std::atomic<qint64> m_cycles {0};
     std::minstd_rand m_random {1};
-    std::vector<BypassTap> m_front;
-    std::vector<BypassTap> m_back;
+    std::vector<BypassTap> m_devices;
     char m_tck = '0';
 };
 

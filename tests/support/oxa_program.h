@@ -35,4 +35,18 @@ inline QJsonObject jsonOf(const Result& result)
     return QJsonDocument::fromJson(result.out.toUtf8()).object();
 }
 
+/// A call of oxa, some words of which stand for others, and what it comes to.
+struct Call {
+    const char* what;
+    int status;
+    const char* said;
+};
+
+/// All that a run said; JSON has no white space between its tokens.
+inline QString saidBy(const Result& result)
+{
+    const QJsonDocument json = QJsonDocument::fromJson(result.out.toUtf8());
+    return json.isNull() ? result.out + result.err : json.toJson(QJsonDocument::Compact);
+}
+
 #endif
