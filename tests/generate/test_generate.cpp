@@ -7,6 +7,7 @@
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 #include "oxautils/generate/standard_files.h"
+#include "oxautils/generate/work_dir.h"
 #include "support/device_double.h"
 #include "support/files.h"
 #include "support/rows.h"
@@ -348,6 +349,7 @@ void TestGenerate::emptyingADirectory()
     QVERIFY(QDir().mkpath(path("outside")));
     writeFile(path("outside/kept"), "x");
     writeFile(path("tree/a/.file"), "x");
+    QVERIFY(holdsForeignFiles(path("tree/a"))); // where all names are hidden
     for (const char* link : {"tree/link", "tree/a/dangling"})
         QVERIFY(QFile::link(path(link[5] == 'l' ? "outside" : "nowhere"), path(link)));
     removeDir(path("tree"));
