@@ -88,6 +88,8 @@ const TableRow kTables[] = {
     {"twice not takes a value early", "!!M0",         {0},          "xx"              },
     {"twice not with parentheses",    "!(!M0)",       {0},          "01"              },
     {"no operator",                   "M0M1",         {0, 1},       "xxxx"            },
+    {"open parentheses",              "((M0|M1",      {0, 1},       "0111"            },
+    {"closed ones too many",          "M0)))|M1",     {0, 1},       "0111"            },
     {"a unit that is not there",      "M16",          {1},          "xx"              },
     {"a name cut short",              "M&M0",         {0},          "xxxx"            },
     {"a letter of its own",           "A&M0",         {0},          "xx"              },
