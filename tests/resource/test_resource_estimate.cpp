@@ -30,7 +30,6 @@ constexpr Row kRows[] = {
     {"with them it would be one less", "QX1N-9",   false, 9,  4095,  2},
     {"past the widest mode",           "QX1N-9",   false, 72, 257,   2},
     {"the mark counts",                "QX1N-9",   true,  36, 256,   2},
-    {"16 and the mark fit ninth bits", "QX1N-9",   true,  16, 1084,  1},
     {"a begun block is none",          "QX1N-9C",  false, 2,  5000,  1},
     {"two full ones",                  "QX1N-9C",  false, 2,  9000,  2},
     {"not with 3 bits",                "QX1N-9C",  false, 3,  9000,  2},

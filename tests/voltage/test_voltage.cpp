@@ -38,7 +38,6 @@ struct ShortRow {
 };
 
 constexpr ShortRow kShorts[] = {
-    {"",                                       "K1", ""            },
     {" VCC/VCCX Short Circuit \t\r\n",         "K1", "VCC/VCCX"    },
     {"VCC/VCCX Short Circuit except K1/K2\n",  "K2", ""            },
     {"VCC/VCCX Short Circuit except K1/K22",   "K2", "VCC/VCCX"    },
