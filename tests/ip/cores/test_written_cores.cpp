@@ -1,18 +1,9 @@
-#include "core_bench.h"
-#include "core_samples.h"
-#include "random_core.h"
+#include "core_target.h"
 
-#include "oxacapture/files/capture_result.h"
-#include "oxacapture/target/analyzer_client.h"
-#include "oxacapture/target/remote_bitbang_link.h"
 #include "oxacapture/target/window_decoder.h"
-#include "support/files.h"
-#include "support/patience.h"
+#include "support/oxa_program.h"
 #include "support/signals.h"
 
-#include "oxautils/config/standard_config.h"
-
-#include <QLocalSocket>
 #include <QSet>
 #include <QtTest>
 
@@ -21,11 +12,12 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kRounds = 12;
-constexpr int kRoundsOfGates = 4; // which are the same cores, slower
+constexpr int kRoundsOfGates = 2;
+constexpr int kKindsOfGates = 2; // whose synthesis takes long
 constexpr int kSamples = 250; // a round
 constexpr int kEarly = 20; // of them, before the first snapshot of a round is asked for
 constexpr int kAnswer = 3; // edges to a snapshot
-constexpr int kLeadOut = 8; // edges that bring the last samples into memory
+constexpr int kToRest = 8; // edges that bring the last samples into memory
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6"; // has shadow SRAM
 
 // Looks at running cores: the first one shows the run's beginning, not the run before. Then there
@@ -56,8 +48,8 @@ struct Kind {
 
 constexpr Kind kKinds[] = {
     {0, 0, 0, 4, false, false},
-    {1, 1, 0, 1, true,  false},
     {2, 1, 1, 2, false, true },
+    {1, 1, 0, 1, true,  false},
     {0, 1, 2, 1, false, false},
 };
 
@@ -65,7 +57,8 @@ constexpr Kind kKinds[] = {
 std::unique_ptr<OXA::AoCore> coreOf(const Kind& kind, int position, Random& random)
 {
     auto core = std::make_unique<OXA::AoCore>(position);
-    core->sampleClock = QString("clk%1").arg(position);
+    core->sampleClock = "clk";
+    core->captureInitDataEnabled = true;
     core->trigType = kind.falling;
     core->forceTriggerByFallingEdge = kind.forcedFalling;
     core->implementation = kind.memory;
@@ -73,12 +66,10 @@ std::unique_ptr<OXA::AoCore> coreOf(const Kind& kind, int position, Random& rand
     core->exImplementation = kind.tables;
     core->storageDepth = 32;
     core->windowNum = kind.windows;
-    for (int bit = 0; bit < 6; ++bit)
-        core->signalList += signalOf(QString("d%1[%2]").arg(position).arg(bit));
+    core->signalList = signalsOf(QString("d%1").arg(position), 6);
     core->captureSignals = core->signalList;
     OXA::TriggerPort& port = *core->triggers[3 * position];
-    for (int bit = 0; bit < 3; ++bit)
-        port.signalList += signalOf(QString("t%1[%2]").arg(position).arg(bit));
+    port.signalList = signalsOf(QString("t%1").arg(position), 3);
     for (int type = 0; type < 6; ++type) {
         OXA::MatchUnit& unit = *core->matchUnits[2 * (type + position % 2)];
         unit.enabled = true;
@@ -126,10 +117,12 @@ QString snapshotText(const QString& kind, const std::vector<int>& matches)
     return text + '\n';
 }
 
-QString modelled(const TriggerSetup& setup, const SampleTable& samples)
+SampleTable part(const SampleTable& samples, int first, int count)
 {
-    const ModelRun run = runModel(setup, samples);
-    return textOf(matchesOf(run), cutWindows(run.windows, samples));
+    SampleTable part(samples.layout());
+    for (int sample = first; sample < first + count; ++sample)
+        part.append(samples.row(sample));
+    return part;
 }
 
 // A core at rest, or why it cannot be read.
@@ -157,100 +150,84 @@ QString captured(AnalyzerClient& client, const CoreIdentity& core, const Trigger
     return textOf(status.snapshot.matches, windows);
 }
 
-// The cores of all kinds with what they are to sample.
+// The cores of all kinds in the simulator, with their settings of one round.
 struct Design {
-    Random random {3};
+    Random random {1};
     std::vector<std::unique_ptr<OXA::AoCore>> cores;
-    CoreBench bench;
-    QByteArrayList samples; // of all rounds
+    std::vector<TriggerSetup> setups;
+    int round = -1;
+    CoreTarget target;
 
-    Design()
+    Design(int kinds, int rounds)
+        : setups(size_t(kinds))
     {
         QList<OXA::AoCore*> list;
-        for (const Kind& kind : kKinds) {
-            cores.push_back(coreOf(kind, int(cores.size()), random));
-            OXA::AoCore& core = *cores.back();
-            list += &core;
-            bench.signalNames += core.dataSignals();
-            for (const OXA::TriggerPort* port : core.availableTriggers())
-                bench.signalNames += port->singleSignals();
-            (kind.falling || kind.forcedFalling ? bench.fallingClocks : bench.risingClocks)
-                += core.sampleClock;
+        for (int i = 0; i < kinds; ++i) {
+            cores.push_back(coreOf(kKinds[i], i, random));
+            list += cores.back().get();
         }
-        bench.arg.device = kPart;
-        OXA::writeOXAConfigToXml(list, bench.arg.configFile);
-        writeStimulus();
+        target.configure(list, random, rounds * (kSamples + kToRest));
     }
 
-    // What core `i` tells of a run over `samples`.
-    QString snapshot(size_t i, const TriggerSetup& setup, const QByteArrayList& samples,
-        const Look& look, bool finished) const
+    // Writes other settings into all cores, and arms them. They are armed at power-up, too.
+    bool beginRound()
     {
-        // The last one is not decided yet when the question comes, with tables the last two are
-        // not.
-        const int decided = std::max(0, look.decided - 1 - cores[i]->expressionType);
-        const SampleTable table
-            = tableOf(*cores[i], bench.signalNames, finished ? samples : samples.mid(0, decided));
-        return snapshotText(finished ? kFinal : look.kind, matchesOf(runModel(setup, table)));
-    }
-
-    void writeStimulus()
-    {
-        QByteArray text;
-        QByteArray sample(bench.signalNames.size(), '0');
-        for (int i = 0; i < kRounds * (kSamples + kLeadOut); ++i) {
-            sample = randomSample(random, sample);
-            samples += sample;
-            text += QByteArray::number(sample.toULongLong(nullptr, 2), 16) + " 1\n- 0\n";
+        if (++round == 0) {
+            for (size_t i = 0; i < cores.size(); ++i) {
+                setups[i] = target.plans[i].setup;
+                setups[i].triggerPos = target.plans[i].powerUpPosition;
+            }
+            return true;
         }
-        writeFile(bench.path("stimulus"), text);
-    }
-};
-
-// A design in the simulator, and its client.
-struct Running {
-    QProcess vvp;
-    QLocalSocket control;
-    RemoteBitbangLink link;
-    AnalyzerClient client {link, BitString(8, 5)};
-    std::vector<CoreIdentity> cores;
-
-    bool start(const CoreBench& bench)
-    {
-        link.setPatience(isWorthWaiting);
-        vvp.start("vvp",
-            {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target",
-                bench.path("target.vvp"), "+oxa_jtag=unix:" + bench.path("jtag"),
-                "+oxa_control=unix:" + bench.path("control"),
-                "+oxa_stimulus=" + bench.path("stimulus"), "+oxa_settle=1"});
-        while (!link.connectTo("unix:" + bench.path("jtag"))) {
-            if (vvp.waitForFinished(10))
-                return false;
+        bool ok = true;
+        for (size_t i = 0; i < cores.size(); ++i) {
+            const CoreIdentity& core = target.identities[i];
+            changeSettings(random, *cores[i]);
+            Messages messages;
+            ok = ok && triggerSetup(*cores[i], {}, setups[i], messages)
+                && target.client().writeSettings(core, setups[i])
+                && (!core.dynamic || target.client().writeTables(core, setups[i]));
         }
-        control.connectToServer(bench.path("control"));
-        return control.waitForConnected(kPatience) && client.begin() && client.discover(cores);
-    }
-
-    bool play(int samples)
-    {
-        control.write("run " + QByteArray::number(2 * samples) + '\n');
-        while (!control.canReadLine() && control.waitForReadyRead(kPatience)) { }
-        return control.readLine() == "ran " + QByteArray::number(2 * samples) + '\n';
+        return ok && command(CoreCommand::Arm);
     }
 
     bool command(CoreCommand command)
     {
-        return std::all_of(cores.begin(), cores.end(),
-            [&](const CoreIdentity& core) { return client.command(core.position, command); });
+        return std::all_of(
+            target.identities.begin(), target.identities.end(), [&](const CoreIdentity& core) {
+                return target.client().command(core.position, command);
+            });
+    }
+
+    // The first `count` samples of core `i` in this round, and what the model makes of them.
+    SampleTable samples(size_t i, int count) const
+    {
+        return part(target.waveform.cores[i], round * (kSamples + kToRest), count);
+    }
+    ModelRun model(size_t i, int count) const
+    {
+        return runModel(setups[i], samples(i, count), round % 3 == 2 ? kEarly : kNoSample);
+    }
+
+    // What core `i` tells of its run at a look.
+    QString snapshot(size_t i, const Look& look, bool finished) const
+    {
+        // The last one is not decided yet when the question comes, with tables the last two are
+        // not.
+        const int decided = std::max(0, look.decided - 1 - cores[i]->expressionType);
+        return snapshotText(
+            finished ? kFinal : look.kind, matchesOf(model(i, finished ? kSamples : decided)));
     }
 
     // What the cores tell after so many more samples; nothing of one that is about to finish.
     bool snapshots(int samples, std::vector<QString>& texts)
     {
         texts.clear();
-        for (const CoreIdentity& core : cores) {
+        if (!target.play(samples))
+            return false;
+        for (const CoreIdentity& core : target.identities) {
             CoreStatus status;
-            if (!play(core.position == 0 ? samples : 0) || !client.readStatus(core, status))
+            if (!target.client().readStatus(core, status))
                 return false;
             const CoreSnapshot& now = status.snapshot;
             texts.push_back(status.finished ? snapshotText(kFinal, now.matches)
@@ -258,12 +235,6 @@ struct Running {
                                       : snapshotText(now.fresh ? "fresh" : "old", now.matches));
         }
         return true;
-    }
-
-    bool write(const CoreIdentity& core, const TriggerSetup& setup)
-    {
-        return client.writeSettings(core, setup)
-            && (!core.dynamic || client.writeTables(core, setup));
     }
 };
 
@@ -288,67 +259,54 @@ void TestWrittenCores::captureAsTheModel_data()
 void TestWrittenCores::captureAsTheModel()
 {
     QFETCH(bool, gates);
-    Design design;
+    const int rounds = gates ? kRoundsOfGates : kRounds;
+    Design design(gates ? kKindsOfGates : int(std::size(kKinds)), rounds);
     QString netlist;
     if (gates) {
-        netlist = design.bench.path("netlist.v");
-        QProcess synthesis;
-        synthesis.start(OXA_PROGRAM,
-            {"generate", design.bench.arg.configFile, "--part", kPart, "--work-dir",
-                design.bench.arg.workDir, "-o", netlist});
-        QVERIFY(finished(synthesis));
-        QVERIFY2(synthesis.exitCode() == 0, synthesis.readAllStandardError().right(500));
+        netlist = design.target.path("netlist.v");
+        const Result synthesis = oxa({"generate", design.target.configuration(), "--part", kPart,
+            "--work-dir", design.target.path("synthesis"), "-o", netlist});
+        QVERIFY2(synthesis.status == 0, qPrintable(synthesis.err));
     }
-    QCOMPARE(design.bench.buildTarget(netlist), QString());
-    Running target;
-    QVERIFY2(target.start(design.bench), qPrintable(target.client.error()));
-    QCOMPARE(target.cores.size(), design.cores.size());
+    QCOMPARE(design.target.start(kPart, netlist), QString());
+    QCOMPARE(design.target.identities.size(), design.cores.size());
 
     int looks = 0;
     QSet<int> seen; // match types and functions that held in one sample at least
-    const int rounds = gates ? kRoundsOfGates : kRounds;
-    for (int round = 0; round < rounds; ++round) {
-        std::vector<TriggerSetup> setups(design.cores.size());
-        for (size_t i = 0; i < design.cores.size(); ++i) {
-            changeSettings(design.random, *design.cores[i]);
-            Messages messages;
-            QVERIFY(triggerSetup(*design.cores[i], {}, setups[i], messages));
-            QVERIFY2(target.write(target.cores[i], setups[i]), qPrintable(target.client.error()));
-        }
-        const QByteArrayList samples = design.samples.mid(round * (kSamples + kLeadOut), kSamples);
-        QVERIFY(target.command(CoreCommand::Arm));
+    while (design.round + 1 < rounds) {
+        QVERIFY2(design.beginRound(), qPrintable(design.target.client().error()));
         for (const Look& look : kLooks) {
             std::vector<QString> texts;
-            QVERIFY(target.snapshots(look.samples, texts));
+            QVERIFY(design.snapshots(look.samples, texts));
+            if (&look == kLooks && design.round % 3 == 2)
+                QVERIFY(design.command(CoreCommand::Force));
             for (size_t i = 0; i < texts.size(); ++i) {
                 if (texts[i].isEmpty())
                     continue;
-                const QString where = QString("core %1 round %2 ").arg(i).arg(round);
+                const QString where = QString("core %1 round %2 ").arg(i).arg(design.round);
                 const bool finished = texts[i].startsWith(kFinal);
-                QCOMPARE(where + texts[i],
-                    where + design.snapshot(i, setups[i], samples, look, finished));
+                QCOMPARE(where + texts[i], where + design.snapshot(i, look, finished));
                 ++looks;
             }
         }
-        QVERIFY(target.command(CoreCommand::Stop) && target.play(kLeadOut));
+        QVERIFY(design.command(CoreCommand::Stop) && design.target.play(kToRest));
         for (size_t i = 0; i < design.cores.size(); ++i) {
-            const OXA::AoCore& core = *design.cores[i];
-            const SampleTable table = tableOf(core, design.bench.signalNames, samples);
-            const QString where = QString("core %1 round %2\n").arg(i).arg(round);
-            QCOMPARE(where + captured(target.client, target.cores[i], setups[i]),
-                where + modelled(setups[i], table));
-            const std::vector<qint64> matches = runModel(setups[i], table).progress.matches;
-            for (size_t unit = 0; unit < matches.size(); ++unit) {
-                const OXA::MatchUnit& made = *core.enabledMatchUnits().at(int(unit));
-                if (matches[unit] > 0)
+            const ModelRun run = design.model(i, kSamples);
+            const QString where = QString("core %1 round %2\n").arg(i).arg(design.round);
+            QCOMPARE(where
+                    + captured(
+                        design.target.client(), design.target.identities[i], design.setups[i]),
+                where
+                    + textOf(matchesOf(run), cutWindows(run.windows, design.samples(i, kSamples))));
+            for (size_t unit = 0; unit < run.progress.matches.size(); ++unit) {
+                const OXA::MatchUnit& made = *design.cores[i]->enabledMatchUnits().at(int(unit));
+                if (run.progress.matches[unit] > 0)
                     seen += int(made.matchType) * 8 + int(made.matchFunc);
             }
         }
     }
     QVERIFY2(looks > rounds * int(std::size(kLooks)), qPrintable(QString::number(looks)));
     QVERIFY(gates || seen.size() == 2 + 2 + 6 + 6 + 8 + 8);
-    target.control.abort();
-    QVERIFY(finished(target.vvp));
 }
 
 QTEST_APPLESS_MAIN(TestWrittenCores)
