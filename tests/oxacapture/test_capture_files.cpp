@@ -75,10 +75,8 @@ private Q_SLOTS:
     void sigrok();
     void sigrokOfManySamples();
     void json();
-    void samplesOfACoreThatWaits_data();
     void samplesOfACoreThatWaits();
     void anUnwritableFileStaysAsItWas();
-    void aStoppedFileStaysAsItWas_data();
     void aStoppedFileStaysAsItWas();
 
 private:
@@ -199,49 +197,43 @@ void TestCaptureFiles::json()
                    "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
 }
 
-void TestCaptureFiles::samplesOfACoreThatWaits_data()
-{
-    QTest::addColumn<int>("windows"); // complete ones
-    QTest::addColumn<int>("position");
-    QTest::addColumn<bool>("wentRound");
-    QTest::addColumn<QString>("samples");
-    QTest::newRow("none yet") << 0 << 0 << false << "";
-    QTest::newRow("a few") << 0 << 3 << false << "0 1 2";
-    QTest::newRow("gone round") << 0 << 1 << true << "1 2 3 0";
-    QTest::newRow("gone round exactly") << 0 << 0 << true << "0 1 2 3";
-    QTest::newRow("behind a window") << 1 << 2 << true << "6 7 4 5";
-    QTest::newRow("with a trigger after all") << 2 << 2 << false << "has a trigger";
-}
-
 // Memory holds the numbers of its words; that of the third window has a mark.
 void TestCaptureFiles::samplesOfACoreThatWaits()
 {
-    QFETCH(int, windows);
-    QFETCH(int, position);
-    QFETCH(bool, wentRound);
-    QFETCH(QString, samples);
+    const struct {
+        int windows, position; // complete windows
+        bool wentRound;
+        const char* samples;
+    } rows[] = {
+        {0, 0, false, ""             },
+        {0, 3, false, "0 1 2"        },
+        {0, 1, true,  "1 2 3 0"      },
+        {0, 0, true,  "0 1 2 3"      },
+        {1, 2, true,  "6 7 4 5"      },
+        {2, 2, false, "has a trigger"},
+    };
     CoreIdentity core;
     core.signalCount = 4;
     core.depth = 16;
     TriggerSetup setup;
     setup.captureAmount = 4;
     setup.windowNum = 3;
-    CoreStatus status;
-    status.windows = windows;
-    status.position = position;
-    status.wentRound = wentRound;
     BitString memory;
     for (quint64 word = 0; word < 12; ++word)
         memory.append(word | (word == 9 ? 16 : 0), core.wordBits());
-    SampleTable waiting;
-    QString said;
-    if (decodeWaiting(core, status, setup, memory, waiting, said)) {
-        QStringList numbers;
-        for (qint64 sample = 0; sample < waiting.size(); ++sample)
-            numbers += QString::number(*waiting.value(sample, 0));
-        said = numbers.join(' ');
+    for (const auto& row : rows) {
+        CoreStatus status;
+        status.windows = row.windows;
+        status.position = row.position;
+        status.wentRound = row.wentRound;
+        SampleTable waiting;
+        QString said;
+        if (decodeWaiting(core, status, setup, memory, waiting, said)) {
+            for (qint64 sample = 0; sample < waiting.size(); ++sample)
+                said += QString::number(*waiting.value(sample, 0)) + ' ';
+        }
+        QVERIFY2(*row.samples ? said.contains(row.samples) : said.isEmpty(), qPrintable(said));
     }
-    QVERIFY2(samples.isEmpty() ? said.isEmpty() : said.contains(samples), qPrintable(said));
 }
 
 void TestCaptureFiles::anUnwritableFileStaysAsItWas()
@@ -256,38 +248,26 @@ void TestCaptureFiles::anUnwritableFileStaysAsItWas()
     QVERIFY(written("full.csv", twoCores()).contains("cannot be written: No space left on device"));
 }
 
-void TestCaptureFiles::aStoppedFileStaysAsItWas_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char* name : {"stopped.vcd", "stopped.csv", "stopped.sr"})
-        QTest::newRow(name) << name;
-}
-
 // Wherever it is stopped: at its beginning, at each of its steps, before it takes the old file's
 // place. What was told in between never goes back.
 void TestCaptureFiles::aStoppedFileStaysAsItWas()
 {
-    QFETCH(QString, name);
-    const QString path = m_dir.filePath(name);
-    writeFile(path, "old");
     const CapturedCore core = wideCore(kManySamples, 1);
-    bool written = false;
-    for (int steps = 0; !written; ++steps) {
-        QString error;
-        std::vector<int> told;
-        written = writeCapture(path, {core}, &error, [&](int percent) {
-            told.push_back(percent);
-            return int(told.size()) <= steps;
-        });
-        QVERIFY(std::is_sorted(told.begin(), told.end()));
-        QCOMPARE(QDir(m_dir.path()).entryList({name + ".*"}), QStringList());
-        if (written) {
-            QVERIFY2(steps > 2, "it tells too seldom");
-            QCOMPARE(told.back(), 100);
-            QVERIFY(bytesOf(path) != "old");
-        } else {
-            QCOMPARE(bytesOf(path), QByteArray("old"));
-            QCOMPARE(error, path + ": cannot be written: stopped");
+    for (const QString name : {"stopped.vcd", "stopped.csv", "stopped.sr"}) {
+        const QString path = writeFile(m_dir.filePath(name), "old");
+        bool written = false;
+        for (int steps = 0; !written; ++steps) {
+            QString error;
+            std::vector<int> told;
+            written = writeCapture(path, {core}, &error, [&](int percent) {
+                told.push_back(percent);
+                return int(told.size()) <= steps;
+            });
+            QVERIFY(std::is_sorted(told.begin(), told.end()));
+            QCOMPARE(QDir(m_dir.path()).entryList({name + ".*"}), QStringList());
+            QVERIFY2(!written || (steps > 2 && told.back() == 100), "it tells too seldom");
+            QCOMPARE(bytesOf(path) == "old", !written);
+            QCOMPARE(error, written ? QString() : path + ": cannot be written: stopped");
         }
     }
 }

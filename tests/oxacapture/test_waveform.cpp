@@ -16,12 +16,10 @@ class TestWaveform : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void samplesAreTakenJustBeforeTheEdge_data();
     void samplesAreTakenJustBeforeTheEdge();
     void onlyChangesBetweenLevelsAreEdges();
     void everyUnknownNameIsReported();
     void deepScopesTakeLittleMemory();
-    void damageIsReportedWithItsLine_data();
     void damageIsReportedWithItsLine();
     void wordsMayCrossEveryBuffer();
 
@@ -48,17 +46,13 @@ QStringList TestWaveform::messages() const
     return texts;
 }
 
-void TestWaveform::samplesAreTakenJustBeforeTheEdge_data()
+void TestWaveform::samplesAreTakenJustBeforeTheEdge()
 {
-    struct Row {
+    const struct {
         const char *what, *names;
         bool falling;
         const char* samples;
-    };
-    QTest::addColumn<QString>("names");
-    QTest::addColumn<bool>("falling");
-    QTest::addColumn<QString>("samples");
-    const Row rows[] = {
+    } rows[] = {
         {"bits of a vector",                         "dut.count[3] dut/count[0]",     false, "01 00 x1"},
         {"falling edges",                            "dut.count[3] dut.count[0]",     true,  "00 x1"   },
         {"an ascending vector",                      "other/count[3] other/count[0]", false, "10 10 10"},
@@ -67,20 +61,13 @@ void TestWaveform::samplesAreTakenJustBeforeTheEdge_data()
         {"unique suffix of an escaped name",         "late/one",                      false, "x 1 1"   },
         {"one net in two scopes, sampled by itself", "clk",                           false, "0 0 0"   },
     };
-    for (const Row& row : rows)
-        QTest::newRow(row.what) << row.names << row.falling << row.samples;
-}
-
-void TestWaveform::samplesAreTakenJustBeforeTheEdge()
-{
-    QFETCH(QString, names);
-    QFETCH(bool, falling);
-    QFETCH(QString, samples);
-    const SampleRequest request {
-        "clk", falling, {{}, names.split(' ')}
-    };
-    QVERIFY2(sample(QByteArray(kHeader) + kChanges, {request}), qPrintable(messages().join('\n')));
-    QCOMPARE(samplesText(m_result.cores[0], 1), samples);
+    for (const auto& row : rows) {
+        const SampleRequest request {
+            "clk", row.falling, {{}, QString(row.names).split(' ')}
+        };
+        QVERIFY2(sample(QByteArray(kHeader) + kChanges, {request}), row.what);
+        QCOMPARE(samplesText(m_result.cores[0], 1), QString(row.samples));
+    }
 }
 
 void TestWaveform::onlyChangesBetweenLevelsAreEdges()
@@ -153,33 +140,31 @@ void TestWaveform::deepScopesTakeLittleMemory()
         == 0);
 }
 
-void TestWaveform::damageIsReportedWithItsLine_data()
+void TestWaveform::damageIsReportedWithItsLine()
 {
     struct Row {
         const char *what, *text, *message;
     };
-    QTest::addColumn<QByteArray>("vcd");
-    QTest::addColumn<QString>("message");
     const Row headers[] = {
-        {"nothing at all",         "",                                           "w:1: the file ends before $enddefinitions"   },
+        {"nothing at all",                "",                                           "w:1: the file ends before $enddefinitions"   },
         {"no dump",
          "\x7f"
-            "ELF\x01\n",                                                         "w:1: expected a declaration, found \"?ELF?\""},
-        {"open section",           "$comment\n $var wire 1 ! a",                 "w:2: the file ends inside $comment"          },
-        {"scope without a name",   "\n$scope module $end",                       "w:2: $scope needs a kind and a name"         },
-        {"upscope too often",      "$upscope $end",                              "w:1: $upscope without an open scope"         },
-        {"short declaration",      "$var wire 1 ! $end",
-         "w:1: $var needs a kind, a width, an identifier and a name"                                                           },
-        {"no bits",                "$var wire 0 ! a $end",                       "w:1: a variable cannot have \"0\" bits"      },
-        {"absurd width",           "$var wire 2000000000 ! a $end",
-         "w:1: a variable cannot have \"2000000000\" bits"                                                                     },
-        {"range and width differ", "$var wire 4 ! a [7:0] $end",
-         "w:1: \"a[7:0]\" does not have \"4\" bits"                                                                            },
-        {"one net, two widths",    "$var wire 4 ! a $end\n$var wire 5 ! b $end",
-         "w:2: identifier \"!\" was declared with another width"                                                               },
+            "ELF\x01\n",                                                                "w:1: expected a declaration, found \"?ELF?\""},
+        {"open section",                  "$comment\n $var wire 1 ! a",                 "w:2: the file ends inside $comment"          },
+        {"scope without a name",          "\n$scope module $end",                       "w:2: $scope needs a kind and a name"         },
+        {"upscope too often",             "$upscope $end",                              "w:1: $upscope without an open scope"         },
+        {"short declaration",             "$var wire 1 ! $end",
+         "w:1: $var needs a kind, a width, an identifier and a name"                                                                  },
+        {"no bits",                       "$var wire 0 ! a $end",                       "w:1: a variable cannot have \"0\" bits"      },
+        {"absurd width",                  "$var wire 2000000000 ! a $end",
+         "w:1: a variable cannot have \"2000000000\" bits"                                                                            },
+        {"range narrower than its width", "$var wire 9 ! a [7:0] $end",
+         "w:1: \"a[7:0]\" does not have \"9\" bits"                                                                                   },
+        {"range and width differ",        "$var wire 4 ! a [7:0] $end",
+         "w:1: \"a[7:0]\" does not have \"4\" bits"                                                                                   },
+        {"one net, two widths",           "$var wire 4 ! a $end\n$var wire 5 ! b $end",
+         "w:2: identifier \"!\" was declared with another width"                                                                      },
     };
-    for (const Row& row : headers)
-        QTest::newRow(row.what) << QByteArray(row.text) << row.message;
     const Row changes[] = {
         {"no change",                  "#0\nnever",             "w:18: expected a time or a value change, found \"never\""},
         {"undeclared identifier",      "#0\n1!\n0?",            "w:19: identifier \"?\" was not declared"                 },
@@ -194,19 +179,15 @@ void TestWaveform::damageIsReportedWithItsLine_data()
         {"time running backwards",     "#7\n#6",                "w:18: time \"#6\" lies before the one above it"          },
         {"open comment",               "$comment oops",         "w:17: the file ends inside $comment"                     },
     };
+    const auto requireMessage = [this](const QByteArray& vcd, const Row& row) {
+        const SampleRequest request {"tb.clk", false, {{"bits[0]"}}};
+        QVERIFY2(!sample(vcd, {request}), row.what);
+        QCOMPARE(messages(), QStringList(row.message));
+    };
+    for (const Row& row : headers)
+        requireMessage(row.text, row);
     for (const Row& row : changes)
-        QTest::newRow(row.what) << QByteArray(kHeader) + row.text << row.message;
-}
-
-void TestWaveform::damageIsReportedWithItsLine()
-{
-    QFETCH(QByteArray, vcd);
-    QFETCH(QString, message);
-    QVERIFY(!sample(vcd,
-        {
-            {"tb.clk", false, {{"bits[0]"}}}
-    }));
-    QCOMPARE(messages(), QStringList(message));
+        requireMessage(QByteArray(kHeader) + row.text, row);
 }
 
 // Blanks of every length push a word over the end of the reader's buffer at each of its letters.
