@@ -74,15 +74,16 @@ estimate)
         || { cat "$work/netlist" "$work/estimate"; exit 1; }
     ;;
 proof)
-    read="read_verilog $(echo $includes) $HERE/proofs.v $(echo $sources)"
     prove="proc; flatten; memory -nordff; opt_clean; sat -verify -prove ok_o 1 -seq 6 -prove-skip 4"
-    for type in 0 1 2 3 4 5; do
-        yosys -q -p "$read; chparam -set TYPE $type match_proof; hierarchy -top match_proof
-            $prove match_proof" >"$work/log" 2>&1 \
-            || { tail -30 "$work/log"; exit 1; }
-    done
-    yosys -q -p "$read; hierarchy -top table_proof; $prove table_proof" \
-        >"$work/log" 2>&1 || { tail -30 "$work/log"; exit 1; }
+    {
+        echo "read_verilog $(echo $includes) $HERE/proofs.v $(echo $sources); design -save read"
+        for type in 0 1 2 3 4 5; do
+            echo "chparam -set TYPE $type match_proof; hierarchy -top match_proof"
+            echo "$prove match_proof; design -load read"
+        done
+        echo "hierarchy -top table_proof; $prove table_proof"
+    } >"$work/proofs.ys"
+    yosys -q "$work/proofs.ys" >"$work/log" 2>&1 || { tail -30 "$work/log"; exit 1; }
     ;;
 handshake)
     for top in $(echo "$sources" | grep '/qx_ao_top\.v$'); do

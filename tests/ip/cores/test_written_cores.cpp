@@ -13,7 +13,7 @@ namespace {
 
 constexpr int kRounds = 12;
 constexpr int kRoundsOfGates = 2;
-constexpr int kKindsOfGates = 2; // whose synthesis takes long
+constexpr int kKindsOfGates = 1; // whose synthesis takes long
 constexpr int kSamples = 250; // a round
 constexpr int kEarly = 20; // of them, before the first snapshot of a round is asked for
 constexpr int kAnswer = 3; // edges to a snapshot
@@ -47,9 +47,9 @@ struct Kind {
 };
 
 constexpr Kind kKinds[] = {
-    {0, 0, 0, 4, false, false},
-    {2, 1, 1, 2, false, true },
+    {0, 1, 1, 4, false, true },
     {1, 1, 0, 1, true,  false},
+    {2, 0, 0, 2, false, false},
     {0, 1, 2, 1, false, false},
 };
 
@@ -305,7 +305,7 @@ void TestWrittenCores::captureAsTheModel()
             }
         }
     }
-    QVERIFY2(looks > rounds * int(std::size(kLooks)), qPrintable(QString::number(looks)));
+    QVERIFY2(looks > rounds * int(design.cores.size()), qPrintable(QString::number(looks)));
     QVERIFY(gates || seen.size() == 2 + 2 + 6 + 6 + 8 + 8);
 }
 
