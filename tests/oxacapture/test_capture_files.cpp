@@ -76,6 +76,7 @@ private Q_SLOTS:
     void sigrokOfManySamples();
     void json();
     void samplesOfACoreThatWaits();
+    void aShortWindowBeginsWithItsTrigger();
     void anUnwritableFileStaysAsItWas();
     void aStoppedFileStaysAsItWas();
 
@@ -135,6 +136,10 @@ void TestCaptureFiles::vcd()
                 "#2\nb01 $\nb00 !\n0\"\n1#\nx&\n"
                 "#3\nbxx !\nx\"\nx#\nbxx $\n0&\n"
                 "#4\n"));
+    Capture timed = twoCores();
+    timed[0].clockHz = timed[1].clockHz = 27e6;
+    const QByteArray text = written("timed.vcd", timed);
+    QVERIFY(text.contains("$timescale 1 ps $end\n") && text.contains("\n#37037\n"));
 }
 
 void TestCaptureFiles::sigrok()
@@ -234,6 +239,27 @@ void TestCaptureFiles::samplesOfACoreThatWaits()
         }
         QVERIFY2(*row.samples ? said.contains(row.samples) : said.isEmpty(), qPrintable(said));
     }
+}
+
+// The trigger was the first sample of all, where one was to lie in front of it.
+void TestCaptureFiles::aShortWindowBeginsWithItsTrigger()
+{
+    CoreIdentity core;
+    core.signalCount = 4;
+    core.depth = 16;
+    TriggerSetup setup;
+    setup.captureAmount = 4;
+    setup.triggerPos = 1;
+    setup.windowNum = 1;
+    CoreStatus status;
+    status.complete = true;
+    status.position = 3;
+    std::vector<DecodedWindow> windows;
+    QString error;
+    QVERIFY(
+        decodeWindows(core, status, setup, BitString(1, 1), BitString(0x4321, 16), windows, error));
+    QCOMPARE(windows.front().triggerOffset, 0);
+    QCOMPARE(windows.front().samples.size(), 3);
 }
 
 void TestCaptureFiles::anUnwritableFileStaysAsItWas()

@@ -19,13 +19,12 @@ struct Part {
     const char *part, *device;
 };
 
-// The first has a position of its own for windows at power-up, others have registers in the way of
-// TDO, or another supply.
+// At power-up, the trigger of the first one has a position of its own. Others have registers in the
+// way of TDO, or another supply.
 constexpr Part kParts[] = {
     {"QX1N-9LV-QFN88-C6",    "QX1N-9"   },
     {"QX3A-10ALV-QFN88-C8",  "QX3A-10A" },
     {"QX3AN-6ALV-CSP81-C8",  "QX3AN-6A" },
-    {"QX1N-9LV-QFN88-C6",    "QX1N-9"   },
     {"QX5A-138LV-BGA484-C2", "QX5A-138B"},
     {"QX1NZ-1ZV-QFN48-C3",   "QX1NZ-1"  },
 };
@@ -100,7 +99,7 @@ QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
     clocks.removeDuplicates();
     OXA::writeOXAConfigToXml(list, path("c.oxa"));
     QStringList result
-        = call(randomWaveform(random, names, clocks), kParts[seed % std::size(kParts)]);
+        = call(randomWaveform(random, names, clocks), kParts[seed % 2 ? 1 + seed / 2 % 4 : 0]);
     if (seed % 3 == 1)
         result += {"--force-trigger-at", QString::number(between(random, 0, kSamples))};
     return result;

@@ -270,6 +270,9 @@ void TestWrittenCores::captureAsTheModel()
     }
     QCOMPARE(design.target.start(kPart, netlist), QString());
     QCOMPARE(design.target.identities.size(), design.cores.size());
+    for (size_t i = 0; i < design.cores.size(); ++i)
+        QCOMPARE(
+            design.target.identities[i].fallingEdge, design.target.plans[i].request.fallingEdge);
 
     int looks = 0;
     QSet<int> seen; // match types and functions that held in one sample at least
