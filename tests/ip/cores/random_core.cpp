@@ -92,9 +92,9 @@ std::unique_ptr<OXA::AoCore> randomCore(Random& random, int position)
         port.signalList = signalsOf(QString("t%1_%2").arg(position).arg(port.index), width);
     }
     addUnits(random, *core);
-    core->implementation = between(random, 0, 3);
+    core->implementation = between(random, 0, 2);
     core->expressionType = between(random, 0, 1);
-    core->exImplementation = between(random, 0, 3);
+    core->exImplementation = between(random, 0, 2);
     core->storageDepth = kDepths[between(random, 0, int(std::size(kDepths)) - 1)];
     core->windowNum = between(random, 1, 4);
     const int levels = between(random, 0, 9) ? between(random, 1, 3) : 0;

@@ -147,8 +147,9 @@ void TestProtocol::answersOnlyAtRest()
 // The second of two levels is waited for; matches are counted up to 255.
 void TestProtocol::snapshotsOfARun()
 {
-    QVERIFY(command(CoreCommand::Arm));
-    for (const int matches : {200, 255}) {
+    QVERIFY(command(CoreCommand::Arm) && m_target.play(kToRest));
+    QCOMPARE(status().snapshot.level, 0); // of the run's beginning
+    for (const int matches : {200 + kToRest, 255}) {
         QVERIFY(m_target.play(200));
         status(); // asks for the next one
         QVERIFY(m_target.play(kToRest));
