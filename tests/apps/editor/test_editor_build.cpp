@@ -2,7 +2,6 @@
 
 #include "oxa-editor/build_panel.h"
 #include "oxa-editor/core_list.h"
-#include "oxa-editor/file_viewer.h"
 #include "oxa-editor/part_choice.h"
 
 #include <QPlainTextEdit>
@@ -11,18 +10,6 @@
 namespace {
 
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6|QX1N-9";
-
-/// A script that stands in for the synthesis engine.
-class Engine {
-public:
-    Engine(const TestFolder& folder, const QByteArray& script)
-    {
-        const QString path = writeFile(folder.path("yosys"), "#!/bin/sh\n" + script);
-        QFile::setPermissions(path, QFile::ReadOwner | QFile::ExeOwner);
-        qputenv("OXA_SYNTHESIS_ENGINE", path.toUtf8());
-    }
-    ~Engine() { qunsetenv("OXA_SYNTHESIS_ENGINE"); }
-};
 
 /// A window with a configuration, a part and a work folder.
 struct Run : PanelDriver<BuildPanel> {
@@ -150,18 +137,21 @@ void TestEditorBuild::synthesisIsStopped()
 void TestEditorBuild::failuresLeadToTheirFile()
 {
     Run run(m_folder, "failed");
-    const Engine engine(m_folder,
-        "echo '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
+    const QString engine = writeFile(m_folder.path("yosys"),
+        "#!/bin/sh\necho '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
             + ":3: ERROR: syntax error'\nexit 1\n");
+    QFile::setPermissions(engine, QFile::ReadOwner | QFile::ExeOwner);
+    qputenv("OXA_SYNTHESIS_ENGINE", engine.toUtf8());
     run.runs("F8", "Failed");
+    qunsetenv("OXA_SYNTHESIS_ENGINE");
     QListWidget& log = *run.panel.log();
     const QListWidgetItem* line = log.findItems(":3: ERROR", Qt::MatchContains).value(0);
     QVERIFY2(line, qPrintable(run.log()));
     log.setCurrentRow(log.row(line));
     QTest::keyClick(&log, Qt::Key_Return);
-    auto* viewer = run.panel.findChild<FileViewer*>();
-    QVERIFY(viewer);
-    QCOMPARE(viewer->findChild<QPlainTextEdit*>()->textCursor().blockNumber() + 1, 3);
+    auto* text = run.panel.findChild<QPlainTextEdit*>();
+    QVERIFY(text);
+    QCOMPARE(text->textCursor().blockNumber() + 1, 3);
 }
 
 void TestEditorBuild::closingStopsARun()

@@ -96,18 +96,15 @@ class TestEditorPages : public QObject {
 
 private Q_SLOTS:
     void names();
-    void namesInTexts();
     void movedValues();
     void edits_data();
     void edits();
     void cells();
     void pasting();
     void dragging();
-    void unchangedRowsStayExpanded();
     void marks();
     void tables();
     void typing();
-    void completion();
 };
 
 void TestEditorPages::names()
@@ -131,21 +128,6 @@ void TestEditorPages::names()
         QCOMPARE(dump(items), QString(row.items));
         QCOMPARE(signalsText(items), QString(row.again));
         QCOMPARE(errors.size(), int(QString(row.text).contains("999")));
-    }
-}
-
-void TestEditorPages::namesInTexts()
-{
-    Driver driver("a\nb/a\nd[1:0]\na");
-    const char* const rows[][2] = {
-        {"it captures \"a\" twice",   "a"   },
-        {"what about b/a, and d[0]?", "b/a" },
-        {"d[0] is a_name",            "d[0]"},
-        {"nothing is here",           "d[0]"},
-    };
-    for (const auto& row : rows) {
-        driver.editor.selectNamedIn(row[0]);
-        QCOMPARE(driver.editor.view()->currentIndex().data(Qt::EditRole), QVariant(row[1]));
     }
 }
 
@@ -269,16 +251,6 @@ void TestEditorPages::dragging()
     QVERIFY(!model.dropMimeData(foreign.get(), Qt::MoveAction, 0, 0, {}));
 }
 
-void TestEditorPages::unchangedRowsStayExpanded()
-{
-    Driver driver("a\nd[1:0]\ne");
-    driver.editor.view()->expandAll();
-    driver.editor.setItems(parsed("x\na\nd[1:0]\ne"));
-    QVERIFY(driver.editor.view()->isExpanded(driver.editor.model()->index(2, 0)));
-    driver.editor.setItems(parsed("d[1:0]"));
-    QVERIFY(driver.editor.view()->isExpanded(driver.editor.model()->index(0, 0)));
-}
-
 void TestEditorPages::marks()
 {
     const struct {
@@ -332,36 +304,28 @@ void TestEditorPages::tables()
 void TestEditorPages::typing()
 {
     ExpressionEdit edit;
-    edit.show();
-    QSignalSpy typed(&edit, &ExpressionEdit::typed);
-    QSignalSpy finished(&edit, &ExpressionEdit::finished);
-    QTest::keyClicks(&edit, "match[3]&&m1");
-    QCOMPARE(typed.last().first().toString(), QString("M3&&M1"));
-    QTest::keyClick(&edit, Qt::Key_Home);
-    QTest::keyClicks(&edit, "!");
-    QTest::keyClick(&edit, Qt::Key_Return);
-    QCOMPARE(edit.toPlainText(), QString("!M3&&M1"));
-    QCOMPARE(finished.size(), 1);
-    QCOMPARE(normalizedExpression(QString("Match[3]\n\x01|m1")), QString("M3 |M1"));
-}
-
-void TestEditorPages::completion()
-{
-    ExpressionEdit edit;
     edit.setUnits(Units(false).core);
     edit.show();
     edit.activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(&edit, kPatience));
     edit.setFocus();
-    QTest::keyClicks(&edit, "!m");
+    QSignalSpy typed(&edit, &ExpressionEdit::typed);
+    QSignalSpy finished(&edit, &ExpressionEdit::finished);
+    QTest::keyClicks(&edit, "match[3]&&!m");
+    QCOMPARE(typed.last().first().toString(), QString("M3&&!M"));
     auto* popup = qobject_cast<QAbstractItemView*>(QApplication::activePopupWidget());
     QVERIFY(popup);
     QCOMPARE(popup->model()->rowCount(), 10);
     for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
         QTest::keyClick(popup, key);
-    QCOMPARE(edit.toPlainText(), QString("!M1"));
     QTest::keyClicks(&edit, "|m3");
     QVERIFY(!QApplication::activePopupWidget()); // M3 is complete
+    QTest::keyClick(&edit, Qt::Key_Home);
+    QTest::keyClicks(&edit, "!");
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QCOMPARE(edit.toPlainText(), QString("!M3&&!M1|M3"));
+    QCOMPARE(finished.size(), 1);
+    QCOMPARE(normalizedExpression(QString("Match[3]\n\x01|m1")), QString("M3 |M1"));
 }
 
 QTEST_MAIN(TestEditorPages)
