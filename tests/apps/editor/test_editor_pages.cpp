@@ -8,7 +8,6 @@
 #include "oxa-editor/truth_table.h"
 
 #include "support/patience.h"
-#include "support/rows.h"
 
 #include <QAbstractItemModelTester>
 #include <QApplication>
@@ -16,6 +15,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTreeView>
+#include <QtTest>
 
 using namespace OXA;
 
@@ -97,7 +97,6 @@ class TestEditorPages : public QObject {
 private Q_SLOTS:
     void names();
     void movedValues();
-    void edits_data();
     void edits();
     void cells();
     void pasting();
@@ -146,35 +145,30 @@ void TestEditorPages::movedValues()
         QCOMPARE(movedValue(row[0], names(row[1]), names(row[2]), 'X'), QString(row[3]));
 }
 
-struct EditRow {
-    const char *what, *selected;
-    int key, modifiers;
-    const char* result;
-};
-
-// On "a", "b", "d[1:0]", "e".
-constexpr EditRow kEdits[] = {
-    {"remove signals",        "a e",       Qt::Key_Delete, 0,                                       "b d(d[1] d[0])"      },
-    {"remove a bit",          "d[1]",      Qt::Key_Delete, 0,                                       "a b d(d[0]) e"       },
-    {"remove all bits",       "d[1] d[0]", Qt::Key_Delete, 0,                                       "a b e"               },
-    {"move up",               "b d",       Qt::Key_Up,     Qt::AltModifier,                         "b d(d[1] d[0]) a e"  },
-    {"move down",             "a d",       Qt::Key_Down,   Qt::AltModifier,                         "b e a d(d[1] d[0])"  },
-    {"not below the end",     "e",         Qt::Key_Down,   Qt::AltModifier,                         "a b d(d[1] d[0]) e"  },
-    {"move a bit in its bus", "d[0]",      Qt::Key_Up,     Qt::AltModifier,                         "a b d(d[0] d[1]) e"  },
-    {"not out of its bus",    "d[1]",      Qt::Key_Up,     Qt::AltModifier,                         "a b d(d[1] d[0]) e"  },
-    {"group",                 "b d",       Qt::Key_G,      Qt::ControlModifier,                     "a bus(b d[1] d[0]) e"},
-    {"ungroup",               "d e",       Qt::Key_G,      Qt::ControlModifier | Qt::ShiftModifier, "a b d[1] d[0] e"     },
-};
-
-void TestEditorPages::edits_data() { addRows(kEdits); }
-
 void TestEditorPages::edits()
 {
-    const EditRow& row = rowOf(kEdits);
-    Driver driver("a\nb\nd[1:0]\ne");
-    driver.select(QString(row.selected).split(' '));
-    driver.keys(Qt::Key(row.key), Qt::KeyboardModifiers(row.modifiers));
-    QCOMPARE(driver.text(), QString(row.result));
+    const struct {
+        const char* selected;
+        int key, modifiers;
+        const char* result;
+    } rows[] = {
+        {"a e",       Qt::Key_Delete, 0,                                       "b d(d[1] d[0])"      },
+        {"d[1]",      Qt::Key_Delete, 0,                                       "a b d(d[0]) e"       },
+        {"d[1] d[0]", Qt::Key_Delete, 0,                                       "a b e"               },
+        {"b d",       Qt::Key_Up,     Qt::AltModifier,                         "b d(d[1] d[0]) a e"  },
+        {"a d",       Qt::Key_Down,   Qt::AltModifier,                         "b e a d(d[1] d[0])"  },
+        {"e",         Qt::Key_Down,   Qt::AltModifier,                         "a b d(d[1] d[0]) e"  },
+        {"d[0]",      Qt::Key_Up,     Qt::AltModifier,                         "a b d(d[0] d[1]) e"  },
+        {"d[1]",      Qt::Key_Up,     Qt::AltModifier,                         "a b d(d[1] d[0]) e"  },
+        {"b d",       Qt::Key_G,      Qt::ControlModifier,                     "a bus(b d[1] d[0]) e"},
+        {"d e",       Qt::Key_G,      Qt::ControlModifier | Qt::ShiftModifier, "a b d[1] d[0] e"     },
+    };
+    for (const auto& row : rows) {
+        Driver driver("a\nb\nd[1:0]\ne");
+        driver.select(QString(row.selected).split(' '));
+        driver.keys(Qt::Key(row.key), Qt::KeyboardModifiers(row.modifiers));
+        QCOMPARE(driver.text(), QString(row.result));
+    }
 }
 
 void TestEditorPages::cells()

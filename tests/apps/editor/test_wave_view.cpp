@@ -6,7 +6,6 @@
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxacapture/sample_text.h"
-#include "support/rows.h"
 #include "support/signals.h"
 
 #include <QLineEdit>
@@ -87,27 +86,6 @@ struct Shown {
     qint64 cursor(int which = 0) const { return view.canvas()->cursor(which); }
 };
 
-struct FindRow {
-    const char* what;
-    int row;
-    const char* value;
-    Radix radix;
-    qint64 from;
-    const char* key;
-    qint64 to; ///< -1: not found
-};
-
-const FindRow kFinds[] = {
-    {"any change of a bus",        0, "",     Radix::Hexadecimal, 2,  "N", 4 },
-    {"across the windows' border", 0, "",     Radix::Hexadecimal, 5,  "N", 6 },
-    {"a value",                    0, "f",    Radix::Hexadecimal, 0,  "N", 5 },
-    {"the same value again",       0, "f",    Radix::Hexadecimal, 5,  "N", 8 },
-    {"with any digit",             0, "1?1?", Radix::Binary,      11, "P", 8 },
-    {"an unknown bit is no 0",     1, "0",    Radix::Hexadecimal, 3,  "N", 4 },
-    {"none behind",                0, "f",    Radix::Hexadecimal, 8,  "N", -1},
-    {"none before",                1, "1",    Radix::Hexadecimal, 1,  "P", -1},
-};
-
 }
 
 class TestWaveView : public QObject {
@@ -116,7 +94,6 @@ class TestWaveView : public QObject {
 private Q_SLOTS:
     void changesAreFound();
     void values();
-    void finds_data();
     void finds();
     void cursorsAndTheirDistance();
     void windowsAndTriggers();
@@ -183,19 +160,35 @@ void TestWaveView::values()
     }
 }
 
-void TestWaveView::finds_data() { addRows(kFinds); }
-
 void TestWaveView::finds()
 {
-    const FindRow& row = rowOf(kFinds);
+    const struct {
+        int row;
+        const char* value;
+        Radix radix;
+        qint64 from;
+        const char* key;
+        qint64 to; ///< -1: not found
+    } rows[] = {
+        {0, "",     Radix::Hexadecimal, 2,  "N", 4 }, // any change of a bus
+        {0, "",     Radix::Hexadecimal, 5,  "N", 6 }, // across the windows' border
+        {0, "f",    Radix::Hexadecimal, 0,  "N", 5 },
+        {0, "f",    Radix::Hexadecimal, 5,  "N", 8 },
+        {0, "1?1?", Radix::Binary,      11, "P", 8 },
+        {1, "0",    Radix::Hexadecimal, 3,  "N", 4 }, // an unknown bit is no 0
+        {0, "f",    Radix::Hexadecimal, 8,  "N", -1},
+        {1, "1",    Radix::Hexadecimal, 1,  "P", -1},
+    };
     Shown shown;
-    shown.choose(row.row);
-    shown.view.setRadix(row.radix);
-    shown.enter("Find value:", row.value);
-    shown.view.canvas()->setCursor(0, row.from);
-    shown.keys(row.key);
-    QCOMPARE(shown.cursor(), row.to < 0 ? row.from : row.to);
-    QCOMPARE(shown.state().contains("does not get there"), row.to < 0);
+    for (const auto& row : rows) {
+        shown.choose(row.row);
+        shown.view.setRadix(row.radix);
+        shown.enter("Find value:", row.value);
+        shown.view.canvas()->setCursor(0, row.from);
+        shown.keys(row.key);
+        QCOMPARE(shown.cursor(), row.to < 0 ? row.from : row.to);
+        QCOMPARE(shown.state().contains("does not get there"), row.to < 0);
+    }
 }
 
 void TestWaveView::cursorsAndTheirDistance()
