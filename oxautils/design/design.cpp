@@ -6,8 +6,7 @@ QString DesignSignal::bitName(int position) const
 {
     if (!isVector())
         return path;
-    const int index = ascending ? offset + width - 1 - position : offset + position;
-    return path + '[' + QString::number(index) + ']';
+    return path + '[' + QString::number(indexAt(position)) + ']';
 }
 
 QString DesignSignal::rangeText() const

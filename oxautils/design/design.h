@@ -3,6 +3,7 @@
 
 #include "oxautils/oxautils_export.h"
 
+#include <QHash>
 #include <QList>
 #include <QPair>
 #include <QString>
@@ -35,8 +36,19 @@ struct OXAUTILS_EXPORT DesignSignal {
     bool isVector() const { return width > 1 || offset != 0; }
 
     /// The index of the first bit, and of the last, as in "[7:0]".
-    int firstIndex() const { return ascending ? offset : offset + width - 1; }
-    int lastIndex() const { return ascending ? offset + width - 1 : offset; }
+    int firstIndex() const { return indexAt(width - 1); }
+    int lastIndex() const { return indexAt(0); }
+
+    /// The index of the bit at `position`, and the position of the bit `index`, which may be
+    /// outside of the range.
+    int indexAt(int position) const
+    {
+        return ascending ? offset + width - 1 - position : offset + position;
+    }
+    int positionOf(int index) const
+    {
+        return ascending ? offset + width - 1 - index : index - offset;
+    }
 
     /// "soc/cpu/pc[3]" for the bit at `position`, from 0 at the last bit, which counts as the least
     /// significant; of a signal without range its path.
@@ -55,6 +67,7 @@ struct OXAUTILS_EXPORT Design {
     bool isWaveform = false; ///< nothing is known of registers and clocks then
     QVector<DesignSignal> items; ///< sorted by path, numbers in it by value
     QStringList clocks; ///< of registers, each by its shortest name
+    QHash<QString, int> clockNets; ///< every name of a clock's net, and where in `clocks` it is
     QStringList warnings; ///< lines to show
 
     /// "rising edge of soc/clk" for a register.

@@ -99,7 +99,7 @@ int DesignIndex::signal(const QString& name) const
     const auto exact = m_byPath.constFind(name);
     if (exact != m_byPath.constEnd())
         return *exact;
-    const QVector<int> found = matching(name);
+    const QVector<int> found = named(keyOf(name));
     return found.size() == 1 ? found.first() : -1;
 }
 
@@ -116,22 +116,27 @@ DesignBit DesignIndex::bit(const QString& name) const
     if (found < 0)
         return {};
     const DesignSignal& vector = m_design.items.at(found);
-    const int position
-        = vector.ascending ? vector.offset + vector.width - 1 - index : index - vector.offset;
+    const int position = vector.positionOf(index);
     return position >= 0 && position < vector.width ? DesignBit {found, position} : DesignBit();
 }
 
 QVector<int> DesignIndex::matching(const QString& pattern) const
 {
     const QString key = keyOf(pattern);
+    if (!key.contains('*') && !key.contains('?'))
+        return named(key);
     QVector<int> found;
-    if (key.contains('*') || key.contains('?')) {
-        for (int i = 0; i < m_design.items.size(); ++i) {
-            if (matchesEnd(keyOf(m_design.items.at(i).path), key))
-                found += i;
-        }
-        return found;
+    for (int i = 0; i < m_design.items.size(); ++i) {
+        if (matchesEnd(keyOf(m_design.items.at(i).path), key))
+            found += i;
     }
+    return found;
+}
+
+/// The signals whose path is `key` or ends with its components.
+QVector<int> DesignIndex::named(const QString& key) const
+{
+    QVector<int> found;
     const auto collect = [&](const QMultiHash<QString, int>& table, const QString& wanted) {
         for (auto it = table.constFind(wanted); it != table.constEnd() && it.key() == wanted;
              ++it) {

@@ -21,7 +21,10 @@ class OXAUTILS_EXPORT DesignIndex {
 public:
     explicit DesignIndex(const Design& design);
 
-    /// The signal `name`; -1 when there is none or when several are meant.
+    const Design& design() const { return m_design; }
+
+    /// The signal `name`, in which '*' and '?' are characters as any other; -1 when there is none
+    /// or when several are meant.
     int signal(const QString& name) const;
 
     /// The bit "soc/pc[3]", or the signal of one bit "soc/run". Of a signal of one bit, "[0]" may
@@ -40,6 +43,8 @@ public:
     QString whyMissing(const QString& name) const;
 
 private:
+    QVector<int> named(const QString& key) const;
+
     const Design& m_design;
     QHash<QString, int> m_byPath;
     QMultiHash<QString, int> m_byKey; // the path with one kind of separator

@@ -162,7 +162,10 @@ private:
                 signal.path.size());
             for (int i = 0; i < signal.width && !signal.isMemory(); ++i) {
                 const auto name = names.find(m_sets.root(first + i));
-                if (name == names.end() || (!name->isEmpty() && ranks[name.key()] <= rank))
+                if (name == names.end())
+                    continue;
+                m_clockNets.emplace_back(signal.bitName(i), name.key());
+                if (!name->isEmpty() && ranks[name.key()] <= rank)
                     continue;
                 *name = signal.bitName(i);
                 ranks[name.key()] = rank;
@@ -181,6 +184,8 @@ private:
         QHash<QString, int> numbers;
         for (int i = 0; i < m_design.clocks.size(); ++i)
             numbers.insert(m_design.clocks.at(i), i);
+        for (const auto& [net, clock] : m_clockNets)
+            m_design.clockNets.insert(net, numbers.value(names.value(clock)));
         for (auto& [signal, first] : m_items) {
             for (int i = 0; i < signal.width && !signal.isMemory() && !signal.isRegister(); ++i) {
                 const auto cell = cells.constFind(m_sets.root(first + i));
@@ -226,6 +231,7 @@ private:
     BitSets m_sets;
     std::vector<std::pair<DesignSignal, int>> m_items; // and the first bit of each
     std::vector<RtlilModule::Register> m_registers;
+    std::vector<std::pair<QString, int>> m_clockNets; // names, and the set of each
     QSet<QString> m_boxes;
     int m_depth = 0;
     bool m_fits = true;
