@@ -74,7 +74,6 @@ QList<Problem> problemsOfCoresIn(
     return problems;
 }
 
-/// In the order of the file; without one, in the order in which a file would hold the places.
 bool isBefore(const Problem& a, const Problem& b)
 {
     const auto key = [](const Place& place) {
@@ -84,12 +83,12 @@ bool isBefore(const Problem& a, const Problem& b)
     return key(a.place) < key(b.place);
 }
 
+}
+
 QList<Problem> inDocumentOrder(QList<Problem> problems)
 {
     std::stable_sort(problems.begin(), problems.end(), isBefore);
     return problems;
-}
-
 }
 
 QList<Problem> checkConfigFile(const QString& path, const DEV::ChipInfo* part)

@@ -53,6 +53,9 @@ private:
     QList<Problem>& m_problems;
 };
 
+/// In the order of the file; without one, in the order in which a file would hold the places.
+QList<Problem> inDocumentOrder(QList<Problem> problems);
+
 /// Applies every rule about this kind of subject to `subject`.
 template <typename Subject> void applyRules(const Subject& subject, QList<Problem>& problems)
 {

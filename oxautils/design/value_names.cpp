@@ -1,0 +1,37 @@
+#include "oxautils/design/value_names.h"
+
+#include "oxautils/model/trigger_port.h"
+
+namespace OXA {
+
+namespace {
+
+QString valueOf(const DesignIndex& index, const TriggerPort& port, const QString& name)
+{
+    const QStringList bits = port.singleSignals();
+    const int first = bits.isEmpty() ? -1 : index.bit(bits.first()).signal;
+    if (first < 0 || index.design().items.at(first).width != bits.size())
+        return {};
+    const DesignSignal& signal = index.design().items.at(first);
+    QString digits;
+    for (const auto& state : signal.states)
+        digits = state.second == name ? state.first : digits;
+    QString value;
+    for (const QString& bitName : bits) {
+        const DesignBit bit = index.bit(bitName);
+        if (bit.signal != first || digits.size() != signal.width)
+            return {};
+        value += digits.at(signal.width - 1 - bit.position);
+    }
+    return value;
+}
+
+}
+
+ValueNames valueNames(const DesignIndex& index)
+{
+    return [&index](
+               const TriggerPort& port, const QString& name) { return valueOf(index, port, name); };
+}
+
+}

@@ -1,0 +1,15 @@
+#ifndef OXAUTILS_DESIGN_VALUE_NAMES_H
+#define OXAUTILS_DESIGN_VALUE_NAMES_H
+
+#include "oxautils/design/design_index.h"
+#include "oxautils/encoding/unit_text.h"
+
+namespace OXA {
+
+/// The values of enumerations by name, for ports that watch all bits of one signal and nothing
+/// else. `index` has to outlive the function.
+OXAUTILS_EXPORT ValueNames valueNames(const DesignIndex& index);
+
+}
+
+#endif
