@@ -41,27 +41,28 @@ module QX_JTAG #(
         EXIT1_IR = 12, PAUSE_IR = 13, EXIT2_IR = 14, UPDATE_IR = 15;
 
     reg [3:0] state_q = RESET;
-    reg [3:0] next;
-    always @* begin
-        case (state_q)
-            RESET:      next = tms_pad_i ? RESET     : IDLE;
-            IDLE:       next = tms_pad_i ? SELECT_DR : IDLE;
-            SELECT_DR:  next = tms_pad_i ? SELECT_IR : CAPTURE_DR;
-            CAPTURE_DR: next = tms_pad_i ? EXIT1_DR  : SHIFT_DR;
-            SHIFT_DR:   next = tms_pad_i ? EXIT1_DR  : SHIFT_DR;
-            EXIT1_DR:   next = tms_pad_i ? UPDATE_DR : PAUSE_DR;
-            PAUSE_DR:   next = tms_pad_i ? EXIT2_DR  : PAUSE_DR;
-            EXIT2_DR:   next = tms_pad_i ? UPDATE_DR : SHIFT_DR;
-            UPDATE_DR:  next = tms_pad_i ? SELECT_DR : IDLE;
-            SELECT_IR:  next = tms_pad_i ? RESET     : CAPTURE_IR;
-            CAPTURE_IR: next = tms_pad_i ? EXIT1_IR  : SHIFT_IR;
-            SHIFT_IR:   next = tms_pad_i ? EXIT1_IR  : SHIFT_IR;
-            EXIT1_IR:   next = tms_pad_i ? UPDATE_IR : PAUSE_IR;
-            PAUSE_IR:   next = tms_pad_i ? EXIT2_IR  : PAUSE_IR;
-            EXIT2_IR:   next = tms_pad_i ? UPDATE_IR : SHIFT_IR;
-            UPDATE_IR:  next = tms_pad_i ? SELECT_DR : IDLE;
+    // A function, for an `always @*` does not run at the start of a simulation in which nothing changes:
+    // SystemVerilog gives variables, a bench's `reg tms = 1` too, their values before.
+    function [3:0] following(input [3:0] state, input tms);
+        case (state)
+            RESET:      following = tms ? RESET     : IDLE;
+            IDLE:       following = tms ? SELECT_DR : IDLE;
+            SELECT_DR:  following = tms ? SELECT_IR : CAPTURE_DR;
+            CAPTURE_DR: following = tms ? EXIT1_DR  : SHIFT_DR;
+            SHIFT_DR:   following = tms ? EXIT1_DR  : SHIFT_DR;
+            EXIT1_DR:   following = tms ? UPDATE_DR : PAUSE_DR;
+            PAUSE_DR:   following = tms ? EXIT2_DR  : PAUSE_DR;
+            EXIT2_DR:   following = tms ? UPDATE_DR : SHIFT_DR;
+            UPDATE_DR:  following = tms ? SELECT_DR : IDLE;
+            SELECT_IR:  following = tms ? RESET     : CAPTURE_IR;
+            CAPTURE_IR: following = tms ? EXIT1_IR  : SHIFT_IR;
+            SHIFT_IR:   following = tms ? EXIT1_IR  : SHIFT_IR;
+            EXIT1_IR:   following = tms ? UPDATE_IR : PAUSE_IR;
+            PAUSE_IR:   following = tms ? EXIT2_IR  : PAUSE_IR;
+            EXIT2_IR:   following = tms ? UPDATE_IR : SHIFT_IR;
+            UPDATE_IR:  following = tms ? SELECT_DR : IDLE;
         endcase
-    end
+    endfunction
 
     reg [4:0] instruction_q = IR_IDCODE;
     reg [4:0] ir_q = 0;
@@ -77,7 +78,7 @@ module QX_JTAG #(
     reg bypass_q = 0;
     always @(posedge tck_pad_i) begin
         if (!still) begin
-            state_q <= next;
+            state_q <= following(state_q, tms_pad_i);
             case (state_q)
                 CAPTURE_IR: ir_q <= IR_CAPTURE;
                 SHIFT_IR:   ir_q <= {tdi_pad_i, ir_q[4:1]};

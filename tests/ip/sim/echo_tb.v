@@ -1,7 +1,7 @@
 // A user's register of 8 bits behind ER1: it captures what it was last given, added to the probe's
 // value at the last rising edge of the sample clock.
 module echo_tb;
-    reg tck = 0, tms = 0, tdi = 0;
+    reg tck = 0, tms = 1, tdi = 0;
     wire tdo;
     reg [7:0] values = 0;
     reg clocks = 0;

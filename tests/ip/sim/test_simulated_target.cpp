@@ -45,7 +45,7 @@ void TestSimulatedTarget::initTestCase()
 {
     QProcess iverilog;
     iverilog.start("iverilog",
-        {"-g2005", "-o", path("tb.vvp"), "-y", kModels, OXA_SOURCE_DIR "/tests/ip/sim/echo_tb.v"});
+        {"-g2012", "-o", path("tb.vvp"), "-y", kModels, OXA_SOURCE_DIR "/tests/ip/sim/echo_tb.v"});
     QVERIFY2(finished(iverilog), qPrintable(iverilog.errorString()));
     QCOMPARE(iverilog.readAllStandardError(), QByteArray());
 }
