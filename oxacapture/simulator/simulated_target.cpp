@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QThread>
 
+#include <csignal>
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -40,6 +42,50 @@ QString firstLines(const QString& path)
             + QString("... %1 more lines; `oxa simulate --keep-work DIR` keeps them in"
                       " DIR/iverilog.log")
                   .arg(more);
+}
+
+struct Signal {
+    int number;
+    const char* shellSays;
+};
+
+// Which end a program that has a fault, or that takes too much memory.
+constexpr Signal kSignals[] = {
+    {SIGILL,  "Illegal instruction"     },
+    {SIGABRT, "Aborted"                 },
+    {SIGBUS,  "Bus error"               },
+    {SIGFPE,  "Floating point exception"},
+    {SIGKILL, "Killed"                  },
+    {SIGSEGV, "Segmentation fault"      },
+};
+
+/// The signal that ended the compiler, or its main part, which iverilog has a shell start; null
+/// when none did. A status without the shell's `words` is a number of errors.
+const Signal* endingSignal(const QProcess& iverilog, const QString& words)
+{
+    constexpr int kOfShell = 128; // plus the signal
+    const bool crashed = iverilog.exitStatus() == QProcess::CrashExit;
+    for (const Signal& signal : kSignals) {
+        if (crashed ? iverilog.exitCode() == signal.number
+                    : iverilog.exitCode() == kOfShell + signal.number
+                    && words.contains(signal.shellSays))
+            return &signal;
+    }
+    return nullptr;
+}
+
+/// Why there is nothing compiled; `log` is the compiler's.
+QString compilerFailure(const QProcess& iverilog, const QString& log)
+{
+    const QString words = firstLines(log);
+    const Signal* signal = endingSignal(iverilog, words);
+    if (!signal)
+        return "iverilog does not accept the Verilog:\n" + words;
+    return QString("iverilog was ended by signal %1 (%2), as Icarus 11 is by packed structures and"
+                   " enumerations of a package; simulate such a design with Verilator, or as"
+                   " Verilog-2005\n%3")
+        .arg(QString::number(signal->number), signal->shellSays, words)
+        .trimmed();
 }
 
 }
@@ -134,7 +180,7 @@ bool SimulatedTarget::compile(const QStringList& arguments, const std::function<
         return fail({});
     }
     return (iverilog.exitStatus() == QProcess::NormalExit && iverilog.exitCode() == 0)
-        || fail("iverilog does not accept the Verilog:\n" + firstLines(log));
+        || fail(compilerFailure(iverilog, log));
 }
 
 bool SimulatedTarget::run(const QString& stimulus, const QString& jtag)

@@ -206,6 +206,15 @@ void TestSimulate::compilersLeaveNothingAndSayLittle()
     QCOMPARE(result.status, 1);
     QVERIFY2(result.err.contains("19\n    ... 981 more lines"), qPrintable(result.err));
     QVERIFY(QDir(path("program/tmp")).isEmpty());
+
+    // Icarus has its compiler proper started by a shell.
+    for (const char* script : {"kill -6 $$\n", "echo Aborted; exit 134\n"}) {
+        writeProgram(path("program/iverilog"), script);
+        const QString err = oxa(m_verilog + QStringList(path("wave.vcd")),
+            {"PATH=" + path("program") + ":/usr/bin:/bin"})
+                                .err;
+        QVERIFY2(err.contains("ended by signal 6 (Aborted)"), qPrintable(err));
+    }
 }
 
 void TestSimulate::unusableInputs()
