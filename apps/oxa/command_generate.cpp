@@ -45,6 +45,12 @@ bench drives; docs/simulated-target.md has its instructions.
 The netlist is a module qx_oxa with every watched signal and the four JTAG pads
 as ports, made of the cells in share/oxautils/cells.
 
+--template writes two more files into the work directory, for those who instantiate
+the analyzer by hand: qx_oxa_template.v, a module oxa_analyzer around qx_oxa whose
+ports are vectors under readable names, and qx_oxa_template.vhd, the same as a VHDL
+component. Both begin with an instance to paste. A list of sources ends with the
+module.
+
 Exit status 1 says, too, that the analyzer does not fit the part: of the netlist,
 which is there then, or before synthesis where the estimate leaves no doubt.)";
 
@@ -57,6 +63,7 @@ struct Options {
     QString netlist;
     bool noSynthesis = false;
     bool noTop = false;
+    bool templates = false;
     bool simulation = false;
     bool force = false;
     bool strict = false;
@@ -133,6 +140,8 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg,
     }
     out << arg.outputFile << ": netlist of " << options.file << " for " << arg.device << " ("
         << arg.package << "), " << QString::number(seconds, 'f', 1) << " s\n";
+    if (options.templates)
+        out << arg.workDir << "/qx_oxa_template.v, .vhd: module and component to instantiate\n";
     for (auto it = cells.begin(); it != cells.end(); ++it)
         out << "  " << QString::number(it.value()).rightJustified(6) << "  " << it.key() << '\n';
 }
@@ -217,6 +226,7 @@ int run(const Options& options, Io& io)
         return kUnusable;
     OXA::BuildRun build(arg, !options.noSynthesis);
     build.loggedErrors = loggedErrors;
+    build.templates = options.templates;
     const OXA::BuildResult checked = build.check();
     if (checked.end == OXA::BuildEnd::NoCores) {
         io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
@@ -249,8 +259,13 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     CLI::Option* noSynthesis = command->add_flag("--no-synthesis", options->noSynthesis,
         "Only write the Verilog, and print the list of files and include directories");
     noSynthesis->excludes(netlist);
-    command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper")
-        ->needs(noSynthesis);
+    CLI::Option* noTop
+        = command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper");
+    noTop->needs(noSynthesis);
+    command
+        ->add_flag("--template", options->templates,
+            "Write a module and a VHDL component with readable ports, too")
+        ->excludes(noTop);
     command
         ->add_flag("--simulation", options->simulation,
             "List models of the pads and the JTAG port, too, for a simulator")

@@ -4,5 +4,7 @@
 `verilator_config
 // A Lite wrapper leaves the control core's buses of cores 1 to 15 open.
 lint_off -rule PINMISSING -file "*/qx_oxa_top.v"
+// A module to instantiate has ranges as the design has them.
+lint_off -rule LITENDIAN -file "*/qx_oxa_template.v"
 `verilog
 `endif

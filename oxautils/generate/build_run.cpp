@@ -5,9 +5,11 @@
 #include "oxautils/config/configuration.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/generate/device_rules.h"
+#include "oxautils/generate/file_names.h"
 #include "oxautils/generate/netlist_cells.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
+#include "oxautils/generate/template_files.h"
 #include "oxautils/generate/work_dir.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/resource/analyzer_estimate.h"
@@ -139,16 +141,28 @@ void BuildRun::setGenerator(OXAProxyQxSyn* generator)
         generator->tryToStop(); // before the run, which then does not start
 }
 
+bool BuildRun::writeTemplates() const
+{
+    if (!templates)
+        return true;
+    Configuration configuration;
+    QString error;
+    return readConfiguration(m_arg.configFile, configuration, &error)
+        && OXA::writeTemplates(m_arg, configuration);
+}
+
 BuildResult BuildRun::generate()
 {
     BuildResult result;
     OxaPrepare prepared;
     const int errorsBefore = loggedErrors ? loggedErrors() : 0;
-    if (prepared.prepare(m_arg) != 1)
+    if (prepared.prepare(m_arg) != 1 || !writeTemplates())
         result.end = BuildEnd::Refused;
     else if (loggedErrors && loggedErrors() > errorsBefore)
         result.end = BuildEnd::Failed;
     result.files = prepared.files;
+    if (templates)
+        result.files += m_arg.workDir + '/' + TEMPLATE_FILE_NAME;
     result.includePaths = prepared.includePaths;
     return result;
 }
@@ -167,6 +181,10 @@ BuildResult BuildRun::synthesize()
     result.messages = generator.errorMessages();
     if (status != 0) {
         result.end = status < 0 ? BuildEnd::Refused : BuildEnd::Failed;
+        return result;
+    }
+    if (!writeTemplates()) {
+        result.end = BuildEnd::Refused;
         return result;
     }
     result.files += m_arg.outputFile;

@@ -56,6 +56,10 @@ public:
     /// Told in the thread of `run` how far synthesis is.
     std::function<void(const QString& stage, int percent)> progress;
 
+    /// Also write a module and a component to instantiate, `qx_oxa_template.v` and `.vhd`. With the
+    /// sources, the module is the last of them.
+    bool templates = false;
+
     /// How many errors the program's message handler has taken so far. The generator only logs what
     /// it cannot write, so a run that adds to them has failed.
     std::function<int()> loggedErrors;
@@ -73,6 +77,7 @@ public:
 private:
     BuildResult generate();
     BuildResult synthesize();
+    bool writeTemplates() const;
     bool stopped();
     void setGenerator(OXAProxyQxSyn* generator);
 

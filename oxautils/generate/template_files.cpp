@@ -1,0 +1,233 @@
+#include "oxautils/generate/template_files.h"
+
+#include "oxautils/generate/file_names.h"
+#include "oxautils/generate/readable_ports.h"
+#include "oxautils/generate/standard_files.h"
+#include "oxautils/generate/verilog_file.h"
+
+#include <algorithm>
+
+namespace OXA {
+
+namespace {
+
+constexpr char kVerilogHead[]
+    = R"(// The analyzer with one port for each bus or signal, under names of Verilog and VHDL.
+//
+// An instance to paste. Where it says "from", the configuration's name is none that can be pasted:
+// replace what is in parentheses by that signal of your design.
+//
+//     oxa_analyzer u_oxa_analyzer (
+)";
+
+constexpr char kVerilogPads[] = R"(//         .tms_pad_i(tms_pad_i),
+//         .tck_pad_i(tck_pad_i),
+//         .tdi_pad_i(tdi_pad_i),
+//         .tdo_pad_o(tdo_pad_o)
+//     );
+)";
+
+constexpr char kPadPorts[] = R"(    input  wire tms_pad_i,
+    input  wire tck_pad_i,
+    input  wire tdi_pad_i,
+    output wire tdo_pad_o
+);
+
+    qx_oxa u_qx_oxa (
+)";
+
+constexpr char kVerilogTail[] = R"(        .tms_pad_i(tms_pad_i),
+        .tck_pad_i(tck_pad_i),
+        .tdi_pad_i(tdi_pad_i),
+        .tdo_pad_o(tdo_pad_o)
+    );
+
+endmodule
+)";
+
+constexpr char kVhdlHead[]
+    = R"(-- The module oxa_analyzer of qx_oxa_template.v for VHDL: "use work.oxa_template.all;".
+--
+-- An instance to paste. Where it says "from", the configuration's name is none that can be pasted:
+-- replace what follows => by that signal of your design.
+--
+--     u_oxa_analyzer : oxa_analyzer
+--         port map (
+)";
+
+constexpr char kVhdlPads[] = R"(--             tms_pad_i => tms_pad_i,
+--             tck_pad_i => tck_pad_i,
+--             tdi_pad_i => tdi_pad_i,
+--             tdo_pad_o => tdo_pad_o
+--         );
+
+library ieee;
+use ieee.std_logic_1164.all;
+
+package oxa_template is
+    component oxa_analyzer
+        port (
+)";
+
+constexpr char kVhdlTail[] = R"(            tms_pad_i : in  std_logic;
+            tck_pad_i : in  std_logic;
+            tdi_pad_i : in  std_logic;
+            tdo_pad_o : out std_logic
+        );
+    end component;
+end package;
+)";
+
+QList<SignalItem> clockAndTriggers(const AoCore& core)
+{
+    QList<SignalItem> items;
+    for (const TriggerPort* port : core.availableTriggers())
+        items += port->signalList;
+    SignalItem clock;
+    clock.name = core.sampleClock;
+    return items << clock;
+}
+
+/// What is in the wrapper's ports, in their order.
+QList<SignalItem> itemsOf(const Configuration& configuration)
+{
+    QList<SignalItem> items;
+    for (const AoCore* core : configuration.cores)
+        items += core->captureSignals + clockAndTriggers(*core);
+    for (const AOCore_Lite* core : configuration.liteCores) {
+        SignalItem clock;
+        clock.name = core->sampleClock;
+        items += core->signalList + QList<SignalItem> {clock};
+    }
+    return items;
+}
+
+QString plainName(const QString& bit)
+{
+    const IndexedName name = indexedName(bit);
+    return name.index < 0 ? name.stem : name.stem + '[' + QString::number(name.index) + ']';
+}
+
+QString verilogRange(const ReadablePort& port)
+{
+    return QString("[%1:%2]").arg(QString::number(port.left), QString::number(port.right));
+}
+
+QString vhdlRange(const ReadablePort& port)
+{
+    return QString("(%1 %2 %3)")
+        .arg(QString::number(port.left), port.left < port.right ? "to" : "downto",
+            QString::number(port.right));
+}
+
+/// The signals of a port, as the configuration names them.
+QString source(const ReadablePort& port)
+{
+    if (port.isVector && !port.stem.isEmpty())
+        return port.stem + verilogRange(port);
+    QStringList names;
+    for (const QString& bit : port.bits)
+        names += plainName(bit);
+    return names.join(", ");
+}
+
+/// Whether a design in which the instance stands may have these signals under their names.
+bool isInReach(const ReadablePort& port)
+{
+    return std::all_of(port.bits.begin(), port.bits.end(),
+        [](const QString& bit) { return isReadable(indexedName(bit).stem); });
+}
+
+QString verilogActual(const ReadablePort& port)
+{
+    if (!isInReach(port))
+        return port.name;
+    const bool isRow = port.isVector && port.stem.isEmpty();
+    return isRow ? '{' + source(port) + '}' : source(port);
+}
+
+/// What an instance in VHDL says of a port, without the commas.
+QStringList vhdlAssociations(const ReadablePort& port)
+{
+    const auto element = [](const QString& bit) {
+        const IndexedName name = indexedName(bit);
+        return name.index < 0 ? name.stem : name.stem + '(' + QString::number(name.index) + ')';
+    };
+    if (!isInReach(port))
+        return {port.name + " => " + port.name};
+    if (!port.isVector)
+        return {port.name + " => " + element(port.bits.first())};
+    if (!port.stem.isEmpty())
+        return {port.name + " => " + port.stem + vhdlRange(port)};
+    QStringList associations;
+    for (int i = 0; i < port.bits.size(); ++i)
+        associations
+            += QString("%1(%2) => %3")
+                   .arg(port.name, QString::number(port.left - i), element(port.bits.at(i)));
+    return associations;
+}
+
+/// A bit of a port inside the module.
+QString bitOf(const ReadablePort& port, int i)
+{
+    if (!port.isVector)
+        return port.name;
+    const int index = port.left < port.right ? port.left + i : port.left - i;
+    return port.name + '[' + QString::number(index) + ']';
+}
+
+void writeVerilog(QTextStream& out, const QList<ReadablePort>& ports)
+{
+    out << kVerilogHead;
+    for (const ReadablePort& port : ports)
+        out << "//         ." << port.name << '(' << verilogActual(port) << "),"
+            << (isInReach(port) ? QString() : " // from " + source(port)) << '\n';
+    out << kVerilogPads << "module oxa_analyzer (\n";
+    for (const ReadablePort& port : ports)
+        out << "    input  wire " << (port.isVector ? verilogRange(port) + ' ' : QString())
+            << port.name << ",\n";
+    out << kPadPorts;
+    for (const ReadablePort& port : ports) {
+        for (int i = 0; i < port.bits.size(); ++i)
+            out << "        ." << escapedSignalName(port.bits.at(i)) << '(' << bitOf(port, i)
+                << "),\n";
+    }
+    out << kVerilogTail;
+}
+
+/// `text` as comments of VHDL can have it.
+QString inVhdl(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c.unicode() > '~'; }, QChar('?'));
+    return text;
+}
+
+void writeVhdl(QTextStream& out, const QList<ReadablePort>& ports)
+{
+    out << kVhdlHead;
+    for (const ReadablePort& port : ports) {
+        const QString from = isInReach(port) ? QString() : " -- from " + inVhdl(source(port));
+        for (const QString& association : vhdlAssociations(port))
+            out << "--             " << association << ',' << from << '\n';
+    }
+    out << kVhdlPads;
+    for (const ReadablePort& port : ports)
+        out << "            " << port.name << " : in  std_logic"
+            << (port.isVector ? "_vector" + vhdlRange(port) : QString()) << ";\n";
+    out << kVhdlTail;
+}
+
+}
+
+bool writeTemplates(const OxaArg& arg, const Configuration& configuration)
+{
+    const QList<ReadablePort> ports = readablePorts(itemsOf(configuration));
+    return writeVerilogFile(arg.workDir, TEMPLATE_FILE_NAME, [&ports](QTextStream& out) {
+        writeVerilog(out, ports);
+    }) && writeVerilogFile(arg.workDir, VHDL_TEMPLATE_FILE_NAME, [&ports](QTextStream& out) {
+        writeVhdl(out, ports);
+    });
+}
+
+}
