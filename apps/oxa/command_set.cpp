@@ -1,18 +1,14 @@
 #include "command.h"
+#include "configuration_change.h"
 #include "core_changes.h"
 #include "options.h"
 #include "problems.h"
-#include "request.h"
 #include "simulation_inputs.h"
 
 #include "files/replace_file.h"
-#include "oxautils/check/check.h"
-#include "oxautils/config/parse_once.h"
 #include "oxautils/encoding/unit_text.h"
 
 #include <QJsonArray>
-
-#include <algorithm>
 
 namespace {
 
@@ -53,38 +49,6 @@ struct Options {
     bool json = false;
 };
 
-QList<OXA::Problem> problemsOf(const OXA::Configuration& configuration)
-{
-    return configuration.mode == OXA::Lite ? OXA::checkCores(configuration.liteCores)
-                                           : OXA::checkCores(configuration.cores);
-}
-
-/// Those of `problems` that are not among `others`, wherever in its list an expression is.
-QList<OXA::Problem> newProblems(
-    const QList<OXA::Problem>& problems, const QList<OXA::Problem>& others)
-{
-    QList<OXA::Problem> added;
-    for (const OXA::Problem& problem : problems) {
-        const auto isSame = [&problem](const OXA::Problem& other) {
-            return problem.rule == other.rule && problem.text == other.text
-                && problem.place.core == other.place.core && problem.place.unit == other.place.unit
-                && problem.place.port == other.place.port;
-        };
-        if (std::none_of(others.begin(), others.end(), isSame))
-            added += problem;
-    }
-    return added;
-}
-
-/// Says what of the file `path` is not in the cores that were read from it.
-void reportLost(const QString& path, const QList<OXA::Problem>& problemsOfCores, TextOut& err)
-{
-    for (const OXA::Problem& problem : newProblems(OXA::checkConfigFile(path), problemsOfCores)) {
-        if (problem.rule != "checksum")
-            err << problemLine(path, problem, "warning") << "; it is not kept\n";
-    }
-}
-
 /// Each unit that `--unit` names, with its text.
 QJsonArray changedUnits(const QStringList& texts, const OXA::Configuration& configuration)
 {
@@ -104,11 +68,7 @@ QJsonArray changedUnits(const QStringList& texts, const OXA::Configuration& conf
 void print(const QString& file, bool written, const QJsonArray& units,
     const QList<OXA::Problem>& problems, Io& io)
 {
-    for (const OXA::Problem& problem : problems) {
-        io.err << problemLine(file, problem) << '\n';
-        if (problem.severity == OXA::Severity::Error)
-            io.err << "    " << problem.hint << '\n';
-    }
+    sayProblems(file, problems, io.err);
     if (!written)
         return;
     TextOut& out = OXA_FILES::isStream(file) ? io.err : io.out;
@@ -134,25 +94,19 @@ void printJson(TextOut& out, const QString& file, bool written, const QJsonArray
 
 int run(const Options& options, Io& io)
 {
-    const OXA::ParseOnce once;
-    OXA::Configuration configuration;
-    if (!readConfiguration(options.file, configuration, io.err))
+    ConfigurationChange change;
+    if (!change.read(options.file, io.err))
         return kUnusable;
-    const QList<OXA::Problem> before = problemsOf(configuration);
-    reportLost(options.file, before, io.err);
-    for (OXA::AoCore* core : qAsConst(configuration.cores))
-        OXA::adoptMarkedPorts(*core);
     OXA_CAPTURE::Messages messages;
-    changeCores(options.changes, configuration, messages);
+    changeCores(options.changes, change.configuration, messages);
     if (!report(messages, io.err))
         return kUnusable;
 
     const QString output = options.output.isEmpty() ? options.file : options.output;
-    const QList<OXA::Problem> problems = newProblems(problemsOf(configuration), before);
-    QString error = output + ": not written, since these errors are new";
-    const bool written = countOf(problems, OXA::Severity::Error) == 0
-        && OXA::writeConfiguration(output, configuration, &error);
-    const QJsonArray units = changedUnits(options.changes.units, configuration);
+    const QList<OXA::Problem> problems = change.newOnes(change.problems());
+    QString error;
+    const bool written = change.write(output, problems, &error);
+    const QJsonArray units = changedUnits(options.changes.units, change.configuration);
     if (options.json)
         printJson(io.out, output, written, units, problems);
     else
