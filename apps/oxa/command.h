@@ -23,6 +23,7 @@ CLI::App* addCommand(
     CLI::App& app, const std::string& name, const std::string& summary, const std::string& details);
 
 // Each adds its command to `app`; when that command is the one called, it sets `status`.
+void addAdd(CLI::App& app, Io& io, int& status);
 void addCapture(CLI::App& app, Io& io, int& status);
 void addCheck(CLI::App& app, Io& io, int& status);
 void addDevices(CLI::App& app, Io& io, int& status);

@@ -1,8 +1,10 @@
 #include "command.h"
+#include "design_options.h"
 #include "part.h"
 #include "problems.h"
 
 #include "oxautils/check/check.h"
+#include "oxautils/design/design_rules.h"
 
 #include <QJsonArray>
 
@@ -15,12 +17,21 @@ constexpr char kHelp[]
 trigger port (T0), match unit (M3) or expression, and what to do about it. With
 --part also what does not fit the part. docs/checks.md lists the rules.
 
+With a design also names that it does not have, with the nearest that it has, bits
+that are not as it declares them, clocks that clock nothing and registers of another
+clock; with a waveform only names and bits. FILE.design, which `oxa add` writes,
+names the design when the call does not.
+
+  oxa check soc.oxa --design soc.sv uart.v --top soc
+  oxa check soc.oxa --wave soc.vcd
+
 Exit status 1 says that there are errors; warnings alone give 0, or 1 with
 --strict.)";
 
 struct Options {
     QString file;
     PartOptions part;
+    DesignOptions design;
     bool strict = false;
     bool json = false;
 };
@@ -64,13 +75,17 @@ int run(const Options& options, Io& io)
     std::optional<DEV::ChipInfo> part;
     if (!options.part.part.isEmpty() && !(part = findPart(options.part, io.err)))
         return kUnusable;
-    const QList<OXA::Problem> problems
-        = OXA::checkConfigFile(options.file, part ? &*part : nullptr);
+    QList<OXA::Problem> problems = OXA::checkConfigFile(options.file, part ? &*part : nullptr);
+    OXA::Design design;
+    bool known = false;
+    const bool compared = readKnownSignals(options.design, options.file, design, known, io.err);
+    if (compared && known)
+        OXA::addDesignProblems(options.file, OXA::DesignIndex(design), problems);
     if (options.json)
         printJson(io.out, problems);
     else
         print(io.out, options.file, problems);
-    return statusOf(problems, options.strict);
+    return compared ? statusOf(problems, options.strict) : kUnusable;
 }
 
 }
@@ -81,6 +96,8 @@ void addCheck(CLI::App& app, Io& io, int& status)
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
     addPartOptions(*command, options->part);
+    addDesignOptions(*command, options->design);
+    addWaveOption(*command, options->design);
     command->add_flag("--strict", options->strict, "Warnings, too, make the exit status 1");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });

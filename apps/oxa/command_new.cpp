@@ -12,8 +12,8 @@ namespace {
 constexpr char kSummary[] = "Write the skeleton of a configuration";
 
 constexpr char kHelp[]
-    = R"(An existing file is never replaced. Add cores with oxa-editor, or by hand after
-docs/configuration-file.md.)";
+    = R"(An existing file is never replaced. Add cores with `oxa add`, which also makes the
+file, with oxa-editor, or by hand after docs/configuration-file.md.)";
 
 struct Options {
     QString file;

@@ -1,6 +1,7 @@
 #include "command.h"
 #include "configuration_change.h"
 #include "core_changes.h"
+#include "design_options.h"
 #include "options.h"
 #include "problems.h"
 #include "simulation_inputs.h"
@@ -30,7 +31,11 @@ of a port of one signal, rises, falls or changes; then perhaps ", N times [in a
 row]". The cheapest type that suffices is taken when none is named. "off" and "on"
 switch a unit and keep its settings. A value is a digit 0, 1, X (any), R (rises), F
 (falls), B (changes) or N (does not) for each signal of the port, or a decimal
-number, or one with 0b or 0x in front; docs/settings.md has all of it.
+number, or one with 0b or 0x in front; docs/settings.md has all of it. Of a port that
+watches an enumerated signal and nothing else it may be a name, too, when --design or
+-f names the design, or FILE.design, which `oxa add` writes.
+
+  oxa set soc.oxa --unit M0='T0 == STOP'
 
 NAMES are signals, buses or bits that the core captures or watches already, separated
 by commas, the most significant first; "none" leaves the port without any.
@@ -45,7 +50,8 @@ not find before; when an option cannot be read, the status is 2.)";
 struct Options {
     QString file;
     QString output;
-    CoreChanges changes {{}, {}, {}, std::vector<QStringList>(coreSettings().size())};
+    CoreChanges changes {{}, {}, {}, std::vector<QStringList>(coreSettings().size()), {}};
+    DesignOptions design;
     bool json = false;
 };
 
@@ -97,8 +103,10 @@ int run(const Options& options, Io& io)
     ConfigurationChange change;
     if (!change.read(options.file, io.err))
         return kUnusable;
+    CoreChanges changes = options.changes;
+    changes.valueNames = namedValues(options.design, options.file, io.err);
     OXA_CAPTURE::Messages messages;
-    changeCores(options.changes, change.configuration, messages);
+    changeCores(changes, change.configuration, messages);
     if (!report(messages, io.err))
         return kUnusable;
 
@@ -134,6 +142,7 @@ void addSet(CLI::App& app, Io& io, int& status)
         addTexts(*command, setting.option, options->changes.settings[i], setting.help)
             ->type_name(std::string("[CORE=]") + setting.value);
     }
+    addDesignOptions(*command, options->design);
     addText(*command, "-o,--output", options->output, "Write this file instead of FILE")
         ->type_name("OUT");
     command->add_flag("--json", options->json, "For programs: one JSON object");

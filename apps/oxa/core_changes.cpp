@@ -1,7 +1,6 @@
 #include "core_changes.h"
 
 #include "oxautils/encoding/signals_text.h"
-#include "oxautils/encoding/unit_text.h"
 #include "oxautils/model/limits.h"
 
 #include <QHash>
@@ -95,9 +94,10 @@ bool setPort(const Change& change, AoCore& core, QString& error)
     return true;
 }
 
-bool setUnit(const Change& change, AoCore& core, QString& error)
+bool setUnit(const Change& change, AoCore& core, const ValueNames& names, QString& error)
 {
-    return unitFromText(change.value, *core.matchUnit(change.name.mid(1).toInt()), &error);
+    MatchUnit& unit = *core.matchUnit(change.name.mid(1).toInt());
+    return unitFromText(change.value, unit, &error, names);
 }
 
 /// Sets or adds an expression. One to be taken out goes into `removed`: it keeps its place until
@@ -240,7 +240,9 @@ void changeCores(const CoreChanges& changes, Configuration& configuration, Messa
     changeEach("--port", changes.ports, configuration, problems, splitPort,
         standardOnly(configuration, setPort));
     changeEach("--unit", changes.units, configuration, problems, splitUnit,
-        standardOnly(configuration, setUnit));
+        standardOnly(configuration, [&](const Change& change, AoCore& core, QString& error) {
+            return setUnit(change, core, changes.valueNames, error);
+        }));
     QHash<const AoCore*, QSet<int>> removed;
     changeEach("--expression", changes.expressions, configuration, problems, splitLevel,
         standardOnly(configuration, [&](const Change& change, AoCore& core, QString& error) {

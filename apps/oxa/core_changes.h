@@ -5,6 +5,7 @@
 
 #include "oxacapture/message.h"
 #include "oxautils/config/configuration.h"
+#include "oxautils/encoding/unit_text.h"
 
 #include <QStringList>
 
@@ -29,6 +30,7 @@ struct CoreChanges {
     QStringList units; ///< "CORE.M3=T0 == 5"
     QStringList expressions; ///< "CORE.0=M1 && M2"
     std::vector<QStringList> settings; ///< "CORE=256", a list for each of `coreSettings`
+    OXA::ValueNames valueNames; ///< that units may have; may be empty
 };
 
 /// Applies `changes`. What cannot be read or found is told in `problems`; whether the cores are as

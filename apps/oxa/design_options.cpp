@@ -8,6 +8,8 @@
 
 #include <QDir>
 
+#include <optional>
+
 void addDesignOptions(CLI::App& command, DesignOptions& options)
 {
     addTexts(command, "--design", options.sources.files,
@@ -79,12 +81,12 @@ bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut&
     return ok;
 }
 
-bool readSignals(const DesignOptions& options, const QString& configuration, OXA::Design& design,
-    int& status, TextOut& err)
+bool readKnownSignals(const DesignOptions& options, const QString& configuration,
+    OXA::Design& design, bool& known, TextOut& err)
 {
-    status = kUnusable;
     QString error;
-    if (!options.wave.isEmpty()) {
+    known = !options.wave.isEmpty();
+    if (known) {
         const bool ok = OXA_CAPTURE::readWaveformSignals(options.wave, design, &error);
         if (!ok)
             err.error(error);
@@ -93,9 +95,45 @@ bool readSignals(const DesignOptions& options, const QString& configuration, OXA
     OXA::DesignSources sources;
     if (!findSources(options, configuration, sources, err))
         return false;
-    if (sources.isEmpty()) {
-        err << "error: no design is named: --design, -f or --wave does that\n";
+    known = !sources.isEmpty();
+    if (!known || readDesign(sources, design, err))
+        return true;
+    if (!options.given())
+        err << "    the design is the one that " << OXA::designListOf(configuration) << " names\n";
+    return false;
+}
+
+bool readSignals(const DesignOptions& options, const QString& configuration, OXA::Design& design,
+    int& status, TextOut& err)
+{
+    bool known = false;
+    status = kUnusable;
+    if (!readKnownSignals(options, configuration, design, known, err))
         return false;
-    }
-    return readDesign(sources, design, err);
+    if (!known)
+        err << "error: no design is named: --design, -f or --wave does that\n";
+    return known;
+}
+
+OXA::ValueNames namedValues(
+    const DesignOptions& options, const QString& configuration, TextOut& err)
+{
+    struct Names {
+        OXA::Design design;
+        std::optional<OXA::DesignIndex> index;
+        OXA::ValueNames values;
+    };
+    const auto names = std::make_shared<Names>();
+    return
+        [names, &options, configuration, &err](const OXA::TriggerPort& port, const QString& name) {
+            if (name.at(0).isDigit())
+                return QString(); // a number
+            if (!names->index) {
+                bool known = false;
+                readKnownSignals(options, configuration, names->design, known, err);
+                names->index.emplace(names->design);
+                names->values = OXA::valueNames(*names->index);
+            }
+            return names->values(port, name);
+        };
 }

@@ -5,6 +5,7 @@
 
 #include "oxautils/design/design_sources.h"
 #include "oxautils/design/read_design.h"
+#include "oxautils/design/value_names.h"
 
 /// What names a design or a waveform, the same for every command that looks at one.
 struct DesignOptions {
@@ -28,6 +29,15 @@ bool findSources(const DesignOptions& options, const QString& configuration,
 
 /// Reads the design of `sources`, saying its warnings. False with the reason on `err`.
 bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut& err);
+
+/// Reads the waveform, or the design that the call names or `configuration` remembers, if there is
+/// one: `known` tells that. False with the reason on `err`.
+bool readKnownSignals(const DesignOptions& options, const QString& configuration,
+    OXA::Design& design, bool& known, TextOut& err);
+
+/// Values of enumerated signals by name. The design is read when the first name is asked for.
+OXA::ValueNames namedValues(
+    const DesignOptions& options, const QString& configuration, TextOut& err);
 
 /// Reads the waveform, or the design that the call or `configuration` names. False with the reason
 /// on `err`; `status` then tells whether the call or the design is at fault.

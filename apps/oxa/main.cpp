@@ -79,6 +79,7 @@ static int run(int argc, char** argv)
     int status = kDone;
     addNew(app, io, status);
     addSignals(app, io, status);
+    addAdd(app, io, status);
     addShow(app, io, status);
     addSet(app, io, status);
     addCheck(app, io, status);

@@ -20,17 +20,24 @@ enum RuleNumber : int { NotInDesign, WatchedMemory, DeclaredBits, IdleClock, Oth
 const QList<RuleInfo>& ruleTable()
 {
     static const QList<RuleInfo> table {
-        {"not-in-design",  Severity::Error,   "A signal is not in the design, or has not this bit.",
-         "Correct its name; `oxa signals` lists those of the design."                                                                               },
-        {"watched-memory", Severity::Error,   "A signal is a memory, which has no net.",
-         "Name the signals at the memory's ports instead."                                                                                          },
-        {"declared-bits",  Severity::Warning,
-         "A bus has not all bits of its signal, in the order in which the design declares them.",    "List every bit, the first of the declared range first; a part of a signal has its "
+  // clang-format off
+        {"not-in-design", Severity::Error,
+            "A signal is not in the design, or has not this bit.",
+            "Correct its name; `oxa signals` lists those of the design."},
+        {"watched-memory", Severity::Error,
+            "A signal is a memory, which has no net.",
+            "Name the signals at the memory's ports instead."},
+        {"declared-bits", Severity::Warning,
+            "A bus has not all bits of its signal, in the order in which the design declares them.",
+            "List every bit, the first of the declared range first; a part of a signal has its "
             "range in its name, as in cpu/pc[7:4]."},
-        {"idle-clock",     Severity::Warning, "A core's sample clock clocks no register.",
-         "Use a clock of the design; `oxa signals` shows those of registers."                                                                       },
-        {"other-clock",    Severity::Warning, "A register has another clock than its core.",
-         "Put it into a core with its clock; in this one its samples may be torn."                                                                  },
+        {"idle-clock", Severity::Warning,
+            "A core's sample clock clocks no register.",
+            "Use a clock of the design; `oxa signals` shows those of registers."},
+        {"other-clock", Severity::Warning,
+            "A register has another clock than its core.",
+            "Put it into a core with its clock; in this one its samples may be torn."},
+  // clang-format on
     };
     return table;
 }

@@ -1,0 +1,279 @@
+#include "command.h"
+#include "configuration_change.h"
+#include "design_options.h"
+#include "options.h"
+#include "problems.h"
+
+#include "files/replace_file.h"
+#include "oxautils/design/add_core.h"
+#include "oxautils/design/design_rules.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+
+namespace {
+
+constexpr char kSummary[] = "Add a core that watches signals of a design, by name";
+
+constexpr char kHelp[]
+    = R"(Makes FILE when there is none. Names are those that `oxa signals` lists. A GLOB may be
+a name, a pattern with `*` and `?`, or either with bits behind it; a bus comes with
+its bits, the most significant first. What a pattern finds stands in the order of the
+design, without memories and the sample clock.
+
+  oxa add soc.oxa --clock soc/clk --data 'cpu/*' soc/leds 'fifo/wr_count[3:0]' \
+    --trigger cpu/state --trigger cpu/pc --design soc.sv uart.v --top soc
+
+Each --trigger gives the next trigger port, T0 first, its signals. The core triggers
+at once: each port has a unit that takes any value, and all units have to match.
+`oxa set` then says what to wait for; without --trigger it gives the core a port, too.
+
+The design is remembered in FILE.design: later calls of `oxa add`, `oxa check` and
+`oxa set` find it there. Nothing is written, and the exit status is 1, when
+`oxa check` would find an error in the core; when a name is not found, the status is 2.)";
+
+constexpr int kNotGiven = -1;
+constexpr int kMost = 1 << 24; // samples, windows
+
+struct Options {
+    QString file;
+    OXA::CoreRequest request;
+    QStringList triggers; ///< of all ports, an empty text between two
+    int position = kNotGiven;
+    int windows = kNotGiven;
+    bool lite = false;
+    DesignOptions design;
+    bool json = false;
+};
+
+/// The request with what the options give; false, with the reason on `err`, when a Lite core
+/// cannot have it.
+bool requestOf(const Options& options, bool lite, OXA::CoreRequest& request, TextOut& err)
+{
+    request = options.request;
+    if (lite
+        && (!options.triggers.isEmpty() || options.position != kNotGiven
+            || options.windows != kNotGiven)) {
+        err << "error: Lite cores have no --trigger, --position or --windows\n";
+        return false;
+    }
+    request.position = options.position == kNotGiven ? request.position : options.position;
+    request.windows = options.windows == kNotGiven ? request.windows : options.windows;
+    bool isNew = true;
+    for (const QString& word : options.triggers) {
+        if (isNew)
+            request.triggers += QStringList();
+        isNew = word.isEmpty();
+        if (!isNew)
+            request.triggers.last() += word;
+    }
+    return true;
+}
+
+/// Reads the file that gets the core, or begins a new one.
+bool begin(const Options& options, ConfigurationChange& change, TextOut& err)
+{
+    if (!QFileInfo::exists(options.file) || OXA_FILES::isStream(options.file)) {
+        change.configuration.mode = options.lite ? OXA::Lite : OXA::Standard;
+        change.before = change.problems();
+        return true;
+    }
+    if (!change.read(options.file, err))
+        return false;
+    if (!options.lite || change.configuration.mode == OXA::Lite)
+        return true;
+    err << "error: " << options.file << ": its cores are Standard ones; leave --lite out\n";
+    return false;
+}
+
+template <typename Core>
+bool addTo(QList<Core*>& cores, std::unique_ptr<Core> core, const OXA::DesignIndex& index,
+    const OXA::CoreRequest& request, TextOut& err)
+{
+    OXA::CoreNotes notes;
+    const bool ok = OXA::fillCore(index, request, *core, notes);
+    for (const QString& warning : notes.warnings)
+        err << "warning: " << warning << '\n';
+    for (const QString& error : notes.errors)
+        err << "error: " << error << '\n';
+    cores += core.release();
+    return ok;
+}
+
+bool addCore(const OXA::DesignIndex& index, const OXA::CoreRequest& request,
+    OXA::Configuration& configuration, TextOut& err)
+{
+    if (configuration.mode != OXA::Lite)
+        return addTo(configuration.cores, std::make_unique<OXA::AoCore>(configuration.cores.size()),
+            index, request, err);
+    auto core = std::make_unique<OXA::AOCore_Lite>();
+    core->index = configuration.liteCores.size();
+    return addTo(configuration.liteCores, std::move(core), index, request, err);
+}
+
+/// The new problems, those of the last core against the design among them.
+QList<OXA::Problem> problemsWith(const ConfigurationChange& change, const OXA::DesignIndex& index)
+{
+    const OXA::Configuration& configuration = change.configuration;
+    QList<OXA::Problem> all = change.problems();
+    if (configuration.mode == OXA::Lite)
+        OXA::addDesignProblems(configuration.liteCores, index, all);
+    else
+        OXA::addDesignProblems(configuration.cores, index, all);
+    const int last = configuration.cores.size() + configuration.liteCores.size() - 1;
+    QList<OXA::Problem> problems;
+    for (const OXA::Problem& problem : change.newOnes(all)) {
+        if (problem.place.core < 0 || problem.place.core == last)
+            problems += problem;
+    }
+    return problems;
+}
+
+/// What was added.
+struct Added {
+    int position = 0;
+    QString clock;
+    int width = 0;
+    QList<OXA::TriggerPort*> ports; ///< with signals
+};
+
+template <typename Core> Added lastOf(const QList<Core*>& cores)
+{
+    const Core& core = *cores.last();
+    return {cores.size() - 1, core.sampleClock, core.dataSignals().size(), {}};
+}
+
+Added addedTo(const OXA::Configuration& configuration)
+{
+    if (configuration.mode == OXA::Lite)
+        return lastOf(configuration.liteCores);
+    Added added = lastOf(configuration.cores);
+    added.ports = configuration.cores.last()->availableTriggers();
+    return added;
+}
+
+void print(const QString& file, const Added& core, bool lite, TextOut& out)
+{
+    out << "core " << core.position << ": " << core.width
+        << (core.width == 1 ? " data signal" : " data signals");
+    for (const OXA::TriggerPort* port : core.ports)
+        out << ", T" << port->index << " of " << port->singleSignals().size();
+    out << ", clock " << core.clock << '\n' << file << ": written\n";
+    if (lite)
+        return;
+    const bool hasPort = !core.ports.isEmpty();
+    out << "It triggers at once. To wait for a value: oxa set " << file;
+    if (!hasPort)
+        out << " --port " << core.position << ".T0=NAMES";
+    out << " --unit " << core.position << ".M0='T0 == VALUE'";
+    if (!hasPort)
+        out << " --expression " << core.position << ".0=M0";
+    out << '\n';
+}
+
+void printJson(const QString& file, bool written, const Added& core,
+    const QList<OXA::Problem>& problems, TextOut& out)
+{
+    QJsonArray ports;
+    for (const OXA::TriggerPort* port : core.ports)
+        ports += QJsonObject {
+            {"index", port->index                 },
+            {"width", port->singleSignals().size()}
+        };
+    QJsonArray array;
+    for (const OXA::Problem& problem : problems)
+        array += problemJson(problem);
+    out.json({
+        {"file",     file         },
+        {"written",  written      },
+        {"position", core.position},
+        {"clock",    core.clock   },
+        {"width",    core.width   },
+        {"ports",    ports        },
+        {"problems", array        },
+    });
+}
+
+/// Remembers the design of the call.
+bool remember(const Options& options, TextOut& err)
+{
+    OXA::DesignSources sources;
+    if (!options.design.given() || !options.design.wave.isEmpty()
+        || OXA_FILES::isStream(options.file))
+        return true;
+    QString error;
+    if (findSources(options.design, options.file, sources, err)
+        && OXA::rememberDesign(options.file, sources, &error))
+        return true;
+    if (!error.isEmpty())
+        err.error(error);
+    return false;
+}
+
+int run(const Options& options, Io& io)
+{
+    ConfigurationChange change;
+    OXA::CoreRequest request;
+    OXA::Design design;
+    int status = kUnusable;
+    if (!begin(options, change, io.err)
+        || !requestOf(options, change.configuration.mode == OXA::Lite, request, io.err)
+        || !readSignals(options.design, options.file, design, status, io.err))
+        return status;
+    const OXA::DesignIndex index(design);
+    if (!addCore(index, request, change.configuration, io.err))
+        return kUnusable;
+
+    const QList<OXA::Problem> problems = problemsWith(change, index);
+    QString error;
+    const bool written = change.write(options.file, problems, &error);
+    const Added added = addedTo(change.configuration);
+    if (options.json)
+        printJson(options.file, written, added, problems, io.out);
+    else
+        sayProblems(options.file, problems, io.err);
+    if (written && !options.json)
+        print(options.file, added, change.configuration.mode == OXA::Lite,
+            OXA_FILES::isStream(options.file) ? io.err : io.out);
+    if (!written)
+        io.err << "error: " << error << '\n';
+    return written && remember(options, io.err) ? kDone : kJobFailed;
+}
+
+}
+
+void addAdd(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "add", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    constexpr int kAny = CLI::detail::expected_max_vector_size;
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addText(*command, "--clock", options->request.clock, "The sample clock")
+        ->type_name("PATH")
+        ->required();
+    addTexts(*command, "--data", options->request.data, "Signals to capture")
+        ->type_name("GLOB")
+        ->expected(1, kAny)
+        ->required();
+    addTexts(*command, "--trigger", options->triggers, "Signals of a trigger port")
+        ->type_name("GLOB")
+        ->expected(1, kAny)
+        ->inject_separator();
+    command->add_option("--samples", options->request.samples, "Samples of a window (1024)")
+        ->check(between(1, kMost))
+        ->type_name("N");
+    command
+        ->add_option("--position", options->position, "Samples of a window before its trigger (0)")
+        ->check(between(0, kMost))
+        ->type_name("N");
+    command->add_option("--windows", options->windows, "Windows of a run (1)")
+        ->check(between(1, kMost))
+        ->type_name("N");
+    command->add_flag(
+        "--falling", options->request.fallingEdge, "Take samples at the clock's falling edges");
+    command->add_flag("--lite", options->lite, "Make a new FILE with cores that only capture");
+    addDesignOptions(*command, options->design);
+    addWaveOption(*command, options->design);
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

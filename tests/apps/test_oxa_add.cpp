@@ -1,0 +1,171 @@
+#include "support/files.h"
+#include "support/oxa_program.h"
+#include "support/rows.h"
+#include "support/waveforms.h"
+
+#include <QTemporaryDir>
+
+namespace {
+
+// Calls one after the other, of which all but the last succeed, and what the last one says. FILE is
+// a file that is not there at first, TRAPS names the design, WAVE a waveform; a tilde stands for a
+// blank within a word.
+struct Row {
+    const char* what;
+    const char* calls;
+    int status;
+    const char* text;
+};
+
+// clang-format off
+constexpr Row kCalls[] = {
+    {"new file", "add FILE --clock top/clk --data b --data m/off z --trigger b[7:4] sized"
+        " --trigger n TRAPS", 0,
+        "core 0: 13 data signals, T0 of 7, T1 of 1, clock top/clk\n"},
+    {"ports", "add FILE --clock top/clk --data b --trigger b[7:4] sized --trigger n TRAPS"
+        " | show FILE", 0, "\n  T0       7 bits: top/b[7:4] (4), top/sized (3)\n"
+           "  T1       1 bit: top/m/always_there/n\n"
+           "  M0       Basic: T0 == XXXXXXX\n"
+           "  M1       Basic: T1 == X\n  trigger  static, M0 && M1\n"},
+    {"no port", "add FILE --clock top/clk --data b TRAPS | show FILE", 0,
+        "trigger  static, 1'B1\n"},
+    {"no file", "check FILE TRAPS", 2, "[unreadable]"},
+    {"remembered", "add FILE --clock top/clk --data z TRAPS | add FILE --clock clk2 --data *state*",
+        0, "core 1: 2 data signals, clock top/clk2\n"},
+    {"passes", "add FILE --clock top/clk --data *rev z --trigger rev TRAPS | check FILE", 0,
+        "no problems\n"},
+    {"windows", "add FILE --clock top/clk --data b --samples 100 --position 7 --windows 4 TRAPS"
+        " | show FILE", 0, "x 512 samples in block SRAM: top/b (8)\n"
+        "  windows  4 of 100 samples, 7 before the trigger\n"},
+    {"json", "add FILE --clock top/clk --data z b --trigger z TRAPS --json", 0,
+        "\"ports\":[{\"index\":0,\"width\":1}],\"position\":0,\"problems\":[],\"width\":9,"},
+    {"lite", "add FILE --lite --falling --clock top/clk --data z --samples 64 TRAPS | show FILE", 0,
+        "clock top/clk, falling edge, module top\n  data     1 bit x 64 samples in block SRAM: "},
+    {"lite again", "new FILE --lite | add FILE --clock top/clk --data z TRAPS | show FILE", 0,
+        "Lite"},
+    {"lite trigger", "add FILE --lite --clock top/clk --data z --trigger z TRAPS", 2,
+        "Lite cores have no --trigger"},
+    {"not lite", "new FILE | add FILE --lite --clock top/clk --data z TRAPS", 2,
+        "leave --lite out"},
+    {"no design", "add FILE --clock top/clk --data z", 2, "no design is named"},
+    {"missing", "add FILE --clock top/clkk --data b stat --trigger mm/* TRAPS", 2,
+        "error: the clock \"top/clkk\" is not in the design; the nearest names are top/clk, "
+        "top/clk2, top/m/clk\nerror: data \"stat\" is not in the design; the nearest names are "
+        "top/state[1:0]\nerror: trigger port T0 \"mm/*\" is not in the design; "},
+    {"clock of bits", "add FILE --clock b --data z TRAPS", 2,
+        "the clock \"b\" has 8 bits, write which"},
+    {"memory", "add FILE --clock top/clk --data m/w* TRAPS", 2, "cannot be watched: top/m/words\n"},
+    {"other clock", "add FILE --clock clk2 --data *state z TRAPS", 0,
+        ": warning: core 0: the register \"top/z\" has clock \"top/clk\", the core samples it with "
+        "\"top/clk2\" [other-clock]\n"},
+    {"short window", "add FILE --clock top/clk --data z --samples 8 --position 7 TRAPS", 1,
+        "not written, since these errors are new\n"},
+    {"too long", "add FILE --clock top/clk --data z --windows 3 TRAPS", 1, "[window-count]"},
+    {"wave", "add FILE --clock ck --data n[1:0] ab --wave WAVE | show FILE", 0,
+        "3 bits x 1024 samples in block SRAM: top/n[1:0] (2), top/ab\n"},
+    {"wave's names", "add FILE --clock ck --data n --wave WAVE | check FILE TRAPS", 1,
+        ": error: core 0: \"top/ck\" is not in the design; the nearest names are top/clk, "},
+    {"other wave", "add FILE --clock top/clk --data z TRAPS | check FILE --wave WAVE", 1,
+        ": error: core 0: \"top/z\" is not in the waveform; the nearest names are top/n[2:0] ["},
+    {"not a word", "add FILE --clock ck --data a`b --wave WAVE", 1, "[unusable-name]"},
+    {"value's name", "add FILE --clock clk2 --data state --trigger state TRAPS"
+        " | set FILE --unit M0=T0~==~STOP", 0, "core 0, M0: Basic: T0 == 11\n"},
+    {"no such value", "add FILE --clock clk2 --data state --trigger state TRAPS"
+        " | set FILE --unit M0=T0~==~STOPP", 2, "\"STOPP\": write 2 digits"},
+    {"no value of two", "add FILE --clock clk2 --data state --trigger state z TRAPS"
+        " | set FILE --unit M0=T0~==~STOP", 2, "\"STOP\": write 3 digits"},
+    {"of the call", "add FILE --clock top/state[0] --data top/state[1] top/state[0] --trigger state"
+        " --wave STATE | set FILE TRAPS --unit M0=T0~==~RUN", 0, "T0 == 10\n"},
+};
+// clang-format on
+
+}
+
+/// `oxa add`, and what the other commands do with the design then.
+class TestOxaAdd : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QFile::remove(path("f.oxa")); }
+    void cleanup() { QFile::remove(path("f.oxa.design")); }
+    void calls_data() { addRows(kCalls); }
+    void calls();
+    void designsThatAreGone();
+    void hostileNames();
+
+private:
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+    QStringList words(const QString& call) const;
+
+    QTemporaryDir m_dir;
+};
+
+QStringList TestOxaAdd::words(const QString& call) const
+{
+    QString text = call;
+    text.replace(
+        "TRAPS", "--design " OXA_SOURCE_DIR "/tests/design/traps.sv --top top -D GO=8'd1 -P N=3");
+    text.replace("FILE", path("f.oxa")).replace("WAVE", path("w.vcd"));
+    text.replace("STATE", path("state.vcd"));
+    return text.split(' ', Qt::SkipEmptyParts).replaceInStrings("~", " ");
+}
+
+void TestOxaAdd::calls()
+{
+    writeFile(path("w.vcd"), vcdOf({"ck", "n[2]", "n[1]", "n[0]", "ab", "a`b"}, {}));
+    writeFile(path("state.vcd"),
+        "$scope module top $end $var wire 2 ! state [1:0] $end $upscope $end "
+        "$enddefinitions $end\n");
+    const Row& row = rowOf(kCalls);
+    const QStringList calls = QString(row.calls).split(" | ");
+    Result result;
+    for (const QString& call : calls) {
+        result = oxa(words(call));
+        QCOMPARE(result.status, call == calls.last() ? row.status : 0);
+    }
+    QVERIFY2(saidBy(result).contains(row.text), qPrintable(result.out + result.err));
+    if (row.status != 0 && calls.size() == 1)
+        QVERIFY(!QFile::exists(path("f.oxa")) && !QFile::exists(path("f.oxa.design")));
+}
+
+void TestOxaAdd::designsThatAreGone()
+{
+    writeFile(path("gone.v"),
+        "module gone(input c, output reg q); always @(posedge c) q <= ~q; "
+        "endmodule\n");
+    QCOMPARE(oxa({"add", path("f.oxa"), "--clock", "c", "--data", "q", "--design", path("gone.v")})
+                 .status,
+        0);
+    QFile::remove(path("gone.v"));
+    const Result result = oxa({"check", path("f.oxa")});
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.out, path("f.oxa") + ": no problems\n");
+    QVERIFY2(result.err.contains("gone.v") && result.err.contains("f.oxa.design names\n"),
+        qPrintable(result.err));
+    QCOMPARE(oxa({"set", path("f.oxa"), "--position", "5"}).status, 0);
+}
+
+// Text from outside is neither an option nor a command, and stays in its line.
+void TestOxaAdd::hostileNames()
+{
+    const QString name = path("a \"b\"; touch owned\nerror: forged $(touch owned) .oxa");
+    const QString shown = QString(name).replace('\n', "\\n");
+    writeFile(path("h.vcd"), vcdOf({"ck", "a;b", "c\"d", "$(touch owned)", "--top"}, {}));
+    const QStringList add {"add", name, "--clock", "ck", "--wave", path("h.vcd"), "--data"};
+    Result result = oxa(add + QStringList {"a;b", "c\"d", "*top"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(result.out.contains('\n' + shown + ": written\n"), qPrintable(result.out));
+    result = oxa({"check", name, "--wave", path("h.vcd")});
+    QCOMPARE(result.out, shown + ": no problems\n");
+    result = oxa(add + QStringList {"x\nerror: y; touch owned"});
+    QCOMPARE(
+        result.err, QString("error: data \"x\\nerror: y; touch owned\" is not in the waveform\n"));
+    result = oxa({"add", name, "--clock", "top/clk", "--data", "top/z", "--top", "top", "-D",
+        "GO=8'd1", "--design", OXA_SOURCE_DIR "/tests/design/traps.sv"});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(oxa({"check", name}).status, 1);
+    QVERIFY(!QFile::exists("owned") && !QFile::exists(path("owned")));
+}
+
+QTEST_GUILESS_MAIN(TestOxaAdd)
+#include "test_oxa_add.moc"
