@@ -1,5 +1,6 @@
 #include "core_form.h"
 
+#include "design/design_tree.h"
 #include "signal_names.h"
 
 #include <QCheckBox>
@@ -19,12 +20,14 @@ void showNumber(QSpinBox* box, int value)
     box->setValue(value);
 }
 
-/// The clocks of all cores, then what else `core` names.
+/// The clocks of all cores and of the design, then what else `core` names.
 QStringList clockCandidates(const Document& document, const Core& core)
 {
     QStringList names;
     for (const CorePtr& each : document.cores())
         names += each->sampleClock();
+    if (document.design())
+        names += document.design()->design().clocks;
     names += OXA::flattenedNames(core.signalList());
     for (int i = 0; core.standard && i < core.standard->triggers.size(); ++i)
         names += core.standard->triggers.at(i)->singleSignals();

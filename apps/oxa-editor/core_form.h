@@ -41,7 +41,8 @@ public:
     CoreForm(Document& document, QFormLayout* layout);
 
     QLineEdit* addName(const QString& label, const QString& step, const Field<QString>& field);
-    /// The same for the name of a signal, completed from those that the configuration names.
+    /// The same for the name of a signal, completed from those that the configuration names, and
+    /// from the clocks of the design.
     QLineEdit* addSignalName(
         const QString& label, const QString& step, const Field<QString>& field);
     void addNumber(

@@ -39,3 +39,5 @@ void CorePage::enter()
 void CorePage::reveal(int) { }
 
 void CorePage::revealNamedIn(const QString&) { }
+
+void CorePage::insert(const QList<OXA::SignalItem>&) { }

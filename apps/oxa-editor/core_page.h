@@ -29,6 +29,12 @@ public:
     /// Brings the first signal that `text` names to the user's eye.
     virtual void revealNamedIn(const QString& text);
 
+    /// Puts signals into the list that the page shows, when it shows one.
+    virtual void insert(const QList<OXA::SignalItem>& items);
+
+Q_SIGNALS:
+    void designWanted(); ///< the user wants to choose signals of the design
+
 protected:
     void showEvent(QShowEvent* event) override;
 

@@ -32,9 +32,18 @@ void Document::replace(OXA::OxaMode mode, const Cores& cores, const QString& pat
     m_undoStack.clear();
     m_mode = mode;
     m_cores = cores;
+    const bool sameFile = !path.isEmpty() && path == m_path;
     m_path = path;
     Q_EMIT replaced();
     Q_EMIT pathChanged();
+    if (!sameFile)
+        setDesign(nullptr);
+}
+
+void Document::setDesign(const std::shared_ptr<const DesignTree>& design)
+{
+    m_design = design;
+    Q_EMIT designChanged();
 }
 
 void Document::create(OXA::OxaMode mode)

@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QUndoStack>
 
+class DesignTree;
+
 /// The configuration that the window edits: its cores, its file and the steps that led here.
 ///
 /// Every change goes through `set` or `setCores` and can be undone; views look at the cores and
@@ -65,6 +67,10 @@ public:
     /// Takes the file for what was read or written last.
     void acceptFile();
 
+    /// The design that the cores watch, as it was read last; null before.
+    const std::shared_ptr<const DesignTree>& design() const { return m_design; }
+    void setDesign(const std::shared_ptr<const DesignTree>& design);
+
     /// The configuration as bytes of a file; empty, with the reason in `error`, on failure.
     QByteArray bytes(QString& error) const;
 
@@ -72,6 +78,7 @@ Q_SIGNALS:
     void changed(const Location& location); ///< after an edit, its undo and its redo
     void replaced(); ///< by another configuration
     void pathChanged();
+    void designChanged();
 
 private:
     template <typename T>
@@ -93,6 +100,7 @@ private:
     QUndoStack m_undoStack; // after the cores: its steps refer to them
     QString m_path;
     QByteArray m_fileBytes;
+    std::shared_ptr<const DesignTree> m_design;
     int m_run = 1;
 };
 

@@ -4,6 +4,7 @@
 #include "capture_page.h"
 #include "core_list.h"
 #include "cost_panel.h"
+#include "design/design_panel.h"
 #include "expressions_page.h"
 #include "file_watch.h"
 #include "message_bar.h"
@@ -49,6 +50,10 @@ constexpr RulePage kRulePages[] = {
     {"hidden-characters",    Page::Signals    },
     {"wrapper-name",         Page::Signals    },
     {"shared-data",          Page::Signals    },
+    {"not-in-design",        Page::Signals    },
+    {"watched-memory",       Page::Signals    },
+    {"declared-bits",        Page::Signals    },
+    {"other-clock",          Page::Signals    },
     {"no-expression",        Page::Expressions},
     {"too-many-expressions", Page::Expressions},
     {"table-memory",         Page::Expressions},
@@ -96,6 +101,8 @@ MainWindow::MainWindow(QWidget* parent)
     , m_buildDock(new QDockWidget(tr("Build")))
     , m_rehearsal(new RehearsalPanel(m_document))
     , m_rehearsalDock(new QDockWidget(tr("Rehearsal")))
+    , m_design(new DesignPanel(m_document))
+    , m_designDock(new QDockWidget(tr("Design")))
     , m_target(new TargetPanel(m_document))
     , m_targetDock(new QDockWidget(tr("Target")))
     , m_recent(new RecentFiles(this))
@@ -107,6 +114,7 @@ MainWindow::MainWindow(QWidget* parent)
     layOut();
     makeActions();
     connectParts();
+    connectDesign();
     m_document.create(OXA::Standard);
     m_part->setKey(QSettings().value("part/last").toString());
     restoreGeometry(QSettings().value("window/geometry").toByteArray());
@@ -120,6 +128,7 @@ MainWindow::~MainWindow()
     m_document.undoStack().disconnect();
     delete m_buildDock;
     delete m_rehearsalDock;
+    delete m_designDock;
     delete m_targetDock;
     delete takeCentralWidget();
 }
@@ -127,6 +136,9 @@ MainWindow::~MainWindow()
 void MainWindow::layOut()
 {
     m_tabs->setDocumentMode(true);
+    // Signals of the design are dragged to a page that is not shown yet.
+    m_tabs->tabBar()->setAcceptDrops(true);
+    m_tabs->tabBar()->setChangeCurrentOnDrag(true);
     auto* empty = new QLabel(tr("There is no core. Add one to begin."));
     empty->setAlignment(Qt::AlignCenter);
     m_middle->addWidget(m_tabs);
@@ -151,9 +163,10 @@ void MainWindow::layOut()
     resize(character * 170, fontMetrics().height() * 46);
     resizeDocks({m_buildDock}, {fontMetrics().height() * 12}, Qt::Vertical);
     fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
+    fillDock(m_designDock, "designDock", m_design);
     fillDock(m_targetDock, "targetDock", m_target);
-    // Waveforms come when they are asked for, as `showWaveDock` does.
-    for (QDockWidget* dock : {m_rehearsalDock, m_targetDock}) {
+    // These come when they are asked for, as `showLargeDock` does.
+    for (QDockWidget* dock : {m_rehearsalDock, m_designDock, m_targetDock}) {
         dock->setParent(this);
         dock->hide();
     }
@@ -174,9 +187,9 @@ void MainWindow::fillDock(QDockWidget* dock, const char* name, QWidget* panel)
     connect(dock, &QDockWidget::visibilityChanged, panel, &QWidget::setVisible);
 }
 
-/// Brings a waveform to the front, with room for some rows: in the place of the build unless the
-/// user gave it another.
-void MainWindow::showWaveDock(QDockWidget* dock)
+/// Brings a waveform or the design to the front, with room for some rows: in the place of the build
+/// unless the user gave it another.
+void MainWindow::showLargeDock(QDockWidget* dock)
 {
     const bool comes = !dock->isVisible();
     if (dockWidgetArea(dock) == Qt::NoDockWidgetArea && !dock->isFloating()) {
@@ -240,6 +253,9 @@ void MainWindow::makePages()
         m_tabs->addTab(new UnitsPage(m_document), tr("Match units"));
         m_tabs->addTab(new ExpressionsPage(m_document), tr("Expressions"));
     }
+    for (int i = 0; i < m_tabs->count(); ++i)
+        connect(static_cast<CorePage*>(m_tabs->widget(i)), &CorePage::designWanted, this,
+            &MainWindow::showDesign);
     orderTabs();
     m_message->hide();
     m_cores->refresh();
@@ -272,6 +288,7 @@ void MainWindow::showCore()
     for (int i = 0; i < m_tabs->count(); ++i)
         static_cast<CorePage*>(m_tabs->widget(i))->setCore(core);
     m_rehearsal->setCore(core);
+    m_design->setCore(core);
 }
 
 void MainWindow::showPage(Page page)
@@ -312,7 +329,7 @@ void MainWindow::showProblem(const OXA::Problem& problem)
 
 void MainWindow::updateChecks()
 {
-    m_problems->check(m_document.mode(), m_document.cores(), m_part->part());
+    m_problems->check(m_document.mode(), m_document.cores(), m_part->part(), m_document.design());
     m_cost->count(m_document.cores(), m_part->part());
 }
 

@@ -13,6 +13,7 @@ class BuildPanel;
 class CoreList;
 class CorePage;
 class CostPanel;
+class DesignPanel;
 class FileWatch;
 class MessageBar;
 class PartChoice;
@@ -55,6 +56,7 @@ private:
     void makeTargetMenu();
     void makeViewMenu();
     void connectParts();
+    void connectDesign();
 
     void newDocument(OXA::OxaMode mode);
     void chooseFile();
@@ -68,7 +70,9 @@ private:
     void step(void (QUndoStack::*go)());
 
     void fillDock(QDockWidget* dock, const char* name, QWidget* panel);
-    void showWaveDock(QDockWidget* dock);
+    void showLargeDock(QDockWidget* dock);
+    void showDesign();
+    void insert(Page page, const QList<OXA::SignalItem>& items);
     void makePages();
     void orderTabs();
     void showCore();
@@ -97,6 +101,8 @@ private:
     QDockWidget* m_buildDock;
     RehearsalPanel* m_rehearsal;
     QDockWidget* m_rehearsalDock;
+    DesignPanel* m_design;
+    QDockWidget* m_designDock;
     TargetPanel* m_target;
     QDockWidget* m_targetDock;
     RecentFiles* m_recent;

@@ -138,10 +138,11 @@ void MainWindow::makeViewMenu()
     addFocus(tr("Par&t"), "Ctrl+7", m_part);
     const auto addWave = [&](const QString& text, const QString& keys, QDockWidget* dock) {
         menu->addAction(
-            text, this, [this, dock] { showWaveDock(dock); }, QKeySequence(keys));
+            text, this, [this, dock] { showLargeDock(dock); }, QKeySequence(keys));
     };
     addWave(tr("&Rehearsal"), "Ctrl+8", m_rehearsalDock);
     addWave(tr("Tar&get"), "Ctrl+9", m_targetDock);
+    menu->addAction(tr("&Design"), this, &MainWindow::showDesign, QKeySequence("Ctrl+Shift+D"));
     menu->addSeparator();
     menu->addAction(m_buildDock->toggleViewAction());
 }
@@ -284,7 +285,7 @@ void MainWindow::makeTargetMenu()
     QMenu* menu = menuBar()->addMenu(tr("&Target"));
     const auto showTarget = [this] {
         finishEdit();
-        showWaveDock(m_targetDock);
+        showLargeDock(m_targetDock);
     };
     QAction* connectTo = menu->addAction(tr("&Connect"), this, [=] {
         showTarget();

@@ -38,6 +38,7 @@ PortsPage::PortsPage(Document& document, QWidget* parent)
     m_editor->addButton(pick);
     connect(pick, &QAction::triggered, this, &PortsPage::addDataSignals);
     connect(m_editor, &SignalEditor::edited, this, &PortsPage::changePort);
+    connect(m_editor, &SignalEditor::designWanted, this, &CorePage::designWanted);
     connect(m_ports, &QListWidget::currentRowChanged, this, &PortsPage::showPort);
     m_ports->setCurrentRow(0);
 }
@@ -48,6 +49,12 @@ TriggerPort* PortsPage::port() const
 }
 
 void PortsPage::revealNamedIn(const QString& text) { m_editor->selectNamedIn(text); }
+
+void PortsPage::insert(const QList<SignalItem>& items)
+{
+    if (port())
+        m_editor->insert(items, tr("add signals of the design to T%1").arg(port()->index));
+}
 
 void PortsPage::refresh()
 {

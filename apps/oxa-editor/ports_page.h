@@ -15,6 +15,7 @@ public:
 
     void reveal(int item) override;
     void revealNamedIn(const QString& text) override;
+    void insert(const QList<OXA::SignalItem>& items) override;
 
 protected:
     void refresh() override;

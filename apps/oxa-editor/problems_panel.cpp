@@ -1,8 +1,10 @@
 #include "problems_panel.h"
 
+#include "design/design_tree.h"
 #include "least_lines.h"
 
 #include "oxautils/check/check.h"
+#include "oxautils/design/design_rules.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QLabel>
@@ -15,11 +17,13 @@ using namespace OXA;
 
 namespace {
 
-QList<Problem> problemsOf(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part)
+template <typename List>
+QList<Problem> problemsOf(const List& cores, const DEV::ChipInfo& part, const DesignTree* design)
 {
-    const DEV::ChipInfo* chosen = part.partNumber.isEmpty() ? nullptr : &part;
-    return mode == Lite ? checkCores(liteCores(cores), chosen)
-                        : checkCores(standardCores(cores), chosen);
+    QList<Problem> problems = checkCores(cores, part.partNumber.isEmpty() ? nullptr : &part);
+    if (design)
+        addDesignProblems(cores, design->index(), problems);
+    return problems;
 }
 
 }
@@ -51,14 +55,17 @@ ProblemsPanel::ProblemsPanel(QWidget* parent)
 
 ProblemsPanel::~ProblemsPanel() { m_pool.waitForDone(); }
 
-void ProblemsPanel::check(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part)
+void ProblemsPanel::check(OxaMode mode, const Cores& cores, const DEV::ChipInfo& part,
+    const std::shared_ptr<const DesignTree>& design)
 {
     Cores copies;
     for (const CorePtr& core : cores)
         copies += core->clone();
     m_pool.clear();
-    m_pool.start(QRunnable::create([this, mode, copies, part, number = ++m_check] {
-        const QList<Problem> problems = problemsOf(mode, copies, part);
+    m_pool.start(QRunnable::create([this, mode, copies, part, design, number = ++m_check] {
+        const QList<Problem> problems = mode == Lite
+            ? problemsOf(liteCores(copies), part, design.get())
+            : problemsOf(standardCores(copies), part, design.get());
         QMetaObject::invokeMethod(
             this, [this, number, problems] { show(number, problems); }, Qt::QueuedConnection);
     }));

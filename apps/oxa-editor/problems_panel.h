@@ -22,9 +22,11 @@ public:
     explicit ProblemsPanel(QWidget* parent = nullptr);
     ~ProblemsPanel() override;
 
-    /// Checks `cores`, and whether they fit `part` when it is one; shows the result when it is
-    /// there, unless another check was begun by then.
-    void check(OXA::OxaMode mode, const Cores& cores, const DEV::ChipInfo& part);
+    /// Checks `cores`, whether they fit `part` when it is one, and what they name in `design`,
+    /// which may be null; shows the result when it is there, unless another check was begun by
+    /// then.
+    void check(OXA::OxaMode mode, const Cores& cores, const DEV::ChipInfo& part,
+        const std::shared_ptr<const DesignTree>& design);
 
     const QList<OXA::Problem>& problems() const { return m_problems; }
     QListWidget* list() const { return m_list; }

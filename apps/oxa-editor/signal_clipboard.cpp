@@ -9,7 +9,6 @@ using namespace OXA;
 
 namespace {
 
-constexpr char kSignalsType[] = "application/x-oxa-signals";
 constexpr int kDeepest = 2; // a bus and its bits
 
 void write(QDataStream& stream, const QList<SignalItem>& items)

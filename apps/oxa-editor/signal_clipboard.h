@@ -5,6 +5,9 @@
 
 class QMimeData;
 
+/// The type of signals in clipboard data, and in what is dragged.
+constexpr char kSignalsType[] = "application/x-oxa-signals";
+
 /// Signals as clipboard data: whole for this program, as a list of names for others.
 QMimeData* toMimeData(const QList<OXA::SignalItem>& items);
 

@@ -45,6 +45,9 @@ void SignalEditor::makeActions()
 {
     addButton(makeAction(tr("&Add…"), QKeySequence(Qt::Key_Insert),
         tr("Add signals from a list of names"), &SignalEditor::add));
+    addButton(makeAction(tr("From De&sign…"), {},
+        tr("Choose among the signals of the design, or of a waveform"),
+        &SignalEditor::designWanted));
     const auto forSelection = [this](QAction* action) {
         m_needSelection += action;
         return action;
@@ -80,7 +83,8 @@ void SignalEditor::setUpView(bool captures)
     m_view->setTextElideMode(Qt::ElideMiddle);
     m_view->setDragEnabled(true);
     m_view->setAcceptDrops(true);
-    m_view->setDragDropMode(QAbstractItemView::InternalMove);
+    m_view->setDragDropMode(QAbstractItemView::DragDrop);
+    m_view->setDefaultDropAction(Qt::MoveAction);
     m_view->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);
     QHeaderView* header = m_view->header();
     header->setStretchLastSection(false);
@@ -213,10 +217,11 @@ void SignalEditor::insert(const QList<SignalItem>& items, const QString& step)
 {
     if (items.isEmpty())
         return;
-    QModelIndex current = m_view->currentIndex();
-    if (current.parent().isValid())
-        current = current.parent();
-    const int at = current.isValid() ? current.row() + 1 : m_model->rowCount();
+    int at = 0;
+    for (const QModelIndex& row : m_view->selectionModel()->selectedRows())
+        at = qMax(at, (row.parent().isValid() ? row.parent() : row).row() + 1);
+    if (at == 0)
+        at = m_model->rowCount();
     QList<SignalItem> list = m_model->items();
     for (int i = 0; i < items.size(); ++i)
         list.insert(at + i, items.at(i));

@@ -29,7 +29,7 @@ public:
     /// Adds a button for `action` behind the editor's own.
     QToolButton* addButton(QAction* action);
 
-    /// Puts `items` behind the current row, as the step `step`.
+    /// Puts `items` behind the selected rows, or at the end, as the step `step`.
     void insert(const QList<OXA::SignalItem>& items, const QString& step);
 
     /// Selects the first signal or bit that `text` names.
@@ -37,6 +37,7 @@ public:
 
 Q_SIGNALS:
     void edited(const QList<OXA::SignalItem>& items, const QString& step);
+    void designWanted(); ///< the user wants to choose signals of the design
 
 private:
     QAction* makeAction(const QString& text, const QKeySequence& keys, const QString& hint,

@@ -1,6 +1,7 @@
 #include "signal_model.h"
 
 #include "core.h"
+#include "signal_clipboard.h"
 #include "signal_names.h"
 
 #include "oxautils/model/shown_text.h"
@@ -221,7 +222,7 @@ void SignalModel::moveRowsTo(
         Q_EMIT edited(items, step);
 }
 
-QStringList SignalModel::mimeTypes() const { return {kRowsType}; }
+QStringList SignalModel::mimeTypes() const { return {kRowsType, kSignalsType}; }
 
 /// Only rows of one parent move together: those of the first index.
 QMimeData* SignalModel::mimeData(const QModelIndexList& indexes) const
@@ -242,8 +243,13 @@ QMimeData* SignalModel::mimeData(const QModelIndexList& indexes) const
 bool SignalModel::canDropMimeData(
     const QMimeData* data, Qt::DropAction action, int row, int, const QModelIndex& parent) const
 {
-    if (action != Qt::MoveAction || !data->hasFormat(kRowsType))
-        return false;
+    if (data->hasFormat(kRowsType))
+        return action == Qt::MoveAction && canMove(data, row, parent);
+    return action == Qt::CopyAction && data->hasFormat(kSignalsType);
+}
+
+bool SignalModel::canMove(const QMimeData* data, int row, const QModelIndex& parent) const
+{
     const DraggedRows dragged = unpacked(data->data(kRowsType));
     const int parentRow = parent.isValid() ? parent.row() : -1;
     // Bits stay in their bus; "onto" the root is behind its last row.
@@ -256,7 +262,24 @@ bool SignalModel::dropMimeData(
 {
     if (!canDropMimeData(data, action, row, column, parent))
         return false;
+    if (data->hasFormat(kSignalsType)) {
+        // Onto a bus or between its bits is behind it.
+        insertItems(parent.isValid() ? parent.row() + 1 : row, data);
+        return true;
+    }
     const DraggedRows dragged = unpacked(data->data(kRowsType));
     moveRowsTo(parent, dragged.rows, row < 0 ? rowCount(parent) : row, tr("move signals"));
     return true;
+}
+
+/// Inserts the signals in `data` before the row `target`, -1 for the end.
+void SignalModel::insertItems(int target, const QMimeData* data)
+{
+    QStringList errors;
+    const QList<SignalItem> added = fromMimeData(data, errors);
+    QList<SignalItem> items = m_items;
+    for (int i = 0; i < added.size(); ++i)
+        items.insert(target < 0 ? items.size() : target + i, added.at(i));
+    if (!added.isEmpty())
+        Q_EMIT edited(items, tr("add signals"));
 }

@@ -37,7 +37,11 @@ public:
     QVariant data(const QModelIndex& index, int role) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
-    Qt::DropActions supportedDropActions() const override { return Qt::MoveAction; }
+    Qt::DropActions supportedDropActions() const override
+    {
+        return Qt::MoveAction | Qt::CopyAction;
+    }
+    Qt::DropActions supportedDragActions() const override { return Qt::MoveAction; }
     QStringList mimeTypes() const override;
     QMimeData* mimeData(const QModelIndexList& indexes) const override;
     bool canDropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
@@ -50,6 +54,8 @@ Q_SIGNALS:
     void edited(const QList<OXA::SignalItem>& items, const QString& step);
 
 private:
+    bool canMove(const QMimeData* data, int row, const QModelIndex& parent) const;
+    void insertItems(int target, const QMimeData* data);
     void replaceRows(const QList<OXA::SignalItem>& items, int first, int before, int after);
 
     const bool m_captures;

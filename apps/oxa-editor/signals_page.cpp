@@ -17,9 +17,15 @@ SignalsPage::SignalsPage(Document& document, QWidget* parent)
             if (core())
                 this->document().set(location(), core()->signalList(), items, step);
         });
+    connect(m_editor, &SignalEditor::designWanted, this, &CorePage::designWanted);
 }
 
 void SignalsPage::revealNamedIn(const QString& text) { m_editor->selectNamedIn(text); }
+
+void SignalsPage::insert(const QList<OXA::SignalItem>& items)
+{
+    m_editor->insert(items, tr("add signals of the design"));
+}
 
 void SignalsPage::refresh()
 {

@@ -13,6 +13,7 @@ public:
     explicit SignalsPage(Document& document, QWidget* parent = nullptr);
 
     void revealNamedIn(const QString& text) override;
+    void insert(const QList<OXA::SignalItem>& items) override;
 
 protected:
     void refresh() override;

@@ -2,6 +2,7 @@
 
 #include "oxa-editor/core_list.h"
 #include "oxa-editor/cost_panel.h"
+#include "oxa-editor/design/design_tree.h"
 #include "oxa-editor/expression_edit.h"
 #include "oxa-editor/part_choice.h"
 #include "oxa-editor/problems_panel.h"
@@ -9,9 +10,11 @@
 
 #include "oxautils/editor/match_unit_dialog.h"
 
+#include <QAbstractItemModelTester>
 #include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QCompleter>
 #include <QListWidget>
 #include <QMimeData>
 #include <QSpinBox>
@@ -37,6 +40,7 @@ private Q_SLOTS:
     void droppedAndRecentFiles();
     void problemsLeadToTheirPlace();
     void costOnAPart();
+    void signalsOfTheDesign();
     void everythingIsReachedByKeys();
 
 private:
@@ -462,17 +466,98 @@ void expectOneMeaningOfMnemonics(const WindowDriver& driver)
 
 }
 
+namespace {
+
+/// Filters the design's signals by `filter`, and returns their names as "a b [memory]".
+QString filtered(WindowDriver& driver, const QString& filter)
+{
+    driver.enter("Filter:", filter);
+    QStringList names;
+    const auto* view = driver.find<QTreeView>("Signals of the design");
+    for (QModelIndex at = view->model()->index(0, 0); at.isValid(); at = view->indexBelow(at)) {
+        const QString name = at.data().toString() + at.siblingAtColumn(1).data().toString();
+        if (!view->model()->hasChildren(at))
+            names += at.flags() & Qt::ItemIsEnabled ? name : "(" + name + ")";
+    }
+    return names.join(' ');
+}
+
+QString lastSignals(const QList<SignalItem>& items, int count)
+{
+    return flattenedNames(items.mid(items.size() - count)).join(' ');
+}
+
+}
+
+void TestEditorWindow::signalsOfTheDesign()
+{
+    const QString path = m_folder.example("uart.oxa");
+    const QString list = writeFile(m_folder.path("traps.f"),
+        "-D \"GO=8'd1\" -P N=3 " OXA_SOURCE_DIR "/tests/design/traps.sv --top top");
+    WindowDriver driver(path);
+    driver.keys("Ctrl+2");
+    driver.press("From Design…");
+    driver.choosing(list, [&] { driver.press("Add Sources…"); });
+    QVERIFY(bytesOf(path + ".design").contains("--top \"top\""));
+    auto* view = driver.find<QTreeView>("Signals of the design");
+    const QAbstractItemModelTester tester(view->model());
+    driver.press("Read the Design");
+    QTRY_VERIFY_WITH_TIMEOUT(driver.document().design(), kPatience);
+    QVERIFY(textsIn(*driver.find<QListWidget>("Messages about the design")).contains("bind"));
+    const auto* problems = driver.window.findChild<ProblemsPanel*>();
+    QTRY_VERIFY_WITH_TIMEOUT(
+        textsIn(*problems->list()).contains("is not in the design"), kPatience);
+
+    QCOMPARE(filtered(driver, "m/?ev"), QString("rev[0:3]"));
+    QCOMPARE(filtered(driver, "M.W"), QString("(words16 × [7:0])")); // no memory can be watched
+    QVERIFY(filtered(driver, "").contains("state[1:0]"));
+    QCOMPARE(filtered(driver, "z"), QString("sized[2:0] z"));
+    const QList<SignalItem> before = driver.core().signalList;
+    view->setCurrentIndex(view->indexBelow(view->model()->index(0, 0)));
+    QTest::keyClick(view, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(view, Qt::Key_Return);
+    QCOMPARE(driver.page(), QString("Signals"));
+    QCOMPARE(lastSignals(driver.core().signalList, 2),
+        QString("top/sized[2] top/sized[1] top/sized[0] top/z"));
+    const std::unique_ptr<QMimeData> dragged(
+        view->model()->mimeData(view->selectionModel()->selectedRows()));
+    QAbstractItemModel* data = driver.find<QTreeView>("Signals")->model();
+    QVERIFY(data->dropMimeData(dragged.get(), Qt::CopyAction, 0, 0, {}));
+    QCOMPARE(driver.core().signalList.first().subItems.size(), 3);
+    driver.keys("Ctrl+Z");
+    driver.keys("Ctrl+Z");
+    QCOMPARE(flattenedNames(driver.core().signalList), flattenedNames(before));
+    QTest::keyClick(view, Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(lastSignals(driver.core().getTrigger(0)->signalList, 1), QString("top/z"));
+
+    QCOMPARE(filtered(driver, "top/clk2"), QString("clk2"));
+    view->setCurrentIndex(view->indexBelow(view->model()->index(0, 0)));
+    driver.press("Use as Sample Clock");
+    auto* clock = driver.find<QLineEdit>("Sample clock:");
+    QCOMPARE(clock->text(), QString("top/clk2"));
+    clock->completer()->setCompletionPrefix("p/clk");
+    QCOMPARE(clock->completer()->completionCount(), 2);
+
+    QString error;
+    QVERIFY2(driver.document().save(m_folder.path("other.oxa"), error), qPrintable(error));
+    WindowDriver other(m_folder.path("other.oxa"));
+    other.keys("Ctrl+Shift+D"); // begins to read
+    QVERIFY(textsIn(*other.find<QListWidget>("Sources of the design:")).endsWith("traps.sv"));
+    QTRY_VERIFY_WITH_TIMEOUT(other.document().design(), kPatience);
+}
+
 void TestEditorWindow::everythingIsReachedByKeys()
 {
     for (const char* file : {"uart.oxa", "uart_lite.oxa"}) {
         WindowDriver driver(m_folder.example(file));
         auto* tabs = driver.window.findChild<QTabWidget*>();
-        for (const char* dock : {"Ctrl+0", "Ctrl+9", "Ctrl+8"}) { // each in front of those before
+        for (const char* dock :
+            {"Ctrl+0", "Ctrl+9", "Ctrl+8", "Ctrl+Shift+D"}) { // each in front of those before
             driver.keys(dock);
             for (int page = 0; page < tabs->count(); ++page) {
                 tabs->setCurrentIndex(page);
                 expectOneMeaningOfMnemonics(driver);
-                if (QByteArray(dock) == "Ctrl+0")
+                if (QByteArray(dock) == "Ctrl+0" || QByteArray(dock) == "Ctrl+Shift+D")
                     expectTabOrder(driver);
             }
         }

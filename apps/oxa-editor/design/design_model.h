@@ -1,0 +1,64 @@
+#ifndef APPS_OXA_EDITOR_DESIGN_DESIGN_MODEL_H
+#define APPS_OXA_EDITOR_DESIGN_DESIGN_MODEL_H
+
+#include "design_tree.h"
+
+#include <QAbstractItemModel>
+
+#include <memory>
+
+/// The signals of a design by hierarchy, as far as a filter finds them.
+///
+/// Signals can be selected and dragged, scopes cannot; what cannot be watched is disabled.
+class DesignModel : public QAbstractItemModel {
+    Q_OBJECT
+
+public:
+    enum Column { NameColumn, RangeColumn, KindColumn, ClockColumn, Columns };
+
+    explicit DesignModel(QObject* parent = nullptr);
+
+    /// Shows `tree`, which may be null, without a filter.
+    void setTree(const std::shared_ptr<const DesignTree>& tree);
+
+    /// Shows the signals that `filter` means, all of them when it is empty. False when these are
+    /// the same as before, and the rows stay.
+    bool setFilter(const QString& filter);
+
+    int foundCount() const { return m_found.size(); }
+
+    /// The signal of `index`; null for a scope.
+    const OXA::DesignSignal* signalAt(const QModelIndex& index) const;
+
+    /// The signals of `indexes`, in the order of the design.
+    QList<OXA::SignalItem> items(const QModelIndexList& indexes) const;
+
+    /// A number that names the row of `index` as long as the tree is shown, and its row, if any.
+    int nodeAt(const QModelIndex& index) const { return int(index.internalId()); }
+    QModelIndex indexOf(int node) const;
+
+    QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
+    QModelIndex parent(const QModelIndex& index) const override;
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::DropActions supportedDragActions() const override { return Qt::CopyAction; }
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& indexes) const override;
+
+private:
+    void showFound();
+    const DesignTree::Node& node(int number) const { return m_tree->nodes()[size_t(number)]; }
+    QString text(const OXA::DesignSignal& signal, int column) const;
+
+    std::shared_ptr<const DesignTree> m_tree;
+    QString m_filter;
+    QVector<int> m_found; // signals
+    // By node:
+    std::vector<QVector<int>> m_children; // those shown
+    std::vector<int> m_rows; // the row in its parent; -1 when it is not shown
+};
+
+#endif
