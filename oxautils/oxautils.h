@@ -14,6 +14,7 @@
 #include "oxautils/config/standard_config.h"
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/design/attach.h"
 #include "oxautils/design/design.h"
 #include "oxautils/design/design_index.h"
 #include "oxautils/design/design_sources.h"

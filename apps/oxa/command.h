@@ -24,6 +24,7 @@ CLI::App* addCommand(
 
 // Each adds its command to `app`; when that command is the one called, it sets `status`.
 void addAdd(CLI::App& app, Io& io, int& status);
+void addAttach(CLI::App& app, Io& io, int& status);
 void addCapture(CLI::App& app, Io& io, int& status);
 void addCheck(CLI::App& app, Io& io, int& status);
 void addDevices(CLI::App& app, Io& io, int& status);

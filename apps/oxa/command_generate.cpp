@@ -1,9 +1,9 @@
+#include "build_report.h"
 #include "command.h"
 #include "installed.h"
 #include "interrupt.h"
 #include "log.h"
 #include "part.h"
-#include "problems.h"
 #include "progress_line.h"
 #include "request.h"
 #include "work_dir.h"
@@ -13,12 +13,8 @@
 #include "oxautils/generate/build_run.h"
 #include "oxautils/generate/inputs.h"
 
-#include <QDir>
 #include <QElapsedTimer>
-#include <QJsonArray>
 #include <QJsonObject>
-
-#include <algorithm>
 
 namespace {
 
@@ -70,17 +66,6 @@ struct Options {
     bool json = false;
 };
 
-/// Models of what the device has and a simulator has not; empty when they are not installed.
-QStringList simulationModels()
-{
-    QStringList files;
-    const QDir directory(installed("share/oxautils/sim"));
-    const QStringList names = directory.entryList({"*.v"}, QDir::Files, QDir::Name);
-    for (const QString& name : names)
-        files += directory.filePath(name);
-    return files;
-}
-
 /// The request that the options make; what is wrong with it is said on `err`.
 bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 {
@@ -95,28 +80,9 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
         = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;
     arg.workDir = options.workDir;
     arg.customTop = options.noTop ? "none" : "";
-    if (options.simulation && simulationModels().isEmpty()) {
-        err << "error: no models for a simulator in " << installed("share/oxautils/sim")
-            << "; install them, or leave --simulation out\n";
+    if (options.simulation && !hasSimulationModels(err))
         return false;
-    }
     return hasInstalledCores(arg, err);
-}
-
-void printFileList(const OXA::BuildResult& built, bool json, TextOut& out)
-{
-    if (json) {
-        const QJsonObject object {
-            {"files",        QJsonArray::fromStringList(built.files)       },
-            {"includePaths", QJsonArray::fromStringList(built.includePaths)}
-        };
-        out.json(object);
-        return;
-    }
-    for (const QString& file : built.files)
-        out.listed(file);
-    for (const QString& path : built.includePaths)
-        out.listed("+incdir+" + path);
 }
 
 void printNetlist(const Options& options, const OXA::OxaArg& arg,
@@ -146,38 +112,6 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg,
         out << "  " << QString::number(it.value()).rightJustified(6) << "  " << it.key() << '\n';
 }
 
-/// `path` in a list for tools: neither an option ("-k"), nor a directive ("+define"), nor a comment
-/// ("//k").
-QString listedPath(QString path)
-{
-    while (path.startsWith("//"))
-        path.remove(0, 1);
-    const QChar first = path.isEmpty() ? QChar('/') : path.at(0);
-    return first.isLetterOrNumber() || QString("/._").contains(first) ? path : "./" + path;
-}
-
-/// Whether tools that take the list read one of these paths as something else.
-bool isMisread(const QStringList& paths, const QString& special)
-{
-    return std::any_of(paths.begin(), paths.end(), [&special](const QString& path) {
-        return std::any_of(path.begin(), path.end(),
-            [&special](QChar c) { return c.isSpace() || special.contains(c); });
-    });
-}
-
-int statusOf(OXA::BuildEnd end)
-{
-    if (end == OXA::BuildEnd::Done)
-        return kDone;
-    return end == OXA::BuildEnd::Refused || end == OXA::BuildEnd::NoCores ? kUnusable : kJobFailed;
-}
-
-void sayErrors(const QStringList& messages, TextOut& err)
-{
-    for (const QString& message : messages)
-        err.error(message);
-}
-
 int generate(const Options& options, OXA::BuildRun& build, Io& io)
 {
     OXA::BuildResult built = build.run();
@@ -186,12 +120,7 @@ int generate(const Options& options, OXA::BuildRun& build, Io& io)
         return statusOf(built.end);
     if (options.simulation)
         built.files = simulationModels() + built.files; // Verilator's waivers come first
-    std::transform(built.files.begin(), built.files.end(), built.files.begin(), listedPath);
-    printFileList(built, options.json, io.out);
-    if (!options.json && (isMisread(built.files, "$\"") || isMisread(built.includePaths, "$\"+")))
-        io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
-                  " blank, a $, a quote or, of a directory, a +; name another work directory, or"
-                  " take the paths from --json\n";
+    printSources(built.files, built.includePaths, {}, options.json, io);
     return kDone;
 }
 
@@ -227,17 +156,8 @@ int run(const Options& options, Io& io)
     OXA::BuildRun build(arg, !options.noSynthesis);
     build.loggedErrors = loggedErrors;
     build.templates = options.templates;
-    const OXA::BuildResult checked = build.check();
-    if (checked.end == OXA::BuildEnd::NoCores) {
-        io.err << "error: " << options.file << " holds no core, so there is nothing to generate\n";
-        return kUnusable;
-    }
-    const OtherProblems others = options.strict ? OtherProblems::Stop : OtherProblems::Warnings;
-    if (!passesCheck(options.file, checked.problems, others, io.err))
-        return kJobFailed;
-    sayErrors(checked.messages, io.err);
-    if (checked.end != OXA::BuildEnd::Done)
-        return statusOf(checked.end);
+    if (const int status = checkBuild(build, options.file, options.strict, io.err); status != kDone)
+        return status;
     return options.noSynthesis ? generate(options, build, io) : synthesize(options, arg, build, io);
 }
 

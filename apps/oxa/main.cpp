@@ -85,6 +85,7 @@ static int run(int argc, char** argv)
     addCheck(app, io, status);
     addEstimate(app, io, status);
     addGenerate(app, io, status);
+    addAttach(app, io, status);
     addSimulate(app, io, status);
     addTarget(app, io, status);
     addCapture(app, io, status);

@@ -24,6 +24,7 @@ struct OXAUTILS_EXPORT DesignSignal {
     int offset = 0; ///< the least index of its range
     bool ascending = false; ///< declared as [low:high]: the first bit has the least index
     Direction direction = Inside;
+    int port = 0; ///< of the top: its number in the port list, from 1
     int memoryWords = 0; ///< of a memory, which cannot be watched; 0 for a net
     int clock = -1; ///< of a register: where in the design's clocks; -1 for what is none
     bool fallingEdge = false; ///< the register takes values at the clock's falling edge

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 
 namespace OXA {
 
@@ -19,11 +20,6 @@ constexpr char kLog[] = "log.txt";
 constexpr char kKept[] = "kept.txt";
 constexpr char kFromVhdl[] = "vhdl.v";
 constexpr int kVhdlSeconds = 600;
-
-constexpr char kHead[] = R"(proc stage {percent text} {
-    yosys log "@stage $percent $text"
-}
-)";
 
 bool fail(QString* error, const QString& text)
 {
@@ -37,11 +33,6 @@ bool endsIn(const QString& path, std::initializer_list<const char*> endings)
     return std::any_of(endings.begin(), endings.end(), [&](const char* ending) {
         return path.endsWith(QLatin1String(ending), Qt::CaseInsensitive);
     });
-}
-
-QString fileWord(const QString& path)
-{
-    return OXA_ENGINE::withoutWildcards(QFileInfo(path).absoluteFilePath());
 }
 
 /// Yosys writes a file's name between quotes into the text that it parses.
@@ -74,7 +65,6 @@ bool canBeRead(const QStringList& files, QString* error)
 DesignScript::DesignScript(const DesignHooks& hooks)
     : m_hooks(hooks)
     , m_directory(QDir::tempPath() + "/oxa-design-XXXXXX")
-    , m_commands(kHead)
 {
 }
 
@@ -85,17 +75,22 @@ bool DesignScript::isValid(QString* error) const
             QString("no directory can be made for Yosys: %1").arg(m_directory.errorString()));
 }
 
+QString DesignScript::fileWord(const QString& path)
+{
+    return OXA_ENGINE::withoutWildcards(QFileInfo(path).absoluteFilePath());
+}
+
 void DesignScript::add(const char* command, const QStringList& words)
 {
-    m_commands += QByteArray("yosys ") + command + OXA_ENGINE::tclWords(words) + '\n';
+    m_commands += QStringList(command) + words;
 }
 
 void DesignScript::addStage(int percent, const char* text)
 {
-    m_commands += "stage " + QByteArray::number(percent) + " \"" + text + "\"\n";
+    add("log", {QString("@stage %1 %2").arg(QString::number(percent), text)});
 }
 
-bool DesignScript::addReading(const DesignSources& sources, QString* error)
+bool DesignScript::addSources(const DesignSources& sources, QString* error)
 {
     if (sources.files.isEmpty())
         return fail(error, "the design has no sources");
@@ -129,7 +124,6 @@ bool DesignScript::addReading(const DesignSources& sources, QString* error)
             words += fileWord(file);
         add("read_verilog", words);
     }
-    addHierarchy(sources);
     return true;
 }
 
@@ -144,14 +138,13 @@ void DesignScript::addHierarchy(const DesignSources& sources)
     add("proc");
 }
 
-void DesignScript::addFlattening()
+void DesignScript::addUnkeeping()
 {
-    addStage(50, "flattening the design");
-    add("tee",
-        {"-q", "-o", path(kKept), "select", "-list", "A:keep_hierarchy", "a:keep_hierarchy"});
+    if (m_directory.isValid())
+        add("tee",
+            {"-q", "-o", path(kKept), "select", "-list", "A:keep_hierarchy", "a:keep_hierarchy"});
     add("setattr", {"-mod", "-unset", "keep_hierarchy", "*"});
     add("setattr", {"-unset", "keep_hierarchy", "*"});
-    add("flatten");
 }
 
 // The language of today's VHDL, and names as they are written.
@@ -181,8 +174,11 @@ bool DesignScript::translate(const QStringList& vhdl, const QString& top, QStrin
 
 bool DesignScript::run(QString* error)
 {
+    QByteArray commands;
+    for (const QStringList& command : m_commands)
+        commands += "yosys" + OXA_ENGINE::tclWords(command) + '\n';
     QFile file(path(kCommands));
-    if (!file.open(QIODevice::WriteOnly) || file.write(m_commands) != m_commands.size()
+    if (!file.open(QIODevice::WriteOnly) || file.write(commands) != commands.size()
         || !file.flush())
         return fail(error,
             QString("%1: cannot be written: %2")
@@ -208,12 +204,37 @@ bool DesignScript::run(QString* error)
     return fail(error, errors.join('\n'));
 }
 
+// Words end at blanks, and quotes do not keep a path together in all versions.
+bool DesignScript::plainText(QByteArray& text, QString* error) const
+{
+    static const QRegularExpression special(R"([^\w./:,+=@%*$\[\]\\-])");
+    for (const QStringList& command : m_commands) {
+        if (command.first() == "log" || command.first() == "tee")
+            continue;
+        for (const QString& word : command) {
+            if (special.match(word).hasMatch())
+                return fail(error,
+                    QString("\"%1\" cannot stand in a script of Yosys: only letters, digits and "
+                            "./:,+=@%_- can")
+                        .arg(shownText(word)));
+        }
+        text += command.join(' ').toUtf8() + '\n';
+    }
+    return true;
+}
+
 QStringList DesignScript::keptModules() const
 {
     QFile file(path(kKept));
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    return QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    QStringList lines;
+    if (file.open(QIODevice::ReadOnly)) {
+        for (const QString& name :
+            QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
+            lines += QString("%1 asks to be kept apart (keep_hierarchy), but is flattened, so that "
+                             "its signals can be reached")
+                         .arg(shownText(name));
+    }
+    return lines;
 }
 
 }

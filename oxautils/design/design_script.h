@@ -21,10 +21,18 @@ public:
 
     /// Commands that read `sources`, elaborate the top and turn its processes into cells. VHDL is
     /// translated at once, into a file of the run. False with the reason in `error`.
-    bool addReading(const DesignSources& sources, QString* error);
+    bool addReading(const DesignSources& sources, QString* error)
+    {
+        if (!addSources(sources, error))
+            return false;
+        addHierarchy(sources);
+        return true;
+    }
+    bool addSources(const DesignSources& sources, QString* error); ///< only reads them
+    void addHierarchy(const DesignSources& sources); ///< elaborates what was read
 
-    /// Commands that flatten the top, modules that ask to be kept as well.
-    void addFlattening();
+    /// Commands after which flattening spares no module.
+    void addUnkeeping();
 
     /// "COMMAND WORD...", each word standing for itself.
     void add(const char* command, const QStringList& words = {});
@@ -36,16 +44,22 @@ public:
     /// The engine's warnings of the last run, lines to show.
     const QStringList& warnings() const { return m_warnings; }
 
-    /// The modules that asked to be kept apart.
+    /// Adds the commands to `text` as a script that is not Tcl. False for words that such a script
+    /// cannot hold, with the reason in `error`.
+    bool plainText(QByteArray& text, QString* error) const;
+
+    /// Lines to show: what asked to be kept apart.
     QStringList keptModules() const;
 
+    /// `path` as a word that names one file.
+    static QString fileWord(const QString& path);
+
 private:
-    void addHierarchy(const DesignSources& sources);
     bool translate(const QStringList& vhdl, const QString& top, QString* error);
 
     const DesignHooks m_hooks;
     QTemporaryDir m_directory;
-    QByteArray m_commands;
+    QVector<QStringList> m_commands; // each with its words
     QStringList m_warnings;
 };
 

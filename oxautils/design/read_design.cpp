@@ -34,11 +34,9 @@ bool readDesign(
     if (!script.isValid(error) || !script.addReading(sources, error))
         return false;
     script.addStage(70, "writing the signals");
-    // Named wires, memories, registers, and the modules in modules.
-    script.add("select",
-        {"w:*", "w:$*", "%d", "m:*", "%u", "t:*dff*", "%u", "t:*DFF*", "%u", "t:*", "t:$*", "%d",
-            "%u", "t:$paramod*", "%u"});
-    script.add("write_rtlil", {"-selected", script.path(kNetlist)});
+    // What is left: nets, memories, registers, and the modules in modules.
+    script.add("delete", {"t:$*", "t:*dff*", "%d", "t:*DFF*", "%d", "t:$paramod*", "%d"});
+    script.add("write_rtlil", {script.path(kNetlist)});
     if (!script.run(error))
         return false;
     RtlilDesign modules;

@@ -141,7 +141,7 @@ private:
             else if (word == "upto")
                 signal.ascending = true;
             else
-                takeDirection(word, signal);
+                takeDirection(word, line, signal);
         }
         if (signal.width < 1 || signal.width > kMostBits)
             return;
@@ -152,7 +152,7 @@ private:
             addItem(word, signal, wire.first);
     }
 
-    static void takeDirection(const QByteArray& word, DesignSignal& signal)
+    static void takeDirection(const QByteArray& word, Line& line, DesignSignal& signal)
     {
         if (word == "input")
             signal.direction = DesignSignal::Input;
@@ -160,6 +160,8 @@ private:
             signal.direction = DesignSignal::Output;
         else if (word == "inout")
             signal.direction = DesignSignal::Inout;
+        if (signal.direction != DesignSignal::Inside && signal.port == 0)
+            signal.port = line.word().toInt();
     }
 
     void takeMemory(Line& line)

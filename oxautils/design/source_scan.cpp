@@ -1,8 +1,10 @@
 #include "oxautils/design/source_scan.h"
 
+#include "oxautils/check/verilog_names.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 namespace OXA {
 
@@ -57,7 +59,7 @@ void SourceScan::scan(const QString& file, const QByteArray& text)
             while (at < text.size() && !isSpace(text.at(at)))
                 ++at;
             const QByteArray name = text.mid(begin + 1, at - begin - 1);
-            if (name.contains('.'))
+            if (name.contains('.') || name.contains('['))
                 m_escaped.insert(QString::fromUtf8(name));
         } else if (isWordCharacter(text.at(at))) {
             while (at < text.size() && isWordCharacter(text.at(at)))
@@ -75,15 +77,32 @@ void SourceScan::scan(const QString& file, const QByteArray& text)
 QStringList SourceScan::components(const QString& text) const
 {
     QStringList components;
-    int begin = 0;
-    while (true) {
-        const int dot = text.indexOf('.', begin);
-        if (dot < 0 || m_escaped.contains(text.mid(begin)))
-            break;
-        components += text.mid(begin, dot - begin);
-        begin = dot + 1;
+    for (int begin = 0; begin <= text.size();) {
+        int end = text.indexOf('.', begin);
+        for (int last = text.size(); last > end && end >= 0 && !m_escaped.isEmpty();
+             last = text.lastIndexOf('.', last - 1 - text.size())) {
+            if (m_escaped.contains(text.mid(begin, last - begin)))
+                end = last;
+        }
+        if (end < 0)
+            end = text.size();
+        components += text.mid(begin, end - begin);
+        begin = end + 1;
     }
-    return components += text.mid(begin);
+    return components;
+}
+
+QString SourceScan::reference(const QString& text) const
+{
+    static const QRegularExpression simple(R"(^([A-Za-z_][A-Za-z0-9_$]*)(\[\d+\])*$)");
+    QStringList words;
+    for (const QString& component : components(text)) {
+        const QRegularExpressionMatch match = simple.match(component);
+        const bool plain = match.hasMatch() && !m_escaped.contains(component)
+            && nameComplaint(match.captured(1)).isEmpty();
+        words += plain ? component : '\\' + component + ' ';
+    }
+    return words.join('.');
 }
 
 }

@@ -18,13 +18,16 @@ public:
     /// two, and the escaped name \a.b of a source is one.
     QStringList components(const QString& text) const;
 
+    /// The path of components in Verilog: "lane[0].u.\\a.b ".
+    QString reference(const QString& text) const;
+
     /// A line to show for each `bind`, which Yosys reads and ignores.
     QStringList warnings() const { return m_warnings; }
 
 private:
     void scan(const QString& file, const QByteArray& text);
 
-    QSet<QString> m_escaped; // names that hold a '.'
+    QSet<QString> m_escaped; // names that hold a '.' or a '['
     QStringList m_warnings;
 };
 

@@ -1,0 +1,104 @@
+#include "build_report.h"
+
+#include "installed.h"
+#include "problems.h"
+
+#include <QJsonArray>
+
+#include <algorithm>
+
+namespace {
+
+/// `path` in a list for tools: neither an option ("-k"), nor a directive ("+define"), nor a comment
+/// ("//k").
+QString listedPath(QString path)
+{
+    while (path.startsWith("//"))
+        path.remove(0, 1);
+    const QChar first = path.isEmpty() ? QChar('/') : path.at(0);
+    return first.isLetterOrNumber() || QString("/._").contains(first) ? path : "./" + path;
+}
+
+/// Whether tools that take the list read one of these paths as something else.
+bool isMisread(const QStringList& paths, const QString& special)
+{
+    return std::any_of(paths.begin(), paths.end(), [&special](const QString& path) {
+        return std::any_of(path.begin(), path.end(),
+            [&special](QChar c) { return c.isSpace() || special.contains(c); });
+    });
+}
+
+}
+
+int statusOf(OXA::BuildEnd end)
+{
+    if (end == OXA::BuildEnd::Done)
+        return kDone;
+    return end == OXA::BuildEnd::Refused || end == OXA::BuildEnd::NoCores ? kUnusable : kJobFailed;
+}
+
+void sayErrors(const QStringList& messages, TextOut& err)
+{
+    for (const QString& message : messages)
+        err.error(message);
+}
+
+int checkBuild(const OXA::BuildRun& build, const QString& file, bool strict, TextOut& err)
+{
+    const OXA::BuildResult checked = build.check();
+    if (checked.end == OXA::BuildEnd::NoCores) {
+        err << "error: " << file << " holds no core, so there is nothing to generate\n";
+        return kUnusable;
+    }
+    const OtherProblems others = strict ? OtherProblems::Stop : OtherProblems::Warnings;
+    if (!passesCheck(file, checked.problems, others, err))
+        return kJobFailed;
+    sayErrors(checked.messages, err);
+    return statusOf(checked.end);
+}
+
+QStringList simulationModels()
+{
+    QStringList files;
+    const QDir directory(installed("share/oxautils/sim"));
+    const QStringList names = directory.entryList({"*.v"}, QDir::Files, QDir::Name);
+    for (const QString& name : names)
+        files += directory.filePath(name);
+    return files;
+}
+
+bool hasSimulationModels(TextOut& err)
+{
+    if (!simulationModels().isEmpty())
+        return true;
+    err << "error: no models for a simulator in " << installed("share/oxautils/sim")
+        << "; install them, or leave --simulation out\n";
+    return false;
+}
+
+void printSources(const QStringList& files, const QStringList& includePaths,
+    const QStringList& defines, bool json, Io& io)
+{
+    QStringList listed = files;
+    std::transform(listed.begin(), listed.end(), listed.begin(), listedPath);
+    if (json) {
+        QJsonObject object {
+            {"files",        QJsonArray::fromStringList(listed)      },
+            {"includePaths", QJsonArray::fromStringList(includePaths)}
+        };
+        if (!defines.isEmpty())
+            object["defines"] = QJsonArray::fromStringList(defines);
+        io.out.json(object);
+        return;
+    }
+    for (const QString& file : listed)
+        io.out.listed(file);
+    for (const QString& path : includePaths)
+        io.out.listed("+incdir+" + path);
+    for (const QString& define : defines)
+        io.out.listed("+define+" + define);
+    if (isMisread(listed, "$\"") || isMisread(includePaths, "$\"+"))
+        io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
+                  " blank, a $, a quote or, of a directory, a +; name another work directory, or"
+                  " take the paths from --json\n";
+}

@@ -1,0 +1,247 @@
+#include "build_report.h"
+#include "command.h"
+#include "design_options.h"
+#include "installed.h"
+#include "interrupt.h"
+#include "log.h"
+#include "progress_line.h"
+#include "request.h"
+#include "work_dir.h"
+
+#include "oxautils/config/parse_once.h"
+#include "oxautils/design/attach.h"
+#include "oxautils/generate/inputs.h"
+
+#include <QJsonArray>
+#include <QTemporaryDir>
+
+namespace {
+
+constexpr char kSummary[] = "Wire an analyzer into a design, by the names of its signals";
+
+constexpr char kHelp[]
+    = R"(The sources stay as they are. A wrapper with the ports of the top and the four JTAG
+pads (tms_pad_i, tck_pad_i, tdi_pad_i, tdo_pad_o) holds the design and the
+analyzer; the work directory holds all that is written, and is emptied first.
+
+--as yosys         a script, W/attach.ys, for a flow with Yosys: it stands behind
+                   reading the design and before synthesis. The wrapper has the
+                   top's name, so constraints keep working:
+                     yosys -p 'read_verilog top.v; script W/attach.ys; synth_ice40'
+--as verilog       one Verilog file of design and analyzer (-o OUT), memories and
+                   their contents included, for any tool. --simulation OUT is
+                   the same with a 0 for every register without initial value:
+                   for simulation alone, since to synthesis a 0 is a promise
+--as hierarchical  a wrapper, TOP_with_analyzer, that refers to nets by path, and
+                   a command file of it all for Icarus and Verilator; with
+                   --models also what a simulator needs for pads and JTAG
+
+--prove lets Yosys show that every output and register of the design is the same
+with and without the analyzer, by induction. --prove WRAPPER looks at a file that
+is there already: a wrapper, or what --as verilog wrote; nothing is written then.
+Exit status 1 says that something may differ, and what.
+
+The design is that of --design or -f, or the one remembered beside FILE.)";
+
+struct Options {
+    QString file;
+    RequestOptions request;
+    DesignOptions design;
+    QString workDir;
+    QString form = "yosys";
+    QString output;
+    QString simulation;
+    QString wrapper; // to prove
+    bool prove = false;
+    bool models = false;
+    bool force = false;
+    bool json = false;
+};
+
+OXA::AttachForm formOf(const QString& name)
+{
+    if (name == "verilog")
+        return OXA::AttachForm::Verilog;
+    return name == "hierarchical" ? OXA::AttachForm::Hierarchical : OXA::AttachForm::Yosys;
+}
+
+QString defaultOutput(const Options& options)
+{
+    return options.output.isEmpty() ? options.workDir + "/attached.v" : options.output;
+}
+
+bool mayWriteAll(
+    const Options& options, const OXA::OxaArg& arg, const OXA::DesignSources& sources, TextOut& err)
+{
+    OXA_FILES::Inputs inputs
+        = OXA::inputsOf(arg, installed("share/oxautils"), {options.request.part.deviceDb});
+    inputs.paths += sources.files;
+    inputs.paths += OXA::designListOf(options.file);
+    return mayEmpty(arg.workDir, options.force, inputs, err)
+        && mayWrite(options.output, inputs, err) && mayWrite(options.simulation, inputs, err);
+}
+
+/// Generates the analyzer into the work directory of `arg`; the exit status.
+int generate(const Options& options, const OXA::OxaArg& arg, OXA::BuildResult& built, TextOut& err)
+{
+    OXA::BuildRun build(arg, false);
+    build.loggedErrors = loggedErrors;
+    if (const int status = checkBuild(build, options.file, false, err); status != kDone)
+        return status;
+    built = build.run();
+    sayErrors(built.messages, err);
+    return statusOf(built.end);
+}
+
+QStringList namesOf(const OXA::Configuration& configuration)
+{
+    return configuration.mode == OXA::Lite ? OXA::watchedNames(configuration.liteCores)
+                                           : OXA::watchedNames(configuration.cores);
+}
+
+int sayProof(const OXA::Attachment::Proof& proof, Io& io)
+{
+    const QString seconds = QString::number(proof.seconds, 'f', 1);
+    if (proof.proven) {
+        io.err << "proven in " << seconds
+               << " s: the design does the same with and without the analyzer\n";
+        return kDone;
+    }
+    io.err << "error: not proven in " << seconds << " s; what may differ:\n";
+    for (const QString& name : proof.open.mid(0, 20))
+        io.err << "    " << name << '\n';
+    if (proof.open.size() > 20)
+        io.err << "    and " << proof.open.size() - 20 << " more\n";
+    return kJobFailed;
+}
+
+void print(const Options& options, const OXA::AttachRequest& request, const OXA::BuildResult& built,
+    Io& io)
+{
+    const QString wrapper = options.workDir + '/' + OXA::ATTACH_WRAPPER_FILE_NAME;
+    if (formOf(options.form) == OXA::AttachForm::Hierarchical) {
+        const QStringList models = options.models ? simulationModels() : QStringList();
+        printSources(models + request.sources.files + built.files + QStringList(wrapper),
+            request.sources.includeDirs + built.includePaths, request.sources.defines, options.json,
+            io);
+        return;
+    }
+    const QString result = formOf(options.form) == OXA::AttachForm::Yosys
+        ? options.workDir + '/' + OXA::ATTACH_SCRIPT_FILE_NAME
+        : defaultOutput(options);
+    if (options.json)
+        io.out.json({
+            {"files", QJsonArray {result}}
+        });
+    else
+        io.out.listed(result);
+}
+
+int attach(const Options& options, const OXA::AttachRequest& request, const OXA::BuildResult& built,
+    Io& io)
+{
+    const Interrupt interrupt([] {});
+    ProgressLine progress(io.err);
+    OXA::DesignHooks hooks;
+    hooks.stopAsked = [&interrupt] { return interrupt.happened(); };
+    hooks.progress
+        = [&progress](const QString& stage, int percent) { progress.show(stage, percent); };
+    OXA::Attachment attachment(request, hooks);
+    const OXA::AttachForm form = formOf(options.form);
+    OXA::Attachment::Proof proof;
+    QString error;
+    bool ok = attachment.read(&error);
+    if (ok && options.wrapper.isEmpty())
+        ok = attachment.write(form, &error);
+    if (ok && options.wrapper.isEmpty() && form == OXA::AttachForm::Verilog)
+        ok = attachment.writeVerilog(defaultOutput(options), options.simulation, &error);
+    if (ok && options.prove) {
+        const QString written = form == OXA::AttachForm::Verilog ? defaultOutput(options) : "";
+        ok = attachment.prove(options.wrapper.isEmpty() ? written : options.wrapper, proof, &error);
+    }
+    progress.clear();
+    for (const QString& warning : attachment.warnings())
+        io.err << "warning: " << warning << '\n';
+    if (!ok) {
+        io.err.error(interrupt.happened() ? "interrupted" : error);
+        return kJobFailed;
+    }
+    if (options.wrapper.isEmpty())
+        print(options, request, built, io);
+    return options.prove ? sayProof(proof, io) : int(kDone);
+}
+
+int run(Options options, Io& io)
+{
+    const OXA::ParseOnce once;
+    QTemporaryDir temporary;
+    if (!options.wrapper.isEmpty())
+        options.workDir = temporary.path(); // the analyzer's sources are needed all the same
+    else if (options.workDir.isEmpty()) {
+        io.err << "error: --work-dir is required; `oxa attach --help` explains the call\n";
+        return kUnusable;
+    }
+    OXA::AttachRequest request;
+    if (!findSources(options.design, options.file, request.sources, io.err))
+        return kUnusable;
+    if (request.sources.isEmpty()) {
+        io.err << "error: no design is named: --design or -f does that\n";
+        return kUnusable;
+    }
+    OXA::Configuration configuration;
+    OXA::OxaArg arg;
+    if (!readConfiguration(options.file, configuration, io.err)
+        || !fillRequest(options.request, options.file, arg, io.err))
+        return kUnusable;
+    arg.workDir = options.workDir;
+    if (!mayWriteAll(options, arg, request.sources, io.err) || !hasInstalledCores(arg, io.err)
+        || (options.models && !hasSimulationModels(io.err)))
+        return kUnusable;
+    OXA::BuildResult built;
+    if (const int status = generate(options, arg, built, io.err); status != kDone)
+        return status;
+    request.names = namesOf(configuration);
+    request.analyzerFiles = built.files;
+    request.includePaths = built.includePaths;
+    for (const char* cell : {"IBUF", "OBUF", "QX_JTAG"})
+        request.primitives += installed(QString("share/oxautils/cells/%1.v").arg(cell));
+    request.workDir = options.workDir;
+    return attach(options, request, built, io);
+}
+
+}
+
+void addAttach(CLI::App& app, Io& io, int& status)
+{
+    CLI::App* command = addCommand(app, "attach", kSummary, kHelp);
+    auto options = std::make_shared<Options>();
+    addText(*command, "FILE", options->file, "The configuration")->required();
+    addPartOptions(*command, options->request.part)->required();
+    addDesignOptions(*command, options->design);
+    addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
+        ->type_name("DIR");
+    addIpDir(*command, options->request);
+    addText(*command, "--as", options->form, "yosys (default), verilog or hierarchical")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"yosys", "verilog", "hierarchical"}));
+    addText(*command, "-o,--output", options->output,
+        "Design and analyzer in one file (default: attached.v in the work directory)")
+        ->type_name("OUT");
+    addText(*command, "--simulation", options->simulation,
+        "The same for simulation, without an X at the start")
+        ->type_name("OUT");
+    command->add_flag("--models", options->models,
+        "List models of the pads and the JTAG port, too, for a simulator");
+    CLI::Option* prove = command->add_option_function<std::vector<std::string>>(
+        "--prove",
+        [options](const std::vector<std::string>& texts) {
+            options->prove = true;
+            if (!texts.empty())
+                options->wrapper = QString::fromLocal8Bit(texts.front().c_str());
+        },
+        "Prove that the design does the same; with a WRAPPER, of that file");
+    prove->type_name("[WRAPPER]")->expected(0, 1);
+    command->add_flag("--force", options->force, "Empty the work directory whatever is in it");
+    command->add_flag("--json", options->json, "For programs: one JSON object");
+    command->callback([&io, &status, options] { status = run(*options, io); });
+}

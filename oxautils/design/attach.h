@@ -1,0 +1,103 @@
+#ifndef OXAUTILS_DESIGN_ATTACH_H
+#define OXAUTILS_DESIGN_ATTACH_H
+
+#include "oxautils/design/design_index.h"
+#include "oxautils/design/read_design.h"
+#include "oxautils/model/ao_core.h"
+#include "oxautils/model/ao_core_lite.h"
+
+namespace OXA {
+
+class DesignScript;
+
+/// What an attached design is for.
+enum class AttachForm {
+    Yosys, ///< a script that adds the analyzer to a design that Yosys has read
+    Verilog, ///< design and analyzer in one file, for any tool
+    Hierarchical, ///< a wrapper that refers to the design's nets by path
+};
+
+/// The analyzer and the design that it is attached to.
+struct OXAUTILS_EXPORT AttachRequest {
+    DesignSources sources;
+    QStringList names; ///< of the signals that are ports of `qx_oxa`: `watchedNames`
+    QStringList analyzerFiles; ///< its Verilog, as `BuildRun` lists it
+    QStringList includePaths; ///< of these
+    QStringList primitives; ///< Verilog of the cells that it uses: only their ports count
+    QString workDir; ///< takes what is written; it has to be there
+};
+
+/// Names of the files in the work directory.
+constexpr char ATTACH_WRAPPER_FILE_NAME[] = "attach.v";
+constexpr char ATTACH_SCRIPT_FILE_NAME[] = "attach.ys";
+
+/// The signals that analyzers of `cores` watch, bit by bit, each once.
+OXAUTILS_EXPORT QStringList watchedNames(const QList<AoCore*>& cores);
+OXAUTILS_EXPORT QStringList watchedNames(const QList<AOCore_Lite*>& cores);
+
+/// Attaches an analyzer to a design without a change to its sources: a wrapper with the top's ports
+/// and the four JTAG pads holds both.
+///
+///     Attachment attachment(request, hooks);
+///     if (attachment.read(&error) && attachment.write(AttachForm::Yosys, &error)) ...
+///
+/// Whatever is false leaves lines to show in `error`. All but `write` and `wrapper` run Yosys.
+class OXAUTILS_EXPORT Attachment {
+public:
+    explicit Attachment(const AttachRequest& request, const DesignHooks& hooks = DesignHooks());
+
+    /// Reads the design, and looks each name up in it.
+    bool read(QString* error);
+
+    const Design& design() const { return m_design; }
+
+    /// The name of the wrapper's module: the top's, so that constraints keep working; of the
+    /// hierarchical form, beside which the top is compiled, "TOP_with_analyzer".
+    QString wrapperName(AttachForm form) const;
+
+    /// Writes the wrapper of `form` and, for Yosys, the script.
+    bool write(AttachForm form, QString* error) const;
+
+    /// Writes design and analyzer as one flattened module to `output`. `simulation` (may be empty)
+    /// gets the same with zeroes for what has no initial value, so that no X of the start stays.
+    /// Needs `write` with the form Verilog.
+    bool writeVerilog(const QString& output, const QString& simulation, QString* error);
+
+    /// What a proof found.
+    struct Proof {
+        bool proven = false;
+        QStringList open; ///< outputs and registers that may differ, when it was not
+        double seconds = 0;
+    };
+
+    /// Whether every output of the design and every register is the same with and without the
+    /// analyzer, for the same inputs: sequential equivalence by induction, and equal initial
+    /// values. `wrapper` is a file with the wrapper's module, or with design and analyzer as
+    /// `writeVerilog` writes them; empty for the one in the work directory. False when Yosys
+    /// failed.
+    bool prove(const QString& wrapper, Proof& proof, QString* error);
+
+    /// Lines to show: what Yosys left out, and modules that were flattened against their wish.
+    QStringList warnings() const { return m_warnings; }
+
+private:
+    struct Watched {
+        QString name;
+        DesignBit bit;
+    };
+
+    QByteArray wrapper(AttachForm form) const;
+    QString pathTo(const QString& file) const { return m_request.workDir + '/' + file; }
+    void addDesign(DesignScript& script) const;
+    void addWrapper(DesignScript& script, const QString& file) const;
+
+    const AttachRequest m_request;
+    const DesignHooks m_hooks;
+    Design m_design;
+    QVector<Watched> m_watched;
+    QStringList m_warnings;
+};
+
+}
+
+#endif
