@@ -198,7 +198,7 @@ void TestCaptureFaults::anotherClientOnTheChain()
         }
     });
     QStringList errors;
-    for (int run = 0; run < 3; ++run) {
+    for (int run = 0; run < 5; ++run) {
         errors += oxa(captureCall(m_live.address())).err;
         if (bytesOf(path("live.csv")) != m_expected)
             errors += "other samples";
