@@ -44,7 +44,7 @@ private:
 
 class Elaboration {
 public:
-    Elaboration(RtlilDesign& modules, const SourceScan& escapes, Design& design)
+    Elaboration(const RtlilDesign& modules, const SourceScan& escapes, Design& design)
         : m_modules(modules)
         , m_escapes(escapes)
         , m_design(design)
@@ -53,12 +53,10 @@ public:
 
     bool run()
     {
-        const auto top = m_modules.modules.find(m_modules.top);
-        if (top == m_modules.modules.end())
+        const auto top = m_modules.modules.constFind(m_modules.top);
+        if (top == m_modules.modules.constEnd())
             return false;
         m_design.top = QString::fromUtf8(m_modules.top.mid(1));
-        for (RtlilModule& module : m_modules.modules)
-            resolve(module);
         add(*top, m_design.top, QString());
         findClocks();
         sortItems();
@@ -71,23 +69,6 @@ private:
         bool fallingEdge;
     };
 
-    // Wires without a declaration get the width of what they are connected to.
-    void resolve(RtlilModule& module)
-    {
-        for (auto& [left, right] : module.connections) {
-            const int width = int(std::max(left.bits.size(), right.bits.size()));
-            left.bits = module.resolved(left, width);
-            right.bits = module.resolved(right, width);
-        }
-        for (RtlilModule::Instance& instance : module.instances) {
-            const auto used = m_modules.modules.constFind(instance.module);
-            if (used == m_modules.modules.constEnd())
-                continue;
-            for (auto& [port, bits] : instance.connections)
-                bits.bits = module.resolved(bits, used->wires.value(port).width);
-        }
-    }
-
     // One instance of a module; returns its first bit.
     int add(const RtlilModule& module, const QString& path, const QString& flatPrefix)
     {
@@ -95,7 +76,7 @@ private:
         for (const RtlilModule::Item& item : module.items)
             addItem(item, first, path, flatPrefix);
         for (const auto& [left, right] : module.connections)
-            connect(left.bits, first, right.bits, first);
+            connect(left, first, right, first);
         for (const RtlilModule::Register& cell : module.registers)
             m_registers.push_back({cell.output + first, cell.clock + first, cell.fallingEdge});
         ++m_depth;
@@ -131,13 +112,13 @@ private:
             flatPrefix + instance.name + '.');
         for (const auto& [port, bits] : instance.connections) {
             const RtlilModule::Wire wire = used->wires.value(port);
-            std::vector<int> portBits(static_cast<size_t>(wire.width));
+            RtlilBits portBits(static_cast<size_t>(wire.width));
             std::iota(portBits.begin(), portBits.end(), wire.first);
-            connect(portBits, inside, bits.bits, first);
+            connect(portBits, inside, bits, first);
         }
     }
 
-    void connect(const std::vector<int>& a, int firstA, const std::vector<int>& b, int firstB)
+    void connect(const RtlilBits& a, int firstA, const RtlilBits& b, int firstB)
     {
         for (size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
             if (a[i] >= 0 && b[i] >= 0)
@@ -225,7 +206,7 @@ private:
         m_design.items.last().flatName += "_1";
     }
 
-    RtlilDesign& m_modules;
+    const RtlilDesign& m_modules;
     const SourceScan& m_escapes;
     Design& m_design;
     BitSets m_sets;
@@ -239,7 +220,7 @@ private:
 
 }
 
-bool elaborate(RtlilDesign& modules, const SourceScan& escapes, Design& design)
+bool elaborate(const RtlilDesign& modules, const SourceScan& escapes, Design& design)
 {
     return Elaboration(modules, escapes, design).run();
 }

@@ -8,7 +8,7 @@ namespace OXA {
 
 /// Adds the signals of all instances below the top of `modules` to `design`, with the clocks of
 /// registers. `escapes` tell a scope from a dot in a name. False when there are too many of them.
-bool elaborate(RtlilDesign& modules, const SourceScan& escapes, Design& design);
+bool elaborate(const RtlilDesign& modules, const SourceScan& escapes, Design& design);
 
 }
 

@@ -3,14 +3,12 @@
 #include <QFile>
 
 #include <algorithm>
-#include <numeric>
 
 namespace OXA {
 
 namespace {
 
 constexpr int kMostBits = 1 << 28; // of a module: more is no design but a mistake
-constexpr int kUnknown = -2; // a wire without a declaration among others
 
 /// One line, word by word.
 class Line {
@@ -217,7 +215,7 @@ private:
     {
         m_inCell = true;
         m_type = line.word();
-        m_clock = RtlilBits();
+        m_clock.clear();
         m_outputs.clear();
         m_falling = false;
         const QByteArray name = line.word();
@@ -244,7 +242,7 @@ private:
         else if (m_isRegister && (port == "\\CLK" || port == "\\C"))
             m_clock = bitsOf(line);
         else if (m_isRegister && port == "\\Q")
-            m_outputs = bitsOf(line).bits;
+            m_outputs = bitsOf(line);
     }
 
     void takeEnd()
@@ -254,71 +252,48 @@ private:
             return;
         }
         m_inCell = false;
-        const std::vector<int> clock = m_module->resolved(m_clock, 1);
-        if (!m_isRegister || clock.empty() || clock.front() < 0)
+        if (!m_isRegister || m_clock.empty() || m_clock.front() < 0)
             return;
         for (const int bit : m_outputs) {
             if (bit >= 0)
-                m_module->registers.push_back({bit, clock.front(), m_falling});
+                m_module->registers.push_back({bit, m_clock.front(), m_falling});
         }
     }
 
     /// The bits that come next on the line.
     RtlilBits bitsOf(Line& line)
     {
-        RtlilBits result;
-        if (line.peek() != '{') {
-            result.bits = chunk(line, line.word(), result.whole);
-            return result;
-        }
+        if (line.peek() != '{')
+            return chunk(line, line.word());
         line.word();
-        std::vector<std::vector<int>> chunks; // most significant first
-        for (QByteArray word = line.word(); !word.isEmpty() && word != "}"; word = line.word()) {
-            QByteArray whole;
-            chunks.push_back(chunk(line, word, whole));
-            if (!whole.isEmpty())
-                chunks.back() = {kUnknown};
-        }
+        std::vector<RtlilBits> chunks; // most significant first
+        for (QByteArray word = line.word(); !word.isEmpty() && word != "}"; word = line.word())
+            chunks.push_back(chunk(line, word));
+        RtlilBits bits;
         for (auto it = chunks.rbegin(); it != chunks.rend(); ++it)
-            result.bits.insert(result.bits.end(), it->begin(), it->end());
-        if (std::count(result.bits.begin(), result.bits.end(), kUnknown) > 0)
-            result.bits.clear(); // which bits are which is not known
-        return result;
-    }
-
-    /// The bits of one name, with the range behind it, or of a constant. `whole` gets the name of a
-    /// wire without a declaration and without a range.
-    std::vector<int> chunk(Line& line, const QByteArray& name, QByteArray& whole)
-    {
-        if (!isName(name)) {
-            const int width = name.left(name.indexOf('\'')).toInt();
-            return std::vector<int>(size_t(std::clamp(width, 0, kMostBits)), RtlilBits::kConstant);
-        }
-        if (line.peek() == '[')
-            return range(line.word(), name);
-        const auto wire = m_module->wires.constFind(name);
-        if (wire == m_module->wires.constEnd()) {
-            whole = name;
-            return {};
-        }
-        std::vector<int> bits(size_t(wire->width));
-        std::iota(bits.begin(), bits.end(), wire->first);
+            bits.insert(bits.end(), it->begin(), it->end());
         return bits;
     }
 
-    std::vector<int> range(const QByteArray& text, const QByteArray& name)
+    /// The bits of one name, with the range behind it, or of a constant.
+    RtlilBits chunk(Line& line, const QByteArray& name)
     {
-        const QByteArray inside = text.mid(1, text.size() - 2);
-        const int colon = inside.indexOf(':');
-        const int high = inside.left(colon < 0 ? inside.size() : colon).toInt();
-        const int low = colon < 0 ? high : inside.mid(colon + 1).toInt();
-        const auto wire = m_module->wires.constFind(name);
-        const bool declared = wire != m_module->wires.constEnd();
-        if (low < 0 || high < low || high >= (declared ? wire->width : kMostBits))
-            return {};
-        std::vector<int> bits;
+        if (!isName(name)) {
+            const int width = name.left(name.indexOf('\'')).toInt();
+            return RtlilBits(size_t(std::clamp(width, 0, kMostBits)), kRtlilConstant);
+        }
+        const RtlilModule::Wire wire = m_module->wires.value(name);
+        int low = 0;
+        int high = wire.width - 1;
+        if (line.peek() == '[') {
+            const QByteArray inside = line.word().mid(1).chopped(1);
+            const int colon = inside.indexOf(':');
+            high = std::min(high, inside.left(colon < 0 ? inside.size() : colon).toInt());
+            low = colon < 0 ? high : std::max(inside.mid(colon + 1).toInt(), 0);
+        }
+        RtlilBits bits;
         for (int i = low; i <= high; ++i)
-            bits.push_back(declared ? wire->first + i : m_module->hiddenBit(name, i));
+            bits.push_back(wire.first + i);
         return bits;
     }
 
@@ -332,29 +307,9 @@ private:
     bool m_isInstance = false;
     bool m_falling = false;
     RtlilBits m_clock;
-    std::vector<int> m_outputs;
+    RtlilBits m_outputs;
 };
 
-}
-
-int RtlilModule::hiddenBit(const QByteArray& name, int index)
-{
-    const auto key = qMakePair(name, index);
-    const auto found = m_hidden.constFind(key);
-    return found != m_hidden.constEnd() ? *found : *m_hidden.insert(key, bitCount++);
-}
-
-std::vector<int> RtlilModule::hiddenBits(const QByteArray& name, int width)
-{
-    std::vector<int> bits;
-    for (int i = 0; i < width; ++i)
-        bits.push_back(hiddenBit(name, i));
-    return bits;
-}
-
-std::vector<int> RtlilModule::resolved(const RtlilBits& bits, int width)
-{
-    return bits.whole.isEmpty() ? bits.bits : hiddenBits(bits.whole, width);
 }
 
 bool readRtlil(const QString& path, RtlilDesign& design)

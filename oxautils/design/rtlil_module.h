@@ -9,15 +9,10 @@
 
 namespace OXA {
 
-/// Bits of a module by their numbers, the least significant first; kConstant for what is no net.
-struct RtlilBits {
-    static constexpr int kConstant = -1;
-
-    std::vector<int> bits;
-    /// A wire without a declaration of which these are all; `bits` is empty then, and the other
-    /// side of the connection tells their number.
-    QByteArray whole;
-};
+/// Bits of a module by their numbers, the least significant first; kRtlilConstant for what is no
+/// net.
+using RtlilBits = std::vector<int>;
+constexpr int kRtlilConstant = -1;
 
 /// A module as Yosys writes it: its named nets, its registers, the modules that it uses, and what
 /// connects them.
@@ -48,16 +43,6 @@ struct RtlilModule {
     std::vector<Instance> instances;
     std::vector<std::pair<RtlilBits, RtlilBits>> connections;
     int bitCount = 0;
-
-    /// All bits of the undeclared wire `name`, which is `width` wide.
-    std::vector<int> hiddenBits(const QByteArray& name, int width);
-    int hiddenBit(const QByteArray& name, int index);
-
-    /// The bits of `bits`, of which there are `width` when only the other side tells.
-    std::vector<int> resolved(const RtlilBits& bits, int width);
-
-private:
-    QHash<QPair<QByteArray, int>, int> m_hidden;
 };
 
 /// The modules of a design by name, and which of them is the top.
