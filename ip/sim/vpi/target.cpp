@@ -22,6 +22,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <map>
@@ -35,6 +36,9 @@ namespace oxa_target {
 namespace {
 
 constexpr int kParentCheck = 1000; // ms between looks whether it is still there
+
+// vvp only notes a signal that ends it, and looks when simulation time passes.
+volatile std::sig_atomic_t endedBySignal = 0;
 
 enum Argument { Tck, Tms, Tdi, Tdo, Values, Clocks, ArgumentCount };
 
@@ -154,6 +158,8 @@ bool Target::start()
         vpi_printf("oxa_target: remote_bitbang at port %d\n", m_jtag.port());
         vpi_flush();
     }
+    for (const int number : {SIGINT, SIGTERM})
+        std::signal(number, [](int) { endedBySignal = 1; });
     drive(false, true, false);
     sleep();
     return true;
@@ -182,10 +188,12 @@ void Target::wake()
         put(Tck, true);
         return sleep();
     }
-    while (!play() && !m_bitbang.step() && !obeyControl()) {
+    while (!endedBySignal && !play() && !m_bitbang.step() && !obeyControl()) {
         if (!wait())
             return stop({});
     }
+    if (endedBySignal)
+        return stop({});
     sleep();
 }
 
