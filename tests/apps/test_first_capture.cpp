@@ -49,8 +49,8 @@ int freePort()
 
 }
 
-// What docs/first-capture.md says, command by command, and the README, which shows the same
-// example.
+// What docs/first-capture.md says, command by command, the README, which shows the same example,
+// and docs/co-simulation.md.
 class TestFirstCapture : public QObject {
     Q_OBJECT
 
@@ -59,6 +59,7 @@ private Q_SLOTS:
 
 private:
     void run(Service& service, const Step& step);
+    void run(const QList<Step>& steps);
     QString here(QString text) const;
     QString there(QString text) const;
 
@@ -72,6 +73,7 @@ private:
 QString TestFirstCapture::here(QString command) const
 {
     command.replace("/usr/local", OXA_BINARY_DIR);
+    command.replace("tcp:9823", "tcp:" + m_jtag);
     command.replace("/tmp/uart", m_directory.filePath("uart"));
     command.replace("oxa target", "oxa target --port " + m_jtag);
     command.replace("openocd -f",
@@ -109,15 +111,9 @@ void TestFirstCapture::run(Service& service, const Step& step)
     QVERIFY2(stays || match.capturedEnd() == said.size(), qPrintable(said));
 }
 
-void TestFirstCapture::thePages()
+void TestFirstCapture::run(const QList<Step>& steps)
 {
-    QVERIFY(QFile::link(OXA_SOURCE_DIR "/examples", m_directory.filePath("examples")));
-    QList<Step> steps
-        = stepsOf(QString::fromUtf8(bytesOf(OXA_SOURCE_DIR "/docs/first-capture.md")));
-    QVERIFY(steps.size() >= 5);
-    steps += stepsOf(QString::fromUtf8(bytesOf(OXA_SOURCE_DIR "/README.md")));
-    QVERIFY(steps.last().command.startsWith("oxa simulate"));
-    std::vector<std::unique_ptr<Service>> services;
+    std::vector<std::unique_ptr<Service>> services; // which end with the page
     for (const Step& step : steps) {
         services.push_back(std::make_unique<Service>());
         run(*services.back(), step);
@@ -125,6 +121,23 @@ void TestFirstCapture::thePages()
             return;
     }
     QVERIFY(bytesOf(m_directory.filePath("captured.vcd")).contains("$enddefinitions $end"));
+    QVERIFY(QFile::remove(m_directory.filePath("captured.vcd")));
+}
+
+void TestFirstCapture::thePages()
+{
+    QVERIFY(QFile::link(OXA_SOURCE_DIR "/examples", m_directory.filePath("examples")));
+    const auto page = [](const char* name) {
+        return stepsOf(QString::fromUtf8(bytesOf(OXA_SOURCE_DIR + QString(name))));
+    };
+    const QList<Step> steps = page("/docs/first-capture.md");
+    QVERIFY(steps.size() >= 5);
+    const QList<Step> more = page("/README.md");
+    QVERIFY(more.last().command.startsWith("oxa simulate"));
+    run(steps + more);
+    const QList<Step> together = page("/docs/co-simulation.md");
+    QVERIFY(together.last().command.startsWith("oxa capture"));
+    run(together);
 }
 
 QTEST_GUILESS_MAIN(TestFirstCapture)
