@@ -121,8 +121,8 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
     QVERIFY(next.scanIr(BitString(kIrEr1, 5)));
     scan(next, 8, 0x3c);
     QCOMPARE(scan(next, 8, 0), quint64(0x3c));
-    vvp.kill();
-    finished(vvp);
+    vvp.terminate();
+    QVERIFY(finished(vvp));
     BitString in;
     QVERIFY(!next.scanDr(BitString(0, 64), &in));
     QVERIFY2(next.error().startsWith("JTAG: "), qPrintable(next.error()));
