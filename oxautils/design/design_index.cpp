@@ -170,7 +170,7 @@ QStringList DesignIndex::nearest(const QString& name, int count) const
     return names;
 }
 
-QString DesignIndex::whyMissing(const QString& name) const
+QString DesignIndex::whyMissing(const QString& name, bool withNearest) const
 {
     const QString where = m_design.isWaveform ? "the waveform" : "the design";
     QString base = name;
@@ -195,7 +195,7 @@ QString DesignIndex::whyMissing(const QString& name) const
                   .arg(vector.rangeText(), shownText(vector.path))
             : QString("names a bit, but %1 has one bit only").arg(shownText(vector.path));
     }
-    const QStringList names = nearest(base);
+    const QStringList names = withNearest ? nearest(base) : QStringList();
     return names.isEmpty()
         ? QString("is not in %1").arg(where)
         : QString("is not in %1; the nearest names are %2").arg(where, shownText(names.join(", ")));

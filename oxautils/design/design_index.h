@@ -39,8 +39,9 @@ public:
     /// At most `count` paths that look most like `name`, the nearest first.
     QStringList nearest(const QString& name, int count = 3) const;
 
-    /// "is not in the design; the nearest names are ..." for a name that `signal` does not find.
-    QString whyMissing(const QString& name) const;
+    /// "is not in the design; the nearest names are ..." for a name that `signal` does not find. To
+    /// search for these names takes time with the size of the design.
+    QString whyMissing(const QString& name, bool withNearest = true) const;
 
 private:
     QVector<int> named(const QString& key) const;

@@ -14,6 +14,8 @@ namespace OXA {
 
 namespace {
 
+constexpr int kMostSearched = 20; // missing names for which the nearest are searched
+
 enum RuleNumber : int { NotInDesign, WatchedMemory, DeclaredBits, IdleClock, OtherClock };
 
 // In the order of RuleNumber.
@@ -61,10 +63,12 @@ QString withoutIndex(const QString& name)
 /// Checks one core.
 class DesignCheck {
 public:
-    DesignCheck(const DesignIndex& index, const AnyCore& core, QList<Problem>& problems)
+    DesignCheck(
+        const DesignIndex& index, const AnyCore& core, int& searched, QList<Problem>& problems)
         : m_index(index)
         , m_design(index.design())
         , m_core(core)
+        , m_searched(searched)
         , m_problems(problems)
     {
     }
@@ -88,6 +92,7 @@ private:
     const DesignIndex& m_index;
     const Design& m_design;
     const AnyCore& m_core;
+    int& m_searched; ///< missing names of all cores
     QList<Problem>& m_problems;
     int m_clock = -1; ///< where in the design's clocks; -1 when it is none
     QSet<QString> m_missing; ///< each signal is told of once a core
@@ -165,15 +170,16 @@ DesignBit DesignCheck::checkBit(const QString& name, const Place& place)
 
 void DesignCheck::addMissing(const QString& name, const Place& place)
 {
+    const QString key = withoutIndex(name);
+    if (m_missing.contains(key))
+        return;
+    m_missing += key;
     const int whole = m_index.signal(name);
     const QString why = whole >= 0
         ? QString("is a bus of %1 bits, %2, but stands for one bit")
               .arg(QString::number(signalOf(whole).width), signalOf(whole).rangeText())
-        : m_index.whyMissing(name);
-    const QString key = withoutIndex(name) + '\n' + why;
-    if (!m_missing.contains(key))
-        add(NotInDesign, place, QString("\"%1\" %2").arg(shownText(name), why));
-    m_missing += key;
+        : m_index.whyMissing(name, m_searched++ < kMostSearched);
+    add(NotInDesign, place, QString("\"%1\" %2").arg(shownText(name), why));
 }
 
 /// Compares the bits of a bus with the range that its name has, or else with the declared one.
@@ -223,9 +229,10 @@ void DesignCheck::checkRegister(int number, const Place& place)
 template <typename Core>
 void addProblems(const QList<Core*>& cores, const DesignIndex& index, QList<Problem>& problems)
 {
+    int searched = 0;
     for (int position = 0; position < cores.size(); ++position) {
         const AnyCore core(*cores.at(position), position);
-        DesignCheck(index, core, problems).run();
+        DesignCheck(index, core, searched, problems).run();
     }
 }
 
