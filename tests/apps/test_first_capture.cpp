@@ -60,6 +60,7 @@ private Q_SLOTS:
 private:
     void run(Service& service, const Step& step);
     void run(const QList<Step>& steps);
+    void leaves(const QString& name, const QByteArray& content);
     QString here(QString text) const;
     QString there(QString text) const;
 
@@ -120,8 +121,12 @@ void TestFirstCapture::run(const QList<Step>& steps)
         if (QTest::currentTestFailed())
             return;
     }
-    QVERIFY(bytesOf(m_directory.filePath("captured.vcd")).contains("$enddefinitions $end"));
-    QVERIFY(QFile::remove(m_directory.filePath("captured.vcd")));
+}
+
+void TestFirstCapture::leaves(const QString& name, const QByteArray& content)
+{
+    QVERIFY(bytesOf(m_directory.filePath(name)).contains(content));
+    QVERIFY(QFile::remove(m_directory.filePath(name)));
 }
 
 void TestFirstCapture::thePages()
@@ -135,9 +140,13 @@ void TestFirstCapture::thePages()
     const QList<Step> more = page("/README.md");
     QVERIFY(more.last().command.startsWith("oxa simulate"));
     run(steps + more);
+    leaves("captured.vcd", "$enddefinitions $end");
+    run(page("/docs/tutorial.md"));
+    leaves("captured.csv", "\n0,0,32,1,");
     const QList<Step> together = page("/docs/co-simulation.md");
     QVERIFY(together.last().command.startsWith("oxa capture"));
     run(together);
+    leaves("captured.vcd", "$enddefinitions $end");
 }
 
 QTEST_GUILESS_MAIN(TestFirstCapture)
