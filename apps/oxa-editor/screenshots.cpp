@@ -6,6 +6,7 @@
 
 #include "build_panel.h"
 #include "core_list.h"
+#include "design/design_panel.h"
 #include "expressions_page.h"
 #include "main_window.h"
 #include "target/target_panel.h"
@@ -14,13 +15,17 @@
 #include "wave/wave_view.h"
 
 #include "oxautils/config/standard_config.h"
+#include "oxautils/design/design_sources.h"
 #include "oxautils/editor/match_unit_dialog.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QDockWidget>
 #include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSettings>
@@ -133,6 +138,30 @@ void showSomething(MainWindow& window)
     window.findChild<BuildPanel*>()->setWorkDir("/home/ada/uart/uart_oxa");
 }
 
+/// The signals of the design that `configuration` belongs to, of which a copy is opened.
+void takeDesign(const QString& configuration, const QString& path)
+{
+    const QTemporaryDir directory;
+    for (const char* name : {"uart.oxa", "uart_tx.v"})
+        QFile::copy(QFileInfo(configuration).dir().filePath(name), directory.filePath(name));
+    const QString copy = directory.filePath("uart.oxa");
+    OXA::DesignSources sources;
+    sources.files += directory.filePath("uart_tx.v");
+    MainWindow window;
+    window.resize(1180, 880);
+    window.show();
+    if (!OXA::rememberDesign(copy, sources, nullptr) || !window.open(copy))
+        return;
+    window.findChild<QTabWidget*>()->setCurrentIndex(1);
+    press(window, "Ctrl+Shift+D");
+    for (int i = 0; i < 50 && !window.document().design(); ++i)
+        settle();
+    auto* view = window.findChild<DesignPanel*>()->findChild<QTreeView*>();
+    view->setCurrentIndex(view->indexBelow(view->model()->index(0, 0)));
+    view->setFocus();
+    take(window, path);
+}
+
 void takeDialog(OXA::MatchUnit& unit, bool fixed, const char* radix, const QString& path)
 {
     OXA::MatchUnitDialog dialog(&unit, fixed);
@@ -206,6 +235,7 @@ int main(int argc, char** argv)
     takePages(window, arguments.at(4));
     takeRehearsal(window, arguments.at(2), arguments.at(4) + "/editor-rehearsal.png");
     window.document().undoStack().setClean();
+    takeDesign(arguments.at(1), arguments.at(4) + "/editor-design.png");
     takeDialogs(arguments.at(1), arguments.at(4));
     return 0;
 }

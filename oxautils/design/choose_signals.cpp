@@ -188,6 +188,8 @@ ChosenSignals Chooser::finish()
 
 }
 
+SignalItem wholeSignal(const DesignSignal& signal) { return itemOf(signal, signal.width - 1, 0); }
+
 ChosenSignals chooseSignals(
     const DesignIndex& index, const QStringList& words, const QString& clock)
 {

@@ -45,10 +45,11 @@ void DesignJob::start(const std::function<bool(OXA::Design&, QString*)>& read)
     auto result = std::make_shared<Result>();
     m_thread.reset(QThread::create([=] {
         OXA::Design design;
-        if (read(design, &result->error))
-            result->tree = std::make_shared<DesignTree>(design);
-        else if (m_stop)
+        const bool ok = read(design, &result->error);
+        if (m_stop)
             result->error = tr("Cancelled.");
+        else if (ok)
+            result->tree = std::make_shared<DesignTree>(design);
     }));
     connect(m_thread.get(), &QThread::finished, this, [=] {
         m_thread->wait();

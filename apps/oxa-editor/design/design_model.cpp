@@ -2,6 +2,7 @@
 
 #include "oxa-editor/signal_clipboard.h"
 
+#include "oxautils/design/choose_signals.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QMimeData>
@@ -101,7 +102,7 @@ QList<SignalItem> DesignModel::items(const QModelIndexList& indexes) const
     std::sort(chosen.begin(), chosen.end());
     QList<SignalItem> items;
     for (const int signal : qAsConst(chosen))
-        items += itemOf(m_tree->design().items.at(signal));
+        items += wholeSignal(m_tree->design().items.at(signal));
     return items;
 }
 

@@ -3,6 +3,8 @@
 
 #include "design_tree.h"
 
+#include "oxautils/model/signal_item.h"
+
 #include <QAbstractItemModel>
 
 #include <memory>

@@ -209,13 +209,12 @@ void DesignPanel::readWaveform()
 
 void DesignPanel::take(const DesignJob::Tree& tree, const QString& error)
 {
-    const bool wanted = std::exchange(m_wanted, false);
+    if (std::exchange(m_wanted, false)) {
+        if (tree)
+            m_document.setDesign(tree);
+        showMessages(tree ? tree->design().warnings : error.split('\n'));
+    }
     showRunning();
-    if (!wanted)
-        return;
-    if (tree)
-        m_document.setDesign(tree);
-    showMessages(tree ? tree->design().warnings : error.split('\n'));
 }
 
 /// What was read or is being read belongs to a configuration that is gone.

@@ -80,15 +80,3 @@ bool canBeWatched(const DesignSignal& signal)
 {
     return !signal.isMemory() && cleanName(signal.path) == signal.path;
 }
-
-SignalItem itemOf(const DesignSignal& signal)
-{
-    SignalItem item;
-    item.name = signal.width == 1 ? signal.bitName(0) : signal.path;
-    for (int position = signal.width - 1; position >= 0 && signal.width > 1; --position) {
-        SignalItem bit;
-        bit.name = signal.bitName(position);
-        item.subItems += bit;
-    }
-    return item;
-}

@@ -2,7 +2,6 @@
 #define APPS_OXA_EDITOR_DESIGN_DESIGN_TREE_H
 
 #include "oxautils/design/design_index.h"
-#include "oxautils/model/signal_item.h"
 
 #include <QVector>
 
@@ -52,8 +51,5 @@ private:
 /// Whether a configuration can name the signal: a memory cannot be watched, and some characters
 /// cannot stand in its file.
 bool canBeWatched(const OXA::DesignSignal& signal);
-
-/// The signal as a configuration has it: a vector is a bus of its bits, most significant first.
-OXA::SignalItem itemOf(const OXA::DesignSignal& signal);
 
 #endif
