@@ -2,9 +2,7 @@
 #include "command.h"
 #include "design_options.h"
 #include "installed.h"
-#include "interrupt.h"
 #include "log.h"
-#include "progress_line.h"
 #include "request.h"
 #include "work_dir.h"
 
@@ -140,13 +138,8 @@ void print(const Options& options, const OXA::AttachRequest& request, const OXA:
 int attach(const Options& options, const OXA::AttachRequest& request, const OXA::BuildResult& built,
     Io& io)
 {
-    const Interrupt interrupt([] {});
-    ProgressLine progress(io.err);
-    OXA::DesignHooks hooks;
-    hooks.stopAsked = [&interrupt] { return interrupt.happened(); };
-    hooks.progress
-        = [&progress](const QString& stage, int percent) { progress.show(stage, percent); };
-    OXA::Attachment attachment(request, hooks);
+    DesignWork work(io.err);
+    OXA::Attachment attachment(request, work.hooks());
     const OXA::AttachForm form = formOf(options.form);
     OXA::Attachment::Proof proof;
     QString error;
@@ -159,11 +152,11 @@ int attach(const Options& options, const OXA::AttachRequest& request, const OXA:
         const QString written = form == OXA::AttachForm::Verilog ? defaultOutput(options) : "";
         ok = attachment.prove(options.wrapper.isEmpty() ? written : options.wrapper, proof, &error);
     }
-    progress.clear();
+    work.clear();
     for (const QString& warning : attachment.warnings())
         io.err << "warning: " << warning << '\n';
     if (!ok) {
-        io.err.error(interrupt.happened() ? "interrupted" : error);
+        work.sayError(error);
         return kJobFailed;
     }
     if (options.wrapper.isEmpty())

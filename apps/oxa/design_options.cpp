@@ -1,8 +1,6 @@
 #include "design_options.h"
 
-#include "interrupt.h"
 #include "options.h"
-#include "progress_line.h"
 
 #include "oxacapture/waveform/waveform_design.h"
 
@@ -63,19 +61,34 @@ bool findSources(const DesignOptions& options, const QString& configuration,
     return true;
 }
 
+DesignWork::DesignWork(TextOut& err)
+    : m_err(err)
+    , m_progress(err)
+    , m_interrupt([] {})
+{
+}
+
+OXA::DesignHooks DesignWork::hooks()
+{
+    OXA::DesignHooks hooks;
+    hooks.stopAsked = [this] { return m_interrupt.happened(); };
+    hooks.progress = [this](const QString& stage, int percent) { m_progress.show(stage, percent); };
+    return hooks;
+}
+
+void DesignWork::sayError(const QString& error)
+{
+    m_err.error(m_interrupt.happened() ? "interrupted" : error);
+}
+
 bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut& err)
 {
-    ProgressLine progress(err);
-    const Interrupt interrupt([] {});
-    OXA::DesignHooks hooks;
-    hooks.stopAsked = [&interrupt] { return interrupt.happened(); };
-    hooks.progress
-        = [&progress](const QString& stage, int percent) { progress.show(stage, percent); };
+    DesignWork work(err);
     QString error;
-    const bool ok = OXA::readDesign(sources, design, &error, hooks);
-    progress.clear();
+    const bool ok = OXA::readDesign(sources, design, &error, work.hooks());
+    work.clear();
     if (!ok)
-        err.error(interrupt.happened() ? "interrupted" : error);
+        work.sayError(error);
     for (const QString& warning : design.warnings)
         err << "warning: " << warning << '\n';
     return ok;

@@ -2,6 +2,8 @@
 #define APPS_OXA_DESIGN_OPTIONS_H
 
 #include "command.h"
+#include "interrupt.h"
+#include "progress_line.h"
 
 #include "oxautils/design/design_sources.h"
 #include "oxautils/design/read_design.h"
@@ -26,6 +28,21 @@ void addWaveOption(CLI::App& command, DesignOptions& options);
 /// False when a list cannot be read, with the reason on `err`.
 bool findSources(const DesignOptions& options, const QString& configuration,
     OXA::DesignSources& sources, TextOut& err);
+
+/// While Yosys works on a design: how far it is, on a terminal, and Ctrl-C, which ends it.
+class DesignWork {
+public:
+    explicit DesignWork(TextOut& err);
+
+    OXA::DesignHooks hooks();
+    void clear() { m_progress.clear(); } ///< takes the line of progress away
+    void sayError(const QString& error); ///< or that it was interrupted
+
+private:
+    TextOut& m_err;
+    ProgressLine m_progress;
+    const Interrupt m_interrupt;
+};
 
 /// Reads the design of `sources`, saying its warnings. False with the reason on `err`.
 bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut& err);

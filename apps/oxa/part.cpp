@@ -100,8 +100,7 @@ QStringList nearestParts(const QString& text)
     const std::string wanted = text.toStdString();
     const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
     for (const DEV::ChipInfo& chip : chips) {
-        const int distance
-            = OXA::editDistance(wanted, chip.partNumber.toStdString(), farthest);
+        const int distance = OXA::editDistance(wanted, chip.partNumber.toStdString(), farthest);
         if (distance <= farthest)
             candidates.push_back({distance, chip.partNumber});
     }

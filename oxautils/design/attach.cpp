@@ -2,6 +2,7 @@
 
 #include "oxautils/design/design_index.h"
 #include "oxautils/design/design_script.h"
+#include "oxautils/design/fail.h"
 #include "oxautils/design/source_scan.h"
 #include "oxautils/model/shown_text.h"
 
@@ -27,13 +28,6 @@ const QStringList& padNames()
 {
     static const QStringList names {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
     return names;
-}
-
-bool fail(QString* error, const QString& text)
-{
-    if (error)
-        *error = text;
-    return false;
 }
 
 QString escaped(const QString& name) { return (name.startsWith('\\') ? name : '\\' + name) + ' '; }

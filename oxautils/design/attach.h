@@ -41,15 +41,13 @@ OXAUTILS_EXPORT QStringList watchedNames(const QList<AOCore_Lite*>& cores);
 ///     Attachment attachment(request, hooks);
 ///     if (attachment.read(&error) && attachment.write(AttachForm::Yosys, &error)) ...
 ///
-/// Whatever is false leaves lines to show in `error`. All but `write` and `wrapper` run Yosys.
+/// Whatever is false leaves lines to show in `error`. All but `write` run Yosys.
 class OXAUTILS_EXPORT Attachment {
 public:
     explicit Attachment(const AttachRequest& request, const DesignHooks& hooks = DesignHooks());
 
     /// Reads the design, and looks each name up in it.
     bool read(QString* error);
-
-    const Design& design() const { return m_design; }
 
     /// The name of the wrapper's module: the top's, so that constraints keep working; of the
     /// hierarchical form, beside which the top is compiled, "TOP_with_analyzer".

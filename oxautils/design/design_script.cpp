@@ -1,5 +1,6 @@
 #include "oxautils/design/design_script.h"
 
+#include "oxautils/design/fail.h"
 #include "oxautils/model/shown_text.h"
 
 #include "engine/engine_process.h"
@@ -20,13 +21,6 @@ constexpr char kLog[] = "log.txt";
 constexpr char kKept[] = "kept.txt";
 constexpr char kFromVhdl[] = "vhdl.v";
 constexpr int kVhdlSeconds = 600;
-
-bool fail(QString* error, const QString& text)
-{
-    if (error)
-        *error = text;
-    return false;
-}
 
 bool endsIn(const QString& path, std::initializer_list<const char*> endings)
 {

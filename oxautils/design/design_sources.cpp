@@ -1,5 +1,6 @@
 #include "oxautils/design/design_sources.h"
 
+#include "oxautils/design/fail.h"
 #include "oxautils/model/shown_text.h"
 
 #include "files/replace_file.h"
@@ -77,13 +78,14 @@ public:
     bool read(const QString& path, const QString& from)
     {
         if (++m_depth > kDeepest)
-            return fail(QString("%1: lists are nested too deeply").arg(shownText(path)));
+            return fail(m_error, QString("%1: lists are nested too deeply").arg(shownText(path)));
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
-            return fail(QString("%1: cannot be read: %2").arg(shownText(path), file.errorString()));
+            return fail(m_error,
+                QString("%1: cannot be read: %2").arg(shownText(path), file.errorString()));
         const QByteArray bytes = file.read(kMostBytes);
         if (!file.atEnd() || bytes.contains('\0'))
-            return fail(QString("%1: is no list of sources").arg(shownText(path)));
+            return fail(m_error, QString("%1: is no list of sources").arg(shownText(path)));
         const QVector<Word> words = ListWords(QString::fromUtf8(bytes)).words;
         for (int i = 0; i < words.size(); ++i) {
             if (!take(path, from, words, i))
@@ -94,16 +96,9 @@ public:
     }
 
 private:
-    bool fail(const QString& text)
-    {
-        if (m_error)
-            *m_error = text;
-        return false;
-    }
-
     bool failAt(const QString& path, const Word& word, const QString& what)
     {
-        return fail(
+        return fail(m_error,
             QString("%1:%2: \"%3\" %4")
                 .arg(shownText(path), QString::number(word.line), shownText(word.text), what));
     }
@@ -260,9 +255,7 @@ bool rememberDesign(const QString& configuration, const DesignSources& sources, 
     QString reason;
     if (OXA_FILES::replaceFile(path, text, reason))
         return true;
-    if (error)
-        *error = reason;
-    return false;
+    return fail(error, reason);
 }
 
 }

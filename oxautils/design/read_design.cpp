@@ -2,6 +2,7 @@
 
 #include "oxautils/design/design_script.h"
 #include "oxautils/design/elaborate.h"
+#include "oxautils/design/fail.h"
 #include "oxautils/design/rtlil_module.h"
 #include "oxautils/design/source_scan.h"
 #include "oxautils/model/shown_text.h"
@@ -45,9 +46,7 @@ bool readDesign(
     design.warnings = scan.warnings() + brokenReferences(script.warnings());
     if (readRtlil(script.path(kNetlist), modules) && elaborate(modules, scan, design))
         return true;
-    if (error)
-        *error = "what Yosys wrote of the design cannot be read";
-    return false;
+    return fail(error, "what Yosys wrote of the design cannot be read");
 }
 
 }
