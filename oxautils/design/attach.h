@@ -17,6 +17,12 @@ enum class AttachForm {
     Hierarchical, ///< a wrapper that refers to the design's nets by path
 };
 
+/// A bit that the analyzer watches.
+struct WatchedBit {
+    QString name; ///< of the port of `qx_oxa`
+    DesignBit bit;
+};
+
 /// The analyzer and the design that it is attached to.
 struct OXAUTILS_EXPORT AttachRequest {
     DesignSources sources;
@@ -79,20 +85,17 @@ public:
     QStringList warnings() const { return m_warnings; }
 
 private:
-    struct Watched {
-        QString name;
-        DesignBit bit;
-    };
-
-    QByteArray wrapper(AttachForm form) const;
     QString pathTo(const QString& file) const { return m_request.workDir + '/' + file; }
+    bool findBits(QString* error);
+    bool writeScript(QString* error) const;
     void addDesign(DesignScript& script) const;
     void addWrapper(DesignScript& script, const QString& file) const;
+    void addProof(DesignScript& script, const QString& wrapper, bool isFlat) const;
 
     const AttachRequest m_request;
     const DesignHooks m_hooks;
     Design m_design;
-    QVector<Watched> m_watched;
+    QVector<WatchedBit> m_watched;
     QStringList m_warnings;
 };
 

@@ -1,0 +1,134 @@
+#include "oxautils/design/attach_wrapper.h"
+
+#include "oxautils/design/source_scan.h"
+#include "oxautils/generate/standard_files.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+namespace OXA {
+
+namespace {
+
+constexpr char kInstance[] = "u_design"; // of the design in the wrapper
+
+QString escaped(const QString& name) { return '\\' + name + ' '; }
+
+QStringList portDeclarations(const Design& design)
+{
+    QStringList lines;
+    for (const DesignSignal& port : portsOf(design)) {
+        const QString range = port.isVector() ? port.rangeText() + ' ' : QString();
+        lines += port.kindText() + ' ' + range + escaped(port.flatName);
+    }
+    return lines;
+}
+
+QString parametersText(const QStringList& parameters)
+{
+    QStringList texts;
+    for (const QString& parameter : parameters)
+        texts
+            += '.' + escaped(parameter.section('=', 0, 0)) + '(' + parameter.section('=', 1) + ')';
+    return texts.isEmpty() ? QString() : "#(" + texts.join(", ") + ") ";
+}
+
+QString connection(const QString& port, const QString& net)
+{
+    return "    ." + port + '(' + net + ')';
+}
+
+/// The design as a module in a module.
+QString designInstance(const Design& design, const QString& module, const QString& parameters)
+{
+    QStringList connections;
+    for (const DesignSignal& port : portsOf(design))
+        connections += connection(escaped(port.flatName), escaped(port.flatName));
+    return escaped(module) + parameters + kInstance + " (\n" + connections.join(",\n") + "\n);\n";
+}
+
+QString moduleHead(const QString& name, const QStringList& ports)
+{
+    return "module " + escaped(name) + "(\n    " + ports.join(",\n    ") + "\n);\n";
+}
+
+/// The wire that is a watched net: whatever the net's range, its bits count from 0.
+QString wireName(const DesignSignal& signal) { return kInstance + ('.' + signal.flatName); }
+
+QString watchedWires(
+    const Design& design, const QVector<WatchedBit>& watched, const SourceScan& scan, bool byPath)
+{
+    QMap<int, QString> wires; // by signal
+    for (const WatchedBit& bit : watched) {
+        const DesignSignal& signal = design.items.at(bit.bit.signal);
+        const QString range
+            = signal.width > 1 ? QString("[%1:0] ").arg(signal.width - 1) : QString();
+        const QString wire = "wire " + range + escaped(wireName(signal));
+        wires[bit.bit.signal] = byPath
+            ? wire + "= " + kInstance + '.' + scan.reference(signal.flatName) + ";\n"
+            : "(* hierconn, keep *) " + wire + ";\n";
+    }
+    return QStringList(wires.values()).join("");
+}
+
+QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watched)
+{
+    QStringList connections;
+    for (const WatchedBit& bit : watched) {
+        const DesignSignal& signal = design.items.at(bit.bit.signal);
+        const QString index
+            = signal.width > 1 ? '[' + QString::number(bit.bit.position) + ']' : QString();
+        connections += connection(escapedSignalName(bit.name), escaped(wireName(signal)) + index);
+    }
+    for (const QString& pad : jtagPads())
+        connections += connection(pad, pad);
+    return "qx_oxa u_oxa (\n" + connections.join(",\n") + "\n);\n";
+}
+
+}
+
+const QStringList& jtagPads()
+{
+    static const QStringList names {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
+    return names;
+}
+
+QVector<DesignSignal> portsOf(const Design& design)
+{
+    QVector<DesignSignal> ports;
+    for (const DesignSignal& signal : design.items) {
+        if (signal.direction != DesignSignal::Inside)
+            ports += signal;
+    }
+    std::sort(ports.begin(), ports.end(),
+        [](const DesignSignal& a, const DesignSignal& b) { return a.port < b.port; });
+    return ports;
+}
+
+QString renamedTop(const Design& design) { return design.top + "_without_analyzer"; }
+
+QByteArray wrapperText(const Design& design, const QString& name,
+    const QVector<WatchedBit>& watched, const DesignSources& sources, bool byPath)
+{
+    const SourceScan scan(byPath ? sources.files : QStringList());
+    QStringList ports = portDeclarations(design);
+    for (const QString& pad : jtagPads())
+        ports += (pad.endsWith("_o") ? "output " : "input ") + pad;
+    const QString instance = byPath
+        ? designInstance(design, design.top, parametersText(sources.parameters))
+        : designInstance(design, renamedTop(design), {});
+    return ("// Written by oxa attach: the design and its analyzer.\n" + moduleHead(name, ports)
+        + instance + watchedWires(design, watched, scan, byPath) + analyzerInstance(design, watched)
+        + "endmodule\n")
+        .toUtf8();
+}
+
+QByteArray plainWrapperText(const Design& design)
+{
+    return (moduleHead(design.top, portDeclarations(design))
+        + designInstance(design, renamedTop(design), {}) + "endmodule\n")
+        .toUtf8();
+}
+
+}
