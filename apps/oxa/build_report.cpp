@@ -76,28 +76,40 @@ bool hasSimulationModels(TextOut& err)
     return false;
 }
 
-void printSources(const QStringList& files, const QStringList& includePaths,
-    const QStringList& defines, bool json, Io& io)
+void sayBoardFiles(const QStringList& files, TextOut& err)
 {
-    QStringList listed = files;
+    for (const QString& file : files)
+        err << file << ": for the board\n";
+    if (!files.isEmpty())
+        err << "The catalogue does not know the device: what the analyzer takes, and whether it "
+               "fits,"
+               " is known after synthesis and placement.\n";
+}
+
+void printSources(const SourceList& sources, bool json, Io& io)
+{
+    QStringList listed = sources.files;
     std::transform(listed.begin(), listed.end(), listed.begin(), listedPath);
     if (json) {
         QJsonObject object {
-            {"files",        QJsonArray::fromStringList(listed)      },
-            {"includePaths", QJsonArray::fromStringList(includePaths)}
+            {"files",        QJsonArray::fromStringList(listed)              },
+            {"includePaths", QJsonArray::fromStringList(sources.includePaths)}
         };
-        if (!defines.isEmpty())
-            object["defines"] = QJsonArray::fromStringList(defines);
+        if (!sources.defines.isEmpty())
+            object["defines"] = QJsonArray::fromStringList(sources.defines);
+        if (!sources.boardFiles.isEmpty())
+            object["boardFiles"] = QJsonArray::fromStringList(sources.boardFiles);
         io.out.json(object);
         return;
     }
     for (const QString& file : listed)
         io.out.listed(file);
-    for (const QString& path : includePaths)
+    for (const QString& path : sources.includePaths)
         io.out.listed("+incdir+" + path);
-    for (const QString& define : defines)
+    for (const QString& define : sources.defines)
         io.out.listed("+define+" + define);
-    if (isMisread(listed, "$\"") || isMisread(includePaths, "$\"+"))
+    sayBoardFiles(sources.boardFiles, io.err);
+    if (isMisread(listed, "$\"") || isMisread(sources.includePaths, "$\"+"))
         io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
                   " blank, a $, a quote or, of a directory, a +; name another work directory, or"
                   " take the paths from --json\n";

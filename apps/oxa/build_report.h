@@ -18,9 +18,18 @@ int checkBuild(const OXA::BuildRun& build, const QString& file, bool strict, Tex
 QStringList simulationModels();
 bool hasSimulationModels(TextOut& err); ///< says on `err` that there are none
 
-/// Prints sources for other tools, as a command file or as JSON: files in their order, then include
-/// directories and macros.
-void printSources(const QStringList& files, const QStringList& includePaths,
-    const QStringList& defines, bool json, Io& io);
+/// What other tools take.
+struct SourceList {
+    QStringList files; ///< in their order
+    QStringList includePaths;
+    QStringList defines;
+    QStringList boardFiles; ///< no sources, but beside them for a family of devices
+};
+
+/// Says on `err` what was written for a board, if anything, and what is not known of its device.
+void sayBoardFiles(const QStringList& files, TextOut& err);
+
+/// Prints it, as a command file with `sayBoardFiles`, or as JSON.
+void printSources(const SourceList& sources, bool json, Io& io);
 
 #endif

@@ -20,7 +20,9 @@ constexpr char kSummary[] = "Wire an analyzer into a design, by the names of its
 constexpr char kHelp[]
     = R"(The sources stay as they are. A wrapper with the ports of the top and the four JTAG
 pads (tms_pad_i, tck_pad_i, tdi_pad_i, tdo_pad_o) holds the design and the
-analyzer; the work directory holds all that is written, and is emptied first.
+analyzer; the work directory holds all that is written, and is emptied first. The
+pads are left out with --for FAMILY and a link that has none: `oxa devices --families`
+tells which. W/board then holds what a board of this family needs.
 
 --as yosys         a script, W/attach.ys, for a flow with Yosys: it stands behind
                    reading the design and before synthesis. The wrapper has the
@@ -80,9 +82,11 @@ bool mayWriteAll(
 }
 
 /// Generates the analyzer into the work directory of `arg`; the exit status.
-int generate(const Options& options, const OXA::OxaArg& arg, OXA::BuildResult& built, TextOut& err)
+int generate(const Options& options, const OXA::OxaArg& arg, const DEV::FamilyLink* link,
+    OXA::BuildResult& built, TextOut& err)
 {
     OXA::BuildRun build(arg, false);
+    build.link = link;
     build.loggedErrors = loggedErrors;
     if (const int status = checkBuild(build, options.file, false, err); status != kDone)
         return status;
@@ -118,21 +122,27 @@ void print(const Options& options, const OXA::AttachRequest& request, const OXA:
 {
     const QString wrapper = options.workDir + '/' + OXA::ATTACH_WRAPPER_FILE_NAME;
     if (formOf(options.form) == OXA::AttachForm::Hierarchical) {
-        const QStringList models = options.models ? simulationModels() : QStringList();
-        printSources(models + request.sources.files + built.files + QStringList(wrapper),
-            request.sources.includeDirs + built.includePaths, request.sources.defines, options.json,
-            io);
+        const QStringList models = options.models ? simulationModels() : built.boardSources;
+        printSources({models + request.sources.files + built.files + QStringList(wrapper),
+                         request.sources.includeDirs + built.includePaths, request.sources.defines,
+                         built.boardFiles},
+            options.json, io);
         return;
     }
     const QString result = formOf(options.form) == OXA::AttachForm::Yosys
         ? options.workDir + '/' + OXA::ATTACH_SCRIPT_FILE_NAME
         : defaultOutput(options);
-    if (options.json)
-        io.out.json({
+    if (options.json) {
+        QJsonObject object {
             {"files", QJsonArray {result}}
-        });
-    else
-        io.out.listed(result);
+        };
+        if (!built.boardFiles.isEmpty())
+            object["boardFiles"] = QJsonArray::fromStringList(built.boardFiles);
+        io.out.json(object);
+        return;
+    }
+    io.out.listed(result);
+    sayBoardFiles(built.boardFiles, io.err);
 }
 
 int attach(const Options& options, const OXA::AttachRequest& request, const OXA::BuildResult& built,
@@ -175,6 +185,9 @@ int run(Options options, Io& io)
         return kUnusable;
     }
     OXA::AttachRequest request;
+    const DEV::FamilyLink* link = nullptr;
+    if (!findLink(options.request, link, io.err))
+        return kUnusable;
     if (!findSources(options.design, options.file, request.sources, io.err))
         return kUnusable;
     if (request.sources.isEmpty()) {
@@ -191,10 +204,11 @@ int run(Options options, Io& io)
         || (options.models && !hasSimulationModels(io.err)))
         return kUnusable;
     OXA::BuildResult built;
-    if (const int status = generate(options, arg, built, io.err); status != kDone)
+    if (const int status = generate(options, arg, link, built, io.err); status != kDone)
         return status;
     request.names = namesOf(configuration);
-    request.analyzerFiles = built.files;
+    request.analyzerFiles = built.files + built.boardSources;
+    request.pads = !link || link->hasPads || options.models;
     request.includePaths = built.includePaths;
     for (const char* cell : {"IBUF", "OBUF", "QX_JTAG"})
         request.primitives += installed(QString("share/oxautils/cells/%1.v").arg(cell));
@@ -209,7 +223,7 @@ void addAttach(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "attach", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
-    addPartOptions(*command, options->request.part)->required();
+    addTargetOptions(*command, options->request);
     addDesignOptions(*command, options->design);
     addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
         ->type_name("DIR");

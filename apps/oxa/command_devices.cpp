@@ -3,6 +3,7 @@
 #include "table.h"
 
 #include <dev/device_facts.h>
+#include <dev/family_facts.h>
 
 #include <QJsonArray>
 #include <QRegularExpression>
@@ -17,6 +18,10 @@ text, or with * and ? the whole of it.
 
   oxa devices QX1N-9          every part of these devices
   oxa devices "*-QFN88-I?"    every industrial part in this package
+
+--families lists what `oxa generate` and `oxa attach` take for --for and --link:
+families of devices that are not in the catalogue, the links by which a client
+reaches an analyzer in them, and the files that are written for each.
 
 The built-in catalogue is a reference with made-up data; share/device/README.md
 says how a vendor's takes its place.)";
@@ -35,9 +40,20 @@ constexpr Table::Column kColumns[] = {
     {"BLOCK SRAM",  Table::Right},
 };
 
+constexpr Table::Column kFamilyColumns[] = {
+    {"FAMILY",      Table::Left},
+    {"DEVICES",     Table::Left},
+    {"YOSYS",       Table::Left},
+    {"LINK",        Table::Left},
+    {"PADS",        Table::Left},
+    {"OPENOCD",     Table::Left},
+    {"CONSTRAINTS", Table::Left},
+};
+
 struct Options {
     QString pattern;
     QString deviceDb;
+    bool families = false;
     bool json = false;
 };
 
@@ -87,8 +103,61 @@ void printJson(TextOut& out, const QList<DEV::ChipInfo>& chips)
     });
 }
 
+/// The names of files as they are in the work directory.
+QStringList boardFiles(const char* files)
+{
+    QStringList names;
+    for (const QString& file : QString(files).split(' ', Qt::SkipEmptyParts))
+        names += file.section('/', -1);
+    return names;
+}
+
+void printFamilies(TextOut& out)
+{
+    Table table(kFamilyColumns);
+    for (const DEV::FamilyFacts& family : DEV::kFamilies) {
+        for (const DEV::FamilyLink* link : DEV::linksOf(family))
+            table.addRow({family.name, family.devices, family.synthesis, link->name,
+                link->hasPads ? "four" : "none", boardFiles(link->openOcd).join(' '),
+                boardFiles(link->constraints).join(' ')});
+    }
+    table.print(out);
+}
+
+void printFamiliesJson(TextOut& out)
+{
+    const auto array
+        = [](const char* files) { return QJsonArray::fromStringList(boardFiles(files)); };
+    QJsonArray families;
+    for (const DEV::FamilyFacts& family : DEV::kFamilies) {
+        QJsonArray links;
+        for (const DEV::FamilyLink* link : DEV::linksOf(family)) {
+            links += QJsonObject {
+                {"link",        link->name              },
+                {"pads",        link->hasPads           },
+                {"verilog",     array(link->verilog)    },
+                {"openocd",     array(link->openOcd)    },
+                {"constraints", array(link->constraints)},
+            };
+        }
+        families += QJsonObject {
+            {"family",  family.name     },
+            {"devices", family.devices  },
+            {"yosys",   family.synthesis},
+            {"links",   links           },
+        };
+    }
+    out.json({
+        {"families", families}
+    });
+}
+
 int run(const Options& options, Io& io)
 {
+    if (options.families) {
+        options.json ? printFamiliesJson(io.out) : printFamilies(io.out);
+        return kDone;
+    }
     if (!loadCatalogue({{}, {}, options.deviceDb}, io.err))
         return kUnusable;
     const QList<DEV::ChipInfo> chips = matchingChips(options.pattern);
@@ -112,8 +181,11 @@ void addDevices(CLI::App& app, Io& io, int& status)
 {
     CLI::App* command = addCommand(app, "devices", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "PATTERN", options->pattern, "What to list (default: everything)");
+    CLI::Option* pattern
+        = addText(*command, "PATTERN", options->pattern, "What to list (default: everything)");
     addCatalogueOption(*command, options->deviceDb);
+    command->add_flag("--families", options->families, "List families of devices instead of parts")
+        ->excludes(pattern);
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

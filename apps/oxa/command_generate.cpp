@@ -47,6 +47,13 @@ ports are vectors under readable names, and qx_oxa_template.vhd, the same as a V
 component. Both begin with an instance to paste. A list of sources ends with the
 module.
 
+For devices that the catalogue does not know, --for FAMILY writes the Verilog, as
+--no-synthesis does, and lists the family's own QX_JTAG, IBUF and OBUF with it.
+W/board holds these and what a board needs: OpenOCD's configuration, constraints
+and an example of pins. What the analyzer takes there, synthesis tells.
+
+  oxa generate uart.oxa --for ice40 --work-dir W
+
 Exit status 1 says, too, that the analyzer does not fit the part: of the netlist,
 which is there then, or before synthesis where the estimate leaves no doubt.)";
 
@@ -114,13 +121,14 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg,
 
 int generate(const Options& options, OXA::BuildRun& build, Io& io)
 {
-    OXA::BuildResult built = build.run();
+    const OXA::BuildResult built = build.run();
     sayErrors(built.messages, io.err);
     if (built.end != OXA::BuildEnd::Done)
         return statusOf(built.end);
-    if (options.simulation)
-        built.files = simulationModels() + built.files; // Verilator's waivers come first
-    printSources(built.files, built.includePaths, {}, options.json, io);
+    // Verilator's waivers come first.
+    const QStringList files
+        = options.simulation ? simulationModels() + built.files : built.files + built.boardSources;
+    printSources({files, built.includePaths, {}, built.boardFiles}, options.json, io);
     return kDone;
 }
 
@@ -151,9 +159,11 @@ int run(const Options& options, Io& io)
 {
     const OXA::ParseOnce once;
     OXA::OxaArg arg;
-    if (!fillRequest(options, arg, io.err))
+    const DEV::FamilyLink* link = nullptr;
+    if (!findLink(options.request, link, io.err) || !fillRequest(options, arg, io.err))
         return kUnusable;
     OXA::BuildRun build(arg, !options.noSynthesis);
+    build.link = link;
     build.loggedErrors = loggedErrors;
     build.templates = options.templates;
     if (const int status = checkBuild(build, options.file, options.strict, io.err); status != kDone)
@@ -168,7 +178,7 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "generate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
-    addPartOptions(*command, options->request.part)->required();
+    addTargetOptions(*command, options->request);
     addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
         ->type_name("DIR")
         ->required();
@@ -179,6 +189,7 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     CLI::Option* noSynthesis = command->add_flag("--no-synthesis", options->noSynthesis,
         "Only write the Verilog, and print the list of files and include directories");
     noSynthesis->excludes(netlist);
+    command->get_option("--for")->excludes(netlist);
     CLI::Option* noTop
         = command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper");
     noTop->needs(noSynthesis);
@@ -194,5 +205,8 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     command->add_flag("--strict", options->strict,
         "Generate nothing when `oxa check` would find anything, warnings included");
     command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command->callback([&io, &status, options] {
+        options->noSynthesis |= !options->request.family.isEmpty();
+        status = run(*options, io);
+    });
 }

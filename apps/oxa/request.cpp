@@ -5,6 +5,18 @@
 
 #include <QFileInfo>
 
+void addTargetOptions(CLI::App& command, RequestOptions& options)
+{
+    addPartOptions(command, options.part);
+    addText(command, "--for", options.family,
+        "Family of devices that the catalogue does not know; `oxa devices --families` lists them")
+        ->type_name("FAMILY")
+        ->excludes("--part", "--device-db");
+    addText(command, "--link", options.link, "How a client reaches the analyzer in the family")
+        ->type_name("LINK")
+        ->needs("--for");
+}
+
 void addIpDir(CLI::App& command, RequestOptions& options)
 {
     addText(command, "--ip-dir", options.ipDir, "The installed cores (default: beside the program)")
@@ -30,14 +42,37 @@ bool namesStayWords(const QString& file, const OXA::Configuration& configuration
 
 bool fillRequest(const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err)
 {
-    const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
-    if (!chip)
-        return false;
+    if (options.family.isEmpty()) {
+        const std::optional<DEV::ChipInfo> chip = findPart(options.part, err);
+        if (!chip)
+            return false;
+        arg.device = chip->partNumber;
+        arg.package = chip->name;
+    }
     arg.configFile = file;
-    arg.device = chip->partNumber;
-    arg.package = chip->name;
     arg.ipDir = options.ipDir.isEmpty() ? installedIpDir() : options.ipDir;
     return true;
+}
+
+bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextOut& err)
+{
+    link = nullptr;
+    if (options.family.isEmpty()) {
+        if (options.part.part.isEmpty())
+            throw CLI::RequiredError("--part or --for");
+        return true;
+    }
+    const DEV::FamilyFacts* family = DEV::familyFacts(options.family);
+    if (!family) {
+        err << "error: no family \"" << options.family
+            << "\"; `oxa devices --families` lists them\n";
+        return false;
+    }
+    link = DEV::familyLink(*family, options.link);
+    if (!link)
+        err << "error: " << options.family << " has no link \"" << options.link
+            << "\"; `oxa devices --families` lists them\n";
+    return link;
 }
 
 bool hasInstalledCores(const OXA::OxaArg& arg, TextOut& err)

@@ -80,7 +80,7 @@ bool Attachment::read(QString* error)
     if (!findBits(error))
         return false;
     for (const DesignSignal& port : portsOf(m_design)) {
-        if (jtagPads().contains(port.flatName))
+        if (m_request.pads && jtagPads().contains(port.flatName))
             return fail(error,
                 QString("the top has a port %1 already; the analyzer's pads have this name")
                     .arg(port.flatName));
@@ -139,8 +139,8 @@ bool Attachment::write(AttachForm form, QString* error) const
 {
     QString reason;
     const QString path = pathTo(ATTACH_WRAPPER_FILE_NAME);
-    const QByteArray wrapper = wrapperText(m_design, wrapperName(form), m_watched,
-        m_request.sources, form == AttachForm::Hierarchical);
+    const QByteArray wrapper = wrapperText(
+        m_design, wrapperName(form), m_watched, m_request, form == AttachForm::Hierarchical);
     if (!OXA_FILES::replaceFile(path, wrapper, reason))
         return fail(error, reason);
     return form != AttachForm::Yosys || writeScript(error);

@@ -30,6 +30,7 @@ struct OXAUTILS_EXPORT AttachRequest {
     QStringList analyzerFiles; ///< its Verilog, as `BuildRun` lists it
     QStringList includePaths; ///< of these
     QStringList primitives; ///< Verilog of the cells that it uses: only their ports count
+    bool pads = true; ///< the analyzer's four JTAG pads are ports of the wrapper
     QString workDir; ///< takes what is written; it has to be there
 };
 

@@ -156,9 +156,10 @@ void Attachment::addProof(DesignScript& script, const QString& wrapper, bool isF
     script.add("design", {"-load", "alone"});
     addWrapper(script, wrapper);
     QStringList pads;
-    for (const QString& pad : jtagPads())
+    for (const QString& pad : m_request.pads ? jtagPads() : QStringList())
         pads += m_design.top + '/' + pad;
-    script.add("delete", QStringList("-port") + pads);
+    if (!pads.isEmpty())
+        script.add("delete", QStringList("-port") + pads);
     addStash(script, m_design.top, "gate", false);
     addComparison(script);
 }

@@ -48,6 +48,8 @@ QString designInstance(const Design& design, const QString& module, const QStrin
     return escaped(module) + parameters + kInstance + " (\n" + connections.join(",\n") + "\n);\n";
 }
 
+bool isOutput(const QString& pad) { return pad.endsWith("_o"); }
+
 QString moduleHead(const QString& name, const QStringList& ports)
 {
     return "module " + escaped(name) + "(\n    " + ports.join(",\n    ") + "\n);\n";
@@ -72,7 +74,7 @@ QString watchedWires(
     return QStringList(wires.values()).join("");
 }
 
-QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watched)
+QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watched, bool pads)
 {
     QStringList connections;
     for (const WatchedBit& bit : watched) {
@@ -81,8 +83,10 @@ QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watche
             = signal.width > 1 ? '[' + QString::number(bit.bit.position) + ']' : QString();
         connections += connection(escapedSignalName(bit.name), escaped(wireName(signal)) + index);
     }
-    for (const QString& pad : jtagPads())
-        connections += connection(pad, pad);
+    for (const QString& pad : jtagPads()) {
+        const QString unused = isOutput(pad) ? "" : "1'b0";
+        connections += connection(pad, pads ? pad : unused);
+    }
     return "qx_oxa u_oxa (\n" + connections.join(",\n") + "\n);\n";
 }
 
@@ -109,18 +113,18 @@ QVector<DesignSignal> portsOf(const Design& design)
 QString renamedTop(const Design& design) { return design.top + "_without_analyzer"; }
 
 QByteArray wrapperText(const Design& design, const QString& name,
-    const QVector<WatchedBit>& watched, const DesignSources& sources, bool byPath)
+    const QVector<WatchedBit>& watched, const AttachRequest& request, bool byPath)
 {
-    const SourceScan scan(byPath ? sources.files : QStringList());
+    const SourceScan scan(byPath ? request.sources.files : QStringList());
     QStringList ports = portDeclarations(design);
-    for (const QString& pad : jtagPads())
-        ports += (pad.endsWith("_o") ? "output " : "input ") + pad;
+    for (const QString& pad : request.pads ? jtagPads() : QStringList())
+        ports += (isOutput(pad) ? "output " : "input ") + pad;
     const QString instance = byPath
-        ? designInstance(design, design.top, parametersText(sources.parameters))
+        ? designInstance(design, design.top, parametersText(request.sources.parameters))
         : designInstance(design, renamedTop(design), {});
     return ("// Written by oxa attach: the design and its analyzer.\n" + moduleHead(name, ports)
-        + instance + watchedWires(design, watched, scan, byPath) + analyzerInstance(design, watched)
-        + "endmodule\n")
+        + instance + watchedWires(design, watched, scan, byPath)
+        + analyzerInstance(design, watched, request.pads) + "endmodule\n")
         .toUtf8();
 }
 

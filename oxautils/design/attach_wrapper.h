@@ -17,7 +17,7 @@ QString renamedTop(const Design& design);
 /// The wrapper's module `name`: the design, the analyzer, and wires that are the nets of `watched`,
 /// joined to them by Yosys or, `byPath`, by references.
 QByteArray wrapperText(const Design& design, const QString& name,
-    const QVector<WatchedBit>& watched, const DesignSources& sources, bool byPath);
+    const QVector<WatchedBit>& watched, const AttachRequest& request, bool byPath);
 
 /// A wrapper without analyzer, in which nets have the names that they have beside one.
 QByteArray plainWrapperText(const Design& design);

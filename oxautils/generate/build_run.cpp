@@ -4,6 +4,7 @@
 #include "oxautils/check/check.h"
 #include "oxautils/config/configuration.h"
 #include "oxautils/config/parse_once.h"
+#include "oxautils/generate/board_files.h"
 #include "oxautils/generate/device_rules.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/netlist_cells.h"
@@ -88,7 +89,7 @@ BuildResult BuildRun::check() const
         return result;
     }
     const DEV::ChipInfo part = chipOf(m_arg);
-    result.problems = checkConfigFile(m_arg.configFile, &part);
+    result.problems = checkConfigFile(m_arg.configFile, link ? nullptr : &part);
     if (m_synthesize) // another tool, to which sources go, may need less
         result.messages = misfits("the analyzer takes about",
             OXA_TOOL::estimateOf(configuration, part), part, &AnalyzerResource::cannotFit);
@@ -164,6 +165,11 @@ BuildResult BuildRun::generate()
     if (templates)
         result.files += m_arg.workDir + '/' + TEMPLATE_FILE_NAME;
     result.includePaths = prepared.includePaths;
+    QString error;
+    if (result.end == BuildEnd::Done && link && !copyBoardFiles(m_arg, *link, result, &error)) {
+        result.end = BuildEnd::Failed;
+        result.messages += shownText(error);
+    }
     return result;
 }
 

@@ -11,6 +11,10 @@
 #include <functional>
 #include <mutex>
 
+namespace DEV {
+struct FamilyLink;
+}
+
 namespace OXA {
 
 class OXAProxyQxSyn;
@@ -32,6 +36,8 @@ struct OXAUTILS_EXPORT BuildResult {
     QList<Problem> problems; ///< of the configuration with this part, from `check`
     QStringList files; ///< the sources as OxaPrepare lists them, or the netlist
     QStringList includePaths; ///< of the sources
+    QStringList boardSources; ///< the Verilog of `link`, which a simulator may have models for
+    QStringList boardFiles; ///< OpenOCD's configuration and constraints for `link`
     QMap<QString, int> cells; ///< how many of each type the netlist holds
 };
 
@@ -59,6 +65,11 @@ public:
     /// Also write a module and a component to instantiate, `qx_oxa_template.v` and `.vhd`. With the
     /// sources, the module is the last of them.
     bool templates = false;
+
+    /// The way to an analyzer that another tool synthesizes for a family of devices; null for a
+    /// part of the catalogue. Then the part decides nothing: neither what is a problem nor what
+    /// fits.
+    const DEV::FamilyLink* link = nullptr;
 
     /// How many errors the program's message handler has taken so far. The generator only logs what
     /// it cannot write, so a run that adds to them has failed.

@@ -15,6 +15,7 @@ constexpr char NAME_SUMS_FILE_NAME[] = "qx_oxa_names.v";
 constexpr char TEMPLATE_FILE_NAME[] = "qx_oxa_template.v";
 constexpr char VHDL_TEMPLATE_FILE_NAME[] = "qx_oxa_template.vhd";
 constexpr char NAME_AO[] = "ao_"; ///< a core's directory, followed by its position
+constexpr char BOARD_DIR[] = "board"; ///< what a family of devices needs beside the analyzer
 constexpr char NAME_CON[] = "ao_control"; ///< the control core's directory
 
 /// What programs leave at the top of a work directory; drivers empty around it.

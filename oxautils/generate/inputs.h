@@ -14,8 +14,8 @@ namespace OXA {
 inline OXA_FILES::Inputs inputsOf(const OxaArg& arg)
 {
     return {
-        {arg.configFile,     qEnvironmentVariable("OXA_DEVICE_DB")}, // the device catalogue
-        {arg.ipDir + "/OXA", arg.ipDir + "/OXA_LITE"              }
+        {arg.configFile,           qEnvironmentVariable("OXA_DEVICE_DB")}, // the device catalogue
+        { arg.ipDir + "/OXA", arg.ipDir + "/OXA_LITE",                 arg.ipDir + "/boards"}
     };
 }
 

@@ -49,7 +49,10 @@ constexpr Call kCalls[] = {
     {"target DIR/illegal.oxa ON --stimulus UART",                     1, "names M3, which"                                                        },
     {"show DIR/w",                                                    2, "No such file"                                                           }, // nothing was written
     {"generate UART ON LIST --ip-dir /no/such",                       2, "no installed cores in /no/such"                                         },
-    {"generate UART --work-dir DIR/w",                                2, "error: --part is required"                                              },
+    {"generate UART --work-dir DIR/w",                                2, "error: --part or --for is required"                                     },
+    {"generate UART --for ice4 LIST",                                 2, "error: no family \"ice4\"; `oxa devices --families`"                     },
+    {"generate UART --for ice40 --link jtag LIST",                    2, "error: ice40 has no link \"jtag\""                                      },
+    {"generate UART --for ice40 --work-dir DIR/list --json",          0, R"(/board/icebreaker.pcf"],"files":[)"                                   },
     {"generate UART ON --work-dir DIR/w --no-top",                    2, "--no-synthesis"                                                         },
     {"generate UART ON --work-dir w --device QX-none",                2, "of device \"QX-none\" in the catalogue"                                 },
     {"generate UART ON --work-dir UART",                              2, "is not a directory"                                                     },

@@ -1,0 +1,75 @@
+#ifndef DEV_FAMILY_FACTS_H
+#define DEV_FAMILY_FACTS_H
+
+#include <QString>
+#include <QVector>
+
+namespace DEV {
+
+/// A way to an analyzer in a chip, and what it takes: files of ip/boards, with a blank between
+/// them.
+struct FamilyLink {
+    const char* name; ///< "jtag": the chip's own JTAG port; "pins": another one, on four pins
+    bool hasPads; ///< it needs the four JTAG pads of the analyzer's top
+    const char*
+        verilog; ///< QX_JTAG, IBUF and OBUF; IBUF and OBUF are left out where they are cells
+    const char* openOcd; ///< the TAP, the length of its instruction register, the instruction ER1
+    const char* constraints; ///< timing, and an example of pins
+};
+
+constexpr int kMostLinks = 2; // of a family
+
+/// Devices that the catalogue does not know, for which other tools synthesize, place and route.
+struct FamilyFacts {
+    const char* name;
+    const char* devices; ///< in words
+    const char* synthesis; ///< the command of Yosys
+    FamilyLink links[kMostLinks]; ///< the first one is the default; past the end without a name
+};
+
+#define OXA_PINS_VERILOG "pins/QX_JTAG.v pins/IBUF.v pins/OBUF.v"
+
+constexpr FamilyFacts kFamilies[] = {
+    {"ice40",   "Lattice iCE40",                "synth_ice40",
+     {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg",
+            "generic/tck.sdc ice40/tck.py ice40/icebreaker.pcf"}}               },
+    {"generic", "any, with four pins to spare", "synth",
+     {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg", "generic/tck.sdc"}}},
+};
+
+#undef OXA_PINS_VERILOG
+
+/// The row of the family named `name`; null when there is none.
+inline const FamilyFacts* familyFacts(const QString& name)
+{
+    for (const FamilyFacts& facts : kFamilies) {
+        if (name == QLatin1String(facts.name))
+            return &facts;
+    }
+    return nullptr;
+}
+
+/// What it offers.
+inline QVector<const FamilyLink*> linksOf(const FamilyFacts& family)
+{
+    QVector<const FamilyLink*> links;
+    for (const FamilyLink& link : family.links) {
+        if (link.name)
+            links += &link;
+    }
+    return links;
+}
+
+/// The link of `family` named `name`, its first one without a name; null when it has no such link.
+inline const FamilyLink* familyLink(const FamilyFacts& family, const QString& name)
+{
+    for (const FamilyLink* link : linksOf(family)) {
+        if (name.isEmpty() || name == QLatin1String(link->name))
+            return link;
+    }
+    return nullptr;
+}
+
+}
+
+#endif
