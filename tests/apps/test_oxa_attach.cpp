@@ -1,5 +1,6 @@
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
+#include "support/live_target.h"
 #include "support/oxa_program.h"
 #include "support/signals.h"
 
@@ -10,7 +11,10 @@
 namespace {
 
 constexpr char kPart[] = "QX3A-10ALV-QFN88-C8";
-constexpr int kMostWatched = 60; // bits
+constexpr int kMostWatched = 24; // bits
+constexpr int kSamples = 8; // of a capture
+constexpr int kSeed = 4; // of a small design
+constexpr int kEdges = 250; // at which nets are compared
 
 /// A net as a configuration names it, and as Verilog refers to it below the top.
 struct Net {
@@ -22,6 +26,7 @@ struct RandomDesign {
     QByteArray verilog;
     QVector<Net> nets;
     int inputs, outputs; // bits
+    int bits; // of all stages
 };
 
 constexpr char kVerilog[] = R"(
@@ -58,23 +63,41 @@ module top #(parameter W = 1, N = 1) (input c0, input c1, input [W:1] a, output 
 endmodule
 )";
 
+// The design with its analyzer and the design alone. No clock's edges meet those of the other.
 constexpr char kBench[] = R"(
 module bench;
     reg c0 = 0, c1 = 0;
     reg [W:1] a = 0;
-    wire [0:W-1] y;
-    integer seed = SEED, i;
-    MODULE dut(.c0(c0), .c1(c1), .a(a), .y(y) PADS);
-    always #5 c0 = !c0;
-    always #7 c1 = !c1;
-    initial begin
-        for (i = 0; i < 300; i = i + 1) begin
-            #10.5 a = {7{$random(seed)}};
-            #0.1 if (i > 60) $display("%b %b", y, NETS);
-        end
-        $finish;
-    end
+    wire [0:W-1] y, z;
+    integer seed = SEED, file;
+    reg tck = 0, tms = 1, tdi = 0, none = 0;
+    wire tdo;
+    MODULE dut(.c0(c0), .c1(c1), .a(a), .y(y), .tms_pad_i(tms), .tck_pad_i(tck), .tdi_pad_i(tdi),
+        .tdo_pad_o(tdo));
+    top alone(.c0(c0), .c1(c1), .a(a), .y(z));
+    always #4 c0 = !c0;
+    initial #1 forever #6 c1 = !c1;
+    always @(negedge c0) a <= {$random(seed), $random(seed), $random(seed), $random(seed),
+        $random(seed), $random(seed), $random(seed)};
+    RUN
 endmodule
+)";
+
+constexpr char kPrint[] = R"(
+    always @(posedge c0) if ($time > 500) $display("%b %b", {y, PORTS}, {z, NETS});
+    initial #2502 $finish;
+)";
+
+// Until it is killed; each line of the file is written at once.
+constexpr char kServe[] = R"(
+    initial begin
+        file = $fopen("FILE");
+        $oxa_target(tck, tms, tdi, tdo, none, none);
+    end
+    always @(posedge c0) begin
+        $fdisplay(file, "%b", NETS);
+        $fflush(file);
+    end
 )";
 
 RandomDesign randomDesign(QRandomGenerator& random, bool small = false)
@@ -91,13 +114,14 @@ RandomDesign randomDesign(QRandomGenerator& random, bool small = false)
                                  .arg(QString::number(width), QString::number(lanes))
                                  .toUtf8());
     design.inputs = design.outputs = width;
+    design.bits = width * (lanes + 1);
     const QString mid = "top/m.id/";
     const QString reference = "\\m.id .";
     design.nets = {
-        {"top/a",       "a",                 width,                   1        },
-        {"top/y",       "y",                 0,                       width - 1},
-        {"top/word",    "word",              0,                       0        },
-        {mid + "chain", reference + "chain", width * (lanes + 1) - 1, 0        }
+        {"top/a",       "a",                 width,           1        },
+        {"top/y",       "y",                 0,               width - 1},
+        {"top/word",    "word",              0,               0        },
+        {mid + "chain", reference + "chain", design.bits - 1, 0        }
     };
     for (int i = 0; i < lanes; ++i) {
         const QString lane = QString("lane[%1]").arg(i);
@@ -112,10 +136,45 @@ RandomDesign randomDesign(QRandomGenerator& random, bool small = false)
     return design;
 }
 
-QString bitOf(const Net& net, int index, const QString& name)
+/// A bit of a net, by its names.
+struct WatchedBit {
+    Net net;
+    int index;
+
+    QString name() const { return of(net.path); }
+    QString inDesign() const { return of("alone." + net.reference); }
+
+private:
+    QString of(const QString& text) const
+    {
+        const bool isBit = net.first == net.last && net.last == 0;
+        return isBit ? text : text + '[' + QString::number(index) + ']';
+    }
+};
+
+/// Different ones, at most `kMostWatched`.
+QVector<WatchedBit> randomBits(const RandomDesign& design, QRandomGenerator& random)
 {
-    return net.first == net.last && net.last == 0 ? name
-                                                  : name + '[' + QString::number(index) + ']';
+    QVector<WatchedBit> bits;
+    QSet<QString> names;
+    const int count = random.bounded(4, kMostWatched + 1);
+    for (int tries = 0; tries < 20 * count && bits.size() < count; ++tries) {
+        const Net& net = design.nets.at(random.bounded(design.nets.size()));
+        const auto [low, high] = std::minmax(net.first, net.last);
+        const WatchedBit bit {net, random.bounded(low, high + 1)};
+        if (!names.contains(bit.name()))
+            bits += bit;
+        names += bit.name();
+    }
+    return bits;
+}
+
+QStringList names(const QVector<WatchedBit>& bits)
+{
+    QStringList texts;
+    for (const WatchedBit& bit : bits)
+        texts += bit.name();
+    return texts;
 }
 
 }
@@ -131,8 +190,11 @@ private Q_SLOTS:
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     QStringList attachCall(const QStringList& more) const;
-    QByteArray simulated(const QStringList& sources, const QString& module, bool pads,
-        const RandomDesign& design, const QStringList& nets);
+    void attach(const QString& form, const RandomDesign& design);
+    void compile(const QString& form, const RandomDesign& design, const QVector<WatchedBit>& bits,
+        const QString& run);
+    void compareNets();
+    void compareCapture();
     void writeConfiguration(const QStringList& bits);
 
     QTemporaryDir m_dir;
@@ -150,94 +212,125 @@ void TestOxaAttach::writeConfiguration(const QStringList& bits)
     QList<OXA::SignalItem> data;
     for (const QString& bit : bits)
         data += signalOf(bit);
-    const auto core = coreOf(0, data, data.first(), "1", 8, 0);
+    const auto core = coreOf(0, data, data.first(), "1", kSamples, 0);
+    core->storageDepth = kSamples;
     core->sampleClock = "top/c0";
     OXA::writeOXAConfigToXml({core.get()}, path("c.oxa"));
 }
 
-QByteArray TestOxaAttach::simulated(const QStringList& sources, const QString& module, bool pads,
-    const RandomDesign& design, const QStringList& nets)
+// Makes attached.v of the design and its analyzer, or a list of sources.
+void TestOxaAttach::attach(const QString& form, const RandomDesign& design)
 {
-    const QString padText = ", .tms_pad_i(1'b0), .tck_pad_i(1'b0), .tdi_pad_i(1'b0)";
-    writeFile(path("bench.v"),
-        QString(kBench)
-            .replace("SEED", QString::number(design.nets.size()))
-            .replace("W:1", QString("%1:1").arg(design.inputs))
-            .replace("W-1", QString::number(design.outputs - 1))
-            .replace("MODULE", module)
-            .replace(" PADS", pads ? padText : "")
-            .replace("NETS", "{" + nets.join(", ") + "}")
-            .toUtf8());
-    QProcess compiler;
-    compiler.start("iverilog",
-        QStringList {"-g2012", "-s", "bench", "-o", path("bench.vvp"), path("bench.v")} + sources);
-    if (!finished(compiler) || compiler.exitCode() != 0)
-        return "iverilog: " + compiler.readAllStandardError();
-    QProcess run;
-    run.start("vvp", {"-n", path("bench.vvp")});
-    return finished(run) ? run.readAllStandardOutput() : QByteArray("vvp");
-}
-
-// In every form the analyzer's ports are the nets that its configuration names, and the outputs are
-// those of the design alone. OXA_RANDOM_DESIGNS: how many designs.
-void TestOxaAttach::randomDesigns()
-{
-    bool given = false;
-    const int count = qEnvironmentVariableIntValue("OXA_RANDOM_DESIGNS", &given);
-    for (int seed = 1; seed <= (given ? count : 1); ++seed) {
-        QRandomGenerator random {quint32(seed)};
-        const RandomDesign design = randomDesign(random);
-        writeFile(path("d.v"), design.verilog);
-        QStringList names;
-        QStringList alone;
-        while (names.size() < kMostWatched) {
-            const Net& net = design.nets.at(random.bounded(design.nets.size()));
-            const int index
-                = random.bounded(qMin(net.first, net.last), qMax(net.first, net.last) + 1);
-            const QString name = bitOf(net, index, net.path);
-            if (!names.contains(name)) {
-                names += name;
-                alone += bitOf(net, index, "dut." + net.reference);
-            }
-            if (random.bounded(kMostWatched) == 0 && names.size() > 3)
-                break;
-        }
-        writeConfiguration(names);
-        const QByteArray expected = simulated({path("d.v")}, "top", false, design, alone);
-        QVERIFY2(expected.count('\n') == 239 && !expected.contains('x'), expected.left(2000));
-
-        QStringList inFlat;
-        QStringList inWrapper;
-        for (const QString& name : names) {
-            inFlat += "dut.\\u_oxa." + name + ' ';
-            inWrapper += "dut.u_oxa.\\" + name + ' ';
-        }
-        const QStringList models {OXA_BINARY_DIR "/share/oxautils/sim/QX_JTAG.v",
-            OXA_BINARY_DIR "/share/oxautils/sim/IBUF.v",
-            OXA_BINARY_DIR "/share/oxautils/sim/OBUF.v"};
-        Result result = oxa(attachCall({"--as", "verilog", "--simulation", path("sim.v")}));
-        QVERIFY2(result.status == 0, qPrintable(result.err));
-        QVERIFY2(result.err.contains("asks to be kept apart"), qPrintable(result.err));
-        QCOMPARE(
-            simulated(models + QStringList(path("sim.v")), "top", true, design, inFlat), expected);
-
-        result = oxa(attachCall({"--as", "hierarchical", "--models"}));
-        QVERIFY2(result.status == 0, qPrintable(result.err));
-        writeFile(path("list"), result.out.toUtf8());
-        QCOMPARE(simulated({"-c", path("list")}, "top_with_analyzer", true, design, inWrapper),
-            expected);
-
-        result = oxa(attachCall({}));
-        QVERIFY2(result.status == 0, qPrintable(result.err));
+    const QStringList more = form == "verilog" ? QStringList {"--simulation", path("attached.v")}
+        : form == "hierarchical"               ? QStringList {"--models"}
+                                               : QStringList();
+    const Result result = oxa(attachCall(QStringList {"--as", form} + more));
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+    writeFile(path("list"), result.out.toUtf8());
+    if (form == "yosys") {
+        // Icarus would take minutes for the gates of a large design.
+        const QString flow = design.bits < 150 ? "synth" : "prep";
         QProcess yosys;
         yosys.start("yosys",
             {"-q", "-p",
-                QString("read_verilog %1; script %2; synth -top top; setundef -init -zero; "
-                        "write_verilog -noattr %3")
-                    .arg(path("d.v"), result.out.trimmed(), path("y.v"))});
+                QString("read_verilog %1; script %2; %3 -top top; setundef -init -zero; "
+                        "write_verilog -noattr %4")
+                    .arg(path("d.v"), result.out.trimmed(), flow, path("attached.v"))});
         QVERIFY(finished(yosys));
         QVERIFY2(yosys.exitCode() == 0, yosys.readAllStandardError());
-        QVERIFY(bytesOf(path("y.v")).contains("module top(c0, c1, a, y, tms_pad_i"));
+    }
+    if (form != "hierarchical")
+        writeFile(path("attached.v"),
+            bytesOf(path("attached.v")).replace("module top(", "module attached("));
+}
+
+void TestOxaAttach::compile(const QString& form, const RandomDesign& design,
+    const QVector<WatchedBit>& bits, const QString& run)
+{
+    const QString models = OXA_BINARY_DIR "/share/oxautils/sim/";
+    const bool byPath = form == "hierarchical";
+    QStringList nets;
+    QStringList ports; // of the analyzer; synthesis leaves none
+    for (const WatchedBit& bit : bits) {
+        nets += bit.inDesign();
+        ports += form == "yosys" ? bit.inDesign()
+            : byPath             ? "dut.u_oxa.\\" + bit.name() + ' '
+                                 : "dut.\\u_oxa." + bit.name() + ' ';
+    }
+    writeFile(path("bench.v"),
+        QString(kBench)
+            .replace("RUN", run)
+            .replace("SEED", QString::number(design.nets.size()))
+            .replace("W:1", QString("%1:1").arg(design.inputs))
+            .replace("W-1", QString::number(design.outputs - 1))
+            .replace("MODULE", byPath ? "top_with_analyzer" : "attached")
+            .replace("FILE", path("nets"))
+            .replace("PORTS", ports.join(", "))
+            .replace("NETS", nets.join(", "))
+            .toUtf8());
+    const QStringList sources = byPath ? QStringList {"-c", path("list")}
+                                       : QStringList {models + "QX_JTAG.v", models + "IBUF.v",
+                                           models + "OBUF.v", path("d.v"), path("attached.v")};
+    QProcess compiler;
+    compiler.start("iverilog",
+        QStringList {"-g2012", "-s", "bench", "-o", path("bench.vvp"), path("bench.v")} + sources);
+    QVERIFY(finished(compiler));
+    QVERIFY2(compiler.exitCode() == 0, compiler.readAllStandardError());
+}
+
+// Outputs, and the analyzer's ports, are at each clock edge those of the design alone.
+void TestOxaAttach::compareNets()
+{
+    QProcess run;
+    run.start("vvp", {"-n", path("bench.vvp")});
+    QVERIFY(finished(run));
+    const QList<QByteArray> lines = run.readAllStandardOutput().trimmed().split('\n');
+    QCOMPARE(lines.size(), kEdges);
+    for (const QByteArray& line : lines) {
+        QVERIFY2(!line.contains('x'), line);
+        QCOMPARE(line.split(' ').first(), line.split(' ').last());
+    }
+}
+
+// A capture shows what the nets of the design alone were at consecutive edges.
+void TestOxaAttach::compareCapture()
+{
+    LiveTarget live;
+    QVERIFY2(live.startSimulation(path("bench.vvp")), live.target.said() + live.openocd.said());
+    const Result result = oxa({"capture", path("c.oxa"), "--openocd", live.address(), "--immediate",
+        "-o", path("captured.csv")});
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+    live.target.end();
+    QByteArray samples;
+    const QList<QByteArray> rows = bytesOf(path("captured.csv")).trimmed().split('\n').mid(1);
+    for (const QByteArray& row : rows)
+        samples += row.split(',').mid(4).join() + '\n';
+    QVERIFY2(rows.size() == kSamples && bytesOf(path("nets")).contains('\n' + samples), samples);
+}
+
+// A design in every form, watched by random bits. OXA_RANDOM_DESIGNS: how many designs.
+void TestOxaAttach::randomDesigns()
+{
+    static const QStringList forms {"verilog", "yosys", "hierarchical"};
+    bool given = false;
+    const int count = qEnvironmentVariableIntValue("OXA_RANDOM_DESIGNS", &given);
+    for (int seed = given ? 1 : kSeed; seed <= (given ? count : kSeed); ++seed) {
+        QRandomGenerator random {quint32(seed)};
+        const RandomDesign design = randomDesign(random);
+        writeFile(path("d.v"), design.verilog);
+        const QVector<WatchedBit> bits = randomBits(design, random);
+        writeConfiguration(names(bits));
+        for (const QString& form : forms) {
+            attach(form, design);
+            compile(form, design, bits, kPrint);
+            compareNets();
+            if (form == forms.at(seed % forms.size())) {
+                compile(form, design, bits, kServe);
+                compareCapture();
+            }
+            QVERIFY2(!QTest::currentTestFailed(),
+                qPrintable(QString("design %1, %2").arg(QString::number(seed), form)));
+        }
     }
 }
 
@@ -252,11 +345,16 @@ void TestOxaAttach::proofs()
     const struct {
         const char *form, *file, *from, *to, *open;
     } rows[] = {
-        {"yosys",   "w/attach.v",   "",              "",                                              ""      },
-        {"yosys",   "w/attach.v",   ".\\c1 (\\c1 )", ".\\c1 (\\c0 )",                                 "    c1"},
-        {"yosys",   "w/attach.v",   "endmodule",     "assign \\y [0] = \\u_design.word ;\nendmodule", "y"     },
-        {"verilog", "w/attached.v", "",              "",                                              ""      },
-        {"verilog", "w/attached.v", "assign y = ",   "assign y = ~",                                  "y"     },
+        {"yosys",   "w/attach.v",   "",              "",                                               ""      },
+        {"yosys",   "w/attach.v",   ".\\c1 (\\c1 )", ".\\c1 (\\c0 )",                                  "    c1"},
+        {"yosys",   "w/attach.v",   ".\\a (\\a )",   ".\\a ({\\a [2], \\a [3], \\a [1]})",             "    a" },
+        {"yosys",   "w/attach.v",   "endmodule",     "assign \\y [0] = \\u_design.word ;\nendmodule",  "y"     },
+        {"yosys",   "w/attach.v",   "endmodule",     "assign \\u_design.word = tdo_pad_o;\nendmodule",
+         ", which has several drivers"                                                            },
+        {"verilog", "w/attached.v", "",              "",                                               ""      },
+        {"verilog", "w/attached.v", "assign y = ",   "assign y = ~",                                   "y"     },
+        {"verilog", "w/attached.v", "assign y = ",
+         "reg [0:2] l; wire [0:2] t; always @(posedge c0) l <= t; assign y = l; assign t = ",          "y"     },
     };
     for (const auto& row : rows) {
         if (!*row.from) {

@@ -23,6 +23,16 @@ public:
         return !m_port.isEmpty() && connectOpenOcd();
     }
 
+    /// Serves a simulation of `vvp` that calls $oxa_target.
+    bool startSimulation(const QString& file)
+    {
+        target.start("vvp",
+            {"-n", "-M", OXA_BINARY_DIR "/lib/oxautils", "-m", "oxa_target", file,
+                "+oxa_jtag=tcp:0"});
+        m_port = target.after("remote_bitbang at port ");
+        return !m_port.isEmpty() && connectOpenOcd();
+    }
+
     /// Starts OpenOCD with the chain that we install, or starts it again.
     bool connectOpenOcd()
     {
