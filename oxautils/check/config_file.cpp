@@ -25,13 +25,13 @@ QString versionErrorOf(const QDomElement& root)
     return QString("its version is %1, the newest known is %2").arg(version.text(), LATEST_VERSION);
 }
 
-/// Where the parser saw the end of the element's start tag, which no two elements share.
+/// The parser's position of the end of the element's start tag, unique for each element.
 QPair<int, int> tagEnd(const QDomElement& element)
 {
     return {element.lineNumber(), element.columnNumber()};
 }
 
-/// The index of a port or unit; -1 when it has none that counts.
+/// The index of a port or unit; -1 when it is missing or invalid.
 int numberOf(const QDomElement& element)
 {
     bool ok = false;
@@ -39,8 +39,7 @@ int numberOf(const QDomElement& element)
     return ok && number >= 0 && number < kUnits ? number : -1;
 }
 
-/// The children `tag` of a core's list by their index; of several the last, which is the one that
-/// counts.
+/// The children `tag` of a core's list by their index; the last one with an index counts.
 QHash<int, QDomElement> indexed(const QDomElement& core, const char* listTag, const char* tag)
 {
     QHash<int, QDomElement> elements;
@@ -93,7 +92,7 @@ void ConfigFile::setStart(const QDomElement& element, Place& place) const
 {
     place.line = element.lineNumber();
     place.column = element.columnNumber();
-    // The parser says where the tag ends; no "<" stands between that and where it begins.
+    // The parser reports the tag's end; there is no "<" between it and the tag's start.
     int end = place.column - 1;
     for (int line = place.line; line >= 1 && line <= m_lines.size(); --line, end = -1) {
         const int start = m_lines.at(line - 1).lastIndexOf('<', end);

@@ -8,7 +8,7 @@ namespace OXA {
 
 namespace {
 
-/// The first core with which `test` of a resource holds; -1 when there is none.
+/// The first core for which `test` of a resource is true; -1 when there is none.
 template <typename Test> int firstCore(const AllCores& configuration, Test test)
 {
     const auto at = std::find_if(configuration.amounts.begin(), configuration.amounts.end(), test);
@@ -22,7 +22,7 @@ const OXA_TOOL::AnalyzerResource& resourceOf(qint64 OXA_TOOL::AnalyzerAmounts::*
         [amount](const OXA_TOOL::AnalyzerResource& resource) { return resource.amount == amount; });
 }
 
-/// Says with which core the analyzer takes more than the part has.
+/// Reports the core with which the analyzer exceeds the part.
 void findMisfit(
     const AllCores& configuration, qint64 OXA_TOOL::AnalyzerAmounts::*amount, Findings& findings)
 {

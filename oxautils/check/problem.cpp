@@ -8,14 +8,14 @@ namespace OXA {
 
 namespace {
 
-// Errors with which an analyzer is built, and works.
+// Errors with which an analyzer can be built and works.
 constexpr const char* kBuilds[] = {
-    "checksum", // the content is what is built
-    "core-index", // the installed cores take any
-    "storage-depth", // and number of windows: the memory's size need not be a power of two
+    "checksum", // the analyzer is built from the content
+    "core-index", // the installed cores accept any
+    "storage-depth", // and number of windows: memories of other sizes work
     "window-count",
-    "short-window", // programs write the window that they want when they arm
-    "look-up-tables", // by the estimate: synthesis decides
+    "short-window", // programs write the settings of the window when they arm
+    "look-up-tables", // an estimate: synthesis decides
     "block-sram",
     "shadow-sram",
     "registers",

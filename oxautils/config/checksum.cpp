@@ -24,7 +24,7 @@ QByteArray latin1(const QString& text)
     return bytes;
 }
 
-/// Collects what a checksum is taken of.
+/// Collects the input of a checksum.
 class ChecksumText {
 public:
     void add(int number) { m_text += QByteArray::number(unsigned(number), 16); }

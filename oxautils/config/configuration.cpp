@@ -35,7 +35,7 @@ bool readCores(const QString& path, Configuration& configuration, QString& error
     return ok;
 }
 
-/// What makes the reader's words easier to act on.
+/// Additions to the reader's message: what to do.
 QString hintFor(const QString& error)
 {
     if (error == "Invalid Oxa config file.")
@@ -47,7 +47,7 @@ QString hintFor(const QString& error)
     return {};
 }
 
-/// A line on what to do when `content` is no XML; else nothing.
+/// A line on what to do when `content` is malformed; else empty.
 QString remedyFor(const QByteArray& content)
 {
     QDomDocument document;
@@ -97,7 +97,7 @@ bool adoptMarkedPorts(AoCore& core)
     const auto listed = std::count_if(core.signalList.begin(), core.signalList.end(), isListed);
     const QList<SignalItem> marked = core.captureSignals.mid(int(listed)); // readers add them last
     for (SignalItem item : marked) {
-        item.captureEnable = true; // the mark captures them, whatever the port's list says
+        item.captureEnable = true; // the mark captures them, even when the port's list does not
         core.signalList += item;
     }
     return !marked.isEmpty();

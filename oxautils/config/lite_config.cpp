@@ -39,7 +39,7 @@ void writeCore(QXmlStreamWriter& xml, const AOCore_Lite& core)
     xml.writeEndElement();
 }
 
-/// Empty when the document's version is one that the reader understands, else what to report.
+/// The error in the document's version; empty when the reader understands it.
 QString versionProblem(const QDomElement& root)
 {
     const QDomElement version = root.firstChildElement(NODE_VERSION);

@@ -23,7 +23,7 @@ void writeSignalContent(QXmlStreamWriter& xml, const SignalItem& item)
     xml.writeEndElement();
 }
 
-// A port's list always keeps the name under "restorename"; a core's list only beside a text.
+// A port's list always has the name under "restorename"; a core's list only when there is a text.
 void writeBusNames(QXmlStreamWriter& xml, const SignalItem& bus, SignalOwner owner)
 {
     if (!bus.text.isEmpty())

@@ -15,8 +15,8 @@ namespace {
 constexpr int kDeepestLevel = 64; // real files have 6
 constexpr int kLargestKept = 1 << 20; // bytes of a file
 
-/// The last file that was parsed. Its mode, checks and cores are all asked for within a moment; a
-/// large one is only kept for those who say how long that is.
+/// The last file that was parsed. Its mode, checks and cores are read within a short time; large
+/// files are kept only during a `ParseOnce`.
 struct LastParsed {
     QByteArray content;
     QDomDocument document;
@@ -41,7 +41,7 @@ struct LastParsed {
 
 thread_local LastParsed lastParsed;
 
-/// The last file that was read while somebody kept what is parsed.
+/// The last file that was read during a `ParseOnce`.
 struct LastRead {
     QString path;
     struct stat state { };
@@ -59,8 +59,8 @@ struct LastRead {
 
 thread_local LastRead lastRead;
 
-/// Walks over the markup of a document without building anything from it, so that nesting costs no
-/// stack. What is malformed is left to the parser behind it.
+/// Scans the markup of a document without building a tree, so that nesting needs no stack.
+/// Malformed markup is left to the parser.
 class NestingScanner {
 public:
     explicit NestingScanner(const QString& text)
@@ -68,7 +68,7 @@ public:
     {
     }
 
-    /// False, with the place in `error`, when the document is not to be parsed.
+    /// False, with the place in `error`, when the document must not be parsed.
     bool accepts(XmlError& error)
     {
         while ((m_at = m_text.indexOf('<', m_at)) >= 0) {
@@ -89,7 +89,7 @@ private:
         return m_text.midRef(m_at, text.size()) == text;
     }
 
-    /// Moves behind the next `what` that shares no character with the `opening` here: "<!-->" only
+    /// Moves after the next `what` that shares no character with the `opening` here: "<!-->" only
     /// begins a comment.
     void skipBehind(const char* opening, const char* what)
     {
@@ -98,7 +98,7 @@ private:
         m_at = found < 0 ? m_text.size() : found + text.size();
     }
 
-    /// Moves behind the ">" of a tag, past those in its quoted values; the tag's text before it.
+    /// Moves after the ">" of a tag, skipping those in quoted values; returns the tag's text.
     QStringRef takeTag()
     {
         const int start = m_at;
@@ -115,7 +115,7 @@ private:
         return m_text.midRef(start);
     }
 
-    /// Takes one piece of markup; null, or what is wrong with it.
+    /// Reads one piece of markup; returns null, or an error.
     const char* takeMarkup()
     {
         if (startsWith("<!--")) {
@@ -146,7 +146,7 @@ private:
     int m_level = 0;
 };
 
-// Decoded as the parser itself decodes, so that the scanner sees what the parser will see.
+// Decoded as by the parser, so that both read the same text.
 QString decoded(const QByteArray& content)
 {
     QT_WARNING_PUSH

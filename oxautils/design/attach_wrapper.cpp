@@ -39,7 +39,7 @@ QString connection(const QString& port, const QString& net)
     return "    ." + port + '(' + net + ')';
 }
 
-/// The design as a module in a module.
+/// The instance of the design in the wrapper.
 QString designInstance(const Design& design, const QString& module, const QString& parameters)
 {
     QStringList connections;
@@ -55,7 +55,7 @@ QString moduleHead(const QString& name, const QStringList& ports)
     return "module " + escaped(name) + "(\n    " + ports.join(",\n    ") + "\n);\n";
 }
 
-/// The wire that is a watched net: whatever the net's range, its bits count from 0.
+/// The wire of a watched net; its bits count from 0 for any range of the net.
 QString wireName(const DesignSignal& signal) { return kInstance + ('.' + signal.flatName); }
 
 QString watchedWires(

@@ -6,7 +6,7 @@ namespace {
 
 bool isDigit(QChar c) { return c >= '0' && c <= '9'; }
 
-/// The position behind the digits at `at`; `first` gets the first of them that is not 0.
+/// The position after the digits at `at`; `first` is the first of them that is not 0.
 int behindNumber(const QString& text, int at, int& first)
 {
     while (at + 1 < text.size() && text.at(at) == '0' && isDigit(text.at(at + 1)))

@@ -8,7 +8,7 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostBits = 1 << 28; // of a module: more is no design but a mistake
+constexpr int kMostBits = 1 << 28; // of a module
 
 /// One line, word by word.
 class Line {
@@ -34,7 +34,7 @@ public:
         return m_at < m_text.size() ? m_text.at(m_at) : '\0';
     }
 
-    /// The rest as a text in quotes, its escapes removed; what is not quoted stays.
+    /// The rest as a quoted text, without its escapes; other text is not changed.
     QByteArray text()
     {
         if (peek() != '"')
@@ -183,7 +183,7 @@ private:
         m_module->items.push_back({shownName(name), signal, first});
     }
 
-    // "sub.v:7.5-7.9"; an object that was derived may name several places.
+    // "sub.v:7.5-7.9"; a derived object may have several places.
     void takePlace(DesignSignal& signal)
     {
         const QByteArray place = m_attributes.value("\\src");
@@ -193,13 +193,13 @@ private:
             return;
         const QByteArray lines = last.mid(colon + 1);
         signal.line = lines.left(lines.indexOf('.')).toInt();
-        QString& name = m_files[last.left(colon)]; // one text for all signals of a file
+        QString& name = m_files[last.left(colon)]; // shared by all signals of a file
         if (name.isEmpty())
             name = QString::fromUtf8(last.left(colon));
         signal.file = name;
     }
 
-    // The names of a package's values stand with the package.
+    // The names of values declared in a package have its prefix.
     void takeStates(DesignSignal& signal) const
     {
         static const QByteArray prefix = "\\enum_value_";
@@ -260,7 +260,7 @@ private:
         }
     }
 
-    /// The bits that come next on the line.
+    /// The next bits of the line.
     RtlilBits bitsOf(Line& line)
     {
         if (line.peek() != '{')
@@ -275,7 +275,7 @@ private:
         return bits;
     }
 
-    /// The bits of one name, with the range behind it, or of a constant.
+    /// The bits of one name with an optional range, or of a constant.
     RtlilBits chunk(Line& line, const QByteArray& name)
     {
         if (!isName(name)) {
@@ -301,7 +301,7 @@ private:
     RtlilModule* m_module = nullptr; // being read
     QHash<QByteArray, QByteArray> m_attributes; // of the next object
     QHash<QByteArray, QString> m_files;
-    bool m_inCell = false; // and of that cell:
+    bool m_inCell = false; // the state of that cell:
     QByteArray m_type;
     bool m_isRegister = false;
     bool m_isInstance = false;

@@ -8,8 +8,8 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMaxNumberBits = 64; // what changeRadix takes
-constexpr quint64 kMaxLimb = 1u << 31; // a limb by a base, with a carry, is a quint64
+constexpr int kMaxNumberBits = 64; // limit of changeRadix
+constexpr quint64 kMaxLimb = 1u << 31; // limb times base plus carry fits a quint64
 
 int digitValue(QChar digit)
 {
@@ -26,7 +26,7 @@ struct WideNumber {
             ++digitsPerLimb;
     }
 
-    /// Puts a digit of `otherBase` behind the number's own.
+    /// Appends a digit of `otherBase`.
     void append(int otherBase, int digit)
     {
         quint64 carry = quint64(digit);

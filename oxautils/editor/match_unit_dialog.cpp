@@ -23,13 +23,13 @@ constexpr MatchType kTypes[] = {
     MatchRangeEdges,
 };
 
-/// 2 to the power of `width`, as a counter counts matches and not from 0.
+/// 2 to the power of `width`: counters count matches from 1.
 int counterMaximum(unsigned width)
 {
     return width < 32 ? int(qMin(1u << width, unsigned(INT_MAX))) : INT_MAX;
 }
 
-/// Shows `value` even where the box would not let a user choose it.
+/// Shows `value` even when it is outside the range that a user can choose.
 void setStoredValue(QSpinBox* box, int value)
 {
     box->setMinimum(qMin(box->minimum(), value));
@@ -54,7 +54,7 @@ MatchUnitDialog::MatchUnitDialog(MatchUnit* unit, bool fixedUnit, QWidget* paren
     if (fixedUnit) {
         ui->comboBoxTrigger->setEnabled(false);
         ui->comboBoxType->setEnabled(false);
-        ui->groupBoxCounter->setCheckable(false); // enables what is in it
+        ui->groupBoxCounter->setCheckable(false); // enables its content
         if (!unit->counterEnable) {
             ui->groupBoxCounter->setEnabled(false);
             ui->spinBoxCounterWidth->setEnabled(false);
@@ -66,7 +66,7 @@ MatchUnitDialog::MatchUnitDialog(MatchUnit* unit, bool fixedUnit, QWidget* paren
 
 MatchUnitDialog::~MatchUnitDialog()
 {
-    // An editor that loses the focus while the widgets go would still report its text.
+    // An editor that loses the focus during destruction would still emit its text.
     for (TreeLineEdit* edit : findChildren<TreeLineEdit*>())
         edit->disconnect(this);
 }
@@ -119,7 +119,7 @@ void MatchUnitDialog::connectInputs()
         connect(button, &QRadioButton::toggled, this, &MatchUnitDialog::onBaseChanged);
 }
 
-/// Offers the functions of the type. A stored function that the type does not have stays, unseen,
+/// Adds the functions of the type. A stored function that the type does not have is kept, unseen,
 /// until the user chooses one.
 void MatchUnitDialog::fillFunctions()
 {
@@ -193,7 +193,7 @@ void MatchUnitDialog::onBaseChanged()
         : ui->rbtnOct->isChecked()              ? 8
         : ui->rbtnDec->isChecked()              ? 10
                                                 : base;
-    if (chosen == base) // both buttons that change report it
+    if (chosen == base) // both changing buttons emit the signal
         return;
     finishEdits();
     rewriteValues(chosen, true);
@@ -201,8 +201,8 @@ void MatchUnitDialog::onBaseChanged()
     toolTipValueChanged(ui->treeSignals1);
 }
 
-/// Sets the editors up for `newBase` and the type and function; a value that they do not allow is
-/// cleared. With `convert` only the rows with letters are.
+/// Sets up the editors for `newBase`, the type and the function; clears values that they do not
+/// allow. With `convert`, clears only rows with letters.
 void MatchUnitDialog::rewriteValues(int newBase, bool convert)
 {
     const QString value0 = getEditor(ui->treeSignals0, convert);
@@ -215,7 +215,7 @@ void MatchUnitDialog::rewriteValues(int newBase, bool convert)
 
 void MatchUnitDialog::onCounterWidthChanged()
 {
-    // The width counts modulo 32 here.
+    // The format's rule: the width counts modulo 32 here.
     ui->spinBoxCounter->setMaximum(counterMaximum(unsigned(ui->spinBoxCounterWidth->value()) % 32));
 }
 
@@ -235,11 +235,11 @@ void MatchUnitDialog::accept()
     QDialog::accept();
 }
 
-/// Why the values cannot be taken; empty when they can.
+/// The error in the values; empty when there is none.
 QString MatchUnitDialog::objection(const QString& value0, const QString& value1) const
 {
     const bool range = isRangeFunction(MatchFunc(func));
-    // Stays empty: the editors bound the values, and hosts rely on no other limit.
+    // Always empty: the editors limit the values, and hosts rely on no other limit.
     const QString effective;
     if (value0.length() < effective.length() || (range && value1.length() < effective.length()))
         return tr("value is more than effective width.");

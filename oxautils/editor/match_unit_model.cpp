@@ -33,7 +33,7 @@ constexpr const char* kHeaders[ColumnCount] = {
     QT_TRANSLATE_NOOP("OXA::MatchUnitModel", "Value"),
 };
 
-/// The roles that are alike in all columns.
+/// The roles that are the same in all columns.
 QVariant cell(const MatchUnit& unit, int role, const QString& text)
 {
     switch (role) {

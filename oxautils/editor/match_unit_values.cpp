@@ -1,4 +1,4 @@
-// The part of the dialog that enters values: one editor a signal, one a bit of a bus.
+// The part of the dialog for values: one editor for each signal and for each bit of a bus.
 
 #include "oxautils/editor/match_unit_dialog.h"
 
@@ -44,8 +44,8 @@ constexpr DigitChoice kDigits[] = {
 
 bool isLetter(QChar digit) { return QString("XBFRN").contains(digit); }
 
-/// The editors of the top-level rows. What an editor shows is its displayText(): under a mask whose
-/// blank is "0", text() leaves out every zero.
+/// The editors of the top-level rows. Read their displayText(): under a mask with the blank "0",
+/// text() omits all zeros.
 QList<TreeLineEdit*> rowEdits(const QTreeWidget* tree)
 {
     QList<TreeLineEdit*> edits;
@@ -80,7 +80,7 @@ QString rowValue(const TreeLineEdit& edit, bool convert)
     return edit.bitWidth == 1 ? text : bitTexts(edit);
 }
 
-/// What the longest name takes, of bits too that are not unfolded.
+/// The width of the longest name, including collapsed bits.
 int nameWidth(const QTreeWidget& tree)
 {
     const auto textWidth = [&tree](const QTreeWidgetItem* row) {
@@ -96,14 +96,14 @@ int nameWidth(const QTreeWidget& tree)
     return width + tree.indentation() + 2 * tree.fontMetrics().averageCharWidth();
 }
 
-/// Keeps the editors in sight of long names, which may take half of a wide tree.
+/// Limits long names to half of the tree, so that the editors are visible.
 void boundNames(QTreeWidget& tree)
 {
     const int least = kMaxNameWidth * tree.fontMetrics().averageCharWidth();
     tree.setColumnWidth(kNameColumn, qMin(nameWidth(tree), qMax(least, tree.width() / 2)));
 }
 
-/// Puts `edits` behind `widget` in the order of the Tab key.
+/// Puts `edits` after `widget` in the Tab order.
 QWidget* chainTabs(QWidget* widget, const QList<TreeLineEdit*>& edits)
 {
     for (TreeLineEdit* edit : edits) {
@@ -115,7 +115,7 @@ QWidget* chainTabs(QWidget* widget, const QList<TreeLineEdit*>& edits)
 
 }
 
-/// The characters that the pattern of an editor allows, as they stand in a regular expression.
+/// The characters that an editor allows, for a regular expression.
 QString MatchUnitDialog::digits() const
 {
     switch (base) {
@@ -132,13 +132,13 @@ QString MatchUnitDialog::digits() const
     }
 }
 
-/// Whether the digit menu lets `digit` be chosen.
+/// Whether the digit menu offers `digit`.
 bool MatchUnitDialog::offers(QChar digit) const
 {
     return digit == '0' || digit == '1' || (base == 2 && digits().contains(digit));
 }
 
-/// A forbidden text in an editor would keep it from reporting edits and let any key in.
+/// An editor with a forbidden text would not report edits, and accept any key.
 QString MatchUnitDialog::withoutForbidden(QString value) const
 {
     for (QChar& digit : value) {
@@ -148,7 +148,7 @@ QString MatchUnitDialog::withoutForbidden(QString value) const
     return value;
 }
 
-/// Clears `edit`, which comes before a new mask or pattern: old text would be laid into it.
+/// Clears `edit` before a new mask or pattern, which would otherwise apply to the old text.
 void MatchUnitDialog::setEditorType(QLineEdit* edit, int width)
 {
     edit->clear();
@@ -165,8 +165,8 @@ QString MatchUnitDialog::getEditor(QTreeWidget* tree, bool convert)
     return value;
 }
 
-/// Spreads the binary digits `value` over the rows. A short value stands on the right, as in the
-/// hardware's registers; of a long one the first digits count.
+/// Distributes the binary digits `value` over the rows. Like the hardware's registers, a short
+/// value is padded on the left, and a long one cut on the right.
 void MatchUnitDialog::setEditor(QString value, QTreeWidget* tree)
 {
     const QList<TreeLineEdit*> edits = rowEdits(tree);
@@ -181,7 +181,7 @@ void MatchUnitDialog::setEditor(QString value, QTreeWidget* tree)
     }
 }
 
-/// Whether the rows of `tree` may show `value`.
+/// Whether the rows of `tree` allow `value`.
 bool MatchUnitDialog::fits(const QString& value, QTreeWidget* tree) const
 {
     int at = 0;
@@ -203,7 +203,7 @@ void MatchUnitDialog::resetTree(QTreeWidget* tree)
     currentEdit = nullptr;
 }
 
-/// Sets the rows' editors up anew; their bits are the caller's to write.
+/// Sets up the rows' editors; the caller then writes their bits.
 void MatchUnitDialog::resetEditor()
 {
     for (QTreeWidget* tree : {ui->treeSignals0, ui->treeSignals1}) {
@@ -212,7 +212,7 @@ void MatchUnitDialog::resetEditor()
     }
 }
 
-/// Takes over what is being typed in `tree` and leaves its editors.
+/// Applies the text being typed in `tree`, and takes the focus from its editors.
 void MatchUnitDialog::clearEditorFocus(QTreeWidget* tree)
 {
     for (TreeLineEdit* edit : rowEdits(tree))
@@ -239,7 +239,7 @@ void MatchUnitDialog::Signal2treeItemAndEdit(QTreeWidget* tree, SignalItem item,
     setEditorType(bus, bus->bitWidth);
     connect(bus, &QLineEdit::editingFinished, this, &MatchUnitDialog::onBusEditChange);
     tree->setItemWidget(busRow, kEditColumn, bus);
-    QPalette readOnly; // nothing else says that bits cannot be typed
+    QPalette readOnly; // shows that bits cannot be typed
     readOnly.setBrush(QPalette::Base, palette().window());
     for (int i = 0; i < item.subItems.size(); ++i) {
         TreeLineEdit* bit = makeEditor(tree, busRow->child(i)->text(kNameColumn));
@@ -265,7 +265,7 @@ TreeLineEdit* MatchUnitDialog::makeEditor(QTreeWidget* tree, const QString& name
     return edit;
 }
 
-/// Lets the Tab key visit the editors from top to bottom, after their tree.
+/// Sets the Tab order of the editors from top to bottom, after their tree.
 void MatchUnitDialog::layOutEditors(QTreeWidget* tree)
 {
     boundNames(*tree);
@@ -352,7 +352,7 @@ void MatchUnitDialog::onEditMenu(QPoint)
     menu->popup(QCursor::pos());
 }
 
-/// Sets every bit of the editor of the menu to `digit`.
+/// Sets every bit of the menu's editor to `digit`.
 void MatchUnitDialog::changeTo(QChar digit)
 {
     if (!currentEdit || !offers(digit))

@@ -8,10 +8,10 @@ namespace OXA {
 
 namespace {
 
-// Any number may stand in a file; what leaves 32 bits wraps.
+// A file may contain any number; results wrap at 32 bits.
 int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
 
-/// Samples from the trigger's on that are taken before the register's count begins.
+/// Samples from the trigger sample on that are taken before the register counts.
 int uncountedSamples(const AoCore& core)
 {
     return core.expressionType == DynamicExpressions ? 4 : 3;

@@ -12,7 +12,7 @@ bool isDigit(QChar c) { return c >= '0' && c <= '9'; }
 
 bool isBlank(QChar c) { return c == ' ' || c == '\t'; }
 
-/// Where the run of characters that `belongs` accepts ends.
+/// The end of the run of characters that `belongs` accepts.
 template <typename Belongs> int endOfRun(const QString& text, int start, const Belongs& belongs)
 {
     while (start < text.size() && belongs(text.at(start)))
@@ -29,7 +29,7 @@ Piece unitAt(const QString& text, int start)
     return {Piece::Unit, start, end - start, number < kUnits ? number : -1};
 }
 
-/// Of 1'b0 and 1'b1; files keep expressions in upper case.
+/// Whether 1'b0 or 1'b1 is at `start`; files have expressions in upper case.
 bool isConstant(const QString& text, int start)
 {
     return text.size() - start >= 4 && text.at(start) == '1' && text.at(start + 1) == '\''

@@ -8,7 +8,7 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostNames = 5; // that an error lists
+constexpr int kMostNames = 5; // in an error
 
 struct Known {
     QString text;
@@ -31,8 +31,8 @@ void addKnown(const QList<SignalItem>& items, QString SignalItem::*text, QList<K
     }
 }
 
-/// The signals of `core` by every text that stands for them, long texts first: one may begin
-/// another. Of equal ones names come before display texts.
+/// The signals of `core` by each of their texts, long texts first, because one text may begin with
+/// another. Names are before equal display texts.
 QList<Known> knownSignals(const AoCore& core)
 {
     QList<SignalItem> items = core.signalList;
@@ -46,8 +46,8 @@ QList<Known> knownSignals(const AoCore& core)
     return known;
 }
 
-/// Where the text of `known`, which begins at `start`, ends: behind the comma, or at the end of
-/// all; -1 when it does not stand there.
+/// The end of the text of `known` that begins at `start`: after the comma, or at the end of the
+/// text; -1 when it is not there.
 int endOf(const Known& known, const QString& text, int start)
 {
     static const QRegularExpression rest("(?: \\(\\d+\\))?(?: \\(not captured\\))?\\s*(?:,\\s*|$)");

@@ -7,9 +7,9 @@ namespace OXA {
 namespace {
 
 constexpr int kDeepest = 200; // Verilog's readers have limits
-constexpr char kReduction = '='; // of one bit, which it leaves as it is
+constexpr char kReduction = '='; // of one bit: no change
 
-/// An operator, or an open parenthesis, that waits for its right operand.
+/// An operator, or an open parenthesis, without its right operand yet.
 struct Pending {
     char symbol;
     int strength;
@@ -27,13 +27,13 @@ Pending binaryOperator(const QString& text)
     return {text.at(0).toLatin1(), isAnd ? 5 : text == "^" ? 4 : 3};
 }
 
-/// Verilog's blanks, line ends among them.
+/// White space of Verilog, line ends included.
 bool isSpace(const Token& token)
 {
     return token.kind == Token::Blank || QLatin1String("\n\v\f\r").contains(token.text.at(0));
 }
 
-/// Brings tokens into postfix order.
+/// Converts tokens to postfix order.
 class Parser {
 public:
     Parser(std::vector<Step>& steps, const QList<int>& units)
@@ -69,7 +69,7 @@ private:
             endOperand();
             return SyntaxFault::None;
         case Token::Constant:
-            m_steps.push_back({'A', m_units.size()}); // which is 0 in every row
+            m_steps.push_back({'A', m_units.size()}); // 0 in every row
             if (token.text == "1'b1")
                 m_steps.push_back({'!', 0});
             endOperand();

@@ -20,7 +20,7 @@ constexpr int kVariablesPerWord = 6;
 constexpr quint64 kRowBits[kVariablesPerWord] = {0xaaaaaaaaaaaaaaaa, 0xcccccccccccccccc,
     0xf0f0f0f0f0f0f0f0, 0xff00ff00ff00ff00, 0xffff0000ffff0000, 0xffffffff00000000};
 
-// Rows are evaluated in blocks, so that the choice of what a step does is made once for 2048 rows.
+// Rows are evaluated in blocks of 2048, with one decision about each step for all of them.
 constexpr int kWordsPerBlock = 32;
 constexpr int kVariablesPerBlock = kVariablesPerWord + 5;
 static_assert(kWordsPerBlock == 1 << (kVariablesPerBlock - kVariablesPerWord));
@@ -43,8 +43,8 @@ constexpr std::array<char, 512> bytePairs()
 // Both digits of every byte.
 constexpr std::array<char, 512> kBytePairs = bytePairs();
 
-/// Whether it holds nothing but names, operators and parentheses. Names have no leading zeros, and
-/// two operators in a row are legal text, though no expression.
+/// Whether it has only names, operators and parentheses. Names have no leading zeros; two operators
+/// in a row are accepted here, but are not an expression.
 bool isLegal(const QString& exp)
 {
     Piece piece {Piece::Blank, 0, 0};
@@ -59,14 +59,14 @@ bool isLegal(const QString& exp)
     return true;
 }
 
-/// The postfix text as one row's evaluation sees it once its letters are replaced; the same for
-/// every row but for the values.
+/// The postfix text as steps, after letters are replaced for a row; the same steps for every row.
 std::vector<Step> stepsOf(const QByteArray& postfix, int& stopsAt)
 {
     std::vector<Step> steps;
     for (int i = 0; i < postfix.size(); ++i) {
         const char c = postfix.at(i);
-        // As calcuate: from the first character on whose code is not above its place, letters stay.
+        // As in calcuate: letters stay from the first character on whose code is not above its
+        // position.
         if (stopsAt < 0 && uchar(c) <= i)
             stopsAt = i;
         if (std::strchr(kOperators, c))
@@ -77,8 +77,8 @@ std::vector<Step> stepsOf(const QByteArray& postfix, int& stopsAt)
     return steps;
 }
 
-/// The most values that the steps hold at a time; 0 when they do not leave exactly one. Neither
-/// depends on the row.
+/// The maximal number of values on the stack; 0 when the steps do not give exactly one. Independent
+/// of the row.
 size_t stackNeeded(const std::vector<Step>& steps)
 {
     size_t depth = 0;
@@ -100,8 +100,8 @@ void combine(Block& result, const Block& left, const Block& right, Operation ope
         result[i] = operation(left[i], right[i]);
 }
 
-/// Runs steps over a block of rows. An operand is not copied: the stack points at its values, and
-/// every place of the stack has room for one result.
+/// Runs steps over a block of rows. Operands are not copied: the stack points to their values, and
+/// each position of the stack has a buffer for a result.
 class Evaluator {
 public:
     explicit Evaluator(const std::vector<Step>& steps)
@@ -111,7 +111,7 @@ public:
     {
     }
 
-    /// For steps that leave one value.
+    /// For steps that give one value.
     const Block& run(const std::vector<Block>& variables)
     {
         size_t depth = 0;
@@ -147,7 +147,7 @@ private:
     std::vector<const Block*> m_stack;
 };
 
-/// Which variables every row takes as "0".
+/// The variables that are "0" in every row.
 std::vector<bool> forcedToZero(
     int variables, const std::vector<bool>& enables, const std::vector<bool>& added)
 {
@@ -191,7 +191,7 @@ std::vector<quint64> evaluateRows(
     return words;
 }
 
-/// Eight rows as text for each value of their byte, the first row in its lowest bit.
+/// The text of eight rows for each value of a byte, the first row in the lowest bit.
 std::vector<QString> byteTexts()
 {
     std::vector<QString> texts(256, QString(8, '0'));
@@ -226,7 +226,7 @@ std::vector<bool> unitSwitches(const AoCore& core)
     std::vector<bool> enables;
     for (const MatchUnit* unit : core.matchUnits)
         enables.push_back(unit->enabled);
-    enables.resize(std::max(enables.size(), size_t(kUnits))); // should a host have removed units
+    enables.resize(std::max(enables.size(), size_t(kUnits))); // a host may have removed units
     return enables;
 }
 

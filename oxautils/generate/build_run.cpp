@@ -30,7 +30,7 @@ namespace {
 
 using TooMuch = bool (AnalyzerResource::*)(const AnalyzerAmounts&, const AnalyzerAmounts&) const;
 
-/// Of which resources the part has too little, by `tooMuch`.
+/// The resources for which `tooMuch` is true, as lines to show.
 QStringList misfits(
     const QString& what, const AnalyzerAmounts& taken, const DEV::ChipInfo& part, TooMuch tooMuch)
 {
@@ -47,7 +47,7 @@ QStringList misfits(
     return texts;
 }
 
-/// A file with the netlist: the engine's own when the output went into a stream.
+/// A file with the netlist: the engine's file when the output is a stream.
 QString writtenNetlist(const OxaArg& arg)
 {
     if (!OXA_FILES::isStream(arg.outputFile))
@@ -56,7 +56,7 @@ QString writtenNetlist(const OxaArg& arg)
     return arg.workDir + '/' + runs.value(0) + "/netlist.v";
 }
 
-/// What is taken by a netlist of these cells.
+/// The resources of these cells.
 AnalyzerAmounts amountsOf(const QMap<QString, int>& cells)
 {
     return {cells.value("QX_LUT4"),
@@ -90,7 +90,7 @@ BuildResult BuildRun::check() const
     }
     const DEV::ChipInfo part = chipOf(m_arg);
     result.problems = checkConfigFile(m_arg.configFile, link ? nullptr : &part);
-    if (m_synthesize) // another tool, to which sources go, may need less
+    if (m_synthesize) // another tool may need less
         result.messages = misfits("the analyzer takes about",
             OXA_TOOL::estimateOf(configuration, part), part, &AnalyzerResource::cannotFit);
     if (configuration.isEmpty())
@@ -139,7 +139,7 @@ void BuildRun::setGenerator(OXAProxyQxSyn* generator)
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_generator = generator;
     if (generator && m_stopped)
-        generator->tryToStop(); // before the run, which then does not start
+        generator->tryToStop(); // before the run: it does not start then
 }
 
 bool BuildRun::writeTemplates() const

@@ -22,7 +22,7 @@ void writeDefines(QTextStream& out, const AOCore_Lite& core, const DEV::ChipInfo
     if (core.inputRegisterEnabled)
         out << "`define DEF_INPUT_REG_EN\n";
     if (core.captureInitDataEnabled) {
-        // The format's rule: said again even where the flag above has said it.
+        // The format's rule: repeated even after the flag above.
         if (shadowMissing)
             out << "`define DEF_INPUT_REG_EN\n";
         out << "`define DEF_CAPTURE_INIT_DATA\n";
@@ -38,7 +38,7 @@ void writeParameters(QTextStream& out, const AOCore_Lite& core)
     if (core.trigType == 0 || core.trigType == 1)
         out << "parameter TRIG_TYPE = " << core.trigType << ";\n";
     out << "parameter STORAGE_DEPTH = " << core.captureAmount << ";\n";
-    // All three alike: a Lite core keeps no mark beside a sample.
+    // The format's rule: all three are the same, because a Lite core stores no mark.
     for (const char* name : {"DATA_OUT_SHIFT_WIDTH", "MEM_DATA_WIDTH", "SIG_PORT_WIDTH"})
         out << "parameter " << name << " = " << core.dataSignals().size() << ";\n";
 }

@@ -10,7 +10,7 @@ namespace OXA {
 
 namespace {
 
-// Each name with its length in front, so that no two lists are the same bytes.
+// Each name with its length before it, so that different lists have different bytes.
 quint32 sumOf(const QStringList& names)
 {
     constexpr int kByte = 8; // bits
@@ -52,7 +52,7 @@ bool writeNameSums(const QString& workDir, const QList<NameSums>& cores)
     return writeVerilogFile(workDir, NAME_SUMS_FILE_NAME, [&cores](QTextStream& out) {
         out << "// CRC-32 of the names that the cores' bits have in the configuration\n";
         for (int position = 0; position < cores.size(); ++position) {
-            QString digits; // the first sum in the lowest bits
+            QString digits; // the first checksum in the lowest bits
             for (const quint32 sum : cores.at(position))
                 digits.prepend(QString("%1").arg(sum, 8, 16, QChar('0')));
             out << "`define OXA_NAMES_" << position << ' ' << 4 * digits.size() << "'h" << digits

@@ -55,7 +55,7 @@ int OxaPrepare::lite_generate(OxaArg arg)
         return 0;
     lite_generateFilesForAoCtrl(arg, cores);
     lite_generateFilesForAoCore(arg, cores);
-    writeNames(arg, cores.mid(0, 1)); // which alone becomes hardware
+    writeNames(arg, cores.mid(0, 1)); // only this core is built
     if (arg.customTop.isEmpty())
         lite_generateOxaTop(arg, cores);
 

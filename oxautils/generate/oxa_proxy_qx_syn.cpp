@@ -99,7 +99,7 @@ int _oxa_proxy_qxsyn::lite_generate(OxaArg arg)
         return kUnusable;
     lite_generateFilesForAoCtrl(arg, cores);
     lite_generateFilesForAoCore(arg, cores);
-    writeNames(arg, cores.mid(0, 1)); // which alone becomes hardware
+    writeNames(arg, cores.mid(0, 1)); // only this core is built
     lite_generateOxaTop(arg, cores);
     return lite_synthesize(arg, cores) ? kDone : kSynthesisFailed;
 }

@@ -14,7 +14,7 @@ namespace OXA {
 
 namespace {
 
-// Of SystemVerilog, as which many tools read all Verilog, and of VHDL; Verilog's own are elsewhere.
+// Of SystemVerilog, which many tools use for all Verilog, and of VHDL. Verilog's are elsewhere.
 constexpr char kKeywords[]
     = "abs accept_on access after alias all always_comb always_ff always_latch architecture array "
       "assert assume assume_guarantee attribute before bind bins binsof bit block body break "
@@ -39,7 +39,7 @@ constexpr char kKeywords[]
       "type typedef unaffected union unique unique0 units until until_with untyped var variable "
       "virtual vmode void vprop vunit wait_order weak when wildcard with within";
 
-// What the files in which the ports stand call something else, and the wrapper's own ports.
+// Other identifiers of the files with the ports, and the wrapper's own ports.
 constexpr char kTaken[]
     = "oxa_analyzer u_oxa_analyzer oxa_template qx_oxa u_qx_oxa ieee std std_logic "
       "std_logic_1164 std_logic_vector work tms_pad_i tck_pad_i tdi_pad_i tdo_pad_o";
@@ -53,12 +53,12 @@ QSet<QString> wordsOf(const char* text)
 bool isKeyword(const QString& word)
 {
     static const QSet<QString> keywords = wordsOf(kKeywords);
-    // Of a word without other faults, Verilog can only say that it is a keyword.
+    // A legal word can only be rejected as a keyword.
     return keywords.contains(word) || !nameComplaint(word).isEmpty();
 }
 
-/// `name` as an identifier; different names may become the same. It is in lower case, as GHDL
-/// writes the names of VHDL to Verilog.
+/// `name` as an identifier; different names may become the same. In lower case, as GHDL writes VHDL
+/// names to Verilog.
 QString cleaned(const QString& name)
 {
     static const QRegularExpression others("[^a-z0-9]+");
@@ -69,12 +69,12 @@ QString cleaned(const QString& name)
     return word.at(0).isDigit() || isKeyword(word) ? "sig_" + word : word;
 }
 
-/// Bits that become one port.
+/// The bits of one port.
 struct Group {
     QString name; // not cleaned
     QStringList bits;
     QList<int> indexes; // of the bits, when they have one stem
-    int direction = 0; // of the indexes in a bus: 1 when they ascend, -1 when not, 0 without bus
+    int direction = 0; // of the indexes in a bus: 1 ascending, -1 descending, 0 no bus
 };
 
 class Groups {
@@ -87,7 +87,7 @@ private:
     void addToStem(const QString& stem, const SignalItem& item, const QStringList& bits);
 
     QSet<QString> m_seen;
-    QHash<QString, int> m_stems; // places in `list`
+    QHash<QString, int> m_stems; // positions in `list`
 };
 
 QStringList Groups::newBits(const SignalItem& item)
@@ -103,7 +103,7 @@ QStringList Groups::newBits(const SignalItem& item)
     return bits;
 }
 
-/// What all bits of `item` are of; empty when there is no such thing.
+/// The common stem of all bits of `item`; empty when there is none.
 QString commonStem(const SignalItem& item)
 {
     QString stem;
@@ -145,7 +145,7 @@ void Groups::add(const SignalItem& item)
         list += Group {item.name, bits, {}, 0};
 }
 
-/// Sorts bits with indexes into the order of their range.
+/// Sorts bits with indexes in the order of their range.
 void sortBits(Group& group)
 {
     QMap<int, QString> bits;

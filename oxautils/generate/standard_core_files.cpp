@@ -19,7 +19,7 @@ namespace {
 constexpr int kUnusedPortWidth = 8; // a port without signals: the cores need a width above 0
 constexpr int kUnusedCounterWidth = 8; // of a unit that is switched off
 
-/// The define that chooses a memory: `prefix` and BSRAM, REG or SSRAM; nothing for other codes.
+/// The define for a memory: `prefix` and BSRAM, REG or SSRAM; nothing for other codes.
 void writeStorage(QTextStream& out, const QString& prefix, int storage, bool shadowSram)
 {
     static constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
@@ -29,7 +29,7 @@ void writeStorage(QTextStream& out, const QString& prefix, int storage, bool sha
     out << prefix << kStorages[missing ? BlockSram : storage] << '\n';
 }
 
-// The logarithm is taken in single precision, which decides what odd depths print.
+// The format's rule: the logarithm has single precision, which changes the result for some depths.
 double segmentOf(int depth) { return double(std::log(float(depth))) / 0.6931472 - 1.0; }
 
 void writeDefines(QTextStream& out, const AoCore& core, const DEV::ChipInfo& chip)
@@ -70,7 +70,7 @@ void writePort(QTextStream& out, const TriggerPort& port)
         << "parameter TRIG_PORT_WIDTH_" << port.index << " = " << width << ";\n";
 }
 
-// A disabled unit's counter is 8 bits wide, an enabled one's without counter 0.
+// The format's rule: a disabled unit's counter is 8 bits wide, an enabled one's without counter 0.
 int counterWidthOf(const MatchUnit& unit)
 {
     return !unit.enabled ? kUnusedCounterWidth : unit.counterEnable ? unit.counterWidth : 0;
@@ -105,7 +105,7 @@ void writeParameters(QTextStream& out, const AoCore& core)
         writeUnit(out, *unit);
 }
 
-/// `text` with the units' outputs for their names, whether there are such units or not.
+/// `text` with unit names replaced by their outputs, also of units that do not exist.
 QString verilogOf(const QString& text)
 {
     QString verilog;

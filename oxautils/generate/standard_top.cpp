@@ -36,7 +36,7 @@ bool std_generateOxaTop(const OxaArg& arg, const QList<AoCore*>& cores)
     QList<WrapperSignals> signalsOfCores;
     for (const AoCore* core : cores)
         signalsOfCores += wrapperSignals(*core);
-    // The message's spelling is what logs are searched for.
+    // Users search logs for this spelling.
     return writeVerilogFile(arg.workDir + "/" + OXA_TOP_FILE_NAME,
         QString("failded to open result file."), [&](QTextStream& out) {
             writeTopWrapper(out, signalsOfCores, [&cores](QTextStream& body) {

@@ -32,7 +32,7 @@ QVariantList fileList(const QStringList& files)
     return list;
 }
 
-// One map that holds a key more than once: QMap keeps what QMultiMap put into it.
+// A QMap with several values for a key: QMap keeps those of QMultiMap.
 QVariantMap optionMap(const OxaArg& arg, const QStringList& includePaths)
 {
     QMultiMap<QString, QVariant> options;

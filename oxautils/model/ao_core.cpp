@@ -113,7 +113,7 @@ QDebug operator<<(QDebug debug, const AoCore& core)
                               << "Sample Clock: " << core.sampleClock << '\n'
                               << "Trigger Clk Type: " << core.trigType << '\n'
                               << "Stroage Depth: " << core.storageDepth
-                              << '\n' // the dump's spelling
+                              << '\n' // the format's spelling
                               << "Window Num: " << core.windowNum << '\n'
                               << "Capture Amount: " << core.captureAmount << '\n'
                               << "Trigger Pos: " << core.triggerPos << '\n'

@@ -10,7 +10,7 @@ namespace {
 
 struct TypeFacts {
     const char* text;
-    int functionCount; // offers functions 0 to functionCount - 1
+    int functionCount; // has functions 0 to functionCount - 1
     bool edges;
 };
 

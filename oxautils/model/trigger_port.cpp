@@ -12,7 +12,7 @@ QDebug operator<<(QDebug debug, const TriggerPort& port)
     const QStringList names = port.singleSignals();
     debug.noquote().nospace() << "Trigger Port: T" << port.index << '\n'
                               << "Width: " << names.size() << '\n'
-                              << "Singals: (" << names.join(", ") << ")\n"; // the dump's spelling
+                              << "Singals: (" << names.join(", ") << ")\n"; // the format's spelling
     return debug;
 }
 

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kLutEntry = 0; // of ChipInfo::resources
 
-/// Adds `memory` as what `kind` is built as; registers are counted elsewhere.
+/// Adds `memory` for the kind that is built; registers are counted elsewhere.
 void addMemory(
     AnalyzerAmounts& amounts, const MemoryAmounts& memory, int kind, const DEV::ChipInfo& part)
 {
@@ -27,7 +27,7 @@ void addMemory(
         amounts.shadowSram += memory.shadowSram;
 }
 
-/// The tables of dynamic expressions, which have a word for each state of the units.
+/// The tables of dynamic expressions: one word for each state of the units.
 MemoryAmounts tableMemory(const OXA::AoCore& core, const QString& device)
 {
     const int units = std::max(int(core.enabledMatchUnits().size()), 1);
@@ -105,7 +105,7 @@ AnalyzerAmounts amountsOf(const DEV::ChipInfo& part)
 bool AnalyzerResource::exceeds(
     const AnalyzerAmounts& estimate, const AnalyzerAmounts& available) const
 {
-    // Every device has logic, so that 0 stands for a number that nobody knows.
+    // Every device has logic, so 0 means unknown.
     const bool known = low == 0 || available.*amount > 0;
     return known && estimate.*amount > available.*amount;
 }
@@ -126,8 +126,8 @@ bool AnalyzerResource::isNear(
 
 const QList<AnalyzerResource>& analyzerResources()
 {
-    // Logic: what bench/estimates holds. Memories: docs/estimates.md tells where synthesis takes
-    // fewer blocks, half of them at most.
+    // Logic: checked by bench/estimates. Memories: docs/estimates.md lists where synthesis uses
+    // fewer blocks, down to half.
     static const QList<AnalyzerResource> resources {
         {"look-up tables", "look-up tables", "luts",       &AnalyzerAmounts::luts,       15, 15 },
         {"registers",      "registers",      "registers",  &AnalyzerAmounts::registers,  5,  5  },

@@ -12,7 +12,7 @@ namespace OXA_TOOL {
 
 namespace {
 
-constexpr int kMostFactor = 4; // by which a rule multiplies the number of bits
+constexpr int kMostFactor = 4; // largest factor of a rule for the number of bits
 
 using BlockRule = int (*)(int width, int depth);
 

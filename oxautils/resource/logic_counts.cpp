@@ -19,14 +19,14 @@ namespace {
 
 constexpr int kTallyBits = 8;
 
-// Bits of the count through what a core tells of itself: its status of 512 bits, 256 of a Lite
-// core, or its identity.
+// Bits of the index into what a core reports: its status of 512 bits, of a Lite core 256, or its
+// identity.
 constexpr int kLeastIndexBits = 9;
 constexpr int kLeastLiteIndexBits = 8;
 constexpr int kIdentityHead = 192; // bits
 constexpr int kIdentityWord = 32; // of each port and unit
 
-// As bits of memory: fewer become registers where nothing else is asked for.
+// Bits of memory: smaller ones become registers unless a kind is set.
 constexpr qint64 kWorthBlock = 128;
 
 /// Bits that count `n` things, at least one.
@@ -38,7 +38,7 @@ int bitsFor(qint64 n)
     return bits;
 }
 
-/// Look-up tables of four inputs that choose one of `n`.
+/// Look-up tables of four inputs for a selector of `n` inputs.
 double muxTables(qint64 n)
 {
     const qint64 whole = 2 * n / 3;
@@ -47,7 +47,7 @@ double muxTables(qint64 n)
 
 // ---- Memories
 
-constexpr int kUnasked = -1; // whatever is best
+constexpr int kUnasked = -1; // the best kind
 constexpr int kShadowWords = 16; // of a block
 
 struct Memory {
@@ -63,8 +63,8 @@ struct Memory {
     qint64 depth; // words
 };
 
-/// Blocks behind each other, as the synthesis maps memories: in the mode that takes fewest blocks,
-/// and of two alike the deeper one.
+/// Blocks in depth, as synthesis maps memories: the mode with the fewest blocks, and of two equal
+/// modes the deeper one.
 qint64 banksOf(const Memory& memory, bool smallBlocks)
 {
     constexpr int kModeWidths[] = {1, 2, 4, 9, 18, 36};
@@ -90,7 +90,7 @@ void addBanks(LogicCounts& counts, const Memory& memory, qint64 banks)
     counts.items[Banks] += double(banks);
 }
 
-/// A memory and the register that holds the word read last, which is in a block of its own.
+/// A memory and its output register, which is part of a block.
 void addMemory(LogicCounts& counts, const Memory& memory, const DEV::ChipInfo& part)
 {
     const qint64 bits = memory.width * memory.depth;
@@ -107,11 +107,11 @@ void addMemory(LogicCounts& counts, const Memory& memory, const DEV::ChipInfo& p
         const qint64 banks = banksOf(memory, DEV::deviceFacts(part.name).blocks == DEV::Blocks9k);
         addBanks(counts, memory, banks);
         if (banks > 1)
-            counts.registers += bitsFor(banks); // of the word that was read
+            counts.registers += bitsFor(banks); // of the word read
     }
 }
 
-/// The kind that is built.
+/// The kind that the device gets.
 int kindOn(const DEV::ChipInfo& part, int kind)
 {
     return part.name.isEmpty() ? kind : builtKind(kind, part.partNumber, part.name);
@@ -119,7 +119,7 @@ int kindOn(const DEV::ChipInfo& part, int kind)
 
 // ---- Standard cores
 
-/// The units that the trigger listens to: synthesis leaves out the counters of others.
+/// The units that expressions name: synthesis removes the counters of others.
 QList<int> namedUnits(const OXA::AoCore& core)
 {
     QList<int> units;
@@ -155,8 +155,7 @@ void addUnit(LogicCounts& counts, const OXA::MatchUnit& unit, bool dynamic, bool
     }
 }
 
-/// Look-up tables of four inputs that a tree over the operands takes, a unit that is named twice
-/// counted twice.
+/// Look-up tables of four inputs for a tree over the operands; a unit named twice counts twice.
 int expressionTables(const QString& text)
 {
     const QList<OXA::Token> tokens = OXA::tokensOf(text);
@@ -183,15 +182,14 @@ void addExpressions(LogicCounts& counts, const OXA::AoCore& core, const DEV::Chi
         return; // nothing reads the table
     const int units = std::max(int(core.enabledMatchUnits().size()), 1);
     addMemory(counts, {kindOn(part, core.exImplementation), levels, qint64(1) << units}, part);
-    counts.registers += levels - 1; // of a word that is written
+    counts.registers += levels - 1; // for a word to write
 }
 
 void addWindows(LogicCounts& counts, const OXA::AoCore& core)
 {
     const int addressBits = bitsFor(core.storageDepth);
     counts.items[AddressBits] += addressBits;
-    counts.registers
-        += qint64(4) * addressBits; // two settings, the place in memory, behind the trigger
+    counts.registers += qint64(4) * addressBits; // two settings, address, samples after trigger
     const unsigned windows = OXA::fixedWindowNum(unsigned(std::max(core.windowNum, 1)));
     if (windows < 2) {
         counts.registers += 1;
@@ -221,7 +219,7 @@ void addSignals(LogicCounts& counts, const OXA::AoCore& core)
     const QString clock = (falling ? "!" : "") + core.sampleClock;
     const bool dynamic = core.expressionType == OXA::DynamicExpressions;
     addStages(counts, clock, core.dataSignals(), dynamic ? 5 : 4);
-    counts.registers += dynamic ? 2 : 0; // of the stage more, beside the data
+    counts.registers += dynamic ? 2 : 0; // of the additional stage, beside the data
     QSet<QString> edgeSignals;
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
         if (!unit->trigger)

@@ -9,13 +9,13 @@ namespace OXA_TOOL {
 
 namespace {
 
-// Bits of a block without its ninth bits and with them.
+// Bits of a block without and with its ninth bits.
 constexpr int kBlock16k = 16384;
 constexpr int kBlock18k = 18432;
 constexpr int kBlock8k = 8192;
 constexpr int kBlock9k = 9216;
 
-constexpr int kWidestMode = 36; // of a block, in bits; it then holds 256 samples
+constexpr int kWidestMode = 36; // bits of a block for 256 samples
 constexpr int kWidestModeDepth = 256;
 
 constexpr int kSsramBlockBits = 64;
@@ -35,7 +35,7 @@ int usableBlockBits(int width, int depth)
     return width == 9 || width == 17 || width == 18 ? kBlock18k : kBlock16k;
 }
 
-// The device's own rule: a sample takes four bits, and a block that is only begun is not counted.
+// The device's rule: a sample takes four bits, and a partial last block is not counted.
 int narrowBlocks(int depth)
 {
     const int bits = product(depth, 4);
@@ -47,7 +47,7 @@ QString resource(const DEV::ChipInfo& chip, DEV::ResourceEntry entry)
     return chip.resources.value(entry);
 }
 
-// For the devices that are not listed; the text ends in a two-letter unit.
+// For devices that are not listed; the text ends in a unit of two letters.
 int catalogueSsramBits(QString text)
 {
     text.chop(2);

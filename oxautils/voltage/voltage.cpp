@@ -26,7 +26,7 @@ enum Column {
 
 bool isEmptyLine(const QString& line) { return line.isEmpty() || line == "\n" || line == "\r\n"; }
 
-// The first line that starts with one of `keys`, as far as the first empty line.
+// The first line that starts with one of `keys`, before the first empty line.
 QString findRow(QFile& table, const QStringList& keys)
 {
     for (;;) {
@@ -40,7 +40,7 @@ QString findRow(QFile& table, const QStringList& keys)
     }
 }
 
-// The longer alternative counts, as in every QRegExp: "3.3V" is 3.3.
+// QRegExp prefers the longer alternative: "3.3V" is 3.3.
 QStringList numbersOf(const QString& choices)
 {
     QStringList numbers;
@@ -52,7 +52,7 @@ QStringList numbersOf(const QString& choices)
     return numbers;
 }
 
-// The interface's rule: an only choice keeps its unit, the first of several is a number.
+// The interface's rule: a single choice keeps its unit, the first of several is a number.
 QString defaultOf(const QString& choices)
 {
     return choices.contains('/') ? numbersOf(choices).value(0) : choices;
