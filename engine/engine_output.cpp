@@ -8,10 +8,10 @@
 namespace OXA_ENGINE {
 namespace {
 
-constexpr qint64 kLogBytes = 64 << 20; // an engine gone wild must not fill the disk
+constexpr qint64 kLogBytes = 64 << 20; // so that an engine cannot fill the disk
 constexpr int kTextBytes = 4096; // of a line; messages are shorter
 constexpr int kMessageChars = 8192; // with its continuation lines
-constexpr int kErrors = 20; // that are passed on; the log has all
+constexpr int kErrors = 20; // that are reported; the log has all
 constexpr int kWarnings = 100;
 constexpr int kTailLines = 10;
 
@@ -21,7 +21,7 @@ const QRegularExpression& stageLine()
     return line;
 }
 
-/// A place is there when the text concerns a line of a source.
+/// Matches a message, with its place when it is about a line of a source.
 const QRegularExpression& messageLine()
 {
     static const QRegularExpression line(
@@ -35,7 +35,7 @@ const QRegularExpression& sourceLine()
     return line;
 }
 
-/// What an engine prints must not steer the terminal that shows it.
+/// Removes control characters, which would control the terminal.
 QString withoutControls(QString text)
 {
     for (QChar& c : text) {
@@ -122,7 +122,7 @@ void EngineOutput::addMessage(const QString& message, bool error)
         return;
     m_open = ++count <= (error ? kErrors : kWarnings);
     if (!m_open)
-        return; // what is not remembered is counted each time
+        return; // beyond the limit, repeated messages are counted
     m_seen.insert(message);
     m_messages << message;
 }

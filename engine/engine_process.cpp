@@ -12,14 +12,14 @@
 namespace OXA_ENGINE {
 namespace {
 
-constexpr int kPollMs = 50; // how soon a request to stop is seen
-constexpr int kTerminateMs = 400; // given to the engine between the request and the kill
+constexpr int kPollMs = 50; // delay until a request to stop is seen
+constexpr int kTerminateMs = 400; // between SIGTERM and SIGKILL
 constexpr int kLineBytes = 1 << 16; // longer lines come in pieces
 
-/// The engine as the leader of a process group, so that all it started can be ended with it.
+/// The engine as the leader of a process group, so that all its child processes can be ended too.
 class GroupProcess : public QProcess {
 public:
-    /// Asks the group to terminate, then kills what is left of it. Returns when the engine is gone.
+    /// Terminates the group, then kills what remains. Returns when the engine has ended.
     void endGroup()
     {
         signalGroup(SIGTERM);
@@ -32,14 +32,14 @@ public:
         waitForFinished(-1);
     }
 
-    /// Processes that outlived the engine have its group still.
+    /// Processes that outlive the engine are still in its group.
     void killGroup() { signalGroup(SIGKILL); }
 
     void rememberGroup() { m_group = pid_t(processId()); }
 
 protected:
-    // In the child, before the engine takes its place. Dying with this thread keeps an interrupted
-    // program from leaving an engine behind.
+    // In the child process, before the engine is executed: the engine ends with this thread, so an
+    // interrupted program leaves no engine running.
     void setupChildProcess() override
     {
         ::setpgid(0, 0);
@@ -78,7 +78,7 @@ EngineResult outcome(const QProcess& process, const QString& name)
     return {EngineEnd::Done, {}};
 }
 
-/// The path of `program`, which is found as a shell would find it; empty when it is not.
+/// The path of `program`, found like in a shell; empty when it is not found.
 QString executable(const QString& program)
 {
     if (program.contains('/'))

@@ -14,7 +14,7 @@ constexpr char kDefaultEngine[] = "yosys";
 constexpr char kTimeoutVariable[] = "OXA_SYNTHESIS_TIMEOUT";
 constexpr int kDefaultTimeout = 3600; // seconds
 
-/// The limit of the environment, in seconds; 0 when it makes no sense.
+/// The limit in the environment, in seconds; 0 when it is invalid.
 int timeLimit()
 {
     const QString text = qEnvironmentVariable(kTimeoutVariable);
@@ -31,13 +31,13 @@ EngineCommand engineCommand(const EngineRun& run, int limit)
     command.environment = QProcessEnvironment::systemEnvironment();
     command.environment.insert("TMPDIR", run.temporary);
     command.environment.insert("LC_ALL", "C"); // messages in English
-    // It keeps a history there of what was typed, even when nothing was.
+    // It writes a history of typed commands there, even an empty one.
     command.environment.insert("HOME", QDir(run.directory).absoluteFilePath(run.temporary));
     command.timeLimit = limit;
     return command;
 }
 
-/// What to say of an engine that did not end well.
+/// The messages about an engine that failed.
 QStringList failureMessages(const EngineResult& result, EngineOutput& output)
 {
     QStringList messages = output.finish();

@@ -11,15 +11,15 @@ namespace OXA_FILES {
 
 namespace {
 
-constexpr int kMostLinks = 40; // as many as Linux follows
+constexpr int kMostLinks = 40; // the limit of Linux
 
-/// How the system gets to a file.
+/// The links on the way to a file.
 struct Trail {
-    QStringList links; ///< that are followed on the way, without a link in their own path
-    QString end; ///< the file, without a link in its path; it need not exist
+    QStringList links; ///< followed links, without a link in their own path
+    QString end; ///< the file, without a link in its path; may not exist
 };
 
-/// The target of the link `path`, as it is written there; null when it is no link.
+/// The target of the link `path`, as written in it; null when it is not a link.
 QString linkTarget(const QString& path)
 {
     QByteArray target(PATH_MAX, '\0');
@@ -70,7 +70,7 @@ bool isSameFile(const QString& a, const QString& b)
     return second && isSame(*first, *second);
 }
 
-/// Whether `path` is `directory` or lies in it; neither has a link in its path.
+/// Whether `path` is `directory` or inside it; both without a link in their path.
 bool isWithin(const QString& path, const QString& directory)
 {
     for (QString at = path; !isSameFile(at, directory); at = parentOf(at)) {
@@ -80,8 +80,8 @@ bool isWithin(const QString& path, const QString& directory)
     return true;
 }
 
-/// The places that a path may mean: with ".." behind a link, to the system and to those who shorten
-/// the path first.
+/// The places that a path can mean: with ".." after a link, the system's and that of programs which
+/// shorten the path first.
 QList<Trail> meaningsOf(const QString& path)
 {
     if (path.isEmpty())
@@ -98,7 +98,7 @@ bool wouldBeTaken(const Trail& input, const QString& directory)
     return isWithin(input.end, directory);
 }
 
-/// Whether a file in `directory` is also named `file`, which has several names.
+/// Whether a file in `directory` is the same file as `file`.
 bool holdsSameFile(const QString& directory, const QString& file)
 {
     const auto info = statOf(file);

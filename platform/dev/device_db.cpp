@@ -14,7 +14,7 @@ using Snapshot = std::shared_ptr<const Catalogue>;
 constexpr char kCompiledIn[] = ":/oxadev/devices.csv";
 constexpr char kEnvironment[] = "OXA_DEVICE_DB";
 
-/// What the process starts with: the file that the environment names, or the one compiled in.
+/// The initial catalogue: the file that the environment names, or the built-in one.
 Snapshot initialCatalogue()
 {
     QString error;
@@ -30,7 +30,7 @@ Snapshot initialCatalogue()
     return builtIn ? builtIn : std::make_shared<const Catalogue>();
 }
 
-/// The process's catalogue: readers take a snapshot, and `load` puts another in its place.
+/// The process's catalogue: readers take a snapshot, `load` replaces it.
 class Current {
 public:
     Snapshot get()

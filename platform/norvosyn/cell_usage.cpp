@@ -9,7 +9,7 @@
 namespace NorvoSyn {
 namespace {
 
-/// A resource of devices, and the cells that take one of it each.
+/// A resource of devices, and the cells that use one of it each.
 struct Kind {
     const char* what;
     const char* cells[3];

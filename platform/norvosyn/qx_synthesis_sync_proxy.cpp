@@ -31,7 +31,7 @@ int QxSynthesisSyncProxy::run(const QMap<QString, QVariant>& request)
         state->end({"the synthesis was stopped before it began"});
         return 1;
     case ProxyState::Start::Busy:
-        return 1; // the messages are those of the run that goes on
+        return 1; // the messages belong to the current run
     }
 
     int reached = 0;

@@ -1,18 +1,18 @@
 // Block SRAM: one write port, one read port, a clock each.
 //
 //   BITS          18432, or 9216 on devices with small blocks (the top address bit is then 0)
-//   WRITE_WIDTH   1, 2, 4, 9, 18 or 36, and so READ_WIDTH; the two may differ
-//   INIT          contents after power-up, row r at INIT[9*r +: 9]; zeros when nobody says
+//   WRITE_WIDTH   1, 2, 4, 9, 18 or 36, like READ_WIDTH; they may differ
+//   INIT          contents after power-up, row r at INIT[9*r +: 9]; default: zeros
 //
-// The memory is rows of nine bits. An address counts bits of a row's lower eight: row WADDR / 8, bit
-// WADDR % 8. Ports of 1, 2 and 4 bits reach those eight alone, ports of 9, 18 and 36 take one, two
-// and four whole rows, the lowest first, and leave the address bits below unused.
+// The memory is rows of nine bits. An address counts bits of a row's lower eight: row WADDR / 8,
+// bit WADDR % 8. Ports of 1, 2 and 4 bits use only those eight; ports of 9, 18 and 36 use one, two
+// and four whole rows, the lowest first, and ignore the address bits below.
 //
-//   WE = 1   WDATA goes in with the rising edge of WCLK
-//   RE = 1   RDATA is the word at RADDR from the rising edge of RCLK on; a word that is written with
-//            that very edge reads as it was before
+//   WE = 1   WDATA is written at the rising edge of WCLK
+//   RE = 1   RDATA is the word at RADDR after the rising edge of RCLK; its old value when it is
+//            written at the same edge
 `default_nettype none
-// Ports narrower than 36 leave bits of addresses and data unused; INIT is as wide as the memory.
+// Narrower ports leave bits of addresses and data unused; INIT is as wide as the memory.
 /* verilator lint_off UNUSEDSIGNAL */
 /* verilator lint_off WIDTHCONCAT */
 module QX_BSRAM #(
@@ -46,7 +46,7 @@ module QX_BSRAM #(
 
     genvar k;
     generate
-        // In pieces, since a simulator copies a number for every part that is taken of it.
+        // In pieces, because a simulator copies the number for every part selected from it.
         for (k = 0; k < ROWS; k = k + 64) begin : contents
             localparam [9*64-1:0] PIECE = INIT[9*k +: 9*64];
             integer r;

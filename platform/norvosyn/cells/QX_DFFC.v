@@ -1,8 +1,8 @@
 // Flip-flop with clock enable and asynchronous reset.
 //
 //   INIT          Q after power-up
-//   RESET_VALUE   Q while RST = 1, whatever CLK does
-//   FALLING       0: the rising edge of CLK counts, 1: the falling edge
+//   RESET_VALUE   Q while RST = 1, independent of CLK
+//   FALLING       0: at the rising edge of CLK, 1: at the falling edge
 `default_nettype none
 module QX_DFFC #(
     parameter [0:0] INIT = 1'b0,

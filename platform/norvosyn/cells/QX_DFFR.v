@@ -1,8 +1,8 @@
 // Flip-flop with clock enable and synchronous reset.
 //
 //   INIT          Q after power-up
-//   RESET_VALUE   Q after an edge of CLK with RST = 1, whatever CE is
-//   FALLING       0: the rising edge of CLK counts, 1: the falling edge
+//   RESET_VALUE   Q after an edge of CLK with RST = 1, independent of CE
+//   FALLING       0: at the rising edge of CLK, 1: at the falling edge
 `default_nettype none
 module QX_DFFR #(
     parameter [0:0] INIT = 1'b0,

@@ -1,8 +1,7 @@
-// The device's JTAG tap with its two user chains: ports only, for synthesis.
-//
-// A simulation takes a model of the tap in place of this file.
+// The device's JTAG test access port with its two user chains: ports only, for synthesis. For
+// simulation, there is a model.
 `default_nettype none
-// There is nothing inside that could use or drive a port.
+// Empty: no port is used or driven.
 /* verilator lint_off UNUSEDSIGNAL */
 /* verilator lint_off UNDRIVEN */
 (* blackbox *)

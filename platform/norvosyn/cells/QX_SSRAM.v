@@ -1,7 +1,7 @@
-// Shadow SRAM of 64 bits: 16 words of 4, written with a clock, read without one.
+// Shadow SRAM of 64 bits: 16 words of 4, written at a clock edge, read combinationally.
 //
-//   INIT     contents after power-up, word a at INIT[4*a +: 4]; zeros when nobody says
-//   WE = 1   WDATA goes in with the rising edge of WCLK
+//   INIT     contents after power-up, word a at INIT[4*a +: 4]; default: zeros
+//   WE = 1   WDATA is written at the rising edge of WCLK
 //   RDATA    the word at RADDR, combinational
 `default_nettype none
 module QX_SSRAM #(

@@ -1,12 +1,12 @@
-# From Verilog to a netlist of the cells in cells/. Set by the lines above:
+# From Verilog to a netlist of the cells in cells/. Variables set before:
 #
 #   files, includes   the sources in their order, and the directories of their `include files
 #   top               the module that becomes the netlist
 #   block_bits        18432 or 9216: the size of a block SRAM of the device
 #   shadow_sram       1 where the device has shadow SRAM
-#   insert_pads       1 to put pad buffers at the ports of the top
+#   insert_pads       1 to insert pad buffers at the ports of the top
 #
-# It runs in a directory with cells/ and flow/ and leaves netlist.v and usage.json there.
+# It runs in a directory with cells/ and flow/ and writes netlist.v and usage.json there.
 
 proc stage {percent text} {
     yosys log "@stage $percent $text"
@@ -18,7 +18,7 @@ set include_options {}
 foreach directory $includes {
     lappend include_options "-I$directory"
 }
-# One command is one compilation unit: a `define of a file holds in those after it.
+# One command is one compilation unit: a `define of a file is valid in those after it.
 yosys read_verilog {*}$include_options {*}$files
 
 stage 10 "elaborating"
@@ -29,8 +29,8 @@ yosys opt_clean
 
 stage 20 "optimizing"
 yosys opt
-# Here and not earlier: what a feature that is switched off leaves open is gone. Not later: from here
-# on an open net is taken for any value, and the netlist would not show it.
+# Not earlier: open nets of disabled features are removed before. Not later: the next steps treat an
+# open net as any value, and the netlist would not show it.
 yosys check -assert
 yosys wreduce
 yosys peepopt
@@ -71,8 +71,8 @@ yosys clean -purge
 stage 90 "checking the netlist"
 yosys check -mapped -assert
 yosys setundef -zero
-# A block of which only a part has contents: the rest as digits that do not fill the page, since
-# simulators limit a number's length.
+# For partly initialized blocks, write the contents without padding, because simulators limit the
+# length of numbers.
 yosys setundef -zero -params t:QX_BSRAM
 yosys tee -q -o usage.json stat -json
 

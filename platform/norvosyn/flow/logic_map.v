@@ -6,7 +6,7 @@ module \$lut (A, Y);
     input [WIDTH-1:0] A;
     output Y;
 
-    // A table of fewer inputs repeats itself over the inputs that it does not have.
+    // A table with fewer inputs repeats over the missing inputs.
     localparam [15:0] TABLE = (WIDTH == 1) ? {8{LUT[1:0]}}
         : (WIDTH == 2) ? {4{LUT[3:0]}}
         : (WIDTH == 3) ? {2{LUT[7:0]}}
@@ -41,7 +41,7 @@ module oxa_dff_reset (D, C, R, E, Q);
     output Q;
 
     // Position from the right: E's polarity 1, the reset value 2, R's polarity 3, C's 4; then the
-    // underline and the letters of the kind.
+    // underscore and the letters of the type.
     localparam FALLING = _TECHMAP_CELLTYPE_[4*8 +: 8] == "N";
     localparam RESET_VALUE = _TECHMAP_CELLTYPE_[2*8 +: 8] == "1";
     localparam SYNCHRONOUS = _TECHMAP_CELLTYPE_[10*8 +: 8] == "S";

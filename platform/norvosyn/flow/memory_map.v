@@ -1,4 +1,4 @@
-// From the memories that memory_libmap chose to cells. BLOCK_BITS is the device's block size.
+// From the memories of memory_libmap to cells. BLOCK_BITS is the device's block size.
 
 module \$__OXA_BSRAM (...);
     parameter PORT_W_WIDTH = 36;
@@ -21,7 +21,7 @@ module \$__OXA_BSRAM (...);
     wire [35:0] rdata;
     assign PORT_R_RD_DATA = rdata[PORT_R_WIDTH-1:0];
 
-    // Contents that nobody asked for are the cell's default; the netlist need not spell them.
+    // Undefined contents are the cell's default and omitted in the netlist.
     generate
         if (INIT === {`BLOCK_BITS{1'bx}})
             QX_BSRAM #(
