@@ -10,8 +10,8 @@ namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
 
-// Spreadsheets compute what begins so, in quotes too, but show what an apostrophe stands before.
-// Some take semicolons and tabulators for the ends of cells.
+// Spreadsheets evaluate such text, even in quotes, unless an apostrophe is before it. For some,
+// semicolons and tabs separate cells.
 QString withoutFormulas(QString text)
 {
     static const QRegularExpression beginning("(^|[;\t\r\n])(?=[=+\\-@'\t\r\n])");
@@ -37,7 +37,7 @@ QStringList columnNames(const Capture& capture)
     return names;
 }
 
-// For each column the core's bit in it, -1 when it has none.
+// For each column, the core's bit in it; -1: none.
 std::vector<int> bitsOf(const CapturedCore& core, const QStringList& columns)
 {
     const QStringList names = OXA::flattenedNames(core.items);

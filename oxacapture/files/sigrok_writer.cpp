@@ -16,8 +16,8 @@ namespace {
 
 constexpr qint64 kMostAtOnce = 1 << 20; // bytes, of samples and of the archive
 
-// One bit of the session's samples. The cores run side by side; behind its last sample a core's
-// channels are low, and so is what is unknown.
+// One bit of the session's samples. The samples of all cores begin together; after a core's last
+// sample its channels are 0, as are unknown values.
 struct Channel {
     enum Source { Data, Trigger, WindowParity };
 
@@ -39,7 +39,7 @@ std::vector<Channel> channelsOf(const Capture& capture)
         const QStringList names = OXA::flattenedNames(core.items);
         QSet<QString> shown;
         for (int bit = 0; bit < names.size(); ++bit) {
-            if (!shown.contains(names.at(bit))) // what is captured twice is shown once
+            if (!shown.contains(names.at(bit))) // signals captured twice are shown once
                 add({names.at(bit), &core, Channel::Data, bit});
             shown += names.at(bit);
         }
@@ -53,7 +53,7 @@ std::vector<Channel> channelsOf(const Capture& capture)
     return channels;
 }
 
-// A session's file of its own has a line a name.
+// Names are on lines of their own in the session's metadata.
 QString channelName(const QString& signal)
 {
     static const QRegularExpression unusable("[^\\S ]|\\p{C}");
@@ -89,8 +89,8 @@ bool isHigh(const Channel& channel, size_t window, qint64 sample)
     return false;
 }
 
-// The samples of all channels, a unit each, made as the archive reads them: no more than a few are
-// in memory at once, however many there are.
+// The samples of all channels as units, generated while the archive reads them, so that only a few
+// are in memory at once.
 class LogicData {
 public:
     LogicData(const Capture& capture, const std::vector<Channel>& channels, int unitSize,
@@ -109,7 +109,7 @@ public:
         }
     }
 
-    /// What the archive asks for; `logic` is one of these.
+    /// The callback of the archive; `logic` is a LogicData.
     static zip_int64_t answer(void* logic, void* data, zip_uint64_t size, zip_source_cmd_t command)
     {
         auto& self = *static_cast<LogicData*>(logic);
@@ -128,7 +128,7 @@ public:
     }
 
 private:
-    // A core's channels, and the sample that comes next.
+    // A core's channels, and its next sample.
     struct Place {
         const CapturedCore* core;
         size_t firstChannel;
@@ -199,13 +199,13 @@ private:
     const Progress& m_goesOn;
     std::vector<Place> m_cores;
     qint64 m_samples = 0; // units
-    qint64 m_next = 0; // that is not made
+    qint64 m_next = 0; // next to generate
     QByteArray m_made;
-    int m_at = 0; // of what is made, the next byte to be read
+    int m_at = 0; // next byte of the generated units to be read
     zip_error_t m_error = {};
 };
 
-// A zip in memory, packed; what it is made of has to live until it is written.
+// A compressed zip archive in memory; its sources have to exist until it is written.
 class Archive {
 public:
     Archive()
@@ -254,7 +254,7 @@ private:
     bool add(const char* name, zip_source_t* source)
     {
         const zip_int64_t index = zip_file_add(m_zip, name, source, 0);
-        // The same samples make the same file.
+        // The same samples give the same file.
         return index >= 0 && zip_file_set_mtime(m_zip, zip_uint64_t(index), 0, 0) == 0;
     }
 

@@ -12,8 +12,8 @@ namespace {
 constexpr int kFlushAt = 1 << 20; // bytes
 constexpr int kWindowBits = 32;
 
-// A dump's unit of time, for clocks of at least a frequency: their periods have a thousand units
-// and more.
+// A dump's unit of time for clocks of at least a frequency: their periods have at least a thousand
+// units.
 struct TimeUnit {
     const char* name;
     double leastHz;
@@ -28,7 +28,7 @@ constexpr TimeUnit kTimeUnits[] = {
     {"1 ms", 0,   1e3 },
 };
 
-// The times of samples: a unit each, as long as no clock is known.
+// The times of samples: one unit for each when no clock is known.
 class TimeScale {
 public:
     explicit TimeScale(const Capture& capture)
@@ -58,7 +58,7 @@ private:
     const TimeUnit* m_unit = nullptr;
 };
 
-// An identifier of a dump: a number to base 94.
+// An identifier of a dump: a number in base 94.
 QByteArray identifier(int number)
 {
     QByteArray id;
@@ -86,7 +86,7 @@ struct CoreVariables {
     QString windowName;
 };
 
-// Takes "[7]" off the end of "count[7]"; false when there is no such index.
+// Removes "[7]" from the end of "count[7]"; false when there is no such index.
 bool takeIndex(QString& name, int& index)
 {
     static const QRegularExpression indexed("^(.+)\\[(-?\\d+)\\]$");
@@ -99,7 +99,7 @@ bool takeIndex(QString& name, int& index)
     return true;
 }
 
-// A dump separates by blanks, and ends declarations by a word that begins with a dollar.
+// Spaces separate words in a dump, and a word with a leading dollar sign ends a declaration.
 QString oneWord(const QString& name)
 {
     static const QRegularExpression unusable("[\\s\\p{C}]+");
@@ -107,7 +107,8 @@ QString oneWord(const QString& name)
     return word.startsWith('$') ? '_' + word : word;
 }
 
-// "count" and its range from "count[7]" to "count[0]"; otherwise the bus's own name, counted down.
+// "count" with its range for "count[7]" to "count[0]"; otherwise the bus's name with a range down
+// to 0.
 QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
 {
     static const QRegularExpression blanks("\\s+");
@@ -127,7 +128,7 @@ QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
     return names.take(base, QString(" [%1:%2]").arg(QString::number(msb), QString::number(lsb)));
 }
 
-// What looks like a range is none in the name of a single signal.
+// Replaces the brackets of a single signal, which would look like a range.
 QString takeSignalName(const QString& signal, UniqueNames& names)
 {
     QString name = oneWord(signal);
@@ -147,7 +148,7 @@ CoreVariables variablesOf(const CapturedCore& core, int& count)
     int bit = 0;
     for (const OXA::SignalItem& item : core.items) {
         const QStringList bits = OXA::flattenedNames({item});
-        if (!shown.contains(bits)) // what is captured twice is shown once
+        if (!shown.contains(bits)) // signals captured twice are shown once
             variables.data.push_back({identifier(count++),
                 item.isBus() ? takeBusName(item, names) : takeSignalName(item.name, names), bit,
                 item.bitCount(), {}});
@@ -181,7 +182,7 @@ void addChange(const QByteArray& bits, const QByteArray& id, QByteArray& text)
         text.append('b').append(bits).append(' ').append(id).append('\n');
 }
 
-// In front of a dump's samples, since a signal `trigger` that stays low is easily overlooked.
+// A comment before a dump's samples, because a signal `trigger` that stays 0 is easily overlooked.
 QByteArray untriggeredNote(const Capture& capture)
 {
     QString text;
@@ -193,7 +194,7 @@ QByteArray untriggeredNote(const Capture& capture)
     return text.toUtf8();
 }
 
-// Walks the samples of all windows of a core, one time unit each.
+// Reads the samples of all windows of a core, one time unit each.
 class CoreTrace {
 public:
     CoreTrace(const CapturedCore& core, CoreVariables variables)
@@ -202,7 +203,7 @@ public:
     {
     }
 
-    /// Adds what changes at the next time unit.
+    /// Adds the changes at the next time unit.
     void next(QByteArray& text)
     {
         while (m_window < m_core.windows.size() && m_sample == window().samples.size()) {
@@ -241,7 +242,7 @@ private:
             addChange(variable.last, variable.id, text);
     }
 
-    // Behind its last sample a core's signals are unknown.
+    // After its last sample, a core's signals are unknown.
     void end(QByteArray& text)
     {
         if (m_ended)

@@ -9,7 +9,7 @@ namespace {
 constexpr qint64 kMost = 120'000'000'000; // ns of processor time
 constexpr int kStandstill = 60000; // ms without any
 
-// What the process computed so far; 0 when it is gone.
+// The processor time of the process so far; 0 when it has ended.
 qint64 processorTime(qint64 pid)
 {
     clockid_t clock = 0;

@@ -27,7 +27,7 @@ endmodule
 
 constexpr int kFlushAt = 1 << 20; // bytes
 
-/// A number of many bits that prints in hexadecimal.
+/// A number of many bits, written in hexadecimal.
 class HexNumber {
 public:
     explicit HexNumber(int bits)
@@ -49,16 +49,16 @@ private:
     QByteArray m_digits;
 };
 
-/// Plays the waveform: follows the clocks' edges, and puts every core's sample at the ports before
-/// the edge that takes it.
+/// Writes the steps of the waveform: at the clocks' edges, with the sample of every core at the
+/// ports before the edge that takes it.
 class Player {
 public:
     Player(const StimulusPorts& ports, const SampledWaveform& waveform,
         const std::vector<SampleRequest>& requests);
 
-    /// The steps' lines for `periods` of all clocks.
+    /// The lines for `periods` of all clocks.
     QByteArray idle(int periods);
-    /// The same in front of the waveform: they leave each clock where its first edge begins.
+    /// The same before the waveform: they leave each clock at the level before its first edge.
     QByteArray begin(int periods);
     /// Line by line; empty at the end.
     QByteArray next();
@@ -82,7 +82,7 @@ private:
     std::vector<qint64> m_nextSamples;
     HexNumber m_values;
     QByteArray m_shownValues;
-    QByteArray m_clocks; // a digit each, the first clock last; x before its first edge
+    QByteArray m_clocks; // one digit for each, the first clock last; x before its first edge
     size_t m_edge = 0;
     qint64 m_steps = 0;
 };

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kInstructionEr1 = 0x08; // of the simulated target (docs/simulated-target.md)
 constexpr int kInstructionBits = 5;
-constexpr qint64 kStepsAnOrder = 5000; // between two reports of progress
+constexpr qint64 kStepsAnOrder = 5000; // between two progress reports
 
 /// The step of the stimulus at which each core takes its sample `sample`; none past the last one.
 std::vector<std::pair<qint64, size_t>> stepsOfSample(
@@ -86,8 +86,8 @@ bool TargetCapture::play(qint64 steps)
     return true;
 }
 
-// What runs from power-up on has not seen a clock yet: it can run on, or be stopped, which takes
-// some clocks, and armed again.
+// A core that runs from power-up on has had no clock edge yet: it can continue, or be stopped,
+// which takes some edges, and armed again.
 bool TargetCapture::arm(qint64 leadIn)
 {
     std::vector<CoreRun> runs;

@@ -9,8 +9,8 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr qint64 kStepsAnOrder = 400; // between two looks at JTAG
-constexpr int kPause = 20; // ms between looks at the cores
+constexpr qint64 kStepsAnOrder = 400; // between two checks of JTAG
+constexpr int kPause = 20; // ms between two checks of the cores
 constexpr int kArmingPause = 100; // ms in which further cores are armed
 
 }
@@ -64,7 +64,7 @@ bool TargetPlayer::step()
     return ok;
 }
 
-// Waits until no core is armed any more.
+// Waits until no core is armed.
 bool TargetPlayer::begin(const Cores& now)
 {
     if (now.anew || now.armed != m_before.armed) {
@@ -87,7 +87,7 @@ bool TargetPlayer::playOn(const Cores& now)
     return true;
 }
 
-// Plays for a moment, and leaves the processor to others for as long.
+// Plays for a short time, then pauses for as long.
 bool TargetPlayer::play(qint64 end)
 {
     QElapsedTimer timer;

@@ -11,7 +11,7 @@ namespace {
 constexpr int kSearchTime = 120; // s
 constexpr int kSecond = 1000; // ms
 
-// Says yes for a second longer than `goesOn`: so long cores that were armed have to be stopped.
+// True for a second longer than `goesOn`, the time to stop armed cores.
 std::function<bool()> aSecondLonger(const std::function<bool()>& goesOn)
 {
     return [goesOn, since = QElapsedTimer()]() mutable {
@@ -21,14 +21,14 @@ std::function<bool()> aSecondLonger(const std::function<bool()>& goesOn)
     };
 }
 
-// The first bit of a core that another signal is connected to, of two lists of one length.
+// The first bit that differs in two lists of the same length.
 QString firstOther(const QStringList& is, const QStringList& asked)
 {
     const int place = int(std::mismatch(is.begin(), is.end(), asked.begin()).first - is.begin());
     return QString("%1 instead of %2").arg(is.value(place), asked.value(place));
 }
 
-// What the chip, whose cores are wired as `built`, would have to be wired as for `wanted`.
+// The connections of the chip's cores, built as `built`, that `wanted` would change.
 QStringList otherWires(const CorePlan& built, const CorePlan& wanted)
 {
     QStringList texts;
@@ -39,7 +39,7 @@ QStringList otherWires(const CorePlan& built, const CorePlan& wanted)
     for (size_t field = 0; field < is.size() && field < asked.size(); ++field) {
         if (is[field].size() != asked[field].size() || is[field] == asked[field])
             continue;
-        const QString place = field == 0 || !built.core // a Lite core has data alone
+        const QString place = field == 0 || !built.core // a Lite core has only data signals
             ? QString("other data signals: ")
             : QString("other signals at trigger port %1: ")
                   .arg(built.core->availableTriggers().at(int(field) - 1)->index);
@@ -57,7 +57,7 @@ QStringList otherHardware(
         + otherWires(built, wanted);
 }
 
-// What the chip would need other hardware for.
+// Reports changes that need another synthesis.
 void checkHardware(
     const CaptureSession& session, const std::vector<CorePlan>& wanted, Messages& messages)
 {
@@ -103,7 +103,7 @@ bool CaptureRun::find(
     return m_session != nullptr;
 }
 
-/// The analyzer in the device `tap`, if it is the one that is looked for.
+/// The analyzer in the device `tap`, if it matches.
 std::unique_ptr<CaptureSession> CaptureRun::sessionAt(
     const QString& tap, const std::vector<ReadBuilds>& configurations, QString* error)
 {
@@ -196,7 +196,7 @@ void CaptureRun::tellProgress()
     m_told = texts;
 }
 
-/// Triggers the cores that wait, and those whose sample clock was not seen yet `withoutClock`, too.
+/// Triggers the cores that wait; `withoutClock` also those without a clock edge so far.
 bool CaptureRun::force(bool withoutClock)
 {
     for (size_t i = 0; i < m_runs.size(); ++i) {
@@ -210,7 +210,7 @@ bool CaptureRun::force(bool withoutClock)
 
 std::vector<CoreOutcome> CaptureRun::read()
 {
-    // A stop ends the reading, too, unless one has ended the wait.
+    // A stop ends the reading too, unless a stop has already ended the wait.
     const bool wasStopped = !goesOn();
     m_link.setGoesOn([this, wasStopped] { return !isAbandoned() && (wasStopped || goesOn()); });
     std::vector<CoreOutcome> outcomes;
@@ -235,7 +235,7 @@ CoreOutcome CaptureRun::read(const CoreRun& run, const CoreProgress& last)
     captured.names = m_session->knowsNames(run.core) ? "verified" : "unknown";
     if (!outcome.finished && !last.clockRuns)
         captured.progress += (captured.progress.isEmpty() ? "" : "; ") + last.clockText();
-    // What was read is whole, whatever becomes of the chip now.
+    // What was read is complete, even if the chip fails now.
     if (outcome.finished && m_session->stop(run.core))
         m_session->rest(run.core);
     return outcome;

@@ -10,7 +10,7 @@ constexpr int kLiteBits = 96;
 constexpr int kHeadBits = 160;
 constexpr int kMatchBits = 8;
 
-// Which of the bits from `from` on is set.
+// The position of the bit that is set, from `from` on.
 int levelAt(const BitString& bits, int from)
 {
     int found = 0;

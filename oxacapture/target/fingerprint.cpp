@@ -15,7 +15,7 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kNoDefine = 3; // the code of a storage for which no define stands
+constexpr int kNoDefine = 3; // the code of a storage without define
 
 // Rows in which each expression is evaluated: the j-th enabled unit is the parity of the row and
 // mask j.
@@ -23,7 +23,7 @@ constexpr quint32 kMasks[OXA::kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 
 
 constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
 
-// A generated constant; bit 0 is the lowest, what lies above the last bit is `negative`.
+// A generated constant; bit 0 is the lowest, all bits above the last one are `negative`.
 struct Value {
     QString name;
     std::vector<bool> bits;
@@ -50,7 +50,7 @@ std::vector<bool> bitsOf(const QString& digits, int bitsPerDigit)
     return bits;
 }
 
-// "3'b101", "16'h00ff", "21" and, for a number below zero, "16'h00-1".
+// "3'b101", "16'h00ff", "21" and, for a negative number, "16'h00-1".
 Value parseValue(const QString& name, const QString& text)
 {
     Value value;

@@ -14,7 +14,7 @@ std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
         simulated.powerUpPosition = powerUpPosition(*core, arg);
         all.push_back(std::move(simulated));
     }
-    // Of a Lite configuration only the first core becomes hardware.
+    // Only the first core of a Lite configuration is built.
     for (const OXA::AOCore_Lite* core : liteCores.mid(0, 1)) {
         CorePlan simulated;
         simulated.lite = core;

@@ -28,7 +28,7 @@ QString faultText(const OXA::SyntaxFault& fault)
     }
 }
 
-/// What dynamic expressions do not have, though static ones may; empty when there is nothing.
+/// The text that only static expressions allow; empty when there is none.
 QString foreignPiece(const QList<OXA::Token>& tokens)
 {
     using OXA::Token;
@@ -36,7 +36,7 @@ QString foreignPiece(const QList<OXA::Token>& tokens)
         if (token.kind != Token::Binary && OXA::isForeign(token, true))
             return token.text;
     }
-    QString operatorBefore = ""; // "" at the start, null behind an operand
+    QString operatorBefore = ""; // "" at the start, null after an operand
     for (const Token& token : tokens) {
         const bool leadingZero = token.text.startsWith("M0") && token.text.size() > 2;
         if (leadingZero || OXA::isForeign(token, true))

@@ -8,12 +8,12 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kMostBits = 1 << 18; // of one variable; more is damage
+constexpr int kMostBits = 1 << 18; // of one variable
 constexpr size_t kShortId = 3; // characters: a table of 94^3 places at most
 
 const char* const kKindsWithoutBits[] = {"real", "realtime", "event", "string", "shortreal"};
 
-// An identifier as a number of base 94, without leading zeros being lost; -1 for a long one.
+// An identifier as a number in base 94 that keeps leading zeros; -1 for a long one.
 int shortIdNumber(std::string_view id)
 {
     if (id.size() > kShortId)
@@ -51,8 +51,8 @@ bool parseRange(std::string_view text, int& msb, int& lsb)
     return parseInt(text.substr(0, colon), msb) && parseInt(text.substr(colon + 1), lsb);
 }
 
-// Splits "data [7:0]", "data[7:0]" and "data [3]"; an index behind a vector's name is an array's,
-// and stays part of the name.
+// Splits "data [7:0]", "data[7:0]" and "data [3]"; an index after a vector's name belongs to an
+// array and stays part of the name.
 bool takeRange(std::string& name, VcdVariable& variable)
 {
     const size_t bracket = name.rfind('[');
@@ -130,7 +130,7 @@ bool VcdDeclarations::readSection(VcdWords& words, std::string_view keyword)
     if (keyword == "$var")
         return readVariable(words);
     if (keyword != "$upscope")
-        return words.skipToEnd(keyword); // $date, $timescale, and what programs add of their own
+        return words.skipToEnd(keyword); // $date, $timescale, and extensions
     if (m_open < 0)
         return words.fail("$upscope without an open scope");
     m_open = scopes[size_t(m_open)].parent;

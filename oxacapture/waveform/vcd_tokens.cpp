@@ -50,7 +50,7 @@ bool VcdTokens::skipBlanks()
     return false;
 }
 
-// Reads on behind what the current word has so far, which moves to the front.
+// Reads more text after the start of the current word, which moves to the front.
 bool VcdTokens::refill()
 {
     const size_t kept = m_end - m_start;

@@ -8,7 +8,7 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-// Where a waveform's bit goes: into a core's row, or to a clock.
+// The use of a waveform's bit: in a core's row, or as a clock.
 struct BitUse {
     int bit; // of the variable
     int core;
@@ -22,7 +22,7 @@ struct ClockUse {
 };
 
 struct Slot {
-    std::string value; // settled: as it was before the time being read
+    std::string value; // as it was before the time being read
     std::string next;
     bool changed = false;
     std::vector<BitUse> uses;
@@ -32,7 +32,7 @@ struct Slot {
 struct CoreSampler {
     int clock;
     bool activeLevel;
-    std::vector<quint64> row; // the settled values
+    std::vector<quint64> row; // the values before the time being read
 };
 
 Logic logicOf(char c) { return c == '1' ? Logic::One : c == '0' ? Logic::Zero : Logic::Unknown; }
@@ -116,7 +116,7 @@ int Sampler::planClock(const QString& name)
     return clock;
 }
 
-// A signal that several cores or fields name is reported once.
+// A signal that several cores or fields use is reported once.
 WaveformBit Sampler::find(const QString& name)
 {
     const WaveformBit found = m_finder.find(name, m_reported.contains(name) ? nullptr : m_messages);
