@@ -1,4 +1,4 @@
-# cmake --install PREFIX, and the package that find_package(OxaUtils) finds there.
+# cmake --install PREFIX, with the package for find_package(OxaUtils).
 include(CMakePackageConfigHelpers)
 
 get_property(exported GLOBAL PROPERTY OXA_EXPORTED_TARGETS)
@@ -22,10 +22,10 @@ install(FILES
     ${PROJECT_BINARY_DIR}/OxaUtilsConfigVersion.cmake
     DESTINATION ${package_dir})
 
-# The way back from the .pc file's directory, so that the prefix may be moved.
+# A path relative to the .pc file, so that the prefix can be moved.
 string(REGEX REPLACE "[^/]+" ".." OXA_PC_TO_PREFIX ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 configure_file(cmake/oxautils.pc.in ${PROJECT_BINARY_DIR}/oxautils.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/oxautils.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(FILES LICENSE README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils)
-# With the pictures that the pages show, and the examples that they go through.
+# With the pages' pictures and examples.
 install(DIRECTORY docs examples DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/oxautils)

@@ -1,5 +1,5 @@
 # cpack: one Debian package with the library, its headers, the programs and the cores. Preset
-# `package` configures what it is made from: for /usr, without run paths.
+# `package` configures its build: for /usr, without run paths.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME oxautils)
 set(CPACK_PACKAGE_VENDOR OxaUtils)
@@ -20,7 +20,7 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS yosys)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "iverilog, openocd")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "gtkwave, verilator")
 
-# What a Debian package says of itself, made here because only the package needs it.
+# Files that only a Debian package needs.
 set(deb_doc ${CMAKE_INSTALL_DATADIR}/doc/oxautils)
 file(WRITE ${PROJECT_BINARY_DIR}/deb/changelog
     "oxautils (${PROJECT_VERSION}) unstable; urgency=low\n\n"

@@ -1,4 +1,4 @@
-# What every target of the project shares, and the one way to declare a library and a test.
+# Common settings of all targets, and functions that declare libraries and tests.
 
 add_library(oxa_options INTERFACE)
 target_compile_definitions(oxa_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH)
@@ -18,13 +18,12 @@ function(oxa_add_library target name output define)
     set_property(GLOBAL APPEND PROPERTY OXA_EXPORTED_TARGETS ${target})
 endfunction()
 
-# Seconds after which a test is ended: it hangs. No test is measured by this, so it holds for the
-# slowest one on a machine with much other work.
+# Seconds after which a hanging test is ended: enough for the slowest test on a busy machine.
 set(OXA_TEST_LIMIT 2400)
 
 # oxa_add_test(NAME SOURCES ... [LIBS ...] [DEFINES ...] [LABELS ...]): a QtTest program, run by
-# ctest under NAME. OXA_SOURCE_DIR and OXA_BINARY_DIR tell it where files are. Labels: `threads` is
-# what preset tsan runs too, `once` what preset asan leaves out, for a sanitizer sees little of it.
+# ctest under NAME. OXA_SOURCE_DIR and OXA_BINARY_DIR are the paths of the trees. Labels: preset tsan
+# runs `threads`; preset asan skips `once`, where a sanitizer checks little.
 function(oxa_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 ARG "" "" "SOURCES;LIBS;DEFINES;LABELS")
     add_executable(${name} ${ARG_SOURCES})
@@ -45,7 +44,7 @@ function(oxa_add_test name)
     endif()
 endfunction()
 
-# oxa_install_manual(FILE): installs a manual page, compressed as Debian wants them.
+# oxa_install_manual(FILE): installs a manual page, compressed as in Debian.
 function(oxa_install_manual file)
     get_filename_component(name ${file} NAME)
     set(page ${PROJECT_BINARY_DIR}/share/man/man1/${name}.gz)

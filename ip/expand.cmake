@@ -2,13 +2,13 @@
 #
 #   cmake -DSOURCE_DIR=ip -DOUTPUT_DIR=.../ip -P expand.cmake
 #
-# In a source @P@ is the core's position and @NAME@ a variable of this script; "//@insert FILE"
-# takes a file in, and the lines from "//@repeat X N" to "//@end X" are repeated with @X@ from 0
-# to N - 1 and @-X@ from N to 1. "//@unused NETS" tells a lint tool, and no simulator, that nets are
-# meant to have bits without a reader.
+# In a source @P@ is the core's position and @NAME@ a variable of this script. "//@insert FILE"
+# includes a file; the lines from "//@repeat X N" to "//@end X" are repeated with @X@ from 0 to N - 1
+# and @-X@ from N to 1. "//@unused NETS" makes a lint tool, not a simulator, accept nets with unused
+# bits.
 cmake_policy(VERSION 3.25)
 
-# Brackets and semicolons mean something to CMake's lists but not to its strings: no lists here.
+# No lists here: brackets and semicolons have a meaning in CMake's lists, but not in strings.
 function(expand_repeats text result)
     set(done "")
     while(TRUE)
@@ -40,7 +40,7 @@ function(expand_repeats text result)
             string(APPEND copies "${copy}")
         endforeach()
         string(APPEND done "${before}")
-        set(text "${copies}${text}") # which may hold repeats itself
+        set(text "${copies}${text}") # which may contain repeats itself
     endwhile()
     set(${result} "${done}${text}" PARENT_SCOPE)
 endfunction()
@@ -94,9 +94,9 @@ expand_include(OXA/qx_ao_names.v standard/names.v.in)
 expand_include(OXA/qx_oxa_names.v common/unknown_names.v)
 expand_include(OXA_LITE/qx_oxa_names.v common/unknown_names.v)
 
-# What the three control tops differ in: registers on the way from the cores to the primitive. The
-# large dies are wider than tck's period is long, the smallest part's primitive takes tdo_er1 half
-# a period early, and a part at the lowest voltage is slower by one.
+# The difference between the three control tops: registers on the way from the cores to the
+# primitive. Signals need more than a period of tck on the large dies, the primitive of the smallest
+# part samples tdo_er1 half a period early, and a part at the lowest voltage is one period slower.
 foreach(mode OXA OXA_LITE)
     set(TDO_STAGES 0)
     set(ZV1_TDO_STAGES 1)

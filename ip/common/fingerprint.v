@@ -1,4 +1,4 @@
-    // The CRC-32 (as in zip files) of one more word, its lowest byte first, behind those of `crc`
+    // Extends `crc`, a CRC-32 as in zip files, by one word, lowest byte first
     function [31:0] fingerprint_step;
         input [31:0] crc;
         input [31:0] data;

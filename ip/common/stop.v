@@ -1,4 +1,4 @@
-// Stops elaboration; the reason is the name of a module that there is not.
+// Stops elaboration; the name of a missing module is the reason.
 `ifdef VERILATOR
 `define AO_STOP(REASON) $error(`"REASON`");
 `else

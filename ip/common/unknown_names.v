@@ -1,2 +1,2 @@
-// Names unknown: stands in for the file of this name that generation writes into the work directory,
-// which is searched first.
+// Names unknown: replaces the file of this name in the work directory, which is searched first,
+// when that was not generated.

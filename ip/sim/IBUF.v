@@ -1,6 +1,6 @@
 `default_nettype none
 
-// The input pad's buffer as a simulator sees it.
+// Simulation model of the input pad's buffer.
 module IBUF (
     input  wire I,
     output wire O

@@ -1,6 +1,6 @@
 `default_nettype none
 
-// The output pad's buffer as a simulator sees it.
+// Simulation model of the output pad's buffer.
 module OBUF (
     input  wire I,
     output wire O

@@ -1,18 +1,18 @@
 `default_nettype none
 
-// The JTAG primitive as a simulator sees it: an IEEE 1149.1 test access port with two data registers
-// of the user's.
+// Simulation model of the JTAG primitive: an IEEE 1149.1 test access port with two user data
+// registers.
 //
 //   instruction   code     data register
 //   IDCODE        5'h01    32 bits, selected by reset
-//   ER1           5'h08    the user's behind tdo_er1_i
-//   ER2           5'h09    the user's behind tdo_er2_i
+//   ER1           5'h08    the user's, connected to tdo_er1_i
+//   ER2           5'h09    the user's, connected to tdo_er2_i
 //   BYPASS        others   1 bit
 //
-// The state changes at rising edges of TCK, the instruction and TDO at falling ones. TDO floats
-// outside of the shift states. Outputs to the user follow the state, so that a rising edge of tck_o
-// at which shift_dr_capture_dr_o is high captures when it is the first of a scan, and shifts after
-// that. There is no TRST: five TCK cycles with TMS high reset, as power-up does.
+// The state changes at rising edges of TCK, the instruction and TDO at falling edges. TDO floats
+// outside of the shift states. Outputs to the user follow the state: a rising edge of tck_o with
+// shift_dr_capture_dr_o high captures when it is the first of a scan, and shifts after that. There
+// is no TRST: five TCK cycles with TMS high reset, as power-up does.
 module QX_JTAG #(
     parameter [31:0] IDCODE = 32'h10a0_affd
 ) (
@@ -24,7 +24,7 @@ module QX_JTAG #(
     output wire test_logic_reset_o,     // in Test-Logic-Reset
     output wire run_test_idle_er1_o,    // in Run-Test/Idle, instruction ER1
     output wire run_test_idle_er2_o,
-    output wire shift_dr_capture_dr_o,  // in Capture-DR or Shift-DR, whatever the instruction
+    output wire shift_dr_capture_dr_o,  // in Capture-DR or Shift-DR, for any instruction
     output wire update_dr_o,            // in Update-DR
     output wire pause_dr_o,             // in Pause-DR
     output wire enable_er1_o,           // instruction ER1
@@ -34,15 +34,15 @@ module QX_JTAG #(
     input  wire tdo_er2_i
 );
     localparam [4:0] IR_IDCODE = 5'h01, IR_ER1 = 5'h08, IR_ER2 = 5'h09;
-    localparam [4:0] IR_CAPTURE = 5'b00001;  // the standard wants 01 at the end
+    localparam [4:0] IR_CAPTURE = 5'b00001;  // the standard requires 01 at the end
 
     localparam [3:0] RESET = 0, IDLE = 1, SELECT_DR = 2, CAPTURE_DR = 3, SHIFT_DR = 4, EXIT1_DR = 5,
         PAUSE_DR = 6, EXIT2_DR = 7, UPDATE_DR = 8, SELECT_IR = 9, CAPTURE_IR = 10, SHIFT_IR = 11,
         EXIT1_IR = 12, PAUSE_IR = 13, EXIT2_IR = 14, UPDATE_IR = 15;
 
     reg [3:0] state_q = RESET;
-    // A function, for an `always @*` does not run at the start of a simulation in which nothing changes:
-    // SystemVerilog gives variables, a bench's `reg tms = 1` too, their values before.
+    // A function, because an `always @*` does not run at the start of a simulation without changes:
+    // SystemVerilog initializes variables, such as a bench's `reg tms = 1`, before.
     function [3:0] following(input [3:0] state, input tms);
         case (state)
             RESET:      following = tms ? RESET     : IDLE;
@@ -70,8 +70,8 @@ module QX_JTAG #(
     wire is_er1 = instruction_q == IR_ER1;
     wire is_er2 = instruction_q == IR_ER2;
 
-    // Simulators run what is below at every edge of TCK. In the middle of a scan of the user's, there
-    // is nothing to do but to pass TDO on.
+    // Simulators run the following at every edge of TCK. In the middle of a user's scan, it only
+    // passes TDO on.
     reg tdo_enable_q = 1'b0;
     wire still = state_q == SHIFT_DR && ~tms_pad_i && (is_er1 || is_er2) && tdo_enable_q;
     reg [31:0] idcode_q = 0;

@@ -1,8 +1,8 @@
-    // What the core was built from, in 32 bits (docs/jtag-protocol.md)
+    // A checksum of what the core was built from (docs/jtag-protocol.md)
     /* verilator lint_off WIDTH */
     localparam REGISTER_WORDS = (DATA_OUT_SHIFT_WIDTH + 31) / 32;
 
-    // The words of one initial register value behind those of `crc`
+    // Extends `crc` by the words of one initial register value
     function [31:0] fingerprint_register;
         input [31:0] crc;
         input [DATA_OUT_SHIFT_WIDTH-1:0] value;
@@ -90,7 +90,7 @@
         end
     endfunction
 `else
-    /* verilator lint_off UNUSED */ // an expression names the units that it needs
+    /* verilator lint_off UNUSED */ // an expression uses only some units
 //@repeat U 16
     function static_value_@U@;
         input [15:0] match;
@@ -101,7 +101,7 @@
 //@end U
     /* verilator lint_on UNUSED */
 
-    // Outputs for row r of the tables that stand for static expressions
+    // Outputs for row r of the tables that represent static expressions
     function [15:0] static_outputs;
         input [5:0] r;
         integer i, n;

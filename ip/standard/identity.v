@@ -1,4 +1,4 @@
-    // What tells this core from others (docs/jtag-protocol.md)
+    // The core's identity (docs/jtag-protocol.md)
     /* verilator lint_off WIDTH */
     function [16*32-1:0] port_list;  // of the ports with a bit in `present`
         input [15:0] present;

@@ -1,5 +1,5 @@
-    // How wide everything is, and where in the row of settings it lies (docs/jtag-protocol.md).
-    // The generated values have widths of their own.
+    // Widths, and positions in the settings register (docs/jtag-protocol.md). Generated values have
+    // their own widths.
     /* verilator lint_off WIDTH */
     localparam LEVELS = MAX_TRIG_LEVELS;
     localparam LEVEL_BITS = LEVELS > 1 ? LEVELS : 1;
@@ -8,9 +8,9 @@
     localparam [31:0] WINDOWS = NUM_WINDOWS_INIT;  // less one
     localparam WINDOW_BITS = WINDOWS > 0 ? $clog2(WINDOWS + 1) : 0;
 
-    // DATA_DEPTH_INIT counts from the trigger, less what lies between a trigger and its sample in
-    // memory. Devices with one stage more there have it lower by one, which at the last position of
-    // a window leaves nothing to count.
+    // DATA_DEPTH_INIT is counted from the trigger, minus the delay between a trigger and its sample
+    // in memory. It is one lower for devices with one more stage there, which leaves nothing to
+    // count at the last position of a window.
 `ifdef AO_DYNAMIC
     localparam [31:0] BEHIND = DATA_DEPTH_INIT + 3;
 `else
@@ -46,7 +46,7 @@
     localparam PORT_AT_@U@ = port_at(MATCHER_@U@);
     localparam PORT_WIDTH_@U@ = port_width(MATCHER_@U@);
     localparam COUNTER_@U@ = ON_@U@ ? MATCH_CNT_WIDTH_@U@ : 0;
-    localparam FUNCTION_@U@ = (TYPE_@U@ % 2 ? 3 : 2) * PORT_WIDTH_@U@;  // its place in the unit's
+    localparam FUNCTION_@U@ = (TYPE_@U@ % 2 ? 3 : 2) * PORT_WIDTH_@U@;  // its position in the unit's
     localparam FUNCTION_BITS_@U@ = TYPE_@U@ >= 2 ? 3 : 1;
     localparam UNIT_BITS_@U@ = ON_@U@ ? FUNCTION_@U@ + FUNCTION_BITS_@U@
             + (COUNTER_@U@ > 0 ? COUNTER_@U@ + 1 : 0) : 0;

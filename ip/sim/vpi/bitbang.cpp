@@ -4,7 +4,7 @@ namespace oxa_target {
 
 namespace {
 
-constexpr size_t kAnswersAtOnce = 1024; // a client that waits sees that they come
+constexpr size_t kAnswersAtOnce = 1024; // so that a waiting client sees progress
 
 }
 
@@ -25,7 +25,7 @@ bool Bitbang::step()
             flush();
             m_socket.dropClient();
         }
-        // The rest blinks a light or pulls resets that this port has not.
+        // Other commands blink a light or drive resets that this port does not have.
     }
     flush();
     return false;

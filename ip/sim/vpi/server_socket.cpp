@@ -94,7 +94,7 @@ int ServerSocket::port() const
 bool ServerSocket::receive()
 {
     const bool stays = m_client < 0 || receiveFromClient();
-    // A client that comes as another leaves is not turned away.
+    // A client that connects while another one leaves is accepted.
     for (int handle; (handle = accept4(m_listener, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
         if (m_client >= 0) {
             close(handle);
