@@ -6,7 +6,7 @@ using namespace OXA;
 
 namespace {
 
-thread_local BuildJob* runningHere = nullptr; // the job whose thread this is
+thread_local BuildJob* runningHere = nullptr; // the job of this thread
 thread_local int errorsHere = 0;
 QtMessageHandler otherHandler = nullptr;
 

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Shows `value` even where the box would not let a user choose it.
+/// Shows `value` even when it is outside the range that a user can choose.
 void showNumber(QSpinBox* box, int value)
 {
     const QSignalBlocker blocker(box);
@@ -20,7 +20,7 @@ void showNumber(QSpinBox* box, int value)
     box->setValue(value);
 }
 
-/// The clocks of all cores and of the design, then what else `core` names.
+/// The clocks of all cores and of the design, then the other signals of `core`.
 QStringList clockCandidates(const Document& document, const Core& core)
 {
     QStringList names;

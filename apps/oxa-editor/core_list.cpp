@@ -14,7 +14,7 @@
 
 namespace {
 
-/// Shows the core's place and its module; only the module can be edited.
+/// Shows the core's position and its module; only the module can be edited.
 class CoreItem : public QListWidgetItem {
 public:
     CoreItem() { setFlags((flags() | Qt::ItemIsEditable) & ~Qt::ItemIsDropEnabled); }
@@ -88,7 +88,7 @@ CoreList::CoreList(Document& document, QWidget* parent)
         [this] { QTimer::singleShot(0, this, &CoreList::takeOrder); });
 }
 
-/// A button, and keys that do the same in the list.
+/// A button with a keyboard shortcut in the list.
 QPushButton* CoreList::addButton(
     const QString& text, const QString& hint, const QKeySequence& keys, void (CoreList::*done)())
 {
@@ -175,7 +175,7 @@ void CoreList::move(int by)
     setCurrent(core);
 }
 
-/// Takes over the order in which the user dragged the rows.
+/// Applies the order of the dragged rows to the document.
 void CoreList::takeOrder()
 {
     Cores cores;

@@ -114,7 +114,7 @@ void ExpressionEdit::takeText()
     Q_EMIT typed(text);
 }
 
-/// Undo and redo reach the window instead of being swallowed here.
+/// Leaves undo and redo to the window.
 bool ExpressionEdit::event(QEvent* event)
 {
     if (event->type() == QEvent::ShortcutOverride) {
@@ -134,7 +134,7 @@ void ExpressionEdit::keyPressEvent(QKeyEvent* event)
     const bool leaves = enter || event->key() == Qt::Key_Escape || event->key() == Qt::Key_Tab
         || event->key() == Qt::Key_Backtab;
     if (m_completer->popup()->isVisible() && leaves) {
-        event->ignore(); // the completer takes them
+        event->ignore(); // the completer handles them
         return;
     }
     if (enter) {
@@ -154,7 +154,7 @@ void ExpressionEdit::focusOutEvent(QFocusEvent* event)
         Q_EMIT finished();
 }
 
-/// The letters of a unit's name that stand before the cursor; empty when none do.
+/// The part of a unit's name before the cursor; may be empty.
 QString ExpressionEdit::nameBeforeCursor() const
 {
     const QList<Token> tokens = tokensOf(m_text.left(textCursor().position()));

@@ -24,7 +24,7 @@ FileWatch::FileWatch(Document& document, QObject* parent)
     connect(&m_settled, &QTimer::timeout, this, &FileWatch::look);
 }
 
-/// Watches the file, and its directory too: a file that is replaced is watched no more.
+/// Watches the file and its directory: Qt stops watching a file that is replaced.
 void FileWatch::watch()
 {
     const QStringList before = m_watcher.files() + m_watcher.directories();

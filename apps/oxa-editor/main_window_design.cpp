@@ -1,4 +1,4 @@
-// The part of the window that is about the user's design.
+// The functions of the window for the user's design.
 
 #include "main_window.h"
 
@@ -36,7 +36,7 @@ void MainWindow::showDesign()
     m_design->begin();
 }
 
-/// Shows the page, and puts signals of the design there.
+/// Shows the page and inserts signals of the design there.
 void MainWindow::insert(Page page, const QList<OXA::SignalItem>& items)
 {
     showPage(page);

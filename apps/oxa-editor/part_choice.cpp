@@ -53,8 +53,8 @@ void PartChoice::focusOutEvent(QFocusEvent* event)
         takeText();
 }
 
-/// What was typed chooses the part that it names, or the only one that holds it; anything else is
-/// taken back.
+/// Chooses the part with the typed number, or the only one that contains the text; else restores
+/// the text.
 void PartChoice::takeText()
 {
     const QString text = currentText().trimmed();

@@ -78,7 +78,7 @@ void PortsPage::reveal(int item)
         m_ports->setCurrentRow(item);
 }
 
-/// The values of the units on the port follow its bits, in the same step.
+/// Changes the port; the values of its units follow its bits in the same step.
 void PortsPage::changePort(const QList<SignalItem>& items, const QString& step)
 {
     TriggerPort* changed = port();

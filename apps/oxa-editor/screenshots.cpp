@@ -1,4 +1,4 @@
-// Takes the pictures of docs/images: tools/screenshots runs it.
+// Makes the pictures in docs/images; run by tools/screenshots.
 //
 //   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD DIRECTORY [dark]
 //
@@ -38,7 +38,7 @@
 namespace {
 
 constexpr int kSettleTime = 600; // ms: the problems are found in the background
-constexpr int kSmallest = 0; // quality: PNG takes it as the strength of its compression
+constexpr int kSmallest = 0; // quality: for PNG, the best compression
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6|QX1N-9";
 
 void settle()
@@ -57,7 +57,7 @@ void take(QWidget& widget, const QString& path)
 
 void takePages(MainWindow& window, const QString& directory)
 {
-    // Which a capture may have made larger.
+    // A capture may have enlarged it.
     auto* build = window.findChild<QDockWidget*>("buildDock");
     window.resizeDocks({build}, {window.fontMetrics().height() * 12}, Qt::Vertical);
     auto* tabs = window.findChild<QTabWidget*>();
@@ -80,7 +80,7 @@ void press(MainWindow& window, const char* keys)
     }
 }
 
-/// What a chip captured.
+/// The samples of a chip.
 void takeTarget(MainWindow& window, const QString& address, const QString& path)
 {
     auto* panel = window.findChild<TargetPanel*>();
@@ -124,7 +124,7 @@ void takeRehearsal(MainWindow& window, const QString& stimulus, const QString& p
     take(window, path);
 }
 
-/// A second core, and an expression with a slip in it.
+/// Adds a second core, and an expression with an error.
 void showSomething(MainWindow& window)
 {
     window.findChild<CoreList*>()->duplicate();
@@ -138,7 +138,7 @@ void showSomething(MainWindow& window)
     window.findChild<BuildPanel*>()->setWorkDir("/home/ada/uart/uart_oxa");
 }
 
-/// The signals of the design that `configuration` belongs to, of which a copy is opened.
+/// The signals of the design of `configuration`; a copy is opened.
 void takeDesign(const QString& configuration, const QString& path)
 {
     const QTemporaryDir directory;

@@ -252,7 +252,7 @@ bool SignalModel::canMove(const QMimeData* data, int row, const QModelIndex& par
 {
     const DraggedRows dragged = unpacked(data->data(kRowsType));
     const int parentRow = parent.isValid() ? parent.row() : -1;
-    // Bits stay in their bus; "onto" the root is behind its last row.
+    // Bits cannot leave their bus; a drop onto the root goes after its last row.
     return dragged.model == quint64(quintptr(this)) && dragged.parentRow == parentRow
         && (row >= 0 || !parent.isValid());
 }
@@ -263,7 +263,7 @@ bool SignalModel::dropMimeData(
     if (!canDropMimeData(data, action, row, column, parent))
         return false;
     if (data->hasFormat(kSignalsType)) {
-        // Onto a bus or between its bits is behind it.
+        // A drop onto a bus or between its bits goes after the bus.
         insertItems(parent.isValid() ? parent.row() + 1 : row, data);
         return true;
     }
@@ -272,7 +272,7 @@ bool SignalModel::dropMimeData(
     return true;
 }
 
-/// Inserts the signals in `data` before the row `target`, -1 for the end.
+/// Inserts the signals of `data` before the row `target`; -1: at the end.
 void SignalModel::insertItems(int target, const QMimeData* data)
 {
     QStringList errors;

@@ -37,7 +37,7 @@ SignalItem makeBus(const QString& name, int first, int last)
     }
 }
 
-/// The number in the brackets at the end of a bit's name; -1 when `name` is no bit of `bus`.
+/// The number in the brackets at the end of a bit's name; -1 when `name` is not a bit of `bus`.
 int bitNumber(const QString& name, const QString& bus)
 {
     if (!name.startsWith(bus + '[') || !name.endsWith(']'))
@@ -165,7 +165,8 @@ QString movedValue(
 {
     if (value.isEmpty() || before == after)
         return value;
-    // As the hardware's registers take it: on the right when short, the first bits when long.
+    // Like the hardware's registers: a short value is padded on the left, a long one cut on the
+    // right.
     const QString old = value.rightJustified(before.size(), '0');
     QHash<QString, QList<QChar>> bits;
     for (int i = 0; i < before.size(); ++i)

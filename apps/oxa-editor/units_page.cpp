@@ -27,7 +27,7 @@ UnitsPage::UnitsPage(Document& document, QWidget* parent)
     m_view->setAccessibleName(tr("Match units"));
     m_view->setModel(m_model);
     m_view->setItemDelegate(new CellDelegate(m_view));
-    m_view->setColumnHidden(NameColumn, true); // shows what the first column does
+    m_view->setColumnHidden(NameColumn, true); // repeats the first column
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 8 / 5);
     m_view->horizontalHeader()->setHighlightSections(false);
@@ -104,7 +104,7 @@ void UnitsPage::editUnit(const QModelIndex& index)
     if (dialog.exec() != QDialog::Accepted)
         return;
     if (wasUnused && draft->trigger)
-        draft->enabled = true; // who gives it its first port means to use it
+        draft->enabled = true; // a unit that gets its first port is going to be used
     store(index.row(), tr("edit M%1").arg(draft->index));
 }
 

@@ -48,7 +48,7 @@ void WindowDrawing::paintEvent(QPaintEvent*)
     drawMemory(painter, QRectF(1, line * 3.6, width() - 2, line * 0.8));
 }
 
-/// One window: what comes before the trigger, the trigger, what comes after.
+/// One window: samples before the trigger, the trigger sample, samples after it.
 void WindowDrawing::drawWindow(QPainter& painter, const QRectF& area) const
 {
     const double trigger = area.left() + area.width() * share(m_triggerPos, m_amount);

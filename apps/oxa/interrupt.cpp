@@ -19,7 +19,7 @@ sigset_t stopSignals()
 
 Interrupt::Interrupt(const std::function<void()>& stop)
 {
-    // Blocked here and in every thread made from here, so that only the waiting one gets them.
+    // Blocked here and in all threads created later: only the waiting thread receives them.
     const sigset_t set = stopSignals();
     pthread_sigmask(SIG_BLOCK, &set, nullptr);
     m_thread = std::thread([this, stop] { wait(stop); });

@@ -7,7 +7,7 @@
 
 namespace {
 
-// What fits into a line of the terminal: a longer text would scroll at every change.
+// The part that fits into one line of the terminal: a longer text would scroll at every change.
 QString fitting(const QString& text)
 {
     winsize size {};

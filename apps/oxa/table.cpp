@@ -8,7 +8,7 @@ namespace {
 
 int textWidth(const QString& text) { return text.toUcs4().size(); }
 
-/// `text` with the blanks that make it `width` characters.
+/// `text` padded with spaces to `width` characters.
 QString padded(const QString& text, int width, Table::Align align)
 {
     const QString blanks(std::max(0, width - textWidth(text)), ' ');

@@ -28,7 +28,7 @@ QString tipOf(const DesignSignal& signal)
         lines += DesignModel::tr("and %1 more").arg(signal.states.size() - kShownStates);
     if (!signal.file.isEmpty())
         lines += QString("%1:%2").arg(shownText(signal.file), QString::number(signal.line));
-    for (QString& line : lines) // names may look like markup
+    for (QString& line : lines) // names may contain markup
         line = line.toHtmlEscaped();
     return "<qt>" + lines.join("<br>") + "</qt>";
 }
@@ -127,7 +127,7 @@ QModelIndex DesignModel::parent(const QModelIndex& index) const
 
 int DesignModel::rowCount(const QModelIndex& parent) const
 {
-    // An invalid index has the number of the root.
+    // An invalid index has the root's number.
     if (!m_tree || parent.column() > 0)
         return 0;
     return m_children[parent.internalId()].size();

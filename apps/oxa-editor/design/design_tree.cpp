@@ -35,7 +35,7 @@ DesignTree::DesignTree(const Design& design)
             [this](int child) { return m_nodes[size_t(child)].signal < 0; });
 }
 
-/// The node of the scope `path`; makes it, and those that it is in, when it is new.
+/// The node of the scope `path`; creates it and its parents when they are new.
 int DesignTree::scope(const QString& path)
 {
     const auto known = m_scopes.constFind(path);

@@ -18,7 +18,7 @@ QStringList textsOf(const Messages& messages)
     return texts;
 }
 
-/// The configuration in the file `path`; what is wrong with it is told in `problems`.
+/// The configuration in the file `path`; errors are added to `problems`.
 std::vector<BuiltConfiguration> buildsOf(
     const QString& path, OXA::Configuration& file, QStringList& problems)
 {
@@ -68,7 +68,7 @@ void TargetRun::work()
     run.progress = progress;
     const bool isFound = find(run, file);
     if (isFound || m_stop)
-        m_result.problems.clear(); // about what the chip is not built from
+        m_result.problems.clear(); // about configurations that do not match the chip
     if (!isFound)
         return;
     if (!run.session().namesWarning().isEmpty())
@@ -78,7 +78,7 @@ void TargetRun::work()
         capture(run);
 }
 
-/// Finds the device that is built from the cores as edited, or from a file.
+/// Finds the device built from the edited cores, or from a file.
 bool TargetRun::find(CaptureRun& run, OXA::Configuration& file)
 {
     const bool hasFile = !m_request.builtFrom.isEmpty();
@@ -112,7 +112,7 @@ void TargetRun::tellCores(const CaptureRun& run) const
     found(cores, run.configuration() == 0 ? QString() : m_request.builtFrom);
 }
 
-/// What the cores are to do; false when the chip cannot do that.
+/// Plans the run of each core; false when the chip cannot do it.
 bool TargetRun::plan(CaptureRun& run)
 {
     const std::vector<size_t> chosen(m_request.chosen.begin(), m_request.chosen.end());

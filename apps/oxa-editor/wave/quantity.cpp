@@ -22,13 +22,13 @@ constexpr Prefix kPrefixes[] = {
     {"p",        1e-12},
 };
 
-constexpr int kDigits = 6; // that are shown
+constexpr int kDigits = 6; // shown
 
 QString quantityText(double value, const char* unit)
 {
     const Prefix* prefix = std::end(kPrefixes) - 1;
     for (const Prefix& candidate : kPrefixes) {
-        // A value just below a prefix's, which is rounded up to it, counts as the prefix's.
+        // A value just below a prefix is rounded up to it, and uses it.
         if (std::fabs(value) * (1 + 1e-9) >= candidate.factor) {
             prefix = &candidate;
             break;
@@ -50,7 +50,7 @@ bool readFrequency(const QString& text, double& hertz)
     const QRegularExpressionMatch match = pattern.match(text);
     bool ok = false;
     hertz = match.captured(1).toDouble(&ok);
-    // "m" can only be meant as mega: no sample clock counts in thousandths.
+    // "m" means mega: sample clocks are not in millihertz.
     const QString prefix = match.captured(2).toLower();
     hertz *= prefix == "g" ? 1e9 : prefix == "m" ? 1e6 : prefix == "k" ? 1e3 : 1;
     return ok && hertz > 0 && std::isfinite(hertz);

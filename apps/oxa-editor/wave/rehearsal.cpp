@@ -13,7 +13,7 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kDelay = 200; // ms after the last edit
-constexpr qint64 kSamplesAtOnce = 4096; // between two looks whether the run is still wanted
+constexpr qint64 kSamplesAtOnce = 4096; // between two checks for a stop
 
 SampleRequest requestOf(const Core& core)
 {
@@ -31,7 +31,7 @@ void append(const Messages& problems, QStringList& texts)
         texts += problem.message();
 }
 
-/// What keeps a core from being built, as every program that builds says it.
+/// The problems that prevent building the core, as in every program that builds.
 QStringList stoppingProblems(const Core& core)
 {
     QStringList texts;
@@ -56,10 +56,10 @@ QString windowText(const Window& window, size_t number)
 
 }
 
-/// One run, from beginning to end in the thread.
+/// One run in the thread.
 struct Rehearsal::Run {
     RehearsalRequest request;
-    std::shared_ptr<const SampledStimulus> sampled; ///< of a run before; may be null
+    std::shared_ptr<const SampledStimulus> sampled; ///< of an earlier run; may be null
     std::shared_ptr<std::atomic_bool> dropped;
     std::function<void(int percent)> progress;
     RehearsalResult result;
@@ -81,7 +81,7 @@ bool Rehearsal::Run::isSampled() const
         && same(sampled->request, requestOf(*request.core));
 }
 
-/// The data, and those signals of the ports that are not among them.
+/// The data signals, and the signals of the ports that are not data signals.
 WaveRows Rehearsal::Run::stimulusRows(const std::shared_ptr<const SampleTable>& samples) const
 {
     const Core& core = *request.core;
@@ -106,7 +106,7 @@ WaveRows Rehearsal::Run::stimulusRows(const std::shared_ptr<const SampleTable>& 
     return rows;
 }
 
-/// False when that fails, with the reasons among the problems, or when the run was dropped.
+/// False on failure, with the reasons among the problems, or when the run was dropped.
 bool Rehearsal::Run::sample()
 {
     auto fresh = std::make_shared<SampledStimulus>();
@@ -180,7 +180,7 @@ void Rehearsal::Run::work()
     const CorePlan& own = cores.front();
     ModelRun run;
     if (!result.problems.isEmpty() || !runModel(own, run)) {
-        // The stimulus can be looked at all the same.
+        // Without the events, the stimulus can still be shown.
         run.events.clear();
         run.progress = TriggerModel(own.setup, sampled->samples->layout()).progress();
         show(own, run);
@@ -231,7 +231,7 @@ void Rehearsal::drop()
 void Rehearsal::start()
 {
     if (m_thread)
-        return; // it was dropped, and begins again at its end
+        return; // dropped: a new run begins at its end
     m_isWanted = false;
     auto run = std::make_shared<Run>();
     m_dropped = std::make_shared<std::atomic_bool>(false);

@@ -14,12 +14,12 @@ using OXA_CAPTURE::kNoSample;
 
 namespace {
 
-constexpr double kWheelZoom = 1.25; // a notch
+constexpr double kWheelZoom = 1.25; // for each notch
 constexpr int kNotch = 120; // of a wheel's angle
-constexpr double kWheelPan = 0.1; // of what is visible, a notch
-constexpr int kRowTint = 40; // of 255, over the chosen row and the cursors' samples
-constexpr int kDash = 4; // of a border, and the room between two
-constexpr int kTick = 4; // its height
+constexpr double kWheelPan = 0.1; // of the visible width, for each notch
+constexpr int kRowTint = 40; // of 255, on the current row and the cursors' samples
+constexpr int kDash = 4; // dash and gap of a border
+constexpr int kTick = 4; // height
 constexpr int kTickRoom = 12; // characters between two numbers of the ruler
 
 /// The smallest of 1, 2, 5, 10, 20, 50... that is at least `wanted`.
@@ -35,7 +35,7 @@ qint64 roundStep(double wanted)
     return decade * 10;
 }
 
-/// The first window that ends behind `sample`, and those behind it.
+/// The first window that ends after `sample`.
 std::vector<WaveWindow>::const_iterator windowsFrom(
     const std::vector<WaveWindow>& windows, double sample)
 {
@@ -244,7 +244,7 @@ void WaveCanvas::paintEvent(QPaintEvent*)
     }
 }
 
-/// The ground under the rows, inside of windows and beside them, each pixel once.
+/// The background of the rows, inside and outside of windows, each pixel once.
 void WaveCanvas::drawGround(QPainter& painter, const WaveColors& colors) const
 {
     const std::vector<WaveWindow>& windows = m_model.waveform()->windows;
@@ -333,7 +333,7 @@ void WaveCanvas::drawCursors(QPainter& painter, const WaveColors& colors) const
     }
 }
 
-/// A line at a sample, with a letter on the ruler.
+/// A line at a sample, with a letter in the ruler.
 void WaveCanvas::drawFlag(
     QPainter& painter, const QString& text, qint64 sample, const QColor& color) const
 {

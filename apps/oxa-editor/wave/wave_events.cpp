@@ -27,7 +27,7 @@ quint32 maskOf(const TriggerTable& table)
     return mask;
 }
 
-/// Collects events, sample by sample, as the bits of a table.
+/// Collects events of each sample as bits of a table.
 class EventTable {
 public:
     void addUnit(const UnitSetup& unit);
@@ -35,7 +35,7 @@ public:
     void addLevel(int levels);
     void addTrigger();
 
-    /// Nothing is known of the units `unknown`.
+    /// The units `unknown` have no known value.
     void append(const SampleEvents& events, quint32 unknown);
 
     WaveRows rows() const { return signalRows(m_items, m_table, 0, true); }
@@ -43,7 +43,7 @@ public:
 private:
     using Probe = std::function<bool(const SampleEvents& events)>;
 
-    /// An event that is unknown when one of `units` is.
+    /// An event. It is unknown when one of `units` is.
     struct Line {
         quint32 units;
         Probe probe;
@@ -112,7 +112,7 @@ void EventTable::append(const SampleEvents& events, quint32 unknown)
     m_table->append(row.data());
 }
 
-/// The units of a core that see nothing but captured signals, fed with these.
+/// The units of a core whose signals are all captured, with these as inputs.
 class CapturedUnits {
 public:
     CapturedUnits(const OXA::AoCore& core, const QStringList& data);
@@ -125,7 +125,7 @@ private:
 
     TriggerSetup m_setup;
     SampleLayout m_layout;
-    std::vector<std::vector<int>> m_places; // of the ports' bits among the data, -1 for none
+    std::vector<std::vector<int>> m_places; // positions of the ports' bits in the data; -1: none
     std::vector<TriggerTable> m_levels;
     quint32 m_known = 0; // units
     quint32 m_withEdges = 0;
@@ -142,7 +142,7 @@ CapturedUnits::CapturedUnits(const OXA::AoCore& core, const QStringList& data)
         widths.push_back(field.size());
     }
     m_layout = SampleLayout(widths);
-    Messages ignored; // about what is not asked for
+    Messages ignored; // about settings not used here
     triggerSetup(core, {}, m_setup, ignored);
     auto& units = m_setup.units;
     const auto isBlind = [this](const UnitSetup& unit) {
@@ -190,7 +190,7 @@ void CapturedUnits::run(const SampleTable& data, const WaveWindow& window, Event
     for (qint64 sample = window.first; sample < window.first + window.samples; ++sample) {
         SampleEvents events = model.take(portRow(data, sample).data());
         events.trigger = sample == window.trigger;
-        // What was before the window's first sample is not known.
+        // Samples before the window are unknown.
         table.append(events, sample == window.first ? m_withEdges : kNoUnit);
     }
 }

@@ -125,7 +125,7 @@ QString WaveModel::valueText(const QModelIndex& index, const WaveRow& row) const
         return {};
     const WaveValue value = row.valueAt(m_sample);
     if (row.isEvent && !value.isKnown())
-        return QString(QChar(0x2013)); // a dash: it was not looked for
+        return QString(QChar(0x2013)); // a dash: unknown event
     return ::valueText(value, radix(index));
 }
 

@@ -12,15 +12,15 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kMargin = 3; // above and below a lane
-constexpr int kSlope = 2; // of a bus's change, half of it
-constexpr int kSlopedWidth = 10; // of the narrowest run that gets slopes
+constexpr int kSlope = 2; // half of a bus's change
+constexpr int kSlopedWidth = 10; // of the narrowest run with slopes
 constexpr int kFillAlpha = 50; // of 255
-constexpr int kBusyAlpha = 160; // on the ground beside windows
-constexpr int kGridAlpha = 45; // seen on what is in a window and beside it
+constexpr int kBusyAlpha = 160; // on the background outside of windows
+constexpr int kGridAlpha = 45; // visible inside and outside of windows
 constexpr int kOpaque = 255;
 constexpr int kFirstCharacter = 0x20;
 constexpr int kCharacters = 0x5f;
-constexpr int kFewestDigits = 2; // that are worth showing of a value
+constexpr int kFewestDigits = 2; // of a value that are shown
 
 QFont fixedFont(const QFont& ofSize)
 {
@@ -32,7 +32,7 @@ QFont fixedFont(const QFont& ofSize)
     return font;
 }
 
-/// `color` as it looks on `ground` with an alpha of `part`: large areas of it are drawn in a third
+/// `color` as it looks on `ground` with an alpha of `part`: large opaque areas are drawn in a third
 /// of the time.
 QColor opaque(const QColor& color, const QColor& ground, int part)
 {
@@ -67,7 +67,7 @@ WaveColors waveColors(const QPalette& palette)
 
 QFont valueFont()
 {
-    // Looking a font up takes longer than drawing some rows.
+    // Looking up a font takes longer than drawing some rows.
     static QFont usual = QGuiApplication::font();
     static QFont font = fixedFont(usual);
     if (usual != QGuiApplication::font()) {
@@ -118,7 +118,7 @@ void WavePainter::add(const WaveRow& row, Radix radix, int top, int height)
         addBusy(lane, busyFrom, m_right - 1);
 }
 
-// The pixels `from` to `to` in which there are changes: one is an edge.
+// The pixels `from` to `to` contain changes; a single one is an edge.
 void WavePainter::addBusy(const Lane& lane, int from, int to)
 {
     if (to > from)
@@ -179,7 +179,7 @@ void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, i
         addText(valueText(value, lane.radix), from, to, middle);
 }
 
-/// The text in the middle of the run, or its beginning, when there is room for some of it.
+/// The text in the middle of the run, shortened when there is not enough space.
 void WavePainter::addText(const QString& text, int from, int to, int middle)
 {
     const int room = (to - from - 2 * kSlope) / m_digitWidth;

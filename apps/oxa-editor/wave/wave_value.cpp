@@ -56,7 +56,7 @@ bool isZero(const Words& words)
     return std::all_of(words.begin(), words.end(), [](quint64 word) { return word == 0; });
 }
 
-// Clears the bits past `width` of the last word; whether all of them were clear.
+// Clears the bits from `width` on in the last word; whether they were clear.
 bool trim(Words& words, int width)
 {
     if (width % 64 == 0 || words.empty())
@@ -89,7 +89,7 @@ quint64 divide(Words& words, quint64 divisor)
     return rest;
 }
 
-// words * 10 + digit; false when it no longer fits.
+// words * 10 + digit; false on overflow.
 bool append(Words& words, unsigned digit)
 {
     quint64 carry = digit;
@@ -118,7 +118,7 @@ QString signedText(const WaveValue& value)
         return decimalText(value.value);
     Words magnitude = value.value;
     negate(magnitude, value.width);
-    // The most negative value is its own negation.
+    // The most negative value is its own negative.
     return '-' + decimalText(magnitude);
 }
 
@@ -170,7 +170,7 @@ bool readDecimal(QString text, bool isSigned, int width, WavePattern& pattern)
     const bool top = bitsAt(pattern.value, width - 1, 1) != 0;
     if (negative)
         negate(pattern.value, width);
-    // -2^(width - 1) is the one magnitude that has the top bit.
+    // -2^(width - 1) is the only magnitude with the top bit.
     return !top || (negative && bitsAt(pattern.value, width - 1, 1));
 }
 

@@ -8,7 +8,7 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-// `count` bits of `words` from the bit `at` on, in words of their own.
+// `count` bits of `words` from the bit `at` on.
 std::vector<quint64> cut(const quint64* words, int at, int count)
 {
     std::vector<quint64> result(size_t(count + 63) / 64);
@@ -25,7 +25,7 @@ std::vector<quint64> cut(const quint64* words, int at, int count)
     return result;
 }
 
-// For each bit of a field, the first the most significant, where it changes.
+// The changes of each bit of a field, the most significant first.
 std::vector<ChangeIndex> bitChanges(const SampleTable& samples, int field)
 {
     const SampleLayout& layout = samples.layout();
