@@ -1,4 +1,4 @@
-# The front door: `make demo` and `make test` on a bare Debian 12. Everything else is CMake's.
+# Shortcuts: `make demo` and `make test` on a bare Debian 12. The rest is in CMake.
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 

@@ -1,5 +1,5 @@
-// Writes the configuration whose tables are the largest that the format allows: 16 cores, each with
-// 16 dynamic expressions over 16 units.
+// Writes the configuration with the largest tables that the format allows: 16 cores, each with 16
+// dynamic expressions over 16 units.
 #include "oxautils/config/standard_config.h"
 
 #include <QCoreApplication>

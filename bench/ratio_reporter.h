@@ -8,14 +8,14 @@
 #include <string>
 #include <vector>
 
-/// A line of the table: what `ours` does a second, against `base` in the same run.
+/// A row of the table: the rate of `ours`, compared with `base` in the same run.
 struct RatioRow {
     std::string what, ours;
-    std::string base; ///< empty: there is nothing to compare with
+    std::string base; ///< empty: no comparison
     const char* unit; ///< of an item
 };
 
-/// Prints the rates of benchmarks as lines of the table in docs/benchmarks.md, and nothing else.
+/// Prints the rates of benchmarks as rows of the table in docs/benchmarks.md.
 class RatioReporter : public benchmark::BenchmarkReporter {
 public:
     explicit RatioReporter(std::vector<RatioRow> rows)

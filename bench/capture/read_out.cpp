@@ -1,7 +1,7 @@
-// What reading a core out takes, from a simulated target through the real OpenOCD: milliseconds
-// (the least and the median of several), commands to OpenOCD, and TCK cycles for each captured bit,
-// counted at the target's pads. A Standard core's word has a mark besides its sample; both figures
-// are given.
+// The time to read a core, from a simulated target through the real OpenOCD: milliseconds (the
+// minimum and the median of several), commands to OpenOCD, and TCK cycles for each captured bit,
+// counted at the target's pads. A Standard core's word has a mark beside its sample; there are
+// figures for both.
 
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/openocd_link.h"
@@ -24,7 +24,7 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kDepth = 1024;
-constexpr int kReads = 15; // that are timed
+constexpr int kReads = 15; // timed
 
 QList<OXA::SignalItem> probes(int count)
 {
@@ -64,8 +64,7 @@ struct Measure {
     qint64 cycles; // 0: not counted
 };
 
-// Captures once and reads it out: again and again, or once through a proxy that counts, which is
-// slow.
+// Captures once and reads the core: repeatedly, or once through a slow proxy that counts.
 bool measure(const QString& address, const std::vector<BuiltConfiguration>& builds,
     const JtagProxy* proxy, Measure& result)
 {

@@ -1,11 +1,11 @@
 #!/bin/bash
-# What the analyzer costs on an iCE40 HX8K: look-up tables, flip-flops, block RAMs, clock rates.
+# The analyzer on an iCE40 HX8K: look-up tables, flip-flops, block RAMs, clock rates.
 #
 #   bench/cores/measure.sh BUILD
 #
-# A row a configuration: Lite and Standard cores of 8 and 32 signals x 1024 samples and richer ones,
-# wrapper and control core included. Probes come from a shift register, the JTAG primitive is a pass
-# through. Rates are the median of three seeds of the placer.
+# A row for each configuration: Lite and Standard cores of 8 and 32 signals x 1024 samples and larger
+# ones, including wrapper and control core. Probes come from a shift register, the JTAG primitive is
+# replaced by wires. Rates are the median of three seeds of the placer.
 set -eu
 build=$(realpath "$1")
 oxa=$build/bin/oxa
@@ -40,7 +40,7 @@ standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS
     echo "</Expressions></AoCore><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
 }
 
-# The design around the wrapper of as many probes
+# A design with the wrapper and its probes
 around() {
     cat <<'V'
 module IBUF(input I, output O); assign O = I; endmodule
@@ -60,7 +60,7 @@ V
     echo ".clk(clk), .tms_pad_i(tms), .tck_pad_i(tck), .tdi_pad_i(tdi), .tdo_pad_o(tdo)); endmodule"
 }
 
-# Maximum frequency of the clock net beginning with $1, of the last placement
+# Maximum frequency of the clock net that begins with $1, of the last placement
 rate() {
     sed -n "s/.*Max frequency for clock *'$1[^']*': \([0-9.]*\) MHz.*/\1/p" pnr.log | tail -1
 }

@@ -1,6 +1,5 @@
-// How long an edit of each kind holds the window up, on 16 cores of 1000 signals: the edit itself
-// and all that the window draws anew after it. The program fails by an edit that takes longer than
-// the limit.
+// How long an edit of each kind blocks the window, on 16 cores of 1000 signals: the edit and the
+// drawing after it. The program fails when an edit takes longer than the limit.
 #include "oxa-editor/core_list.h"
 #include "oxa-editor/expression_edit.h"
 #include "oxa-editor/main_window.h"
@@ -81,8 +80,8 @@ bool writeConfiguration(const QString& path)
     return QFile::exists(path);
 }
 
-/// What something takes, in milliseconds: of the processor, which other programs do not lengthen,
-/// and by the clock.
+/// The duration of an action in milliseconds: processor time, which other programs do not affect,
+/// and elapsed time.
 struct Duration {
     double processor;
     double clock;
@@ -95,7 +94,7 @@ double processorTime()
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// What `action` takes, with the drawing that follows.
+/// The duration of `action`, including the drawing after it.
 Duration timeOf(const std::function<void()>& action)
 {
     QElapsedTimer timer;
@@ -106,7 +105,7 @@ Duration timeOf(const std::function<void()>& action)
     return {processorTime() - begin, double(timer.nsecsElapsed()) / 1e6};
 }
 
-/// Prints the figures of `times`; whether all keep within `limit` of the processor's time.
+/// Prints the figures of `times`; whether all are within `limit` of processor time.
 bool report(const char* what, std::vector<Duration> times, double limit = kLimit)
 {
     std::sort(times.begin(), times.end(),
@@ -266,7 +265,7 @@ private:
                 "redo", [&](int) { redo->trigger(); }, steps)));
     }
 
-    /// The longest time that the window does not answer while problems and cost are found anew.
+    /// The longest time that the window is blocked while problems and cost are updated.
     bool updateChecks()
     {
         const CorePtr core = m_window.document().cores().first();

@@ -1,6 +1,6 @@
-// How long the waveform view takes for a frame of 1920 x 1080 and for one that is high enough for
-// all rows, on 128 signals over 65,536 samples at zooms from all samples to single ones. The
-// program fails by a median beyond a sixtieth of a second at the first size, at 100 and 200 %.
+// How long the waveform view takes for a frame of 1920 x 1080 and for one with all rows, on 128
+// signals over 65,536 samples, at zooms from all samples to single ones. The program fails when a
+// median is over a sixtieth of a second at the first size, at 100 and 200 %.
 //
 //   wave_paint [PICTURE-DIRECTORY]
 #include "oxa-editor/wave/wave_canvas.h"
@@ -45,7 +45,8 @@ QList<OXA::SignalItem> makeItems()
     return items;
 }
 
-/// Every bit changes at random, one at each sample, the next half as often and so on to one in 256.
+/// Every bit changes at random: the first at each sample, the next half as often, down to one in
+/// 256.
 WaveformPtr makeWaveform()
 {
     OXA_CAPTURE::CapturedCore core;
@@ -68,7 +69,7 @@ WaveformPtr makeWaveform()
     return capturedWaveform(core, nullptr);
 }
 
-/// Of this thread, in ms: other programs do not lengthen it.
+/// Processor time of this thread in ms, which other programs do not affect.
 double processorTime()
 {
     timespec time {};
@@ -76,7 +77,7 @@ double processorTime()
     return double(time.tv_sec) * 1e3 + double(time.tv_nsec) / 1e6;
 }
 
-/// The median and the longest time of a frame, in ms of the processor.
+/// The median and the longest time of a frame, in ms of processor time.
 std::pair<double, double> timeOf(QWidget& widget, double ratio)
 {
     QImage frame(widget.size() * ratio, QImage::Format_RGB32);
@@ -91,7 +92,7 @@ std::pair<double, double> timeOf(QWidget& widget, double ratio)
     return {times[times.size() / 2], times.back()};
 }
 
-/// Whether the frames of `widget` are in time at every zoom.
+/// Whether the frames of `widget` are within the limit at every zoom.
 bool measure(WaveView& view, QWidget& widget, const char* what, double ratio, const QString& folder)
 {
     bool inTime = true;

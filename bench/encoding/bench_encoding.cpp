@@ -1,5 +1,5 @@
-// Rows a second of logicTruthTable and of calcuate, which defines a row, for tables of 16 units;
-// the ratio of the two in this run; registers a second of generateRegister.
+// Rows per second of logicTruthTable and of calcuate, which defines a row, for tables of 16 units;
+// their ratio in the same run; registers per second of generateRegister.
 #include "ratio_reporter.h"
 
 #include "oxautils/encoding/match_registers.h"
@@ -27,7 +27,7 @@ constexpr Shape kShapes[] = {
 
 constexpr int kRows = 1 << 16;
 
-// What calcuate needs for every row, prepared so that only its own time counts.
+// The inputs of calcuate for every row, prepared so that only its own time counts.
 struct Rows {
     explicit Rows(QString expression)
         : bits(kRows)

@@ -1,13 +1,13 @@
-// Measures what analyzers take of a device, and holds the library's estimate to it.
+// Measures the resources of analyzers, and compares them with the library's estimate.
 //
 //   bench_estimates measure SEED FROM TO
-//       synthesizes the random configurations FROM to TO - 1 and prints a row each: seed, number,
-//       look-up tables, registers
+//       synthesizes the random configurations FROM to TO - 1 and prints a row for each: seed,
+//       number, look-up tables, registers
 //   bench_estimates fit <ROWS
 //       prints oxautils/resource/logic_costs.h
 //   bench_estimates compare <ROWS
-//       prints how the estimates of rows compare with their syntheses; exit status 1 when one is
-//       further off than the library says
+//       prints the ratios of estimates to syntheses; exit status 1 when one exceeds the error
+//       that the library states
 #include "random_configuration.h"
 
 #include "oxautils/config/lite_config.h"
@@ -44,7 +44,7 @@ struct Row {
     int registers;
 };
 
-/// Synthesizes the configuration; the number of cells of each type, or nothing after a failure.
+/// Synthesizes the configuration; the number of cells of each type, or empty after a failure.
 QJsonObject synthesized(const QString& file, const Part& part, const QString& workDir)
 {
     QProcess oxa;
@@ -74,7 +74,7 @@ int measure(unsigned seed, int from, int to)
     return 0;
 }
 
-/// Gives `add` each core of the row's configuration, and the part.
+/// Calls `add` with each core of the row's configuration, and the part.
 template <typename Add> void forEachCore(const Row& row, Add add)
 {
     const QTemporaryDir dir;
@@ -123,7 +123,7 @@ std::vector<Row> readRows()
     return rows;
 }
 
-/// Coefficients, none of them negative, for which the sums over `terms` are nearest to 1.
+/// Non-negative coefficients for which the sums over `terms` are nearest to 1.
 std::vector<double> leastSquares(const std::vector<std::vector<double>>& terms)
 {
     constexpr int kRounds = 200000;
@@ -148,7 +148,7 @@ std::vector<double> leastSquares(const std::vector<std::vector<double>>& terms)
     return result;
 }
 
-/// What `counts` has of the first `items`, as shares of `whole`.
+/// The first `items` of `counts`, as shares of `whole`.
 std::vector<double> shares(const OXA_TOOL::LogicCounts& counts, int items, double whole)
 {
     std::vector<double> result;
@@ -188,7 +188,7 @@ int fit()
     return 0;
 }
 
-/// Prints the least, the middle and the largest of `ratios`; whether all are within `percent`.
+/// Prints the minimum, the median and the maximum of `ratios`; whether all are within `percent`.
 bool printRatios(const char* what, std::vector<double> ratios, int percent)
 {
     std::sort(ratios.begin(), ratios.end());

@@ -1,6 +1,5 @@
 #!/bin/sh
-# How the estimates of 40 random configurations, none of which they were fitted to, compare with
-# synthesis.
+# Compares the estimates of 40 random configurations with synthesis. They were not used for fitting.
 #
 #   bench/estimates/measure.sh BUILD
 set -eu

@@ -11,8 +11,8 @@
 
 namespace {
 
-// Large enough for every configuration here: with and without shadow SRAM, blocks of 18 and 9 kbit,
-// and the control core's variants.
+// Large enough for every configuration: with and without shadow SRAM, blocks of 18 and 9 kbit, and
+// all variants of the control core.
 constexpr const char* kParts[][2] = {
     {"QX2A-55LV-BGA324-C8",  "QX2A-55" },
     {"QX2A-18LV-LQFP144-C8", "QX2A-18" },
@@ -32,7 +32,7 @@ public:
     int between(int low, int high) { return low + int(m_engine() % unsigned(high - low + 1)); }
     bool oneIn(int count) { return between(1, count) == 1; }
 
-    /// The same, small ones more often: each factor of two as often as the next.
+    /// The same, preferring small numbers: the same probability for each factor of two.
     int size(int low, int high)
     {
         const double exponent = between(0, 1 << 20) / double(1 << 20);
@@ -43,7 +43,7 @@ private:
     std::mt19937 m_engine;
 };
 
-/// Ports of signals of their own, or of some that the core captures.
+/// Ports with their own signals, or with captured ones.
 void addPorts(Random& random, OXA::AoCore& core)
 {
     const int ports = random.oneIn(6) ? random.between(5, 16) : random.between(1, 4);
@@ -73,7 +73,7 @@ void addUnits(Random& random, OXA::AoCore& core)
     }
 }
 
-/// An expression that names each unit once at most, as people write them.
+/// An expression that names each unit at most once, like those of users.
 QString expressionOf(Random& random, int units, bool all)
 {
     QString text;
@@ -108,7 +108,7 @@ void addExpressions(Random& random, OXA::AoCore& core)
         core.expressions += expressionOf(random, units, core.expressionType == 1);
 }
 
-/// Capture memories of each kind, as large as one would make them of it.
+/// Capture memories of each kind, in sizes usual for the kind.
 void setMemory(Random& random, OXA::AoCore& core)
 {
     core.implementation = random.oneIn(2) ? 0 : random.between(1, 2);

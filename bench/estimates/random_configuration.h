@@ -8,8 +8,8 @@ struct Part {
     QString number, device;
 };
 
-/// Writes the configuration number `number` of those that `seed` stands for to `path`, and returns
-/// the part that it is meant for. Same numbers, same file.
+/// Writes the configuration number `number` of the series `seed` to `path`, and returns its part.
+/// The same numbers give the same file.
 Part writeRandomConfiguration(unsigned seed, int number, const QString& path);
 
 #endif

@@ -1,7 +1,7 @@
 #!/bin/sh
-# Fits the estimate of look-up tables and registers to the cores and the synthesis as they are now:
-# measures 80 random configurations, about 15 minutes on two processors, and writes
-# oxautils/resource/logic_costs.h anew.
+# Fits the estimate of look-up tables and registers to the current cores and synthesis: measures 80
+# random configurations, about 15 minutes on two processors, and writes
+# oxautils/resource/logic_costs.h.
 #
 #   bench/estimates/refit.sh BUILD      a build with OXA_BUILD_BENCH=ON
 set -eu

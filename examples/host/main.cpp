@@ -1,4 +1,4 @@
-// Generates an analyzer and has it synthesized: host CONFIGURATION WORK_DIRECTORY IP_DIRECTORY
+// Generates and synthesizes an analyzer: host CONFIGURATION WORK_DIRECTORY IP_DIRECTORY
 #include <oxautils/oxautils.h>
 
 int main(int argc, char** argv)

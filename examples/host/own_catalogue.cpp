@@ -1,4 +1,4 @@
-// Takes the place of the installed catalogue: a host asks its own database here.
+// Replaces the installed catalogue: a host reads its own database here.
 #include <dev/device_db.h>
 
 namespace DEV {

@@ -1,5 +1,5 @@
-// Takes the place of the installed engine: a host starts its own synthesis here. This one only
-// prints what it is asked for.
+// Replaces the installed engine: a host starts its own synthesis here. This one only prints the
+// request.
 #include <norvosyn/qx_synthesis_sync_proxy.h>
 #include <norvosyn/request_keys.h>
 

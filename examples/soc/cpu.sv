@@ -1,10 +1,10 @@
-// A processor of 16 bits: 16 registers, 256 words of memory, one instruction after the other.
+// A processor of 16 bits: 16 registers, 256 words of memory, no pipeline.
 //
-// An instruction is four hexadecimal digits: what to do, and registers a, b and d or a byte nn.
+// An instruction is four hexadecimal digits: the operation, and registers a, b and d or a byte nn.
 //
 //   0a00  leds   ra          the lower byte of ra to the LEDs
 //   1dnn  li     rd, nn      rd = nn
-//   2dnn  hi     rd, nn      the upper byte of rd = nn, the lower one stays
+//   2dnn  hi     rd, nn      the upper byte of rd = nn, the lower one is unchanged
 //   3dnn  addi   rd, nn      rd = rd + nn, nn from -128 to 127
 //   4dab  add    rd, ra, rb  rd = ra + rb
 //   5dab  sub    rd, ra, rb  rd = ra - rb
@@ -29,7 +29,7 @@ module cpu (
     output logic [7:0]  address,
     output logic        write,
     output logic [15:0] write_data,
-    input  wire  [15:0] read_data, // of the address of the cycle before
+    input  wire  [15:0] read_data, // for the address of the cycle before
 
     output logic        send_valid,
     output logic [7:0]  send_data,
@@ -105,7 +105,7 @@ module cpu (
     assign write = state == EXECUTE && opcode == STORE;
     assign write_data = a;
 
-    // Where to go on
+    // Next address
     logic taken;
     always_comb
         case (opcode)

@@ -1,10 +1,10 @@
-// Bytes from one clock domain to another, in order, 2^ADDRESS_BITS of them at most.
+// Bytes from one clock domain to another, in order, at most 2^ADDRESS_BITS.
 //
 //   A byte is written in a cycle of wr_clk in which wr_valid and wr_ready are 1.
 //   rd_data is the oldest byte, one cycle of rd_clk after rd_empty fell or rd_take removed another.
 //
-// A pointer crosses in Gray code, of which one bit changes at a time. It arrives late, so a side may
-// see the FIFO fuller or emptier than it is, but never writes over a byte that was not read.
+// A pointer crosses in Gray code, where one bit changes at a time. It arrives late, so each side
+// may see the FIFO fuller or emptier than it is, but never overwrites an unread byte.
 `default_nettype none
 
 module fifo #(
@@ -26,11 +26,11 @@ module fifo #(
 
     logic [7:0] bytes [0:DEPTH-1];
 
-    // Pointers have a bit more than addresses, which tells full from empty.
+    // Pointers have one bit more than addresses, to distinguish full from empty.
     logic [ADDRESS_BITS:0] wr_pointer, wr_next, wr_gray, wr_gray_seen;
     logic [ADDRESS_BITS:0] rd_pointer, rd_next, rd_gray, rd_gray_seen;
 
-    // The side that writes
+    // Write side
     logic [ADDRESS_BITS:0] rd_pointer_seen, wr_count;
     logic                  full;
 
@@ -59,7 +59,7 @@ module fifo #(
         assign rd_pointer_seen[i] = ^rd_gray_seen[ADDRESS_BITS:i];
     end
 
-    // The side that reads
+    // Read side
     assign rd_empty = wr_gray_seen == rd_gray;
     assign rd_next = rd_pointer + 1'b1;
 

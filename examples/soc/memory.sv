@@ -1,6 +1,6 @@
 // 256 words of 16 bits for program and data: one block RAM of an iCE40.
 //
-// A word is read in one cycle and there in the next; a cycle that writes does not read.
+// A word is read in one cycle and valid in the next; a cycle that writes does not read.
 `default_nettype none
 
 module memory #(

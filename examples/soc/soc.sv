@@ -1,7 +1,7 @@
 // A processor that sends text: a small system with two clocks.
 //
-//   clk:       cpu, memory and the side of the FIFO that writes
-//   uart_clk:  the side of the FIFO that reads, and the transmitter
+//   clk:       cpu, memory and the write side of the FIFO
+//   uart_clk:  the read side of the FIFO, and the transmitter
 //
 // rst is 1 for at least four cycles of the slower clock.
 `default_nettype none

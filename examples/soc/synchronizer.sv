@@ -1,7 +1,7 @@
-// Takes a value into another clock domain, two registers a bit.
+// Transfers a value to another clock domain, with two registers for each bit.
 //
-// Bits of a value arrive in different cycles: of a value with several bits, one at most may change
-// at a time.
+// The bits of a value may arrive in different cycles, so at most one of several bits may change at
+// a time.
 `default_nettype none
 
 module synchronizer #(

@@ -2,7 +2,7 @@
 //
 //   iverilog -g2012 -o soc.vvp examples/soc/tb.v examples/soc/*.sv && vvp -n soc.vvp
 //
-// `vvp -n soc.vvp +vcd` writes the waveform soc.vcd, too. The run ends after ROUNDS tables.
+// `vvp -n soc.vvp +vcd` also writes the waveform soc.vcd. The run ends after ROUNDS tables.
 `default_nettype none
 
 module tb;
@@ -33,7 +33,7 @@ module tb;
         rst = 0;
     end
 
-    // The UART of the other side: the middle of a bit is half a bit after its start.
+    // The receiving UART: the middle of a bit is half a bit after its start.
     reg [7:0] character;
     integer   i;
     integer   lines = 0;

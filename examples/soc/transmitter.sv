@@ -1,6 +1,6 @@
-// A UART transmitter, 8 data bits, no parity, one stop bit: sends what a FIFO holds.
+// A UART transmitter, 8 data bits, no parity, one stop bit: sends the bytes of a FIFO.
 //
-//   data is the oldest byte, one cycle after empty fell; it is taken in the cycle in which take is 1.
+//   data is the oldest byte, one cycle after empty fell; it is read in the cycle in which take is 1.
 `default_nettype none
 
 module transmitter #(

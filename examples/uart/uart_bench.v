@@ -1,4 +1,4 @@
-// Sends a line of text and records what happens: the stimulus of the examples.
+// Sends a line of text and records the signals: the stimulus of the examples.
 //
 //   iverilog -o uart_bench uart_bench.v uart_tx.v && vvp -n uart_bench    writes uart.vcd
 `default_nettype none

@@ -1,6 +1,6 @@
-// The transmitter and its analyzer in one simulation, at whose pads OpenOCD captures.
+// The transmitter and its analyzer in one simulation, for captures through OpenOCD.
 //
-// docs/co-simulation.md goes through it.
+// Described in docs/co-simulation.md.
 `default_nettype none
 
 module uart_target;
@@ -13,7 +13,7 @@ module uart_target;
 
     uart_tx uart_tx(.clk(clk), .rst(rst), .start(start), .data(data), .tx(tx), .busy(busy));
 
-    // The alphabet, again and again.
+    // The alphabet, repeatedly.
     always #1 clk = !clk;
 
     always @(negedge clk) begin
@@ -23,13 +23,13 @@ module uart_target;
             data <= data == "Z" ? "A" : data + 1;
     end
 
-    // The pads are the client's: simulation time passes when it asks for something.
+    // The client drives the pads: simulation time advances at its requests.
     reg  tck_pad_i = 0, tms_pad_i = 1, tdi_pad_i = 0;
     wire tdo_pad_o;
-    reg  values = 0, clocks = 0;  // of a recorded waveform; there is none
+    reg  values = 0, clocks = 0;  // for a recorded waveform; not used
     initial $oxa_target(tck_pad_i, tms_pad_i, tdi_pad_i, tdo_pad_o, values, clocks);
 
-    // From qx_oxa_template.v, with the signals by their paths.
+    // From qx_oxa_template.v, with paths of the signals.
     oxa_analyzer u_oxa_analyzer (
         .uart_tx_busy(uart_tx.busy),
         .uart_tx_tx(uart_tx.tx),
