@@ -7,6 +7,7 @@
 #include <QTcpSocket>
 
 #include <atomic>
+#include <functional>
 #include <random>
 #include <thread>
 
@@ -48,6 +49,7 @@ public:
     int before = 0; ///< devices between TDI and the target
     int flips = 0; ///< a wire is flipped once in so many cycles, by chance; 0: never
     bool flipsControl = false; ///< TMS and TCK, too
+    std::function<QByteArray(const QByteArray&)> rewrite; ///< of a client's commands, if set
 
     /// TCK cycles so far.
     qint64 cycles() const { return m_cycles; }
@@ -86,7 +88,8 @@ private:
             while (!m_over && client->state() == QTcpSocket::ConnectedState) {
                 if (client->bytesAvailable() == 0 && !client->waitForReadyRead(50))
                     continue;
-                client->write(pass(client->readAll(), target));
+                const QByteArray commands = client->readAll();
+                client->write(pass(rewrite ? rewrite(commands) : commands, target));
                 client->waitForBytesWritten();
             }
         }

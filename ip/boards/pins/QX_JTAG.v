@@ -67,7 +67,8 @@ module QX_JTAG (
         else if (state_q == SHIFT_IR) ir_q <= {tdi_pad_i, ir_q[4:1]};
         if (state_q == RESET) er1_q <= 1'b0;
         else if (state_q == UPDATE_IR) er1_q <= ir_q == IR_ER1;
-        bypass_q <= state_q == SHIFT_DR & tdi_pad_i;  // captures 0
+        if (state_q == CAPTURE_DR) bypass_q <= 1'b0;
+        else if (state_q == SHIFT_DR) bypass_q <= tdi_pad_i;
     end
 
     reg tdo_q = 1'b0;
