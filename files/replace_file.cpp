@@ -1,5 +1,6 @@
 #include "files/replace_file.h"
 
+#include "files/fail.h"
 #include "files/file_stat.h"
 
 #include <QDir>
@@ -78,17 +79,15 @@ QString writeProblem(const QFileDevice& file)
 // Each of these is false, with a reason, when what is at the path is not as it should be.
 
 /// Fills `file`, which is open, to the last byte.
-bool fillFile(QFileDevice& file, const Fill& fill, QString& reason)
+bool fillFile(QFileDevice& file, const Fill& fill, QString* error)
 {
     // A commit or a close would not notice that what it flushes is lost.
-    if (fill(file, reason) && file.flush())
-        return true;
-    if (reason.isEmpty())
-        reason = writeProblem(file);
-    return false;
+    QString reason;
+    return (fill(file, &reason) && file.flush())
+        || OXA::fail(error, reason.isEmpty() ? writeProblem(file) : reason);
 }
 
-bool fillNode(const QString& path, const struct stat& node, const Fill& fill, QString& reason)
+bool fillNode(const QString& path, const struct stat& node, const Fill& fill, QString* error)
 {
     const IgnoredBrokenPipe ignored;
     QFile file(path);
@@ -98,9 +97,8 @@ bool fillNode(const QString& path, const struct stat& node, const Fill& fill, QS
     const bool isOpen = descriptor < 0 ? file.open(QIODevice::WriteOnly)
                                        : file.open(descriptor, QIODevice::WriteOnly);
     if (isOpen)
-        return fillFile(file, fill, reason);
-    reason = file.errorString();
-    return false;
+        return fillFile(file, fill, error);
+    return OXA::fail(error, file.errorString());
 }
 
 /// Makes `to` hold what `from` holds. It is not emptied first: what it has of the disk stays its
@@ -116,66 +114,57 @@ bool copyOver(QFileDevice& from, QFileDevice& to)
     return from.error() == QFileDevice::NoError && to.flush() && to.resize(from.size());
 }
 
-bool fillInPlace(const QString& path, const Fill& fill, QString& reason)
+bool fillInPlace(const QString& path, const Fill& fill, QString* error)
 {
     QTemporaryFile fresh;
     QTemporaryFile old;
     QFile file(path);
-    const auto fail = [&reason](const QString& text) {
-        reason = text;
-        return false;
-    };
     if (!fresh.open() || !old.open())
-        return fail("there can be no temporary file in " + QDir::tempPath());
-    if (!fillFile(fresh, fill, reason))
+        return OXA::fail(error, "there can be no temporary file in " + QDir::tempPath());
+    if (!fillFile(fresh, fill, error))
         return false;
     // Unbuffered: what could not be written must not be tried again.
     if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
-        return fail(file.errorString());
+        return OXA::fail(error, file.errorString());
     if (!copyOver(file, old))
-        return fail("it cannot be copied to " + QDir::tempPath() + " first");
+        return OXA::fail(error, "it cannot be copied to " + QDir::tempPath() + " first");
     if (copyOver(fresh, file))
         return true;
-    reason = writeProblem(file);
+    QString reason = writeProblem(file);
     if (!copyOver(old, file)) {
         old.setAutoRemove(false);
         reason += "; what it held before is in " + old.fileName();
     }
-    return false;
+    return OXA::fail(error, reason);
 }
 
-bool fillAnew(const QString& path, const Fill& fill, QString& reason)
+bool fillAnew(const QString& path, const Fill& fill, QString* error)
 {
     QSaveFile file(path);
     const bool isOpen = file.open(QIODevice::WriteOnly);
-    if (isOpen && !fillFile(file, fill, reason))
+    if (isOpen && !fillFile(file, fill, error))
         return false;
-    if (isOpen && file.commit())
-        return true;
-    reason = file.errorString();
-    return false;
+    return (isOpen && file.commit()) || OXA::fail(error, file.errorString());
 }
 
-bool fillPath(const QString& path, const Fill& fill, QString& reason)
+bool fillPath(const QString& path, const Fill& fill, QString* error)
 {
     const auto old = statOf(path);
     if (!old)
-        return fillAnew(path, fill, reason);
-    if (S_ISDIR(old->st_mode)) {
-        reason = "it is a directory";
-        return false;
-    }
+        return fillAnew(path, fill, error);
+    if (S_ISDIR(old->st_mode))
+        return OXA::fail(error, "it is a directory");
     if (isStream(*old))
-        return fillNode(path, *old, fill, reason);
+        return fillNode(path, *old, fill, error);
     const QFileInfo directory(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
     if (!isReplaceable(path, *old) || !directory.isWritable())
-        return fillInPlace(path, fill, reason);
-    return fillAnew(path, fill, reason);
+        return fillInPlace(path, fill, error);
+    return fillAnew(path, fill, error);
 }
 
 Fill bytes(const QByteArray& content)
 {
-    return [&content](QIODevice& out, QString&) { return out.write(content) == content.size(); };
+    return [&content](QIODevice& out, QString*) { return out.write(content) == content.size(); };
 }
 
 QString sentence(const QString& path, const QString& reason)
@@ -185,16 +174,13 @@ QString sentence(const QString& path, const QString& reason)
 
 }
 
-bool replaceFile(const QString& path, const Fill& fill, QString& error)
+bool replaceFile(const QString& path, const Fill& fill, QString* error)
 {
     QString reason;
-    const bool ok = fillPath(path, fill, reason);
-    if (!ok)
-        error = sentence(path, reason);
-    return ok;
+    return fillPath(path, fill, &reason) || OXA::fail(error, sentence(path, reason));
 }
 
-bool replaceFile(const QString& path, const QByteArray& content, QString& error)
+bool replaceFile(const QString& path, const QByteArray& content, QString* error)
 {
     return replaceFile(path, bytes(content), error);
 }
@@ -205,17 +191,16 @@ bool isStream(const QString& path)
     return info && isStream(*info);
 }
 
-bool writeFile(const QString& path, const Fill& fill, QString& error)
+bool writeFile(const QString& path, const Fill& fill, QString* error)
 {
     QFile file(path);
     QString reason;
-    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && fillFile(file, fill, reason))
+    if (file.open(QIODevice::WriteOnly | QIODevice::Truncate) && fillFile(file, fill, &reason))
         return true;
-    error = sentence(path, reason.isEmpty() ? file.errorString() : reason);
-    return false;
+    return OXA::fail(error, sentence(path, reason.isEmpty() ? file.errorString() : reason));
 }
 
-bool writeFile(const QString& path, const QByteArray& content, QString& error)
+bool writeFile(const QString& path, const QByteArray& content, QString* error)
 {
     return writeFile(path, bytes(content), error);
 }

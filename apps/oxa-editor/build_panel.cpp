@@ -153,12 +153,12 @@ bool BuildPanel::namesStayWords()
 bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
 {
     QString error;
-    const QByteArray bytes = m_document.bytes(error);
+    const QByteArray bytes = m_document.bytes(&error);
     m_snapshot = std::make_unique<QTemporaryDir>();
     const QString name = m_document.path().isEmpty() ? QString("untitled.oxa")
                                                      : QFileInfo(m_document.path()).fileName();
     arg.configFile = m_snapshot->filePath(name);
-    if (!bytes.isEmpty() && OXA_FILES::replaceFile(arg.configFile, bytes, error))
+    if (!bytes.isEmpty() && OXA_FILES::replaceFile(arg.configFile, bytes, &error))
         return true;
     m_stage->setText(error);
     return false;

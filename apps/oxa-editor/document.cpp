@@ -54,7 +54,7 @@ void Document::create(OXA::OxaMode mode)
     replace(mode, {core}, {});
 }
 
-bool Document::load(const QString& path, QString& error, QStringList& warnings)
+bool Document::load(const QString& path, QStringList& warnings, QString* error)
 {
     LoadedFile file;
     if (!loadFile(path, file, error))
@@ -67,7 +67,7 @@ bool Document::load(const QString& path, QString& error, QStringList& warnings)
     return true;
 }
 
-bool Document::save(const QString& path, QString& error)
+bool Document::save(const QString& path, QString* error)
 {
     const QByteArray content = bytes(error);
     if (content.isEmpty() || !OXA_FILES::replaceFile(path, content, error))
@@ -80,7 +80,7 @@ bool Document::save(const QString& path, QString& error)
     return true;
 }
 
-QByteArray Document::bytes(QString& error) const { return serialize(m_mode, m_cores, error); }
+QByteArray Document::bytes(QString* error) const { return serialize(m_mode, m_cores, error); }
 
 bool Document::isFileChanged() const
 {

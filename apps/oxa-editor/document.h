@@ -53,10 +53,10 @@ public:
 
     /// Puts the file `path` in the place of this configuration. On failure nothing changes and
     /// `error` says why; `warnings` is what the user should know about the file.
-    bool load(const QString& path, QString& error, QStringList& warnings);
+    bool load(const QString& path, QStringList& warnings, QString* error);
 
     /// Writes the file `path`, which becomes the document's own. On failure `error` says why.
-    bool save(const QString& path, QString& error);
+    bool save(const QString& path, QString* error);
 
     /// Whether the document's file no longer is what was read or written last.
     bool isFileChanged() const;
@@ -72,7 +72,7 @@ public:
     void setDesign(const std::shared_ptr<const DesignTree>& design);
 
     /// The configuration as bytes of a file; empty, with the reason in `error`, on failure.
-    QByteArray bytes(QString& error) const;
+    QByteArray bytes(QString* error) const;
 
 Q_SIGNALS:
     void changed(const Location& location); ///< after an edit, its undo and its redo

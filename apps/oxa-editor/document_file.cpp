@@ -1,5 +1,6 @@
 #include "document_file.h"
 
+#include "files/fail.h"
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/configuration.h"
 #include "oxautils/config/lite_config.h"
@@ -42,10 +43,10 @@ QString checksumWarning(const QString& path)
         .arg(stored, computed);
 }
 
-bool readCores(const QString& path, LoadedFile& file, QString& error)
+bool readCores(const QString& path, LoadedFile& file, QString* error)
 {
     Configuration configuration;
-    if (!readConfiguration(path, configuration, &error))
+    if (!readConfiguration(path, configuration, error))
         return false;
     file.mode = configuration.mode == Lite ? Lite : Standard;
     file.cores = takeCores(configuration);
@@ -62,7 +63,7 @@ void write(OxaMode mode, const Cores& cores, const QString& path)
 
 }
 
-bool loadFile(const QString& path, LoadedFile& file, QString& error)
+bool loadFile(const QString& path, LoadedFile& file, QString* error)
 {
     const ParseOnce once;
     if (!readCores(path, file, error))
@@ -79,19 +80,21 @@ bool loadFile(const QString& path, LoadedFile& file, QString& error)
     return true;
 }
 
-QByteArray serialize(OxaMode mode, const Cores& cores, QString& error)
+QByteArray serialize(OxaMode mode, const Cores& cores, QString* error)
 {
     const QTemporaryDir directory;
     const QString path = directory.filePath("configuration.oxa");
     write(mode, cores, path);
     QByteArray bytes = fileBytes(path);
     LoadedFile again;
+    QString fault;
     if (!directory.isValid())
-        error = directory.errorString();
-    else if (readCores(path, again, error) && again.cores.size() == cores.size())
+        fault = directory.errorString();
+    else if (readCores(path, again, &fault) && again.cores.size() == cores.size())
         return bytes;
-    else if (error.isEmpty())
-        error = tr("What would be written could not be read again.");
+    else if (fault.isEmpty())
+        fault = tr("What would be written could not be read again.");
+    fail(error, fault);
     return {};
 }
 

@@ -18,11 +18,11 @@ struct LoadedFile {
 };
 
 /// Reads the file `path`. False, with the reason in `error`, when it is no configuration.
-bool loadFile(const QString& path, LoadedFile& file, QString& error);
+bool loadFile(const QString& path, LoadedFile& file, QString* error);
 
 /// What the file of `cores` holds. Empty, with the reason in `error`, when it could not be read
 /// again.
-QByteArray serialize(OXA::OxaMode mode, const Cores& cores, QString& error);
+QByteArray serialize(OXA::OxaMode mode, const Cores& cores, QString* error);
 
 /// The bytes of the file `path`; a null array when it cannot be read.
 QByteArray fileBytes(const QString& path);

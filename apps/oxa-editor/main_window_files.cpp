@@ -198,7 +198,7 @@ bool MainWindow::open(const QString& path)
     QStringList warnings;
     if (!mayReplaceDocument())
         return false;
-    if (!m_document.load(path, error, warnings)) {
+    if (!m_document.load(path, warnings, &error)) {
         QMessageBox::critical(this, tr("Cannot Open"), OXA::shownLines(error));
         return false;
     }
@@ -218,7 +218,7 @@ void MainWindow::reload()
     const QString path = m_document.path();
     if (!m_target->mayLoseSamples())
         return showFileChange(true);
-    if (!m_document.load(path, error, warnings))
+    if (!m_document.load(path, warnings, &error))
         QMessageBox::critical(this, tr("Cannot Open"), OXA::shownLines(error));
     else if (!warnings.isEmpty())
         m_message->showMessage(warnings.join('\n'),
@@ -256,7 +256,7 @@ bool MainWindow::saveTo(const QString& path)
             != QMessageBox::Yes)
         return false;
     QString error;
-    if (!m_document.save(path, error)) {
+    if (!m_document.save(path, &error)) {
         QMessageBox::critical(this, tr("Cannot Save"), OXA::shownLines(error));
         return false;
     }

@@ -27,7 +27,7 @@ void TruthTable::setExpression(const QString& text, const OXA::AoCore& core)
 void TruthTable::compute(const QString& text, const OXA::AoCore& core)
 {
     OXA_CAPTURE::TriggerTable table;
-    if (!OXA_CAPTURE::triggerTable(core, text, table, m_reason))
+    if (!OXA_CAPTURE::triggerTable(core, text, table, &m_reason))
         return;
     if (m_units.size() > kMostUnits) {
         m_reason = tr("The table is shown for up to %1 units.").arg(kMostUnits);

@@ -102,7 +102,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vecto
         err << "warning: " << text << '\n';
     };
     QString error;
-    const bool ok = simulate(simulation, cores, waveform, runs, error);
+    const bool ok = simulate(simulation, cores, waveform, runs, &error);
     line.clear();
     if (!ok)
         err.error(interrupt.happened() ? "interrupted" : error);

@@ -78,7 +78,7 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Core
     const QString stimulus = temporary.path() + "/stimulus.txt";
     qint64 steps = 0;
     QString error;
-    bool ok = buildTarget(simulation, cores, waveform, 0, target, stimulus, steps, error);
+    bool ok = buildTarget(simulation, cores, waveform, 0, target, stimulus, steps, &error);
     line.clear();
     if (ok && !target.serve(stimulus, options.port)) {
         ok = false;

@@ -3,6 +3,7 @@
 #include "problems.h"
 #include "request.h"
 
+#include "files/fail.h"
 #include "oxautils/check/check.h"
 #include "oxautils/config/parse_once.h"
 
@@ -65,8 +66,7 @@ bool ConfigurationChange::write(
 {
     if (countOf(problems, OXA::Severity::Error) == 0)
         return OXA::writeConfiguration(path, configuration, error);
-    *error = path + ": not written, since these errors are new";
-    return false;
+    return OXA::fail(error, path + ": not written, since these errors are new");
 }
 
 void sayProblems(const QString& path, const QList<OXA::Problem>& problems, TextOut& err)

@@ -1,5 +1,6 @@
 #include "core_changes.h"
 
+#include "files/fail.h"
 #include "oxautils/encoding/signals_text.h"
 #include "oxautils/model/limits.h"
 
@@ -27,90 +28,88 @@ int coreCount(const Configuration& configuration)
 }
 
 /// The position that `text` names, or that of the only core when it is empty.
-bool findCore(const QString& text, const Configuration& configuration, int& core, QString& error)
+bool findCore(const QString& text, const Configuration& configuration, int& core, QString* error)
 {
     const int count = coreCount(configuration);
     bool ok = true;
     core = text.isEmpty() ? 0 : text.toInt(&ok);
     if (text.isEmpty() && count > 1)
-        error = QString("there are %1 cores; begin with which one, 0 to %2")
-                    .arg(QString::number(count), QString::number(count - 1));
-    else if (count == 0)
-        error = "the configuration has no core";
-    else if (!ok || core < 0 || core >= count)
-        error
-            = QString("there is no core %1; the last is %2").arg(text, QString::number(count - 1));
-    return error.isEmpty();
+        return fail(error,
+            QString("there are %1 cores; begin with which one, 0 to %2")
+                .arg(QString::number(count), QString::number(count - 1)));
+    if (count == 0)
+        return fail(error, "the configuration has no core");
+    if (!ok || core < 0 || core >= count)
+        return fail(error,
+            QString("there is no core %1; the last is %2").arg(text, QString::number(count - 1)));
+    return true;
 }
 
 /// Splits "CORE.NAME=VALUE", where NAME is as `name` says.
 bool splitNamed(const QString& text, const QString& name, const char* example,
-    const Configuration& configuration, Change& change, QString& error)
+    const Configuration& configuration, Change& change, QString* error)
 {
     const QRegularExpression form(
         "^(?:(\\d+)\\.)?(" + name + ")\\s*=(.*)$", QRegularExpression::DotMatchesEverythingOption);
     const auto match = form.match(text);
-    if (!match.hasMatch()) {
-        error = QString("it does not begin as in %1, or 0.%1 for core 0").arg(example);
-        return false;
-    }
+    if (!match.hasMatch())
+        return fail(error, QString("it does not begin as in %1, or 0.%1 for core 0").arg(example));
     change.name = match.captured(2);
     change.value = match.captured(3);
     return findCore(match.captured(1), configuration, change.core, error);
 }
 
 bool splitUnit(
-    const QString& text, const Configuration& configuration, Change& change, QString& error)
+    const QString& text, const Configuration& configuration, Change& change, QString* error)
 {
     return splitNamed(text, "M(?:\\d|1[0-5])", "M3=T0 == 5", configuration, change, error);
 }
 
 bool splitPort(
-    const QString& text, const Configuration& configuration, Change& change, QString& error)
+    const QString& text, const Configuration& configuration, Change& change, QString* error)
 {
     return splitNamed(text, "T(?:\\d|1[0-5])", "T0=SIGNAL, SIGNAL", configuration, change, error);
 }
 
 bool splitLevel(
-    const QString& text, const Configuration& configuration, Change& change, QString& error)
+    const QString& text, const Configuration& configuration, Change& change, QString* error)
 {
     return splitNamed(text, "\\d{1,2}", "0=M1 && M2", configuration, change, error);
 }
 
 bool splitSetting(
-    const QString& text, const Configuration& configuration, Change& change, QString& error)
+    const QString& text, const Configuration& configuration, Change& change, QString* error)
 {
     const int equals = text.indexOf('=');
     change.value = text.mid(equals + 1);
     return findCore(text.left(qMax(equals, 0)), configuration, change.core, error);
 }
 
-bool setPort(const Change& change, AoCore& core, QString& error)
+bool setPort(const Change& change, AoCore& core, QString* error)
 {
     QList<SignalItem>& items = core.getTrigger(change.name.mid(1).toInt())->signalList;
     if (change.value.trimmed() != kNone)
-        return signalsFromText(change.value, core, items, &error);
+        return signalsFromText(change.value, core, items, error);
     items.clear();
     return true;
 }
 
-bool setUnit(const Change& change, AoCore& core, const ValueNames& names, QString& error)
+bool setUnit(const Change& change, AoCore& core, const ValueNames& names, QString* error)
 {
     MatchUnit& unit = *core.matchUnit(change.name.mid(1).toInt());
-    return unitFromText(change.value, unit, &error, names);
+    return unitFromText(change.value, unit, error, names);
 }
 
 /// Sets or adds an expression. One to be taken out goes into `removed`: it keeps its place until
 /// all options are applied, so that their numbers are the file's.
-bool setExpression(const Change& change, AoCore& core, QSet<int>& removed, QString& error)
+bool setExpression(const Change& change, AoCore& core, QSet<int>& removed, QString* error)
 {
     const int level = change.name.toInt();
     const int count = core.expressions.size();
     const bool removes = change.value.trimmed() == kNone;
-    if (level > count || (removes && level == count)) {
-        error = QString("the core has %1 expressions, numbered from 0; %1 adds one").arg(count);
-        return false;
-    }
+    if (level > count || (removes && level == count))
+        return fail(
+            error, QString("the core has %1 expressions, numbered from 0; %1 adds one").arg(count));
     const QString text
         = expressionFromText(change.value, core.expressionType == DynamicExpressions);
     if (removes)
@@ -131,7 +130,7 @@ void removeExpressions(AoCore& core, const QSet<int>& removed)
 }
 
 /// The number that `text` stands for.
-bool readValue(const CoreSetting& setting, const QString& text, int& value, QString& error)
+bool readValue(const CoreSetting& setting, const QString& text, int& value, QString* error)
 {
     QStringList words;
     for (int i = 0; i < setting.words.count; ++i) {
@@ -142,27 +141,27 @@ bool readValue(const CoreSetting& setting, const QString& text, int& value, QStr
     bool ok = value >= 0;
     if (words.isEmpty())
         value = text.toInt(&ok);
-    if (!ok)
-        error = words.isEmpty()
-            ? QString("\"%1\" is no whole number of 32 bits").arg(text)
-            : QString("\"%1\" is none of \"%2\"").arg(text, words.join("\", \""));
-    return ok;
+    if (ok)
+        return true;
+    return fail(error,
+        words.isEmpty() ? QString("\"%1\" is no whole number of 32 bits").arg(text)
+                        : QString("\"%1\" is none of \"%2\"").arg(text, words.join("\", \"")));
 }
 
 bool setSetting(
-    const CoreSetting& setting, const Change& change, Configuration& configuration, QString& error)
+    const CoreSetting& setting, const Change& change, Configuration& configuration, QString* error)
 {
     int value = -1;
     const bool lite = configuration.mode == Lite;
     if (lite ? !setting.setLite : !setting.set)
-        error = QString("%1 cores do not have it").arg(lite ? "Lite" : "Standard");
-    else if (!readValue(setting, change.value, value, error))
+        return fail(error, QString("%1 cores do not have it").arg(lite ? "Lite" : "Standard"));
+    if (!readValue(setting, change.value, value, error))
         return false;
-    else if (lite)
+    if (lite)
         setting.setLite(*configuration.liteCores.at(change.core), value);
     else
         setting.set(*configuration.cores.at(change.core), value);
-    return error.isEmpty();
+    return true;
 }
 
 /// Applies what each of the option's `texts` says.
@@ -173,7 +172,7 @@ void changeEach(const char* option, const QStringList& texts, const Configuratio
     for (const QString& text : texts) {
         Change change;
         QString error;
-        if (!split(text, configuration, change, error) || !apply(change, error))
+        if (!split(text, configuration, change, &error) || !apply(change, &error))
             problems.append({QString(option) + ' ' + text, error});
     }
 }
@@ -181,11 +180,10 @@ void changeEach(const char* option, const QStringList& texts, const Configuratio
 /// `set` for the cores of a Standard configuration.
 template <typename Set> auto standardOnly(const Configuration& configuration, const Set& set)
 {
-    return [&configuration, set](const Change& change, QString& error) {
-        if (configuration.mode != Lite)
-            return set(change, *configuration.cores.at(change.core), error);
-        error = "Lite cores have no trigger";
-        return false;
+    return [&configuration, set](const Change& change, QString* error) {
+        return configuration.mode == Lite
+            ? fail(error, "Lite cores have no trigger")
+            : set(change, *configuration.cores.at(change.core), error);
     };
 }
 
@@ -233,19 +231,19 @@ void changeCores(const CoreChanges& changes, Configuration& configuration, Messa
     const std::vector<CoreSetting>& settings = coreSettings();
     for (size_t i = 0; i < settings.size(); ++i) {
         changeEach(settings[i].option, changes.settings.at(i), configuration, problems,
-            splitSetting, [&](const Change& change, QString& error) {
+            splitSetting, [&](const Change& change, QString* error) {
                 return setSetting(settings[i], change, configuration, error);
             });
     }
     changeEach("--port", changes.ports, configuration, problems, splitPort,
         standardOnly(configuration, setPort));
     changeEach("--unit", changes.units, configuration, problems, splitUnit,
-        standardOnly(configuration, [&](const Change& change, AoCore& core, QString& error) {
+        standardOnly(configuration, [&](const Change& change, AoCore& core, QString* error) {
             return setUnit(change, core, changes.valueNames, error);
         }));
     QHash<const AoCore*, QSet<int>> removed;
     changeEach("--expression", changes.expressions, configuration, problems, splitLevel,
-        standardOnly(configuration, [&](const Change& change, AoCore& core, QString& error) {
+        standardOnly(configuration, [&](const Change& change, AoCore& core, QString* error) {
             return setExpression(change, core, removed[&core], error);
         }));
     for (AoCore* core : qAsConst(configuration.cores))
@@ -255,8 +253,7 @@ void changeCores(const CoreChanges& changes, Configuration& configuration, Messa
 const MatchUnit* changedUnit(const QString& text, const Configuration& configuration, int* core)
 {
     Change change;
-    QString error;
-    if (!splitUnit(text, configuration, change, error) || configuration.mode == Lite)
+    if (!splitUnit(text, configuration, change, nullptr) || configuration.mode == Lite)
         return nullptr;
     *core = change.core;
     return configuration.cores.at(change.core)->matchUnit(change.name.mid(1).toInt());

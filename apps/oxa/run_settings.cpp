@@ -1,5 +1,6 @@
 #include "run_settings.h"
 
+#include "files/fail.h"
 #include "oxautils/check/check.h"
 
 #include <QRegularExpression>
@@ -10,7 +11,7 @@ namespace {
 
 // The unit that `text` begins with ("M3=...") in the one core that has it switched on; null, with
 // the reason in `error`, when there is none.
-OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QString& error)
+OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QString* error)
 {
     static const QRegularExpression name("^M(\\d{1,2})=");
     const auto match = name.match(text);
@@ -24,13 +25,13 @@ OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QS
             ++count;
         }
     }
-    if (!match.hasMatch())
-        error = "it does not begin as in M3=10XR";
-    else if (count == 0)
-        error = "no core that runs has this match unit";
-    else if (count > 1)
-        error = "several cores have this match unit; choose one of them with --core";
-    return count == 1 ? found : nullptr;
+    if (count == 1)
+        return found;
+    OXA::fail(error,
+        !match.hasMatch() ? "it does not begin as in M3=10XR"
+            : count == 0  ? "no core that runs has this match unit"
+                          : "several cores have this match unit; choose one of them with --core");
+    return nullptr;
 }
 
 QStringList complaintsOf(const QList<OXA::AoCore*>& cores, const OXA::MatchUnit& unit)
@@ -71,7 +72,7 @@ void change(const char* option, const QStringList& texts,
     for (const QString& text : texts) {
         const QString place = QString(option) + ' ' + text;
         QString error;
-        OXA::MatchUnit* unit = unitOf(text, cores, error);
+        OXA::MatchUnit* unit = unitOf(text, cores, &error);
         if (!unit) {
             problems.append({place, error});
             continue;
@@ -96,8 +97,7 @@ void changeUnits(const RunSettings& settings, const QList<OXA::AoCore*>& cores, 
     change("--unit", settings.units, setValues, cores, problems);
     change("--counter", settings.counters, setCounter, cores, problems);
     for (const QString& text : settings.counters) {
-        QString error;
-        const OXA::MatchUnit* unit = unitOf(text, cores, error);
+        const OXA::MatchUnit* unit = unitOf(text, cores, nullptr);
         if (unit && !unit->counterEnable)
             problems.append({"--counter " + text, "the unit was built without a counter"});
     }

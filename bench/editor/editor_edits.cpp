@@ -287,7 +287,7 @@ private:
     {
         QString error;
         return report("save the file (no limit)",
-            {timeOf([&] { m_window.document().save(m_path, error); })}, kNoLimit);
+            {timeOf([&] { m_window.document().save(m_path, &error); })}, kNoLimit);
     }
 
     const QString m_path;

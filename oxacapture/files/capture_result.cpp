@@ -1,5 +1,6 @@
 #include "oxacapture/files/capture_result.h"
 
+#include "files/fail.h"
 #include "files/replace_file.h"
 #include "oxacapture/files/capture_writers.h"
 
@@ -14,7 +15,7 @@ namespace {
 
 struct Format {
     const char* ending;
-    bool (*write)(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
+    bool (*write)(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
 };
 
 constexpr int kDone = 100; // percent
@@ -33,13 +34,6 @@ const Format* formatOf(const QString& path)
             return &format;
     }
     return nullptr;
-}
-
-bool fail(QString* error, const QString& text)
-{
-    if (error)
-        *error = text;
-    return false;
 }
 
 void addWaiting(const CapturedCore& core, QJsonObject& object)
@@ -69,18 +63,18 @@ std::vector<CapturedWindow> cutWindows(
 bool mayWriteCapture(const QString& path, QString* error)
 {
     if (!formatOf(path))
-        return fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
+        return OXA::fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
     const QString cannot = path + ": cannot be written: ";
     const QFileInfo file(path);
     const QFileInfo directory(file.absolutePath());
     if (file.isDir())
-        return fail(error, cannot + "it is a directory");
+        return OXA::fail(error, cannot + "it is a directory");
     if (file.exists() && !file.isWritable())
-        return fail(error, cannot + "it may not be changed");
+        return OXA::fail(error, cannot + "it may not be changed");
     if (!directory.isDir())
-        return fail(error, cannot + "there is no directory " + directory.filePath());
+        return OXA::fail(error, cannot + "there is no directory " + directory.filePath());
     if (!file.exists() && !directory.isWritable())
-        return fail(error, cannot + "nothing may be written to " + directory.filePath());
+        return OXA::fail(error, cannot + "nothing may be written to " + directory.filePath());
     return true;
 }
 
@@ -89,16 +83,16 @@ bool writeCapture(
 {
     if (!mayWriteCapture(path, error))
         return false;
-    const auto fill = [&](QIODevice& out, QString& reason) {
+    const auto fill = [&](QIODevice& out, QString* reason) {
+        bool stopped = false;
         const Progress goesOn = [&](int percent) {
-            if (progress && !progress(percent))
-                reason = "stopped";
-            return reason.isEmpty();
+            stopped = stopped || (progress && !progress(percent));
+            return !stopped;
         };
-        return formatOf(path)->write(out, capture, goesOn, reason) && goesOn(kDone);
+        const bool written = formatOf(path)->write(out, capture, goesOn, reason) && goesOn(kDone);
+        return stopped ? OXA::fail(reason, "stopped") : written;
     };
-    QString cannot;
-    return OXA_FILES::replaceFile(path, fill, cannot) || fail(error, cannot);
+    return OXA_FILES::replaceFile(path, fill, error);
 }
 
 QByteArray captureJson(const Capture& capture)

@@ -10,9 +10,9 @@ namespace OXA_CAPTURE {
 // One function for each format (docs/captures.md). False when writing fails, when `goesOn`
 // returned false or, with `error`, when the format does not allow it.
 
-bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
-bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
-bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error);
+bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
+bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
+bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
 
 constexpr qint64 kSamplesAtOnce = 4096; ///< at most this many between two calls of `goesOn`
 

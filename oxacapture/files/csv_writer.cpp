@@ -79,7 +79,7 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>&
 
 }
 
-bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString&)
+bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString*)
 {
     const QStringList columns = columnNames(capture);
     QByteArray header = "core,window,sample,trigger";

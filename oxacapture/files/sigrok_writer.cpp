@@ -1,4 +1,6 @@
 #include "oxacapture/files/capture_writers.h"
+
+#include "files/fail.h"
 #include "oxacapture/files/unique_names.h"
 
 #include <QHash>
@@ -264,7 +266,7 @@ private:
 
 }
 
-bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString& error)
+bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error)
 {
     const std::vector<Channel> channels = channelsOf(capture);
     const int unitSize = int(channels.size() + 7) / 8;
@@ -273,12 +275,9 @@ bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn,
     const QByteArray about = metadata(channels, unitSize, clockHz);
     LogicData data(capture, channels, unitSize, goesOn);
     Archive archive;
-    if (archive.add("version", version) && archive.add("metadata", about)
-        && archive.add("logic-1-1", data) && archive.write(out))
-        return true;
-    if (error.isEmpty()) // it was not stopped
-        error = archive.error();
-    return false;
+    return (archive.add("version", version) && archive.add("metadata", about)
+               && archive.add("logic-1-1", data) && archive.write(out))
+        || OXA::fail(error, archive.error());
 }
 
 }

@@ -263,7 +263,7 @@ private:
 
 }
 
-bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString&)
+bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString*)
 {
     const TimeScale scale(capture);
     QByteArray text = scale.head();

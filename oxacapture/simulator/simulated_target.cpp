@@ -127,7 +127,7 @@ bool SimulatedTarget::build(
     QStringList sources;
     if (!generate(design, sources))
         return false;
-    if (!OXA_FILES::writeFile(bench, testbench(ports), m_error))
+    if (!OXA_FILES::writeFile(bench, testbench(ports), &m_error))
         return false;
     return compile(QStringList {"-g2005", "-s", "oxa_testbench", "-o", m_workDir + "/target.vvp",
                        "-y", design.dirs.models}

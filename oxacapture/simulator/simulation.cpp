@@ -1,5 +1,6 @@
 #include "oxacapture/simulator/simulation.h"
 
+#include "files/fail.h"
 #include "oxacapture/simulator/stimulus_file.h"
 #include "oxacapture/simulator/target_capture.h"
 #include "oxautils/config/lite_config.h"
@@ -106,7 +107,7 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
 }
 
 bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
-    const Preparation& preparation, SimulatedTarget& target, QString& error)
+    const Preparation& preparation, SimulatedTarget& target, QString* error)
 {
     SimulatedTarget::Design design;
     design.dirs = simulation.dirs;
@@ -116,18 +117,14 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     design.workDir = simulation.workDir;
     for (const CorePlan& core : cores)
         design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
-    if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty()) {
-        error = "a netlist cannot be simulated whose cores watch their sample clocks ("
-            + QStringList(preparation.clockNames.keys()).join(", ") + ')';
-        return false;
-    }
+    if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty())
+        return OXA::fail(error,
+            "a netlist cannot be simulated whose cores watch their sample clocks ("
+                + QStringList(preparation.clockNames.keys()).join(", ") + ')');
     if (!preparation.clockNames.isEmpty())
         design.arg.configFile = renamedConfiguration(simulation, preparation.clockNames);
     const auto goesOn = [&simulation] { return simulation.progress("compiling", 0); };
-    if (target.build(design, preparation.ports, goesOn))
-        return true;
-    error = target.error();
-    return false;
+    return target.build(design, preparation.ports, goesOn) || OXA::fail(error, target.error());
 }
 
 // Clock periods that the cores need to come to rest, those of them that run from power-up on with
@@ -143,7 +140,7 @@ int periodsInFront(const std::vector<CorePlan>& cores)
 
 bool capture(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, qint64 steps, SimulatedTarget& target,
-    std::vector<ModelRun>& runs, QString& error)
+    std::vector<ModelRun>& runs, QString* error)
 {
     TargetCapture client(target, cores, waveform);
     const qint64 leadIn = qint64(2) * periodsInFront(cores);
@@ -159,15 +156,14 @@ bool capture(const Simulation& simulation, const std::vector<CorePlan>& cores,
         ok = simulation.progress("reading out", int(100 * core / cores.size()))
             && client.read(core, expected, runs[core]);
     }
-    error = client.error();
-    return ok;
+    return ok || OXA::fail(error, client.error());
 }
 
 }
 
 bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, int leadIn, SimulatedTarget& target, const QString& stimulus,
-    qint64& steps, QString& error)
+    qint64& steps, QString* error)
 {
     const QList<OXA::AOCore_Lite*> liteCores = liteCoresOf(simulation.arg.configFile);
     const Preparation preparation = prepare(cores, liteCores, waveform);
@@ -185,7 +181,7 @@ bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& core
 }
 
 bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
-    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error)
+    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString* error)
 {
     SimulatedTarget target;
     target.setGoesOn(simulation.goesOn);
@@ -194,10 +190,8 @@ bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
     if (!buildTarget(
             simulation, cores, waveform, periodsInFront(cores), target, stimulus, steps, error))
         return false;
-    if (!target.start(stimulus)) {
-        error = target.error();
-        return false;
-    }
+    if (!target.start(stimulus))
+        return OXA::fail(error, target.error());
     return capture(simulation, cores, waveform, steps, target, runs, error);
 }
 

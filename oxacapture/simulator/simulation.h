@@ -33,14 +33,14 @@ constexpr int kLeadIn = 12;
 /// when `progress` stopped the work.
 OXACAPTURE_EXPORT bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, int leadIn, SimulatedTarget& target, const QString& stimulus,
-    qint64& steps, QString& error);
+    qint64& steps, QString* error);
 
 /// Runs it for `cores`, which sample `waveform`. `runs` has the result of the trigger model for
 /// each core, and gets what the simulated core captured.
 ///
 /// False when that fails, with `error`, which is empty when `progress` stopped the run.
 OXACAPTURE_EXPORT bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
-    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString& error);
+    const SampledWaveform& waveform, std::vector<ModelRun>& runs, QString* error);
 
 }
 

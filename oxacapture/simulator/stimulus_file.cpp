@@ -184,10 +184,10 @@ QByteArray testbench(const StimulusPorts& ports)
 }
 
 qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,
-    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error)
+    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString* error)
 {
     Player player(ports, waveform, requests);
-    const auto fill = [&player, leadIn, leadOut](QIODevice& out, QString&) {
+    const auto fill = [&player, leadIn, leadOut](QIODevice& out, QString*) {
         QByteArray text = player.begin(leadIn);
         for (QByteArray line = player.next(); !line.isEmpty(); line = player.next()) {
             text += line;

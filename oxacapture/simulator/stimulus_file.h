@@ -25,7 +25,7 @@ QByteArray testbench(const StimulusPorts& ports);
 ///
 /// Returns the number of steps, with two for each of these periods; -1, with `error`, on failure.
 qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,
-    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString& error);
+    const SampledWaveform& waveform, const std::vector<SampleRequest>& requests, QString* error);
 
 }
 

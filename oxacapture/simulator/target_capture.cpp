@@ -67,7 +67,7 @@ bool TargetCapture::begin(const QString& generatedDir)
     BuiltConfiguration built;
     built.cores = m_cores;
     QString error;
-    if (!generatedFingerprints(generatedDir, m_cores, built.fingerprints, error))
+    if (!generatedFingerprints(generatedDir, m_cores, built.fingerprints, &error))
         return fail(error);
     return (m_session.begin() && m_session.match({built})) || fail(m_session.error());
 }

@@ -195,7 +195,7 @@ bool AnalyzerClient::readIdentity(int core, CoreIdentity& identity)
     QString error;
     return read(core, Identity, kIdentityHeadBits, bits)
         && read(core, Identity, identityBits(bits), bits)
-        && (parseIdentity(bits, core, identity, error) || fail(core, error));
+        && (parseIdentity(bits, core, identity, &error) || fail(core, error));
 }
 
 bool AnalyzerClient::discover(std::vector<CoreIdentity>& cores)
@@ -280,16 +280,16 @@ bool AnalyzerClient::writeSettings(const CoreIdentity& core, const TriggerSetup&
 {
     BitString bits;
     QString error;
-    return settingsBits(core, setup, bits, error) ? write(core.position, Settings, bits)
-                                                  : fail(core.position, error);
+    return settingsBits(core, setup, bits, &error) ? write(core.position, Settings, bits)
+                                                   : fail(core.position, error);
 }
 
 bool AnalyzerClient::writeTables(const CoreIdentity& core, const TriggerSetup& setup)
 {
     BitString bits;
     QString error;
-    return tableBits(core, setup, bits, error) ? write(core.position, Tables, bits)
-                                               : fail(core.position, error);
+    return tableBits(core, setup, bits, &error) ? write(core.position, Tables, bits)
+                                                : fail(core.position, error);
 }
 
 }

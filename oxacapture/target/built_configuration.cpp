@@ -2,6 +2,7 @@
 
 #include "oxacapture/target/fingerprint.h"
 
+#include "files/fail.h"
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/model/limits.h"
@@ -25,15 +26,14 @@ OXA::OxaArg argOf(const QString& configFile, const DEV::ChipInfo& chip)
 }
 
 bool fingerprintsOf(OXA::OxaArg arg, const QList<OXA::AoCore*>& cores,
-    const QList<OXA::AOCore_Lite*>& liteCores, BuiltConfiguration& built, QString& error)
+    const QList<OXA::AOCore_Lite*>& liteCores, BuiltConfiguration& built, QString* error)
 {
     const QTemporaryDir directory;
     arg.workDir = directory.path();
     const bool written = cores.isEmpty() ? OXA::lite_generateFilesForAoCore(arg, liteCores)
                                          : OXA::std_generateFilesForAoCore(arg, cores);
-    if (!written)
-        error = arg.workDir + ": the Verilog cannot be written";
-    return written && generatedFingerprints(arg.workDir, built.cores, built.fingerprints, error);
+    return (written || OXA::fail(error, arg.workDir + ": the Verilog cannot be written"))
+        && generatedFingerprints(arg.workDir, built.cores, built.fingerprints, error);
 }
 
 // A core whose generated files show all that devices make of one.
@@ -64,8 +64,7 @@ QList<DEV::ChipInfo> kindsOfParts(const QString& configFile)
         BuiltConfiguration built;
         built.cores.resize(1);
         built.cores[0].core = core.get();
-        QString error;
-        if (!fingerprintsOf(argOf(configFile, chip), {core.get()}, {}, built, error)
+        if (!fingerprintsOf(argOf(configFile, chip), {core.get()}, {}, built, nullptr)
             || known.contains(built.fingerprints[0]))
             continue;
         known += built.fingerprints[0];
@@ -77,7 +76,7 @@ QList<DEV::ChipInfo> kindsOfParts(const QString& configFile)
 }
 
 bool generatedFingerprints(const QString& workDir, const std::vector<CorePlan>& cores,
-    std::vector<quint32>& fingerprints, QString& error)
+    std::vector<quint32>& fingerprints, QString* error)
 {
     fingerprints.assign(cores.size(), 0);
     for (size_t core = 0; core < cores.size(); ++core) {
@@ -104,7 +103,7 @@ std::vector<BuiltConfiguration> builtConfigurations(const QString& configFile,
         built.arg = argOf(configFile, chip);
         built.cores = corePlans(cores, liteCores, built.arg, messages);
         QString error;
-        if (!fingerprintsOf(built.arg, cores, liteCores, built, error))
+        if (!fingerprintsOf(built.arg, cores, liteCores, built, &error))
             messages.append({configFile, error});
         if (!messages.isEmpty())
             return {};

@@ -15,7 +15,7 @@ struct BuiltConfiguration {
 /// The fingerprints of cores that were built from the files generated into `workDir`. False, with
 /// `error`, when a file is not as generated.
 OXACAPTURE_EXPORT bool generatedFingerprints(const QString& workDir,
-    const std::vector<CorePlan>& cores, std::vector<quint32>& fingerprints, QString& error);
+    const std::vector<CorePlan>& cores, std::vector<quint32>& fingerprints, QString* error);
 
 /// All different builds of the configuration in the file `configFile`: a few depend on the part,
 /// and a core in a chip does not report its part. None, with all reasons in `messages`, when no

@@ -1,5 +1,7 @@
 #include "oxacapture/target/capture_run.h"
 
+#include "files/fail.h"
+
 #include <QElapsedTimer>
 
 #include <algorithm>
@@ -85,21 +87,21 @@ bool CaptureRun::find(
 {
     m_builds = {configurations.front()()};
     m_link.setGoesOn(goesOn);
-    if (!m_link.connectTo(chip.openocd)) {
-        *error = m_link.error();
-        return false;
-    }
+    if (!m_link.connectTo(chip.openocd))
+        return OXA::fail(error, m_link.error());
     const QStringList taps = chip.tap.isEmpty() ? m_link.candidates() : QStringList(chip.tap);
     if (taps.isEmpty())
-        *error = QString("the chain has several devices; choose one of %1 with %2")
-                     .arg(m_link.taps().join(", "), chip.tapOption);
+        return OXA::fail(error,
+            QString("the chain has several devices; choose one of %1 with %2")
+                .arg(m_link.taps().join(", "), chip.tapOption));
     const QDeadlineTimer deadline(qint64(kSearchTime) * kSecond);
     m_link.setGoesOn([this, deadline] { return goesOn() && !deadline.hasExpired(); });
     for (int i = 0; i < taps.size() && !m_session; ++i)
         m_session = sessionAt(taps.at(i), configurations, error);
     if (!m_session && deadline.hasExpired())
-        *error = QString("no analyzer was found within %1 s: OpenOCD answers too slowly")
-                     .arg(kSearchTime);
+        return OXA::fail(error,
+            QString("no analyzer was found within %1 s: OpenOCD answers too slowly")
+                .arg(kSearchTime));
     return m_session != nullptr;
 }
 
@@ -108,14 +110,15 @@ std::unique_ptr<CaptureSession> CaptureRun::sessionAt(
     const QString& tap, const std::vector<ReadBuilds>& configurations, QString* error)
 {
     if (!m_link.selectTap(tap)) {
-        *error = m_link.error();
+        OXA::fail(error, m_link.error());
         return nullptr;
     }
     auto session = std::make_unique<CaptureSession>(m_link, m_link.instruction());
     if (session->begin() && matches(*session, configurations))
         return session;
-    *error = session->error().isEmpty() ? "no configuration to compare the chip with can be built"
-                                        : session->error();
+    OXA::fail(error,
+        session->error().isEmpty() ? "no configuration to compare the chip with can be built"
+                                   : session->error());
     return nullptr;
 }
 
@@ -155,10 +158,10 @@ bool CaptureRun::capture(const RunOptions& options, QString* error)
                                                         : QDeadlineTimer(QDeadlineTimer::Forever);
     if (start(options) && wait(options, deadline))
         return true;
-    *error = m_session->error();
+    const QString fault = m_session->error();
     for (const CoreRun& run : m_runs)
         m_session->stop(run.core);
-    return false;
+    return OXA::fail(error, fault);
 }
 
 bool CaptureRun::start(const RunOptions& options)

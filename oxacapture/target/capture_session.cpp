@@ -388,9 +388,9 @@ bool CaptureSession::readMemory(
                     ? m_client.readSamples(identity, words, memory)
                     : m_client.readMemory(identity, words, memory))))
         return fail(m_client.error());
-    return (decodeWindows(identity, status, setup, shortOnes, memory, readOut.windows, error)
+    return (decodeWindows(identity, status, setup, shortOnes, memory, readOut.windows, &error)
                && (!withWaiting
-                   || decodeWaiting(identity, status, setup, memory, readOut.waiting, error)))
+                   || decodeWaiting(identity, status, setup, memory, readOut.waiting, &error)))
         || failAt(core, error);
 }
 

@@ -1,5 +1,6 @@
 #include "oxacapture/target/core_identity.h"
 
+#include "files/fail.h"
 #include "oxautils/model/limits.h"
 
 namespace OXA_CAPTURE {
@@ -121,6 +122,25 @@ void compareCapture(const CoreIdentity& identity, const Core& core, const char* 
     comparison.number(identity.depth, depth, "words of memory");
 }
 
+// Why `bits` are not the identity of a core that this program knows; empty when they are.
+QString complaint(const BitString& bits)
+{
+    if (bits.size() < kIdentityHeadBits)
+        return "its identity is cut off";
+    if (get(bits, kMagicField) != kMagic || get(bits, kKindField) > 1)
+        return "it is no analyzer core";
+    if (get(bits, kVersionField) != kVersion)
+        return QString("it speaks version %1 of the protocol, not %2; %3")
+            .arg(QString::number(get(bits, kVersionField)), QString::number(kVersion),
+                get(bits, kVersionField) < kVersion ? "generate and synthesize it again"
+                                                    : "it needs a newer version of this program");
+    if (bits.size() < identityBits(bits))
+        return "its identity is cut off behind its head";
+    if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)
+        return "it captures no signal";
+    return {};
+}
+
 }
 
 int identityBits(const BitString& head)
@@ -129,25 +149,12 @@ int identityBits(const BitString& head)
     return kIdentityHeadBits + kEntryBits * int(entries);
 }
 
-bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, QString& error)
+bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, QString* error)
 {
     identity = {};
-    if (bits.size() < kIdentityHeadBits)
-        error = "its identity is cut off";
-    else if (get(bits, kMagicField) != kMagic || get(bits, kKindField) > 1)
-        error = "it is no analyzer core";
-    else if (get(bits, kVersionField) != kVersion)
-        error = QString("it speaks version %1 of the protocol, not %2; %3")
-                    .arg(QString::number(get(bits, kVersionField)), QString::number(kVersion),
-                        get(bits, kVersionField) < kVersion
-                            ? "generate and synthesize it again"
-                            : "it needs a newer version of this program");
-    else if (bits.size() < identityBits(bits))
-        error = "its identity is cut off behind its head";
-    else if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)
-        error = "it captures no signal";
-    if (!error.isEmpty())
-        return false;
+    const QString fault = complaint(bits);
+    if (!fault.isEmpty())
+        return OXA::fail(error, fault);
     identity.position = position;
     identity.lite = get(bits, kKindField) == 0;
     identity.fallingEdge = get(bits, kFallingField);

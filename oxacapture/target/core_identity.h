@@ -45,7 +45,7 @@ OXACAPTURE_EXPORT int identityBits(const BitString& head);
 /// Decodes the whole register of the core at `position`; false, with `error`, when it is not that
 /// of an analyzer core.
 OXACAPTURE_EXPORT bool parseIdentity(
-    const BitString& bits, int position, CoreIdentity& identity, QString& error);
+    const BitString& bits, int position, CoreIdentity& identity, QString* error);
 
 /// How a target's core differs from `core`: "8 data signals instead of 9".
 OXACAPTURE_EXPORT QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core);

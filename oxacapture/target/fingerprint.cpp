@@ -2,6 +2,7 @@
 
 #include "oxacapture/trigger/trigger_table.h"
 
+#include "files/fail.h"
 #include "oxautils/encoding/crc32.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/model/limits.h"
@@ -68,18 +69,16 @@ Value parseValue(const QString& name, const QString& text)
     return value;
 }
 
-bool readLines(const QString& path, QStringList& lines, QString& error)
+bool readLines(const QString& path, QStringList& lines, QString* error)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        error = path + ": " + file.errorString();
-        return false;
-    }
+    if (!file.open(QIODevice::ReadOnly))
+        return OXA::fail(error, path + ": " + file.errorString());
     lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
     return true;
 }
 
-bool readDefines(const QString& path, QSet<QString>& defines, QString& error)
+bool readDefines(const QString& path, QSet<QString>& defines, QString* error)
 {
     QStringList lines;
     if (!readLines(path, lines, error))
@@ -89,7 +88,7 @@ bool readDefines(const QString& path, QSet<QString>& defines, QString& error)
     return true;
 }
 
-bool readValues(const QString& path, std::vector<Value>& values, QString& error)
+bool readValues(const QString& path, std::vector<Value>& values, QString* error)
 {
     static const QRegularExpression parameter("^parameter (\\w+) = (.*);$");
     QStringList lines;
@@ -97,10 +96,8 @@ bool readValues(const QString& path, std::vector<Value>& values, QString& error)
         return false;
     for (const QString& line : qAsConst(lines)) {
         const auto match = parameter.match(line);
-        if (!match.hasMatch()) {
-            error = path + ": unexpected \"" + line + '"';
-            return false;
-        }
+        if (!match.hasMatch())
+            return OXA::fail(error, path + ": unexpected \"" + line + '"');
         values.push_back(parseValue(match.captured(1), match.captured(2)));
     }
     return true;
@@ -163,7 +160,7 @@ quint32 outputsIn(quint32 row, const OXA::AoCore& core)
 }
 
 bool addStaticTable(
-    OXA::Crc32& crc, const OXA::AoCore& core, const QString& expression, QString& error)
+    OXA::Crc32& crc, const OXA::AoCore& core, const QString& expression, QString* error)
 {
     TriggerTable table;
     if (!triggerTable(core, expression, table, error))
@@ -173,7 +170,7 @@ bool addStaticTable(
     return true;
 }
 
-bool addTables(OXA::Crc32& crc, const Generated& generated, const OXA::AoCore& core, QString& error)
+bool addTables(OXA::Crc32& crc, const Generated& generated, const OXA::AoCore& core, QString* error)
 {
     const int rows = 1 << core.enabledMatchUnits().size();
     for (int e = 0; e < core.expressions.size(); ++e) {
@@ -208,7 +205,7 @@ QString generatedFile(const QString& workDir, int position, const char* name)
 }
 
 bool generatedFingerprint(const QString& workDir, int position, const OXA::AoCore& core,
-    quint32& fingerprint, QString& error)
+    quint32& fingerprint, QString* error)
 {
     Generated generated;
     if (!readDefines(generatedFile(workDir, position, OXA::AO_TOP_DEFINE_FILE_NAME),
@@ -230,7 +227,7 @@ bool generatedFingerprint(const QString& workDir, int position, const OXA::AoCor
     return true;
 }
 
-bool generatedLiteFingerprint(const QString& workDir, quint32& fingerprint, QString& error)
+bool generatedLiteFingerprint(const QString& workDir, quint32& fingerprint, QString* error)
 {
     Generated generated;
     if (!readDefines(

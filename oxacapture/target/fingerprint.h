@@ -13,9 +13,9 @@ namespace OXA_CAPTURE {
 // (docs/jtag-protocol.md). False, with `error`, when a file is not as generated.
 
 OXACAPTURE_EXPORT bool generatedFingerprint(const QString& workDir, int position,
-    const OXA::AoCore& core, quint32& fingerprint, QString& error);
+    const OXA::AoCore& core, quint32& fingerprint, QString* error);
 OXACAPTURE_EXPORT bool generatedLiteFingerprint(
-    const QString& workDir, quint32& fingerprint, QString& error);
+    const QString& workDir, quint32& fingerprint, QString* error);
 
 }
 

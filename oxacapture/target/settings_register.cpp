@@ -1,5 +1,7 @@
 #include "oxacapture/target/settings_register.h"
 
+#include "files/fail.h"
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -82,12 +84,12 @@ int portWidth(const CoreIdentity& core, int number)
 }
 
 bool settingsBits(
-    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString& error)
+    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString* error)
 {
     bits = {};
-    error = complaint(core, setup);
-    if (!error.isEmpty())
-        return false;
+    QString fault = complaint(core, setup);
+    if (!fault.isEmpty())
+        return OXA::fail(error, fault);
     bits.append(quint64(setup.captureAmount - 1), core.addressBits);
     bits.append(quint64(setup.captureAmount - setup.triggerPos - 1), core.addressBits);
     bits.append(quint64(setup.windowNum - 1), bitsToCount(core.mostWindows));
@@ -96,22 +98,21 @@ bool settingsBits(
     for (size_t i = 0; i < core.units.size(); ++i) {
         const int width = portWidth(core, core.units[i].port);
         const UnitSetup& unit = setup.units[i];
-        error = complaint(core.units[i], width, unit);
-        if (!error.isEmpty())
-            return false;
+        fault = complaint(core.units[i], width, unit);
+        if (!fault.isEmpty())
+            return OXA::fail(error, fault);
         appendUnit(bits, core.units[i], width, unit);
     }
     return true;
 }
 
-bool tableBits(const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString& error)
+bool tableBits(const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString* error)
 {
     bits = {};
-    if (!core.dynamic || int(setup.levels.size()) > core.expressions) {
-        error = core.dynamic ? QString("it has %1 expressions").arg(core.expressions)
-                             : "its expressions are part of the netlist";
-        return false;
-    }
+    if (!core.dynamic)
+        return OXA::fail(error, "its expressions are part of the netlist");
+    if (int(setup.levels.size()) > core.expressions)
+        return OXA::fail(error, QString("it has %1 expressions").arg(core.expressions));
     for (quint32 row = 0; row < quint32(1) << core.units.size(); ++row) {
         quint32 outputs = 0;
         for (size_t unit = 0; unit < core.units.size(); ++unit)

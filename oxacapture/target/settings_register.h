@@ -8,11 +8,11 @@ namespace OXA_CAPTURE {
 /// The settings register for `setup` (docs/jtag-protocol.md); false, with `error`, when the core is
 /// not built for it.
 bool settingsBits(
-    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString& error);
+    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString* error);
 
 /// The tables register for the levels of `setup`, whose count is that of the core's expressions.
 bool tableBits(
-    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString& error);
+    const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString* error);
 
 }
 

@@ -1,5 +1,7 @@
 #include "oxacapture/target/window_decoder.h"
 
+#include "files/fail.h"
+
 #include <algorithm>
 
 namespace OXA_CAPTURE {
@@ -136,12 +138,12 @@ bool samplesSuffice(const CoreIdentity& core, const CoreStatus& status, const Tr
 
 bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
     const BitString& shortOnes, const BitString& memory, std::vector<DecodedWindow>& windows,
-    QString& error)
+    QString* error)
 {
     windows.clear();
-    error = complaint(core, status, setup);
-    if (!error.isEmpty())
-        return false;
+    const QString fault = complaint(core, status, setup);
+    if (!fault.isEmpty())
+        return OXA::fail(error, fault);
     const qint64 words = usedWords(core, status, setup);
     if (core.lite) {
         if (words > 0)
@@ -161,10 +163,8 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
             ? endTrigger(status, setup, isShort)
             : own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
         // What stopped after its trigger has gone past it.
-        if (trigger == kNoSample || (isOpen && trigger == status.position % amount)) {
-            error = QString("window %1 has no trigger").arg(window);
-            return false;
-        }
+        if (trigger == kNoSample || (isOpen && trigger == status.position % amount))
+            return OXA::fail(error, QString("window %1 has no trigger").arg(window));
         windows.push_back(isOpen ? openWindow(own, setup, status, trigger)
                                  : completeWindow(own, setup, trigger, isShort));
     }
@@ -172,20 +172,21 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
 }
 
 bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
-    const BitString& memory, SampleTable& samples, QString& error)
+    const BitString& memory, SampleTable& samples, QString* error)
 {
     samples = SampleTable(SampleLayout({core.signalCount}));
-    error = complaint(core, status, setup);
+    const QString fault = complaint(core, status, setup);
+    if (!fault.isEmpty())
+        return OXA::fail(error, fault);
     const qint64 count = waitingWords(core, status, setup);
-    if (!error.isEmpty() || count == 0)
-        return error.isEmpty();
+    if (count == 0)
+        return true;
     const WindowWords words(memory, core.signalCount, core.wordBits(),
         usedWords(core, status, setup), setup.captureAmount);
     if (words.firstMarked(count) != kNoSample)
-        error = "it waits for a trigger, but its memory has a trigger";
-    else
-        samples = words.samples(status.wentRound ? status.position : 0, count);
-    return error.isEmpty();
+        return OXA::fail(error, "it waits for a trigger, but its memory has a trigger");
+    samples = words.samples(status.wentRound ? status.position : 0, count);
+    return true;
 }
 
 }

@@ -32,13 +32,13 @@ OXACAPTURE_EXPORT bool samplesSuffice(
 /// be that of such a run. A Lite core has one window, without a trigger.
 OXACAPTURE_EXPORT bool decodeWindows(const CoreIdentity& core, const CoreStatus& status,
     const TriggerSetup& setup, const BitString& shortOnes, const BitString& memory,
-    std::vector<DecodedWindow>& windows, QString& error);
+    std::vector<DecodedWindow>& windows, QString* error);
 
 /// The last samples of a core at rest that still waited for a trigger when it was stopped, the
 /// oldest first; none when it did not wait. `memory` has the words of `usedWords` and
 /// `waitingWords`. False, with `error`, when the status cannot be that of such a run.
 OXACAPTURE_EXPORT bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status,
-    const TriggerSetup& setup, const BitString& memory, SampleTable& samples, QString& error);
+    const TriggerSetup& setup, const BitString& memory, SampleTable& samples, QString* error);
 
 }
 

@@ -105,7 +105,7 @@ void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complai
         const QString& text = core.expressions.at(level);
         TriggerTable table;
         QString error;
-        if (!triggerTable(core, text, table, error))
+        if (!triggerTable(core, text, table, &error))
             complaints.add(QString("expression %1").arg(level), error);
         setup.levels.push_back(table);
     }

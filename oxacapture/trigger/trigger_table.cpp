@@ -1,5 +1,6 @@
 #include "oxacapture/trigger/trigger_table.h"
 
+#include "files/fail.h"
 #include "oxautils/encoding/static_expression.h"
 #include "oxautils/model/limits.h"
 
@@ -67,20 +68,18 @@ std::vector<int> enabledUnits(const OXA::AoCore& core)
 
 }
 
-bool triggerTable(const OXA::AoCore& core, const QString& text, TriggerTable& table, QString& error)
+bool triggerTable(const OXA::AoCore& core, const QString& text, TriggerTable& table, QString* error)
 {
     const bool dynamic = core.expressionType == OXA::DynamicExpressions;
     const QList<OXA::Token> tokens = OXA::tokensOf(text);
     const OXA::StaticExpression parsed = OXA::parseStatic(tokens);
-    error = complaint(tokens, parsed.fault, dynamic);
-    if (!error.isEmpty())
-        return false;
+    const QString fault = complaint(tokens, parsed.fault, dynamic);
+    if (!fault.isEmpty())
+        return OXA::fail(error, fault);
     const OXA::TruthTable rows = dynamic ? OXA::compileExpression(text, OXA::unitSwitches(core))
                                          : OXA::staticTable(parsed);
-    if (!rows.defined) {
-        error = "its table has no value";
-        return false;
-    }
+    if (!rows.defined)
+        return OXA::fail(error, "its table has no value");
     table = {};
     table.units
         = dynamic ? enabledUnits(core) : std::vector<int>(parsed.units.begin(), parsed.units.end());

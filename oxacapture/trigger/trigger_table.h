@@ -30,7 +30,7 @@ struct TriggerTable {
 ///
 /// False when it is not such an expression, with the reason in `error`.
 OXACAPTURE_EXPORT bool triggerTable(
-    const OXA::AoCore& core, const QString& text, TriggerTable& table, QString& error);
+    const OXA::AoCore& core, const QString& text, TriggerTable& table, QString* error);
 
 }
 

@@ -1,5 +1,6 @@
 #include "oxacapture/waveform/waveform_design.h"
 
+#include "files/fail.h"
 #include "oxacapture/waveform/vcd_reader.h"
 #include "oxautils/design/natural_order.h"
 
@@ -41,14 +42,9 @@ bool join(OXA::DesignSignal& signal, const OXA::DesignSignal& bit)
 
 bool readWaveformSignals(const QString& path, OXA::Design& design, QString* error)
 {
-    const auto fail = [error](const QString& text) {
-        if (error)
-            *error = text;
-        return false;
-    };
     VcdReader reader(path);
     if (!reader.readHeader())
-        return fail(reader.message().message());
+        return OXA::fail(error, reader.message().message());
     design = OXA::Design();
     design.isWaveform = true;
     std::vector<QString> scopes;
@@ -58,7 +54,7 @@ bool readWaveformSignals(const QString& path, OXA::Design& design, QString* erro
         scopes.push_back(scope.parent < 0 ? name : scopes[size_t(scope.parent)] + '/' + name);
         characters += scopes.back().size();
         if (characters > kMostCharacters)
-            return fail(kTooLong);
+            return OXA::fail(error, kTooLong);
     }
     QHash<QString, int> known;
     for (const VcdVariable& variable : reader.variables()) {
@@ -69,7 +65,7 @@ bool readWaveformSignals(const QString& path, OXA::Design& design, QString* erro
             = variable.scope < 0 ? name : scopes[size_t(variable.scope)] + '/' + name;
         characters += full.size();
         if (characters > kMostCharacters)
-            return fail(kTooLong);
+            return OXA::fail(error, kTooLong);
         const OXA::DesignSignal item = signalOf(variable, full);
         const auto found = known.constFind(full);
         if (found != known.constEnd() && join(design.items[*found], item))

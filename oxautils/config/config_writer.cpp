@@ -1,5 +1,6 @@
 #include "oxautils/config/config_writer.h"
 
+#include "files/fail.h"
 #include "files/replace_file.h"
 #include "oxautils/config/xml_names.h"
 
@@ -35,14 +36,13 @@ QByteArray documentText(const char* mode, const std::function<void(QXmlStreamWri
 }
 
 bool writeConfig(const QString& path, const char* mode,
-    const std::function<void(QXmlStreamWriter&)>& writeBody, QString& error)
+    const std::function<void(QXmlStreamWriter&)>& writeBody, QString* error)
 {
     const QByteArray text = documentText(mode, writeBody);
     if (!text.isNull())
         return OXA_FILES::replaceFile(path, text, error);
-    error = path
-        + ": cannot be written: a text holds a control character or half of a surrogate pair";
-    return false;
+    return fail(error,
+        path + ": cannot be written: a text holds a control character or half of a surrogate pair");
 }
 
 }

@@ -20,11 +20,11 @@ constexpr char kModeLite[] = "Lite";
 /// for good when that cannot be written or a text holds what XML cannot: then false, and `error`
 /// names the file.
 bool writeConfig(const QString& path, const char* mode,
-    const std::function<void(QXmlStreamWriter&)>& writeBody, QString& error);
+    const std::function<void(QXmlStreamWriter&)>& writeBody, QString* error);
 
 // The same for a configuration of `cores`, checksum included.
-bool writeCores(const QList<AoCore*>& cores, const QString& path, QString& error);
-bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString& error);
+bool writeCores(const QList<AoCore*>& cores, const QString& path, QString* error);
+bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString* error);
 
 }
 

@@ -1,5 +1,6 @@
 #include "oxautils/config/configuration.h"
 
+#include "files/fail.h"
 #include "oxautils/config/config_writer.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/parse_once.h"
@@ -16,22 +17,20 @@ namespace OXA {
 
 namespace {
 
-bool readCores(const QString& path, Configuration& configuration, QString& error)
+bool readCores(const QString& path, Configuration& configuration, QString* error)
 {
     bool ok = false;
     if (configuration.mode == Lite) {
         try {
-            configuration.liteCores = readOXAConfigFromXml_Lite(path, &ok, &error);
+            configuration.liteCores = readOXAConfigFromXml_Lite(path, &ok, error);
         } catch (const CompareException& exception) {
-            error = exception.message();
+            return fail(error, exception.message());
         }
         return ok;
     }
-    configuration.cores = readOXAConfigFromXml(path, &ok, &error);
-    if (ok && configuration.mode == Invalid) {
-        error = "its \"Mode\" is neither \"Standard\" nor \"Lite\"";
-        return false;
-    }
+    configuration.cores = readOXAConfigFromXml(path, &ok, error);
+    if (ok && configuration.mode == Invalid)
+        return fail(error, "its \"Mode\" is neither \"Standard\" nor \"Lite\"");
     return ok;
 }
 
@@ -71,24 +70,17 @@ bool readConfiguration(const QString& path, Configuration& configuration, QStrin
     QString remedy;
     if (readFile(path, content, &reason)) {
         configuration.mode = oxaModeFromOxaConfigFile(path);
-        if (readCores(path, configuration, reason))
+        if (readCores(path, configuration, &reason))
             return true;
         remedy = remedyFor(content);
     }
-    if (error)
-        *error = shownText(path + ": " + reason + hintFor(reason)) + remedy;
-    return false;
+    return fail(error, shownText(path + ": " + reason + hintFor(reason)) + remedy);
 }
 
 bool writeConfiguration(const QString& path, const Configuration& configuration, QString* error)
 {
-    QString reason;
-    const bool written = configuration.mode == Lite
-        ? writeCores(configuration.liteCores, path, reason)
-        : writeCores(configuration.cores, path, reason);
-    if (!written && error)
-        *error = reason;
-    return written;
+    return configuration.mode == Lite ? writeCores(configuration.liteCores, path, error)
+                                      : writeCores(configuration.cores, path, error);
 }
 
 bool adoptMarkedPorts(AoCore& core)

@@ -52,7 +52,7 @@ QString versionProblem(const QDomElement& root)
 
 }
 
-bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString& error)
+bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString* error)
 {
     const auto writeBody = [&cores](QXmlStreamWriter& xml) {
         for (const AOCore_Lite* core : cores)
@@ -64,7 +64,7 @@ bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString& 
 
 void writeOXAConfigToXml_Lite(const QList<AOCore_Lite*>& cores, const QString& path)
 {
-    if (QString error; !writeCores(cores, path, error))
+    if (QString error; !writeCores(cores, path, &error))
         qCritical().noquote() << error;
 }
 

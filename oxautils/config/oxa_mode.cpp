@@ -30,7 +30,7 @@ void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode)
 {
     const char* text = mode == Standard ? kModeStandard : mode == Lite ? kModeLite : nullptr;
     if (QString error; !writeConfig(
-            path, text, [](QXmlStreamWriter&) {}, error))
+            path, text, [](QXmlStreamWriter&) {}, &error))
         qCritical().noquote() << error;
 }
 

@@ -139,7 +139,7 @@ bool childrenHaveAttributes(
 
 }
 
-bool writeCores(const QList<AoCore*>& cores, const QString& path, QString& error)
+bool writeCores(const QList<AoCore*>& cores, const QString& path, QString* error)
 {
     const auto writeBody = [&cores](QXmlStreamWriter& xml) {
         for (const AoCore* core : cores)
@@ -151,7 +151,7 @@ bool writeCores(const QList<AoCore*>& cores, const QString& path, QString& error
 
 void writeOXAConfigToXml(const QList<AoCore*>& cores, const QString& path)
 {
-    if (QString error; !writeCores(cores, path, error))
+    if (QString error; !writeCores(cores, path, &error))
         qCritical().noquote() << error;
 }
 

@@ -1,5 +1,6 @@
 #include "oxautils/config/xml_document.h"
 
+#include "files/fail.h"
 #include "files/file_stat.h"
 #include "oxautils/config/parse_once.h"
 
@@ -193,11 +194,8 @@ bool readFile(const QString& path, QByteArray& content, QString* error)
         return true;
     }
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        if (error)
-            *error = QFileInfo(path).isDir() ? "it is a directory" : file.errorString();
-        return false;
-    }
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return fail(error, QFileInfo(path).isDir() ? "it is a directory" : file.errorString());
     content = file.readAll();
     if (state && S_ISREG(state->st_mode) && lastParsed.keepers > 0)
         lastRead = {path, *state, content};

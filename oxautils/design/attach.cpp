@@ -3,9 +3,9 @@
 #include "oxautils/design/attach_wrapper.h"
 #include "oxautils/design/design_index.h"
 #include "oxautils/design/design_script.h"
-#include "oxautils/design/fail.h"
 #include "oxautils/model/shown_text.h"
 
+#include "files/fail.h"
 #include "files/replace_file.h"
 
 #include <QFile>
@@ -36,11 +36,10 @@ QString firstNamed(const QStringList& names)
 bool copyFile(const QString& from, const QString& to, QString* error)
 {
     QFile file(from);
-    QString reason;
     if (!file.open(QIODevice::ReadOnly))
         return fail(
             error, QString("%1: cannot be read: %2").arg(shownText(from), file.errorString()));
-    return OXA_FILES::replaceFile(to, file.readAll(), reason) || fail(error, reason);
+    return OXA_FILES::replaceFile(to, file.readAll(), error);
 }
 
 }
@@ -137,13 +136,11 @@ void Attachment::addWrapper(DesignScript& script, const QString& file) const
 
 bool Attachment::write(AttachForm form, QString* error) const
 {
-    QString reason;
     const QString path = pathTo(ATTACH_WRAPPER_FILE_NAME);
     const QByteArray wrapper = wrapperText(
         m_design, wrapperName(form), m_watched, m_request, form == AttachForm::Hierarchical);
-    if (!OXA_FILES::replaceFile(path, wrapper, reason))
-        return fail(error, reason);
-    return form != AttachForm::Yosys || writeScript(error);
+    return OXA_FILES::replaceFile(path, wrapper, error)
+        && (form != AttachForm::Yosys || writeScript(error));
 }
 
 bool Attachment::writeScript(QString* error) const
@@ -155,10 +152,7 @@ bool Attachment::writeScript(QString* error) const
     QByteArray text = "# Written by oxa attach. Behind reading the design and before synthesis:\n"
                       "#   script "
         + path.toUtf8() + "\n";
-    QString reason;
-    if (!script.plainText(text, error))
-        return false;
-    return OXA_FILES::replaceFile(path, text, reason) || fail(error, reason);
+    return script.plainText(text, error) && OXA_FILES::replaceFile(path, text, error);
 }
 
 bool Attachment::writeVerilog(const QString& output, const QString& simulation, QString* error)

@@ -1,9 +1,9 @@
 #include "oxautils/design/attach.h"
 #include "oxautils/design/attach_wrapper.h"
 #include "oxautils/design/design_script.h"
-#include "oxautils/design/fail.h"
 #include "oxautils/model/shown_text.h"
 
+#include "files/fail.h"
 #include "files/replace_file.h"
 
 #include <QElapsedTimer>
@@ -178,9 +178,8 @@ bool Attachment::prove(const QString& wrapper, Proof& proof, QString* error)
     DesignScript script(m_hooks);
     if (!script.isValid(error) || !script.addSources(m_request.sources, error))
         return false;
-    QString reason;
-    if (!OXA_FILES::replaceFile(script.path(kPlain), plainWrapperText(m_design), reason))
-        return fail(error, reason);
+    if (!OXA_FILES::replaceFile(script.path(kPlain), plainWrapperText(m_design), error))
+        return false;
     addProof(script, given, isFlat);
     QString failure;
     const bool ran = script.run(&failure);

@@ -1,6 +1,6 @@
 #include "oxautils/design/design_script.h"
 
-#include "oxautils/design/fail.h"
+#include "files/fail.h"
 #include "oxautils/model/shown_text.h"
 
 #include "engine/engine_process.h"

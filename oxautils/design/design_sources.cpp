@@ -1,6 +1,6 @@
 #include "oxautils/design/design_sources.h"
 
-#include "oxautils/design/fail.h"
+#include "files/fail.h"
 #include "oxautils/model/shown_text.h"
 
 #include "files/replace_file.h"
@@ -252,10 +252,7 @@ bool rememberDesign(const QString& configuration, const DesignSources& sources, 
     QFile old(path);
     if (old.open(QIODevice::ReadOnly) && old.readAll() == text)
         return true;
-    QString reason;
-    if (OXA_FILES::replaceFile(path, text, reason))
-        return true;
-    return fail(error, reason);
+    return OXA_FILES::replaceFile(path, text, error);
 }
 
 }

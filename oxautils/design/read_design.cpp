@@ -1,8 +1,8 @@
 #include "oxautils/design/read_design.h"
 
+#include "files/fail.h"
 #include "oxautils/design/design_script.h"
 #include "oxautils/design/elaborate.h"
-#include "oxautils/design/fail.h"
 #include "oxautils/design/rtlil_module.h"
 #include "oxautils/design/source_scan.h"
 #include "oxautils/model/shown_text.h"

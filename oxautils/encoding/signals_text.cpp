@@ -1,5 +1,7 @@
 #include "oxautils/encoding/signals_text.h"
 
+#include "files/fail.h"
+
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -92,11 +94,8 @@ bool signalsFromText(
             if (end >= 0)
                 found += known.at(i).item;
         }
-        if (end < 0) {
-            if (error)
-                *error = unknownSignal(text, at, core);
-            return false;
-        }
+        if (end < 0)
+            return fail(error, unknownSignal(text, at, core));
         found.last().captureEnable = true; // a port's own mark is not used
         at = end;
     } while (at < text.size());

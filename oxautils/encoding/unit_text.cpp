@@ -1,5 +1,6 @@
 #include "oxautils/encoding/unit_text.h"
 
+#include "files/fail.h"
 #include "oxautils/encoding/value_text.h"
 #include "oxautils/model/ao_core.h"
 
@@ -289,9 +290,7 @@ bool unitFromText(const QString& text, MatchUnit& unit, QString* error, const Va
         unit = reader.unit();
         return true;
     }
-    if (error)
-        *error = reader.error();
-    return false;
+    return fail(error, reader.error());
 }
 
 QString expressionFromText(const QString& text, bool dynamic)

@@ -1,5 +1,6 @@
 #include "oxautils/generate/board_files.h"
 
+#include "files/fail.h"
 #include "files/replace_file.h"
 #include "oxautils/generate/file_names.h"
 
@@ -16,12 +17,10 @@ bool copyFiles(const OxaArg& arg, const QString& files, QStringList& copied, QSt
     QDir().mkpath(directory);
     for (const QString& name : files.split(' ', Qt::SkipEmptyParts)) {
         QFile source(arg.ipDir + "/boards/" + name);
-        if (!source.open(QIODevice::ReadOnly)) {
-            *error = source.fileName() + ": cannot be read: " + source.errorString();
-            return false;
-        }
+        if (!source.open(QIODevice::ReadOnly))
+            return fail(error, source.fileName() + ": cannot be read: " + source.errorString());
         const QString path = directory + '/' + name.section('/', -1);
-        if (!OXA_FILES::writeFile(path, source.readAll(), *error))
+        if (!OXA_FILES::writeFile(path, source.readAll(), error))
             return false;
         copied += path;
     }

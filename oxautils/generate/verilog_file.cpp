@@ -11,15 +11,14 @@ namespace OXA {
 bool writeVerilogFile(
     const QString& path, const QString& failure, const std::function<void(QTextStream&)>& write)
 {
-    const auto fill = [&write](QIODevice& file, QString&) {
+    const auto fill = [&write](QIODevice& file, QString*) {
         QTextStream out(&file);
         out.setCodec("UTF-8");
         write(out);
         out.flush();
         return out.status() == QTextStream::Ok;
     };
-    QString error;
-    const bool ok = OXA_FILES::writeFile(path, fill, error);
+    const bool ok = OXA_FILES::writeFile(path, fill, nullptr);
     if (!ok)
         qCritical().noquote() << failure;
     return ok;

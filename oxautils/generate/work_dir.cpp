@@ -1,5 +1,6 @@
 #include "oxautils/generate/work_dir.h"
 
+#include "files/fail.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
 
@@ -62,16 +63,13 @@ bool WorkDir::claim(const QString& path, QString* error)
     if (QDir().mkpath(path))
         m_mark = ::open(
             QFile::encodeName(mark).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
-    if (m_mark < 0) {
-        *error = path + ": nothing can be written there: " + qt_error_string(errno);
-        return false;
-    }
+    if (m_mark < 0)
+        return fail(error, path + ": nothing can be written there: " + qt_error_string(errno));
     // Where a file system has no locks, the run goes on without.
-    if (::flock(m_mark, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-        *error = path + " is in use by " + ownerOf(mark)
-            + "; wait for its end, or name another work directory";
-        return false;
-    }
+    if (::flock(m_mark, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
+        return fail(error,
+            path + " is in use by " + ownerOf(mark)
+                + "; wait for its end, or name another work directory");
     // On a full disk it is a mark without words still.
     const QByteArray text
         = QString("`oxa generate` made this directory and empties it on its next run.\n"

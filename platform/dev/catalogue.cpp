@@ -57,25 +57,25 @@ constexpr int kColumnCount = sizeof kColumns / sizeof *kColumns;
 constexpr qint64 kLargestFile = qint64(64) * 1024 * 1024;
 
 /// The text of the file; a null one and the reason in `error` when it cannot be had.
-QString readText(const QString& path, QString& error)
+QString readText(const QString& path, QString* error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) {
-        error = file.errorString();
+        *error = file.errorString();
         return {};
     }
     const QByteArray bytes = file.read(kLargestFile + 1);
     if (file.error() != QFile::NoError) {
-        error = file.errorString();
+        *error = file.errorString();
     } else if (bytes.size() > kLargestFile) {
-        error = "larger than 64 MiB, which no catalogue is";
+        *error = "larger than 64 MiB, which no catalogue is";
     } else {
         QTextCodec::ConverterState state; // swallows a byte-order mark
         const QString text
             = QTextCodec::codecForName("UTF-8")->toUnicode(bytes, bytes.size(), &state);
         if (state.invalidChars == 0 && state.remainingChars == 0)
             return text.isNull() ? QString("") : text;
-        error = "not a text in UTF-8";
+        *error = "not a text in UTF-8";
     }
     return {};
 }
@@ -198,18 +198,20 @@ ChipInfo Catalogue::find(const QString& partNumber, const QString& deviceName) c
     return {};
 }
 
-std::shared_ptr<const Catalogue> readCatalogue(const QString& path, QString& error)
+std::shared_ptr<const Catalogue> readCatalogue(const QString& path, QString* error)
 {
-    QString why;
-    const QString text = readText(path, why);
+    QString fault;
+    const QString text = readText(path, &fault);
+    std::shared_ptr<const Catalogue> catalogue;
     if (text.isNull()) {
-        error = path + ": " + why;
-        return nullptr;
+        fault.prepend(' ');
+    } else {
+        CatalogueParser parser(text);
+        catalogue = parser.parse();
+        fault = parser.error();
     }
-    CatalogueParser parser(text);
-    auto catalogue = parser.parse();
-    if (!catalogue)
-        error = path + ":" + parser.error();
+    if (!catalogue && error)
+        *error = path + ':' + fault;
     return catalogue;
 }
 

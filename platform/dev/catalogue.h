@@ -17,7 +17,7 @@ struct Catalogue {
 
 /// The catalogue in the file `path`. Null when the file cannot be read or breaks a rule; `error`
 /// is then "path:line:column: why", or "path: why".
-std::shared_ptr<const Catalogue> readCatalogue(const QString& path, QString& error);
+std::shared_ptr<const Catalogue> readCatalogue(const QString& path, QString* error);
 
 }
 

@@ -20,11 +20,11 @@ Snapshot initialCatalogue()
     QString error;
     const QString path = qEnvironmentVariable(kEnvironment);
     if (!path.isEmpty()) {
-        if (Snapshot named = readCatalogue(path, error))
+        if (Snapshot named = readCatalogue(path, &error))
             return named;
         qCritical().noquote() << kEnvironment << "ignored:" << error;
     }
-    Snapshot builtIn = readCatalogue(kCompiledIn, error);
+    Snapshot builtIn = readCatalogue(kCompiledIn, &error);
     if (!builtIn)
         qCritical().noquote() << error;
     return builtIn ? builtIn : std::make_shared<const Catalogue>();
@@ -73,14 +73,11 @@ QList<ChipInfo> DeviceDb::chips() const { return current().get()->chips; }
 
 bool DeviceDb::load(const QString& catalogue, QString* error)
 {
-    QString why;
-    if (Snapshot loaded = readCatalogue(catalogue, why)) {
-        current().set(std::move(loaded));
-        return true;
-    }
-    if (error)
-        *error = why;
-    return false;
+    Snapshot loaded = readCatalogue(catalogue, error);
+    if (!loaded)
+        return false;
+    current().set(std::move(loaded));
+    return true;
 }
 
 }

@@ -6,9 +6,9 @@
 namespace NorvoSyn {
 
 /// Puts the engine's `netlist` in the place of `output`, at once: whoever reads `output` sees the
-/// old or the new one whole. False when there is no netlist or it cannot be written: `problem` says
+/// old or the new one whole. False when there is no netlist or it cannot be written: `error` says
 /// which, and `output` is as it was.
-bool deliverNetlist(const QString& netlist, const QString& output, QString& problem);
+bool deliverNetlist(const QString& netlist, const QString& output, QString* error);
 
 }
 

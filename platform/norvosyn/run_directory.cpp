@@ -1,5 +1,6 @@
 #include "run_directory.h"
 
+#include "files/fail.h"
 #include "files/input_guard.h"
 #include "files/replace_file.h"
 
@@ -14,18 +15,16 @@ constexpr char kResources[] = ":/norvosyn/";
 constexpr const char* kShipped[] = {"cells", "flow"};
 constexpr const char* kResults[] = {"netlist.v", "usage.json"};
 
-bool copyResources(const QString& name, const QString& to, QString& problem)
+bool copyResources(const QString& name, const QString& to, QString* error)
 {
     const QDir from(kResources + name);
-    if (!QDir().mkpath(to)) {
-        problem = QString("cannot make the directory %1").arg(to);
-        return false;
-    }
+    if (!QDir().mkpath(to))
+        return OXA::fail(error, QString("cannot make the directory %1").arg(to));
     const QStringList files = from.entryList(QDir::Files);
     for (const QString& file : files) {
         QFile resource(from.filePath(file));
         if (!resource.open(QIODevice::ReadOnly)
-            || !OXA_FILES::writeFile(to + '/' + file, resource.readAll(), problem))
+            || !OXA_FILES::writeFile(to + '/' + file, resource.readAll(), error))
             return false;
     }
     return !files.isEmpty();
@@ -57,29 +56,26 @@ QString RunDirectory::lost(const QStringList& sources) const
     return {};
 }
 
-bool RunDirectory::prepare(const QByteArray& script, QString& problem)
+bool RunDirectory::prepare(const QByteArray& script, QString* error)
 {
-    const auto refuse = [&](const QString& why) {
-        problem = why;
-        return false;
-    };
     if (QFileInfo(path()).isSymLink())
-        return refuse(QString("%1 is a link; the engine's files would go elsewhere").arg(path()));
+        return OXA::fail(
+            error, QString("%1 is a link; the engine's files would go elsewhere").arg(path()));
     if (!QDir().mkpath(path()))
-        return refuse(QString("cannot make the directory %1").arg(path()));
+        return OXA::fail(error, QString("cannot make the directory %1").arg(path()));
 
     for (const char* result : kResults)
         QFile::remove(path() + '/' + result);
     QDir(temporary()).removeRecursively();
     if (!QDir().mkpath(temporary()))
-        return refuse(QString("cannot make the directory %1").arg(temporary()));
+        return OXA::fail(error, QString("cannot make the directory %1").arg(temporary()));
     for (const char* name : kShipped) {
         const QString to = path() + '/' + name;
         QDir(to).removeRecursively();
-        if (!copyResources(name, to, problem))
+        if (!copyResources(name, to, error))
             return false;
     }
-    return OXA_FILES::writeFile(scriptFile(), script, problem);
+    return OXA_FILES::writeFile(scriptFile(), script, error);
 }
 
 QString RunDirectory::path() const { return QString("%1/%2_synthesis").arg(m_workDir, m_name); }

@@ -22,8 +22,8 @@ public:
     QString lost(const QStringList& sources) const;
 
     /// Makes the directory with cells/ and flow/, and writes `script`. False when that is not
-    /// possible: `problem` says what.
-    bool prepare(const QByteArray& script, QString& problem);
+    /// possible: `error` says what.
+    bool prepare(const QByteArray& script, QString* error);
 
     QString path() const; ///< the engine's directory
     QString scriptFromPath() const; ///< the script, seen from there

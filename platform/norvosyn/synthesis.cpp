@@ -41,8 +41,8 @@ private:
         if (const QString source = m_directory.lost(m_request.sources); !source.isEmpty())
             return fail(
                 QString("the source %1 is where this run writes its own files").arg(source));
-        QString problem;
-        return m_directory.prepare(engineScript(m_request, m_target), problem) || fail(problem);
+        QString error;
+        return m_directory.prepare(engineScript(m_request, m_target), &error) || fail(error);
     }
 
     bool runFlow()
@@ -71,9 +71,8 @@ private:
     {
         if (m_hooks.stopAsked())
             return fail("the synthesis was stopped");
-        QString problem;
-        return deliverNetlist(m_directory.netlist(), m_request.outputFile, problem)
-            || fail(problem);
+        QString error;
+        return deliverNetlist(m_directory.netlist(), m_request.outputFile, &error) || fail(error);
     }
 
     const SynthesisRequest& m_request;

@@ -118,7 +118,7 @@ void TestFiles::inputs()
 void TestFiles::fileKeepsNamesOwnerAndMode()
 {
     QString error;
-    QVERIFY(replaceFile("out/link.vcd", "linked", error));
+    QVERIFY(replaceFile("out/link.vcd", "linked", &error));
     QVERIFY(QFileInfo("out/link.vcd").isSymLink());
     for (const char* name : {"outside/b.oxa", "out/b.vcd"}) // it is one file still
         QCOMPARE(bytesOf(name), QByteArray("linked"));
@@ -127,34 +127,34 @@ void TestFiles::fileKeepsNamesOwnerAndMode()
     const bool isRoot = ::geteuid() == 0; // nobody else can give a file away
     QVERIFY(!isRoot || ::chown("work.oxa", 4711, 4712) == 0);
     for (const QByteArray& text : {QByteArray(100000, 'x'), QByteArray("short")}) {
-        QVERIFY2(replaceFile("work.oxa", text, error), qPrintable(error));
+        QVERIFY2(replaceFile("work.oxa", text, &error), qPrintable(error));
         QCOMPARE(bytesOf("work.oxa"), text);
         QCOMPARE(int(statOf("work.oxa").st_mode & 07777), 0640);
         QVERIFY(
             !isRoot || (statOf("work.oxa").st_uid == 4711 && statOf("work.oxa").st_gid == 4712));
     }
-    QVERIFY(replaceFile("out/dangling.vcd", "new", error));
+    QVERIFY(replaceFile("out/dangling.vcd", "new", &error));
     QCOMPARE(bytesOf("out/new.vcd"), QByteArray("new"));
     QCOMPARE(QDir("out").entryList(QDir::Files | QDir::Hidden).size(), 5); // nothing beside them
 }
 
 void TestFiles::fileThatCannotBeFilledStays()
 {
-    const auto fill = [](QIODevice& out, QString& reason) {
+    const auto fill = [](QIODevice& out, QString* reason) {
         out.write("half");
-        reason = "no more";
+        *reason = "no more";
         return false;
     };
     for (const QString name : {"work.oxa", "out/b.vcd"}) {
         QString error;
-        QVERIFY(!replaceFile(name, fill, error));
+        QVERIFY(!replaceFile(name, fill, &error));
         QCOMPARE(error, name + ": cannot be written: no more");
         QCOMPARE(bytesOf(name), QByteArray("old"));
     }
     QString error;
-    QVERIFY(!replaceFile("no/such/file", "x", error));
+    QVERIFY(!replaceFile("no/such/file", "x", &error));
     QCOMPARE(error, QString("no/such/file: cannot be written: No such file or directory"));
-    QVERIFY(!replaceFile("out", "x", error));
+    QVERIFY(!replaceFile("out", "x", &error));
     QCOMPARE(error, QString("out: cannot be written: it is a directory"));
 }
 
@@ -166,14 +166,14 @@ void TestFiles::streamsAreWritten()
     QProcess reader;
     reader.start("cat", {"link"});
     QString error;
-    QVERIFY2(replaceFile("link", "through", error), qPrintable(error));
+    QVERIFY2(replaceFile("link", "through", &error), qPrintable(error));
     QVERIFY(finished(reader));
     QCOMPARE(reader.readAll(), QByteArray("through"));
     QVERIFY(!QFileInfo("pipe").isFile());
 
     reader.start("sh", {"-c", "exec <pipe"}); // it leaves at once
     const QByteArray more(1 << 20, 'x'); // than a pipe holds
-    QVERIFY(!replaceFile("pipe", more, error));
+    QVERIFY(!replaceFile("pipe", more, &error));
     QCOMPARE(error, QString("pipe: cannot be written: Broken pipe"));
     QVERIFY(finished(reader));
 }

@@ -82,7 +82,7 @@ void readOut(AnalyzerClient& client, const CoreIdentity& core, const TriggerSetu
     }
     std::vector<DecodedWindow> windows;
     QString error;
-    if (!decodeWindows(core, status, setup, shortOnes, memory, windows, error)) {
+    if (!decodeWindows(core, status, setup, shortOnes, memory, windows, &error)) {
         require(!error.isEmpty(), "a refusal says why");
         return;
     }

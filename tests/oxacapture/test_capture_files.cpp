@@ -233,7 +233,7 @@ void TestCaptureFiles::samplesOfACoreThatWaits()
         status.wentRound = row.wentRound;
         SampleTable waiting;
         QString said;
-        if (decodeWaiting(core, status, setup, memory, waiting, said)) {
+        if (decodeWaiting(core, status, setup, memory, waiting, &said)) {
             for (qint64 sample = 0; sample < waiting.size(); ++sample)
                 said += QString::number(*waiting.value(sample, 0)) + ' ';
         }
@@ -256,8 +256,8 @@ void TestCaptureFiles::aShortWindowBeginsWithItsTrigger()
     status.position = 3;
     std::vector<DecodedWindow> windows;
     QString error;
-    QVERIFY(
-        decodeWindows(core, status, setup, BitString(1, 1), BitString(0x4321, 16), windows, error));
+    QVERIFY(decodeWindows(
+        core, status, setup, BitString(1, 1), BitString(0x4321, 16), windows, &error));
     QCOMPARE(windows.front().triggerOffset, 0);
     QCOMPARE(windows.front().samples.size(), 3);
 }

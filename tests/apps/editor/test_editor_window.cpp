@@ -539,7 +539,7 @@ void TestEditorWindow::signalsOfTheDesign()
     QCOMPARE(clock->completer()->completionCount(), 2);
 
     QString error;
-    QVERIFY2(driver.document().save(m_folder.path("other.oxa"), error), qPrintable(error));
+    QVERIFY2(driver.document().save(m_folder.path("other.oxa"), &error), qPrintable(error));
     WindowDriver other(m_folder.path("other.oxa"));
     other.keys("Ctrl+Shift+D"); // begins to read
     QVERIFY(textsIn(*other.find<QListWidget>("Sources of the design:")).endsWith("traps.sv"));

@@ -54,7 +54,7 @@ QString CoreTarget::start(const QString& part, const QString& netlist)
     qint64 steps = 0;
     QString error;
     const QString stimulus = path("stimulus.txt");
-    if (!buildTarget(simulation, plans, waveform, 0, m_target, stimulus, steps, error))
+    if (!buildTarget(simulation, plans, waveform, 0, m_target, stimulus, steps, &error))
         return error;
     if (!m_target.start(stimulus))
         return m_target.error();

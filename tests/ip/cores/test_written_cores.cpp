@@ -139,7 +139,7 @@ QString captured(AnalyzerClient& client, const CoreIdentity& core, const Trigger
                 : client.readMemory(core, usedWords(core, status, setup), memory))
         || !client.readWindows(core, setup.windowNum, shortOnes))
         return client.error();
-    if (!decodeWindows(core, status, setup, shortOnes, memory, decoded, error))
+    if (!decodeWindows(core, status, setup, shortOnes, memory, decoded, &error))
         return error;
     std::vector<CapturedWindow> windows;
     for (const DecodedWindow& window : decoded)

@@ -1,11 +1,12 @@
-#ifndef OXAUTILS_DESIGN_FAIL_H
-#define OXAUTILS_DESIGN_FAIL_H
+#ifndef FILES_FAIL_H
+#define FILES_FAIL_H
 
 #include <QString>
 
 namespace OXA {
 
-/// False, with the reason `text` in `error`, which may be null.
+/// What a function returns that cannot do its work: false, with the reason `text` in `error`, which
+/// may be null.
 inline bool fail(QString* error, const QString& text)
 {
     if (error)
