@@ -8,27 +8,6 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-QString faultText(const OXA::SyntaxFault& fault)
-{
-    using OXA::SyntaxFault;
-    switch (fault.kind) {
-    case SyntaxFault::None:
-        return {};
-    case SyntaxFault::Empty:
-        return "it is empty";
-    case SyntaxFault::EndsEarly:
-        return "it ends too early";
-    case SyntaxFault::Unclosed:
-        return "a parenthesis is not closed";
-    case SyntaxFault::UnknownUnit:
-        return QString("there is no unit \"%1\"").arg(fault.token);
-    case SyntaxFault::TooDeep:
-        return "nested too deeply";
-    default:
-        return QString("unexpected \"%1\"").arg(fault.token.at(0));
-    }
-}
-
 /// The text that only static expressions allow; empty when there is none.
 QString foreignPiece(const QList<OXA::Token>& tokens)
 {
@@ -54,7 +33,7 @@ QString foreignPiece(const QList<OXA::Token>& tokens)
 QString complaint(const QList<OXA::Token>& tokens, const OXA::SyntaxFault& fault, bool dynamic)
 {
     const QString foreign = dynamic ? foreignPiece(tokens) : QString();
-    return foreign.isEmpty() ? faultText(fault)
+    return foreign.isEmpty() ? fault.text()
                              : QString("unexpected \"%1\" in a dynamic expression").arg(foreign);
 }
 
@@ -79,7 +58,7 @@ bool triggerTable(const OXA::AoCore& core, const QString& text, TriggerTable& ta
     const OXA::TruthTable rows = dynamic ? OXA::compileExpression(text, OXA::unitSwitches(core))
                                          : OXA::staticTable(parsed);
     if (!rows.defined)
-        return OXA::fail(error, "its table has no value");
+        return OXA::fail(error, "its table has no values");
     table = {};
     table.units
         = dynamic ? enabledUnits(core) : std::vector<int>(parsed.units.begin(), parsed.units.end());

@@ -41,24 +41,6 @@ bool isTooLong(const Expression& expression)
         && expression.compiled.stopsAt >= 0;
 }
 
-QString complaintOf(const SyntaxFault& fault)
-{
-    switch (fault.kind) {
-    case SyntaxFault::None:
-        return {};
-    case SyntaxFault::Empty:
-        return "it is empty";
-    case SyntaxFault::EndsEarly:
-        return "it ends too early";
-    case SyntaxFault::TooDeep:
-        return "it is nested deeper than 200 levels";
-    case SyntaxFault::NoOperand:
-        return QString("there is nothing before \"%1\"").arg(fault.token);
-    default:
-        return QString("there is no operator before \"%1\"").arg(fault.token);
-    }
-}
-
 /// The value that `table` has in every row; -1 when they differ.
 int constantOf(const TruthTable& table)
 {
@@ -130,7 +112,7 @@ void findSyntax(const Expression& expression, Findings& findings)
 {
     if (!isMadeOfExpressions(expression) || isTooLong(expression))
         return;
-    QString complaint = complaintOf(expression.parsed.fault);
+    QString complaint = expression.parsed.fault.text();
     if (complaint.isEmpty() && expression.dynamic() && !expression.compiled.defined)
         complaint = "its table has no values";
     if (!complaint.isEmpty())

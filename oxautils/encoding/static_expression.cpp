@@ -47,6 +47,8 @@ public:
         if (isSpace(token))
             return SyntaxFault::None;
         m_empty = false;
+        if (token.kind == Token::Other)
+            return SyntaxFault::Unexpected;
         return m_wantsOperand ? takeOperand(token) : takeOperator(token);
     }
 
@@ -95,10 +97,10 @@ private:
             m_wantsOperand = true;
             return SyntaxFault::None;
         }
-        if (m_open == 0)
-            return SyntaxFault::NoOperator;
         if (token.kind != Token::Close)
-            return SyntaxFault::Unclosed;
+            return m_open > 0 ? SyntaxFault::Unclosed : SyntaxFault::NoOperator;
+        if (m_open == 0)
+            return SyntaxFault::Unexpected;
         outputDownTo(kLoosest);
         m_pending.pop_back();
         --m_open;
@@ -138,6 +140,31 @@ private:
     bool m_empty = true;
 };
 
+}
+
+QString SyntaxFault::text() const
+{
+    switch (kind) {
+    case None:
+        return {};
+    case Empty:
+        return "it is empty";
+    case EndsEarly:
+        return "it ends too early";
+    case NoOperand:
+        return QString("there is nothing before \"%1\"").arg(token);
+    case NoOperator:
+        return QString("there is no operator before \"%1\"").arg(token);
+    case Unclosed:
+        return "a parenthesis is not closed";
+    case UnknownUnit:
+        return QString("there is no unit \"%1\"").arg(token);
+    case TooDeep:
+        return QString("it is nested deeper than %1 levels").arg(kDeepest);
+    case Unexpected:
+        break;
+    }
+    return QString("unexpected \"%1\"").arg(token);
 }
 
 StaticExpression parseStatic(const QList<Token>& tokens)

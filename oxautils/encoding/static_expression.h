@@ -16,11 +16,15 @@ struct SyntaxFault {
         NoOperator, ///< none stands before the token
         Unclosed, ///< nor does a parenthesis end before the token, or the text's end
         UnknownUnit,
+        Unexpected, ///< a character that expressions do not have, or a ")" without a "("
         TooDeep, ///< over 200 nested parentheses and prefix operators
     };
 
     Kind kind = None;
     QString token; ///< where it is found; empty at the end
+
+    /// "it ends too early"; empty without a fault.
+    OXAUTILS_EXPORT QString text() const;
 };
 
 /// A static expression as Verilog reads it for units of one bit: !, ~, &, ^, |, &&, ||, the

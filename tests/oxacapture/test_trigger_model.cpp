@@ -163,25 +163,25 @@ void TestTriggerModel::expressions()
     const struct {
         const char *text, *result;
     } rows[] = {
-        {"M0|M1&M2",           "01010111"                         },
-        {"M0^M1&M2|M0",        "01010111"                         },
-        {"M0&&M1|M2",          "00010101"                         },
-        {"M0||M1&&M2",         "01010111"                         },
-        {"M0^M1^M2",           "01101001"                         },
-        {"!M0 & ~(M1 | ~!M2)", "10000000"                         },
-        {"M0 & &M1 ^ |M2",     "00011110"                         },
-        {" M00\t&\n( M12 ) ",  "0001"                             },
-        {"M3 ^ 1'b1 & 1'B0",   "01"                               },
-        {" ",                  "it is empty"                      },
-        {"M0&",                "it ends too early"                },
-        {"(M0|M1",             "a parenthesis is not closed"      },
-        {"M0)",                "unexpected \")\""                 },
-        {"M0 M1",              "unexpected \"M\""                 },
-        {"M16",                "there is no unit \"M16\""         },
-        {"M",                  "there is no unit \"M\""           },
-        {"M99999999999",       "there is no unit \"M99999999999\""},
-        {"M0+M1",              "unexpected \"+\""                 },
-        {"~1",                 "unexpected \"1\""                 },
+        {"M0|M1&M2",           "01010111"                          },
+        {"M0^M1&M2|M0",        "01010111"                          },
+        {"M0&&M1|M2",          "00010101"                          },
+        {"M0||M1&&M2",         "01010111"                          },
+        {"M0^M1^M2",           "01101001"                          },
+        {"!M0 & ~(M1 | ~!M2)", "10000000"                          },
+        {"M0 & &M1 ^ |M2",     "00011110"                          },
+        {" M00\t&\n( M12 ) ",  "0001"                              },
+        {"M3 ^ 1'b1 & 1'B0",   "01"                                },
+        {" ",                  "it is empty"                       },
+        {"M0&",                "it ends too early"                 },
+        {"(M0|M1",             "a parenthesis is not closed"       },
+        {"M0)",                "unexpected \")\""                  },
+        {"M0 M1",              "there is no operator before \"M1\""},
+        {"M16",                "there is no unit \"M16\""          },
+        {"M",                  "there is no unit \"M\""            },
+        {"M99999999999",       "there is no unit \"M99999999999\"" },
+        {"M0+M1",              "unexpected \"+\""                  },
+        {"~1",                 "unexpected \"1\""                  },
     };
     const OXA::AoCore core(0);
     for (const auto& row : rows) {
@@ -196,7 +196,7 @@ void TestTriggerModel::expressions()
     TriggerTable unused;
     QString error;
     QVERIFY(!triggerTable(core, QString(100000, '('), unused, &error));
-    QCOMPARE(error, QString("nested too deeply"));
+    QCOMPARE(error, QString("it is nested deeper than 200 levels"));
 }
 
 void TestTriggerModel::dynamicTablesAreTheCompilers()
