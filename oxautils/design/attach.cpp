@@ -4,6 +4,7 @@
 #include "oxautils/design/design_index.h"
 #include "oxautils/design/design_script.h"
 #include "oxautils/model/shown_text.h"
+#include "oxautils/model/watched_bits.h"
 
 #include "files/fail.h"
 #include "files/replace_file.h"
@@ -20,10 +21,15 @@ constexpr int kMostNamed = 20; // names in a message
 constexpr char kOutput[] = "out.v";
 constexpr char kSimulation[] = "sim.v";
 
-template <typename Core> void addNames(const Core& core, QStringList& names)
+template <typename Core> QStringList distinctNames(const QList<Core*>& cores)
 {
-    names += core.dataSignals();
-    names += core.sampleClock;
+    QStringList names;
+    for (const Core* core : cores) {
+        const WatchedBits bits = watchedBits(*core);
+        names += bits.data + QStringList(bits.clock) + bits.triggers;
+    }
+    names.removeDuplicates();
+    return names;
 }
 
 QString firstNamed(const QStringList& names)
@@ -44,26 +50,9 @@ bool copyFile(const QString& from, const QString& to, QString* error)
 
 }
 
-QStringList watchedNames(const QList<AoCore*>& cores)
-{
-    QStringList names;
-    for (const AoCore* core : cores) {
-        addNames(*core, names);
-        for (const TriggerPort* port : core->availableTriggers())
-            names += port->singleSignals();
-    }
-    names.removeDuplicates();
-    return names;
-}
+QStringList watchedNames(const QList<AoCore*>& cores) { return distinctNames(cores); }
 
-QStringList watchedNames(const QList<AOCore_Lite*>& cores)
-{
-    QStringList names;
-    for (const AOCore_Lite* core : cores)
-        addNames(*core, names);
-    names.removeDuplicates();
-    return names;
-}
+QStringList watchedNames(const QList<AOCore_Lite*>& cores) { return distinctNames(cores); }
 
 Attachment::Attachment(const AttachRequest& request, const DesignHooks& hooks)
     : m_request(request)

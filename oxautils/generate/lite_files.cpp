@@ -82,12 +82,12 @@ bool lite_generateOxaTop(const OxaArg& arg, QList<AOCore_Lite*> cores)
     if (cores.isEmpty())
         return false;
     logWordFaults(wordFaults(cores));
-    QList<WrapperSignals> signalsOfCores;
+    QList<WatchedBits> bitsOfCores;
     for (const AOCore_Lite* core : qAsConst(cores))
-        signalsOfCores += {core->dataSignals(), core->sampleClock};
+        bitsOfCores += watchedBits(*core);
     return writeVerilogFile(arg.workDir + "/" + OXA_TOP_FILE_NAME,
         QString("failed to open result file."), [&](QTextStream& out) {
-            writeTopWrapper(out, signalsOfCores,
+            writeTopWrapper(out, bitsOfCores,
                 [&cores](QTextStream& body) { writeAnalyzer(body, *cores.first()); });
         });
 }

@@ -8,14 +8,6 @@ namespace OXA {
 
 namespace {
 
-WrapperSignals wrapperSignals(const AoCore& core)
-{
-    WrapperSignals all {core.dataSignals(), core.sampleClock};
-    for (const TriggerPort* port : core.availableTriggers())
-        all.names += port->singleSignals();
-    return all;
-}
-
 void writeAnalyzer(QTextStream& out, const AoCore& core, int position)
 {
     out << "\nao_top_" << position << "  u_la" << position << "_top(\n"
@@ -33,13 +25,13 @@ void writeAnalyzer(QTextStream& out, const AoCore& core, int position)
 bool std_generateOxaTop(const OxaArg& arg, const QList<AoCore*>& cores)
 {
     logWordFaults(wordFaults(cores));
-    QList<WrapperSignals> signalsOfCores;
+    QList<WatchedBits> bitsOfCores;
     for (const AoCore* core : cores)
-        signalsOfCores += wrapperSignals(*core);
+        bitsOfCores += watchedBits(*core);
     // Users search logs for this spelling.
     return writeVerilogFile(arg.workDir + "/" + OXA_TOP_FILE_NAME,
         QString("failded to open result file."), [&](QTextStream& out) {
-            writeTopWrapper(out, signalsOfCores, [&cores](QTextStream& body) {
+            writeTopWrapper(out, bitsOfCores, [&cores](QTextStream& body) {
                 for (int position = 0; position < cores.size(); ++position)
                     writeAnalyzer(body, *cores.at(position), position);
             });

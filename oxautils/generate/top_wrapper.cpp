@@ -128,14 +128,14 @@ void warnOfMissing(const QStringList& names, int position)
     }
 }
 
-QStringList portsOf(const QList<WrapperSignals>& cores)
+QStringList portsOf(const QList<WatchedBits>& cores)
 {
     QStringList ports;
     for (int position = 0; position < cores.size(); ++position) {
-        const WrapperSignals& core = cores.at(position);
-        warnOfMissing(core.names + QStringList(core.clock), position);
-        ports += escapedSignalNames(core.names);
-        ports += escapedSignalName(core.clock);
+        const WatchedBits& core = cores.at(position);
+        const QStringList names = core.data + core.triggers + QStringList(core.clock);
+        warnOfMissing(names, position);
+        ports += escapedSignalNames(names);
     }
     ports.removeDuplicates();
     return ports;
@@ -175,7 +175,7 @@ QString concatenation(const QStringList& escapedNames)
     return escapedNames.size() == 1 ? escapedNames.first() : '{' + escapedNames.join(',') + '}';
 }
 
-void writeTopWrapper(QTextStream& out, const QList<WrapperSignals>& cores,
+void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores,
     const std::function<void(QTextStream&)>& writeAnalyzers)
 {
     const QStringList ports = portsOf(cores);

@@ -1,6 +1,8 @@
 #ifndef OXAUTILS_GENERATE_TOP_WRAPPER_H
 #define OXAUTILS_GENERATE_TOP_WRAPPER_H
 
+#include "oxautils/model/watched_bits.h"
+
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -9,12 +11,6 @@
 #include <functional>
 
 namespace OXA {
-
-/// What one core asks of the wrapper's port list, as the design names it.
-struct WrapperSignals {
-    QStringList names; ///< data and trigger signals, in the order of the ports
-    QString clock;
-};
 
 /// `names` as references in Verilog.
 QStringList escapedSignalNames(const QStringList& names);
@@ -28,7 +24,7 @@ void logWordFaults(const QStringList& faults);
 
 /// Writes the wrapper for `cores` (one control bus each); `writeAnalyzers` adds the instances.
 /// Warns of empty names, with their core.
-void writeTopWrapper(QTextStream& out, const QList<WrapperSignals>& cores,
+void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores,
     const std::function<void(QTextStream&)>& writeAnalyzers);
 
 }
