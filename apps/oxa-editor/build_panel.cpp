@@ -5,11 +5,12 @@
 
 #include "files/replace_file.h"
 
+#include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
+#include "oxautils/generate/installed.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -24,13 +25,7 @@
 
 namespace {
 
-constexpr char kNetlist[] = "qx_oxa_netlist.v";
 constexpr int kMostLines = 5000; // of the log
-
-QString dataDir()
-{
-    return QDir::cleanPath(QCoreApplication::applicationDirPath() + "/../share/oxautils");
-}
 
 }
 
@@ -113,8 +108,7 @@ void BuildPanel::browse()
 bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
 {
     QString lost;
-    switch (
-        OXA::workDirFault(arg.workDir, OXA::inputsOf(arg, dataDir(), {m_document.path()}), lost)) {
+    switch (OXA::workDirFault(arg.workDir, OXA::inputsOf(arg, {m_document.path()}), lost)) {
     case OXA::WorkDirFault::None:
         return true;
     case OXA::WorkDirFault::HoldsForeignFiles:
@@ -136,7 +130,8 @@ bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
     return false;
 }
 
-/// What follows a name that does not stay one word would be code.
+/// What follows a name that does not stay one word would be code. The build checks it, too, but no
+/// file can hold some of these names.
 bool BuildPanel::namesStayWords()
 {
     const bool lite = m_document.mode() == OXA::Lite;
@@ -193,11 +188,11 @@ void BuildPanel::start(bool synthesize)
         return;
     }
     OXA::OxaArg arg;
-    arg.ipDir = dataDir() + "/ip";
+    arg.ipDir = OXA::installedIpDir();
     arg.device = m_part.partNumber;
     arg.package = m_part.name;
     arg.workDir = workDir();
-    arg.outputFile = arg.workDir + "/" + kNetlist;
+    arg.outputFile = arg.workDir + "/" + OXA::NETLIST_FILE_NAME;
     m_log->clear();
     if (!namesStayWords() || !writeSnapshot(arg))
         return;

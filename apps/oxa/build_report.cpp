@@ -1,7 +1,6 @@
 #include "build_report.h"
 
-#include "installed.h"
-#include "problems.h"
+#include "oxautils/generate/installed.h"
 
 #include <QJsonArray>
 
@@ -43,14 +42,14 @@ void sayErrors(const QStringList& messages, TextOut& err)
         err.error(message);
 }
 
-int checkBuild(const OXA::BuildRun& build, const QString& file, bool strict, TextOut& err)
+int checkBuild(const OXA::BuildRun& build, const QString& file, const char* doWhat,
+    OtherProblems others, TextOut& err)
 {
     const OXA::BuildResult checked = build.check();
     if (checked.end == OXA::BuildEnd::NoCores) {
-        err << "error: " << file << " holds no core, so there is nothing to generate\n";
+        err << "error: " << file << " holds no core, so there is nothing to " << doWhat << '\n';
         return kUnusable;
     }
-    const OtherProblems others = strict ? OtherProblems::Stop : OtherProblems::Warnings;
     if (!passesCheck(file, checked.problems, others, err))
         return kJobFailed;
     sayErrors(checked.messages, err);
@@ -60,7 +59,7 @@ int checkBuild(const OXA::BuildRun& build, const QString& file, bool strict, Tex
 QStringList simulationModels()
 {
     QStringList files;
-    const QDir directory(installed("share/oxautils/sim"));
+    const QDir directory(OXA::installed("share/oxautils/sim"));
     const QStringList names = directory.entryList({"*.v"}, QDir::Files, QDir::Name);
     for (const QString& name : names)
         files += directory.filePath(name);
@@ -71,7 +70,7 @@ bool hasSimulationModels(TextOut& err)
 {
     if (!simulationModels().isEmpty())
         return true;
-    err << "error: no models for a simulator in " << installed("share/oxautils/sim")
+    err << "error: no models for a simulator in " << OXA::installed("share/oxautils/sim")
         << "; install them, or leave --simulation out\n";
     return false;
 }

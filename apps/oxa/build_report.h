@@ -2,6 +2,7 @@
 #define APPS_OXA_BUILD_REPORT_H
 
 #include "command.h"
+#include "problems.h"
 
 #include "oxautils/generate/build_run.h"
 
@@ -10,9 +11,10 @@ int statusOf(OXA::BuildEnd end);
 
 void sayErrors(const QStringList& messages, TextOut& err);
 
-/// Whether the analyzer of `file` can be built: the exit status, with what is wrong on `err`. With
-/// `strict` warnings stop it, too.
-int checkBuild(const OXA::BuildRun& build, const QString& file, bool strict, TextOut& err);
+/// Whether the analyzer of `file` can be built: the exit status, with what is wrong on `err`.
+/// Without a core there is nothing to `doWhat` ("generate").
+int checkBuild(const OXA::BuildRun& build, const QString& file, const char* doWhat,
+    OtherProblems others, TextOut& err);
 
 /// Models of what the device has and a simulator has not; empty when they are not installed.
 QStringList simulationModels();

@@ -1,7 +1,6 @@
 #include "build_report.h"
 #include "command.h"
 #include "design_options.h"
-#include "installed.h"
 #include "log.h"
 #include "request.h"
 #include "work_dir.h"
@@ -73,8 +72,7 @@ QString defaultOutput(const Options& options)
 bool mayWriteAll(
     const Options& options, const OXA::OxaArg& arg, const OXA::DesignSources& sources, TextOut& err)
 {
-    OXA_FILES::Inputs inputs
-        = OXA::inputsOf(arg, installed("share/oxautils"), {options.request.part.deviceDb});
+    OXA_FILES::Inputs inputs = OXA::inputsOf(arg, {options.request.part.deviceDb});
     inputs.paths += sources.files;
     inputs.paths += OXA::designListOf(options.file);
     return mayEmpty(arg.workDir, options.force, inputs, err)
@@ -88,7 +86,9 @@ int generate(const Options& options, const OXA::OxaArg& arg, const DEV::FamilyLi
     OXA::BuildRun build(arg, false);
     build.link = link;
     build.loggedErrors = loggedErrors;
-    if (const int status = checkBuild(build, options.file, false, err); status != kDone)
+    if (const int status
+        = checkBuild(build, options.file, "generate", OtherProblems::Warnings, err);
+        status != kDone)
         return status;
     built = build.run();
     sayErrors(built.messages, err);
@@ -211,7 +211,7 @@ int run(Options options, Io& io)
     request.pads = !link || link->hasPads || options.models;
     request.includePaths = built.includePaths;
     for (const char* cell : {"IBUF", "OBUF", "QX_JTAG"})
-        request.primitives += installed(QString("share/oxautils/cells/%1.v").arg(cell));
+        request.primitives += OXA::installed(QString("share/oxautils/cells/%1.v").arg(cell));
     request.workDir = options.workDir;
     return attach(options, request, built, io);
 }

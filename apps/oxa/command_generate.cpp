@@ -1,6 +1,5 @@
 #include "build_report.h"
 #include "command.h"
-#include "installed.h"
 #include "interrupt.h"
 #include "log.h"
 #include "part.h"
@@ -11,6 +10,7 @@
 #include "files/replace_file.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/generate/build_run.h"
+#include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
 
 #include <QElapsedTimer>
@@ -57,8 +57,6 @@ and an example of pins. What the analyzer takes there, synthesis tells.
 Exit status 1 says, too, that the analyzer does not fit the part: of the netlist,
 which is there then, or before synthesis where the estimate leaves no doubt.)";
 
-constexpr char kDefaultNetlist[] = "qx_oxa_netlist.v";
-
 struct Options {
     QString file;
     RequestOptions request;
@@ -78,13 +76,12 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 {
     if (!fillRequest(options.request, options.file, arg, err))
         return false;
-    const OXA_FILES::Inputs inputs
-        = OXA::inputsOf(arg, installed("share/oxautils"), {namedCatalogue(options.request.part)});
+    const OXA_FILES::Inputs inputs = OXA::inputsOf(arg, {namedCatalogue(options.request.part)});
     if (!mayEmpty(options.workDir, options.force, inputs, err)
         || !mayWrite(options.netlist, inputs, err))
         return false;
-    arg.outputFile
-        = options.netlist.isEmpty() ? options.workDir + "/" + kDefaultNetlist : options.netlist;
+    arg.outputFile = options.netlist.isEmpty() ? options.workDir + "/" + OXA::NETLIST_FILE_NAME
+                                               : options.netlist;
     arg.workDir = options.workDir;
     arg.customTop = options.noTop ? "none" : "";
     if (options.simulation && !hasSimulationModels(err))
@@ -166,7 +163,9 @@ int run(const Options& options, Io& io)
     build.link = link;
     build.loggedErrors = loggedErrors;
     build.templates = options.templates;
-    if (const int status = checkBuild(build, options.file, options.strict, io.err); status != kDone)
+    const OtherProblems others = options.strict ? OtherProblems::Stop : OtherProblems::Warnings;
+    if (const int status = checkBuild(build, options.file, "generate", others, io.err);
+        status != kDone)
         return status;
     return options.noSynthesis ? generate(options, build, io) : synthesize(options, arg, build, io);
 }
@@ -184,7 +183,7 @@ void addGenerate(CLI::App& app, Io& io, int& status)
         ->required();
     addIpDir(*command, options->request);
     CLI::Option* netlist = addText(*command, "-o,--output", options->netlist,
-        std::string("The netlist (default: ") + kDefaultNetlist + " in the work directory)")
+        std::string("The netlist (default: ") + OXA::NETLIST_FILE_NAME + " in the work directory)")
                                ->type_name("NETLIST");
     CLI::Option* noSynthesis = command->add_flag("--no-synthesis", options->noSynthesis,
         "Only write the Verilog, and print the list of files and include directories");

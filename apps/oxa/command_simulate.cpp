@@ -1,9 +1,8 @@
+#include "build_report.h"
 #include "capture_report.h"
-#include "installed.h"
 #include "interrupt.h"
 #include "options.h"
 #include "part.h"
-#include "problems.h"
 #include "progress_line.h"
 #include "simulation_inputs.h"
 #include "work_dir.h"
@@ -134,9 +133,6 @@ bool prepare(const Options& options, const OXA::Configuration& configuration,
     }
     Messages messages;
     cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
-    if (cores.empty())
-        messages.append(
-            Message {options.file, "it holds no core, so there is nothing to simulate"});
     if (options.forceAt != kNoSample && configuration.mode == OXA::Lite)
         messages.append(Message {"--force-trigger-at", "Lite cores have no trigger"});
     if (!options.netlist.isEmpty() && !QFileInfo(options.netlist).isFile())
@@ -162,7 +158,7 @@ bool prepareWorkDir(const QString& path, OXA::WorkDir& workDir, TextOut& err)
 /// Whether nothing that the run reads is where it writes.
 bool keepsInputs(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 {
-    const OXA_FILES::Inputs inputs = OXA::inputsOf(arg, installed("share/oxautils"),
+    const OXA_FILES::Inputs inputs = OXA::inputsOf(arg,
         {namedCatalogue(options.inputs.request.part), options.inputs.stimulus, options.netlist});
     return mayWrite(options.output, inputs, err)
         && (options.workDir.isEmpty() || mayEmpty(options.workDir, false, inputs, err));
@@ -182,12 +178,14 @@ int run(const Options& options, Io& io)
     SampledWaveform waveform;
     OXA::WorkDir workDir;
     if (!readConfiguration(options.file, configuration, io.err)
-        || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !keepsInputs(options, arg, io.err) || !hasCores(options, arg, io.err))
         return kUnusable;
-    if (!passesCheck(arg, io.err))
-        return kJobFailed;
+    const OXA::BuildRun build(arg, false);
+    if (const int status
+        = checkBuild(build, options.file, "simulate", OtherProblems::NotSaid, io.err);
+        status != kDone)
+        return status;
     if (!prepare(options, configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err)
         || !prepareWorkDir(options.workDir, workDir, io.err))

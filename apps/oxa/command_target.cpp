@@ -1,12 +1,13 @@
+#include "build_report.h"
 #include "command.h"
-#include "installed.h"
 #include "interrupt.h"
-#include "problems.h"
 #include "progress_line.h"
 #include "simulation_inputs.h"
 
 #include "oxacapture/simulator/simulation.h"
 #include "oxacapture/simulator/target_player.h"
+#include "oxautils/config/parse_once.h"
+#include "oxautils/generate/installed.h"
 
 #include <QTemporaryDir>
 
@@ -39,13 +40,11 @@ struct Options {
     bool loop = false;
 };
 
-bool prepare(const Options& options, const OXA::Configuration& configuration,
-    const OXA::OxaArg& arg, std::vector<CorePlan>& cores, TextOut& err)
+bool prepare(const OXA::Configuration& configuration, const OXA::OxaArg& arg,
+    std::vector<CorePlan>& cores, TextOut& err)
 {
     Messages messages;
     cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
-    if (cores.empty())
-        messages.append(Message {options.file, "it holds no core, so there is nothing to serve"});
     return report(messages, err);
 }
 
@@ -54,7 +53,7 @@ void greet(const SimulatedTarget& target, TextOut& out)
     out << "the analyzer waits at port " << target.port() << "; connect with\n  openocd ";
     if (target.port() != kDefaultPort)
         out << "-c \"set OXA_PORT " << target.port() << "\" ";
-    out << "-f " << installed("share/oxautils/openocd/simulated-target.cfg") << '\n';
+    out << "-f " << OXA::installed("share/oxautils/openocd/simulated-target.cfg") << '\n';
     out.flush();
 }
 
@@ -99,18 +98,20 @@ int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<Core
 
 int run(const Options& options, Io& io)
 {
+    const OXA::ParseOnce once;
     OXA::Configuration configuration;
     OXA::OxaArg arg;
     std::vector<CorePlan> cores;
     SampledWaveform waveform;
     if (!readConfiguration(options.file, configuration, io.err)
-        || !namesStayWords(options.file, configuration, io.err)
         || !fillRequest(options.inputs.request, options.file, arg, io.err)
         || !hasInstalledCores(arg, io.err))
         return kUnusable;
-    if (!passesCheck(arg, io.err))
-        return kJobFailed;
-    if (!prepare(options, configuration, arg, cores, io.err)
+    const OXA::BuildRun build(arg, false);
+    if (const int status = checkBuild(build, options.file, "serve", OtherProblems::NotSaid, io.err);
+        status != kDone)
+        return status;
+    if (!prepare(configuration, arg, cores, io.err)
         || !readStimulus(options.inputs, cores, waveform, io.err))
         return kUnusable;
     return serve(options, arg, cores, waveform, io);

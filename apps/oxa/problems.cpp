@@ -1,9 +1,5 @@
 #include "problems.h"
 
-#include "oxautils/check/check.h"
-
-#include <dev/device_db.h>
-
 #include <algorithm>
 
 QString problemLine(const QString& file, const OXA::Problem& problem, const QString& severity)
@@ -56,13 +52,6 @@ bool passesCheck(
     if (!passes)
         err << "error: nothing was generated from " << file << '\n';
     return passes;
-}
-
-bool passesCheck(const OXA::OxaArg& arg, TextOut& err)
-{
-    const DEV::ChipInfo chip = DEV::DeviceDb::instance().find(arg.device, arg.package);
-    return passesCheck(
-        arg.configFile, OXA::checkConfigFile(arg.configFile, &chip), OtherProblems::NotSaid, err);
 }
 
 int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity)

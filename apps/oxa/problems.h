@@ -4,7 +4,6 @@
 #include "text_out.h"
 
 #include "oxautils/check/problem.h"
-#include "oxautils/generate/oxa_arg.h"
 
 #include <QJsonObject>
 #include <QList>
@@ -27,9 +26,6 @@ enum class OtherProblems {
 /// do; false when there is such a problem.
 bool passesCheck(
     const QString& file, const QList<OXA::Problem>& problems, OtherProblems others, TextOut& err);
-
-/// Looks at the configuration of the request as `oxa check` does, before anything is written.
-bool passesCheck(const OXA::OxaArg& arg, TextOut& err);
 
 /// How many of `problems` are of `severity`.
 int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity);

@@ -1,7 +1,8 @@
 #include "request.h"
 
-#include "installed.h"
 #include "part.h"
+
+#include "oxautils/generate/installed.h"
 
 #include <QFileInfo>
 
@@ -32,14 +33,6 @@ bool readConfiguration(const QString& file, OXA::Configuration& configuration, T
     return false;
 }
 
-bool namesStayWords(const QString& file, const OXA::Configuration& configuration, TextOut& err)
-{
-    const QStringList faults = OXA::wordFaults(file, configuration);
-    for (const QString& fault : faults)
-        err << "error: " << fault << '\n';
-    return faults.isEmpty();
-}
-
 bool fillRequest(const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err)
 {
     if (options.family.isEmpty()) {
@@ -50,7 +43,7 @@ bool fillRequest(const RequestOptions& options, const QString& file, OXA::OxaArg
         arg.package = chip->name;
     }
     arg.configFile = file;
-    arg.ipDir = options.ipDir.isEmpty() ? installedIpDir() : options.ipDir;
+    arg.ipDir = options.ipDir.isEmpty() ? OXA::installedIpDir() : options.ipDir;
     return true;
 }
 

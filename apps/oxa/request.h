@@ -26,8 +26,6 @@ void addIpDir(CLI::App& command, RequestOptions& options);
 
 /// Reads the configuration `file`.
 bool readConfiguration(const QString& file, OXA::Configuration& configuration, TextOut& err);
-/// Whether every signal name stays one word in generated Verilog.
-bool namesStayWords(const QString& file, const OXA::Configuration& configuration, TextOut& err);
 /// Fills the request to generate `file` for the part or for the family.
 bool fillRequest(
     const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err);

@@ -1,7 +1,8 @@
 #include "simulation_inputs.h"
 
-#include "installed.h"
 #include "progress_line.h"
+
+#include "oxautils/generate/installed.h"
 
 using namespace OXA_CAPTURE;
 
@@ -15,8 +16,8 @@ void addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
 
 SimulatorDirs installedSimulator()
 {
-    return {installed("share/oxautils/sim"), installed("share/oxautils/cells"),
-        installed(OXA_LIBDIR "/oxautils")};
+    return {OXA::installed("share/oxautils/sim"), OXA::installed("share/oxautils/cells"),
+        OXA::installed(OXA_LIBDIR "/oxautils")};
 }
 
 bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& cores,

@@ -1,5 +1,6 @@
 #include "oxautils/check/check.h"
 
+#include "oxautils/check/checked.h"
 #include "oxautils/check/rule.h"
 #include "oxautils/config/config_reader.h"
 #include "oxautils/encoding/data_depth.h"
@@ -23,7 +24,7 @@ void checkStandardCore(const StandardCore& core, QList<Problem>& problems)
 }
 
 template <typename Core>
-void checkTogether(const QList<Core*>& cores, const DEV::ChipInfo* part, QList<Problem>& problems)
+void checkTogether(const QList<Core*>& cores, const DEV::ChipInfo* part, Checked& checked)
 {
     AllCores configuration;
     configuration.part = part;
@@ -35,43 +36,34 @@ void checkTogether(const QList<Core*>& cores, const DEV::ChipInfo* part, QList<P
             estimate.add(*core);
             configuration.amounts += estimate.amounts();
         }
+        checked.amounts = estimate.amounts();
     }
-    applyRules(configuration, problems);
+    applyRules(configuration, checked.problems);
     for (const AnyCore& core : qAsConst(configuration.cores))
-        applyRules(core, problems);
+        applyRules(core, checked.problems);
 }
 
-QList<Problem> problemsOf(const QList<AoCore*>& cores, const DEV::ChipInfo* part, int depthFlag)
+void checkAll(
+    const QList<AoCore*>& cores, const DEV::ChipInfo* part, int depthFlag, Checked& checked)
 {
-    QList<Problem> problems;
-    checkTogether(cores, part, problems);
+    checkTogether(cores, part, checked);
     const QString device = part ? part->name : QString();
     for (int position = 0; position < cores.size(); ++position)
-        checkStandardCore({*cores.at(position), position, device, depthFlag}, problems);
-    return problems;
+        checkStandardCore({*cores.at(position), position, device, depthFlag}, checked.problems);
 }
 
-QList<Problem> problemsOf(const QList<AOCore_Lite*>& cores, const DEV::ChipInfo* part)
+void checkCoresIn(
+    const ConfigFile& file, const QString& path, const DEV::ChipInfo* part, Checked& checked)
 {
-    QList<Problem> problems;
-    checkTogether(cores, part, problems);
-    return problems;
-}
-
-QList<Problem> problemsOfCoresIn(
-    const ConfigFile& file, const QString& path, const DEV::ChipInfo* part)
-{
-    QList<Problem> problems;
     if (file.lite) {
         const QList<AOCore_Lite*> cores = readCoresLite(file.root);
-        problems = problemsOf(cores, part);
+        checkTogether(cores, part, checked);
         qDeleteAll(cores);
     } else {
         const QList<AoCore*> cores = readCores(file.root, ExpressionText::Normalised);
-        problems = problemsOf(cores, part, depthFlag(path));
+        checkAll(cores, part, depthFlag(path), checked);
         qDeleteAll(cores);
     }
-    return problems;
 }
 
 bool isBefore(const Problem& a, const Problem& b)
@@ -91,29 +83,39 @@ QList<Problem> inDocumentOrder(QList<Problem> problems)
     return problems;
 }
 
-QList<Problem> checkConfigFile(const QString& path, const DEV::ChipInfo* part)
+Checked checkFile(const QString& path, const DEV::ChipInfo* part)
 {
     const ConfigFile file(path);
-    QList<Problem> problems;
-    applyRules(file, problems);
+    Checked checked;
+    applyRules(file, checked.problems);
     if (file.readable()) {
-        problems += problemsOfCoresIn(file, path, part);
-        for (Problem& problem : problems) {
+        checkCoresIn(file, path, part, checked);
+        for (Problem& problem : checked.problems) {
             if (problem.place.line == 0)
                 file.locate(problem.place);
         }
     }
-    return inDocumentOrder(problems);
+    checked.problems = inDocumentOrder(checked.problems);
+    return checked;
+}
+
+QList<Problem> checkConfigFile(const QString& path, const DEV::ChipInfo* part)
+{
+    return checkFile(path, part).problems;
 }
 
 QList<Problem> checkCores(const QList<AoCore*>& cores, const DEV::ChipInfo* part)
 {
-    return inDocumentOrder(problemsOf(cores, part, kSavedAsOxa));
+    Checked checked;
+    checkAll(cores, part, kSavedAsOxa, checked);
+    return inDocumentOrder(checked.problems);
 }
 
 QList<Problem> checkCores(const QList<AOCore_Lite*>& cores, const DEV::ChipInfo* part)
 {
-    return inDocumentOrder(problemsOf(cores, part));
+    Checked checked;
+    checkTogether(cores, part, checked);
+    return inDocumentOrder(checked.problems);
 }
 
 QList<RuleInfo> checkRules()

@@ -1,7 +1,7 @@
 #include "oxautils/generate/build_run.h"
 
 #include "files/replace_file.h"
-#include "oxautils/check/check.h"
+#include "oxautils/check/checked.h"
 #include "oxautils/config/configuration.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/generate/board_files.h"
@@ -89,10 +89,11 @@ BuildResult BuildRun::check() const
         return result;
     }
     const DEV::ChipInfo part = chipOf(m_arg);
-    result.problems = checkConfigFile(m_arg.configFile, link ? nullptr : &part);
+    const Checked checked = checkFile(m_arg.configFile, link ? nullptr : &part);
+    result.problems = checked.problems;
     if (m_synthesize) // another tool may need less
-        result.messages = misfits("the analyzer takes about",
-            OXA_TOOL::estimateOf(configuration, part), part, &AnalyzerResource::cannotFit);
+        result.messages = misfits(
+            "the analyzer takes about", checked.amounts, part, &AnalyzerResource::cannotFit);
     if (configuration.isEmpty())
         result.end = BuildEnd::NoCores;
     else if (std::any_of(result.problems.begin(), result.problems.end(), stopsBuild))

@@ -2,11 +2,9 @@
 #define OXAUTILS_GENERATE_INPUTS_H
 
 #include "files/input_guard.h"
+#include "oxautils/generate/installed.h"
 #include "oxautils/generate/oxa_arg.h"
 #include "oxautils/generate/work_dir.h"
-
-#include <QCoreApplication>
-#include <QDir>
 
 namespace OXA {
 
@@ -19,14 +17,13 @@ inline OXA_FILES::Inputs inputsOf(const OxaArg& arg)
     };
 }
 
-/// The same for a program with installed data in `dataDir`, which must not lose itself either, nor
-/// the user's home, nor `more` files that it reads.
-inline OXA_FILES::Inputs inputsOf(
-    const OxaArg& arg, const QString& dataDir, const QStringList& more)
+/// The same for a program, which must not lose itself either, nor what is installed with it, the
+/// user's home and `more` files that it reads.
+inline OXA_FILES::Inputs inputsOf(const OxaArg& arg, const QStringList& more)
 {
     OXA_FILES::Inputs inputs = inputsOf(arg);
     inputs.paths += QStringList {QCoreApplication::applicationFilePath(), QDir::homePath()} + more;
-    inputs.sources += dataDir;
+    inputs.sources += installedDataDir();
     return inputs;
 }
 
