@@ -11,25 +11,24 @@
 
 namespace OXA_ENGINE {
 
-/// Reads what the engine prints: keeps all of it in the log, and picks from it the stages, the
-/// errors and the warnings.
+/// Reads the engine's output: writes all of it to the log, and extracts stages, errors and
+/// warnings.
 class EngineOutput {
 public:
     using Stage = std::function<void(const QString& text, int percent)>;
 
-    /// `stage` is called for every stage that the flow announces.
+    /// `stage` is called for every stage that the script reports.
     EngineOutput(const QString& logFile, Stage stage);
 
     void take(const QByteArray& line);
 
-    /// Errors and warnings, each once, in their order: "FILE:LINE: error: TEXT", or without the
-    /// place where the engine names none. Behind the first few a line says how many more there are,
-    /// and that the log has them.
-    /// To be called once, behind the last line.
+    /// Errors and warnings, each once, in order: "FILE:LINE: error: TEXT", without the place when
+    /// the engine reports none. After the first few, a line has the number of further ones and
+    /// refers to the log. Call it once, after the last line.
     QStringList finish();
     bool hasError() const { return m_errors > 0; }
 
-    /// The last few lines, for an engine that ended badly without a word that was understood.
+    /// The last few lines, for an engine that failed without a recognised message.
     QStringList tail() const { return m_tail; }
 
 private:
@@ -49,7 +48,7 @@ private:
     qint64 m_logged = 0;
     int m_errors = 0;
     int m_warnings = 0;
-    bool m_open = false; ///< indented lines that follow belong to the last message
+    bool m_open = false; ///< following indented lines belong to the last message
 };
 
 }

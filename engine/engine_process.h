@@ -15,25 +15,24 @@ struct EngineCommand {
     QString program; ///< a path, or a name that is looked up in PATH
     QString name = "the synthesis engine"; ///< in messages
     QStringList arguments;
-    QString directory; ///< it runs there
+    QString directory; ///< working directory of the process
     QProcessEnvironment environment;
     int timeLimit = 0; ///< seconds
-    QString outputFile; ///< takes the standard output, when that is a result and no message
+    QString outputFile; ///< for the standard output, when it is a result and not messages
 };
 
 enum class EngineEnd : int { Done, Failed, Crashed, NotStarted, Stopped, TimedOut };
 
 struct EngineResult {
     EngineEnd end = EngineEnd::NotStarted;
-    QString problem; ///< says what happened, unless the engine is done
+    QString problem; ///< the error; empty when the engine is done
 };
 
-/// Runs the engine to its end, which is within a second once `stopAsked` says so or the limit is
-/// reached: it is asked to terminate, then killed, with every process it started.
+/// Runs the engine until it ends, or for at most a second after `stopAsked` returns true or the
+/// time limit is reached: then it is terminated, finally killed, with all its child processes.
 ///
-/// Each line of what it prints (both channels, without the line's end) goes to `line`, but for a
-/// result in a file. Blocks; the thread needs no event loop. Both functions are called from the
-/// calling thread.
+/// `line` gets each line of both output channels, without line end; not a result in a file. Blocks;
+/// the thread needs no event loop. Both functions are called in the calling thread.
 EngineResult runEngine(const EngineCommand& command, const std::function<bool()>& stopAsked,
     const std::function<void(const QByteArray&)>& line);
 

@@ -7,14 +7,14 @@
 
 namespace OXA_ENGINE {
 
-/// `text` as one word of Tcl that stands for itself, in ASCII: what is neither letter nor digit is
-/// escaped.
+/// `text` as one word of Tcl without substitution, in ASCII: all characters except letters and
+/// digits are escaped.
 QByteArray tclWord(const QString& text);
 
-/// `texts` as the words of one command, each behind a space.
+/// `texts` as words of one command, each after a space.
 QByteArray tclWords(const QStringList& texts);
 
-/// The engine takes a file's name for a pattern; this one matches the name `path` alone.
+/// The engine treats file names as patterns; this pattern matches only `path`.
 QString withoutWildcards(const QString& path);
 
 }

@@ -5,9 +5,9 @@
 
 namespace OXA_FILES {
 
-/// Removes all that is in the directory `path`, hidden entries included, but for the file `kept` at
-/// its top. A symbolic link goes itself, what it points to stays. Failures are ignored. Without a
-/// path nothing is removed.
+/// Removes the content of the directory `path`, hidden entries included, except for the file `kept`
+/// at its top. Symbolic links are removed, their targets are not. Failures are ignored. An empty
+/// path does nothing.
 void emptyDirectory(const QString& path, const QString& kept = {});
 
 }

@@ -8,7 +8,7 @@
 
 namespace OXA_FILES {
 
-/// What the system knows of the file that `path` leads to; nothing when there is none.
+/// The system's record of the file `path`; none when it does not exist.
 inline std::optional<struct stat> statOf(const QString& path)
 {
     struct stat info { };
@@ -17,7 +17,7 @@ inline std::optional<struct stat> statOf(const QString& path)
     return info;
 }
 
-/// Whether both are one file, by whatever names.
+/// Whether both are the same file, by any names.
 inline bool isSame(const struct stat& a, const struct stat& b)
 {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;

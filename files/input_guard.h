@@ -5,19 +5,19 @@
 
 namespace OXA_FILES {
 
-/// What a call reads, and so must neither remove nor overwrite. An empty path names nothing.
+/// The inputs of a call, which it must neither remove nor overwrite. An empty path is ignored.
 struct Inputs {
-    QStringList paths; ///< files; also a directory that has to stay as a whole
-    QStringList sources; ///< directories that are read; nothing is to be written into them either
+    QStringList paths; ///< files, and directories that must not be removed
+    QStringList sources; ///< input directories; nothing may be written into them either
 };
 
-/// The first input that would be lost if the directory `path` were emptied, or that `path` lies in;
-/// empty when there is none. Links count like what they lead to, and a link on the way to an input
-/// like the input. Nothing has to exist.
+/// The first input that would be lost if the directory `path` were emptied, or that contains
+/// `path`; empty when there is none. A link counts as its target, and a link on the way to an input
+/// as the input. The files may not exist.
 QString lostByEmptying(const QString& path, const Inputs& inputs);
 
-/// The first input that writing the file `output` would change: by the same name, by a link to it
-/// or by another name of the same file; or the source directory that it lies in.
+/// The first input that writing the file `output` would change: the same name, a link to it or
+/// another name of the same file; or the source directory that contains it.
 QString lostByWriting(const QString& output, const Inputs& inputs);
 
 }

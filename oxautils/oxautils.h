@@ -45,7 +45,7 @@
 #include "oxautils/resource/resource_estimate.h"
 #include "oxautils/voltage/voltage.h"
 
-// Qt's build files define it for whoever links Qt Widgets, as OxaUtils::Editor does.
+// Qt's build files define it for programs that link Qt Widgets, as OxaUtils::Editor does.
 #ifdef QT_WIDGETS_LIB
 #include "oxautils/editor/match_unit_dialog.h"
 #include "oxautils/editor/match_unit_model.h"

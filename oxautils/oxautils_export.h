@@ -3,7 +3,7 @@
 
 #include <QtGlobal>
 
-/// Marks what a host may call; everything else stays hidden in the library.
+/// Marks what a host may call; other symbols are hidden.
 #ifdef OXAUTILS_LIBRARY
 #define OXAUTILS_EXPORT Q_DECL_EXPORT
 #else

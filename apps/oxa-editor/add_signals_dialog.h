@@ -9,7 +9,7 @@ class QDialogButtonBox;
 class QLabel;
 class QPlainTextEdit;
 
-/// Takes a list of signal names, and says while it is typed what will become of it.
+/// Edits a list of signal names, and shows the signals that it stands for.
 class AddSignalsDialog : public QDialog {
     Q_OBJECT
 

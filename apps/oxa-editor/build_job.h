@@ -8,31 +8,31 @@
 
 #include <memory>
 
-/// Builds in a thread of its own, one run at a time.
+/// Builds in a separate thread, one run at a time.
 class BuildJob : public QObject {
     Q_OBJECT
 
 public:
     explicit BuildJob(QObject* parent = nullptr);
 
-    /// Stops what is running and waits for its end.
+    /// Stops the run and waits for its end.
     ~BuildJob() override;
 
     bool isRunning() const { return m_thread != nullptr; }
 
-    /// Begins a run. Its configuration file has to stay until `finished`. Does nothing while
-    /// another one is running.
+    /// Starts a run. Its configuration file has to exist until `finished`. Does nothing during a
+    /// run.
     void start(std::unique_ptr<OXA::BuildRun> build);
 
-    /// Ends the run within a second; `finished` tells when.
+    /// Ends the run within a second; `finished` follows.
     void stop();
 
-    /// Sends what the library logs during a run to that run's `logged`, and the rest to where it
-    /// went before. To be called once, at the program's start.
+    /// Sends what the library logs during a run to that run's `logged`, and other messages to the
+    /// former handler. Call it once, at the program's start.
     static void installLog();
 
 Q_SIGNALS:
-    void progress(const QString& stage, int percent); ///< -1: nobody knows how far
+    void progress(const QString& stage, int percent); ///< -1: unknown
     void logged(const QString& line);
     void finished(const OXA::BuildResult& result);
 

@@ -17,15 +17,15 @@ class QListWidget;
 class QProgressBar;
 class QPushButton;
 
-/// Generates and synthesizes what the window shows, in the background: progress, a way to stop,
-/// and what was said meanwhile.
+/// Generates and synthesizes the shown configuration in the background, with progress, log and
+/// stop.
 class BuildPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit BuildPanel(Document& document, QWidget* parent = nullptr);
 
-    /// The part to build for; without one nothing is built.
+    /// The part to build for; required for a build.
     void setPart(const DEV::ChipInfo& part) { m_part = part; }
 
     QString workDir() const;
@@ -40,7 +40,7 @@ public:
 Q_SIGNALS:
     void runningChanged();
     void workDirChanged();
-    void partNeeded(); ///< the user has to choose one first
+    void partNeeded(); ///< the user has to choose a part first
 
 private:
     void layOut();
@@ -68,7 +68,7 @@ private:
     QProgressBar* m_progress;
     QLabel* m_stage;
     QListWidget* m_log;
-    QPointer<FileViewer> m_viewer; // of the place chosen last
+    QPointer<FileViewer> m_viewer; // of the file opened last
 };
 
 #endif

@@ -8,7 +8,7 @@ class QFormLayout;
 class QLabel;
 class WindowDrawing;
 
-/// When and how much a core samples, and into what memory.
+/// The settings of a core's capture: clock, memory, windows, trigger position.
 class CapturePage : public CorePage {
     Q_OBJECT
 
@@ -24,7 +24,7 @@ private:
 
     CoreForm* m_form;
     WindowDrawing* m_drawing;
-    QLabel* m_powerUp; // where the trigger lies before a program arms the core
+    QLabel* m_powerUp; // trigger position in a capture from power-up on
 };
 
 /// The same for a Lite core.

@@ -3,7 +3,7 @@
 
 #include <QStyledItemDelegate>
 
-/// Draws cells with room beside their texts, and check boxes that stand out from a dark ground too.
+/// Draws cells with space beside their texts, and check boxes that are visible in dark themes.
 class CellDelegate : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -10,7 +10,7 @@
 /// The pages of the window, in their order.
 enum class Page { Capture, Signals, Ports, Units, Expressions };
 
-/// What an edit is about, so that the window can show it.
+/// The object of an edit, so that the window can show it.
 struct Location {
     CorePtr core; ///< null: the list of cores
     Page page = Page::Capture;
@@ -19,10 +19,10 @@ struct Location {
 
 using Notify = std::function<void(const Location&)>;
 
-/// Swaps a value of the document with another: the value before, or the one after.
+/// Swaps a value of the document with its other value: the one before or after the edit.
 template <typename T> class SwapCommand : public QUndoCommand {
 public:
-    /// Edits with the same `run` of one value become one step; 0 stands alone.
+    /// Consecutive edits of one value with the same `run` become one step; 0: never merged.
     SwapCommand(const Location& location, T& value, T other, int run, Notify notify)
         : m_location(location)
         , m_value(value)
@@ -59,7 +59,7 @@ private:
     const Notify m_notify;
 };
 
-/// Replaces the list of cores, and renumbers it: a core's index is its position.
+/// Replaces the list of cores, and sets each core's index to its position.
 class CoresCommand : public QUndoCommand {
 public:
     CoresCommand(Cores& cores, const Cores& other, Notify notify);

@@ -8,8 +8,8 @@
 
 #include <memory>
 
-/// A core of either mode: one of the two is there, never both. Undo steps share it with the
-/// document, so that a core which was removed can come back as the same object.
+/// A core of either mode: exactly one of the pointers is set. Undo steps share it with the
+/// document, so that undo restores a removed core as the same object.
 struct Core {
     explicit Core(OXA::AoCore* core);
     explicit Core(OXA::AOCore_Lite* core);
@@ -17,7 +17,7 @@ struct Core {
     std::unique_ptr<OXA::AoCore> standard;
     std::unique_ptr<OXA::AOCore_Lite> lite;
 
-    // What both kinds have.
+    // Properties of both kinds.
     int& index() const;
     QString& sampleClock() const;
     int& trigType() const;
@@ -27,10 +27,10 @@ struct Core {
     QList<OXA::SignalItem>& signalList() const;
     QString& moduleName() const;
 
-    /// A core with the same content, of its own.
+    /// A copy with the same content.
     std::shared_ptr<Core> clone() const;
 
-    /// Brings `captureSignals` in line with `signalList`, as reading the saved file would.
+    /// Updates `captureSignals` from `signalList`, as reading the saved file would.
     void updateCaptured() const;
 };
 
@@ -40,7 +40,7 @@ using Cores = QList<CorePtr>;
 QList<OXA::AoCore*> standardCores(const Cores& cores);
 QList<OXA::AOCore_Lite*> liteCores(const Cores& cores);
 
-// The model's types have no comparison of their own.
+// The model's types have no operator==.
 bool same(const OXA::SignalItem& a, const OXA::SignalItem& b);
 bool same(const QList<OXA::SignalItem>& a, const QList<OXA::SignalItem>& b);
 bool same(const OXA::MatchUnit& a, const OXA::MatchUnit& b);

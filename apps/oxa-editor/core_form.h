@@ -12,7 +12,7 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 
-/// A spin box whose arrows double and halve; any number can be typed.
+/// A spin box whose arrows double and halve the value; any number can be typed.
 class DoublingSpinBox : public QSpinBox {
     Q_OBJECT
 
@@ -24,8 +24,8 @@ protected:
     StepEnabled stepEnabled() const override;
 };
 
-/// Rows of a form that are bound to fields of a core: a row shows its field, and what a user
-/// enters goes into the document as a step that the row names.
+/// Rows of a form for fields of a core: a row shows its field, and each input becomes a step of the
+/// document, with the row's text.
 class CoreForm : public QObject {
     Q_OBJECT
 
@@ -41,8 +41,8 @@ public:
     CoreForm(Document& document, QFormLayout* layout);
 
     QLineEdit* addName(const QString& label, const QString& step, const Field<QString>& field);
-    /// The same for the name of a signal, completed from those that the configuration names, and
-    /// from the clocks of the design.
+    /// The same for the name of a signal, with completion from the configuration's signals and the
+    /// design's clocks.
     QLineEdit* addSignalName(
         const QString& label, const QString& step, const Field<QString>& field);
     void addNumber(

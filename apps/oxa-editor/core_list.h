@@ -8,8 +8,8 @@
 class QListWidget;
 class QPushButton;
 
-/// The cores of the configuration: one is current, and all can be added to, copied, removed,
-/// reordered and renamed.
+/// The list of cores, for choosing the current one, adding, copying, removing, reordering and
+/// renaming.
 class CoreList : public QWidget {
     Q_OBJECT
 

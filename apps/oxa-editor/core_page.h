@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-/// A page of the window: it shows one side of one core, and edits it through the document.
+/// A page of the window: shows some properties of one core and edits them through the document.
 class CorePage : public QWidget {
     Q_OBJECT
 
@@ -17,19 +17,19 @@ public:
     /// Shows `core`; the page is disabled without one.
     void setCore(const CorePtr& core);
 
-    /// To be called when the core's content changed: shows it, now or when the page is next seen.
+    /// Call it when the core changed: updates the page now, or when it is next visible.
     void contentChanged();
 
-    /// Gives the focus to what a user of the page begins with.
+    /// Sets the focus to the first field.
     void enter();
 
-    /// Brings the port, unit or expression `item` to the user's eye.
+    /// Scrolls to the port, unit or expression `item`.
     virtual void reveal(int item);
 
-    /// Brings the first signal that `text` names to the user's eye.
+    /// Scrolls to the first signal that `text` names.
     virtual void revealNamedIn(const QString& text);
 
-    /// Puts signals into the list that the page shows, when it shows one.
+    /// Inserts signals into the page's list, if it has one.
     virtual void insert(const QList<OXA::SignalItem>& items);
 
 Q_SIGNALS:
@@ -38,15 +38,15 @@ Q_SIGNALS:
 protected:
     void showEvent(QShowEvent* event) override;
 
-    /// Shows what the core holds now.
+    /// Updates the page from the core.
     virtual void refresh() = 0;
 
-    /// Where `enter` goes.
+    /// The widget that `enter` focuses.
     void setEntry(QWidget* widget) { m_entry = widget; }
 
     const CorePtr& core() const { return m_core; }
 
-    /// The core when it is a Standard one, else null. A click can come after its core is gone.
+    /// The core when it is a Standard one, else null; also null after the core was removed.
     OXA::AoCore* standard() const { return m_core ? m_core->standard.get() : nullptr; }
     Document& document() const { return m_document; }
     Location location(int item = -1) const { return {m_core, m_page, item}; }

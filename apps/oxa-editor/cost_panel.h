@@ -13,14 +13,14 @@ class QLabel;
 class QTreeWidget;
 class ShareBar;
 
-/// What the analyzer takes of a part, as bars, and of it the memory of each core.
+/// The resources that the analyzer needs of a part, as bars, and the memory of each core.
 class CostPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit CostPanel(QWidget* parent = nullptr);
 
-    /// Counts for `cores` on `part`, which may be none.
+    /// Estimates `cores` for `part`, which may be empty.
     void count(const Cores& cores, const DEV::ChipInfo& part);
 
 private:
@@ -30,17 +30,17 @@ private:
     QTreeWidget* m_cores;
 };
 
-/// A bar that shows how much of something is taken.
+/// A bar that shows the used share of a resource.
 class ShareBar : public QWidget {
     Q_OBJECT
 
 public:
     explicit ShareBar(QWidget* parent = nullptr);
 
-    /// `note` says that it does not fit, or may not; empty when it does.
+    /// `note` says that it does not fit or may not fit; else empty.
     void setShare(qint64 taken, qint64 available, const QString& note);
 
-    /// Shows nothing but `text`.
+    /// Shows only `text`.
     void setText(const QString& text);
     QString text() const { return m_text; }
 
@@ -52,7 +52,7 @@ protected:
 
 private:
     QString m_text;
-    double m_share = 0; // above 1: more than there is
+    double m_share = 0; // above 1: does not fit
 };
 
 #endif

@@ -9,10 +9,10 @@
 
 class DesignTree;
 
-/// The configuration that the window edits: its cores, its file and the steps that led here.
+/// The configuration that the window edits: its cores, its file and the undo steps.
 ///
-/// Every change goes through `set` or `setCores` and can be undone; views look at the cores and
-/// refresh themselves when `changed` says so.
+/// Every change is made by `set` or `setCores` and can be undone; views read the cores and update
+/// themselves at `changed`.
 class Document : public QObject {
     Q_OBJECT
 
@@ -26,16 +26,16 @@ public:
     QString path() const { return m_path; } ///< empty before the first save
     bool isModified() const { return !m_undoStack.isClean(); }
 
-    /// Gives `value`, which belongs to the core of `location`, a new content, as the step `text`.
-    /// Nothing happens when it has that content already.
+    /// Sets `value`, which belongs to the core of `location`, as the step `text`. Does nothing when
+    /// the content is the same.
     template <typename T>
     void set(const Location& location, T& value, const T& content, const QString& text)
     {
         pushSwap(location, value, content, text, 0);
     }
 
-    /// The same for content that comes in many small edits: those of one value that follow each
-    /// other are one step, as long as `endRun` is not called.
+    /// The same for content that comes in many small edits: consecutive edits of one value are one
+    /// step until `endRun`.
     template <typename T>
     void type(const Location& location, T& value, const T& content, const QString& text)
     {
@@ -45,33 +45,33 @@ public:
     /// Replaces the list of cores, as the step `text`.
     void setCores(const Cores& cores, const QString& text);
 
-    /// What is typed next begins a new step.
+    /// The next edit begins a new step.
     void endRun() { ++m_run; }
 
-    /// Puts a new configuration of `mode`, with one core, in the place of this one.
+    /// Replaces this configuration by a new one of `mode`, with one core.
     void create(OXA::OxaMode mode);
 
-    /// Puts the file `path` in the place of this configuration. On failure nothing changes and
-    /// `error` says why; `warnings` is what the user should know about the file.
+    /// Replaces this configuration by the file `path`. On failure nothing changes and `error` has
+    /// the reason; `warnings` are about the file.
     bool load(const QString& path, QStringList& warnings, QString* error);
 
-    /// Writes the file `path`, which becomes the document's own. On failure `error` says why.
+    /// Writes the file `path`, now the document's file. On failure `error` has the reason.
     bool save(const QString& path, QString* error);
 
-    /// Whether the document's file no longer is what was read or written last.
+    /// Whether the document's file differs from what was read or written last.
     bool isFileChanged() const;
 
-    /// From now on the configuration differs from its file, whatever is undone.
+    /// From now on the configuration counts as changed, even after undo.
     void forgetFile();
 
-    /// Takes the file for what was read or written last.
+    /// Takes the file's content as what was read or written last.
     void acceptFile();
 
-    /// The design that the cores watch, as it was read last; null before.
+    /// The design that was read last; may be null.
     const std::shared_ptr<const DesignTree>& design() const { return m_design; }
     void setDesign(const std::shared_ptr<const DesignTree>& design);
 
-    /// The configuration as bytes of a file; empty, with the reason in `error`, on failure.
+    /// The content of the configuration's file; empty, with the reason in `error`, on failure.
     QByteArray bytes(QString* error) const;
 
 Q_SIGNALS:

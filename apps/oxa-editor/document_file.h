@@ -8,23 +8,23 @@
 #include <QByteArray>
 #include <QStringList>
 
-/// A configuration file, read.
+/// A configuration that was read.
 struct LoadedFile {
     OXA::OxaMode mode = OXA::Standard;
     Cores cores;
     QByteArray bytes; ///< of the file
-    QStringList warnings; ///< what the user should know about it
-    bool changed = false; ///< the cores say something else than the file, or say it otherwise
+    QStringList warnings; ///< about the file
+    bool changed = false; ///< saving the cores would change the file
 };
 
-/// Reads the file `path`. False, with the reason in `error`, when it is no configuration.
+/// Reads the file `path`. False, with the reason in `error`, when it is not a configuration.
 bool loadFile(const QString& path, LoadedFile& file, QString* error);
 
-/// What the file of `cores` holds. Empty, with the reason in `error`, when it could not be read
+/// The content of a file with `cores`. Empty, with the reason in `error`, when it could not be read
 /// again.
 QByteArray serialize(OXA::OxaMode mode, const Cores& cores, QString* error);
 
-/// The bytes of the file `path`; a null array when it cannot be read.
+/// The content of the file `path`; a null array when it cannot be read.
 QByteArray fileBytes(const QString& path);
 
 #endif

@@ -8,18 +8,18 @@
 class QCompleter;
 class QStandardItemModel;
 
-/// A line for one trigger expression. It completes the names of units and underlines what is wrong.
-/// Undo is the document's: the line has no memory of its own.
+/// A line for one trigger expression. It completes the names of units and underlines errors. The
+/// line has no undo of its own; the document has.
 class ExpressionEdit : public QPlainTextEdit {
     Q_OBJECT
 
 public:
     explicit ExpressionEdit(QWidget* parent = nullptr);
 
-    /// Offers the units of `core`, each with what it compares.
+    /// Completes the units of `core`, with their comparisons as descriptions.
     void setUnits(const OXA::AoCore& core);
 
-    /// Shows `text`, unless it is there already.
+    /// Shows `text`, unless it is shown already.
     void setText(const QString& text);
     void setMarks(const QList<ExpressionMark>& marks);
 
@@ -28,7 +28,7 @@ public:
 
 Q_SIGNALS:
     void typed(const QString& text); ///< normalized
-    void finished(); ///< by Enter or by leaving the line
+    void finished(); ///< Enter, or the focus leaves the line
 
 protected:
     bool event(QEvent* event) override;

@@ -3,17 +3,17 @@
 
 #include "oxautils/model/ao_core.h"
 
-/// A piece of an expression that is wrong.
+/// An error in an expression and its position.
 struct ExpressionMark {
     int start;
     int length;
-    QString text; ///< what is wrong with it
+    QString text;
 };
 
-/// What can be pointed at in `text` as an expression of `core`, in its order.
+/// The errors in `text`, an expression of `core`, in its order.
 QList<ExpressionMark> expressionMarks(const QString& text, const OXA::AoCore& core);
 
-/// `text` as reading a file gives it: "match[3]" is M3, and letters are upper-case.
+/// `text` as it is after reading a file: "match[3]" becomes M3, letters are upper-case.
 QString normalizedExpression(const QString& text);
 
 #endif

@@ -3,16 +3,16 @@
 
 #include <QDialog>
 
-/// A place in a file, as messages name it.
+/// A place in a file, as given in messages.
 struct FilePlace {
-    QString path; ///< absolute; empty when a message names no file that there is
-    int line = 0; ///< from 1; 0 when none is named
+    QString path; ///< absolute; empty when a message names no existing file
+    int line = 0; ///< from 1; 0: none
 };
 
 /// The first place that `message` names; relative paths are below `directory`.
 FilePlace placeIn(const QString& message, const QString& directory);
 
-/// Shows a text file, with one line marked.
+/// Shows a text file with one line highlighted.
 class FileViewer : public QDialog {
     Q_OBJECT
 

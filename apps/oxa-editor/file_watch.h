@@ -6,7 +6,7 @@
 
 class Document;
 
-/// Notices that someone else changed or removed the document's file.
+/// Detects that another program changed or removed the document's file.
 class FileWatch : public QObject {
     Q_OBJECT
 

@@ -3,7 +3,7 @@
 
 #include <QWidget>
 
-/// Keeps the first lines of a list in sight in a small window.
+/// Keeps the first lines of a list visible in a small window.
 inline void keepLeastLines(QWidget& list)
 {
     constexpr int kLines = 3;

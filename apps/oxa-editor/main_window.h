@@ -26,7 +26,7 @@ class RecentFiles;
 class RehearsalPanel;
 class TargetPanel;
 
-/// The window: one configuration, its cores, their pages, what is wrong with it and what it costs.
+/// The window: one configuration, the pages of its cores, its problems and its resources.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -34,9 +34,8 @@ public:
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
-    /// Opens the file `path`, after asking about changes and samples that would be lost. False when
-    /// the user kept the old configuration, or the file could not be read, which a message then
-    /// says.
+    /// Opens the file `path`, after a question about unsaved changes and samples. False when the
+    /// user kept the old configuration, or when the file could not be read, which is reported.
     bool open(const QString& path);
 
     Document& document() { return m_document; }
@@ -92,7 +91,7 @@ private:
     Document m_document;
     CoreList* m_cores;
     QTabWidget* m_tabs;
-    QStackedWidget* m_middle; // the pages, or a word about their absence
+    QStackedWidget* m_middle; // the pages, or a hint when there is no core
     MessageBar* m_message;
     ProblemsPanel* m_problems;
     PartChoice* m_part;
@@ -107,7 +106,7 @@ private:
     QDockWidget* m_targetDock;
     RecentFiles* m_recent;
     FileWatch* m_watch;
-    QTimer m_checkTimer; // problems and cost follow the edits with a little distance
+    QTimer m_checkTimer; // updates problems and cost after an edit
 };
 
 #endif

@@ -8,19 +8,19 @@
 class QHBoxLayout;
 class QLabel;
 
-/// A word to the user above the pages, which stays until it is answered or outdated.
+/// A message above the pages, shown until the user answers it or another replaces it.
 class MessageBar : public QFrame {
     Q_OBJECT
 
 public:
     struct Answer {
         QString text;
-        std::function<void()> chosen; ///< may be empty: the bar only goes
+        std::function<void()> chosen; ///< empty: the bar is only hidden
     };
 
     explicit MessageBar(QWidget* parent = nullptr);
 
-    /// Shows `text` in place of what was there, with a button for each answer.
+    /// Replaces the message by `text`, with a button for each answer.
     void showMessage(const QString& text, const QList<Answer>& answers);
     QString text() const;
 

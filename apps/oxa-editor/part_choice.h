@@ -5,7 +5,7 @@
 
 #include <dev/device_db.h>
 
-/// Chooses a part of the catalogue, by scrolling or by typing any piece of its number.
+/// Chooses a part of the catalogue, from a list or by typing a piece of its number.
 class PartChoice : public QComboBox {
     Q_OBJECT
 
@@ -15,7 +15,7 @@ public:
     /// The chosen part; an empty record when there is none.
     DEV::ChipInfo part() const;
 
-    /// Chooses the part that `key` says as `key()` said it; none when the catalogue has it no more.
+    /// Chooses the part with this `key()`; none when the catalogue no longer has it.
     void setKey(const QString& key);
     QString key() const;
 

@@ -13,8 +13,7 @@
 class QLabel;
 class QListWidget;
 
-/// Everything that is wrong with the configuration, as it is edited. Checking runs in a thread of
-/// its own, on a copy.
+/// The problems of the edited configuration. A separate thread checks a copy.
 class ProblemsPanel : public QWidget {
     Q_OBJECT
 
@@ -22,9 +21,8 @@ public:
     explicit ProblemsPanel(QWidget* parent = nullptr);
     ~ProblemsPanel() override;
 
-    /// Checks `cores`, whether they fit `part` when it is one, and what they name in `design`,
-    /// which may be null; shows the result when it is there, unless another check was begun by
-    /// then.
+    /// Checks `cores`, against `part` when it is one, and against `design`, which may be null.
+    /// Shows the result unless another check was started in the meantime.
     void check(OXA::OxaMode mode, const Cores& cores, const DEV::ChipInfo& part,
         const std::shared_ptr<const DesignTree>& design);
 
@@ -33,7 +31,7 @@ public:
 
 Q_SIGNALS:
     void checked();
-    void activated(const OXA::Problem& problem); ///< the user wants to see its place
+    void activated(const OXA::Problem& problem); ///< the user wants its place shown
 
 private:
     void show(int check, const QList<OXA::Problem>& problems);

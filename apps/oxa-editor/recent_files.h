@@ -3,7 +3,7 @@
 
 #include <QMenu>
 
-/// The menu of the files that were opened last, which is kept from one run to the next.
+/// The menu of recently opened files, saved between runs.
 class RecentFiles : public QMenu {
     Q_OBJECT
 

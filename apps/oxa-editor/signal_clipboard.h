@@ -5,13 +5,13 @@
 
 class QMimeData;
 
-/// The type of signals in clipboard data, and in what is dragged.
+/// The MIME type of copied and dragged signals.
 constexpr char kSignalsType[] = "application/x-oxa-signals";
 
-/// Signals as clipboard data: whole for this program, as a list of names for others.
+/// Signals as clipboard data: complete for this program, as a list of names for others.
 QMimeData* toMimeData(const QList<OXA::SignalItem>& items);
 
-/// The signals in `data`, of either form; lines that are no names are said in `errors`.
+/// The signals in `data`, in either form; lines that are not names are reported in `errors`.
 QList<OXA::SignalItem> fromMimeData(const QMimeData* data, QStringList& errors);
 
 #endif

@@ -12,24 +12,24 @@ class QToolButton;
 class QTreeView;
 class SignalModel;
 
-/// A tree of signals with all that can be done to it: add, paste, rename, group, move, remove.
+/// A tree of signals with actions: add, paste, rename, group, move, remove.
 ///
-/// Like its model it shows a list of its owner's, and asks for changes by `edited`.
+/// Like its model it shows its owner's list, and requests changes by `edited`.
 class SignalEditor : public QWidget {
     Q_OBJECT
 
 public:
-    /// With `captures` the tree says which signals are captured.
+    /// With `captures` the tree shows which signals are captured.
     explicit SignalEditor(bool captures, QWidget* parent = nullptr);
 
     void setItems(const QList<OXA::SignalItem>& items);
     QTreeView* view() const { return m_view; }
     SignalModel* model() const { return m_model; }
 
-    /// Adds a button for `action` behind the editor's own.
+    /// Adds a button for `action` after the editor's own.
     QToolButton* addButton(QAction* action);
 
-    /// Puts `items` behind the selected rows, or at the end, as the step `step`.
+    /// Inserts `items` after the selected rows, or at the end, as the step `step`.
     void insert(const QList<OXA::SignalItem>& items, const QString& step);
 
     /// Selects the first signal or bit that `text` names.

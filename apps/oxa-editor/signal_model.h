@@ -7,26 +7,26 @@
 
 /// Signals and buses with their bits, as a tree of two levels.
 ///
-/// The model shows a list that is its owner's: what a user changes is only asked for by `edited`,
-/// and comes back through `setItems`.
+/// The model shows its owner's list: it requests a user's change by `edited`, and the owner calls
+/// `setItems`.
 class SignalModel : public QAbstractItemModel {
     Q_OBJECT
 
 public:
     enum Column { NameColumn, TextColumn, CaptureColumn };
 
-    /// With `captures` there is a column that says which signals are captured.
+    /// With `captures` there is a column for which signals are captured.
     explicit SignalModel(bool captures, QObject* parent = nullptr);
 
     const QList<OXA::SignalItem>& items() const { return m_items; }
 
-    /// Shows `items`; rows outside of what differs keep their selection and stay expanded.
+    /// Shows `items`; rows outside the difference stay selected and expanded.
     void setItems(const QList<OXA::SignalItem>& items);
 
     /// The item or bit of `index`; null for an invalid index.
     const OXA::SignalItem* itemAt(const QModelIndex& index) const;
 
-    /// Moves rows of one parent before the row `target` of it.
+    /// Moves rows of one parent before its row `target`.
     void moveRowsTo(const QModelIndex& parent, QList<int> rows, int target, const QString& step);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
@@ -50,7 +50,7 @@ public:
         const QModelIndex& parent) override;
 
 Q_SIGNALS:
-    /// The user wants the list to be `items`; `step` says what that does.
+    /// The user changed the list to `items`; `step` is the text for undo.
     void edited(const QList<OXA::SignalItem>& items, const QString& step);
 
 private:

@@ -3,35 +3,36 @@
 
 #include "oxautils/model/signal_item.h"
 
-/// `text` without what a configuration file cannot hold, and without blanks at its ends.
+/// `text` without characters that a configuration file cannot contain, and without spaces around
+/// it.
 QString cleanName(const QString& text);
 
-/// Signals from a list of names, one a line. "data[7:0]" and "[7:0] data" are buses of the bits
-/// "data[7]" to "data[0]", in the order written; empty lines do not count. Lines that are no names
-/// are said in `errors`.
+/// Signals from a list of names, one in each line. "data[7:0]" and "[7:0] data" are buses of the
+/// bits "data[7]" to "data[0]", in the order written; empty lines are ignored. Lines that are not
+/// names are reported in `errors`.
 QList<OXA::SignalItem> parseSignals(const QString& text, QStringList& errors);
 
-/// The list of names that `parseSignals` makes `items` of; a bus whose bits are named otherwise
-/// becomes its bits.
+/// The list of names from which `parseSignals` makes `items`; a bus with other bit names becomes
+/// its bits.
 QString signalsText(const QList<OXA::SignalItem>& items);
 
-/// The bus of `bits`, most significant first, named by what their names have in common.
+/// The bus of `bits`, most significant first, named by the common part of their names.
 OXA::SignalItem groupSignals(const QList<OXA::SignalItem>& bits);
 
-/// "1 bit" or "9 bits".
-/// Whether `text` names the signal `name`, and not one of a longer name.
+/// Whether `text` contains the signal name `name`, not as part of a longer name.
 bool isNamedIn(const QString& text, const QString& name);
 
+/// "1 bit" or "9 bits".
 QString bitsText(int bits);
 
-/// `number` as text of a list, as wide as any below 100.
+/// `number` padded to the width of two digits.
 QString listNumber(int number);
 
-/// What users see of a signal: its text, or its name when it has none.
+/// The text that users see for a signal: its display text, or its name.
 QString shownName(const OXA::SignalItem& item);
 
-/// The value of a match unit after its port's bits changed from those named `before` to `after`:
-/// characters follow their bits, a new bit gets `filler`. Without a value there is none after.
+/// The value of a match unit after its port's bits changed from `before` to `after`, which are
+/// names: characters stay with their bits, a new bit gets `filler`. An empty value stays empty.
 QString movedValue(
     const QString& value, const QStringList& before, const QStringList& after, QChar filler);
 

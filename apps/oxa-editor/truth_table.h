@@ -7,15 +7,15 @@
 
 #include <vector>
 
-/// The truth table of a trigger expression over the units that it names, up to six of them: a
-/// column a unit, the first as the slowest, and one for the result.
+/// The truth table of a trigger expression over its units, up to six: a column for each unit, the
+/// first changing slowest, and one for the result.
 class TruthTable : public QAbstractTableModel {
     Q_OBJECT
 
 public:
     using QAbstractTableModel::QAbstractTableModel;
 
-    /// Shows the table of `text`. Without one the table is empty, and `reason` says why.
+    /// Shows the table of `text`. When there is none, the table is empty and `reason` explains it.
     void setExpression(const QString& text, const OXA::AoCore& core);
     QString reason() const { return m_reason; }
 
@@ -28,7 +28,7 @@ private:
     void compute(const QString& text, const OXA::AoCore& core);
 
     QList<int> m_units;
-    std::vector<bool> m_results; // of each row
+    std::vector<bool> m_results; // by row
     QString m_reason;
 };
 

@@ -10,7 +10,7 @@ class MatchUnitModel;
 }
 class QTableView;
 
-/// The match units of a Standard core, as a table from which the dialog for one opens.
+/// The match units of a Standard core, in a table that opens the dialog for a unit.
 class UnitsPage : public CorePage {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ private:
     void store(int row, const QString& step);
     void storeSwitches();
 
-    // Copies of the core's units: model and dialog change these, and the document takes over.
+    // Copies of the core's units: model and dialog change these, then the document is updated.
     std::vector<OXA::MatchUnit> m_drafts;
     OXA::MatchUnitModel* m_model;
     QTableView* m_view;

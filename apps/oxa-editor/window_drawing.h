@@ -3,14 +3,14 @@
 
 #include <QWidget>
 
-/// Draws how a core's windows lie in its memory, and where in a window the trigger is.
+/// Draws the windows in a core's memory, and the trigger position.
 class WindowDrawing : public QWidget {
     Q_OBJECT
 
 public:
     explicit WindowDrawing(QWidget* parent = nullptr);
 
-    /// All in samples, but `windows`. Any numbers are drawn as far as they make sense.
+    /// All in samples, except `windows`. Impossible numbers are drawn as far as possible.
     void setWindows(int depth, int amount, int windows, int triggerPos);
 
     QSize sizeHint() const override;

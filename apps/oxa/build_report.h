@@ -6,32 +6,32 @@
 
 #include "oxautils/generate/build_run.h"
 
-/// The exit status for a build that ended so.
+/// The exit status for the end of a build.
 int statusOf(OXA::BuildEnd end);
 
 void sayErrors(const QStringList& messages, TextOut& err);
 
-/// Whether the analyzer of `file` can be built: the exit status, with what is wrong on `err`.
-/// Without a core there is nothing to `doWhat` ("generate").
+/// Checks the configuration `file`; returns the exit status and prints problems to `err`. `strict`:
+/// warnings also fail.
 int checkBuild(const OXA::BuildRun& build, const QString& file, const char* doWhat,
     OtherProblems others, TextOut& err);
 
-/// Models of what the device has and a simulator has not; empty when they are not installed.
+/// Simulation models of device primitives; empty when they are not installed.
 QStringList simulationModels();
-bool hasSimulationModels(TextOut& err); ///< says on `err` that there are none
+bool hasSimulationModels(TextOut& err); ///< prints an error when there are none
 
-/// What other tools take.
+/// Sources for other tools.
 struct SourceList {
-    QStringList files; ///< in their order
+    QStringList files; ///< in order
     QStringList includePaths;
     QStringList defines;
-    QStringList boardFiles; ///< no sources, but beside them for a family of devices
+    QStringList boardFiles; ///< for a family of devices; not sources
 };
 
-/// Says on `err` what was written for a board, if anything, and what is not known of its device.
+/// Prints on `err` the files written for a board, if any, and what is not known of its device.
 void sayBoardFiles(const QStringList& files, TextOut& err);
 
-/// Prints it, as a command file with `sayBoardFiles`, or as JSON.
+/// Prints the sources, as a command file with `sayBoardFiles`, or as JSON.
 void printSources(const SourceList& sources, bool json, Io& io);
 
 #endif

@@ -5,12 +5,12 @@
 
 #include "oxacapture/files/capture_result.h"
 
-/// Writes `capture` to the file `output`, unless that has no name, and prints it. False, said on
-/// `io.err`, when the file cannot be written. Without a window the file stays as it was, and that
-/// is said there, too.
+/// Writes `capture` to the file `output`, unless that is empty, and prints a summary. A capture
+/// without windows does not replace the file. False, with the error on `io.err`, when the file
+/// cannot be written.
 bool deliver(const QString& output, bool json, const OXA_CAPTURE::Capture& capture, Io& io);
 
-/// Says which cores did not trigger, and how far they got; true when all did.
+/// Reports the cores that did not trigger, and their progress; true when all did.
 bool reportIdleCores(const OXA_CAPTURE::Capture& capture, TextOut& err);
 
 #endif

@@ -12,17 +12,17 @@ enum ExitStatus : int {
     kUnusable = 2, ///< the call or an input file is unusable
 };
 
-/// Where a command writes: results to `out`, diagnostics to `err`.
+/// Output of a command: results to `out`, diagnostics to `err`.
 struct Io {
     TextOut& out;
     TextOut& err;
 };
 
-/// Adds the command `name`: one line for the list of commands, and what its own --help teaches.
+/// Adds the command `name` with its line in the list of commands and its own --help.
 CLI::App* addCommand(
     CLI::App& app, const std::string& name, const std::string& summary, const std::string& details);
 
-// Each adds its command to `app`; when that command is the one called, it sets `status`.
+// Each adds its command to `app`. When the user calls that command, it sets `status`.
 void addAdd(CLI::App& app, Io& io, int& status);
 void addAttach(CLI::App& app, Io& io, int& status);
 void addCapture(CLI::App& app, Io& io, int& status);

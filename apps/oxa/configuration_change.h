@@ -11,21 +11,21 @@
 /// A configuration that a command changes and writes.
 struct ConfigurationChange {
     OXA::Configuration configuration;
-    QList<OXA::Problem> before; ///< its problems as it was read
+    QList<OXA::Problem> before; ///< problems before the change
 
-    /// Reads `path`, and says on `err` what of the file is not kept. False with the reason there.
+    /// Reads `path`, and reports on `err` what is not kept. False, with the error there.
     bool read(const QString& path, TextOut& err);
 
     /// The problems of the cores.
     QList<OXA::Problem> problems() const;
-    /// Those of `problems` that were not there before, wherever in its list an expression is.
+    /// Those of `problems` that were not there before; the position of an expression is ignored.
     QList<OXA::Problem> newOnes(const QList<OXA::Problem>& problems) const;
 
-    /// Writes `path`, unless there is an error among `problems`, the new ones.
+    /// Writes `path`, unless `problems`, the new ones, contain an error.
     bool write(const QString& path, const QList<OXA::Problem>& problems, QString* error) const;
 };
 
-/// Says `problems` on `err`, with what to do about errors.
+/// Prints `problems` on `err`, for errors with what to do.
 void sayProblems(const QString& path, const QList<OXA::Problem>& problems, TextOut& err);
 
 #endif

@@ -11,7 +11,7 @@
 
 #include <vector>
 
-/// A setting of a core that a number or a word gives.
+/// A setting of a core given as a number or a word.
 struct CoreSetting {
     const char* option; ///< "--samples"
     const char* value; ///< "N"
@@ -23,22 +23,22 @@ struct CoreSetting {
 
 const std::vector<CoreSetting>& coreSettings();
 
-/// What a call changes of a configuration, as its options say it. CORE is a position from 0, and
-/// may be left out when there is one core.
+/// The options that change a configuration. CORE is a position from 0, and may be left out when
+/// there is one core.
 struct CoreChanges {
     QStringList ports; ///< "CORE.T0=u/start, u/data"
     QStringList units; ///< "CORE.M3=T0 == 5"
     QStringList expressions; ///< "CORE.0=M1 && M2"
     std::vector<QStringList> settings; ///< "CORE=256", a list for each of `coreSettings`
-    OXA::ValueNames valueNames; ///< that units may have; may be empty
+    OXA::ValueNames valueNames; ///< for units; may be empty
 };
 
-/// Applies `changes`. What cannot be read or found is told in `problems`; whether the cores are as
-/// the rules want them is for `OXA::checkCores`.
+/// Applies `changes`. Options that cannot be read or name something unknown are added to
+/// `problems`; `OXA::checkCores` checks the changed cores.
 void changeCores(
     const CoreChanges& changes, OXA::Configuration& configuration, OXA_CAPTURE::Messages& problems);
 
-/// The core and the unit that `text` of `CoreChanges::units` names; null when there is none.
+/// The core and the unit of an entry of `CoreChanges::units`; null when there is none.
 const OXA::MatchUnit* changedUnit(
     const QString& text, const OXA::Configuration& configuration, int* core);
 

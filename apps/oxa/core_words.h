@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-/// The words for a setting that is a number in files, in the order of the numbers from 0.
+/// Words for a setting that files store as a number, in the order of the numbers from 0.
 struct Words {
     constexpr Words() = default;
     template <std::size_t N>

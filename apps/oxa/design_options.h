@@ -9,7 +9,7 @@
 #include "oxautils/design/read_design.h"
 #include "oxautils/design/value_names.h"
 
-/// What names a design or a waveform, the same for every command that looks at one.
+/// The options that name a design or a waveform, for all commands that read one.
 struct DesignOptions {
     OXA::DesignSources sources; ///< of the call
     QStringList lists; ///< command files
@@ -21,22 +21,22 @@ struct DesignOptions {
 /// Adds --design, --top, -f, -I, -D and -P.
 void addDesignOptions(CLI::App& command, DesignOptions& options);
 
-/// Adds --wave, which goes with none of them.
+/// Adds --wave, which excludes them.
 void addWaveOption(CLI::App& command, DesignOptions& options);
 
-/// The sources that the call names, or those remembered beside `configuration`, which may be empty.
-/// False when a list cannot be read, with the reason on `err`.
+/// The sources from the options, or those listed beside `configuration`, which may be empty.
+/// False, with the reason on `err`, when a list cannot be read.
 bool findSources(const DesignOptions& options, const QString& configuration,
     OXA::DesignSources& sources, TextOut& err);
 
-/// While Yosys works on a design: how far it is, on a terminal, and Ctrl-C, which ends it.
+/// Shows the progress of Yosys on a terminal, and stops Yosys at Ctrl-C.
 class DesignWork {
 public:
     explicit DesignWork(TextOut& err);
 
     OXA::DesignHooks hooks();
-    void clear() { m_progress.clear(); } ///< takes the line of progress away
-    void sayError(const QString& error); ///< or that it was interrupted
+    void clear() { m_progress.clear(); } ///< removes the line of progress
+    void sayError(const QString& error); ///< or prints that it was interrupted
 
 private:
     TextOut& m_err;
@@ -44,20 +44,20 @@ private:
     const Interrupt m_interrupt;
 };
 
-/// Reads the design of `sources`, saying its warnings. False with the reason on `err`.
+/// Reads the design of `sources` and prints its warnings. False with the reason on `err`.
 bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut& err);
 
-/// Reads the waveform, or the design that the call names or `configuration` remembers, if there is
-/// one: `known` tells that. False with the reason on `err`.
+/// Reads the waveform or the design of the options, or the design listed beside `configuration`;
+/// `known` is false when there is none. False with the reason on `err`.
 bool readKnownSignals(const DesignOptions& options, const QString& configuration,
     OXA::Design& design, bool& known, TextOut& err);
 
-/// Values of enumerated signals by name. The design is read when the first name is asked for.
+/// Values of enumerated signals by name. The design is read at the first look-up.
 OXA::ValueNames namedValues(
     const DesignOptions& options, const QString& configuration, TextOut& err);
 
-/// Reads the waveform, or the design that the call or `configuration` names. False with the reason
-/// on `err`; `status` then tells whether the call or the design is at fault.
+/// Reads the waveform or the design. False with the reason on `err`; `status` then is the exit
+/// status.
 bool readSignals(const DesignOptions& options, const QString& configuration, OXA::Design& design,
     int& status, TextOut& err);
 

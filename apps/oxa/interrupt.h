@@ -5,8 +5,8 @@
 #include <functional>
 #include <thread>
 
-/// While it lives, the first Ctrl-C (or SIGTERM) calls `stop`, from a thread of its own; the second
-/// ends the program. To be made before any other thread.
+/// During its lifetime, the first Ctrl-C (or SIGTERM) calls `stop` in a separate thread; the second
+/// ends the program. Create it before any other thread.
 class Interrupt {
 public:
     explicit Interrupt(const std::function<void()>& stop);

@@ -8,14 +8,14 @@
 CLI::Option* addText(
     CLI::App& command, const std::string& names, QString& value, const std::string& help);
 
-/// Adds an option that may be repeated and takes a text each time.
+/// Adds an option that takes one text and may be repeated.
 CLI::Option* addTexts(
     CLI::App& command, const std::string& names, QStringList& values, const std::string& help);
 
-/// Refuses what is no number from `least` to `most`.
+/// Accepts only numbers from `least` to `most`.
 CLI::Validator between(double least, double most);
 
-/// What names a part, for commands that need one.
+/// The options that select a part.
 struct PartOptions {
     QString part;
     QString device;
@@ -25,7 +25,7 @@ struct PartOptions {
 /// Adds --device-db.
 CLI::Option* addCatalogueOption(CLI::App& command, QString& file);
 
-/// Adds --part, --device and --device-db; the first is returned, so that it can be required.
+/// Adds --part, --device and --device-db; returns the first, so that it can be required.
 CLI::Option* addPartOptions(CLI::App& command, PartOptions& options);
 
 #endif

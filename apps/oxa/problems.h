@@ -8,26 +8,26 @@
 #include <QJsonObject>
 #include <QList>
 
-/// "FILE:LINE:COLUMN: SEVERITY: PLACE: TEXT [RULE]", without what a problem does not have. With
-/// `severity` that one instead of the problem's own.
+/// "FILE:LINE:COLUMN: SEVERITY: PLACE: TEXT [RULE]", without the fields that the problem does not
+/// have. `severity` replaces the problem's own.
 QString problemLine(const QString& file, const OXA::Problem& problem, const QString& severity = {});
 
 /// The problem with every field, for programs.
 QJsonObject problemJson(const OXA::Problem& problem);
 
-/// What becomes of problems with which an analyzer could be built all the same.
+/// What to do with problems that do not prevent building the analyzer.
 enum class OtherProblems {
     NotSaid,
     Warnings,
     Stop,
 };
 
-/// Says on `err` what of `problems` keeps an analyzer from being built from `file`, with what to
-/// do; false when there is such a problem.
+/// Prints to `err` the `problems` that prevent building an analyzer from `file`, with what to do;
+/// false when there are any.
 bool passesCheck(
     const QString& file, const QList<OXA::Problem>& problems, OtherProblems others, TextOut& err);
 
-/// How many of `problems` are of `severity`.
+/// The number of `problems` of this severity.
 int countOf(const QList<OXA::Problem>& problems, OXA::Severity severity);
 
 #endif

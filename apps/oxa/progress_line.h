@@ -3,7 +3,7 @@
 
 #include "text_out.h"
 
-/// One line on a terminal that says what is being done; nothing elsewhere.
+/// Shows progress in one line of a terminal; prints nothing elsewhere.
 class ProgressLine {
 public:
     explicit ProgressLine(TextOut& err);

@@ -9,7 +9,7 @@
 
 #include <dev/family_facts.h>
 
-/// What an analyzer is generated for and from, for commands that generate one.
+/// Input files of the commands that generate an analyzer.
 struct RequestOptions {
     PartOptions part;
     QString family; ///< instead of a part
@@ -22,7 +22,7 @@ void addTargetOptions(CLI::App& command, RequestOptions& options);
 /// Adds --ip-dir.
 void addIpDir(CLI::App& command, RequestOptions& options);
 
-// Each is false, said on `err`, when that fails.
+// On failure, each returns false with the error on `err`.
 
 /// Reads the configuration `file`.
 bool readConfiguration(const QString& file, OXA::Configuration& configuration, TextOut& err);
@@ -31,7 +31,7 @@ bool fillRequest(
     const RequestOptions& options, const QString& file, OXA::OxaArg& arg, TextOut& err);
 /// The link that the options choose; null without a family.
 bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextOut& err);
-/// Whether the cores are where the request looks for them.
+/// Whether the request's directory contains the cores.
 bool hasInstalledCores(const OXA::OxaArg& arg, TextOut& err);
 
 #endif

@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-/// What one run changes of the settings in the configuration file.
+/// Settings of one run that replace those of the configuration file.
 struct RunSettings {
     QStringList units; ///< "M3=10XR", or "M3=0010..0111" for a range
     QStringList counters; ///< "M3=12"
@@ -14,7 +14,7 @@ struct RunSettings {
     qint64 samples = 0; ///< of a window; 0: as in the file
 };
 
-/// Changes match units of `cores`, which are those that run. What cannot be is told in `problems`.
+/// Changes match units of `cores`, those that run. Errors are added to `problems`.
 void changeUnits(
     const RunSettings& settings, const QList<OXA::AoCore*>& cores, OXA_CAPTURE::Messages& problems);
 

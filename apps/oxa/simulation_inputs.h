@@ -7,24 +7,24 @@
 #include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/trigger/core_plan.h"
 
-/// What a simulated analyzer is made of beside its configuration, for commands that need it.
+/// Inputs of a simulated analyzer beside its configuration.
 struct SimulationInputs {
     RequestOptions request;
     QString stimulus;
 };
 
-/// Adds --part and its kin, and --stimulus.
+/// Adds --part, --device, --device-db and --stimulus.
 void addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
 
-/// What a simulation takes of what is installed with the program.
+/// The installed directories that a simulation needs.
 OXA_CAPTURE::SimulatorDirs installedSimulator();
 
-// Each is false, said on `err`, when that fails.
+// On failure, each returns false with the error on `err`.
 
-/// Reads what the cores sample from the waveform.
+/// Reads the samples of the cores from the waveform.
 bool readStimulus(const SimulationInputs& inputs, const std::vector<OXA_CAPTURE::CorePlan>& cores,
     OXA_CAPTURE::SampledWaveform& waveform, TextOut& err);
-/// Whether there are no messages.
+/// Prints the messages; true when there are none.
 bool report(const OXA_CAPTURE::Messages& messages, TextOut& err);
 
 #endif

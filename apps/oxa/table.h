@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-/// A table for people: columns as wide as their widest text, two blanks apart.
+/// A text table: columns as wide as their widest text, separated by two spaces.
 class Table {
 public:
     enum Align { Left, Right };
@@ -21,17 +21,16 @@ public:
     {
     }
 
-    /// One text a column.
     void addRow(const QStringList& texts);
 
-    /// Headings first; no blanks at the ends of lines.
+    /// The headings are printed first; lines have no spaces at their ends.
     void print(TextOut& out) const;
 
 private:
     Table(const Column* columns, size_t count);
 
     QList<Align> m_aligns;
-    QList<QStringList> m_rows; // the headings as the first
+    QList<QStringList> m_rows; // the headings first
 };
 
 #endif

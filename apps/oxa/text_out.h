@@ -7,8 +7,8 @@
 
 #include <type_traits>
 
-/// Where a program writes what people read. Its own words, which are literals, are written as they
-/// stand; every other text may come from outside, and is written as `OXA::shownText` shows it.
+/// A program's text output. The program's own literals are written unchanged; every other text may
+/// come from outside, and is written as `OXA::shownText` returns it.
 class TextOut {
 public:
     explicit TextOut(FILE* file);
@@ -27,12 +27,12 @@ public:
 
     /// Text of several lines.
     void lines(const QString& text);
-    /// "error: TEXT", where the text may end in lines of another program; they are indented, so
-    /// that none passes for a message of its own.
+    /// "error: TEXT". TEXT may contain another program's output; its further lines are indented, so
+    /// that none looks like a message of this program.
     void error(const QString& text);
     /// A result for programs.
     void json(const QJsonObject& object);
-    /// A line of a list for other tools, byte for byte.
+    /// A line of a list for other tools, unchanged.
     void listed(const QString& line);
 
     void flush();

@@ -5,10 +5,10 @@
 
 #include "files/input_guard.h"
 
-// Each is false, said on `err`, when one of `inputs` would be lost.
+// Each returns false, with an error on `err`, when one of `inputs` would be lost.
 
-/// Whether generating may empty the directory `path`: it is not there, is empty, carries the mark
-/// of an earlier run, or `force` says so.
+/// Whether the directory `path` may be emptied: it does not exist, is empty, has the mark of an
+/// earlier run, or `force` is set.
 bool mayEmpty(const QString& path, bool force, const OXA_FILES::Inputs& inputs, TextOut& err);
 
 /// Whether the file `output` may be written.

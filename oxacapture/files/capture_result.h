@@ -53,13 +53,13 @@ OXACAPTURE_EXPORT std::vector<CapturedWindow> cutWindows(
     const std::vector<Window>& places, const SampleTable& sampled);
 
 /// Writes a capture in the format given by the suffix of `path`: .vcd, .csv or .sr. The file is
-/// written as a whole, or unchanged: then the result is false, and `error` says why. When
+/// written as a whole, or unchanged: then the result is false, and `error` has the reason. When
 /// `progress` stops the work, that is an error too.
 OXACAPTURE_EXPORT bool writeCapture(
     const QString& path, const Capture& capture, QString* error, const Progress& progress = {});
 
 /// Whether `writeCapture` can write to `path`, as far as that is known before the capture: the
-/// suffix is known, and an existing file can be replaced. `error` says why not.
+/// suffix is known, and an existing file can be replaced. Else `error` has the reason.
 OXACAPTURE_EXPORT bool mayWriteCapture(const QString& path, QString* error);
 
 /// The windows of every core, without their samples, for programs.

@@ -40,8 +40,8 @@ struct CoreOutcome {
 /// The link to the target ends with the object. The hooks are called in the thread of the call.
 class OXACAPTURE_EXPORT CaptureRun {
 public:
-    /// A configuration that the chip may be built from, as `builtConfigurations` tells it; its
-    /// cores have to stay.
+    /// A configuration that the chip may be built from, by `builtConfigurations`; its cores have to
+    /// outlive this object.
     using ReadBuilds = std::function<std::vector<BuiltConfiguration>()>;
 
     /// Called repeatedly. When it returns false, a search and a wait for triggers end; what the

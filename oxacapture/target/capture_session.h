@@ -58,7 +58,8 @@ struct CoreRun {
 ///         && session.wait(cores, goesOn) && session.stop(core) && session.read(core, readOut)
 ///
 /// Every call returns within seconds, except `wait` and the reading of large memories on slow
-/// links. When a call returns false, `error` says why; the session stays usable while the link is.
+/// links. When a call returns false, `error` has the reason; the session is usable while the link
+/// is.
 class OXACAPTURE_EXPORT CaptureSession {
 public:
     /// `instruction` selects the cores' data register in the device. The link has to outlive this.

@@ -21,7 +21,7 @@ OXACAPTURE_EXPORT qint64 waitingWords(
     const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup);
 
 /// Whether the windows can be found without their marks: when there is only one and it is complete,
-/// since the status says where it ends.
+/// because the status has its end.
 OXACAPTURE_EXPORT bool samplesSuffice(
     const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup);
 

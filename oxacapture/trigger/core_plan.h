@@ -21,7 +21,7 @@ struct CorePlan {
 
 /// The cores that are built on the device that `arg` names: all of a Standard configuration, the
 /// first of a Lite one. They point to the given cores, which have to outlive them. What no hardware
-/// can do is reported in `messages`; the core concerned is in the result all the same.
+/// can do is reported in `messages`; such a core is still in the result.
 OXACAPTURE_EXPORT std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
     const QList<OXA::AOCore_Lite*>& liteCores, const OXA::OxaArg& arg, Messages& messages);
 

@@ -52,7 +52,7 @@ public:
     explicit VcdReader(const QString& path);
     ~VcdReader();
 
-    /// Reads the declarations; false when that fails, and `message()` says why.
+    /// Reads the declarations; false when that fails, and `message()` has the reason.
     bool readHeader();
 
     const std::vector<VcdVariable>& variables() const;

@@ -10,7 +10,8 @@
 
 namespace OXA_CAPTURE {
 
-/// The file's words, with errors that name their line. A function that returns false has said why.
+/// The file's words, with errors that name their line. A function that returns false has set
+/// `message`.
 class VcdWords {
 public:
     explicit VcdWords(const QString& path);

@@ -8,7 +8,7 @@
 namespace OXA {
 
 enum class Severity {
-    Error, ///< the analyzer cannot be built, or would not do what the configuration says
+    Error, ///< the analyzer cannot be built, or would not match the configuration
     Warning, ///< it can be built, but probably does not do what was intended
 };
 
@@ -38,9 +38,8 @@ struct OXAUTILS_EXPORT Problem {
     QString hint; ///< what to do about it
 };
 
-/// Whether programs refuse to build or simulate a configuration with `problem`: they do for every
-/// error except those of a few rules, with which an analyzer still does what the configuration says
-/// (docs/checks.md).
+/// Whether programs refuse to build or simulate a configuration with `problem`: every error, except
+/// those of a few rules with which an analyzer still works (docs/checks.md).
 OXAUTILS_EXPORT bool stopsBuild(const Problem& problem);
 
 }

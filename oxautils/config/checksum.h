@@ -8,17 +8,16 @@
 
 namespace OXA {
 
-/// The checksum that a Standard file of `cores` ends with, 16 binary digits. Only part of the
-/// configuration enters it, and no name of more than four characters does; stored checksums depend
-/// on that.
+/// The checksum at the end of a Standard file of `cores`, 16 binary digits. It covers only part of
+/// the configuration, and no name of more than four characters: the format's rule.
 OXAUTILS_EXPORT QString checksumOf(const QList<AoCore*>& cores);
 
 /// The same for a Lite file.
 OXAUTILS_EXPORT QString checksumOf(const QList<AOCore_Lite*>& cores);
 
-/// The checksum that the file `path`, of either mode, should carry for what it holds now, to be
-/// compared with `readOXACRCForXml`. Empty when it cannot be read. Differs from the checksum of the
-/// cores read from it where reading normalises: expressions count as they are written.
+/// The correct checksum for the content of the file `path`, of either mode, to compare with
+/// `readOXACRCForXml`. Empty when the file cannot be read. It differs from the checksum of the
+/// cores read from the file where reading normalises: here expressions count as written.
 OXAUTILS_EXPORT QString computeOXACRCForXml(const QString& path);
 
 }

@@ -8,7 +8,7 @@
 
 namespace OXA {
 
-/// Whether "match[3]" becomes "M3" and the rest upper case, or stays as the file has it.
+/// Expressions with "M3" for "match[3]" and in upper case, or as in the file.
 enum class ExpressionText { Normalised, AsWritten };
 
 /// The cores below the root of a Standard file, of either layout; the caller owns them.
@@ -17,10 +17,10 @@ QList<AoCore*> readCores(const QDomElement& root, ExpressionText expressions);
 /// The cores below the root of a Lite file; the caller owns them.
 QList<AOCore_Lite*> readCoresLite(const QDomElement& root);
 
-/// An attribute as a decimal integer; 0 when absent or none.
+/// An attribute as a decimal integer; 0 when it is missing or not a number.
 int intAttribute(const QDomElement& element, const char* name);
 
-/// Whether `element` carries every one of `names`.
+/// Whether `element` has all of `names`.
 template <typename Names> bool hasAttributes(const QDomElement& element, const Names& names)
 {
     for (const char* name : names) {
@@ -30,7 +30,7 @@ template <typename Names> bool hasAttributes(const QDomElement& element, const N
     return true;
 }
 
-/// Sets what a caller of a reader asked for; null pointers are left out.
+/// Sets the results of a reader; null pointers are skipped.
 void report(bool* ok, bool success, QString* error = nullptr, const QString& message = {});
 
 }

@@ -15,10 +15,9 @@ namespace OXA {
 constexpr char kModeStandard[] = "Standard";
 constexpr char kModeLite[] = "Lite";
 
-/// Replaces the file `path` by a configuration of `mode` (null: no mode element) with the root's
-/// further children as `writeBody` writes them. The old file stays whole until the new one is, and
-/// for good when that cannot be written or a text holds what XML cannot: then false, and `error`
-/// names the file.
+/// Replaces the file `path` by a configuration of `mode` (null: no mode element); `writeBody`
+/// writes the root's other children. When the file cannot be written, or a text contains what XML
+/// cannot, the old file is unchanged and the result is false, with `error`, which names the file.
 bool writeConfig(const QString& path, const char* mode,
     const std::function<void(QXmlStreamWriter&)>& writeBody, QString* error);
 

@@ -7,7 +7,7 @@
 
 namespace OXA {
 
-/// A configuration file as it was read; owns its cores, which are of the mode's kind.
+/// A configuration file that was read; owns its cores, which are of the mode's kind.
 struct OXAUTILS_EXPORT Configuration {
     OxaMode mode = Invalid;
     QList<AoCore*> cores;
@@ -22,23 +22,23 @@ struct OXAUTILS_EXPORT Configuration {
 };
 
 /// Reads the file `path` of either mode. False when it cannot be read, with lines to show in
-/// `error`: "PATH: REASON", and for a file that is no XML what to do about it. A configuration
-/// without cores can be read.
+/// `error`: "PATH: REASON" and, for malformed XML, what to do. A configuration without cores can be
+/// read.
 OXAUTILS_EXPORT bool readConfiguration(
     const QString& path, Configuration& configuration, QString* error);
 
-/// Replaces the file `path` by `configuration`, checksum included. False, with "PATH: REASON" in
-/// `error`, when that cannot be written; the old file then stays.
+/// Replaces the file `path` by `configuration`, checksum included. When it cannot be written, the
+/// old file is unchanged and the result is false, with "PATH: REASON" in `error`.
 OXAUTILS_EXPORT bool writeConfiguration(
     const QString& path, const Configuration& configuration, QString* error);
 
-/// Files of an older layout capture ports' signals by a mark that is no longer written. Makes such
-/// signals data signals of `core`, as it was read, so that writing does not lose them; true when
-/// there were any.
+/// Older layouts capture the signals of marked ports; the mark is no longer written. Adds these
+/// signals to the data signals of `core`, just read, so that writing keeps them; true when there
+/// were any.
 OXAUTILS_EXPORT bool adoptMarkedPorts(AoCore& core);
 
-/// A line to show, "PATH: FAULT; HINT", for each signal name that does not stay one word in
-/// generated Verilog: what follows it would be code.
+/// A line to show, "PATH: FAULT; HINT", for each signal name that is not one token in generated
+/// Verilog: what follows it would be code.
 OXAUTILS_EXPORT QStringList wordFaults(const QString& path, const Configuration& configuration);
 
 }

@@ -8,25 +8,25 @@
 
 namespace OXA {
 
-/// The checksum that configuration files carry: a left-built table with a right-shifting register.
-/// No standard CRC gives these numbers, and stored checksums depend on them.
+/// The checksum of configuration files: the table is for shifts to the left, the register shifts to
+/// the right. It is no standard CRC, but stored checksums depend on it.
 class OXAUTILS_EXPORT CRC16 {
 public:
-    /// A calculator for the generator `polynomial`, whose table is all zero as yet.
+    /// A calculator for the generator `polynomial`. Call `initTableCRC16` before use.
     explicit CRC16(unsigned short polynomial);
 
-    /// Fills the table; the checksums mean nothing before.
+    /// Fills the table.
     void initTableCRC16();
 
     /// The checksum of `data`; 0 for no data.
     unsigned short getCRC16_Byte(const std::vector<unsigned char>& data) const;
 
-    /// The checksum of the bytes that `bits` packs, one bit (0 or 1) an entry, the first of eight
-    /// as the most significant; 0 for no bits and for a number of them that is no multiple of 8.
+    /// The checksum of the bytes packed from `bits`: one bit (0 or 1) for each entry, the most
+    /// significant first; 0 when their number is 0 or not a multiple of 8.
     unsigned short getCRC16_bit(const std::vector<unsigned char>& bits) const;
 
-    /// The lowest `width` bits of `value` in reverse order, 0 for a width below 1. No checksum
-    /// uses it.
+    /// The lowest `width` bits of `value` in reverse order; 0 for a width below 1. Not used by
+    /// checksums.
     static unsigned int reflect(unsigned int value, short width);
 
 private:

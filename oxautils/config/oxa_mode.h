@@ -7,10 +7,10 @@
 
 namespace OXA {
 
-/// What a configuration file describes. Hosts compare with the numbers.
+/// The mode of a configuration file. Hosts compare with the numbers.
 enum OxaMode : int {
-    Invalid = 10086, ///< it cannot be read, or its mode is neither of the two
-    Standard = 10087, ///< cores with triggers; also a readable file that names no mode
+    Invalid = 10086, ///< cannot be read, or another mode
+    Standard = 10087, ///< cores with triggers; also a readable file without mode
     Lite = 10088, ///< cores that only capture
 };
 
@@ -20,8 +20,8 @@ OXAUTILS_EXPORT OxaMode oxaModeFromOxaConfigFile(const QString& path);
 /// The text of the version element of the file `path`; null when it cannot be read or has none.
 OXAUTILS_EXPORT QString versionFromOxaConfigFile(const QString& path);
 
-/// Writes the skeleton of a configuration without cores into `path`, with no mode element when
-/// `mode` is Invalid. Fails silently when the file cannot be written, and then leaves it alone.
+/// Writes a configuration without cores to `path`, without mode element when `mode` is Invalid.
+/// When the file cannot be written, it is unchanged, and nothing is reported.
 OXAUTILS_EXPORT void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode);
 
 }

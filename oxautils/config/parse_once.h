@@ -7,9 +7,8 @@
 
 namespace OXA {
 
-/// Lets this thread read and parse a configuration file once, as long as an object of it lives,
-/// however many of the functions here ask about the file: its mode, its cores, its problems. A file
-/// that changes in between, as its size and times tell, is read anew.
+/// During its lifetime, this thread reads and parses a configuration file once for all functions of
+/// the library: mode, cores, problems. A file whose size or times have changed is read again.
 ///
 ///     const ParseOnce once;
 ///     if (oxaModeFromOxaConfigFile(path) == Standard)

@@ -8,10 +8,10 @@ class QXmlStreamWriter;
 
 namespace OXA {
 
-/// Whose list is written: the two write a bus's names differently.
+/// The owner of a list: cores and ports write a bus's names differently.
 enum class SignalOwner { Core, Port };
 
-/// Writes the "SignalList" element that holds `items`.
+/// Writes the "SignalList" element with `items`.
 void writeSignalList(QXmlStreamWriter& xml, const QList<SignalItem>& items, SignalOwner owner);
 
 /// The items of a "SignalList" element; none for a null element.

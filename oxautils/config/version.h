@@ -10,7 +10,7 @@
 
 namespace OXA {
 
-/// A version text that is none.
+/// Thrown for a text that is not a version.
 class OXAUTILS_EXPORT CompareException : public std::exception {
 public:
     explicit CompareException(const QString& message);
@@ -24,12 +24,12 @@ private:
     QByteArray m_what;
 };
 
-/// Compares dotted versions part by part as numbers; empty parts do not count and missing ones are
+/// Compares dotted versions part by part as numbers; empty parts are ignored and missing parts are
 /// 0, so 3 equals "3.0" and 2.10 is above 2.9.
 ///
 /// The result is a bit: 1 when `a` is below `b`, 2 when they are equal, 4 when `a` is above. Throws
-/// CompareException ("Invalid Oxa config file.") at a part that is no decimal integer, unless an
-/// earlier part decided.
+/// CompareException ("Invalid Oxa config file.") at a part that is not a decimal integer, unless an
+/// earlier part decides.
 OXAUTILS_EXPORT int compareVersion(const QString& a, const QString& b);
 
 }

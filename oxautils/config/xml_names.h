@@ -34,7 +34,7 @@ constexpr char ATTR_AO_TRIGGER_POS[] = "trigger_pos";
 constexpr char ATTR_AO_MODULE_NAME[] = "module_name";
 constexpr char ATTR_FORCE_TRIGGER_FALLING[] = "force_trigger_by_falling_edge";
 constexpr char ATTR_AO_CAPTURE_INIT_DATA_ENABLED[] = "capture_init_data_enabled";
-constexpr char ATTR_AO_CAPTURE_FROM_TR[] = "capture_from_trigger"; ///< only older layouts carry it
+constexpr char ATTR_AO_CAPTURE_FROM_TR[] = "capture_from_trigger"; ///< only in older layouts
 
 constexpr char ATTR_AO_LITE_IMPLEMENTATION[] = "implemention"; ///< the Lite format's spelling
 constexpr char ATTR_AO_INPUT_REGISTER_ENABLED[] = "input_register_enabled";

@@ -7,26 +7,26 @@
 
 namespace OXA {
 
-/// A core, by names of a design. Lists of signals are as `chooseSignals` takes them.
+/// A core to be made, with names of a design. Lists of signals are as in `chooseSignals`.
 struct OXAUTILS_EXPORT CoreRequest {
     QString clock; ///< the sample clock
-    bool fallingEdge = false; ///< of the sample clock takes samples
+    bool fallingEdge = false; ///< the active edge of the sample clock
     QStringList data;
-    QList<QStringList> triggers; ///< what T0 and the next ports watch; not for Lite cores
-    int samples = 1024; ///< of a window
-    int position = 0; ///< samples of a window before its trigger; not for Lite cores
-    int windows = 1; ///< the same
+    QList<QStringList> triggers; ///< signals of T0 and the next ports; not for Lite cores
+    int samples = 1024; ///< in each window
+    int position = 0; ///< samples in each window before its trigger; not for Lite cores
+    int windows = 1; ///< not for Lite cores
 };
 
-/// Lines to show about a request.
+/// Messages about a request, as lines to show.
 struct OXAUTILS_EXPORT CoreNotes {
     QStringList warnings;
     QStringList errors;
 };
 
-/// Makes the new `core` capture what `request` names. Its memory is as large as the windows need.
-/// It triggers at once: with ports, each has a unit of its number that takes any value, and the
-/// expression names all of these units; without, the expression is 1'b1. False with `errors`.
+/// Sets up the new `core` for `request`. Its memory is as large as the windows need. It triggers at
+/// once: each port has a unit of the same number that matches any value, and the expression
+/// requires all of these units; without ports, the expression is 1'b1. False with `errors`.
 OXAUTILS_EXPORT bool fillCore(
     const DesignIndex& index, const CoreRequest& request, AoCore& core, CoreNotes& notes);
 OXAUTILS_EXPORT bool fillCore(

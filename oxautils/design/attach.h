@@ -10,7 +10,7 @@ namespace OXA {
 
 class DesignScript;
 
-/// What an attached design is for.
+/// The output for an attached design.
 enum class AttachForm {
     Yosys, ///< a script that adds the analyzer to a design that Yosys has read
     Verilog, ///< design and analyzer in one file, for any tool
@@ -29,9 +29,9 @@ struct OXAUTILS_EXPORT AttachRequest {
     QStringList names; ///< of the signals that are ports of `qx_oxa`: `watchedNames`
     QStringList analyzerFiles; ///< its Verilog, as `BuildRun` lists it
     QStringList includePaths; ///< of these
-    QStringList primitives; ///< Verilog of the cells that it uses: only their ports count
+    QStringList primitives; ///< Verilog of the cells that it uses; only their ports matter
     bool pads = true; ///< the analyzer's four JTAG pads are ports of the wrapper
-    QString workDir; ///< takes what is written; it has to be there
+    QString workDir; ///< for all output; has to exist
 };
 
 /// Names of the files in the work directory.
@@ -42,47 +42,46 @@ constexpr char ATTACH_SCRIPT_FILE_NAME[] = "attach.ys";
 OXAUTILS_EXPORT QStringList watchedNames(const QList<AoCore*>& cores);
 OXAUTILS_EXPORT QStringList watchedNames(const QList<AOCore_Lite*>& cores);
 
-/// Attaches an analyzer to a design without a change to its sources: a wrapper with the top's ports
-/// and the four JTAG pads holds both.
+/// Attaches an analyzer to a design without changing its sources: a wrapper with the top's ports
+/// and the four JTAG pads instantiates both.
 ///
 ///     Attachment attachment(request, hooks);
 ///     if (attachment.read(&error) && attachment.write(AttachForm::Yosys, &error)) ...
 ///
-/// Whatever is false leaves lines to show in `error`. All but `write` run Yosys.
+/// When a function returns false, `error` has lines to show. All except `write` run Yosys.
 class OXAUTILS_EXPORT Attachment {
 public:
     explicit Attachment(const AttachRequest& request, const DesignHooks& hooks = DesignHooks());
 
-    /// Reads the design, and looks each name up in it.
+    /// Reads the design, and finds each name in it.
     bool read(QString* error);
 
-    /// The name of the wrapper's module: the top's, so that constraints keep working; of the
-    /// hierarchical form, beside which the top is compiled, "TOP_with_analyzer".
+    /// The name of the wrapper's module: the top's, so that constraints still apply; for the
+    /// hierarchical form, which also compiles the top, "TOP_with_analyzer".
     QString wrapperName(AttachForm form) const;
 
     /// Writes the wrapper of `form` and, for Yosys, the script.
     bool write(AttachForm form, QString* error) const;
 
-    /// Writes design and analyzer as one flattened module to `output`. `simulation` (may be empty)
-    /// gets the same with zeroes for what has no initial value, so that no X of the start stays.
-    /// Needs `write` with the form Verilog.
+    /// Writes design and analyzer as one flattened module to `output`. The file `simulation` (may
+    /// be empty) is the same, but registers without initial value start at 0 instead of X. Call
+    /// `write` with the form Verilog before.
     bool writeVerilog(const QString& output, const QString& simulation, QString* error);
 
-    /// What a proof found.
+    /// The result of a proof.
     struct Proof {
         bool proven = false;
-        QStringList open; ///< outputs and registers that may differ, when it was not
+        QStringList open; ///< outputs and registers that may differ
         double seconds = 0;
     };
 
-    /// Whether every output of the design and every register is the same with and without the
+    /// Proves that every output and register of the design is the same with and without the
     /// analyzer, for the same inputs: sequential equivalence by induction, and equal initial
-    /// values. `wrapper` is a file with the wrapper's module, or with design and analyzer as
-    /// `writeVerilog` writes them; empty for the one in the work directory. False when Yosys
-    /// failed.
+    /// values. `wrapper` is a file with the wrapper's module, or the output of `writeVerilog`;
+    /// empty: the wrapper in the work directory. False when Yosys failed.
     bool prove(const QString& wrapper, Proof& proof, QString* error);
 
-    /// Lines to show: what Yosys left out, and modules that were flattened against their wish.
+    /// Lines to show: what Yosys left out, and modules that were flattened despite keep_hierarchy.
     QStringList warnings() const { return m_warnings; }
 
 private:

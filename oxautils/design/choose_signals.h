@@ -6,21 +6,20 @@
 
 namespace OXA {
 
-/// What a core can take of a design, and what was to be said about it.
+/// Chosen signals, and messages.
 struct OXAUTILS_EXPORT ChosenSignals {
     QList<SignalItem> items;
     QStringList warnings; ///< lines to show
-    QStringList errors; ///< the same; `items` then are not all that was meant
+    QStringList errors; ///< the same; `items` are then incomplete
 };
 
-/// All of `signal` as a configuration has it: a bus of its bits, most significant first, or its
-/// bit.
+/// The whole signal as in a configuration: a bus of its bits, most significant first, or its bit.
 OXAUTILS_EXPORT SignalItem wholeSignal(const DesignSignal& signal);
 
-/// The signals that `words` mean, in their order, those of a pattern in the design's. A word is a
-/// name or a pattern, both perhaps with bits of it: "soc/cpu/*", "pc[7:4]", "state[0]". Each bit is
-/// taken once. Memories, and `clock`, where it is a clock of the design, are left out of a pattern
-/// with a warning; a memory that is named is an error.
+/// The signals for `words`, in their order; those of a pattern in the design's order. A word is a
+/// name or a pattern, optionally with bits: "soc/cpu/*", "pc[7:4]", "state[0]". Each bit is chosen
+/// once. From the matches of a pattern, memories and, when it is a clock of the design, `clock` are
+/// left out with a warning; a memory given by name is an error.
 OXAUTILS_EXPORT ChosenSignals chooseSignals(
     const DesignIndex& index, const QStringList& words, const QString& clock = {});
 

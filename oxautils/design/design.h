@@ -21,12 +21,12 @@ struct OXAUTILS_EXPORT DesignSignal {
     QString path;
     QString flatName; ///< in the flattened design, without the top: "cpu.pc"; empty in waveforms
     int width = 1; ///< bits
-    int offset = 0; ///< the least index of its range
-    bool ascending = false; ///< declared as [low:high]: the first bit has the least index
+    int offset = 0; ///< the lowest index of its range
+    bool ascending = false; ///< declared as [low:high]: the first bit has the lowest index
     Direction direction = Inside;
     int port = 0; ///< of the top: its number in the port list, from 1
     int memoryWords = 0; ///< of a memory, which cannot be watched; 0 for a net
-    int clock = -1; ///< of a register: where in the design's clocks; -1 for what is none
+    int clock = -1; ///< of a register: its position in the design's clocks; else -1
     bool fallingEdge = false; ///< the register takes values at the clock's falling edge
     QVector<QPair<QString, QString>> states; ///< an enumeration: binary digits and name
     QString file; ///< where it is declared; may be empty
@@ -51,8 +51,8 @@ struct OXAUTILS_EXPORT DesignSignal {
         return ascending ? offset + width - 1 - index : index - offset;
     }
 
-    /// "soc/cpu/pc[3]" for the bit at `position`, from 0 at the last bit, which counts as the least
-    /// significant; of a signal without range its path.
+    /// "soc/cpu/pc[3]" for the bit at `position`, counted from 0 at the last, least significant
+    /// bit; the path for a signal without range.
     QString bitName(int position) const;
 
     /// "[7:0]", or an empty text for a signal without range.
@@ -62,13 +62,13 @@ struct OXAUTILS_EXPORT DesignSignal {
     QString kindText() const;
 };
 
-/// The signals of a design, or of a waveform that shows one.
+/// The signals of a design or of a waveform.
 struct OXAUTILS_EXPORT Design {
-    QString top; ///< its module; for a waveform empty
-    bool isWaveform = false; ///< nothing is known of registers and clocks then
+    QString top; ///< its module; empty for a waveform
+    bool isWaveform = false; ///< then registers and clocks are unknown
     QVector<DesignSignal> items; ///< sorted by path, numbers in it by value
     QStringList clocks; ///< of registers, each by its shortest name
-    QHash<QString, int> clockNets; ///< every name of a clock's net, and where in `clocks` it is
+    QHash<QString, int> clockNets; ///< every name of a clock's net, and its position in `clocks`
     QStringList warnings; ///< lines to show
 
     /// "rising edge of soc/clk" for a register.

@@ -7,9 +7,9 @@
 
 namespace OXA {
 
-/// One bit of a design's signal.
+/// One bit of a signal.
 struct DesignBit {
-    int signal = -1; ///< where in `items`; -1 for none
+    int signal = -1; ///< position in `items`; -1 for none
     int position = 0; ///< from 0 at the last bit of its range
 };
 
@@ -23,24 +23,23 @@ public:
 
     const Design& design() const { return m_design; }
 
-    /// The signal `name`, in which '*' and '?' are characters as any other; -1 when there is none
-    /// or when several are meant.
+    /// The signal `name`, in which '*' and '?' are ordinary characters; -1 when there is none, or
+    /// more than one.
     int signal(const QString& name) const;
 
-    /// The bit "soc/pc[3]", or the signal of one bit "soc/run". Of a signal of one bit, "[0]" may
-    /// be said as well.
+    /// The bit "soc/pc[3]", or the signal of one bit "soc/run", also written "soc/run[0]".
     DesignBit bit(const QString& name) const;
 
-    /// The signals that `pattern` means, in the order of the design: those whose path, or the end
-    /// of it from a component on, it matches. Without '*' and '?' the one of that name, or all that
-    /// it may mean.
+    /// The signals that `pattern` matches, in the order of the design: it matches the path, or its
+    /// end from a component on. Without '*' and '?', the signal of that name, or all that the name
+    /// may stand for.
     QVector<int> matching(const QString& pattern) const;
 
-    /// At most `count` paths that look most like `name`, the nearest first.
+    /// At most `count` paths that are most similar to `name`, best first.
     QStringList nearest(const QString& name, int count = 3) const;
 
-    /// "is not in the design; the nearest names are ..." for a name that `signal` does not find. To
-    /// search for these names takes time with the size of the design.
+    /// "is not in the design; the nearest names are ..." for a name that `signal` does not find.
+    /// The search for these names takes time proportional to the size of the design.
     QString whyMissing(const QString& name, bool withNearest = true) const;
 
 private:

@@ -6,16 +6,16 @@
 
 namespace OXA {
 
-/// Adds to `problems`, which `checkCores` has found in `cores`, those of what the cores name in the
-/// design of `index`, in document order: of a waveform only names and bits. What `bus-order` says
-/// goes where the design is known to declare the bits of every bus.
+/// Adds problems with the design of `index` to `problems`, which `checkCores` found in `cores`, in
+/// document order; for a waveform, only those of names and bits. Problems of `bus-order` are
+/// removed where the design declares the bits of every bus.
 OXAUTILS_EXPORT void addDesignProblems(
     const QList<AoCore*>& cores, const DesignIndex& index, QList<Problem>& problems);
 OXAUTILS_EXPORT void addDesignProblems(
     const QList<AOCore_Lite*>& cores, const DesignIndex& index, QList<Problem>& problems);
 
-/// The same for the file `path` and what `checkConfigFile` has found in it; nothing when no cores
-/// can be read from it.
+/// The same for the file `path` and the problems that `checkConfigFile` found; adds nothing when no
+/// cores can be read.
 OXAUTILS_EXPORT void addDesignProblems(
     const QString& path, const DesignIndex& index, QList<Problem>& problems);
 

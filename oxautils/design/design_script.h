@@ -8,19 +8,19 @@
 
 namespace OXA {
 
-/// A run of Yosys on a design, with a directory for its files that goes away with the object.
+/// A run of Yosys on a design, with a temporary directory that is removed with the object.
 class DesignScript {
 public:
     explicit DesignScript(const DesignHooks& hooks);
 
-    /// Whether the directory could be made; `error` says why not.
+    /// Whether the directory could be made; else `error` has the reason.
     bool isValid(QString* error) const;
 
     /// The path of the run's file `name`.
     QString path(const QString& name) const { return m_directory.filePath(name); }
 
-    /// Commands that read `sources`, elaborate the top and turn its processes into cells. VHDL is
-    /// translated at once, into a file of the run. False with the reason in `error`.
+    /// Adds commands that read `sources`, elaborate the top and turn processes into cells. VHDL is
+    /// translated now, into a file of the run. False with the reason in `error`.
     bool addReading(const DesignSources& sources, QString* error)
     {
         if (!addSources(sources, error))
@@ -29,12 +29,12 @@ public:
         return true;
     }
     bool addSources(const DesignSources& sources, QString* error); ///< only reads them
-    void addHierarchy(const DesignSources& sources); ///< elaborates what was read
+    void addHierarchy(const DesignSources& sources); ///< elaborates the design
 
-    /// Commands after which flattening spares no module.
+    /// Adds commands that allow flattening all modules.
     void addUnkeeping();
 
-    /// "COMMAND WORD...", each word standing for itself.
+    /// "COMMAND WORD...", each word quoted.
     void add(const char* command, const QStringList& words = {});
     void addStage(int percent, const char* text);
 
@@ -44,14 +44,14 @@ public:
     /// The engine's warnings of the last run, lines to show.
     const QStringList& warnings() const { return m_warnings; }
 
-    /// Adds the commands to `text` as a script that is not Tcl. False for words that such a script
-    /// cannot hold, with the reason in `error`.
+    /// Adds the commands to `text` as a Yosys script without Tcl. False, with the reason in
+    /// `error`, for words that cannot be in such a script.
     bool plainText(QByteArray& text, QString* error) const;
 
-    /// Lines to show: what asked to be kept apart.
+    /// Lines to show: the modules with keep_hierarchy.
     QStringList keptModules() const;
 
-    /// `path` as a word that names one file.
+    /// `path` as a word for one file.
     static QString fileWord(const QString& path);
 
 private:

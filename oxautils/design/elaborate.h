@@ -7,7 +7,8 @@
 namespace OXA {
 
 /// Adds the signals of all instances below the top of `modules` to `design`, with the clocks of
-/// registers. `escapes` tell a scope from a dot in a name. False when there are too many of them.
+/// registers. `escapes` distinguishes scopes from dots in names. False when there are too many
+/// signals.
 bool elaborate(const RtlilDesign& modules, const SourceScan& escapes, Design& design);
 
 }

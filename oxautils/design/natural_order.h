@@ -7,7 +7,8 @@
 
 namespace OXA {
 
-/// Whether `a` stands before `b` when numbers in names count by value: "lane[2]" before "lane[10]".
+/// Whether `a` is before `b` when numbers in names are compared by value: "lane[2]" before
+/// "lane[10]".
 OXAUTILS_EXPORT bool naturallyLess(const QString& a, const QString& b);
 
 }

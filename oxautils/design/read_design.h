@@ -8,16 +8,15 @@
 
 namespace OXA {
 
-/// What a program lets happen while Yosys works.
+/// The hooks of a program while Yosys runs.
 struct DesignHooks {
-    std::function<bool()>
-        stopAsked; ///< ends the work within a second when it says so; may be empty
+    std::function<bool()> stopAsked; ///< true ends the work within a second; may be empty
     std::function<void(const QString& stage, int percent)> progress; ///< may be empty
 };
 
-/// Reads the signals of a design: every name there is before any optimization. Yosys does it, in a
-/// directory of its own; nothing is written beside the sources. Paths stand from the current
-/// directory. False when it fails, with lines to show in `error`. Blocks.
+/// Reads the signals of a design with Yosys: every name before any optimization. Writes nothing
+/// beside the sources. Paths are relative to the current directory. False on failure, with lines to
+/// show in `error`. Blocks.
 OXAUTILS_EXPORT bool readDesign(const DesignSources& sources, Design& design, QString* error,
     const DesignHooks& hooks = DesignHooks());
 

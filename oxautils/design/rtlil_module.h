@@ -9,13 +9,12 @@
 
 namespace OXA {
 
-/// Bits of a module by their numbers, the least significant first; kRtlilConstant for what is no
+/// Bits of a module by number, the least significant first; kRtlilConstant for a bit that is not a
 /// net.
 using RtlilBits = std::vector<int>;
 constexpr int kRtlilConstant = -1;
 
-/// A module as Yosys writes it: its named nets, its registers, the modules that it uses, and what
-/// connects them.
+/// A module written by Yosys: its named nets, registers and instances, and their connections.
 struct RtlilModule {
     struct Wire {
         int first = 0; ///< its least significant bit
@@ -45,13 +44,13 @@ struct RtlilModule {
     int bitCount = 0;
 };
 
-/// The modules of a design by name, and which of them is the top.
+/// The modules of a design by name, and its top.
 struct RtlilDesign {
     QHash<QByteArray, RtlilModule> modules;
     QByteArray top;
 };
 
-/// Reads the file `path` that Yosys wrote; false when it is not that.
+/// Reads the file `path` that Yosys wrote; false when it is not such a file.
 bool readRtlil(const QString& path, RtlilDesign& design);
 
 }

@@ -7,18 +7,18 @@
 
 namespace OXA {
 
-/// What is in Verilog sources and lost when Yosys has read them.
+/// Information in Verilog sources that Yosys does not keep.
 class SourceScan {
 public:
-    /// Reads `files`, comments and strings left out. A file that cannot be read is passed over:
-    /// Yosys will say so.
+    /// Reads `files` without comments and strings. Skips files that cannot be read: Yosys reports
+    /// them.
     explicit SourceScan(const QStringList& files = {});
 
-    /// The scopes and the name of a component of a path in the flattened design: "lane[0].u" is
-    /// two, and the escaped name \a.b of a source is one.
+    /// The scopes and the name in a component of a flattened path: "lane[0].u" is two, the escaped
+    /// name \a.b of a source is one.
     QStringList components(const QString& text) const;
 
-    /// The path of components in Verilog: "lane[0].u.\\a.b ".
+    /// The path as a reference in Verilog: "lane[0].u.\\a.b ".
     QString reference(const QString& text) const;
 
     /// A line to show for each `bind`, which Yosys reads and ignores.
@@ -27,7 +27,7 @@ public:
 private:
     void scan(const QString& file, const QByteArray& text);
 
-    QSet<QString> m_escaped; // names that hold a '.' or a '['
+    QSet<QString> m_escaped; // names with a '.' or a '['
     QStringList m_warnings;
 };
 

@@ -6,8 +6,8 @@
 
 namespace OXA {
 
-/// The values of enumerations by name, for ports that watch all bits of one signal and nothing
-/// else. `index` has to outlive the function.
+/// The values of enumerations by name, for ports that watch all bits of one signal and no others.
+/// `index` has to outlive the function.
 OXAUTILS_EXPORT ValueNames valueNames(const DesignIndex& index);
 
 }

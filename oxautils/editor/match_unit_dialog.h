@@ -22,19 +22,20 @@ class Ui_MatchUnitDialog;
 
 /// Edits one match unit: its port, type, function, values and counter.
 ///
-/// The unit is written when the user confirms, and only then; without a chosen port it stays as it
-/// is. Values are entered signal by signal in one of four radixes and stored as binary digits.
+/// The unit is written only when the user confirms; without a chosen port it is not changed. Values
+/// are entered signal by signal in one of four radixes and stored as binary digits.
 class OXAUTILS_EXPORT MatchUnitDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// `unit`, its core and the core's ports have to outlive the dialog. With `fixedUnit` the port,
-    /// the type and the counter's switch and width stay as they are: what a netlist has settled.
+    /// `unit`, its core and the core's ports have to outlive the dialog. With `fixedUnit`, the
+    /// port, the type and the counter's switch and width, which a netlist determines, cannot be
+    /// changed.
     explicit MatchUnitDialog(MatchUnit* unit, bool fixedUnit = false, QWidget* parent = nullptr);
     ~MatchUnitDialog() override;
 
 public Q_SLOTS:
-    /// Writes the unit and closes, or says why the values cannot be taken and stays.
+    /// Writes the unit and closes; or reports why the values are not accepted, and stays open.
     void accept() override;
     void onTriggerChanged();
     void onTypeChanged();
@@ -42,10 +43,10 @@ public Q_SLOTS:
     void onBaseChanged();
     void onCounterWidthChanged();
 
-    /// Digits of the current radix that `width` bits take; 0 while no port is chosen.
+    /// Digits of `width` bits in the current radix; 0 without a port.
     int calculatedBitwidth(int width);
 
-    /// Gives each row's editor its range in the current radix as tooltip.
+    /// Sets the tooltip of each row's editor to its range in the current radix.
     void toolTipValueChanged(QTreeWidget* widget);
     void onEditMenu(QPoint position);
     void onChangeX();

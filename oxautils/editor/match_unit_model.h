@@ -10,8 +10,8 @@ namespace OXA {
 
 class MatchUnit;
 
-/// An overview of match units, a row each. A check box in the first column switches a unit on and
-/// off; nothing else can be edited. The units stay the caller's and have to outlive the model or
+/// A table of match units, one row each. A check box in the first column switches a unit on and
+/// off; nothing else can be edited. The caller owns the units, which have to outlive the model or
 /// its next `reset`.
 class OXAUTILS_EXPORT MatchUnitModel : public QAbstractTableModel {
     Q_OBJECT
@@ -19,19 +19,19 @@ class OXAUTILS_EXPORT MatchUnitModel : public QAbstractTableModel {
 public:
     explicit MatchUnitModel(QObject* parent = nullptr);
 
-    /// Shows the first ten of `list`; `setMatcherList` is the way to show more.
+    /// Shows the first ten of `list`; `setMatcherList` shows all.
     explicit MatchUnitModel(const QList<MatchUnit*>& list, QObject* parent = nullptr);
 
     /// Shows all of `list`.
     void setMatcherList(const QList<MatchUnit*>& list);
 
-    /// Shows no unit.
+    /// Shows no units.
     void reset();
 
-    /// To be called after the unit of `row` was changed elsewhere.
+    /// Call it after the unit of `row` was changed elsewhere.
     void updateRow(int row);
 
-    /// The unit whose row `index` is in; null for an invalid index.
+    /// The unit of the row of `index`; null for an invalid index.
     static MatchUnit* muFromIndex(const QModelIndex& index);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -16,7 +16,7 @@ public:
     explicit TreeLineEdit(QWidget* parent = nullptr);
     ~TreeLineEdit() override;
 
-    qint32 bitWidth = 1; ///< bits that the text stands for
+    qint32 bitWidth = 1; ///< bits of the value
     qint32 row = -1; ///< a bit's top-level row; -1 in the editor of a row
     QList<TreeLineEdit*> subEdits; ///< a bus's bits in their order; the tree owns them
 };

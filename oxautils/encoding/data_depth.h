@@ -5,16 +5,16 @@
 
 namespace OXA {
 
-/// The flag of a core that the file `configFile` holds.
+/// The `flag` of a core in the file `configFile`.
 OXAUTILS_EXPORT int depthFlag(const QString& configFile);
 
-/// What a core's data depth register starts with: the samples of a window from its trigger on, less
-/// what the pipeline takes; below 0 for a window too short. `device` is a device name, some of
-/// whose pipelines take one sample more unless `flag` is not 0.
+/// The initial value of a core's data depth register: the samples of a window from its trigger on,
+/// minus the delay of the pipeline; below 0 when the window is too short. `device` is a device
+/// name; some devices have one sample more of delay unless `flag` is not 0.
 int dataDepth(const AoCore& core, const QString& device, int flag);
 
-/// Samples of a window behind its trigger that the core takes with this register; below 0 for a
-/// window too short.
+/// The samples after the trigger that the core takes with this register; below 0 when the window is
+/// too short.
 OXAUTILS_EXPORT qint64 samplesBehindTrigger(const AoCore& core, const QString& device, int flag);
 
 }

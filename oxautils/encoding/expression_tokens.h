@@ -8,7 +8,7 @@
 
 namespace OXA {
 
-/// Where a piece of a trigger expression is, and what.
+/// A piece of a trigger expression.
 struct Piece {
     enum Kind {
         Unit, ///< M with a number, or M alone
@@ -17,8 +17,8 @@ struct Piece {
         Binary, ///< & && | || ^
         Open,
         Close,
-        Blank, ///< one or several
-        Other, ///< a character that expressions do not have
+        Blank, ///< spaces
+        Other, ///< a character that expressions do not allow
     };
 
     Kind kind;
@@ -28,23 +28,23 @@ struct Piece {
 };
 
 struct Token : Piece {
-    QString text; ///< a constant's is lower-case, whatever the expression has
+    QString text; ///< lower-case for a constant
 };
 
 /// The piece that begins at `start`, which is within `text`.
 Piece pieceAt(const QString& text, int start);
 
-/// `text` in pieces, without gaps.
+/// `text` as a sequence of pieces, without gaps.
 OXAUTILS_EXPORT QList<Token> tokensOf(const QString& text);
 
-/// Whether expressions do not have such a piece. Dynamic ones have only names, the single
-/// operators and parentheses.
+/// Whether expressions do not allow the piece. Dynamic ones only allow names, single operators and
+/// parentheses.
 OXAUTILS_EXPORT bool isForeign(const Token& token, bool dynamic);
 
-/// The units that `tokens` name, ascending, each once.
+/// The units named by `tokens`, ascending, each once.
 OXAUTILS_EXPORT QList<int> namedUnits(const QList<Token>& tokens);
 
-/// The parentheses that have no partner.
+/// The parentheses without a partner.
 OXAUTILS_EXPORT QList<Token> unmatchedParentheses(const QList<Token>& tokens);
 
 }

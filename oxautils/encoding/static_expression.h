@@ -6,15 +6,15 @@
 
 namespace OXA {
 
-/// What keeps a text from being a static expression.
+/// Why a text is not a static expression.
 struct SyntaxFault {
     enum Kind {
         None,
         Empty,
         EndsEarly,
-        NoOperand, ///< none stands where the token does
-        NoOperator, ///< none stands before the token
-        Unclosed, ///< nor does a parenthesis end before the token, or the text's end
+        NoOperand, ///< the token is in place of an operand
+        NoOperator, ///< no operator before the token
+        Unclosed, ///< no closing parenthesis before the token, or before the end
         UnknownUnit,
         Unexpected, ///< a character that expressions do not have, or a ")" without a "("
         TooDeep, ///< over 200 nested parentheses and prefix operators
@@ -27,17 +27,17 @@ struct SyntaxFault {
     OXAUTILS_EXPORT QString text() const;
 };
 
-/// A static expression as Verilog reads it for units of one bit: !, ~, &, ^, |, &&, ||, the
+/// A static expression as Verilog reads it, for units of one bit: !, ~, &, ^, |, &&, ||, the
 /// reductions of a single bit, 1'b0, 1'b1 and parentheses.
 struct StaticExpression {
-    SyntaxFault fault; ///< the first; without one the steps leave one value
-    QList<int> units; ///< that it names, ascending
+    SyntaxFault fault; ///< the first; without a fault, the steps give one value
+    QList<int> units; ///< named units, ascending
     std::vector<Step> steps; ///< their last variable is the first of the units
 };
 
 OXAUTILS_EXPORT StaticExpression parseStatic(const QList<Token>& tokens);
 
-/// What an expression without a fault gives; its first unit is bit 0 of the row's number.
+/// The table of an expression without a fault; its first unit is bit 0 of the row's number.
 OXAUTILS_EXPORT TruthTable staticTable(const StaticExpression& expression);
 
 }

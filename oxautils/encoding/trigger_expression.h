@@ -11,35 +11,36 @@
 namespace OXA {
 
 // Dynamic trigger expressions: unit names M0 to M15, the operators ! & ^ | and parentheses,
-// compiled to a table that the outputs of the core's enabled units address, the lowest-numbered
+// compiled to a table. The outputs of the core's enabled units are its address, the lowest-numbered
 // unit at bit 0.
 
 /// Appends the switch of every unit of `core` to `enables`, in unit order.
 OXAUTILS_EXPORT void getAllMatchEnbale(AoCore* core, std::vector<bool>& enables);
 
-/// Writes the tables of a core with dynamic expressions as parameter lines, at least 16 of them;
-/// nothing for a core with static ones. An expression that holds anything but names, operators,
-/// parentheses and blanks gets a critical message and a table without a digit.
+/// Writes the tables of a core with dynamic expressions as parameter lines, at least 16; nothing
+/// for a core with static ones. For an expression with other text than names, operators,
+/// parentheses and spaces, there is a critical message and a table without digits.
 OXAUTILS_EXPORT void generateExpression(AoCore* core, QTextStream& out);
 
-/// The table of `exp` as one character a row, row 0 first: "0", "1", or "x" where the expression
-/// gives no value. `enables` has an entry a unit, at least 16 (std::out_of_range otherwise). Equal
-/// to what the steps below give row by row, for many rows at a time. Blanks are dropped first; with
-/// anything but names, operators and parentheses every row is "x".
+/// The table of `exp` as one character for each row, row 0 first: "0", "1", or "x" where the
+/// expression has no value. `enables` has an entry for each unit, at least 16 (std::out_of_range
+/// otherwise). The result is that of the steps below for each row, computed for many rows at a
+/// time. Spaces are removed first; with other text than names, operators and parentheses every row
+/// is "x".
 OXAUTILS_EXPORT QString logicTruthTable(QString exp, std::vector<bool> enables);
 
-/// Appends "|M.." to `exp` for every enabled unit that it does not name, and leaves in `enables`
-/// just those set. A name counts as present wherever its text stands: "M1" is in "M10".
+/// Appends "|M.." to `exp` for every enabled unit that it does not name; `enables` then has only
+/// these units set. A unit counts as named when its text is anywhere in `exp`: "M1" is in "M10".
 OXAUTILS_EXPORT void resetLogicExp(QString& exp, std::vector<bool>& enables);
 
 /// `exp` with its unit names replaced by letters, "A" for the highest-numbered unit.
 OXAUTILS_EXPORT QString changeExpItem(QString exp);
 
-/// Converts `infix` to postfix; `postfix` has room for as many characters and a NUL. Operators of
-/// equal priority associate to the left, "!" too.
+/// Converts `infix` to postfix; `postfix` has space for as many characters and a NUL. All
+/// operators, "!" too, associate to the left.
 OXAUTILS_EXPORT void translet(const char* infix, char* postfix);
 
-/// How tightly `c` binds: "!" 4, "&" 3, "^" 2, "|" 1, anything else 0.
+/// The precedence of `c`: "!" 4, "&" 3, "^" 2, "|" 1, anything else 0.
 OXAUTILS_EXPORT int priority(char c);
 
 /// Writes every letter of `postfix` once, in order of first occurrence, and a NUL.
@@ -52,15 +53,15 @@ OXAUTILS_EXPORT void sort(char* s);
 /// 10 and are 32 bits elsewhere.
 OXAUTILS_EXPORT void itoa(int value, char* buf, int radix);
 
-/// Sets the bits of a row to "0" that belong to units which are in `added`. Bits follow the units
-/// of `enabled` from the highest number down; what has no bit in the row is left out.
+/// Sets the bits of a row to "0" that belong to units in `added`. Bits are for the units of
+/// `enabled` from the highest number down; units without a bit in the row are skipped.
 OXAUTILS_EXPORT void resetBitDataIn(char* bits, std::vector<bool> enabled, std::vector<bool> added);
 
-/// The value of `postfix` for one row: `bits` holds a "0" or "1" for each letter from "A" on. "x"
-/// when the evaluation does not leave exactly one value.
+/// The value of `postfix` for one row: `bits` has a "0" or "1" for each letter from "A" on. "x"
+/// when the evaluation does not give exactly one value.
 ///
-/// Letters are replaced only as long as a character's code is above its position, so what stands
-/// behind position 32 of an expression may keep its letters, which then count for nothing.
+/// Letters are replaced only while a character's code is above its position, so letters after
+/// position 32 of an expression may stay and are then ignored.
 OXAUTILS_EXPORT char calcuate(const char* postfix, const char* operands, const char* bits);
 
 }

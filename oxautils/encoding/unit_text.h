@@ -7,11 +7,11 @@
 
 namespace OXA {
 
-/// The bits of the value that `name` stands for at `port`, most significant first; an empty text
-/// when the port has no value of that name.
+/// The bits of the value `name` at `port`, most significant first; empty when the port has no value
+/// of that name.
 using ValueNames = std::function<QString(const TriggerPort& port, const QString& name)>;
 
-/// What `unit` compares with, as text that `unitFromText` reads back:
+/// The comparison of `unit` as text, which `unitFromText` reads back:
 ///
 ///     Basic w/edges: T0 == R01000110
 ///     Extended: T1 > 0x43c
@@ -19,14 +19,14 @@ using ValueNames = std::function<QString(const TriggerPort& port, const QString&
 ///     Basic w/edges: T3 rises
 ///     off
 ///
-/// A value is shown in binary, one of more than 8 logic levels in hexadecimal; one that is not of
-/// its port's width, or holds other characters, in quotation marks as it stands. Without a port the
-/// text begins with "nothing". Of what does not exist (a type or function by its number, or a value
-/// with a quotation mark in it) the text is for reading only.
+/// A value is shown in binary, one of more than 8 logic levels in hexadecimal; one that does not
+/// have its port's width, or has other characters, in quotation marks. Without a port the text
+/// begins with "nothing". Types and functions that do not exist, shown by number, and values with a
+/// quotation mark cannot be read back.
 OXAUTILS_EXPORT QString unitText(const MatchUnit& unit);
 
-/// Lets `unit`, which has a core, compare with what `text` says. False, with the place and what is
-/// accepted there in `error`, when that is no unit; `unit` then stays as it was.
+/// Sets `unit`, which has a core, from `text`. False, with the place and what is accepted there in
+/// `error`, when that cannot be read; `unit` is then not changed.
 ///
 ///     UNIT    = off | on | [TYPE :] PORT COMPARE [, COUNTER]
 ///     PORT    = T0 to T15 | nothing
@@ -34,25 +34,22 @@ OXAUTILS_EXPORT QString unitText(const MatchUnit& unit);
 ///             | rises | falls | changes             (of a port of one signal)
 ///     COUNTER = N times [in a row] [(counter of N bits)]
 ///
-/// Without TYPE the first type that suffices is taken, without a width of the counter the least;
-/// what the text does not name is as in a new unit, except that "off" and "on" keep everything
-/// else, and that a text that says what the unit is already changes nothing. VALUE is the first
-/// of these that it can be:
+/// Without TYPE the first sufficient type is used, without a counter width the smallest. What the
+/// text does not contain is as in a new unit, except that "off" and "on" keep everything else, and
+/// that the text of the unit as it is changes nothing. VALUE is the first possible of these:
 ///
-/// - digits 0 1 X R F B N, exactly as many as the port has signals: one digit a signal. A decimal
-///   number of 0 and 1 never fits a port of as many bits, so `10` is 2 on a port of 2 signals and
-///   ten on every wider one;
-/// - a name that `names` knows;
-/// - 0b and such digits, or 0x and hexadecimal ones, with X for four X; filled with 0 in front;
-/// - the first form in small letters;
-/// - a decimal number of up to 64 bits, without a 0 in front;
-/// - any characters in quotation marks, which are taken as they stand.
+/// - digits 0 1 X R F B N, exactly one for each signal of the port. So `10` is 2 on a port of 2
+///   signals and ten on every wider one;
+/// - a name known to `names`;
+/// - 0b and such digits, or 0x and hexadecimal digits, with X for four X; padded with 0 on the
+/// left; - the first form in small letters; - a decimal number of up to 64 bits, without leading 0;
+/// - any characters in quotation marks, used unchanged.
 ///
-/// Whether type, function, value and counter suit each other is what `checkCores` finds out.
+/// `checkCores` checks whether type, function, value and counter fit together.
 OXAUTILS_EXPORT bool unitFromText(
     const QString& text, MatchUnit& unit, QString* error, const ValueNames& names = {});
 
-/// An expression as files have it: in capitals and, in a core with `dynamic` ones, without blanks.
+/// An expression as in files: in upper case and, in a core with `dynamic` ones, without spaces.
 OXAUTILS_EXPORT QString expressionFromText(const QString& text, bool dynamic);
 
 }

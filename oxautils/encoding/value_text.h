@@ -9,18 +9,18 @@ namespace OXA {
 
 // The values of match units as text, in the forms that `unitFromText` describes.
 
-/// The bits that a name stands for, most significant first; empty when it is none.
+/// The bits of a named value, most significant first; empty when there is no such value.
 using NameToBits = std::function<QString(const QString& name)>;
 
-/// `value` of a port of `width` signals, so that it reads back.
+/// `value` of a port of `width` signals, as text that can be read back.
 QString valueText(const QString& value, int width);
 
-/// Reads `word`, without quotation marks, for a port of `width` signals, of which there are some.
-/// False, with what is accepted in `expected`, when it is no such value.
+/// Reads `word`, without quotation marks, for a port of `width` signals, at least one. False, with
+/// what is accepted in `expected`, when it is not such a value.
 bool valueFromText(
     const QString& word, int width, const NameToBits& names, QString& value, QString& expected);
 
-/// Whether a digit of `value` takes hardware that detects edges.
+/// Whether a digit of `value` needs hardware that detects edges.
 bool valueHasEdges(const QString& value);
 
 }

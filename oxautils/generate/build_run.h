@@ -19,30 +19,30 @@ namespace OXA {
 
 class OXAProxyQxSyn;
 
-/// How a build ended, or what stops one before it begins.
+/// The end of a build, or of its check.
 enum class BuildEnd {
     Done,
-    Refused, ///< by `messages` or, when there are none, by what the generator has logged
-    NoCores, ///< in the configuration
-    Invalid, ///< `problems` hold one that stops a build
-    TooLarge, ///< for the part: the estimate or, after synthesis, the netlist
-    Failed, ///< by the engine, or in a file that could not be written
+    Refused, ///< reasons: `messages` or, when empty, what the generator logged
+    NoCores, ///< the configuration has no core
+    Invalid, ///< `problems` contain one that prevents building
+    TooLarge, ///< the estimate or, after synthesis, the netlist exceeds the part
+    Failed, ///< synthesis failed, or a file could not be written
     Stopped,
 };
 
 struct OXAUTILS_EXPORT BuildResult {
     BuildEnd end = BuildEnd::Done;
-    QStringList messages; ///< to show line by line; the engine's own words when synthesis failed
+    QStringList messages; ///< lines to show; the engine's messages when synthesis failed
     QList<Problem> problems; ///< of the configuration with this part, from `check`
     QStringList files; ///< the sources as OxaPrepare lists them, or the netlist
     QStringList includePaths; ///< of the sources
     QStringList boardSources; ///< the Verilog of `link`, which a simulator may have models for
     QStringList boardFiles; ///< OpenOCD's configuration and constraints for `link`
-    QMap<QString, int> cells; ///< how many of each type the netlist holds
+    QMap<QString, int> cells; ///< number of cells of each type in the netlist
 };
 
-/// A build of an analyzer: the configuration is checked, the work directory claimed and emptied,
-/// the Verilog generated and, unless another tool does that, synthesized, and the netlist compared
+/// A build of an analyzer: checks the configuration, claims and empties the work directory,
+/// generates the Verilog and, unless another tool does it, synthesizes it and compares the netlist
 /// with the part.
 ///
 ///     BuildRun build(arg, true);
@@ -50,7 +50,7 @@ struct OXAUTILS_EXPORT BuildResult {
 ///     if (result.end == BuildEnd::Done)
 ///         result = build.run();
 ///
-/// Whose files are in the work directory is for the program to ask, with `holdsForeignFiles`.
+/// The program has to ask the user about other files in the work directory (`holdsForeignFiles`).
 class OXAUTILS_EXPORT BuildRun {
 public:
     /// Without `synthesize` only the Verilog is written.
@@ -59,30 +59,29 @@ public:
     BuildRun(const BuildRun&) = delete;
     BuildRun& operator=(const BuildRun&) = delete;
 
-    /// Told in the thread of `run` how far synthesis is.
+    /// Called in the thread of `run` with the progress of synthesis.
     std::function<void(const QString& stage, int percent)> progress;
 
-    /// Also write a module and a component to instantiate, `qx_oxa_template.v` and `.vhd`. With the
-    /// sources, the module is the last of them.
+    /// Also write a module and a component to instantiate, `qx_oxa_template.v` and `.vhd`. The
+    /// module is then the last of the sources.
     bool templates = false;
 
-    /// The way to an analyzer that another tool synthesizes for a family of devices; null for a
-    /// part of the catalogue. Then the part decides nothing: neither what is a problem nor what
-    /// fits.
+    /// The connection to an analyzer that another tool synthesizes for a family of devices; null
+    /// for a part of the catalogue. With a link, the part is not used in checks.
     const DEV::FamilyLink* link = nullptr;
 
-    /// How many errors the program's message handler has taken so far. The generator only logs what
-    /// it cannot write, so a run that adds to them has failed.
+    /// The number of errors that the program's message handler has received so far. The generator
+    /// only logs files that it cannot write, so a run fails when this number grows.
     std::function<int()> loggedErrors;
 
     /// Whether the analyzer can be built, before anything is written.
     BuildResult check() const;
 
-    /// Builds it, in any thread. Nothing is checked again, but the generator refuses to lose what
-    /// it reads.
+    /// Builds it, in any thread. Does not check again, but the generator refuses to delete its
+    /// inputs.
     BuildResult run();
 
-    /// Ends `run`, or a synthesis that it is about to begin, within a second. From any thread.
+    /// Ends `run`, or a synthesis that is about to begin, within a second. From any thread.
     void stop();
 
 private:
@@ -95,7 +94,7 @@ private:
     const OxaArg m_arg;
     const bool m_synthesize;
     std::mutex m_mutex; // guards what follows
-    OXAProxyQxSyn* m_generator = nullptr; // what `stop` talks to, while there is one
+    OXAProxyQxSyn* m_generator = nullptr; // for `stop`; null between runs
     bool m_stopped = false;
 };
 

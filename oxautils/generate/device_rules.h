@@ -7,7 +7,7 @@
 
 namespace OXA {
 
-/// The catalogue's record of the part that `arg` asks for; empty when there is none.
+/// The catalogue's record of the part in `arg`; empty when there is none.
 DEV::ChipInfo chipOf(const OxaArg& arg);
 
 /// The file name of the control-core top that the device needs.
@@ -16,7 +16,7 @@ QString controlTopName(const DEV::ChipInfo& chip);
 /// Whether the device has distributed memory.
 bool hasShadowSram(const DEV::ChipInfo& chip);
 
-/// Whether the device is one of those whose "ZV" variant the cores have to know about, and is that.
+/// Whether the device is a "ZV" variant that the cores have to be configured for.
 bool needsZvDefine(const DEV::ChipInfo& chip);
 
 }

@@ -1,7 +1,7 @@
 #ifndef OXAUTILS_GENERATE_FILE_NAMES_H
 #define OXAUTILS_GENERATE_FILE_NAMES_H
 
-/// What generated files and directories are called; the installed cores include them by name.
+/// The names of generated files and directories; the installed cores include them by name.
 namespace OXA {
 
 constexpr char AO_CAPTUREINIT_FILE_NAME[] = "qx_ao_init.v";
@@ -19,7 +19,7 @@ constexpr char NAME_AO[] = "ao_"; ///< a core's directory, followed by its posit
 constexpr char BOARD_DIR[] = "board"; ///< what a family of devices needs beside the analyzer
 constexpr char NAME_CON[] = "ao_control"; ///< the control core's directory
 
-/// What programs leave at the top of a work directory; drivers empty around it.
+/// A file at the top of a work directory that marks it as such; emptying the directory keeps it.
 constexpr char WORK_DIR_MARK[] = ".oxa-generated";
 
 }

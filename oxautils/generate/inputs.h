@@ -8,7 +8,7 @@
 
 namespace OXA {
 
-/// What a run of `arg` reads, and so must not lose.
+/// The inputs of a run of `arg`, which it must not delete.
 inline OXA_FILES::Inputs inputsOf(const OxaArg& arg)
 {
     return {
@@ -17,8 +17,8 @@ inline OXA_FILES::Inputs inputsOf(const OxaArg& arg)
     };
 }
 
-/// The same for a program, which must not lose itself either, nor what is installed with it, the
-/// user's home and `more` files that it reads.
+/// The same for a program with installed data in `dataDir`: also the program itself, the user's
+/// home and `more` input files.
 inline OXA_FILES::Inputs inputsOf(const OxaArg& arg, const QStringList& more)
 {
     OXA_FILES::Inputs inputs = inputsOf(arg);
@@ -27,8 +27,8 @@ inline OXA_FILES::Inputs inputsOf(const OxaArg& arg, const QStringList& more)
     return inputs;
 }
 
-/// Whether a run that reads `inputs` may empty the directory `path`; `lost` is the input that it
-/// would lose.
+/// Whether a run with `inputs` may empty the directory `path`; `lost` is the input that would be
+/// deleted.
 OXAUTILS_EXPORT WorkDirFault workDirFault(
     const QString& path, const OXA_FILES::Inputs& inputs, QString& lost);
 

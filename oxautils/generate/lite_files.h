@@ -8,7 +8,7 @@
 
 namespace OXA {
 
-// Only the first core of a Lite configuration becomes hardware; the others' signals become ports.
+// Only the first core of a Lite configuration is built; the signals of the others become ports.
 
 /// Writes the control core's define file below the work directory. False, with a critical message,
 /// when it cannot be written.

@@ -6,8 +6,8 @@
 
 namespace OXA {
 
-/// How many cells of each type the netlist `path` holds, as our synthesis engine writes netlists:
-/// one module, a cell a statement. Empty when it cannot be read.
+/// The number of cells of each type in the netlist `path`, written by our synthesis engine: one
+/// module, a statement for each cell. Empty when it cannot be read.
 QMap<QString, int> cellCounts(const QString& path);
 
 }

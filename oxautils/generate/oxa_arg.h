@@ -7,15 +7,15 @@
 
 namespace OXA {
 
-/// A generation request. Hosts fill it by position, so the order of the fields stays.
+/// A generation request. Hosts fill it by position, so the order of the fields is fixed.
 struct OXAUTILS_EXPORT OxaArg {
-    QString configFile; ///< the analyzer configuration; the ending "oxa" matters to depth registers
+    QString configFile; ///< the analyzer configuration; depth registers depend on its suffix "oxa"
     QString outputFile; ///< the netlist that synthesis writes
     QString device; ///< the part number: first key into the device catalogue
     QString package; ///< the device name, "QX1N-9": second key into the device catalogue
-    QString workDir; ///< where everything generated goes; emptied by every run
+    QString workDir; ///< for all generated files; every run empties it
     QString ipDir; ///< root of the installed cores; only read
-    QString customTop; ///< not empty: the host brings its own top (see OxaPrepare)
+    QString customTop; ///< not empty: the host has its own top (see OxaPrepare)
 };
 
 }

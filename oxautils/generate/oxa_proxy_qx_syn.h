@@ -21,19 +21,19 @@ public:
     explicit OXAProxyQxSyn(QObject* parent);
     ~OXAProxyQxSyn() override;
 
-    /// Empties the work directory, generates into it, and blocks until synthesis ended. 0 when the
-    /// netlist is written; 1 when synthesis failed (see `errorMessages`); -1 when the configuration
-    /// has no core or no known mode. Also -1, with a critical message and nothing removed, when the
-    /// configuration is no XML that can be read, when the work directory has no name, holds what
-    /// the run reads or lies in the installed cores, and when the netlist would replace what the
-    /// run reads. The top wrapper is always ours: `customTop` does not count here.
+    /// Empties the work directory, generates into it, and blocks until synthesis has ended. 0 when
+    /// the netlist is written; 1 when synthesis failed (see `errorMessages`); -1 when the
+    /// configuration has no core or no known mode. Also -1, with a critical message and nothing
+    /// removed, when the configuration cannot be read as XML, when the work directory's name is
+    /// empty, or it contains an input or is in the installed cores, and when the netlist would
+    /// replace an input. The top wrapper is always generated: `customTop` is not used.
     int startGenerate(OxaArg arg);
 
-    /// Stops the run that is going on, and no other. From any thread. Between runs this is the
-    /// synthesis proxy's affair; ours keeps its first run from starting.
+    /// Stops the current run only. From any thread. Between runs the call goes to the synthesis
+    /// proxy; ours then does not start its first run.
     void tryToStop();
 
-    /// The engine's messages of the last run, when it failed.
+    /// The engine's messages of the last run, if it failed.
     QStringList errorMessages() const;
 
 private:

@@ -11,7 +11,7 @@
 
 namespace OXA {
 
-/// What an OXAProxyQxSyn works with. `proxy` belongs to that object as its child.
+/// The state of an OXAProxyQxSyn, which owns `proxy` as its child.
 struct _oxa_proxy_qxsyn {
     NorvoSyn::QxSynthesisSyncProxy* proxy = nullptr;
     QStringList errors;
@@ -22,8 +22,8 @@ struct _oxa_proxy_qxsyn {
     bool std_synthesize(OxaArg arg, QList<AoCore*> cores);
     bool lite_synthesize(OxaArg arg, QList<AOCore_Lite*> cores);
 
-    // Until its files are written, a run is stopped here: the engine has none to stop yet, and
-    // would keep the stop for a later one.
+    // Until its files are written, a run is stopped here: the engine is not running yet, and would
+    // apply the stop to a later run.
     void beginFiles();
     bool endFiles(); ///< whether the run was stopped meanwhile
     bool stopFiles(); ///< false when no files are being written

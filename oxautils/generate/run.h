@@ -10,17 +10,17 @@
 
 namespace OXA {
 
-/// Empties the work directory of `arg`, but for the mark of programs, and tells the configuration's
-/// mode. False, with a critical message and nothing removed, when the directory has no name, holds
-/// what the run reads or lies in the installed cores, and when the configuration is no XML that can
-/// be read.
+/// Empties the work directory of `arg`, except for its mark, and reads the configuration's mode.
+/// False, with a critical message and nothing removed, when the directory's name is empty, or it
+/// contains an input or is in the installed cores, and when the configuration cannot be read as
+/// XML.
 bool clearWorkDir(const OxaArg& arg, OxaMode& mode);
 
-/// False, with a critical message, when the netlist would replace what the run reads.
+/// False, with a critical message, when the netlist would replace an input of the run.
 bool mayWriteOutput(const OxaArg& arg);
 
-/// The cores of the Lite file `path`, none (with a critical message) when its version is no
-/// version: exceptions stay inside the library.
+/// The cores of the Lite file `path`; none, with a critical message, when its version is not valid.
+/// No exception leaves the library.
 QList<AOCore_Lite*> readLiteCores(const QString& path);
 
 /// Writes the sums of the cores' names into the work directory.

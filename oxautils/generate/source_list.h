@@ -7,18 +7,17 @@
 
 namespace OXA {
 
-/// The installed sources of `coreCount` Standard cores, then the control-core top that the device
-/// needs. Plain concatenations, not cleaned.
+/// The installed sources of `coreCount` Standard cores, then the control-core top for the device.
+/// Paths are concatenated, not cleaned.
 QStringList standardSources(const OxaArg& arg, int coreCount);
 
-/// The same for Lite: one core's sources whatever the number of cores.
+/// The same for Lite: the sources of one core for any number of cores.
 QStringList liteSources(const OxaArg& arg);
 
 /// The generated wrapper.
 QString topWrapperPath(const OxaArg& arg);
 
-/// The directories that includes are looked up in, cleaned: the work directory, then the installed
-/// cores of the mode.
+/// The include directories, cleaned: the work directory, then the installed cores of the mode.
 QStringList standardIncludePaths(const OxaArg& arg);
 QStringList liteIncludePaths(const OxaArg& arg);
 

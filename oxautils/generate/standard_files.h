@@ -9,9 +9,9 @@
 
 namespace OXA {
 
-/// `name` as a reference in Verilog (IEEE 1364, escaped identifiers): with a backslash and a blank
-/// around it when it holds anything but letters, digits, "_" and "$". Empty names and those that
-/// begin with a backslash stay as they are.
+/// `name` as a reference in Verilog (IEEE 1364, escaped identifiers): with a backslash before and a
+/// space after it when it has other characters than letters, digits, "_" and "$". Empty names and
+/// those that begin with a backslash are not changed.
 OXAUTILS_EXPORT QString escapedSignalName(const QString& name);
 
 /// Writes the control core's two files below the work directory. False, with a critical message,
@@ -19,8 +19,8 @@ OXAUTILS_EXPORT QString escapedSignalName(const QString& name);
 OXAUTILS_EXPORT bool std_generateFileForAoCtrl(const OxaArg& arg, const QList<AoCore*>& cores);
 
 /// Writes the defines, parameters, expressions and initial values of every core below the work
-/// directory: into the directory of its position, under the name of its index. False, with a
-/// critical message, at the first file that cannot be written; what was written stays.
+/// directory: in the directory of its position, under the name of its index. False, with a critical
+/// message, at the first file that cannot be written; the files before it are kept.
 OXAUTILS_EXPORT bool std_generateFilesForAoCore(const OxaArg& arg, const QList<AoCore*>& cores);
 
 /// Writes the top wrapper: the JTAG primitive, the control core and the analyzer cores, with every

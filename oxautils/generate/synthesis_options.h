@@ -7,7 +7,7 @@
 
 namespace OXA {
 
-/// Option lines for hosts that drive an engine of their own; no request of this library holds them.
+/// Option lines for hosts that run another engine; this library's requests do not use them.
 OXAUTILS_EXPORT extern const QStringList COMMON_SYN_OPTIONS;
 
 }

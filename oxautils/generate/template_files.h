@@ -6,9 +6,9 @@
 
 namespace OXA {
 
-/// Writes a module that instantiates the wrapper of `configuration` and has vectors under readable
-/// names for its ports, and the same as a component of VHDL, each with an instance to paste. False,
-/// with a critical message, when a file cannot be written.
+/// Writes a module that instantiates the wrapper of `configuration` and has vectors with readable
+/// names as ports, and the same as a VHDL component, each with an instance to copy. False, with a
+/// critical message, when a file cannot be written.
 bool writeTemplates(const OxaArg& arg, const Configuration& configuration);
 
 }

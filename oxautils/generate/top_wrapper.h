@@ -15,8 +15,8 @@ namespace OXA {
 /// `names` as references in Verilog.
 QStringList escapedSignalNames(const QStringList& names);
 
-/// The signal part of a connection: the name alone, or all in braces, most significant first.
-/// Expects escaped names.
+/// The signals of a connection: one name, or several in braces, most significant first. Expects
+/// escaped names.
 QString concatenation(const QStringList& escapedNames);
 
 /// Logs the first of `wordFaults` as a critical message, when there is one.

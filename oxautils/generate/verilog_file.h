@@ -8,12 +8,12 @@
 
 namespace OXA {
 
-/// Writes the file `path`, in UTF-8, as `write` fills it. Logs `failure` at critical level and is
-/// false when the file cannot be opened or holds less than was written to it.
+/// Writes the file `path`, in UTF-8, with the content from `write`. False, with `failure` logged at
+/// critical level, when the file cannot be opened or not be written completely.
 bool writeVerilogFile(
     const QString& path, const QString& failure, const std::function<void(QTextStream&)>& write);
 
-/// The same for the file `name` of `directory`, which is made when it does not exist.
+/// The same for the file `name` of `directory`, which is created when it does not exist.
 bool writeVerilogFile(
     const QString& directory, const char* name, const std::function<void(QTextStream&)>& write);
 

@@ -7,28 +7,28 @@
 
 namespace OXA {
 
-/// Whether the directory `path` holds files, and no mark says that an earlier run made them.
+/// Whether the directory `path` contains files and has no mark of an earlier run.
 OXAUTILS_EXPORT bool holdsForeignFiles(const QString& path);
 
 /// Why a run may not empty a directory.
 enum class WorkDirFault {
     None,
     NoName,
-    NoDirectory, ///< it is something else
-    HoldsInput, ///< or lies in one
-    HoldsForeignFiles, ///< unless the user has said that they may go
+    NoDirectory, ///< it is not a directory
+    HoldsInput, ///< it contains an input, or is in one
+    HoldsForeignFiles, ///< it contains files of others
 };
 
-/// A work directory that belongs to a run, for as long as this object lives.
+/// A work directory that a run has claimed, during the lifetime of this object.
 class OXAUTILS_EXPORT WorkDir {
 public:
     WorkDir() = default;
     ~WorkDir();
     Q_DISABLE_COPY(WorkDir)
 
-    /// Makes the directory `path` when there is none, and leaves the mark in it, before anything is
-    /// removed: what a killed run leaves can be emptied by the next. False, with `error`, when
-    /// another run has it or nothing can be written there.
+    /// Creates the directory `path` when it does not exist, and writes the mark before anything is
+    /// removed, so that the next run can empty what a killed run leaves. False, with `error`, when
+    /// another run uses it or it cannot be written.
     bool claim(const QString& path, QString* error);
 
 private:

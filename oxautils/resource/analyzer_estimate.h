@@ -27,11 +27,12 @@ struct OXAUTILS_EXPORT AnalyzerAmounts {
     qint64 shadowSram = 0; ///< blocks of 64 bits
 };
 
-/// What a whole analyzer takes, with its control core and wrapper, before it is built: look-up
-/// tables, registers, and the memories for samples and expression tables (docs/estimates.md).
+/// The resources that a whole analyzer needs, with its control core and wrapper, before it is
+/// built: look-up tables, registers, and the memories for samples and expression tables
+/// (docs/estimates.md).
 class OXAUTILS_EXPORT AnalyzerEstimate {
 public:
-    /// An empty record stands for a part with blocks of 18 kbit and with shadow SRAM.
+    /// An empty record is a part with blocks of 18 kbit and with shadow SRAM.
     explicit AnalyzerEstimate(const DEV::ChipInfo& part);
     ~AnalyzerEstimate();
 
@@ -47,11 +48,11 @@ private:
     std::unique_ptr<State> m_state;
 };
 
-/// What the analyzer of `configuration` will take of the part.
+/// The resources that the analyzer of `configuration` needs on the part.
 OXAUTILS_EXPORT AnalyzerAmounts estimateOf(
     const OXA::Configuration& configuration, const DEV::ChipInfo& part);
 
-/// What the part has. Look-up tables or registers that the catalogue does not tell are 0.
+/// What the part has; 0 for look-up tables or registers that the catalogue does not contain.
 OXAUTILS_EXPORT AnalyzerAmounts amountsOf(const DEV::ChipInfo& part);
 
 /// One of the amounts.

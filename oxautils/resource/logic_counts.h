@@ -76,7 +76,7 @@ struct LogicCounts {
     QHash<QString, unsigned> stages;
 };
 
-// Each counts one more core, to be built on `part`. An empty record stands for a part with blocks
+// Each counts one more core, to be built on `part`. An empty record is a part with blocks
 // of 18 kbit and with shadow SRAM.
 void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo& part);
 void countCore(LogicCounts& counts, const OXA::AOCore_Lite& core, const DEV::ChipInfo& part);

@@ -14,16 +14,15 @@ namespace OXA {
 ///
 /// The table is share/device/pn_voltage.csv beside the program's own folder: a row is a device, a
 /// supply variant and a package ("ALL" for every one), then for each supply its choices
-/// ("1.8V/3.3V"), minimum and maximum, and a note on shorts. The first row that fits the part
-/// counts; rows end with the first empty line. It is read once, by the constructor: without the
-/// table, which is a critical message, or a row, every text and list is empty and nothing is
-/// shorted.
+/// ("1.8V/3.3V"), minimum and maximum, and a note on shorts. The first row for the part is used;
+/// rows end with the first empty line. The constructor reads it once: without the table, which is a
+/// critical message, or a row, every text and list is empty and nothing is shorted.
 class OXAUTILS_EXPORT Voltage {
 public:
     /// Finds the row of the part that the device database has under `partNumber` and `deviceName`.
     Voltage(const QString& deviceName, const QString& partNumber);
 
-    /// The row's columns as they stand, the last one with its line ending; empty without a row.
+    /// The row's columns unchanged, the last one with its line ending; empty without a row.
     QStringList data;
 
     /// The text of a column, counted from 0; empty when the row has none.
@@ -36,13 +35,13 @@ public:
     QString getVCCLDOMin() const;
     QString getVCCLDOMax() const;
 
-    /// The numbers of a supply's choices, without units; a choice without a number is left out.
+    /// The numbers of a supply's choices, without units; choices without a number are omitted.
     QStringList getVCCOptionalValues() const;
     QStringList getVCCXOptionalValues() const;
     QStringList getVCCLDOOptionalValues() const;
 
-    /// A supply's first choice as a number, or its only choice as it is written ("1.2V"). Empty
-    /// when no choice has a number.
+    /// A supply's first choice as a number, or its only choice as in the table ("1.2V"). Empty when
+    /// no choice has a number.
     QString getVCCDefaultValue() const;
     QString getVCCXDefaultValue() const;
     QString getVCCLDODefaultValue() const;

@@ -30,7 +30,7 @@ public:
     /// The next row, empty at the end and at an error.
     CsvRow next();
 
-    /// Why the text cannot be taken apart; empty when it can. `line` and `column` say where.
+    /// The error; empty when there is none. `line` and `column` are its place.
     QString error() const { return m_error; }
     int line() const { return m_line; }
     int column() const { return m_position - m_lineStart + 1; }

@@ -13,9 +13,9 @@
 
 namespace DEV {
 
-/// What names an orderable part.
+/// The names of an orderable part.
 struct OXADEV_EXPORT DeviceArg {
-    QString partNumber; ///< as it is ordered
+    QString partNumber; ///< for orders
     QString series; ///< the family
     QString name; ///< the device: the die and its version, "QX1N-9"
     QString grade; ///< temperature grade
@@ -33,22 +33,23 @@ struct OXADEV_EXPORT ChipInfo : DeviceArg {
 
 /// The device catalogue of the process.
 ///
-/// A host replaces it by defining this class's functions itself; the class therefore holds nothing
-/// (the catalogue is a matter of the source file), and no function is inline or virtual.
-/// `find` and `chips` may be called from any thread; `load` may run beside them.
+/// A host can replace it by defining this class's functions itself; so the class has no members
+/// (the catalogue is in the source file), and no function is inline or virtual. All functions can
+/// be called from any thread.
 class OXADEV_EXPORT DeviceDb {
 public:
     static DeviceDb& instance();
 
-    /// The part numbered `partNumber`, of the device `deviceName` where one number names several;
-    /// either may be empty, and then the other decides alone. An empty record when there is none.
+    /// The part with the number `partNumber`, of the device `deviceName` when several devices have
+    /// the number; when one of the two is empty, the other selects. An empty record when there is
+    /// none.
     ChipInfo find(const QString& partNumber, const QString& deviceName) const;
 
     /// Every part, in the order of the catalogue.
     QList<ChipInfo> chips() const;
 
-    /// Replaces the catalogue by the file `catalogue`. A file that cannot be read or holds a
-    /// malformed row changes nothing: false, and `error` (when given) says where and why.
+    /// Replaces the catalogue by the file `catalogue`. When it cannot be read or has a malformed
+    /// row, nothing changes: false, and `error` (if not null) has the place and the reason.
     bool load(const QString& catalogue, QString* error = nullptr);
 };
 

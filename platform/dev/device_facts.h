@@ -12,27 +12,27 @@ enum BlockKind : int {
     Blocks1N9C, ///< 18 kbit each; words of one and two bits take four
 };
 
-/// Which of the control core's tops a device needs.
+/// The control core's top for a device.
 enum ControlTop : int {
     TopCommon,
-    Top138, ///< of dies that are wider than a period of tck is long
-    Top6k, ///< of devices whose JTAG primitive takes the answer half a period of tck early
+    Top138, ///< for dies where signals take longer than a period of tck
+    Top6k, ///< for devices whose JTAG primitive samples the answer half a period of tck early
 };
 
-constexpr int kCatalogued = -1; ///< the catalogue's text tells how much shadow SRAM there is
-constexpr int kNoShadowSram = 0; ///< none is usable, whatever the catalogue says
+constexpr int kCatalogued = -1; ///< the amount of shadow SRAM is in the catalogue
+constexpr int kNoShadowSram = 0; ///< no usable shadow SRAM, even if the catalogue has some
 
-/// What the analyzer's rules know of a device, beside its record in the catalogue.
+/// What the analyzer's rules need of a device beside its record in the catalogue.
 struct DeviceFacts {
     const char* name; ///< of the device, with its version; compared exactly
     BlockKind blocks;
     int shadowBits; ///< usable bits of shadow SRAM, `kNoShadowSram` or `kCatalogued`
-    int extraStages; ///< samples by which the data depth register is lower than elsewhere
+    int extraStages; ///< samples by which the data depth register is lower
     ControlTop controlTop;
-    bool hasZv; ///< the cores have to know its "ZV" variant
+    bool hasZv; ///< the cores need a define for its "ZV" variant
 };
 
-/// Devices that are not here are as `kOtherDevices`. "QX5A-138" and "QX5A-138B" are two devices.
+/// Devices that are not here are like `kOtherDevices`. "QX5A-138" and "QX5A-138B" are two devices.
 constexpr DeviceFacts kDeviceFacts[] = {
     {"QX1A-1C",     Blocks18k,  kCatalogued,   1, TopCommon, false},
     {"QX1AN-1C",    Blocks18k,  kCatalogued,   1, TopCommon, false},
@@ -109,8 +109,8 @@ constexpr DeviceFacts kDeviceFacts[] = {
 
 constexpr DeviceFacts kOtherDevices = {"", Blocks18k, kCatalogued, 0, TopCommon, false};
 
-/// The row of the device named `name`, or `kOtherDevices`. No symbol of the catalogue's library is
-/// needed for it, so a host that replaces that library keeps these facts.
+/// The row of the device named `name`, or `kOtherDevices`. Needs no symbol of the catalogue's
+/// library, so a host that replaces that library keeps these facts.
 inline const DeviceFacts& deviceFacts(const QString& name)
 {
     for (const DeviceFacts& facts : kDeviceFacts) {

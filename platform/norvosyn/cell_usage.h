@@ -8,8 +8,8 @@ namespace NorvoSyn {
 
 struct TargetDevice;
 
-/// Compares the cells of a netlist with what the device has. A text for each kind of which there
-/// are too many; one text when the engine did not leave its count in `usageFile`.
+/// Compares the cells of a netlist with the device: a text for each resource that is exceeded, or
+/// one text when the engine did not write its count to `usageFile`.
 QStringList resourceProblems(const QString& usageFile, const TargetDevice& target);
 
 }

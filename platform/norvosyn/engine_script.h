@@ -8,8 +8,8 @@ namespace NorvoSyn {
 struct SynthesisRequest;
 struct TargetDevice;
 
-/// The engine's script for `request`: its settings, then the flow that all requests share
-/// (flow/flow.tcl). Plain ASCII, whatever the paths hold.
+/// The engine's script for `request`: its settings, then the flow for all requests (flow/flow.tcl).
+/// ASCII only, for all paths.
 QByteArray engineScript(const SynthesisRequest& request, const TargetDevice& target);
 
 }

@@ -9,11 +9,11 @@
 
 namespace NorvoSyn {
 
-/// One map of a request: hands out its values, and one complaint for each that is missing or of the
-/// wrong type (the result is then empty).
+/// Reads the values of one map of a request. A missing value, or one of the wrong type, is reported
+/// and read as empty.
 class MapReader {
 public:
-    /// `where` names the map in the complaints: nothing for the request itself, "device" for the
+    /// `where` is the map's name in the complaints: empty for the request itself, "device" for the
     /// map under that key. Complaints are appended to `problems`.
     MapReader(const QVariantMap& map, const QString& where, QStringList& problems);
 
@@ -21,7 +21,7 @@ public:
     std::optional<QVariantMap> map(const char* key);
     std::optional<QVariantList> list(const char* key);
 
-    /// Every text of a key that may be absent or repeated, the one inserted last first.
+    /// All texts of an optional, repeatable key, the last inserted first.
     QStringList texts(const char* key);
 
     void complain(const char* key, const QString& what);

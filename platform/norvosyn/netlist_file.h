@@ -5,9 +5,9 @@
 
 namespace NorvoSyn {
 
-/// Puts the engine's `netlist` in the place of `output`, at once: whoever reads `output` sees the
-/// old or the new one whole. False when there is no netlist or it cannot be written: `error` says
-/// which, and `output` is as it was.
+/// Moves the engine's `netlist` to `output` in one step, so that readers get the old or the new
+/// file. When there is no netlist or it cannot be written, the result is false, with the reason in
+/// `error`, and `output` is unchanged.
 bool deliverNetlist(const QString& netlist, const QString& output, QString* error);
 
 }

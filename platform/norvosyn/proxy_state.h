@@ -8,8 +8,8 @@
 
 namespace NorvoSyn {
 
-/// What a proxy knows from call to call: whether it runs, whether it is to stop, and the messages
-/// of the last run. A child of the proxy, which has no members; safe from any thread.
+/// The state of a proxy: whether it runs, whether it is to stop, and the messages of the last run.
+/// A child of the proxy, which has no members; thread-safe.
 class ProxyState : public QObject {
     Q_OBJECT
 
@@ -18,7 +18,7 @@ public:
 
     enum class Start : int { Granted, Stopped, Busy };
 
-    /// Asks for the next run. A stop that was asked for before the first one refuses it, once.
+    /// Requests the next run. A stop requested before the first run refuses it, once.
     Start begin();
     void end(const QStringList& messages);
 

@@ -15,30 +15,30 @@
 
 namespace NorvoSyn {
 
-/// Runs one synthesis at a time in a process of its own (OXA_SYNTHESIS_ENGINE names the program).
+/// Runs one synthesis at a time in a separate process (OXA_SYNTHESIS_ENGINE names the program).
 ///
-/// A host replaces the engine by defining these functions itself; the class therefore has no
-/// member (what it needs is a child object) and no virtual function of its own.
+/// A host can replace the engine by defining these functions itself; so the class has no members
+/// (its state is a child object) and no virtual functions of its own.
 class OXANORVOSYN_EXPORT QxSynthesisSyncProxy : public QObject {
     Q_OBJECT
 
 public:
     explicit QxSynthesisSyncProxy(QObject* parent);
 
-    /// Synthesizes `request` (keys: request_keys.h) and blocks until that ended. 0 is success: the
-    /// netlist stands in the request's output file. Anything else is a failure: the output file is
-    /// as it was, and `messages` says why.
+    /// Synthesizes `request` (keys: request_keys.h), and blocks until it has ended. 0: success, the
+    /// netlist is in the request's output file. Other values: failure, the output file is
+    /// unchanged, and `messages` has the reasons.
     int run(const QMap<QString, QVariant>& request);
 
-    /// Ends a run within a second, from any thread. Asked before a run, that run does not start;
-    /// asked after one, nothing happens.
+    /// Ends a run within a second, from any thread. Called before the first run, it refuses that
+    /// run; after a run it does nothing.
     void tryToStop();
 
-    /// The engine's errors and warnings of the last run, with file and line where it names them.
+    /// The engine's errors and warnings of the last run, with file and line when it reports them.
     QStringList messages() const;
 
 Q_SIGNALS:
-    /// From the thread of `run`: what is being done, and how far the whole is (0 to 100).
+    /// In the thread of `run`: the current stage, and the progress of the run (0 to 100).
     void progress(const QString& stage, int percent);
 };
 

@@ -4,7 +4,7 @@
 /// The keys of a synthesis request (see `QxSynthesisSyncProxy::run`).
 namespace NorvoSyn {
 
-constexpr char WORK_DIR[] = "work_dir"; ///< text: where scripts and logs go
+constexpr char WORK_DIR[] = "work_dir"; ///< text: directory for scripts and logs
 constexpr char PROJECT_NAME[] = "project_name"; ///< text
 constexpr char ARG_DEVICE[] = "device"; ///< map of the four ARG_DEVICE_ texts
 constexpr char ARG_DEVICE_PN[] = "pn";
@@ -14,8 +14,8 @@ constexpr char ARG_DEVICE_SPEED[] = "speed";
 constexpr char ARG_FILE[] = "files"; ///< list of maps with ARG_FILE_PATH and ARG_FILE_TYPE
 constexpr char ARG_FILE_PATH[] = "path";
 constexpr char ARG_FILE_TYPE[] = "type";
-constexpr char TYPE_VERILOG[] = "verilog"; ///< the one ARG_FILE_TYPE
-constexpr char ARG_OPTION[] = "options"; ///< map with repeated keys, the three OPT_ ones
+constexpr char TYPE_VERILOG[] = "verilog"; ///< the only ARG_FILE_TYPE
+constexpr char ARG_OPTION[] = "options"; ///< map with repeated keys, the three OPT_ keys
 constexpr char OPT_OUTPUT_VERILOG[] = "output_file"; ///< text: the netlist
 constexpr char OPT_DISABLE_IO[] = "disable_insert_pad"; ///< "1": no pad buffers at the ports
 constexpr char OPT_INCLUDE_PATH[] = "include_path"; ///< text, may be repeated

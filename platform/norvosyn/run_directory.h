@@ -6,10 +6,10 @@
 
 namespace NorvoSyn {
 
-/// Where one run's files are: the script and the log in the work directory, under the project's
-/// name, and all else in a directory of the project beside them, in which the engine is started.
+/// The files of one run: the script and the log in the work directory, named after the project, and
+/// all others in a directory of the project beside them, where the engine runs.
 ///
-/// What an earlier run of the project left is replaced. The destructor removes the engine's
+/// Replaces the files of an earlier run of the project. The destructor removes the engine's
 /// temporary files.
 class RunDirectory {
 public:
@@ -17,21 +17,21 @@ public:
     ~RunDirectory();
     Q_DISABLE_COPY(RunDirectory)
 
-    /// The one of `sources` that `prepare` or the run would remove or overwrite; empty when there
+    /// The first of `sources` that `prepare` or the run would remove or overwrite; empty when there
     /// is none.
     QString lost(const QStringList& sources) const;
 
-    /// Makes the directory with cells/ and flow/, and writes `script`. False when that is not
-    /// possible: `error` says what.
+    /// Creates the directory with cells/ and flow/, and writes `script`. False, with the reason in
+    /// `error`, on failure.
     bool prepare(const QByteArray& script, QString* error);
 
     QString path() const; ///< the engine's directory
-    QString scriptFromPath() const; ///< the script, seen from there
+    QString scriptFromPath() const; ///< the script, relative to that directory
     QString logFile() const;
-    QString netlist() const; ///< what the engine leaves when it succeeds
-    QString usage() const; ///< the cells of the netlist, counted, as JSON
+    QString netlist() const; ///< written by the engine on success
+    QString usage() const; ///< counts of the netlist's cells, as JSON
 
-    /// The directory for the engine's own temporary files, seen from `path`.
+    /// The directory for the engine's temporary files, relative to `path`.
     static QString temporaryName();
 
 private:

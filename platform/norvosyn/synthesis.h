@@ -9,14 +9,14 @@
 
 namespace NorvoSyn {
 
-/// What a run asks and tells while it goes on, all from its own thread.
+/// The hooks of a run, called in its thread.
 struct SynthesisHooks {
     std::function<bool()> stopAsked;
-    std::function<void(const QString& stage, int percent)> progress; ///< never goes back
+    std::function<void(const QString& stage, int percent)> progress; ///< never decreases
 };
 
-/// One synthesis from the request to the output file. False when it failed or was stopped: the
-/// output file is then as it was. `messages` gets errors and warnings, in either case.
+/// One synthesis from the request to the output file. False when it failed or was stopped; the
+/// output file is then unchanged. `messages` gets errors and warnings in both cases.
 bool synthesize(const QVariantMap& request, const SynthesisHooks& hooks, QStringList& messages);
 
 }

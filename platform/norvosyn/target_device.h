@@ -5,9 +5,9 @@
 
 namespace NorvoSyn {
 
-/// What synthesis has to know of a device.
+/// What synthesis needs of a device.
 struct TargetDevice {
-    bool known = false; ///< the device database has it; else the counts are 0
+    bool known = false; ///< the device is in the database; else the counts are 0
     int blockBits = 18432; ///< size of one block SRAM: 18432 or 9216, ninth bits included
     bool hasShadowSram = false;
     int luts = 0;
@@ -16,7 +16,7 @@ struct TargetDevice {
     int shadowBlocks = 0; ///< of 64 bits
 };
 
-/// The device of a part. An unknown one gets the common block size and no shadow SRAM.
+/// The device of a part. An unknown one has the common block size and no shadow SRAM.
 TargetDevice targetDevice(const QString& partNumber, const QString& deviceName);
 
 }

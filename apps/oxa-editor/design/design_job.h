@@ -12,7 +12,7 @@
 #include <functional>
 #include <memory>
 
-/// Reads designs in a thread of its own, one at a time.
+/// Reads designs in a separate thread, one at a time.
 class DesignJob : public QObject {
     Q_OBJECT
 
@@ -21,21 +21,21 @@ public:
 
     explicit DesignJob(QObject* parent = nullptr);
 
-    /// Stops what is running and waits for its end.
+    /// Stops reading and waits for its end.
     ~DesignJob() override;
 
     bool isRunning() const { return m_thread != nullptr; }
 
-    // Each begins to read, or does nothing while another design is being read.
+    // Each starts reading, or does nothing while another design is being read.
     void readSources(const OXA::DesignSources& sources);
     void readWaveform(const QString& path);
 
-    /// Ends the reading within a second; `finished` tells when.
+    /// Ends the reading within a second; `finished` follows.
     void stop() { m_stop = true; }
 
 Q_SIGNALS:
     void progress(const QString& stage, int percent);
-    void finished(const DesignJob::Tree& tree, const QString& error); ///< no tree: it failed
+    void finished(const DesignJob::Tree& tree, const QString& error); ///< null on failure
 
 private:
     void start(const std::function<bool(OXA::Design&, QString*)>& read);

@@ -9,9 +9,9 @@
 
 #include <memory>
 
-/// The signals of a design by hierarchy, as far as a filter finds them.
+/// The signals of a design by hierarchy, those that match a filter.
 ///
-/// Signals can be selected and dragged, scopes cannot; what cannot be watched is disabled.
+/// Signals can be selected and dragged, scopes cannot; signals that cannot be watched are disabled.
 class DesignModel : public QAbstractItemModel {
     Q_OBJECT
 
@@ -23,8 +23,8 @@ public:
     /// Shows `tree`, which may be null, without a filter.
     void setTree(const std::shared_ptr<const DesignTree>& tree);
 
-    /// Shows the signals that `filter` means, all of them when it is empty. False when these are
-    /// the same as before, and the rows stay.
+    /// Shows the signals that match `filter`; all when it is empty. False when these are the same
+    /// as before; the rows do not change then.
     bool setFilter(const QString& filter);
 
     int foundCount() const { return m_found.size(); }
@@ -35,7 +35,7 @@ public:
     /// The signals of `indexes`, in the order of the design.
     QList<OXA::SignalItem> items(const QModelIndexList& indexes) const;
 
-    /// A number that names the row of `index` as long as the tree is shown, and its row, if any.
+    /// A number for the row of `index`, valid while the tree is shown, and the row of a number.
     int nodeAt(const QModelIndex& index) const { return int(index.internalId()); }
     QModelIndex indexOf(int node) const;
 

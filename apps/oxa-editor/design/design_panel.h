@@ -19,18 +19,18 @@ class QListWidget;
 class QPushButton;
 class QTreeView;
 
-/// Reads the signals of the user's design, and offers them for the shown core.
+/// Reads the signals of the user's design, and offers them for the current core.
 class DesignPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit DesignPanel(Document& document, QWidget* parent = nullptr);
 
-    /// The core that signals are chosen for; null for none.
+    /// The core that signals are chosen for; may be null.
     void setCore(const CorePtr& core);
 
-    /// To be called when the user comes here: reads the design that is remembered, unless one is
-    /// there.
+    /// Call it when the panel is opened: reads the design listed in FILE.design, unless one is read
+    /// already.
     void begin();
 
     DesignSourcesForm* sources() const { return m_sources; }
@@ -65,7 +65,7 @@ private:
     Document& m_document;
     CorePtr m_core;
     DesignJob* m_job;
-    bool m_wanted = false; // what is being read
+    bool m_wanted = false; // the design being read
     DesignModel* m_model;
     QSet<int> m_expanded; // nodes, without a filter
 

@@ -12,8 +12,8 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 
-/// What the document's design is read from. It is remembered beside the document's file as soon as
-/// there is one (docs/designs.md).
+/// The sources of the document's design. They are saved beside the document's file as soon as it
+/// exists (docs/designs.md).
 class DesignSourcesForm : public QWidget {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ public:
 
     const OXA::DesignSources& sources() const { return m_sources; }
 
-    /// Adds `files`; of one that ends in ".f", the sources that it lists.
+    /// Adds `files`; for a file that ends in ".f", the sources that it lists.
     void add(const QStringList& files);
 
 Q_SIGNALS:
@@ -44,7 +44,7 @@ private:
     Document& m_document;
     OXA::DesignSources m_sources;
     QString m_rememberedFor; // the document's path
-    bool m_unreadable = false; // what is remembered; then it is not written over
+    bool m_unreadable = false; // the saved list; it is not replaced then
     QListWidget* m_files;
     QLabel* m_options;
     QLineEdit* m_top;

@@ -7,13 +7,12 @@
 
 #include <vector>
 
-/// A design that was read, and its hierarchy of scopes and signals. It never changes, so that
-/// threads may share it.
+/// The hierarchy of scopes and signals of a design. It never changes, so threads may share it.
 class DesignTree {
 public:
     /// A scope, or a signal, which has no children.
     struct Node {
-        int parent = -1; ///< comes before its children; -1 for the root
+        int parent = -1; ///< has a lower number than its children; -1 for the root
         int signal = -1; ///< in the design's items; -1 for a scope
         QString name; ///< the last component of the path
         QVector<int> children; ///< scopes before signals
@@ -26,13 +25,13 @@ public:
     const OXA::Design& design() const { return m_design; }
     const OXA::DesignIndex& index() const { return m_index; }
 
-    /// The root is the first; it stands for no scope.
+    /// The root is the first; it is not a scope.
     const std::vector<Node>& nodes() const { return m_nodes; }
     int nodeOf(int signal) const { return m_nodeOf.at(signal); }
 
-    /// The signals that `filter` means, ascending: a part of their paths in letters of any case, or
-    /// a pattern with '*' and '?' as everywhere. When the filter before found `before`, only those
-    /// are looked at when `filter` can mean no others.
+    /// The signals that match `filter`, ascending: part of a path, in upper or lower case, or a
+    /// pattern with '*' and '?'. `before`: the matches of `filterBefore`; when `filter` can match
+    /// no others, only these are searched.
     QVector<int> matching(const QString& filter, const QString& filterBefore = {},
         const QVector<int>& before = {}) const;
 
@@ -45,11 +44,11 @@ private:
     std::vector<Node> m_nodes;
     QVector<int> m_nodeOf;
     QHash<QString, int> m_scopes; // by path
-    QStringList m_keys; // of the signals: paths as `matching` compares them
+    QStringList m_keys; // the signals' paths as `matching` compares them
 };
 
-/// Whether a configuration can name the signal: a memory cannot be watched, and some characters
-/// cannot stand in its file.
+/// Whether a configuration can name the signal: not a memory, nor a name with characters that its
+/// file cannot contain.
 bool canBeWatched(const OXA::DesignSignal& signal);
 
 #endif

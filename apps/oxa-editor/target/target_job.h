@@ -6,22 +6,22 @@
 #include <QObject>
 #include <QThread>
 
-/// Visits a chip in a thread of its own, one run at a time.
+/// Accesses a chip in a separate thread, one run at a time.
 class TargetJob : public QObject {
     Q_OBJECT
 
 public:
     explicit TargetJob(QObject* parent = nullptr);
 
-    /// Stops what is running and waits for its end.
+    /// Stops the run and waits for its end.
     ~TargetJob() override;
 
     bool isRunning() const { return m_thread != nullptr; }
 
-    /// Begins a run; does nothing while another one is running.
+    /// Starts a run; does nothing during a run.
     void start(const TargetRequest& request);
 
-    /// Ends the run; what was captured is read, unless OpenOCD does not answer.
+    /// Ends the run; what was captured is read, if OpenOCD responds.
     void stop();
     void force();
 

@@ -17,37 +17,37 @@ class QPushButton;
 class QTreeWidget;
 class WaveView;
 
-/// Captures from a running chip with the settings that the window shows.
+/// Captures from a running chip with the shown settings.
 class TargetPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit TargetPanel(Document& document, QWidget* parent = nullptr);
 
-    /// A visit to the chip is going on, or `isSaving`.
+    /// A run, or `isSaving`.
     bool isRunning() const { return m_job->isRunning() || isSaving(); }
-    /// What was captured is being written to a file.
+    /// The samples are being written to a file.
     bool isSaving() const { return m_save->isRunning(); }
     WaveView* view() const { return m_view; }
     QTreeWidget* cores() const { return m_cores; }
     QListWidget* problems() const { return m_problems; }
 
-    /// Looks for the analyzer in the chip.
+    /// Finds the analyzer in the chip.
     void connectToChip() { start(false); }
-    /// Arms the chosen cores; their samples come when they have triggered.
+    /// Arms the chosen cores; reads their samples when they have triggered.
     void arm() { start(true); }
     void force();
     void stop();
 
-    /// Something was captured, and nothing is running.
+    /// There are samples, and nothing is running.
     bool canSave() const { return !isRunning() && !m_result.capture->empty(); }
-    /// Asks what to do with samples that came from the chip and were not saved since, and with a
-    /// run that is about to bring some. False when the user stays with them, or saving them failed.
+    /// Asks what to do with unsaved samples and with a run that may capture some. False when the
+    /// user cancelled, or saving failed.
     bool mayLoseSamples();
-    /// Asks for a file, and writes what was captured.
+    /// Asks for a file, and writes the samples.
     void save();
-    /// Writes what was captured to the file `path`, in the format that its ending names; goes on
-    /// in the background. A stop leaves the file as it was.
+    /// Writes the samples to the file `path`, in the format of its suffix, in the background. A
+    /// stop leaves the file unchanged.
     void saveTo(const QString& path);
 
 Q_SIGNALS:
@@ -74,11 +74,11 @@ private:
     TargetJob* m_job;
     SaveJob* m_save;
     QHash<QString, QString> m_builtFromOf; // by the document's path
-    QList<int> m_armed; // places of the cores that run
+    QList<int> m_armed; // positions of the cores that run
     TargetResult m_result;
     bool m_isUnsaved = false; // m_result
-    bool m_isArming = false; // the run: it may bring samples
-    bool m_isForeign = false; // the run: another document was shown when it began
+    bool m_isArming = false; // the run may capture samples
+    bool m_isForeign = false; // the run began with another document
     QLineEdit* m_address;
     QLineEdit* m_tap;
     QLineEdit* m_builtFrom;

@@ -12,51 +12,51 @@ namespace OXA {
 struct Configuration;
 }
 
-/// What to do with the analyzer in a chip.
+/// A request for a run on a chip.
 struct TargetRequest {
     QString address; ///< of OpenOCD's Tcl server, "HOST:PORT"
-    QString tap; ///< the device in the chain; empty: the one that has an analyzer
-    Cores cores; ///< as they are to run; nobody else's
-    QString configFile; ///< names them
+    QString tap; ///< the device in the chain; empty: the one with an analyzer
+    Cores cores; ///< with the wanted settings; not shared
+    QString configFile; ///< their file's name
     QString builtFrom; ///< the configuration file of the chip, when it is not `cores`
-    bool arm = false; ///< else the chip is only looked at
-    QList<int> chosen; ///< places of the cores to arm
+    bool arm = false; ///< else only find the analyzer
+    QList<int> chosen; ///< positions of the cores to arm
 };
 
-/// A core that was found in the chip.
+/// A core found in the chip.
 struct FoundCore {
     QString name;
     QString shape; ///< "18 signals, 1024 samples"
 };
 
-/// What a run found out.
+/// The result of a run.
 struct TargetResult {
-    QStringList problems; ///< nothing, or not all, was captured because of them
-    QStringList warnings; ///< what was captured is to be taken with care because of them
-    QStringList remarks; ///< one a core
+    QStringList problems; ///< reasons why not everything was captured
+    QStringList warnings; ///< reasons to doubt the samples
+    QStringList remarks; ///< one for each core
     std::vector<int> places; ///< of the captured cores
     std::shared_ptr<OXA_CAPTURE::Capture> capture = std::make_shared<OXA_CAPTURE::Capture>();
     std::vector<WaveformPtr> waveforms; ///< of the captured cores
 };
 
-/// One visit to a chip, from connecting to the samples. All of it happens in one thread, that
-/// calls `work`; others may use `stop` and `force`.
+/// One run on a chip, from connecting to the samples. One thread calls `work`; others may call
+/// `stop` and `force`.
 class TargetRun {
 public:
     explicit TargetRun(TargetRequest request);
 
-    /// Told when the analyzer was found: its cores, and what they are built from.
+    /// Called when the analyzer is found, with its cores and what they are built from.
     std::function<void(const QList<FoundCore>&, const QString& builtFrom)> found;
-    /// Told what each chosen core is doing, in the order of their places, whenever that changes.
+    /// Called when the state of a chosen core changes, with texts in the order of positions.
     std::function<void(const QStringList&)> progress;
 
     void work();
 
-    /// Ends the wait for triggers; what was captured is read, unless OpenOCD does not answer.
+    /// Ends the wait for triggers; what was captured is read, if OpenOCD responds.
     void stop() { m_stop = true; }
-    /// Ends all of it; what was captured is not needed.
+    /// Ends the run without reading.
     void abandon() { m_stop = m_abandoned = true; }
-    /// Triggers every core that waits for its trigger.
+    /// Forces the trigger of every core that waits for it.
     void force() { m_force = true; }
 
     const TargetResult& result() const { return m_result; }
@@ -69,7 +69,7 @@ private:
     void take(OXA_CAPTURE::CoreOutcome&& outcome);
 
     const TargetRequest m_request;
-    QList<OXA::AoCore*> m_cores; // of the request: one of the two
+    QList<OXA::AoCore*> m_cores; // of the request
     QList<OXA::AOCore_Lite*> m_liteCores;
     TargetResult m_result;
     std::atomic_bool m_stop {false};

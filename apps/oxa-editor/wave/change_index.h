@@ -5,18 +5,18 @@
 
 #include <vector>
 
-/// The samples at which something changes: a set that is quick to search, however many samples lie
-/// between two of them and however many changes there are.
+/// The samples at which something changes: a set that is fast to search for any number of samples
+/// and changes.
 class ChangeIndex {
 public:
     explicit ChangeIndex(qint64 samples = 0);
 
     void insert(qint64 sample);
 
-    /// Takes in the changes of `other`, which is about as many samples.
+    /// Adds the changes of `other`, which has the same number of samples.
     void unite(const ChangeIndex& other);
 
-    /// The first change at or behind `sample`; the number of samples when there is none.
+    /// The first change at or after `sample`; the number of samples when there is none.
     qint64 next(qint64 sample) const;
 
     /// The last change at or before `sample`; -1 when there is none.
@@ -24,8 +24,8 @@ public:
 
 private:
     qint64 m_samples;
-    // Level 0 has a bit a sample, each level above a bit a word of the one below: set when it has
-    // any.
+    // Level 0 has one bit for each sample. A level above has one bit for each word of the level
+    // below, set when that word is not 0.
     std::vector<std::vector<quint64>> m_levels;
 };
 

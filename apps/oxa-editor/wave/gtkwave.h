@@ -4,21 +4,21 @@
 #include "save_job.h"
 #include "waveform.h"
 
-/// Starts GTKWave, which goes on by itself, as soon as a file for it is written in the background.
+/// Writes a file in the background, then starts GTKWave, which runs independently.
 class GtkWave : public QObject {
     Q_OBJECT
 
 public:
     explicit GtkWave(QObject* parent = nullptr);
 
-    /// Gives a file up that is being written.
+    /// Stops writing a file.
     ~GtkWave() override;
 
-    /// Opens what was captured, or else all samples. Does nothing while a file is being written.
+    /// Opens the windows, or without windows all samples. Does nothing while a file is written.
     void open(const Waveform& waveform, double clockHz);
 
 Q_SIGNALS:
-    void said(const QString& text); ///< what goes on, or why nothing does
+    void said(const QString& text); ///< progress, or an error
 
 private:
     bool makeFile();

@@ -3,8 +3,7 @@
 
 #include <QString>
 
-/// Reads a frequency: "50 MHz", "50M", "32.768k", "27e6". False for anything else, and for one that
-/// is not above 0.
+/// Reads a frequency above 0: "50 MHz", "50M", "32.768k", "27e6". False for anything else.
 bool readFrequency(const QString& text, double& hertz);
 
 /// "12.5 MHz".

@@ -12,17 +12,17 @@
 
 #include <atomic>
 
-/// What to rehearse.
+/// The inputs of a rehearsal.
 struct RehearsalRequest {
     QString stimulus; ///< a VCD file
-    CorePtr core; ///< nobody else's, and never changed any more
-    OXA::OxaArg arg; ///< the device and the configuration file's name
+    CorePtr core; ///< not shared, and never changed
+    OXA::OxaArg arg; ///< device and name of the configuration file
 };
 
-/// What a core samples of a stimulus. Never changes once it is made.
+/// The samples of a core in a stimulus. Never changes once it is made.
 struct SampledStimulus {
     QString path;
-    QDateTime modified; ///< the file
+    QDateTime modified; ///< of the file
     OXA_CAPTURE::SampleRequest request;
     std::shared_ptr<const OXA_CAPTURE::SampleTable> samples;
     WaveRows rows;
@@ -30,24 +30,24 @@ struct SampledStimulus {
 
 struct RehearsalResult {
     WaveformPtr waveform; ///< null when the stimulus could not be sampled
-    QStringList problems; ///< what keeps the core from sampling or triggering
-    QStringList remarks; ///< what was captured, and what else there is to know
+    QStringList problems; ///< problems that prevent sampling or triggering
+    QStringList remarks; ///< windows, and warnings
 };
 
-/// Tells, in a thread of its own, what a core would capture of a stimulus. Requests may come as
-/// fast as somebody types: what was asked for last counts.
+/// Computes in a separate thread what a core would capture from a stimulus. A new request replaces
+/// the one before, so requests may come at every key press.
 class Rehearsal : public QObject {
     Q_OBJECT
 
 public:
     explicit Rehearsal(QObject* parent = nullptr);
 
-    /// Drops what is running and waits for its end.
+    /// Drops the run and waits for its end.
     ~Rehearsal() override;
 
     void ask(const RehearsalRequest& request);
 
-    /// Nothing is wanted any more of what was asked for.
+    /// Drops all requests.
     void drop();
 
     bool isBusy() const { return m_thread || m_delay.isActive(); }
@@ -63,11 +63,11 @@ private:
     void finish(const std::shared_ptr<Run>& run);
 
     RehearsalRequest m_request;
-    bool m_isWanted = false; // the request, which was not begun yet
+    bool m_isWanted = false; // the request is not started yet
     QTimer m_delay; // since the last request
     std::unique_ptr<QThread> m_thread;
     std::shared_ptr<std::atomic_bool> m_dropped; // of the running one
-    std::shared_ptr<const SampledStimulus> m_sampled; // most edits leave the samples as they are
+    std::shared_ptr<const SampledStimulus> m_sampled; // most edits do not change the samples
 };
 
 Q_DECLARE_METATYPE(RehearsalResult)

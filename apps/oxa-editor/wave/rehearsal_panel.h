@@ -16,18 +16,18 @@ class QLineEdit;
 class QListWidget;
 class WaveView;
 
-/// Shows what a core would capture of a stimulus, while its trigger is edited.
+/// Shows what a core would capture from a stimulus while its trigger is edited.
 class RehearsalPanel : public QWidget {
     Q_OBJECT
 
 public:
     explicit RehearsalPanel(Document& document, QWidget* parent = nullptr);
 
-    /// The core to rehearse; null for none.
+    /// The core to rehearse; may be null.
     void setCore(const CorePtr& core);
     void setPart(const DEV::ChipInfo& part);
 
-    /// The file of the waveform; it stays with the document as long as the program runs.
+    /// The waveform's file; remembered for the document while the program runs.
     void setStimulus(const QString& path);
     QString stimulus() const;
 

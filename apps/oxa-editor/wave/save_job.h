@@ -8,28 +8,28 @@
 
 #include <atomic>
 
-/// Writes captures to files in a thread of its own, one at a time.
+/// Writes captures to files in a separate thread, one at a time.
 class SaveJob : public QObject {
     Q_OBJECT
 
 public:
     explicit SaveJob(QObject* parent = nullptr);
 
-    /// Stops what is running and waits for its end.
+    /// Stops writing and waits for its end.
     ~SaveJob() override;
 
     bool isRunning() const { return m_thread != nullptr; }
 
-    /// Begins to write `capture`, which nobody changes until `finished`, in the format that the
-    /// ending of `path` names. Does nothing while another file is being written.
+    /// Starts writing `capture`, which must not change until `finished`, in the format of the
+    /// suffix of `path`. Does nothing while another file is being written.
     void start(const QString& path, const std::shared_ptr<const OXA_CAPTURE::Capture>& capture);
 
-    /// Gives the file up, which then stays as it was; `finished` tells when.
+    /// Stops writing; the file is not changed. `finished` follows.
     void stop() { m_stop = true; }
 
 Q_SIGNALS:
     void progress(const QString& path, int percent);
-    void finished(const QString& path, const QString& error); ///< without an error: written
+    void finished(const QString& path, const QString& error); ///< empty `error`: written
 
 private:
     std::unique_ptr<QThread> m_thread;

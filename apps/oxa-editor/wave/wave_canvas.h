@@ -8,13 +8,13 @@
 class QTreeView;
 class WaveModel;
 
-/// The samples of a waveform, drawn beside the rows of a tree and at their height: a ruler, the
+/// The samples of a waveform, drawn beside the rows of a tree at the same height: a ruler, the
 /// windows and their triggers, two cursors.
 class WaveCanvas : public QWidget {
     Q_OBJECT
 
 public:
-    /// Looks at `rows`, which shows `model`; both have to stay.
+    /// Shows `rows`, the view of `model`; both must outlive this.
     WaveCanvas(QTreeView& rows, WaveModel& model, QWidget* parent = nullptr);
 
     const WaveScale& scale() const { return m_scale; }
@@ -22,15 +22,15 @@ public:
     void zoom(double factor, double x);
     void moveTo(double firstSample);
 
-    /// Another waveform is shown: what is seen stays, unless all was seen, or the length is
-    /// another.
+    /// Call it for another waveform: the visible range stays, unless everything was visible or the
+    /// length changes.
     void waveformChanged(qint64 samplesBefore);
 
     /// Samples of the two cursors; -1 for one that is not set.
     qint64 cursor(int which) const { return m_cursors[which]; }
     void setCursor(int which, qint64 sample);
 
-    /// Brings a sample into sight.
+    /// Scrolls to a sample.
     void reveal(qint64 sample);
 
     QSize sizeHint() const override;
@@ -65,10 +65,10 @@ private:
     QTreeView& m_rows;
     WaveModel& m_model;
     WaveScale m_scale;
-    bool m_fitted = true; // and stays so when the size changes
+    bool m_fitted = true; // all samples are shown, also after a resize
     qint64 m_cursors[2] = {-1, -1};
-    int m_dragged = 0; // cursor that follows the mouse
-    double m_panFrom = 0; // sample that the mouse took hold of
+    int m_dragged = 0; // cursor that is dragged
+    double m_panFrom = 0; // sample at the start of a pan
 };
 
 #endif

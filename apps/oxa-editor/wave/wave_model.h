@@ -6,7 +6,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 
-/// The rows of a waveform, the bits of a bus below it, with their values at one sample.
+/// The rows of a waveform, with the bits of a bus below it, and their values at one sample.
 class WaveModel : public QAbstractItemModel {
     Q_OBJECT
 
@@ -17,17 +17,17 @@ public:
 
     const WaveformPtr& waveform() const { return m_waveform; }
 
-    /// Shows `waveform`, never null. When its rows are named as those before, indexes stay valid.
+    /// Shows `waveform`, never null. Indexes stay valid when the rows' names are the same.
     void setWaveform(WaveformPtr waveform);
 
     const WaveRow* row(const QModelIndex& index) const;
 
     Radix radix(const QModelIndex& index) const;
 
-    /// How the values of a bus are written, in every later waveform that has it, too.
+    /// The radix of a bus, also in later waveforms.
     void setRadix(const QModelIndex& index, Radix radix);
 
-    /// The sample of the values.
+    /// The sample whose values are shown.
     void setSample(qint64 sample);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;

@@ -12,7 +12,7 @@
 class QPainter;
 class QPalette;
 
-/// Colors that are told apart on the palette's background, light or dark.
+/// Colors that can be distinguished on the palette's background, light or dark.
 struct WaveColors {
     QColor signal;
     QColor bus;
@@ -30,11 +30,11 @@ struct WaveColors {
 
 WaveColors waveColors(const QPalette& palette);
 
-/// The font of values: of one pitch, and of the size of the program's font.
+/// The font of values: fixed pitch, in the size of the program's font.
 QFont valueFont();
 
-/// Draws the rows of a waveform between two pixels. What a frame takes grows with its pixels, not
-/// with the samples behind them: the shapes of all rows are collected and drawn together.
+/// Draws the rows of a waveform between two pixels. The time grows with the pixels, not with the
+/// samples: the shapes of all rows are collected and drawn together.
 class WavePainter {
 public:
     WavePainter(const WaveScale& scale, qint64 samples, int left, int right, const QFont& font);
@@ -70,9 +70,9 @@ private:
     const QRawFont m_font;
     int m_digitWidth = 1;
     QVector<quint32> m_glyphOf; // of a character
-    QVector<QRect> m_lines[Inks]; // as rectangles, which are quick at every scale of the screen
+    QVector<QRect> m_lines[Inks]; // rectangles are fast at every scale of the screen
     QVector<QRect> m_fills[Inks];
-    QVector<QRect> m_busy[Inks]; // several changes a pixel
+    QVector<QRect> m_busy[Inks]; // several changes in a pixel
     QVector<quint32> m_glyphs;
     QVector<QPointF> m_glyphPlaces;
 };

@@ -5,17 +5,17 @@
 
 #include <cmath>
 
-/// Which samples are seen where: sample s takes the pixels from `xOf(s)` to `xOf(s + 1)`.
+/// The mapping of samples to pixels: sample s is between `xOf(s)` and `xOf(s + 1)`.
 class WaveScale {
 public:
     double xOf(double sample) const { return (sample - m_first) * m_pixels; }
     double sampleAt(double x) const { return m_first + x / m_pixels; }
 
-    double first() const { return m_first; } ///< at the left edge, with its fraction
-    double pixels() const { return m_pixels; } ///< a sample
+    double first() const { return m_first; } ///< sample at the left edge, with a fraction
+    double pixels() const { return m_pixels; } ///< for each sample
     double visible() const { return m_width / m_pixels; } ///< samples
 
-    /// The whole of `samples` in `width` pixels, at the widest scale that shows all.
+    /// Fits all `samples` into `width` pixels.
     void fit(qint64 samples, int width)
     {
         m_samples = double(qMax(samples, qint64(1)));
@@ -24,7 +24,7 @@ public:
         m_first = 0;
     }
 
-    /// Another size of the same, with the same sample at the left edge as far as that goes.
+    /// Changes the size; the sample at the left edge stays when possible.
     void resize(qint64 samples, int width)
     {
         m_samples = double(qMax(samples, qint64(1)));
@@ -32,7 +32,7 @@ public:
         zoom(1, 0);
     }
 
-    /// `factor` times the pixels a sample; what is seen at `x` stays there as far as that goes.
+    /// Multiplies the pixels for each sample by `factor`; the sample at `x` stays when possible.
     void zoom(double factor, double x)
     {
         const double fixed = sampleAt(x);
@@ -46,7 +46,7 @@ public:
     }
 
 private:
-    static constexpr double kLargest = 400; // pixels a sample: room for the digits of a wide bus
+    static constexpr double kLargest = 400; // pixels for each sample; fits a wide bus
 
     double smallest() const { return std::fmin(m_width / m_samples, kLargest); }
 

@@ -5,8 +5,8 @@
 
 #include <vector>
 
-/// Some bits, each 0, 1 or unknown. Word 0 holds the least significant ones; an unknown bit's value
-/// is 0.
+/// Bits that are 0, 1 or unknown. Word 0 contains the least significant bits; an unknown bit has
+/// the value 0.
 struct WaveValue {
     int width = 0; ///< bits
     std::vector<quint64> value;
@@ -20,24 +20,24 @@ enum class Radix { Binary, Octal, Decimal, Signed, Hexadecimal, Text };
 
 constexpr int kRadixes = 6;
 
-/// The radix as its user knows it, "Hexadecimal".
+/// The radix as shown to users, such as "Hexadecimal".
 QString radixName(Radix radix);
 
-/// The value's digits: all of them in radixes of whole bits, with "x" for one that is unknown;
-/// without leading zeros in the decimal ones, "x" when any bit is unknown. As text a character a
-/// byte.
+/// The digits of the value: binary, octal and hexadecimal with leading zeros and "x" for a digit
+/// with unknown bits; decimal without leading zeros, "x" when any bit is unknown; text with one
+/// character for each byte.
 QString valueText(const WaveValue& value, Radix radix);
 
-/// Values that are looked for.
+/// A set of values to search for.
 struct WavePattern {
     std::vector<quint64> value;
-    std::vector<quint64> care; ///< bits that count
+    std::vector<quint64> care; ///< bits that are compared
 
     bool matches(const WaveValue& candidate) const;
 };
 
-/// Reads what a user looks for: digits of `radix`, `x` or `?` for any digit, fewer digits than the
-/// value has for a small one. False for anything that is no value of `width` bits.
+/// Reads a value to search for: digits of `radix`, with `x` or `?` for any digit; leading zeros may
+/// be omitted. False when it is not a value of `width` bits.
 bool readPattern(const QString& text, Radix radix, int width, WavePattern& pattern);
 
 #endif

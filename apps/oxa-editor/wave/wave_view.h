@@ -17,16 +17,15 @@ class QTreeView;
 class WaveCanvas;
 class WaveModel;
 
-/// Shows waveforms: the rows with their values at cursor A, the samples beside them, and what a
-/// user does with them.
+/// Shows waveforms: the rows with their values at cursor A, and the samples beside them.
 class WaveView : public QWidget {
     Q_OBJECT
 
 public:
     explicit WaveView(QWidget* parent = nullptr);
 
-    /// Shows `waveform`, never null; what the user chose (radixes, expanded buses, zoom, cursors)
-    /// stays as far as it applies.
+    /// Shows `waveform`, never null. The user's choices (radixes, expanded buses, zoom, cursors)
+    /// stay where they apply.
     void setWaveform(const WaveformPtr& waveform);
     WaveformPtr waveform() const;
 
@@ -36,14 +35,14 @@ public:
     /// The sample clock in Hz, for times; 0: unknown.
     double clock() const { return m_clockHz; }
 
-    /// Finds the next (`step` 1) or previous (-1) change of the current row to the value that is
-    /// looked for, or to any, and puts cursor A there.
+    /// Moves cursor A to the next (`step` 1) or previous (-1) change of the current row to the
+    /// wanted value, or without one to any change.
     void find(int step);
 
     void setRadix(Radix radix);
     void copyPicture();
 
-    /// Hands what was captured, or else all samples, to GTKWave.
+    /// Opens the windows, or without windows all samples, in GTKWave.
     void openInGtkWave();
 
 private:

@@ -8,16 +8,16 @@
 
 #include <memory>
 
-/// A line of a waveform: what a signal, a bus or an event was at consecutive samples. Never changes
-/// once it is made, so threads may share it.
+/// A row of a waveform: the values of a signal, a bus or an event at consecutive samples. Never
+/// changes once it is made, so threads may share it.
 struct WaveRow {
     QString name;
-    bool isEvent = false; ///< of the trigger; unknown then means that it was not looked for
+    bool isEvent = false; ///< of the trigger; unknown values were not computed
     std::shared_ptr<const OXA_CAPTURE::SampleTable> samples;
     int field = 0; ///< of the samples
     int firstBit = 0; ///< in the field, 0 is the most significant
     int width = 1; ///< bits
-    ChangeIndex changes; ///< samples that differ from the one before
+    ChangeIndex changes; ///< samples with another value than the one before
     std::vector<WaveRow> bits; ///< of a bus
 
     bool isBus() const { return !bits.empty(); }
@@ -25,21 +25,21 @@ struct WaveRow {
     WaveValue valueAt(qint64 sample) const;
 };
 
-/// Consecutive samples that a core kept.
+/// Consecutive captured samples.
 struct WaveWindow {
     qint64 first = 0;
     qint64 samples = 0;
-    qint64 trigger = OXA_CAPTURE::kNoSample; ///< counted as `first` is
+    qint64 trigger = OXA_CAPTURE::kNoSample; ///< in the same count as `first`
 };
 
-/// What is shown of one core: its signals over samples, and what the trigger made of them.
+/// The waveform of one core: its signals and the events of its trigger.
 struct Waveform {
     qint64 samples = 0;
-    std::vector<std::shared_ptr<const WaveRow>> rows; ///< events behind the signals
+    std::vector<std::shared_ptr<const WaveRow>> rows; ///< signals, then events
     std::vector<WaveWindow> windows; ///< in the order of their samples
-    OXA_CAPTURE::CapturedCore captured; ///< what a file of the windows holds
+    OXA_CAPTURE::CapturedCore captured; ///< for files
 
-    /// The window that `sample` lies in; -1 for none.
+    /// The window that contains `sample`; -1 for none.
     int windowAt(qint64 sample) const;
 };
 
@@ -51,8 +51,8 @@ WaveRows signalRows(const QList<OXA::SignalItem>& items,
     const std::shared_ptr<const OXA_CAPTURE::SampleTable>& samples, int field,
     bool isEvent = false);
 
-/// A captured core's windows, one behind the other. With the `core` that it was captured with (may
-/// be null), the matches of those units whose signals are all among the data.
+/// A captured core's windows, one after the other. With the `core` that it was captured with (may
+/// be null), the matches of those units whose signals are all data signals.
 WaveformPtr capturedWaveform(const OXA_CAPTURE::CapturedCore& captured, const OXA::AoCore* core);
 
 #endif

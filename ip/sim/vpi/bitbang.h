@@ -13,7 +13,7 @@ public:
     virtual bool tdo() = 0;
 };
 
-/// OpenOCD's remote_bitbang protocol, on the side of the target.
+/// OpenOCD's remote_bitbang protocol, on the target's side.
 class Bitbang {
 public:
     Bitbang(ServerSocket& socket, Pads& pads)
@@ -22,8 +22,8 @@ public:
     {
     }
 
-    /// Does what has arrived, up to the first change of a pad. True when a pad was driven: the
-    /// design needs time to answer. False when nothing is left to do.
+    /// Executes what has arrived, up to the first change of a pad. True when a pad was driven, and
+    /// the design needs time to answer. False when nothing is left to do.
     bool step();
 
 private:

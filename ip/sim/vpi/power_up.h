@@ -5,10 +5,10 @@
 
 namespace oxa_target {
 
-/// Gives every unknown bit of the registers and memories below `scope` the value 0.
+/// Sets every unknown bit of the registers and memories below `scope` to 0.
 ///
-/// A chip powers up with one value or another where none was asked for. In a netlist an unknown one
-/// spreads through gates whose result does not depend on it.
+/// In a chip, registers without initial value power up with some value. In a netlist, an unknown
+/// value spreads through gates whose result does not depend on it.
 void settleBelow(vpiHandle scope);
 
 }

@@ -5,8 +5,8 @@
 
 namespace oxa_target {
 
-/// A listening socket that serves one client at a time. Others are turned away, and after a client
-/// has gone the next may come.
+/// A listening socket that serves one client at a time. Other clients are refused until it
+/// disconnects.
 class ServerSocket {
 public:
     ServerSocket() = default;
@@ -14,28 +14,28 @@ public:
     ServerSocket(const ServerSocket&) = delete;
     ServerSocket& operator=(const ServerSocket&) = delete;
 
-    /// Listens at "unix:PATH", or at "tcp:PORT" of the loopback address, where port 0 means any.
-    /// False with the reason in `error` when that fails.
+    /// Listens at "unix:PATH", or at "tcp:PORT" of the loopback address, where port 0 is any free
+    /// port. False, with the reason in `error`, on failure.
     bool listen(const std::string& address, std::string& error);
 
     bool isListening() const { return m_listener >= 0; }
     int port() const; ///< of a TCP socket; 0 for others
     bool hasClient() const { return m_client >= 0; }
 
-    /// Takes what has arrived, and sends what waits. False when a client left. As long as a client
-    /// does not take its answers, nothing more is taken of it.
+    /// Receives and sends what is pending. False when a client disconnected. While a client does
+    /// not receive its answers, nothing more is read from it.
     bool receive();
 
-    /// What has arrived and was not taken; the caller erases what it takes.
+    /// Received bytes that are not processed; the caller erases what it has processed.
     std::string input;
 
-    /// Returns at once; what the client does not take yet waits.
+    /// Returns at once; bytes that cannot be sent yet are buffered.
     void send(const std::string& bytes);
     void dropClient();
 
     int listenerHandle() const { return m_listener; }
     int clientHandle() const { return m_client; }
-    /// What to wait for at the client's handle before the next `receive`.
+    /// The events to wait for at the client's handle before the next `receive`.
     short clientEvents() const;
 
 private:

@@ -6,19 +6,19 @@
 
 namespace oxa_target {
 
-/// A step of a stimulus: the signals take their values, then clocks change.
+/// A step of a stimulus: signals get their values, then clocks change.
 struct StimulusStep {
-    std::string values; ///< hexadecimal; empty when they stay as they are
-    std::string clocks; ///< 0, 1 or x each
+    std::string values; ///< hexadecimal; empty: no change
+    std::string clocks; ///< one 0, 1 or x for each clock
 };
 
-/// A stimulus file, a line a step: the values or "-", a blank, the clocks.
+/// A stimulus file, one line for each step: the values or "-", a space, the clocks.
 class Stimulus {
 public:
     bool open(const std::string& path);
     void rewind();
 
-    /// False at the end, and before a line that is no step.
+    /// False at the end, and before an invalid line.
     bool next(StimulusStep& step);
 
     long line() const { return m_line; } ///< of the last step, counted from 1
