@@ -20,8 +20,8 @@ namespace {
 
 constexpr qint64 kChunk = 1 << 20;
 
-/// Whether a new file in the place of the old one would be as good: nobody else's, and without
-/// another name that would keep the old content.
+/// Whether a new file can replace the old one: it belongs to this user and has no other name, which
+/// would keep the old content.
 bool isReplaceable(const QString& path, const struct stat& old)
 {
     const auto directory = statOf(QFileInfo(QFileInfo(path).canonicalFilePath()).absolutePath());
@@ -30,8 +30,8 @@ bool isReplaceable(const QString& path, const struct stat& old)
         && old.st_gid == (inherits ? directory->st_gid : ::getegid());
 }
 
-/// The standard output or error, when the file is what that leads to: opened again, it would be
-/// written from its beginning. Otherwise -1.
+/// The standard output or error, when it is this file: opening the file again would write from its
+/// beginning. Otherwise -1.
 int openDescriptor(const struct stat& file)
 {
     for (const int descriptor : {STDOUT_FILENO, STDERR_FILENO}) {
@@ -47,7 +47,7 @@ bool isStream(const struct stat& file)
     return !S_ISDIR(file.st_mode) && (!S_ISREG(file.st_mode) || openDescriptor(file) >= 0);
 }
 
-/// Keeps a reader that leaves from ending this program: the write then fails.
+/// Makes a write to a closed pipe fail instead of ending this program.
 class IgnoredBrokenPipe {
 public:
     IgnoredBrokenPipe()
@@ -69,19 +69,19 @@ private:
     sigset_t m_before {};
 };
 
-/// Why the last write to `file` failed; of one that succeeded in part, Qt says nothing.
+/// Why the last write to `file` failed; Qt gives no reason for a partial write.
 QString writeProblem(const QFileDevice& file)
 {
     const int number = errno;
     return file.error() == QFileDevice::NoError ? qt_error_string(number) : file.errorString();
 }
 
-// Each of these is false, with a reason, when what is at the path is not as it should be.
+// Each of these is false, with a reason, on failure.
 
-/// Fills `file`, which is open, to the last byte.
+/// Fills `file`, which is open, completely.
 bool fillFile(QFileDevice& file, const Fill& fill, QString* error)
 {
-    // A commit or a close would not notice that what it flushes is lost.
+    // A commit or a close would not report failed flushes.
     QString reason;
     return (fill(file, &reason) && file.flush())
         || OXA::fail(error, reason.isEmpty() ? writeProblem(file) : reason);
@@ -93,7 +93,7 @@ bool fillNode(const QString& path, const struct stat& node, const Fill& fill, QS
     QFile file(path);
     const int descriptor = openDescriptor(node);
     if (descriptor >= 0)
-        std::fflush(nullptr); // what was printed before comes first
+        std::fflush(nullptr); // earlier output comes first
     const bool isOpen = descriptor < 0 ? file.open(QIODevice::WriteOnly)
                                        : file.open(descriptor, QIODevice::WriteOnly);
     if (isOpen)
@@ -101,8 +101,8 @@ bool fillNode(const QString& path, const struct stat& node, const Fill& fill, QS
     return OXA::fail(error, file.errorString());
 }
 
-/// Makes `to` hold what `from` holds. It is not emptied first: what it has of the disk stays its
-/// own, so that it can be put back on a full one.
+/// Copies the content of `from` to `to`. `to` is not truncated first: it keeps its space on the
+/// disk, so that the old content can be restored on a full disk.
 bool copyOver(QFileDevice& from, QFileDevice& to)
 {
     if (!from.seek(0) || !to.seek(0))
@@ -120,20 +120,20 @@ bool fillInPlace(const QString& path, const Fill& fill, QString* error)
     QTemporaryFile old;
     QFile file(path);
     if (!fresh.open() || !old.open())
-        return OXA::fail(error, "there can be no temporary file in " + QDir::tempPath());
+        return OXA::fail(error, "cannot create a temporary file in " + QDir::tempPath());
     if (!fillFile(fresh, fill, error))
         return false;
-    // Unbuffered: what could not be written must not be tried again.
+    // Unbuffered: failed writes must not be repeated.
     if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered))
         return OXA::fail(error, file.errorString());
     if (!copyOver(file, old))
-        return OXA::fail(error, "it cannot be copied to " + QDir::tempPath() + " first");
+        return OXA::fail(error, "cannot back it up in " + QDir::tempPath());
     if (copyOver(fresh, file))
         return true;
     QString reason = writeProblem(file);
     if (!copyOver(old, file)) {
         old.setAutoRemove(false);
-        reason += "; what it held before is in " + old.fileName();
+        reason += "; its old content is in " + old.fileName();
     }
     return OXA::fail(error, reason);
 }

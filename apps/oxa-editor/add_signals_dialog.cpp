@@ -16,7 +16,7 @@ AddSignalsDialog::AddSignalsDialog(QWidget* parent)
 {
     setWindowTitle(tr("Add Signals"));
     auto* label = new QLabel(
-        tr("&Names as the design has them, one a line. data[7:0] is a bus of eight bits."), this);
+        tr("&Names of signals in the design, one in each line. data[7:0] is a bus."), this);
     label->setWordWrap(true);
     label->setBuddy(m_names);
     m_names->setTabChangesFocus(true);

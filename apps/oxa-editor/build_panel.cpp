@@ -56,8 +56,8 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
 
 void BuildPanel::layOut()
 {
-    m_generate->setToolTip(tr("Write the Verilog of the analyzer into the work folder"));
-    m_synthesize->setToolTip(tr("Write the Verilog, and make a netlist of it"));
+    m_generate->setToolTip(tr("Write the Verilog of the analyzer into the work directory"));
+    m_synthesize->setToolTip(tr("Write the Verilog and synthesize a netlist"));
     m_progress->setAccessibleName(tr("Progress"));
     QSizePolicy policy = m_progress->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -67,7 +67,7 @@ void BuildPanel::layOut()
     m_log->setTextElideMode(Qt::ElideNone);
     auto* browse = new QPushButton(tr("Bro&wse…"));
     connect(browse, &QPushButton::clicked, this, &BuildPanel::browse);
-    auto* label = new QLabel(tr("Wor&k folder:"));
+    auto* label = new QLabel(tr("Wor&k directory:"));
     label->setBuddy(m_workDir);
 
     auto* where = new QHBoxLayout;
@@ -98,7 +98,7 @@ void BuildPanel::setWorkDir(const QString& path)
 
 void BuildPanel::browse()
 {
-    const QString path = QFileDialog::getExistingDirectory(this, tr("Work Folder"), workDir());
+    const QString path = QFileDialog::getExistingDirectory(this, tr("Work Directory"), workDir());
     if (path.isEmpty())
         return;
     setWorkDir(path);
@@ -112,26 +112,27 @@ bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
     case OXA::WorkDirFault::None:
         return true;
     case OXA::WorkDirFault::HoldsForeignFiles:
-        return QMessageBox::question(this, tr("Empty the Work Folder?"),
-                   tr("The folder %1 is emptied before files are generated, and it holds files "
+        return QMessageBox::question(this, tr("Empty the Work Directory?"),
+                   tr("The directory %1 is emptied before files are generated. It contains files "
                       "that were not generated. Delete them?")
                        .arg(QDir::toNativeSeparators(arg.workDir)),
                    QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
             == QMessageBox::Yes;
     case OXA::WorkDirFault::HoldsInput:
-        m_stage->setText(tr("The work folder would be emptied, but it holds or lies in %1. Name "
-                            "another.")
-                             .arg(QDir::toNativeSeparators(lost)));
+        m_stage->setText(
+            tr("The work directory would be emptied, but it contains, or is in, %1. Choose "
+               "another.")
+                .arg(QDir::toNativeSeparators(lost)));
         break;
     default:
-        m_stage->setText(tr("Name a work folder first."));
+        m_stage->setText(tr("Choose a work directory first."));
     }
     m_workDir->setFocus();
     return false;
 }
 
-/// What follows a name that does not stay one word would be code. The build checks it, too, but no
-/// file can hold some of these names.
+/// A name that is not one token in Verilog could add code. The build checks it too, but a file
+/// cannot contain some of these names.
 bool BuildPanel::namesStayWords()
 {
     const bool lite = m_document.mode() == OXA::Lite;
@@ -144,7 +145,7 @@ bool BuildPanel::namesStayWords()
     return faults.isEmpty();
 }
 
-/// Writes what the window shows to a file of the job's own, so that editing can go on.
+/// Writes the shown configuration to a file for the job, so that editing can go on.
 bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
 {
     QString error;
@@ -159,7 +160,7 @@ bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
     return false;
 }
 
-/// Says in the log what keeps the configuration from being built; false when something does.
+/// Logs the problems that prevent building; false when there are any.
 bool BuildPanel::passesCheck(const OXA::BuildRun& build)
 {
     const OXA::BuildResult checked = build.check();
@@ -174,7 +175,7 @@ bool BuildPanel::passesCheck(const OXA::BuildRun& build)
     if (checked.end == OXA::BuildEnd::NoCores)
         m_stage->setText(tr("Nothing was generated"));
     else if (checked.end != OXA::BuildEnd::Done)
-        m_stage->setText(tr("Nothing was generated: correct what the log lists"));
+        m_stage->setText(tr("Nothing was generated: correct the problems in the log"));
     return checked.end == OXA::BuildEnd::Done;
 }
 
@@ -216,7 +217,7 @@ void BuildPanel::stop()
 void BuildPanel::showProgress(const QString& stage, int percent)
 {
     if (!m_stop->isEnabled())
-        return; // it is being stopped
+        return; // stopping
     m_progress->setRange(0, percent < 0 ? 0 : 100);
     m_progress->setValue(percent);
     m_stage->setText(stage);
@@ -242,13 +243,13 @@ QString BuildPanel::stageAfter(OXA::BuildEnd end) const
     case OXA::BuildEnd::Stopped:
         return tr("Stopped");
     case OXA::BuildEnd::Failed:
-        return tr("Failed; what the engine read and said is in the work folder");
+        return tr("Failed; the engine's input and log are in the work directory");
     default:
         return tr("Nothing was generated");
     }
 }
 
-/// Adds a line to the log; one that names a file can be activated.
+/// Adds a line to the log. A line with a file name opens that file when activated.
 void BuildPanel::say(const QString& line)
 {
     for (const QString& text : line.split('\n')) {
@@ -281,7 +282,7 @@ void BuildPanel::openPlace()
     const FilePlace place = item ? placeIn(item->text(), workDir()) : FilePlace();
     if (place.path.isEmpty())
         return;
-    delete m_viewer; // a second click, or another line
+    delete m_viewer; // of an earlier click
     m_viewer = new FileViewer(place, this);
     m_viewer->show();
 }

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int kDeepest = 1 << 24; // samples; far more than any part holds
+constexpr int kDeepest = 1 << 24; // samples; more than any part can store
 
 /// A form that scrolls when the window is small.
 QFormLayout* makeForm(QWidget* page)
@@ -26,7 +26,7 @@ QFormLayout* makeForm(QWidget* page)
     area->setWidget(content);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // its fields scroll into sight
+    area->setFocusPolicy(Qt::NoFocus); // focus scrolls to its fields
     auto* outer = new QVBoxLayout(page);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->addWidget(area);
@@ -41,7 +41,7 @@ template <typename Box> Box* makeBox(int minimum, int maximum, const QString& su
     return box;
 }
 
-/// The rows that every core begins with; the first one's field.
+/// The first rows of every core's form; returns the first field.
 QLineEdit* addHead(CoreForm& form)
 {
     QLineEdit* module
@@ -124,7 +124,7 @@ void CapturePage::refresh()
     if (!shown.captureInitDataEnabled)
         return;
     const QString file = document().path().isEmpty() ? "untitled.oxa" : document().path();
-    m_powerUp->setText(tr("Windows from power-up on, before anything is armed: %1.")
+    m_powerUp->setText(tr("Windows of a capture from power-up on: %1.")
                            .arg(OXA_CAPTURE::powerUpText(shown, file)));
 }
 

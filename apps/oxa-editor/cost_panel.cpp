@@ -37,7 +37,7 @@ const char* const kBarNames[] = {
 struct Memory {
     int width; // data bits
     int depth; // samples
-    bool mark; // a bit more is stored with each sample
+    bool mark; // stores one bit more with each sample
 };
 
 QString noteText(const OXA_TOOL::AnalyzerResource& resource, const OXA_TOOL::AnalyzerAmounts& taken,
@@ -68,7 +68,7 @@ CostPanel::CostPanel(QWidget* parent)
         bars->addRow(tr("%1:").arg(tr(name)), m_bars.last());
     }
     m_cores->setAccessibleName(tr("Memory of each core"));
-    m_cores->setHeaderLabels({tr("Core"), tr("Bits × samples"), tr("Takes")});
+    m_cores->setHeaderLabels({tr("Core"), tr("Bits × samples"), tr("Needs")});
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
     keepLeastLines(*m_cores);
@@ -95,14 +95,14 @@ void CostPanel::count(const Cores& cores, const DEV::ChipInfo& part)
             : core.implementation();
         const int taken
             = OXA_TOOL::captureMemory(memory.width, memory.depth, memory.mark, part.name).of(kind);
-        const bool built = core.standard || i == 0; // of Lite cores only the first is
+        const bool built = core.standard || i == 0; // only the first Lite core is built
         const bool counts = built && kind >= 0 && kind < int(std::size(kKindNames));
         if (core.standard)
             estimate.add(*core.standard);
         else
             estimate.add(*core.lite);
         const QString takes = counts ? tr("%1 %2").arg(QString::number(taken), tr(kKindNames[kind]))
-                                     : tr("is not built");
+                                     : tr("not built");
         auto* row = new QTreeWidgetItem({QString::number(i),
             QString("%1 × %2").arg(
                 QString::number(memory.width + int(memory.mark)), QString::number(memory.depth)),

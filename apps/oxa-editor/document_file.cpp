@@ -17,7 +17,7 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("Document", text); }
 
-/// Takes the cores over from the reader's lists, which own them no longer then.
+/// Moves the cores out of the reader's lists.
 Cores takeCores(Configuration& configuration)
 {
     Cores cores;
@@ -37,9 +37,9 @@ QString checksumWarning(const QString& path)
     if (stored == computed)
         return {};
     if (stored.isEmpty())
-        return tr("The file has no checksum: it was not completely written, or not by this "
+        return tr("The file has no checksum: it was not written completely, or not by this "
                   "program.");
-    return tr("The file's checksum %1 does not match its content (%2): something else changed it.")
+    return tr("The file's checksum %1 does not match its content (%2): another program changed it.")
         .arg(stored, computed);
 }
 
@@ -75,8 +75,9 @@ bool loadFile(const QString& path, LoadedFile& file, QString* error)
     for (const CorePtr& core : qAsConst(file.cores))
         file.changed |= core->standard && adoptMarkedPorts(*core->standard);
     if (file.changed)
-        file.warnings += tr("The file has an older layout, in which trigger ports are captured as "
-                            "data too. Their signals now stand among the data signals.");
+        file.warnings
+            += tr("The file has an older layout, in which trigger ports are also captured as "
+                  "data. Their signals are now data signals.");
     return true;
 }
 
@@ -93,7 +94,7 @@ QByteArray serialize(OxaMode mode, const Cores& cores, QString* error)
     else if (readCores(path, again, &fault) && again.cores.size() == cores.size())
         return bytes;
     else if (fault.isEmpty())
-        fault = tr("What would be written could not be read again.");
+        fault = tr("The file that would be written cannot be read.");
     fail(error, fault);
     return {};
 }

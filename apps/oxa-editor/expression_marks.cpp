@@ -15,7 +15,7 @@ namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("ExpressionMarks", text); }
 
-/// What is wrong with the name of a unit; empty when nothing is.
+/// The error in the name of a unit; empty when there is none.
 QString nameComplaint(const Token& name, const AoCore& core)
 {
     const MatchUnit* unit = core.matchUnit(name.unit);
@@ -27,7 +27,7 @@ QString nameComplaint(const Token& name, const AoCore& core)
 ExpressionMark foreignMark(const QString& text, int start, int end)
 {
     const QString piece = text.mid(start, end - start);
-    return {start, piece.size(), tr("\"%1\" is no part of an expression").arg(piece)};
+    return {start, piece.size(), tr("\"%1\" is not allowed in an expression").arg(piece)};
 }
 
 }
@@ -39,7 +39,7 @@ QList<ExpressionMark> expressionMarks(const QString& text, const AoCore& core)
     int foreignEnd = -1; // of the last mark of a foreign piece
     for (const Token& token : tokens) {
         const int end = token.start + token.text.size();
-        // A doubled operator is left to the reason why there is no table.
+        // A doubled operator is reported as the reason for the missing table.
         if (token.kind != Token::Binary
             && isForeign(token, core.expressionType == DynamicExpressions)) {
             const bool longer = foreignEnd == token.start;
@@ -54,7 +54,7 @@ QList<ExpressionMark> expressionMarks(const QString& text, const AoCore& core)
     }
     for (const Token& token : unmatchedParentheses(tokens))
         marks.append({token.start, 1,
-            token.kind == Token::Close ? tr("\")\" closes nothing") : tr("\"(\" is not closed")});
+            token.kind == Token::Close ? tr("\")\" has no \"(\"") : tr("\"(\" is not closed")});
     std::stable_sort(marks.begin(), marks.end(),
         [](const ExpressionMark& a, const ExpressionMark& b) { return a.start < b.start; });
     return marks;

@@ -25,7 +25,7 @@ using namespace OXA;
 
 namespace {
 
-constexpr int kPlaceRole = Qt::UserRole; // of an expression in the core's list
+constexpr int kPlaceRole = Qt::UserRole; // position of an expression in the core's list
 
 }
 
@@ -122,7 +122,7 @@ QWidget* ExpressionsPage::makeList()
     return widget;
 }
 
-/// A button, and keys that do the same in the list.
+/// A button with a keyboard shortcut in the list.
 QPushButton* ExpressionsPage::addButton(
     const QString& text, const QKeySequence& keys, const std::function<void()>& done)
 {
@@ -203,7 +203,7 @@ void ExpressionsPage::showExpression()
         m_edit->setText({});
         m_edit->setMarks({});
         m_complaint->clear();
-        m_reason->setText(tr("Without an expression the core triggers only by force."));
+        m_reason->setText(tr("Without an expression, the core triggers only when forced."));
         m_table->setExpression({}, AoCore(0));
         return;
     }
@@ -260,7 +260,7 @@ void ExpressionsPage::remove()
     change(expressions, tr("remove an expression"), qMin(row, expressions.size() - 1));
 }
 
-/// Takes over the order in which the user dragged the rows.
+/// Applies the order of the dragged rows to the document.
 void ExpressionsPage::takeOrder()
 {
     const QStringList before = expressions();

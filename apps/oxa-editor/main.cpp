@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Answers --help and --version, and ends the program then; the file to open is left in `parser`.
+/// Handles --help and --version, which end the program; `parser` then contains the file to open.
 void readCall(QCommandLineParser& parser)
 {
     QCoreApplication::setOrganizationName("OxaUtils");
@@ -23,7 +23,7 @@ void readCall(QCommandLineParser& parser)
     parser.process(QCoreApplication::arguments());
 }
 
-// Where there is no screen, Qt ends a program before it can say anything.
+// Without a screen, Qt would abort with a message of its own.
 bool hasScreen(int argc, char** argv)
 {
     for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
@@ -39,7 +39,7 @@ int sayOnly(int& argc, char** argv)
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
     readCall(parser);
-    qCritical("oxa-editor: there is no screen to open a window on (DISPLAY is not set)");
+    qCritical("oxa-editor: no screen for a window (DISPLAY is not set)");
     return 1;
 }
 

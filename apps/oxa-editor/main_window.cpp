@@ -36,7 +36,7 @@ namespace {
 
 constexpr int kJudgeDelay = 150; // ms after an edit
 
-// Where rules about a core as a whole are broken; the others on the first page.
+// The pages for rules about a core as a whole; other rules: the first page.
 struct RulePage {
     const char* rule;
     Page page;
@@ -123,7 +123,7 @@ MainWindow::MainWindow(QWidget* parent)
 
 MainWindow::~MainWindow()
 {
-    // The widgets go before the document that they look at.
+    // The widgets are destroyed before the document that they read.
     m_document.disconnect();
     m_document.undoStack().disconnect();
     delete m_buildDock;
@@ -136,7 +136,7 @@ MainWindow::~MainWindow()
 void MainWindow::layOut()
 {
     m_tabs->setDocumentMode(true);
-    // Signals of the design are dragged to a page that is not shown yet.
+    // Allows dragging signals of the design to a hidden page.
     m_tabs->tabBar()->setAcceptDrops(true);
     m_tabs->tabBar()->setChangeCurrentOnDrag(true);
     auto* empty = new QLabel(tr("There is no core. Add one to begin."));
@@ -165,30 +165,30 @@ void MainWindow::layOut()
     fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
     fillDock(m_designDock, "designDock", m_design);
     fillDock(m_targetDock, "targetDock", m_target);
-    // These come when they are asked for, as `showLargeDock` does.
+    // Hidden until `showLargeDock`.
     for (QDockWidget* dock : {m_rehearsalDock, m_designDock, m_targetDock}) {
         dock->setParent(this);
         dock->hide();
     }
 }
 
-/// Gives a dock its panel, which scrolls when the dock is too small for it. A panel that another
-/// dock covers is hidden: its letters of the Alt key would still count.
+/// Puts a panel into a dock, with scroll bars when the dock is small. A panel that another dock
+/// covers is hidden, or its Alt shortcuts would still be active.
 void MainWindow::fillDock(QDockWidget* dock, const char* name, QWidget* panel)
 {
     auto* area = new QScrollArea;
     area->setWidget(panel);
     area->setWidgetResizable(true);
     area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // the panel's fields scroll into sight
+    area->setFocusPolicy(Qt::NoFocus); // focus scrolls to the panel's fields
     area->setFocusProxy(panel);
     dock->setObjectName(name);
     dock->setWidget(area);
     connect(dock, &QDockWidget::visibilityChanged, panel, &QWidget::setVisible);
 }
 
-/// Brings a waveform or the design to the front, with room for some rows: in the place of the build
-/// unless the user gave it another.
+/// Raises a waveform or the design, with space for some rows: in place of the build panel unless
+/// the user moved it.
 void MainWindow::showLargeDock(QDockWidget* dock)
 {
     const bool comes = !dock->isVisible();
@@ -238,7 +238,7 @@ void MainWindow::connectParts()
     connect(&m_checkTimer, &QTimer::timeout, this, &MainWindow::updateChecks);
 }
 
-/// The pages that cores of the document's mode have.
+/// The pages for cores of the document's mode.
 void MainWindow::makePages()
 {
     while (m_tabs->count() > 0)
@@ -262,8 +262,7 @@ void MainWindow::makePages()
     m_checkTimer.start();
 }
 
-/// Lets the Tab key come to the pages where one reads them: behind their tabs, and not after all
-/// that was there before them.
+/// Puts the pages into the Tab order behind their tabs. New widgets would come last.
 void MainWindow::orderTabs()
 {
     QWidget* last = m_tabs->tabBar();
@@ -308,7 +307,7 @@ void MainWindow::showChange(const Location& location)
     m_checkTimer.start();
 }
 
-/// Shows where a step was undone or done again.
+/// Shows the place of a step that was undone or redone.
 void MainWindow::showPlace(const Location& location)
 {
     if (!location.core)
@@ -348,7 +347,7 @@ QString MainWindow::partSetting() const { return fileSetting("part", m_document.
 
 QString MainWindow::workDirSetting() const { return fileSetting("workDir", m_document.path()); }
 
-/// The part and the work folder belong to the user's file, but the format has no place for them.
+/// The part and the work directory belong to the user's file, but its format does not contain them.
 void MainWindow::restoreFileSettings()
 {
     const QString path = m_document.path();
@@ -385,7 +384,7 @@ void MainWindow::showFileChange(bool exists)
                 {tr("&Keep Mine"), keep                }
         });
     else
-        m_message->showMessage(tr("The file is no longer there."),
+        m_message->showMessage(tr("The file was removed."),
             {
                 {tr("&Keep Mine"), keep}
         });

@@ -1,4 +1,4 @@
-// The part of the window that is about files, and its menus.
+// The functions of the window for files, and its menus.
 
 #include "main_window.h"
 
@@ -34,7 +34,7 @@ QString fileFilter()
     return MainWindow::tr("Analyzer configurations (*.%1);;All files (*)").arg(kSuffix);
 }
 
-/// The file that is dragged; empty when it is none, or several.
+/// The dragged file; empty when it is not exactly one file.
 QString fileIn(const QMimeData* data)
 {
     const QList<QUrl> urls = data->urls();
@@ -98,7 +98,7 @@ void MainWindow::makeEditMenu()
     menu->addAction(tr("Re&move Core"), m_cores, &CoreList::remove);
 }
 
-/// Goes one step back or forth, and shows where.
+/// Undoes or redoes one step, and shows its place.
 void MainWindow::step(void (QUndoStack::*go)())
 {
     finishEdit();
@@ -169,7 +169,7 @@ void MainWindow::makeBuildMenu()
     });
 }
 
-/// Takes over what is still being typed, as leaving its field would.
+/// Applies the text that is being typed, as leaving its field would.
 void MainWindow::finishEdit()
 {
     if (QWidget* focus = focusWidget()) {
@@ -265,7 +265,7 @@ bool MainWindow::saveTo(const QString& path)
     return true;
 }
 
-/// Asks what to do with changes that are not saved. False when the user stays with them.
+/// Asks what to do with unsaved changes. False: the user cancelled.
 bool MainWindow::mayLoseChanges()
 {
     finishEdit();
@@ -277,7 +277,7 @@ bool MainWindow::mayLoseChanges()
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }
 
-/// Samples belong to the configuration with which they were captured, and go with it.
+/// Samples belong to the configuration that captured them, and are lost with it.
 bool MainWindow::mayReplaceDocument() { return mayLoseChanges() && m_target->mayLoseSamples(); }
 
 void MainWindow::makeTargetMenu()
@@ -318,16 +318,16 @@ bool MainWindow::mayStopRuns()
     if (!m_build->isRunning() && !m_target->isRunning())
         return true;
     const QString question = m_target->isSaving()
-        ? tr("What was captured is still being saved. Stop it, leave the file as it was and quit?")
+        ? tr("The samples are still being saved. Stop saving, leave the file unchanged and quit?")
         : m_target->isRunning()
-        ? tr("A run is still going on. Stop it and quit? Samples that are not saved are lost.")
-        : tr("A run is still going on. Stop it and quit?");
+        ? tr("A run is in progress. Stop it and quit? Samples that are not saved are lost.")
+        : tr("A run is in progress. Stop it and quit?");
     return QMessageBox::question(this, tr("Stop the Run?"), question) == QMessageBox::Yes;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    // Running, the target's panel cannot save; the question about the run tells what is lost.
+    // During a run the target panel cannot save; the question about the run names the loss.
     const bool goes = mayLoseChanges() && (m_target->isRunning() || m_target->mayLoseSamples())
         && mayStopRuns();
     event->setAccepted(goes);
@@ -350,6 +350,6 @@ void MainWindow::dropEvent(QDropEvent* event)
 {
     const QString path = fileIn(event->mimeData());
     event->acceptProposedAction();
-    // The program that the file comes from waits for the end of this event, and open may ask.
+    // The source of the drag waits for the end of this event, and `open` may show a question.
     QTimer::singleShot(0, this, [this, path] { open(path); });
 }

@@ -30,7 +30,7 @@ SignalEditor::SignalEditor(bool captures, QWidget* parent)
     layout->addLayout(m_buttons);
     m_buttons->addStretch();
     makeActions();
-    m_view = new QTreeView; // now, since the order of creation is the Tab key's
+    m_view = new QTreeView; // now, because the order of creation is the Tab order
     layout->addWidget(m_view, 1);
     setUpView(captures);
 
@@ -52,19 +52,19 @@ void SignalEditor::makeActions()
         m_needSelection += action;
         return action;
     };
-    addButton(forSelection(makeAction(
-        tr("&Remove"), QKeySequence::Delete, tr("Remove the selected"), &SignalEditor::remove)));
+    addButton(forSelection(makeAction(tr("&Remove"), QKeySequence::Delete,
+        tr("Remove the selected signals"), &SignalEditor::remove)));
     addButton(forSelection(makeAction(tr("&Group"), QKeySequence("Ctrl+G"),
-        tr("Make one bus of the selected, the first as most significant bit"),
+        tr("Group the selected signals into a bus, the first as most significant bit"),
         &SignalEditor::group)));
     m_ungroup = makeAction(tr("&Ungroup"), QKeySequence("Ctrl+Shift+G"),
         tr("Replace the selected buses by their bits"), &SignalEditor::ungroup);
     addButton(m_ungroup);
-    addButton(forSelection(makeAction(tr("U&p"), QKeySequence("Alt+Up"), tr("Move the selected up"),
-                  &SignalEditor::moveUp)))
+    addButton(forSelection(makeAction(tr("U&p"), QKeySequence("Alt+Up"),
+                  tr("Move the selected signals up"), &SignalEditor::moveUp)))
         ->setArrowType(Qt::UpArrow);
     addButton(forSelection(makeAction(tr("Do&wn"), QKeySequence("Alt+Down"),
-                  tr("Move the selected down"), &SignalEditor::moveDown)))
+                  tr("Move the selected signals down"), &SignalEditor::moveDown)))
         ->setArrowType(Qt::DownArrow);
     forSelection(makeAction(tr("Re&name"), {}, {}, &SignalEditor::rename));
     forSelection(makeAction(tr("&Copy"), QKeySequence::Copy, {}, &SignalEditor::copy));
@@ -94,7 +94,7 @@ void SignalEditor::setUpView(bool captures)
         header->setSectionResizeMode(SignalModel::CaptureColumn, QHeaderView::ResizeToContents);
 }
 
-/// Rows that come back, by undo for one, show their bits as they did before.
+/// Rows restored, for example by undo, are expanded as before.
 void SignalEditor::keepExpanded()
 {
     const auto nameOf = [this](const QModelIndex& index) { return m_model->itemAt(index)->name; };
@@ -166,7 +166,7 @@ QList<int> SignalEditor::selectedTop() const
     return rows;
 }
 
-/// The selected items in the order of the list; a bit counts when its bus is not selected.
+/// The selected items in the list's order, without bits whose bus is selected.
 QList<SignalItem> SignalEditor::selectedItems() const
 {
     const QItemSelectionModel* selection = m_view->selectionModel();
@@ -290,7 +290,7 @@ void SignalEditor::group()
         bits += item.isBus() ? item.subItems : QList<SignalItem> {item};
     }
     for (SignalItem& bit : bits)
-        bit.captureEnable = true; // a bit has no switch of its own
+        bit.captureEnable = true; // a bit has no separate switch
     for (auto row = rows.crbegin(); row != rows.crend(); ++row)
         list.removeAt(*row);
     SignalItem bus = groupSignals(bits);

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// `path` in a list for tools: neither an option ("-k"), nor a directive ("+define"), nor a comment
-/// ("//k").
+/// `path` for a list that tools read, never taken as an option ("-k"), a directive ("+define") or a
+/// comment ("//k").
 QString listedPath(QString path)
 {
     while (path.startsWith("//"))
@@ -18,7 +18,7 @@ QString listedPath(QString path)
     return first.isLetterOrNumber() || QString("/._").contains(first) ? path : "./" + path;
 }
 
-/// Whether tools that take the list read one of these paths as something else.
+/// Whether tools that read the list would misread one of these paths.
 bool isMisread(const QStringList& paths, const QString& special)
 {
     return std::any_of(paths.begin(), paths.end(), [&special](const QString& path) {
@@ -47,7 +47,7 @@ int checkBuild(const OXA::BuildRun& build, const QString& file, const char* doWh
 {
     const OXA::BuildResult checked = build.check();
     if (checked.end == OXA::BuildEnd::NoCores) {
-        err << "error: " << file << " holds no core, so there is nothing to " << doWhat << '\n';
+        err << "error: " << file << " contains no core to " << doWhat << '\n';
         return kUnusable;
     }
     if (!passesCheck(file, checked.problems, others, err))
@@ -70,8 +70,8 @@ bool hasSimulationModels(TextOut& err)
 {
     if (!simulationModels().isEmpty())
         return true;
-    err << "error: no models for a simulator in " << OXA::installed("share/oxautils/sim")
-        << "; install them, or leave --simulation out\n";
+    err << "error: no simulation models in " << OXA::installed("share/oxautils/sim")
+        << "; install them, or leave out --simulation\n";
     return false;
 }
 
@@ -109,7 +109,7 @@ void printSources(const SourceList& sources, bool json, Io& io)
         io.out.listed("+define+" + define);
     sayBoardFiles(sources.boardFiles, io.err);
     if (isMisread(listed, "$\"") || isMisread(sources.includePaths, "$\"+"))
-        io.err << "warning: Icarus and Verilator cannot read this list, for a path in it holds a"
-                  " blank, a $, a quote or, of a directory, a +; name another work directory, or"
-                  " take the paths from --json\n";
+        io.err << "warning: Icarus and Verilator cannot read this list, because a path in it"
+                  " contains a space, a $, a quote or, in a directory, a +; choose another work"
+                  " directory, or use the paths in --json\n";
 }

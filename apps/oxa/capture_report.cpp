@@ -27,7 +27,7 @@ void print(const CapturedCore& core, TextOut& out)
 
 bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
 {
-    // A file of an earlier capture is worth more than an empty one.
+    // An empty capture does not replace the file of an earlier one.
     const bool writes = !output.isEmpty()
         && std::any_of(capture.begin(), capture.end(),
             [](const CapturedCore& core) { return !core.windows.empty(); });
@@ -37,13 +37,15 @@ bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
         return false;
     }
     if (!writes && !output.isEmpty())
-        io.err << output << (QFileInfo::exists(output) ? ": left as it was" : ": not written")
-               << ", for nothing was captured\n";
+        io.err << output << (QFileInfo::exists(output) ? ": not changed" : ": not written")
+               << ", because nothing was captured\n";
     if (json) {
         io.out.lines(QString::fromUtf8(captureJson(capture)));
         return true;
     }
-    TextOut& out = writes && OXA_FILES::isStream(output) ? io.err : io.out; // not among samples
+    TextOut& out = writes && OXA_FILES::isStream(output)
+        ? io.err
+        : io.out; // keep samples and messages apart
     for (const CapturedCore& core : capture)
         print(core, out);
     if (writes)

@@ -16,21 +16,21 @@ namespace {
 constexpr char kSummary[] = "Add a core that watches signals of a design, by name";
 
 constexpr char kHelp[]
-    = R"(Makes FILE when there is none. Names are those that `oxa signals` lists. A GLOB may be
-a name, a pattern with `*` and `?`, or either with bits behind it; a bus comes with
-its bits, the most significant first. What a pattern finds stands in the order of the
-design, without memories and the sample clock.
+    = R"(Creates FILE when it does not exist. Use the names that `oxa signals` lists. A GLOB is
+a name or a pattern with `*` and `?`; a range of bits may follow. A bus adds all its
+bits, the most significant first. The signals that a pattern matches are in the
+design's order, without memories and the sample clock.
 
   oxa add soc.oxa --clock soc/clk --data 'cpu/*' soc/leds 'fifo/wr_count[3:0]' \
     --trigger cpu/state --trigger cpu/pc --design soc.sv uart.v --top soc
 
-Each --trigger gives the next trigger port, T0 first, its signals. The core triggers
-at once: each port has a unit that takes any value, and all units have to match.
-`oxa set` then says what to wait for; without --trigger it gives the core a port, too.
+Each --trigger defines the next trigger port, from T0 on. The core triggers at once:
+each port has a unit that matches any value, and all units have to match. `oxa set`
+changes the condition; without --trigger, it also adds a port.
 
-The design is remembered in FILE.design: later calls of `oxa add`, `oxa check` and
-`oxa set` find it there. Nothing is written, and the exit status is 1, when
-`oxa check` would find an error in the core; when a name is not found, the status is 2.)";
+The command writes the design's sources to FILE.design, where later calls of `oxa
+add`, `oxa check` and `oxa set` find them. When `oxa check` would find an error in the
+core, nothing is written and the exit status is 1; when a name is not found, it is 2.)";
 
 constexpr int kNotGiven = -1;
 constexpr int kMost = 1 << 24; // samples, windows
@@ -38,7 +38,7 @@ constexpr int kMost = 1 << 24; // samples, windows
 struct Options {
     QString file;
     OXA::CoreRequest request;
-    QStringList triggers; ///< of all ports, an empty text between two
+    QStringList triggers; ///< of all ports, separated by empty texts
     int position = kNotGiven;
     int windows = kNotGiven;
     bool lite = false;
@@ -46,8 +46,8 @@ struct Options {
     bool json = false;
 };
 
-/// The request with what the options give; false, with the reason on `err`, when a Lite core
-/// cannot have it.
+/// Makes the request from the options; false, with the reason on `err`, when an option does not
+/// apply to Lite cores.
 bool requestOf(const Options& options, bool lite, OXA::CoreRequest& request, TextOut& err)
 {
     request = options.request;
@@ -70,7 +70,7 @@ bool requestOf(const Options& options, bool lite, OXA::CoreRequest& request, Tex
     return true;
 }
 
-/// Reads the file that gets the core, or begins a new one.
+/// Reads the file that the core is added to, or makes an empty configuration.
 bool begin(const Options& options, ConfigurationChange& change, TextOut& err)
 {
     if (!QFileInfo::exists(options.file) || OXA_FILES::isStream(options.file)) {
@@ -82,7 +82,7 @@ bool begin(const Options& options, ConfigurationChange& change, TextOut& err)
         return false;
     if (!options.lite || change.configuration.mode == OXA::Lite)
         return true;
-    err << "error: " << options.file << ": its cores are Standard ones; leave --lite out\n";
+    err << "error: " << options.file << ": its cores are Standard cores; leave out --lite\n";
     return false;
 }
 
@@ -111,7 +111,7 @@ bool addCore(const OXA::DesignIndex& index, const OXA::CoreRequest& request,
     return addTo(configuration.liteCores, std::move(core), index, request, err);
 }
 
-/// The new problems, those of the last core against the design among them.
+/// The new problems, including those of the last core against the design.
 QList<OXA::Problem> problemsWith(const ConfigurationChange& change, const OXA::DesignIndex& index)
 {
     const OXA::Configuration& configuration = change.configuration;
@@ -129,7 +129,7 @@ QList<OXA::Problem> problemsWith(const ConfigurationChange& change, const OXA::D
     return problems;
 }
 
-/// What was added.
+/// The core that was added.
 struct Added {
     int position = 0;
     QString clock;
@@ -194,7 +194,7 @@ void printJson(const QString& file, bool written, const Added& core,
     });
 }
 
-/// Remembers the design of the call.
+/// Writes the list of the design's sources beside the configuration.
 bool remember(const Options& options, TextOut& err)
 {
     OXA::DesignSources sources;
@@ -259,19 +259,21 @@ void addAdd(CLI::App& app, Io& io, int& status)
         ->type_name("GLOB")
         ->expected(1, kAny)
         ->inject_separator();
-    command->add_option("--samples", options->request.samples, "Samples of a window (1024)")
+    command->add_option("--samples", options->request.samples, "Samples in each window (1024)")
         ->check(between(1, kMost))
         ->type_name("N");
     command
-        ->add_option("--position", options->position, "Samples of a window before its trigger (0)")
+        ->add_option(
+            "--position", options->position, "Samples in each window before its trigger (0)")
         ->check(between(0, kMost))
         ->type_name("N");
-    command->add_option("--windows", options->windows, "Windows of a run (1)")
+    command->add_option("--windows", options->windows, "Windows in a run (1)")
         ->check(between(1, kMost))
         ->type_name("N");
     command->add_flag(
         "--falling", options->request.fallingEdge, "Take samples at the clock's falling edges");
-    command->add_flag("--lite", options->lite, "Make a new FILE with cores that only capture");
+    command->add_flag(
+        "--lite", options->lite, "Create FILE with Lite cores, which have no triggers");
     addDesignOptions(*command, options->design);
     addWaveOption(*command, options->design);
     command->add_flag("--json", options->json, "For programs: one JSON object");

@@ -14,33 +14,33 @@
 
 namespace {
 
-constexpr char kSummary[] = "Wire an analyzer into a design, by the names of its signals";
+constexpr char kSummary[] = "Connect an analyzer to a design by signal names";
 
 constexpr char kHelp[]
-    = R"(The sources stay as they are. A wrapper with the ports of the top and the four JTAG
-pads (tms_pad_i, tck_pad_i, tdi_pad_i, tdo_pad_o) holds the design and the
-analyzer; the work directory holds all that is written, and is emptied first. The
-pads are left out with --for FAMILY and a link that has none: `oxa devices --families`
-tells which. W/board then holds what a board of this family needs.
+    = R"(The sources are not changed. The design and the analyzer are instances in a wrapper
+with the ports of the top module and the four JTAG pads (tms_pad_i, tck_pad_i,
+tdi_pad_i, tdo_pad_o). All output goes to the work directory, which is emptied first.
+With --for FAMILY and a link without pads, the wrapper has none: see `oxa devices
+--families`. W/board then contains the files for a board of this family.
 
---as yosys         a script, W/attach.ys, for a flow with Yosys: it stands behind
-                   reading the design and before synthesis. The wrapper has the
-                   top's name, so constraints keep working:
+--as yosys         a script, W/attach.ys, to run in Yosys after the design is read
+                   and before synthesis. The wrapper has the top's name, so
+                   constraints still apply:
                      yosys -p 'read_verilog top.v; script W/attach.ys; synth_ice40'
---as verilog       one Verilog file of design and analyzer (-o OUT), memories and
-                   their contents included, for any tool. --simulation OUT is
-                   the same with a 0 for every register without initial value:
-                   for simulation alone, since to synthesis a 0 is a promise
+--as verilog       one Verilog file with design, analyzer, memories and their
+                   contents (-o OUT), for any tool. --simulation OUT writes the
+                   same file with each register without initial value set to 0:
+                   for simulation only, because synthesis would rely on the 0
 --as hierarchical  a wrapper, TOP_with_analyzer, that refers to nets by path, and
-                   a command file of it all for Icarus and Verilator; with
-                   --models also what a simulator needs for pads and JTAG
+                   a command file with all sources for Icarus and Verilator;
+                   with --models also the simulation models of pads and JTAG
 
---prove lets Yosys show that every output and register of the design is the same
-with and without the analyzer, by induction. --prove WRAPPER looks at a file that
-is there already: a wrapper, or what --as verilog wrote; nothing is written then.
-Exit status 1 says that something may differ, and what.
+--prove uses Yosys to prove by induction that every output and register of the
+design is the same with and without the analyzer. --prove WRAPPER checks an existing
+file, a wrapper or the output of --as verilog, and writes nothing. Exit status 1:
+not proven; the outputs and registers that may differ are printed.
 
-The design is that of --design or -f, or the one remembered beside FILE.)";
+The sources are given by --design or -f, or taken from FILE.design.)";
 
 struct Options {
     QString file;
@@ -50,7 +50,7 @@ struct Options {
     QString form = "yosys";
     QString output;
     QString simulation;
-    QString wrapper; // to prove
+    QString wrapper; // the existing file to prove
     bool prove = false;
     bool models = false;
     bool force = false;
@@ -105,8 +105,8 @@ int sayProof(const OXA::Attachment::Proof& proof, Io& io)
 {
     const QString seconds = QString::number(proof.seconds, 'f', 1);
     if (proof.proven) {
-        io.err << "the design does the same with and without the analyzer: proven in " << seconds
-               << " s\n";
+        io.err << "proven in " << seconds
+               << " s: the design behaves the same with and without the analyzer\n";
         return kDone;
     }
     io.err << "error: not proven in " << seconds << " s; what may differ:\n";
@@ -179,9 +179,9 @@ int run(Options options, Io& io)
     const OXA::ParseOnce once;
     QTemporaryDir temporary;
     if (!options.wrapper.isEmpty())
-        options.workDir = temporary.path(); // the analyzer's sources are needed all the same
+        options.workDir = temporary.path(); // the proof still needs the analyzer's sources
     else if (options.workDir.isEmpty()) {
-        io.err << "error: --work-dir is required; `oxa attach --help` explains the call\n";
+        io.err << "error: --work-dir is required; see `oxa attach --help`\n";
         return kUnusable;
     }
     OXA::AttachRequest request;
@@ -191,7 +191,7 @@ int run(Options options, Io& io)
     if (!findSources(options.design, options.file, request.sources, io.err))
         return kUnusable;
     if (request.sources.isEmpty()) {
-        io.err << "error: no design is named: --design or -f does that\n";
+        io.err << "error: no design; name its sources by --design or -f\n";
         return kUnusable;
     }
     OXA::Configuration configuration;
@@ -225,7 +225,7 @@ void addAttach(CLI::App& app, Io& io, int& status)
     addText(*command, "FILE", options->file, "The configuration")->required();
     addTargetOptions(*command, options->request);
     addDesignOptions(*command, options->design);
-    addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
+    addText(*command, "--work-dir", options->workDir, "Directory for the generated files")
         ->type_name("DIR");
     addIpDir(*command, options->request);
     addText(*command, "--as", options->form, "yosys (default), verilog or hierarchical")
@@ -235,10 +235,10 @@ void addAttach(CLI::App& app, Io& io, int& status)
         "Design and analyzer in one file (default: attached.v in the work directory)")
         ->type_name("OUT");
     addText(*command, "--simulation", options->simulation,
-        "The same for simulation, without an X at the start")
+        "The same for simulation, where registers start at 0, not X")
         ->type_name("OUT");
-    command->add_flag("--models", options->models,
-        "List models of the pads and the JTAG port, too, for a simulator");
+    command->add_flag(
+        "--models", options->models, "Also list simulation models of the pads and the JTAG port");
     CLI::Option* prove = command->add_option_function<std::vector<std::string>>(
         "--prove",
         [options](const std::vector<std::string>& texts) {
@@ -246,9 +246,10 @@ void addAttach(CLI::App& app, Io& io, int& status)
             if (!texts.empty())
                 options->wrapper = QString::fromLocal8Bit(texts.front().c_str());
         },
-        "Prove that the design does the same; with a WRAPPER, of that file");
+        "Prove that the design behaves the same; WRAPPER: check that file");
     prove->type_name("[WRAPPER]")->expected(0, 1);
-    command->add_flag("--force", options->force, "Empty the work directory whatever is in it");
+    command->add_flag(
+        "--force", options->force, "Empty the work directory even when oxa did not make its files");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

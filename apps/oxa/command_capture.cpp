@@ -16,21 +16,20 @@ using namespace OXA_CAPTURE;
 
 constexpr char kSummary[] = "Capture from a running chip, through OpenOCD";
 
-constexpr char kHelp[]
-    = R"(OpenOCD has to run with a configuration for the adapter and the chip; docs/on-a-board.md
-tells how, docs/first-capture.md does it without a board. The analyzer in the chip has
-to be built from FILE; its cores are armed with the file's settings and with what the
-options change for this run, and read out when they have triggered.
+constexpr char kHelp[] = R"(OpenOCD has to be running, configured for the adapter and the chip: see
+docs/on-a-board.md, or docs/first-capture.md for a try without a board. The analyzer in
+the chip has to be built from FILE. The cores are armed with the settings of FILE and
+the options of this call, and read when they have triggered.
 
-Ctrl-C and --timeout stop the cores, and what they have captured is read and written; of
-a core that still waits for its trigger its last samples, as a window without a trigger.
-Samples are counted from 0 in each window, since nothing numbers those of a chip.
+Ctrl-C and --timeout stop the cores; what they have captured is read and written. For a
+core that is still waiting for its trigger, these are its last samples, as a window
+without a trigger. Samples are counted from 0 in each window.
 
   oxa capture uart.oxa -o captured.vcd --clock 50e6
   oxa capture uart.oxa --unit M0=1XXXXXXX0 --windows 4 --timeout 10
 
-Exit status 1 says that a core did not capture everything; how far it got is said, and
-what was captured is written all the same.)";
+Exit status 1: a core did not capture everything. Its progress is printed, and what was
+captured is written.)";
 
 constexpr double kMost = 1e9; // samples, windows or seconds
 constexpr double kLeastTimeout = 0.001; // s
@@ -51,12 +50,12 @@ struct Options {
     bool json = false;
 };
 
-/// Everything that is known before the chip is asked.
+/// What is known before the chip is read.
 struct Plan {
     OXA::Configuration built; // as the chip was built
     OXA::Configuration wanted; // as it is to run
     std::vector<BuiltConfiguration> builds;
-    std::vector<size_t> chosen; // places of the cores that run
+    std::vector<size_t> chosen; // positions of the cores that run
 };
 
 std::vector<size_t> chosenCores(
@@ -85,7 +84,7 @@ bool changesSettings(const RunSettings& run)
         || run.samples > 0;
 }
 
-/// What is wrong with the call, beside the file.
+/// Finds what is wrong with the options.
 void checkCall(const Options& options, const OXA::Configuration& configuration, Messages& messages)
 {
     QString error;
@@ -95,11 +94,11 @@ void checkCall(const Options& options, const OXA::Configuration& configuration, 
     if (configuration.mode == OXA::Lite && (changes || options.immediate))
         messages.append(Message {options.file, "Lite cores have no trigger and no settings"});
     if (options.powerUp && (changes || options.immediate))
-        messages.append(Message {"--power-up", "what runs already takes no other settings"});
+        messages.append(Message {"--power-up", "settings cannot change in a run that has started"});
 }
 
-/// Of other cores, --power-up would read what somebody armed before, with settings that are not
-/// known.
+/// --power-up needs cores that capture from power-up on: another core may have been armed by
+/// another program, with unknown settings.
 void checkPowerUp(const Plan& plan, Messages& messages)
 {
     for (const size_t place : plan.chosen) {
@@ -107,7 +106,7 @@ void checkPowerUp(const Plan& plan, Messages& messages)
         if (!(core.core ? core.core->captureInitDataEnabled : core.lite->captureInitDataEnabled))
             messages.append(Message {"--power-up",
                 core.name()
-                    + " does not capture from power-up on; leave the option out, or choose other"
+                    + " does not capture from power-up on; leave out the option, or choose other"
                       " cores with --core"});
     }
 }
@@ -150,11 +149,11 @@ QString cutText(const CoreOutcome& outcome)
     return windows == 0 // of a Lite core
         ? name + QString("after %1 samples").arg(core.windows.front().samples.size())
         : name
-            + QString("with %1 of %2 windows whole")
+            + QString("with %1 of %2 windows complete")
                   .arg(QString::number(core.window), QString::number(windows));
 }
 
-/// Says where the trigger lies in runs that began before the file's settings could be written.
+/// Reports the trigger position of runs that began before the file's settings could be written.
 void reportPowerUp(CaptureRun& chip, TextOut& err)
 {
     for (const CoreRun& run : chip.runs()) {
@@ -166,7 +165,7 @@ void reportPowerUp(CaptureRun& chip, TextOut& err)
     }
 }
 
-/// Lets the cores run, and shows how far they are.
+/// Runs the capture, and shows its progress.
 bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
 {
     ProgressLine line(err);
@@ -244,7 +243,7 @@ void addLinkOptions(CLI::App& command, Options& options)
     addText(command, "--openocd", options.openocd, "OpenOCD's Tcl server (default: 127.0.0.1:6666)")
         ->type_name("HOST:PORT");
     addText(command, "--tap", options.tap,
-        "The chip's name in the chain, when OpenOCD's configuration does not tell")
+        "The chip's name in the chain, when OpenOCD's configuration does not name it")
         ->type_name("NAME");
     command.add_option("--core", options.cores, "Arm only this core; may be repeated")
         ->type_name("N")
@@ -254,27 +253,26 @@ void addLinkOptions(CLI::App& command, Options& options)
 
 void addRunOptions(CLI::App& command, Options& options)
 {
-    command.add_option("--timeout", options.timeout, "Stop waiting after so many seconds")
+    command.add_option("--timeout", options.timeout, "Stop waiting after this time")
         ->check(between(kLeastTimeout, kMost))
         ->type_name("S");
     command.add_flag("--immediate", options.immediate, "Trigger at once, without waiting");
-    command.add_flag("--power-up", options.powerUp,
-        "Read what cores that capture from power-up on have captured since");
+    command.add_flag("--power-up", options.powerUp, "Read what cores have captured since power-up");
     addTexts(command, "--unit", options.run.units,
-        "Compare with another value in this run: M3=10XR, or M3=0010..0111 for a range; may be"
+        "Value to compare with in this run: M3=10XR, or M3=0010..0111 for a range; may be"
         " repeated")
         ->type_name("UNIT=VALUE");
     addTexts(command, "--counter", options.run.counters,
-        "Count to another number in this run: M3=12; may be repeated")
+        "Number to count to in this run: M3=12; may be repeated")
         ->type_name("UNIT=N");
     command
-        .add_option("--position", options.run.position, "Samples of a window before its trigger")
+        .add_option("--position", options.run.position, "Samples in each window before its trigger")
         ->check(between(0, kMost))
         ->type_name("N");
-    command.add_option("--samples", options.run.samples, "Samples of a window")
+    command.add_option("--samples", options.run.samples, "Samples in each window")
         ->check(between(1, kMost))
         ->type_name("N");
-    command.add_option("--windows", options.run.windows, "Windows of the run")
+    command.add_option("--windows", options.run.windows, "Windows in the run")
         ->check(between(1, kMost))
         ->type_name("N");
 }
@@ -288,12 +286,12 @@ void addCapture(CLI::App& app, Io& io, int& status)
     addText(*command, "FILE", options->file, "The configuration")->required();
     addLinkOptions(*command, *options);
     addText(*command, "-o,--output", options->output,
-        "Where the captured samples go: a .vcd, .csv or .sr (sigrok session) file")
+        "File for the samples: .vcd, .csv or .sr (sigrok session)")
         ->type_name("OUT");
     addRunOptions(*command, *options);
     command
         ->add_option(
-            "--clock", options->clockHz, "Frequency of the sample clock, for the time in the file")
+            "--clock", options->clockHz, "Frequency of the sample clock, for times in the file")
         ->check(between(kSlowestClock, kFastestClock))
         ->type_name("HZ");
     command->add_flag("--json", options->json, "For programs: one JSON object");

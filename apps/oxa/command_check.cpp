@@ -13,20 +13,19 @@ namespace {
 constexpr char kSummary[] = "Find every problem of a configuration";
 
 constexpr char kHelp[]
-    = R"(Each problem comes with its place in the file, the core (from 0) and in it the
-trigger port (T0), match unit (M3) or expression, and what to do about it. With
---part also what does not fit the part. docs/checks.md lists the rules.
+    = R"(Each problem is printed with its place in the file, its core (from 0), its trigger
+port (T0), match unit (M3) or expression, and what to do. With --part, resources are
+checked against the part. docs/checks.md lists the rules.
 
-With a design also names that it does not have, with the nearest that it has, bits
-that are not as it declares them, clocks that clock nothing and registers of another
-clock; with a waveform only names and bits. FILE.design, which `oxa add` writes,
-names the design when the call does not.
+With a design, the names are checked too: unknown names, with the nearest known ones;
+bits outside the declared range; sample clocks that clock no register; and registers
+of another clock. With a waveform, only names and bits are checked. Without --design,
+-f and --wave, FILE.design, which `oxa add` writes, names the design.
 
   oxa check soc.oxa --design soc.sv uart.v --top soc
   oxa check soc.oxa --wave soc.vcd
 
-Exit status 1 says that there are errors; warnings alone give 0, or 1 with
---strict.)";
+Exit status 1: there are errors, or, with --strict, warnings.)";
 
 struct Options {
     QString file;
@@ -98,7 +97,7 @@ void addCheck(CLI::App& app, Io& io, int& status)
     addPartOptions(*command, options->part);
     addDesignOptions(*command, options->design);
     addWaveOption(*command, options->design);
-    command->add_flag("--strict", options->strict, "Warnings, too, make the exit status 1");
+    command->add_flag("--strict", options->strict, "Exit with status 1 also for warnings");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

@@ -13,18 +13,18 @@ namespace {
 constexpr char kSummary[] = "List the parts of the device catalogue";
 
 constexpr char kHelp[]
-    = R"(PATTERN selects parts by part number or device name, in any case: a piece of the
-text, or with * and ? the whole of it.
+    = R"(PATTERN selects parts by part number or device name, in upper or lower case: any
+part of the text, or with * and ? the whole text.
 
   oxa devices QX1N-9          every part of these devices
   oxa devices "*-QFN88-I?"    every industrial part in this package
 
---families lists what `oxa generate` and `oxa attach` take for --for and --link:
-families of devices that are not in the catalogue, the links by which a client
-reaches an analyzer in them, and the files that are written for each.
+--families lists the values of --for and --link for `oxa generate` and `oxa attach`:
+families of devices that are not in the catalogue, the links by which a client reaches
+an analyzer in them, and the files written for each.
 
-The built-in catalogue is a reference with made-up data; share/device/README.md
-says how a vendor's takes its place.)";
+The built-in catalogue contains made-up data; share/device/README.md explains how to
+use a vendor's catalogue.)";
 
 constexpr Table::Column kColumns[] = {
     {"PART",        Table::Left },
@@ -168,7 +168,7 @@ int run(const Options& options, Io& io)
     if (!chips.isEmpty())
         return kDone;
     const QStringList nearest = nearestParts(options.pattern);
-    io.err << "error: no part or device fits \"" << options.pattern << "\"";
+    io.err << "error: no part or device matches \"" << options.pattern << "\"";
     if (!nearest.isEmpty())
         io.err << "; did you mean " << nearest.join(", ") << '?';
     io.err << '\n';

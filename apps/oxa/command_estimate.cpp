@@ -19,19 +19,18 @@ using OXA_TOOL::AnalyzerAmounts;
 using OXA_TOOL::AnalyzerResource;
 using OXA_TOOL::MemoryAmounts;
 
-constexpr char kSummary[] = "Count what an analyzer takes of a part";
+constexpr char kSummary[] = "Estimate the resources that an analyzer needs";
 
 constexpr char kHelp[]
-    = R"(For each core what its memory takes of the kind that it is made of and, in
-parentheses, what it would take of the others; then the whole analyzer, against
-what the part has. Block SRAMs are blocks of 18 kbit, 9 kbit on some devices;
-shadow SRAMs are blocks of 64 bits. Standard cores store a bit more with each
-sample, the trigger's mark.
+    = R"(Prints, for each core, the memory blocks that it needs and, in parentheses, those
+that it would need in the other kinds of memory; then the totals, compared with what
+the part has. A block SRAM has 18 kbit, or 9 kbit on some devices; a shadow SRAM has
+64 bits. Standard cores store one bit more with each sample, the mark.
 
-Look-up tables and registers are estimates: synthesis comes to within 15 and 5
-percent of them. "may not fit" says that they fit, but not with that much more.
+Look-up tables and registers are estimates: synthesis results differ by up to 15 and 5
+percent. "may not fit" means that the estimate is below the limit by less than that.
 
-Exit status 1 says that the analyzer does not fit.)";
+Exit status 1: the analyzer does not fit.)";
 
 constexpr Table::Column kColumns[] = {
     {"CORE",     Table::Left },
@@ -51,15 +50,15 @@ struct Options {
     bool json = false;
 };
 
-/// What is known of one core's memory.
+/// The memory of one core.
 struct Memory {
     int position;
     int index;
     int width; // data bits
     int depth; // samples
-    bool mark; // a bit more is stored with each sample
-    int kind; // that is built
-    MemoryAmounts takes; // of each kind, if it were made of that
+    bool mark; // stores one bit more with each sample
+    int kind; // the kind that the core uses
+    MemoryAmounts takes; // amount for each kind
 };
 
 struct Estimate {
@@ -109,7 +108,7 @@ QString shareText(qint64 taken, qint64 available)
     return available > 0 ? QString("%1 %").arg((taken * 100 + available - 1) / available) : "-";
 }
 
-/// A bar as long as the share; on a terminal only.
+/// A bar in proportion to the share; on a terminal only.
 QString barText(qint64 taken, qint64 available)
 {
     static const bool terminal = isatty(STDOUT_FILENO);

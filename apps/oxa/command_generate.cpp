@@ -21,41 +21,41 @@ namespace {
 constexpr char kSummary[] = "Write the Verilog of an analyzer, then synthesize it to a netlist";
 
 constexpr char kHelp[]
-    = R"(An error that `oxa check` finds stops the run with exit status 1 before anything
-is written, but for a few that docs/checks.md names; they and warnings are said.
+    = R"(The configuration is checked first. An error that `oxa check` finds stops the command
+with exit status 1 before anything is written; docs/checks.md lists the exceptions.
 
-The work directory is made, or emptied when an earlier run made it. One run at a
-time may have it, and nothing that the run reads may lie in it, not even with --force.
+The work directory is created, or emptied when an earlier run created it. Only one
+run at a time can use it. It must not contain any input file, not even with --force.
 
-With --no-synthesis the result is a list for another tool: the source files in order,
-then +incdir+DIR for each include directory. It is what synthesis takes: IBUF,
-OBUF and QX_JTAG, the pads and the JTAG port, are the device's own. --simulation
-adds models of them, so that Icarus and Verilator take the list as it stands:
+--no-synthesis prints a list for another tool: the source files in order, then
++incdir+DIR for each include directory. The pads IBUF and OBUF and the JTAG port
+QX_JTAG are primitives of the device. --simulation adds models of them, so that
+Icarus and Verilator can read the list:
 
   oxa generate uart.oxa --part PN --work-dir W --no-synthesis --simulation > uart.f
   iverilog -c uart.f bench.v      verilator --cc -f uart.f
 
-The model of QX_JTAG is a test access port of its own at the four pads, which a
-bench drives; docs/simulated-target.md has its instructions.
+The model of QX_JTAG is a complete test access port at the four pads, which a
+testbench drives; docs/simulated-target.md lists its instructions.
 
 The netlist is a module qx_oxa with every watched signal and the four JTAG pads
 as ports, made of the cells in share/oxautils/cells.
 
---template writes two more files into the work directory, for those who instantiate
-the analyzer by hand: qx_oxa_template.v, a module oxa_analyzer around qx_oxa whose
-ports are vectors under readable names, and qx_oxa_template.vhd, the same as a VHDL
-component. Both begin with an instance to paste. A list of sources ends with the
-module.
+--template writes two more files into the work directory, for instantiating the
+analyzer by hand: qx_oxa_template.v, a module oxa_analyzer around qx_oxa whose
+ports are vectors with readable names, and qx_oxa_template.vhd, the same as a VHDL
+component. Both begin with an instance to copy. The list of sources then ends with
+this module.
 
-For devices that the catalogue does not know, --for FAMILY writes the Verilog, as
---no-synthesis does, and lists the family's own QX_JTAG, IBUF and OBUF with it.
-W/board holds these and what a board needs: OpenOCD's configuration, constraints
-and an example of pins. What the analyzer takes there, synthesis tells.
+For devices that are not in the catalogue, --for FAMILY writes the Verilog, like
+--no-synthesis, with the family's own QX_JTAG, IBUF and OBUF. W/board contains these
+and the files for a board: OpenOCD's configuration, constraints and an example of pins.
+The resources that the analyzer needs are known after synthesis.
 
   oxa generate uart.oxa --for ice40 --work-dir W
 
-Exit status 1 says, too, that the analyzer does not fit the part: of the netlist,
-which is there then, or before synthesis where the estimate leaves no doubt.)";
+Exit status 1 also means that the analyzer does not fit the part. The netlist exists
+then, unless the estimate already exceeds the part by far.)";
 
 struct Options {
     QString file;
@@ -71,7 +71,7 @@ struct Options {
     bool json = false;
 };
 
-/// The request that the options make; what is wrong with it is said on `err`.
+/// Makes the request from the options; prints to `err` what is wrong.
 bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 {
     if (!fillRequest(options.request, options.file, arg, err))
@@ -92,7 +92,7 @@ bool fillRequest(const Options& options, OXA::OxaArg& arg, TextOut& err)
 void printNetlist(const Options& options, const OXA::OxaArg& arg,
     const QMap<QString, int>& netlistCells, double seconds, Io& io)
 {
-    // What went into a stream can neither be counted nor mixed with words.
+    // A netlist written to a stream cannot be counted, nor mixed with messages.
     const bool isStream = OXA_FILES::isStream(arg.outputFile);
     TextOut& out = isStream && !options.json ? io.err : io.out;
     const QMap<QString, int> cells = isStream ? QMap<QString, int>() : netlistCells;
@@ -139,10 +139,10 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, OXA::BuildRun& bu
     const OXA::BuildResult built = build.run();
     line.clear();
     if (built.end == OXA::BuildEnd::Failed || built.end == OXA::BuildEnd::Stopped) {
-        for (const QString& message : built.messages) // as the engine words them
+        for (const QString& message : built.messages) // in the engine's words
             io.err << message << '\n';
         if (built.end == OXA::BuildEnd::Failed)
-            io.err << "error: synthesis failed; what the engine read and said is in " << arg.workDir
+            io.err << "error: synthesis failed; the engine's input and log are in " << arg.workDir
                    << '\n';
         return kJobFailed;
     }
@@ -178,7 +178,7 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
     addTargetOptions(*command, options->request);
-    addText(*command, "--work-dir", options->workDir, "Where everything generated goes")
+    addText(*command, "--work-dir", options->workDir, "Directory for the generated files")
         ->type_name("DIR")
         ->required();
     addIpDir(*command, options->request);
@@ -186,7 +186,7 @@ void addGenerate(CLI::App& app, Io& io, int& status)
         std::string("The netlist (default: ") + OXA::NETLIST_FILE_NAME + " in the work directory)")
                                ->type_name("NETLIST");
     CLI::Option* noSynthesis = command->add_flag("--no-synthesis", options->noSynthesis,
-        "Only write the Verilog, and print the list of files and include directories");
+        "Only write the Verilog, and print its files and include directories");
     noSynthesis->excludes(netlist);
     command->get_option("--for")->excludes(netlist);
     CLI::Option* noTop
@@ -194,15 +194,15 @@ void addGenerate(CLI::App& app, Io& io, int& status)
     noTop->needs(noSynthesis);
     command
         ->add_flag("--template", options->templates,
-            "Write a module and a VHDL component with readable ports, too")
+            "Also write a module and a VHDL component with readable ports")
         ->excludes(noTop);
     command
         ->add_flag("--simulation", options->simulation,
-            "List models of the pads and the JTAG port, too, for a simulator")
+            "Also list simulation models of the pads and the JTAG port")
         ->needs(noSynthesis);
-    command->add_flag("--force", options->force, "Empty the work directory whatever is in it");
-    command->add_flag("--strict", options->strict,
-        "Generate nothing when `oxa check` would find anything, warnings included");
+    command->add_flag(
+        "--force", options->force, "Empty the work directory even when oxa did not make its files");
+    command->add_flag("--strict", options->strict, "Stop at warnings of `oxa check`, too");
     command->add_flag("--json", options->json, "For programs: one JSON object");
     command->callback([&io, &status, options] {
         options->noSynthesis |= !options->request.family.isEmpty();

@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr char kSummary[] = "Write the skeleton of a configuration";
+constexpr char kSummary[] = "Write an empty configuration";
 
 constexpr char kHelp[]
-    = R"(An existing file is never replaced. Add cores with `oxa add`, which also makes the
-file, with oxa-editor, or by hand after docs/configuration-file.md.)";
+    = R"(An existing file is never replaced. Add cores with `oxa add`, which also creates
+files, with oxa-editor, or by hand (docs/configuration-file.md).)";
 
 struct Options {
     QString file;
@@ -30,7 +30,7 @@ int run(const Options& options, Io& io)
     const int errorsBefore = loggedErrors();
     OXA::fillInfoForEmptyOxaConfig(options.file, options.lite ? OXA::Lite : OXA::Standard);
     if (loggedErrors() > errorsBefore)
-        return kUnusable; // the library has logged why
+        return kUnusable; // the library has logged the reason
     (isStream ? io.err : io.out) << options.file << ": an empty "
                                  << (options.lite ? "Lite" : "Standard") << " configuration\n";
     return kDone;
@@ -42,9 +42,9 @@ void addNew(CLI::App& app, Io& io, int& status)
 {
     CLI::App* command = addCommand(app, "new", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration to write, by custom *.oxa")
+    addText(*command, "FILE", options->file, "The configuration to write, usually *.oxa")
         ->required();
     command->add_flag(
-        "--lite", options->lite, "Cores that only capture, without triggers (default: Standard)");
+        "--lite", options->lite, "For Lite cores, which have no triggers (default: Standard)");
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

@@ -13,12 +13,11 @@
 
 namespace {
 
-constexpr char kSummary[] = "Change a configuration in words";
+constexpr char kSummary[] = "Change settings of a configuration";
 
 constexpr char kHelp[]
-    = R"(Texts are those that `oxa show` prints. Where one belongs to a core, CORE is its
-position, from 0, and may be left out when there is only one. Every option may be
-repeated.
+    = R"(Texts are written as `oxa show` prints them. CORE is the core's position, from 0; it
+may be left out when there is only one core. Every option may be repeated.
 
   oxa set uart.oxa --unit M3='T0 == 0x43c' --expression 0='M3 && !M1'
   oxa set uart.oxa --unit 1.M0='T2 not in 3..7, 3 times in a row'
@@ -26,26 +25,26 @@ repeated.
   oxa set uart.oxa --unit M3=off --expression 1=none
   oxa set uart.oxa --port T3='uart_tx/busy, uart_tx/state' --unit M3='T3 == 6'
 
-A unit is [TYPE:] PORT and ==, !=, <, <=, >, >= VALUE, or [not] in VALUE..VALUE, or,
-of a port of one signal, rises, falls or changes; then perhaps ", N times [in a
-row]". The cheapest type that suffices is taken when none is named. "off" and "on"
-switch a unit and keep its settings. A value is a digit 0, 1, X (any), R (rises), F
-(falls), B (changes) or N (does not) for each signal of the port, or a decimal
-number, or one with 0b or 0x in front; docs/settings.md has all of it. Of a port that
-watches an enumerated signal and nothing else it may be a name, too, when --design or
--f names the design, or FILE.design, which `oxa add` writes.
+A unit is [TYPE:] PORT, then ==, !=, <, <=, > or >= VALUE, or [not] in VALUE..VALUE,
+or, when the port has one signal, rises, falls or changes; then optionally ", N times
+[in a row]". Without TYPE, the cheapest sufficient type is used. "off" and "on" switch
+a unit and keep its settings. A value is a digit for each signal of the port, 0, 1,
+X (any), R (rises), F (falls), B (changes) or N (does not change); or a decimal number;
+or a number that begins with 0b or 0x. docs/settings.md has the details. For a port of
+one enumerated signal, a value can be a name when --design, -f or FILE.design, which
+`oxa add` writes, names the design:
 
   oxa set soc.oxa --unit M0='T0 == STOP'
 
-NAMES are signals, buses or bits that the core captures or watches already, separated
-by commas, the most significant first; "none" leaves the port without any.
+NAMES are signals, buses or bits that the core already captures or watches, separated
+by commas, the most significant first; "none" removes all signals of the port.
 
-LEVEL is an expression's position, from 0; the next one that is free adds one,
-and "none" takes one out.
+LEVEL is the position of an expression, from 0; the first unused position adds an
+expression, and "none" removes one.
 
-Without options the file is written again, with its right checksum. Nothing is
-written, and the exit status is 1, when `oxa check` would find an error that it did
-not find before; when an option cannot be read, the status is 2.)";
+Without options, the file is written again with a correct checksum. When `oxa check`
+would find a new error, nothing is written and the exit status is 1; when an option
+cannot be read, it is 2.)";
 
 struct Options {
     QString file;

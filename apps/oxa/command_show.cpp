@@ -19,17 +19,17 @@ namespace {
 constexpr char kSummary[] = "Print a configuration and the state of its checksum";
 
 constexpr char kHelp[]
-    = R"(The checksum is compared with the one that the file's content asks for; a file
-whose checksum differs was changed by something that did not know about it, or
-damaged, and hosts may refuse it. `oxa set FILE` sets it right.
+    = R"(The checksum is compared with the one computed from the file's content. A file with
+another checksum was damaged, or changed by a program that does not update it; hosts
+may refuse it. `oxa set FILE` corrects the checksum.
 
-`oxa set` takes the texts of match units and trigger ports, behind their names and the
-number of bits, and of expressions, as they are printed here; in --json they are
+`oxa set` takes the texts of match units and trigger ports, after the name and the
+number of bits, and of expressions, as they are printed here; --json has them as
 "text".
 
-Programs write the trigger position when they arm a core. Of what a core captures
-from power-up on, before that, the position is one more on some devices, which are
-named; in --json "powerUp" has them, and is null for a core that is not armed then.)";
+Programs write the trigger position when they arm a core. For captures from power-up
+on, some devices use a trigger position one higher: the output lists these devices;
+--json has them in "powerUp", which is null for a core that is not armed at power-up.)";
 
 struct Options {
     QString file;
@@ -75,7 +75,7 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString
         << OXA::signalsText(core.signalList) << "\n  windows  " << core.windowNum << " of "
         << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
     if (core.captureInitDataEnabled)
-        out << "  armed    from power-up on; its windows from then have "
+        out << "  armed    from power-up on; its windows then have "
             << OXA_CAPTURE::powerUpText(core, file) << '\n';
     for (const OXA::TriggerPort* port : core.availableTriggers())
         out << "  T" << port->index << "       " << bitsText(port->singleSignals().size()) << ": "
@@ -102,7 +102,7 @@ void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const QS
         << " samples in " << storageText(core.implementation) << ": "
         << OXA::signalsText(core.signalList) << '\n';
     if (core.inputRegisterEnabled)
-        out << "           behind an input register\n";
+        out << "           after an input register\n";
     if (core.captureInitDataEnabled)
         out << "  armed    from power-up on\n";
 }
@@ -223,7 +223,7 @@ void print(TextOut& out, const QString& file, const OXA::Configuration& configur
         out << checksum.stored << " matches\n";
     else
         out << (checksum.stored.isEmpty() ? "missing" : checksum.stored + " differs")
-            << "; the content asks for " << checksum.computed << '\n';
+            << "; expected " << checksum.computed << '\n';
     showCores(out, configuration.cores, file);
     showCores(out, configuration.liteCores, file);
 }

@@ -14,22 +14,23 @@ namespace {
 constexpr char kSummary[] = "List the signals of a design or a waveform";
 
 constexpr char kHelp[]
-    = R"(Each signal with its range, what it is, the clock of a register, and where it is
+    = R"(Each signal with its range, its kind, the clock of a register, and where it is
 declared; for an enumeration also its values. Names are paths from the top module,
-as the other commands take them: soc/cpu/pc. A GLOB selects: `*` is any text,
-scopes included, `?` one character; the end of a path is enough.
+such as soc/cpu/pc; other commands take them unchanged. A GLOB selects signals: `*`
+is any text, scopes included, `?` one character; it may omit the start of the path.
 
   oxa signals '*state*' --design soc.sv uart.v --top soc
   oxa signals -f soc.f --top soc > names.txt
   oxa signals --wave soc.vcd 'cpu/*'
 
 The names are those before any optimization. A memory cannot be watched, but the
-signals at its ports can. Yosys reads the design: .sv as SystemVerilog, and then
-.v too; .vhd through GHDL; .json as Yosys wrote it. The files of -f are as for
-Icarus and Verilator, with --top and -P for a top module and its parameters.
+signals at its ports can. Yosys reads the design: .v as Verilog or, when there is a .sv
+file, as SystemVerilog; .vhd through GHDL; .json as written by Yosys. -f reads command
+files of Icarus and Verilator, including --top and -P, the top module and its
+parameters.
 
---design takes all words up to the next option: a GLOB stands before it.
-Exit status 1 says that a GLOB matches nothing.)";
+--design takes all words up to the next option: write a GLOB before it.
+Exit status 1: a GLOB matches nothing.)";
 
 struct Options {
     QStringList globs;
@@ -125,7 +126,7 @@ void printJson(TextOut& out, const OXA::Design& design, const QVector<int>& chos
     out.json(object);
 }
 
-/// The signals that the globs mean, each once; those without any on `err`.
+/// The signals that the globs match, each once; globs that match none are reported on `err`.
 QVector<int> choose(
     const QStringList& globs, const OXA::Design& design, bool& complete, TextOut& err)
 {
@@ -172,7 +173,7 @@ void addSignals(CLI::App& app, Io& io, int& status)
 {
     CLI::App* command = addCommand(app, "signals", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addTexts(*command, "GLOB", options->globs, "Signals to list; all without it")
+    addTexts(*command, "GLOB", options->globs, "Signals to list (default: all)")
         ->expected(0, CLI::detail::expected_max_vector_size);
     addDesignOptions(*command, options->design);
     addWaveOption(*command, options->design);

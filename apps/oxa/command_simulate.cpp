@@ -28,16 +28,16 @@ constexpr double kLastSample = 1e15;
 
 constexpr char kHelp[]
     = R"(The waveform is a value change dump (VCD), as simulators write it. The watched
-signals and the sample clock are found in it by their full hierarchical name, or
-by so many of its last components that no other signal has them. A sample holds
-what a register would see: the values just before the clock's active edge.
-Sample 0 is the waveform's first; every core is armed before it.
+signals and the sample clock are found by their full hierarchical names, or by as many
+of the last components as make them unique. A sample contains the values just before
+the active edge of the clock, as a register would store them. Sample 0 is the first in
+the waveform; every core is armed before it.
 
 Unknown and floating values count as 0 for triggers and are captured as x.
 
-Exit status 1 says that `oxa check` finds what keeps the analyzer from being built
-(docs/checks.md), or that a core did not trigger; how far it got is said, and the
-other cores' samples are written all the same.)";
+Exit status 1: `oxa check` finds an error that prevents building the analyzer
+(docs/checks.md), or a core did not trigger; its progress is printed, and the other
+cores' samples are written.)";
 
 struct Options {
     QString file;
@@ -58,8 +58,8 @@ std::vector<ModelRun> runModels(const Options& options, const std::vector<CorePl
         const SampleTable& samples = waveform.cores[i];
         runs.push_back(runModel(cores[i], samples, options.forceAt));
         if (options.forceAt >= samples.size())
-            err << "warning: " << cores[i].name() << ": it has no sample " << options.forceAt
-                << " to be forced at, only " << samples.size() << '\n';
+            err << "warning: " << cores[i].name() << ": cannot be forced at sample "
+                << options.forceAt << ", there are only " << samples.size() << '\n';
         const QString warning
             = unknownBitsWarning(cores[i], samples, runs.back().progress, options.forceAt);
         if (!warning.isEmpty())
@@ -76,8 +76,8 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
     });
 }
 
-/// Replaces the models' answers by those of the generated Verilog; false, said on `err`, when there
-/// are none.
+/// Replaces the models' results by those of the generated Verilog; false, with the error on `err`,
+/// when there are none.
 bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, std::vector<ModelRun>& runs, TextOut& err)
 {
@@ -108,7 +108,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vecto
     for (size_t i = 0; ok && i < cores.size(); ++i) {
         if (!sameWindows(models[i].windows, runs[i].windows))
             err << "warning: " << cores[i].name()
-                << ": the model of the trigger expects other windows; one of the two is wrong\n";
+                << ": the trigger model expects other windows; one of the two is wrong\n";
     }
     return ok;
 }
@@ -122,7 +122,7 @@ Capture cutCapture(const std::vector<CorePlan>& cores, const SampledWaveform& wa
     return capture;
 }
 
-/// Everything that has to be right before anything is simulated.
+/// Checks everything before anything is simulated.
 bool prepare(const Options& options, const OXA::Configuration& configuration,
     const OXA::OxaArg& arg, std::vector<CorePlan>& cores, TextOut& err)
 {
@@ -140,8 +140,8 @@ bool prepare(const Options& options, const OXA::Configuration& configuration,
     return report(messages, err);
 }
 
-/// Makes the directory that is kept, or empties it; false, said on `err`, when it belongs to
-/// another run.
+/// Creates or empties the directory that --work-dir keeps; false, with the error on `err`, when
+/// another run uses it.
 bool prepareWorkDir(const QString& path, OXA::WorkDir& workDir, TextOut& err)
 {
     if (path.isEmpty())
@@ -155,7 +155,7 @@ bool prepareWorkDir(const QString& path, OXA::WorkDir& workDir, TextOut& err)
     return true;
 }
 
-/// Whether nothing that the run reads is where it writes.
+/// Whether the run writes over none of its inputs.
 bool keepsInputs(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 {
     const OXA_FILES::Inputs inputs = OXA::inputsOf(arg,
@@ -209,17 +209,17 @@ void addSimulate(CLI::App& app, Io& io, int& status)
     addText(*command, "FILE", options->file, "The configuration")->required();
     addSimulationInputs(*command, options->inputs);
     addText(*command, "-o,--output", options->output,
-        "Where the captured samples go: a .vcd, .csv or .sr (sigrok session) file")
+        "File for the samples: .vcd, .csv or .sr (sigrok session)")
         ->type_name("OUT");
     CLI::Option* model = command->add_flag("--model", options->model,
-        "Ask the model of the trigger instead of simulating the generated Verilog");
+        "Use the trigger model instead of simulating the generated Verilog");
     addText(*command, "--netlist", options->netlist,
         "Simulate this synthesized netlist instead of the generated Verilog")
         ->type_name("NETLIST")
         ->excludes(model);
     addIpDir(*command, options->inputs.request);
     addText(*command, "--keep-work", options->workDir,
-        "Keep what the simulation is made of in this directory")
+        "Keep the files of the simulation in this directory")
         ->type_name("DIR")
         ->excludes(model);
     command

@@ -15,20 +15,19 @@ namespace {
 
 using namespace OXA_CAPTURE;
 
-constexpr char kSummary[] = "Serve an analyzer in a simulator, as if it were on a board";
+constexpr char kSummary[] = "Run a simulated target for OpenOCD";
 
 constexpr char kHelp[]
-    = R"(The analyzer is generated, compiled with Icarus, and waits behind its JTAG pads for
-OpenOCD. A moment after `oxa capture` has armed its cores the waveform begins, and
-behind its end the sample clocks stand still; with --loop they do not, and the
-waveform begins again.
+    = R"(The analyzer is generated and compiled with Icarus. It waits for OpenOCD to connect to
+its JTAG pads. The waveform begins shortly after `oxa capture` has armed the cores. At
+its end the sample clocks stop; with --loop it begins again.
 
   oxa target uart.oxa --part PN --stimulus uart.vcd &
   openocd -f simulated-target.cfg &
   oxa capture uart.oxa -o captured.vcd
 
-Exit status 1 says that `oxa check` finds what keeps the analyzer from being
-built (docs/checks.md). Ctrl-C ends it. docs/first-capture.md goes through all of it.)";
+Exit status 1: `oxa check` finds an error that prevents building the analyzer
+(docs/checks.md). Ctrl-C ends the target. docs/first-capture.md is a tutorial.)";
 
 constexpr int kDefaultPort = 9823;
 constexpr int kMostPort = 65535;
@@ -57,7 +56,7 @@ void greet(const SimulatedTarget& target, TextOut& out)
     out.flush();
 }
 
-/// Builds the target and plays to it until it is interrupted.
+/// Builds the target and plays the stimulus until it is interrupted.
 int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, Io& io)
 {
@@ -127,10 +126,10 @@ void addTarget(CLI::App& app, Io& io, int& status)
     addSimulationInputs(*command, options->inputs);
     command
         ->add_option("--port", options->port,
-            "Where OpenOCD finds it, at 127.0.0.1; 0 takes any free port (default: 9823)")
+            "TCP port at 127.0.0.1 for OpenOCD; 0: any free port (default: 9823)")
         ->check(CLI::Range(0, kMostPort))
         ->type_name("N");
-    command->add_flag("--loop", options->loop, "Play the waveform again and again");
+    command->add_flag("--loop", options->loop, "Repeat the waveform");
     addIpDir(*command, options->inputs.request);
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

@@ -11,12 +11,12 @@ namespace {
 constexpr char kSummary[] = "Print the supply voltages that a part allows";
 
 constexpr char kHelp[]
-    = R"(For each of the supplies VCC, VCCX and VCC_LDO the range in volts, the usual
-choices and the default; and which supplies the package shorts together. Exit
-status 1 says that two are shorted, so that they have to have one voltage.
+    = R"(Prints the range in volts, the usual choices and the default of the supplies VCC,
+VCCX and VCC_LDO, and which supplies the package shorts together. Exit status 1: two
+supplies are shorted, so they need the same voltage.
 
-The table is share/device/pn_voltage.csv beside the program; README.md there
-says how a vendor's takes its place.)";
+The table is share/device/pn_voltage.csv beside the program; README.md there explains
+how to use a vendor's table.)";
 
 constexpr Table::Column kColumns[] = {
     {"SUPPLY",  Table::Left },

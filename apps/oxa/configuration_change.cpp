@@ -27,7 +27,7 @@ QList<OXA::Problem> without(const QList<OXA::Problem>& problems, const QList<OXA
     return added;
 }
 
-/// Says what of the file `path` is not in the cores that were read from it.
+/// Reports what the file `path` contains beside the cores that were read from it.
 void reportLost(const QString& path, const QList<OXA::Problem>& problemsOfCores, TextOut& err)
 {
     for (const OXA::Problem& problem : without(OXA::checkConfigFile(path), problemsOfCores)) {
@@ -66,7 +66,7 @@ bool ConfigurationChange::write(
 {
     if (countOf(problems, OXA::Severity::Error) == 0)
         return OXA::writeConfiguration(path, configuration, error);
-    return OXA::fail(error, path + ": not written, since these errors are new");
+    return OXA::fail(error, path + ": not written, because of these new errors");
 }
 
 void sayProblems(const QString& path, const QList<OXA::Problem>& problems, TextOut& err)

@@ -13,9 +13,9 @@ using OXA_CAPTURE::Messages;
 
 namespace {
 
-constexpr char kNone[] = "none"; // the expression, or the port's signals, that are taken out
+constexpr char kNone[] = "none"; // removes the expression, or the port's signals
 
-/// What an option says: of which core, what of it, and the text or number that it becomes.
+/// One option: the core, the name within it and the new text or number.
 struct Change {
     int core = -1; ///< a position
     QString name; ///< "M3"
@@ -35,7 +35,7 @@ bool findCore(const QString& text, const Configuration& configuration, int& core
     core = text.isEmpty() ? 0 : text.toInt(&ok);
     if (text.isEmpty() && count > 1)
         return fail(error,
-            QString("there are %1 cores; begin with which one, 0 to %2")
+            QString("there are %1 cores; write the core first, 0 to %2")
                 .arg(QString::number(count), QString::number(count - 1)));
     if (count == 0)
         return fail(error, "the configuration has no core");
@@ -45,7 +45,7 @@ bool findCore(const QString& text, const Configuration& configuration, int& core
     return true;
 }
 
-/// Splits "CORE.NAME=VALUE", where NAME is as `name` says.
+/// Splits "CORE.NAME=VALUE"; `name` is a regular expression.
 bool splitNamed(const QString& text, const QString& name, const char* example,
     const Configuration& configuration, Change& change, QString* error)
 {
@@ -53,7 +53,7 @@ bool splitNamed(const QString& text, const QString& name, const char* example,
         "^(?:(\\d+)\\.)?(" + name + ")\\s*=(.*)$", QRegularExpression::DotMatchesEverythingOption);
     const auto match = form.match(text);
     if (!match.hasMatch())
-        return fail(error, QString("it does not begin as in %1, or 0.%1 for core 0").arg(example));
+        return fail(error, QString("write it like %1, or 0.%1 for core 0").arg(example));
     change.name = match.captured(2);
     change.value = match.captured(3);
     return findCore(match.captured(1), configuration, change.core, error);
@@ -100,8 +100,8 @@ bool setUnit(const Change& change, AoCore& core, const ValueNames& names, QStrin
     return unitFromText(change.value, unit, error, names);
 }
 
-/// Sets or adds an expression. One to be taken out goes into `removed`: it keeps its place until
-/// all options are applied, so that their numbers are the file's.
+/// Sets or adds an expression. One to be removed goes into `removed`: it keeps its place until all
+/// options are applied, so that their numbers are those of the file.
 bool setExpression(const Change& change, AoCore& core, QSet<int>& removed, QString* error)
 {
     const int level = change.name.toInt();
@@ -129,7 +129,7 @@ void removeExpressions(AoCore& core, const QSet<int>& removed)
     }
 }
 
-/// The number that `text` stands for.
+/// The number that `text` represents.
 bool readValue(const CoreSetting& setting, const QString& text, int& value, QString* error)
 {
     QStringList words;
@@ -144,8 +144,8 @@ bool readValue(const CoreSetting& setting, const QString& text, int& value, QStr
     if (ok)
         return true;
     return fail(error,
-        words.isEmpty() ? QString("\"%1\" is no whole number of 32 bits").arg(text)
-                        : QString("\"%1\" is none of \"%2\"").arg(text, words.join("\", \"")));
+        words.isEmpty() ? QString("\"%1\" is not an integer of 32 bits").arg(text)
+                        : QString("\"%1\" is not one of \"%2\"").arg(text, words.join("\", \"")));
 }
 
 bool setSetting(
@@ -164,7 +164,7 @@ bool setSetting(
     return true;
 }
 
-/// Applies what each of the option's `texts` says.
+/// Applies each of the option's `texts`.
 template <typename Split, typename Apply>
 void changeEach(const char* option, const QStringList& texts, const Configuration& configuration,
     Messages& problems, const Split& split, const Apply& apply)
@@ -193,33 +193,33 @@ const std::vector<CoreSetting>& coreSettings()
 {
     static const std::vector<CoreSetting> settings {
   // clang-format off
-        {"--samples", "N", "Samples of a window; of a Lite core: of its memory", {},
+        {"--samples", "N", "Samples in each window; Lite cores: in the memory", {},
             [](AoCore& core, int value) { core.captureAmount = value; },
             [](AOCore_Lite& core, int value) { core.captureAmount = value; }},
-        {"--position", "N", "Samples of a window before its trigger", {},
+        {"--position", "N", "Samples in each window before its trigger", {},
             [](AoCore& core, int value) { core.triggerPos = value; }, nullptr},
-        {"--windows", "N", "Windows of a run", {},
+        {"--windows", "N", "Windows in a run", {},
             [](AoCore& core, int value) { core.windowNum = value; }, nullptr},
-        {"--depth", "N", "Samples that the memory holds, of all windows", {},
+        {"--depth", "N", "Samples in the memory, for all windows", {},
             [](AoCore& core, int value) { core.storageDepth = value; }, nullptr},
-        {"--memory", "KIND", "Of the samples: block SRAM, registers or shadow SRAM", kMemoryWords,
+        {"--memory", "KIND", "For samples: block SRAM, registers or shadow SRAM", kMemoryWords,
             [](AoCore& core, int value) { core.implementation = value; },
             [](AOCore_Lite& core, int value) { core.implementation = value; }},
-        {"--edge", "EDGE", "Of the sample clock, that takes samples: rising or falling", kEdgeWords,
+        {"--edge", "EDGE", "Active edge of the sample clock: rising or falling", kEdgeWords,
             [](AoCore& core, int value) { core.trigType = value; },
             [](AOCore_Lite& core, int value) { core.trigType = value; }},
-        {"--expression-type", "TYPE", "What all expressions are: static or dynamic",
+        {"--expression-type", "TYPE", "Type of all expressions: static or dynamic",
             kExpressionWords,
             [](AoCore& core, int value) { core.expressionType = value; }, nullptr},
-        {"--table-memory", "KIND", "Of dynamic expressions' tables", kMemoryWords,
+        {"--table-memory", "KIND", "Memory for the tables of dynamic expressions", kMemoryWords,
             [](AoCore& core, int value) { core.exImplementation = value; }, nullptr},
         {"--power-up", "SWITCH", "Capture from power-up on: on or off", kSwitchWords,
             [](AoCore& core, int value) { core.captureInitDataEnabled = value; },
             [](AOCore_Lite& core, int value) { core.captureInitDataEnabled = value; }},
-        {"--force-falling", "SWITCH", "Force the trigger by the falling edge: on or off",
+        {"--force-falling", "SWITCH", "Force the trigger at the falling edge: on or off",
             kSwitchWords,
             [](AoCore& core, int value) { core.forceTriggerByFallingEdge = value; }, nullptr},
-        {"--input-register", "SWITCH", "Of a Lite core, before its memory: on or off", kSwitchWords,
+        {"--input-register", "SWITCH", "Input register of a Lite core: on or off", kSwitchWords,
             nullptr, [](AOCore_Lite& core, int value) { core.inputRegisterEnabled = value; }},
   // clang-format on
     };

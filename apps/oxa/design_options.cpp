@@ -15,8 +15,7 @@ void addDesignOptions(CLI::App& command, DesignOptions& options)
         ->type_name("FILE")
         ->expected(1, CLI::detail::expected_max_vector_size);
     addText(command, "--top", options.sources.top, "Top module of the design")->type_name("NAME");
-    addTexts(
-        command, "-f", options.lists, "Command file of sources, as Icarus and Verilator take it")
+    addTexts(command, "-f", options.lists, "Command file of Icarus or Verilator with the sources")
         ->type_name("LIST");
     addTexts(command, "-I", options.sources.includeDirs, "Directory of `include files")
         ->type_name("DIR");
@@ -112,7 +111,7 @@ bool readKnownSignals(const DesignOptions& options, const QString& configuration
     if (!known || readDesign(sources, design, err))
         return true;
     if (!options.given())
-        err << "    the design is the one that " << OXA::designListOf(configuration) << " names\n";
+        err << "    the sources are listed in " << OXA::designListOf(configuration) << "\n";
     return false;
 }
 
@@ -124,7 +123,7 @@ bool readSignals(const DesignOptions& options, const QString& configuration, OXA
     if (!readKnownSignals(options, configuration, design, known, err))
         return false;
     if (!known)
-        err << "error: no design is named: --design, -f or --wave does that\n";
+        err << "error: no design; name its sources by --design or -f, or a waveform by --wave\n";
     return known;
 }
 

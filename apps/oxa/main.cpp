@@ -11,9 +11,9 @@ namespace {
 
 constexpr char kHelp[] = R"(Embedded logic analyzers for FPGA designs.
 
-A configuration file names the signals to watch and the condition to wait for;
-oxa writes the Verilog of an analyzer for it, synthesizes a netlist, and answers
-what it costs and whether it fits.
+A configuration file lists the signals to watch and the trigger condition. oxa
+writes the Verilog of an analyzer for it, synthesizes a netlist, and reports the
+resources that it needs and whether it fits.
 )";
 
 constexpr char kFooter[] = R"(A first run:
@@ -21,8 +21,8 @@ constexpr char kFooter[] = R"(A first run:
   oxa show examples/uart/uart.oxa
   oxa generate examples/uart/uart.oxa --part QX1N-9LV-QFN88-C6 --work-dir /tmp/uart
 
-`oxa COMMAND --help` explains a command. Exit status: 0 done, 1 the job failed,
-2 the call or an input file is unusable.
+`oxa COMMAND --help` describes a command. Exit status: 0 done, 1 the job failed,
+2 the options or an input file cannot be used.
 )";
 
 std::string failureMessage(const CLI::App* command, const CLI::Error& error)
@@ -33,7 +33,7 @@ std::string failureMessage(const CLI::App* command, const CLI::Error& error)
     const std::string name = called == command ? "oxa" : "oxa " + called->get_name();
     const QString what = OXA::shownText(QString::fromLocal8Bit(error.what()));
     return "error: " + what.toLocal8Bit().toStdString() + "; `" + name
-        + " --help` explains the call\n";
+        + " --help` lists the options\n";
 }
 
 int parse(CLI::App& app, int argc, char** argv, TextOut& err, int& status)
@@ -95,7 +95,7 @@ static int run(int argc, char** argv)
     status = parse(app, argc, argv, err, status);
     out.flush();
     if (status == kDone && (out.failed() || std::ferror(stdout))) {
-        err << "error: the result could not be written to standard output\n";
+        err << "error: cannot write the result to standard output\n";
         return kJobFailed;
     }
     return status;
@@ -105,7 +105,7 @@ int main(int argc, char** argv)
 {
     try {
         return run(argc, argv);
-    } catch (const std::exception& exception) { // out of memory, for the most part
+    } catch (const std::exception& exception) { // usually out of memory
         std::fprintf(stderr, "error: %s\n", exception.what());
         return kJobFailed;
     }

@@ -31,12 +31,12 @@ CLI::Option* addTexts(
 
 CLI::Validator between(double least, double most)
 {
-    // CLI's own words print the largest number in full, and its ranges let NaN pass.
+    // CLI11's own message prints the largest number in full, and its range check accepts NaN.
     const auto check = [least, most](const std::string& text) {
         double number = 0;
         if (CLI::detail::lexical_cast(text, number) && number >= least && number <= most)
             return std::string();
-        return QString("\"%1\" is no number from %2 to %3")
+        return QString("\"%1\" is not a number from %2 to %3")
             .arg(QString::fromStdString(text), QString::number(least, 'g', kDigits),
                 QString::number(most, 'g', kDigits))
             .toStdString();
@@ -57,7 +57,7 @@ CLI::Option* addPartOptions(CLI::App& command, PartOptions& options)
         command, "--part", options.part, "Part number to build for; `oxa devices` lists them")
                             ->type_name("PN");
     addText(command, "--device", options.device,
-        "Device name, where the part number alone is ambiguous")
+        "Device name, when several devices have the part number")
         ->type_name("NAME")
         ->needs(part);
     addCatalogueOption(command, options.deviceDb);

@@ -36,7 +36,7 @@ QString namedCatalogue(const PartOptions& options)
 
 bool loadCatalogue(const PartOptions& options, TextOut& err)
 {
-    // Nobody asked for the built-in catalogue that stands in for one which cannot be read.
+    // When the named catalogue cannot be read, do not use the built-in one instead.
     const QString named = namedCatalogue(options);
     qunsetenv("OXA_DEVICE_DB");
     QString error;
@@ -63,7 +63,8 @@ std::optional<DEV::ChipInfo> findPart(const PartOptions& options, TextOut& err)
     }
     if (devices.size() > 1) {
         err << "error: part \"" << options.part
-            << "\" is of several devices; add --device and one of " << quotedList(devices) << '\n';
+            << "\" belongs to several devices; add --device with one of " << quotedList(devices)
+            << '\n';
         return {};
     }
     return DEV::DeviceDb::instance().find(options.part, devices.first());

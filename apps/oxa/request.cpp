@@ -20,7 +20,8 @@ void addTargetOptions(CLI::App& command, RequestOptions& options)
 
 void addIpDir(CLI::App& command, RequestOptions& options)
 {
-    addText(command, "--ip-dir", options.ipDir, "The installed cores (default: beside the program)")
+    addText(command, "--ip-dir", options.ipDir,
+        "Directory of the installed cores (default: beside the program)")
         ->type_name("DIR");
 }
 

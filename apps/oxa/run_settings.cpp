@@ -9,8 +9,8 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-// The unit that `text` begins with ("M3=...") in the one core that has it switched on; null, with
-// the reason in `error`, when there is none.
+// The unit that `text` begins with ("M3=...") in the one core that has it enabled; null, with the
+// reason in `error`, when there is none.
 OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QString* error)
 {
     static const QRegularExpression name("^M(\\d{1,2})=");
@@ -28,7 +28,7 @@ OXA::MatchUnit* unitOf(const QString& text, const QList<OXA::AoCore*>& cores, QS
     if (count == 1)
         return found;
     OXA::fail(error,
-        !match.hasMatch() ? "it does not begin as in M3=10XR"
+        !match.hasMatch() ? "write it like M3=10XR"
             : count == 0  ? "no core that runs has this match unit"
                           : "several cores have this match unit; choose one of them with --core");
     return nullptr;
@@ -44,7 +44,7 @@ QStringList complaintsOf(const QList<OXA::AoCore*>& cores, const OXA::MatchUnit&
     return texts;
 }
 
-// A value's characters, or a range's two bounds. What is none of it is said.
+// Sets a value's characters, or a range's two bounds; returns the error.
 QString setValues(OXA::MatchUnit& unit, const QString& text)
 {
     const QStringList values = text.toUpper().split("..");
@@ -62,7 +62,7 @@ QString setCounter(OXA::MatchUnit& unit, const QString& text)
 {
     bool ok = false;
     unit.counter = text.toInt(&ok);
-    return ok ? QString() : QString("\"%1\" is no number that a counter counts to").arg(text);
+    return ok ? QString() : QString("\"%1\" is not a number that a counter can count to").arg(text);
 }
 
 void change(const char* option, const QStringList& texts,
@@ -106,7 +106,7 @@ void changeUnits(const RunSettings& settings, const QList<OXA::AoCore*>& cores, 
 void changeWindows(const RunSettings& settings, TriggerSetup& setup)
 {
     if (settings.samples > 0) {
-        // The trigger stays as far from the end of the window as it can.
+        // Keep the trigger position, up to the last sample of the window.
         setup.triggerPos = std::min(setup.triggerPos, settings.samples - 1);
         setup.captureAmount = settings.samples;
     }

@@ -4,21 +4,20 @@
 
 namespace {
 
-/// What is wrong, and what to do about it.
 QString faultText(OXA::WorkDirFault fault, const QString& path, const QString& lost)
 {
     switch (fault) {
     case OXA::WorkDirFault::NoName:
-        return "the work directory has no name";
+        return "the work directory's name is empty";
     case OXA::WorkDirFault::NoDirectory:
         return path + " is not a directory";
     case OXA::WorkDirFault::HoldsInput:
-        return path + " would be emptied, but it holds or lies in " + lost
-            + "; name another work directory";
+        return path + " would be emptied, but it contains, or is in, " + lost
+            + "; choose another work directory";
     default:
         return path
-            + " would be emptied, but `oxa generate` did not make what is in it; name another"
-              " --work-dir, or add --force to lose its content";
+            + " would be emptied, but `oxa generate` did not create its files; choose another"
+              " --work-dir, or add --force to delete them";
     }
 }
 
@@ -40,6 +39,6 @@ bool mayWrite(const QString& output, const OXA_FILES::Inputs& inputs, TextOut& e
     const QString lost = OXA_FILES::lostByWriting(output, inputs);
     if (!lost.isEmpty())
         err << "error: " << output << " would replace " << lost
-            << ", which this run reads; name another file with -o\n";
+            << ", which this command reads; choose another file with -o\n";
     return lost.isEmpty();
 }

@@ -63,18 +63,18 @@ std::vector<CapturedWindow> cutWindows(
 bool mayWriteCapture(const QString& path, QString* error)
 {
     if (!formatOf(path))
-        return OXA::fail(error, QString("%1: the ending has to be .vcd, .csv or .sr").arg(path));
+        return OXA::fail(error, QString("%1: the suffix has to be .vcd, .csv or .sr").arg(path));
     const QString cannot = path + ": cannot be written: ";
     const QFileInfo file(path);
     const QFileInfo directory(file.absolutePath());
     if (file.isDir())
         return OXA::fail(error, cannot + "it is a directory");
     if (file.exists() && !file.isWritable())
-        return OXA::fail(error, cannot + "it may not be changed");
+        return OXA::fail(error, cannot + "no permission to change it");
     if (!directory.isDir())
         return OXA::fail(error, cannot + "there is no directory " + directory.filePath());
     if (!file.exists() && !directory.isWritable())
-        return OXA::fail(error, cannot + "nothing may be written to " + directory.filePath());
+        return OXA::fail(error, cannot + "no permission to write to " + directory.filePath());
     return true;
 }
 

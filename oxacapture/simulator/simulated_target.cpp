@@ -16,9 +16,9 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kLook = 5000; // ms between looks whether a silent simulator computes
-constexpr int kCompilePoll = 100; // ms between questions whether to go on
-constexpr int kLogLines = 20; // of the compiler's that are shown
+constexpr int kLook = 5000; // ms between checks of a simulator without output
+constexpr int kCompilePoll = 100; // ms between calls of `goesOn`
+constexpr int kLogLines = 20; // of the compiler's log that are shown
 constexpr qint64 kMostAnswer = 1 << 20; // bytes
 
 QString absolute(const QString& path) { return QFileInfo(path).absoluteFilePath(); }
@@ -49,7 +49,7 @@ struct Signal {
     const char* shellSays;
 };
 
-// Which end a program that has a fault, or that takes too much memory.
+// Signals of a program that has a fault or uses too much memory.
 constexpr Signal kSignals[] = {
     {SIGILL,  "Illegal instruction"     },
     {SIGABRT, "Aborted"                 },
@@ -59,8 +59,8 @@ constexpr Signal kSignals[] = {
     {SIGSEGV, "Segmentation fault"      },
 };
 
-/// The signal that ended the compiler, or its main part, which iverilog has a shell start; null
-/// when none did. A status without the shell's `words` is a number of errors.
+/// The signal that ended the compiler or its child process, which iverilog starts in a shell; null
+/// when there was none. Without the shell's `words`, the status is a number of errors.
 const Signal* endingSignal(const QProcess& iverilog, const QString& words)
 {
     constexpr int kOfShell = 128; // plus the signal
@@ -74,16 +74,17 @@ const Signal* endingSignal(const QProcess& iverilog, const QString& words)
     return nullptr;
 }
 
-/// Why there is nothing compiled; `log` is the compiler's.
+/// The error of a failed compilation; `log` is the compiler's.
 QString compilerFailure(const QProcess& iverilog, const QString& log)
 {
     const QString words = firstLines(log);
     const Signal* signal = endingSignal(iverilog, words);
     if (!signal)
         return "iverilog does not accept the Verilog:\n" + words;
-    return QString("iverilog was ended by signal %1 (%2), as Icarus 11 is by packed structures and"
-                   " enumerations of a package; simulate such a design with Verilator, or as"
-                   " Verilog-2005\n%3")
+    return QString(
+        "iverilog was ended by signal %1 (%2); Icarus 11 crashes at packed structures and"
+        " enumerations of a package; simulate such a design with Verilator, or write it in"
+        " Verilog-2005\n%3")
         .arg(QString::number(signal->number), signal->shellSays, words)
         .trimmed();
 }
@@ -121,7 +122,7 @@ bool SimulatedTarget::build(
 {
     m_workDir = absolute(design.workDir);
     m_plugin = design.dirs.plugin;
-    // Verilog keeps unknown values to itself, gates do not.
+    // Verilog suppresses unknown values where gates do not.
     m_settle = design.netlist.isEmpty() ? QStringList() : QStringList {"+oxa_settle=1"};
     const QString bench = m_workDir + "/testbench.v";
     QStringList sources;
@@ -156,14 +157,14 @@ bool SimulatedTarget::compile(const QStringList& arguments, const std::function<
     for (const QString& argument : arguments) {
         if (argument.contains('"') || OXA::shownText(argument) != argument)
             return fail(OXA::shownText(argument)
-                + ": holds a double quote or a character that does not show, which Icarus takes for"
-                  " the end of a path; name another directory or file");
+                + ": contains a double quote or a character that does not print, where Icarus ends "
+                  "a path; choose another directory or file");
     }
     QProcess iverilog;
     const QString log = m_workDir + "/iverilog.log";
     iverilog.setProcessChannelMode(QProcess::MergedChannels);
     iverilog.setStandardOutputFile(log);
-    // It leaves its temporary files when it is ended, and hands their directory to a shell.
+    // When it is ended, it leaves its temporary files; it passes their directory to a shell.
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     for (const char* name : {"TMP", "TMPDIR", "TEMP"})
         environment.insert(name, ".");
@@ -208,12 +209,12 @@ bool SimulatedTarget::start(const QString& stimulus)
 
 bool SimulatedTarget::serve(const QString& stimulus, int port)
 {
-    // It has said its port once it obeys.
+    // It prints its port when it is ready for commands.
     if (!run(stimulus, QString("tcp:%1").arg(port)) || !rewind())
         return false;
     static const QRegularExpression listens("at port (\\d+)");
     m_port = listens.match(lastWords()).captured(1).toInt();
-    return m_port > 0 || fail("the simulator does not say its port: " + lastWords());
+    return m_port > 0 || fail("the simulator does not print its port: " + lastWords());
 }
 
 bool SimulatedTarget::connectTo(
@@ -227,7 +228,7 @@ bool SimulatedTarget::connectTo(
     return true;
 }
 
-// Asked while the simulator is silent, `looks` times in a row.
+// Called while the simulator does not respond, `looks` times in a row.
 bool SimulatedTarget::mayAnswer(int looks)
 {
     if (looks == 1)
@@ -266,7 +267,7 @@ bool SimulatedTarget::look(const QStringList& names, std::vector<Level>& levels)
     if (!order("look " + names.join(' ').toUtf8(), answer))
         return false;
     if (!answer.startsWith("saw ") || answer.size() != 4 + names.size())
-        return fail("the simulator does not see: " + QString(answer));
+        return fail("the simulator does not read the nets: " + QString(answer));
     levels.clear();
     for (const char level : answer.mid(4))
         levels.push_back(level == '2' ? HighAgain : level == '1' ? High : Low);

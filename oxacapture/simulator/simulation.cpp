@@ -31,8 +31,8 @@ QSet<QString> watchedNames(const std::vector<CorePlan>& cores)
     return names;
 }
 
-// A watched sample clock has two values at its own edge: the old one for the sample, the new one
-// that takes it. So the clock gets a port of its own.
+// A watched sample clock has two values at its own edge: the old one in the sample, the new one
+// that takes it. So the clock gets a separate port.
 void separateClocks(const std::vector<CorePlan>& cores, Preparation& preparation)
 {
     const QSet<QString> watched = watchedNames(cores);
@@ -66,7 +66,7 @@ Preparation prepare(const std::vector<CorePlan>& cores, const QList<OXA::AOCore_
         for (const QStringList& field : core.request.fields)
             addPorts(ports.values, ports.clocks, field);
     }
-    // The wrapper has the signals of all Lite cores, though it holds but the first.
+    // The wrapper has the signals of all Lite cores, but contains only the first core.
     for (const OXA::AOCore_Lite* core : liteCores)
         addPorts(ports.values, ports.clocks, core->dataSignals() + QStringList(core->sampleClock));
     ports.values.removeDuplicates();
@@ -80,7 +80,7 @@ void renameClocks(const QList<Core*>& cores, const QHash<QString, QString>& name
         core->sampleClock = names.value(core->sampleClock, core->sampleClock);
 }
 
-// Writes the configuration with its clocks renamed, and says where.
+// Writes the configuration with renamed clocks; returns its path.
 QString renamedConfiguration(const Simulation& simulation, const QHash<QString, QString>& names)
 {
     const QString& original = simulation.arg.configFile;
@@ -119,7 +119,7 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
         design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
     if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty())
         return OXA::fail(error,
-            "a netlist cannot be simulated whose cores watch their sample clocks ("
+            "cannot simulate a netlist whose cores watch their sample clocks ("
                 + QStringList(preparation.clockNames.keys()).join(", ") + ')');
     if (!preparation.clockNames.isEmpty())
         design.arg.configFile = renamedConfiguration(simulation, preparation.clockNames);
@@ -127,8 +127,8 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     return target.build(design, preparation.ports, goesOn) || OXA::fail(error, target.error());
 }
 
-// Clock periods that the cores need to come to rest, those of them that run from power-up on with
-// another trigger position than the configuration's.
+// Clock periods until those cores are at rest that run from power-up on with another trigger
+// position than the configuration's.
 int periodsInFront(const std::vector<CorePlan>& cores)
 {
     const bool any = std::any_of(cores.begin(), cores.end(), [](const CorePlan& core) {

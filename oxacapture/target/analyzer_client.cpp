@@ -28,9 +28,10 @@ constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "
 
 constexpr int kCrcBits = 32;
 constexpr int kCommandBits = 6;
-constexpr int kMostDelay = 24; // bits from a question to its answer, other devices included
+constexpr int kMostDelay = 24; // bits from a request to its answer, other devices included
 constexpr int kAttempts = 3;
-// Another client's scan may come between a write and its check, which then tells of that scan.
+// Another client's scan may come between a write and its check, which then reads the result of that
+// scan.
 constexpr int kWriteAttempts = 12;
 
 constexpr int kAddressBits = 8;
@@ -39,7 +40,7 @@ constexpr int kGuards[kAddressBits] = {3, 5, 6, 7, 9, 10, 11, 12};
 
 int addressOf(int core, int reg) { return core << 4 | reg; }
 
-// Tells a core that no bit of an address was flipped.
+// Detects a flipped bit in an address.
 quint64 guardOf(int address)
 {
     int guard = 15;
@@ -48,7 +49,7 @@ quint64 guardOf(int address)
     return quint64(guard);
 }
 
-// A sum that begins with the address.
+// A checksum that begins with the address.
 OXA::Crc32 crcAt(int core, int reg)
 {
     OXA::Crc32 crc;
@@ -65,10 +66,10 @@ BitString address(int core, int reg)
     return bits;
 }
 
-// A scan that begins with these two bits moves data.
+// A scan that begins with these two bits transfers data.
 BitString dataScan() { return BitString(0b01, 2); }
 
-// Where what was asked for begins: behind the first one.
+// The start of the requested data: after the first one bit.
 int answerBegin(const BitString& in) { return in.zerosFrom(0) + 1; }
 
 }
@@ -94,7 +95,7 @@ bool AnalyzerClient::begin()
     return false;
 }
 
-// Where a link is shared, another program may have loaded another instruction.
+// On a shared link, another program may have loaded another instruction.
 bool AnalyzerClient::select(int core)
 {
     return m_link.scanIr(m_instruction) || fail(core, m_link.error());
@@ -106,13 +107,13 @@ bool AnalyzerClient::scan(int core, int reg, const BitString& out, BitString& in
     return m_link.scanDrAfter(address(core, reg), out, &in) || fail(core, m_link.error());
 }
 
-// Reads the register. False when the link fails; else `answer` says what came.
+// Reads the register. False when the link fails; else `answer` is the kind of answer.
 bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answer& answer)
 {
     BitString out = dataScan();
     for (int bit = 0; bit < bits; ++bit)
         out.append(false);
-    out.append(true); // asks for the sum
+    out.append(true); // requests the checksum
     out.append(0, kCrcBits);
     out.append(0, kMostDelay);
     BitString in;
@@ -121,7 +122,7 @@ bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answe
     answer = Answer::None;
     const int begin = answerBegin(in);
     if (begin + bits + kCrcBits > in.size())
-        return true; // silence, or a stray bit
+        return true; // no answer, or a corrupted bit
     data = {};
     OXA::Crc32 crc = crcAt(core, reg);
     for (int bit = begin; bit < begin + bits; ++bit) {
@@ -144,7 +145,7 @@ bool AnalyzerClient::read(int core, int reg, int bits, BitString& data)
     const QString name = kRegisterNames[reg];
     return fail(core,
         answer == Answer::None ? "it does not answer about its " + name
-                               : "its " + name + " arrives damaged, however often it is read");
+                               : "its " + name + " is corrupted at every read");
 }
 
 bool AnalyzerClient::write(int core, int reg, const BitString& data)
@@ -168,10 +169,10 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
         if (begin + kCrcBits <= in.size() && in.number(begin, kCrcBits) == crc.sum())
             return true;
     }
-    return fail(core, QString("it does not take its ") + kRegisterNames[reg]);
+    return fail(core, QString("it does not accept its ") + kRegisterNames[reg]);
 }
 
-// Whether there is a core: silence has to be heard twice, for a bit may have gone wrong.
+// Whether there is a core: one missing answer may be a corrupted bit, so two are required.
 bool AnalyzerClient::probe(int core, bool& present)
 {
     int silences = 0;
@@ -186,7 +187,7 @@ bool AnalyzerClient::probe(int core, bool& present)
             return true;
         silences += answer == Answer::None ? 1 : 0;
     }
-    return silences > 0 || fail(core, "its identity arrives damaged, however often it is read");
+    return silences > 0 || fail(core, "its identity is corrupted at every read");
 }
 
 bool AnalyzerClient::readIdentity(int core, CoreIdentity& identity)
@@ -255,9 +256,9 @@ bool AnalyzerClient::command(int core, CoreCommand command)
 bool AnalyzerClient::readWords(
     const CoreIdentity& core, int reg, qint64 words, int wordBits, BitString& data)
 {
-    constexpr qint64 kMostBits = 1 << 28; // three pads a bit have to fit an array
+    constexpr qint64 kMostBits = 1 << 28; // three characters for each bit have to fit an array
     if (words > core.depth || words * wordBits > kMostBits)
-        return fail(core.position, QString("it claims %1 samples in its memory").arg(words));
+        return fail(core.position, QString("it reports %1 samples in its memory").arg(words));
     return read(core.position, reg, int(words) * wordBits, data);
 }
 

@@ -36,7 +36,7 @@ bool fingerprintsOf(OXA::OxaArg arg, const QList<OXA::AoCore*>& cores,
         && generatedFingerprints(arg.workDir, built.cores, built.fingerprints, error);
 }
 
-// A core whose generated files show all that devices make of one.
+// A core whose generated files differ for all kinds of devices.
 std::unique_ptr<OXA::AoCore> deviceProbeCore()
 {
     auto core = std::make_unique<OXA::AoCore>(0);
@@ -48,7 +48,7 @@ std::unique_ptr<OXA::AoCore> deviceProbeCore()
     return core;
 }
 
-// One part of each kind that generated files tell apart; the kind without a part comes first.
+// One part of each kind that makes a difference in generated files; first the kind without a part.
 QList<DEV::ChipInfo> kindsOfParts(const QString& configFile)
 {
     const std::unique_ptr<OXA::AoCore> core = deviceProbeCore();
@@ -95,7 +95,7 @@ std::vector<BuiltConfiguration> builtConfigurations(const QString& configFile,
     std::vector<BuiltConfiguration> all;
     corePlans(cores, liteCores, argOf(configFile, {}), messages);
     if (cores.isEmpty() && liteCores.isEmpty())
-        messages.append({configFile, "it holds no core"});
+        messages.append({configFile, "it contains no core"});
     if (!messages.isEmpty())
         return all;
     for (const DEV::ChipInfo& chip : kindsOfParts(configFile)) {

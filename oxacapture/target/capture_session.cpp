@@ -11,16 +11,16 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kRestPatience = 2000; // ms for the sample clock's last edges of a run
-constexpr int kRestLooks = 200; // at least: on a busy machine both take longer
+constexpr int kRestLooks = 200; // at least, because a busy machine takes longer
 constexpr int kPollPause = 20; // ms
-constexpr int kClockPatience = 1000; // ms without an edge, and a sample clock seems to stand
+constexpr int kClockPatience = 1000; // ms without an edge until a sample clock counts as stopped
 
 bool sameTable(const TriggerTable& a, const TriggerTable& b)
 {
     return a.units == b.units && a.rows == b.rows;
 }
 
-// Whether both tell the same of a run; that it still goes on is no part of it.
+// Whether both report the same state of a run, except for whether it is still going on.
 bool isSameState(const CoreStatus& a, const CoreStatus& b)
 {
     return a.open == b.open && a.wentRound == b.wentRound && a.complete == b.complete
@@ -28,7 +28,7 @@ bool isSameState(const CoreStatus& a, const CoreStatus& b)
         && a.snapshot.matches == b.snapshot.matches;
 }
 
-// What the sum of names number `list` says when it is another one.
+// The difference in the names of list number `list`.
 QString otherNames(const CoreIdentity& core, int list)
 {
     if (list == 0)
@@ -72,7 +72,7 @@ QString CoreProgress::clockText() const
 {
     return clockRuns ? ""
         : clockRan   ? "its sample clock ran, but has stopped or is very slow"
-                     : "its sample clock stands still, or is very slow";
+                     : "its sample clock is stopped, or very slow";
 }
 
 CaptureSession::CaptureSession(JtagLink& link, const BitString& instruction)
@@ -186,7 +186,7 @@ QString CaptureSession::namesWarning() const
             + ", so it cannot be verified that its signals are those that the configuration names";
 }
 
-// Static expressions are logic; a run can only use fewer of them.
+// Static expressions are logic; a run can only use fewer levels.
 bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
 {
     const std::vector<TriggerTable>& built = m_build.cores[core].setup.levels;
@@ -195,7 +195,7 @@ bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
     if (setup.levels.size() <= built.size()
         && std::equal(setup.levels.begin(), setup.levels.end(), built.begin(), sameTable))
         return true;
-    return failAt(core, "its expressions are static: other ones need another netlist");
+    return failAt(core, "its expressions are static: other expressions need another netlist");
 }
 
 bool CaptureSession::arm(const std::vector<CoreRun>& runs, Tables tables)
@@ -217,7 +217,7 @@ bool CaptureSession::arm(const std::vector<CoreRun>& runs, Tables tables)
     return true;
 }
 
-// Brings the core to rest, and writes what it is to look for.
+// Stops the core, waits until it is at rest, and writes its settings.
 bool CaptureSession::prepare(const CoreRun& run, Tables tables)
 {
     const CoreIdentity& identity = m_identities[run.core];
@@ -227,7 +227,7 @@ bool CaptureSession::prepare(const CoreRun& run, Tables tables)
     if (!failUnlessAtRest(run.core, status))
         return false;
     if (status.armed || status.running)
-        return failAt(run.core, "it does not end the run before");
+        return failAt(run.core, "it does not end its previous run");
     m_before[run.core] = status;
     if (identity.lite)
         return true;
@@ -262,8 +262,7 @@ bool CaptureSession::resume(size_t core)
     CoreStatus status;
     return readStatus(core, status)
         && (status.armed
-            || failAt(core,
-                "its run from power-up on was ended before; load the chip again to have another"))
+            || failAt(core, "its power-up capture was ended; load the chip again for another"))
         && adopt(core);
 }
 
@@ -274,7 +273,7 @@ bool CaptureSession::poll(size_t core, CoreProgress& progress)
         return false;
     if (!status.armed)
         return failAt(
-            core, "it is not armed any more: something else stopped it, or reset the chip");
+            core, "it is no longer armed: another program stopped it, or the chip was reset");
     const CoreSnapshot& now = status.snapshot;
     const TriggerSetup& setup = m_setups[core];
     progress.level = now.level;
@@ -293,7 +292,7 @@ bool CaptureSession::poll(size_t core, CoreProgress& progress)
     return true;
 }
 
-// A snapshot that is not fresh says little: a waveform that is played in pieces has pauses, too.
+// A snapshot that is not fresh does not mean a stopped clock: a played waveform has pauses.
 void CaptureSession::seeClock(size_t core, const CoreStatus& status, CoreProgress& progress)
 {
     QElapsedTimer& ticked = m_ticked[core];
@@ -326,7 +325,7 @@ bool CaptureSession::force(size_t core)
         || fail(m_client.error());
 }
 
-// Until the sample clock has seen an arming, a core tells of the run before.
+// Until its sample clock has had an edge after arming, a core reports the run before.
 bool CaptureSession::readStatus(size_t core, CoreStatus& status)
 {
     if (!m_client.readStatus(m_identities[core], status))
@@ -344,7 +343,7 @@ bool CaptureSession::stop(size_t core)
         || fail(m_client.error());
 }
 
-// Waits until nothing of the core moves any more.
+// Waits until the core's state no longer changes.
 bool CaptureSession::settle(size_t core, CoreStatus& status)
 {
     const QDeadlineTimer deadline(kRestPatience);
@@ -363,7 +362,7 @@ bool CaptureSession::failUnlessAtRest(size_t core, const CoreStatus& status)
     return status.atRest()
         || failAt(core,
             status.armed ? "it has not finished, nor was it stopped"
-                         : "its sample clock stands still, so it does not come to rest");
+                         : "its sample clock is stopped, so it is not at rest");
 }
 
 bool CaptureSession::rest(size_t core)
@@ -399,8 +398,8 @@ bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
     CoreStatus status;
     if (!readStatus(core, status))
         return false;
-    // Stopped before it was seen to begin: with its state as before, it may tell of the run before,
-    // whether it comes to rest or not.
+    // A core stopped before its run was seen to begin, with an unchanged state, may report the run
+    // before, at rest or not.
     const bool nothing = !status.armed && !m_begun[core]
         && (!status.atRest() || isSameState(status, m_before[core]));
     if (!nothing && !settle(core, status))

@@ -11,7 +11,7 @@ constexpr quint32 kMagic = 0x3141584f;
 constexpr int kVersion = 3;
 constexpr int kEntryBits = 32; // of a port, of a unit
 
-// Where the fields of the register's head lie.
+// Positions of the fields in the register's head.
 struct Field {
     int from, width;
 };
@@ -29,7 +29,7 @@ constexpr Field kAddressField = {112, 8};
 constexpr Field kDepthField = {128, 32};
 constexpr Field kWindowsField = {160, 32};
 
-// What a port's and a unit's entry is made of.
+// The fields of a port's and a unit's entry.
 constexpr Field kNumber = {0, 8};
 constexpr Field kPortSignals = {8, 24};
 constexpr Field kUnitPort = {8, 8};
@@ -41,7 +41,7 @@ quint64 get(const BitString& bits, Field field, int offset = 0)
     return bits.number(offset + field.from, field.width);
 }
 
-// Collects the numbers that differ.
+// Collects numbers that differ.
 class Comparison {
 public:
     void number(qint64 has, qint64 wanted, const QString& what)
@@ -111,7 +111,7 @@ void compareUnits(const CoreIdentity& identity, const OXA::AoCore& core, Compari
     }
 }
 
-// What every core has.
+// Properties of every core.
 template <typename Core>
 void compareCapture(const CoreIdentity& identity, const Core& core, const char* kind, qint64 depth,
     Comparison& comparison)
@@ -128,14 +128,14 @@ QString complaint(const BitString& bits)
     if (bits.size() < kIdentityHeadBits)
         return "its identity is cut off";
     if (get(bits, kMagicField) != kMagic || get(bits, kKindField) > 1)
-        return "it is no analyzer core";
+        return "it is not an analyzer core";
     if (get(bits, kVersionField) != kVersion)
-        return QString("it speaks version %1 of the protocol, not %2; %3")
+        return QString("it has version %1 of the protocol, not %2; %3")
             .arg(QString::number(get(bits, kVersionField)), QString::number(kVersion),
                 get(bits, kVersionField) < kVersion ? "generate and synthesize it again"
                                                     : "it needs a newer version of this program");
     if (bits.size() < identityBits(bits))
-        return "its identity is cut off behind its head";
+        return "its identity is cut off after its head";
     if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)
         return "it captures no signal";
     return {};

@@ -6,22 +6,22 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr char kEnd = 0x1a; // of a command, and of what comes back
-constexpr int kTimeout = 10000; // ms, for a command that scans nothing
-constexpr int kSlowestBits = 1; // a ms: adapters at 1 kHz are awaited
-constexpr int kOtherBytes = 1 << 16; // of an answer, beside the digits of what was scanned
+constexpr char kEnd = 0x1a; // of a command, and of its answer
+constexpr int kTimeout = 10000; // ms, for a command without scan
+constexpr int kSlowestBits = 1; // for each ms: adapters at 1 kHz
+constexpr int kOtherBytes = 1 << 16; // of an answer, beside the scanned digits
 constexpr int kMostTaps = 256; // of a chain; each may be tried
-constexpr int kLongestQuote = 200; // characters of an answer that is not understood
+constexpr int kLongestQuote = 200; // characters of an unknown answer
 
-// A scan is made of fields. OpenOCD reads a field's digits in quadratic time, but a run of zeros
-// needs but one.
+// A scan consists of fields. OpenOCD reads a field's digits in quadratic time, but needs only one
+// digit for a run of zeros.
 constexpr int kFieldBits = 256;
 constexpr int kLongZeros = 64;
 
-constexpr quint64 kDefaultEr1 = 0x08; // as the simulated target has it
+constexpr quint64 kDefaultEr1 = 0x08; // of the simulated target
 constexpr int kMostInstructionBits = 32;
 
-// After 3 seconds without a scan a link gives way to another.
+// After 3 seconds without a scan, another link can take the target.
 constexpr char kTake[] = R"(if {[info exists ::oxautils_client] && $::oxautils_client ne "%1"
     && [clock seconds] - $::oxautils_time < 3} {
     error "another program captures from this target"
@@ -38,7 +38,7 @@ set ::oxautils_time [clock seconds]
 constexpr char kRelease[]
     = R"(if {[info exists ::oxautils_client] && $::oxautils_client eq "%1"} {unset ::oxautils_client})";
 
-// A line a TAP: its name and its instruction, if OpenOCD was told one.
+// A line for each TAP: its name and its instruction, if it is set in OpenOCD.
 constexpr char kListTaps[] = R"(set oxautils_list {}
 foreach tap [jtag names] {
     set er1 {}
@@ -65,7 +65,7 @@ QByteArray fieldText(const BitString& bits, int from, int size)
     return ' ' + QByteArray::number(size) + " 0x" + (digits.isEmpty() ? "0" : digits);
 }
 
-// The size of the field that begins at bit `from`: a long run of zeros, or what lies before one.
+// The size of the field that begins at bit `from`: a long run of zeros, or the bits before one.
 int fieldSize(const BitString& bits, int from)
 {
     const int zeros = bits.zerosFrom(from);
@@ -78,7 +78,7 @@ int fieldSize(const BitString& bits, int from)
     return std::max(size, 1);
 }
 
-// The bits of a field from OpenOCD's text, the highest digit first; false when it is none.
+// The bits of a field from OpenOCD's text, the highest digit first; false for other text.
 bool appendField(const QByteArray& text, int size, BitString& bits)
 {
     if (text.size() * 4 < size)
@@ -133,7 +133,7 @@ bool OpenOcdLink::listTaps()
         return fail(
             QString("OpenOCD lists %1 devices in the chain, more than the %2 that are tried")
                 .arg(QString::number(m_taps.size()), QString::number(kMostTaps)));
-    return !m_taps.isEmpty() || fail("OpenOCD knows no device in the chain");
+    return !m_taps.isEmpty() || fail("OpenOCD has no device in the chain");
 }
 
 QStringList OpenOcdLink::candidates() const
@@ -152,7 +152,7 @@ bool OpenOcdLink::selectTap(const QString& tap)
 {
     m_tap = m_taps.contains(tap) ? tap : QString();
     return !m_tap.isEmpty()
-        || fail(QString("OpenOCD knows no device \"%1\", only %2").arg(tap, m_taps.join(", ")));
+        || fail(QString("OpenOCD has no device \"%1\", only %2").arg(tap, m_taps.join(", ")));
 }
 
 BitString OpenOcdLink::instruction() const
@@ -194,7 +194,7 @@ QByteArray OpenOcdLink::drscan(const BitString& bits) const
 
 bool OpenOcdLink::scan(const QByteArray& script, const BitString& out, BitString* in)
 {
-    // Whoever else uses OpenOCD may have loaded another instruction.
+    // Other clients of OpenOCD may have loaded another instruction.
     if (!run(ours(kGuard) + m_irscan + script, out.size()))
         return false;
     if (!in)
@@ -203,13 +203,13 @@ bool OpenOcdLink::scan(const QByteArray& script, const BitString& out, BitString
     int at = 0;
     for (const QByteArray& field : m_result.simplified().split(' ')) {
         if (at == out.size())
-            return fail("OpenOCD: it answers more than it was asked for");
+            return fail("OpenOCD: its answer is too long");
         const int size = fieldSize(out, at);
         if (!appendField(field, size, *in))
             return fail("OpenOCD: " + QString(field.left(kLongestQuote)));
         at += size;
     }
-    return at == out.size() || fail("OpenOCD: it answers less than it was asked for");
+    return at == out.size() || fail("OpenOCD: its answer is too short");
 }
 
 bool OpenOcdLink::run(const QByteArray& script, int bits)
@@ -218,7 +218,7 @@ bool OpenOcdLink::run(const QByteArray& script, int bits)
         = "string cat [catch {" + script + "} oxautils_result] { } $oxautils_result";
     const auto isWhole = [](const QByteArray& answer) { return answer.endsWith(kEnd); };
     ++m_commands;
-    // A field of digits and the blank in front of it take no more than a byte for two bits.
+    // A field's digits and the space before it take at most a byte for two bits.
     const qint64 time = kTimeout + bits / kSlowestBits;
     if (!m_socket.exchange(
             command + kEnd, isWhole, m_result, {int(time), time, kOtherBytes + bits / 2}))
@@ -227,8 +227,7 @@ bool OpenOcdLink::run(const QByteArray& script, int bits)
     const int space = m_result.indexOf(' ');
     const bool ok = m_result.left(space) == "0";
     const QString said = QString::fromUtf8(m_result.remove(0, space + 1)).trimmed();
-    return ok
-        || fail("OpenOCD: " + (said.isEmpty() ? "it cannot scan; its messages say why" : said));
+    return ok || fail("OpenOCD: " + (said.isEmpty() ? "it cannot scan; see its messages" : said));
 }
 
 // A script with our name in OpenOCD.

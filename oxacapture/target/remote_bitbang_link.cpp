@@ -34,7 +34,7 @@ bool RemoteBitbangLink::scan(const char* entry, const BitString& out, BitString*
     QByteArray pads = entry;
     pads.reserve(3 * out.size() + 16);
     for (int bit = 0; bit < out.size(); ++bit) {
-        const int tms = bit == out.size() - 1 ? 2 : 0; // leaves with the last bit
+        const int tms = bit == out.size() - 1 ? 2 : 0; // leaves Shift with the last bit
         const char low = char('0' + tms + (out.at(bit) ? 1 : 0));
         pads += low;
         if (in)
@@ -55,7 +55,7 @@ bool RemoteBitbangLink::exchange(const QByteArray& pads, int bits, BitString* in
         *in = {};
     for (const char bit : qAsConst(answer)) {
         if (bit != '0' && bit != '1')
-            return fail("JTAG: what answers does not speak remote_bitbang");
+            return fail("JTAG: the answer is not in the protocol remote_bitbang");
         if (in)
             in->append(bit == '1');
     }

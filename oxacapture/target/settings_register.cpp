@@ -31,11 +31,11 @@ QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
     if (setup.windowNum < 1 || setup.windowNum > core.mostWindows)
         return QString("it is built for %1 windows at most").arg(core.mostWindows);
     if (setup.captureAmount < 1 || setup.captureAmount > core.depth / setup.windowNum)
-        return QString("its memory of %1 samples does not hold %2 windows of %3")
+        return QString("%2 windows of %3 samples do not fit into its memory of %1")
             .arg(QString::number(core.depth), QString::number(setup.windowNum),
                 QString::number(setup.captureAmount));
     if (setup.triggerPos < 0 || setup.triggerPos >= setup.captureAmount)
-        return "the trigger lies outside of the window";
+        return "the trigger position is outside of the window";
     if (qint64(setup.levels.size()) > core.expressions
         || (setup.levels.empty() && core.expressions > 0))
         return QString("it has %1 expressions").arg(core.expressions);
@@ -50,7 +50,7 @@ QString complaint(const CoreIdentity::Unit& unit, int width, const UnitSetup& se
     if (setup.index != unit.number)
         return name + " has no setting";
     if (!OXA::optionalFunctions(unit.matchType).contains(setup.func))
-        return name + " does not compare by \"" + OXA::func2string(setup.func) + '"';
+        return name + " does not have the function \"" + OXA::func2string(setup.func) + '"';
     if (int(setup.m0.size()) != (width + 63) / 64)
         return name + " compares values of another width";
     if (setup.counter > 0 && (unit.counterBits == 0 || setup.counter > 1ll << unit.counterBits))
@@ -67,7 +67,7 @@ void appendUnit(BitString& bits, const CoreIdentity::Unit& unit, int width, cons
     bits.append(quint64(setup.func), isBasic(unit.matchType) ? 1 : kFunctionBits);
     if (unit.counterBits == 0)
         return;
-    // A counter cannot be taken out: what needs none counts to 1.
+    // A counter cannot be removed: units without one count to 1.
     bits.append(setup.counter > 0 && setup.continuous);
     bits.append(quint64(std::max(setup.counter, qint64(1)) - 1), unit.counterBits);
 }

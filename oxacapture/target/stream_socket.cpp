@@ -18,9 +18,9 @@ namespace {
 
 constexpr int kReadSize = 65536; // bytes
 constexpr char kClosed[] = "the other side closed the connection";
-constexpr char kStopped[] = "interrupted while it was waited for";
+constexpr char kStopped[] = "interrupted during the wait";
 constexpr int kConnectTimeout = 5000; // ms
-constexpr int kAskPause = 100; // ms between two questions whether to go on
+constexpr int kAskPause = 100; // ms between two calls of `goesOn`
 
 int connectToPath(const QByteArray& path)
 {
@@ -42,7 +42,7 @@ int connectToPath(const QByteArray& path)
 
 }
 
-/// Waits for a socket, and asks meanwhile whether to go on.
+/// Waits for a socket, and calls `goesOn` meanwhile.
 class StreamSocket::Wait {
 public:
     explicit Wait(const std::function<bool()>& goesOn)
@@ -51,8 +51,8 @@ public:
         m_begun.start();
     }
 
-    /// What of `events` the socket is ready for, after `kAskPause` at the latest; 0 for nothing,
-    /// negative with the reason in errno.
+    /// The subset of `events` that the socket is ready for, after `kAskPause` at the latest; 0 for
+    /// none, negative with the reason in errno.
     int events(int handle, short events) const
     {
         pollfd polled = {handle, events, 0};
@@ -110,9 +110,9 @@ bool StreamSocket::connectTo(const QString& address)
 
 bool StreamSocket::connectToHost(const QByteArray& host, const QByteArray& port)
 {
-    // The resolver takes 65537 for 1.
+    // The resolver reads 65537 as 1.
     if (port.toUShort() == 0)
-        return fail("its port is no number from 1 to 65535");
+        return fail("its port is not a number from 1 to 65535");
     addrinfo hints = {};
     hints.ai_socktype = SOCK_STREAM;
     addrinfo* found = nullptr;
@@ -159,14 +159,14 @@ bool StreamSocket::exchange(const QByteArray& bytes,
     const ExchangeLimits& limits)
 {
     answer.clear();
-    if (m_handle < 0) // m_error says since when
+    if (m_handle < 0) // m_error has the reason
         return false;
     Wait wait(m_goesOn);
     QElapsedTimer silence;
     silence.start();
-    // Answers are taken while sending goes on: neither side's buffer holds all of a long scan.
+    // Receive while sending: a long scan does not fit into the buffers of both sides.
     int sent = 0;
-    int looks = 0; // in vain
+    int looks = 0; // without result
     while (sent < bytes.size() || !isWhole(answer)) {
         if (!wait.goesOn())
             return fail(kStopped);
@@ -185,21 +185,20 @@ bool StreamSocket::exchange(const QByteArray& bytes,
         }
         if (!m_patience && wait.elapsed() >= limits.total)
             return fail(
-                QString("its answer is not whole after %1 s").arg(double(limits.total) / 1000));
+                QString("its answer is not complete after %1 s").arg(double(limits.total) / 1000));
         if ((events & POLLOUT && !sendSome(bytes, sent))
             || (events & ~POLLOUT && !receiveSome(answer)))
             return false;
         if (answer.size() > limits.bytes)
-            return fail(QString("it answers with more than the %1 bytes that were asked for")
-                            .arg(limits.bytes));
+            return fail(QString("its answer has more than the %1 bytes allowed").arg(limits.bytes));
     }
     return true;
 }
 
-// After a call that did nothing: true when it is to be tried again.
+// After a call that did nothing: true when it is to be repeated.
 bool StreamSocket::failUnlessLater()
 {
-    const bool closed = errno == ECONNRESET || errno == EPIPE; // with bytes that nobody read
+    const bool closed = errno == ECONNRESET || errno == EPIPE; // with unread bytes
     return errno == EAGAIN || errno == EINTR || fail(closed ? kClosed : std::strerror(errno));
 }
 

@@ -20,7 +20,7 @@ qint64 samplesFromTrigger(const TriggerSetup& setup)
 
 bool hasOpenWindow(const CoreStatus& status) { return status.open && !status.complete; }
 
-// The words of one window, counted from its first, round and round.
+// The words of one window, which it uses as a ring, counted from its first word.
 class WindowWords {
 public:
     WindowWords(const BitString& memory, int signalCount, int wordBits, qint64 first, qint64 amount)
@@ -84,7 +84,7 @@ DecodedWindow completeWindow(
     return cut(words, isShort ? 0 : end - setup.captureAmount, trigger, end);
 }
 
-// Of a window that a stop cut short: its last sample is in front of the status's position.
+// A window that a stop cut short: its last sample is before the status's position.
 DecodedWindow openWindow(
     const WindowWords& words, const TriggerSetup& setup, const CoreStatus& status, qint64 trigger)
 {
@@ -95,20 +95,20 @@ DecodedWindow openWindow(
     return cut(words, from, trigger, trigger + behind);
 }
 
-// Of a window that ends where the status says; `kNoSample` when it would lie in front of it.
+// The trigger of a window that ends at the status's position; `kNoSample` when it is before the
+// window.
 qint64 endTrigger(const CoreStatus& status, const TriggerSetup& setup, bool isShort)
 {
     const qint64 trigger = status.position - samplesFromTrigger(setup);
     return trigger >= 0 ? trigger : isShort ? kNoSample : trigger + setup.captureAmount;
 }
 
-// What no core at rest says of a run with these settings: a status that arrives whole can still be
-// that of a target which is none of ours.
+// Why the status cannot be that of a core at rest after a run with these settings: an intact status
+// can come from an unknown design.
 QString complaint(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
 {
     if (status.position > (core.lite ? core.depth : setup.captureAmount))
-        return QString("it stands at sample %1, which its memory does not have")
-            .arg(status.position);
+        return QString("its position is sample %1, outside of its memory").arg(status.position);
     if (!core.lite && completeWindows(status, setup) > setup.windowNum)
         return QString("it took %1 windows instead of %2")
             .arg(QString::number(status.windows), QString::number(setup.windowNum));
@@ -162,7 +162,7 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
         const qint64 trigger = unmarked
             ? endTrigger(status, setup, isShort)
             : own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
-        // What stopped after its trigger has gone past it.
+        // A core stopped after its trigger has passed it.
         if (trigger == kNoSample || (isOpen && trigger == status.position % amount))
             return OXA::fail(error, QString("window %1 has no trigger").arg(window));
         windows.push_back(isOpen ? openWindow(own, setup, status, trigger)

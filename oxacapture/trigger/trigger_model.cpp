@@ -11,7 +11,7 @@ namespace {
 // A port's value and its registers, the least significant word first.
 using Words = const quint64*;
 
-// Bits whose level or edge is the one asked for.
+// Bits with the requested level or edge.
 //
 //   m1 m2   satisfied         m0
 //    0  0   always            unused
@@ -244,7 +244,7 @@ QString matchesText(int unit, qint64 matches)
 QString progressText(const TriggerSetup& setup, const TriggerProgress& progress)
 {
     if (setup.levels.empty())
-        return "it has no trigger expression, only force triggers it";
+        return "it has no trigger expression, so it triggers only when forced";
     QStringList texts {
         QString("level %1 of %2 reached")
             .arg(QString::number(progress.reached), QString::number(setup.levels.size()))};

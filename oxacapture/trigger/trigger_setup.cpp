@@ -15,7 +15,7 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-// Collects what is wrong with one core.
+// Collects the errors of one core.
 class Complaints {
 public:
     Complaints(QString place, Messages& messages)
@@ -122,7 +122,7 @@ void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& compla
                 .arg(QString::number(core.windowNum), QString::number(core.captureAmount)));
     else if (setup.captureAmount * setup.windowNum > core.storageDepth)
         complaints.add({},
-            QString("its memory of %1 samples does not hold %2 windows of %3")
+            QString("%2 windows of %3 samples do not fit into its memory of %1")
                 .arg(QString::number(core.storageDepth), QString::number(core.windowNum),
                     QString::number(core.captureAmount)));
     else if (core.triggerPos < 0 || core.triggerPos >= core.captureAmount)
@@ -135,7 +135,7 @@ void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& compla
 
 SampleRequest sampleRequest(const OXA::AoCore& core)
 {
-    // Forcing the trigger by the falling edge takes the samples there too.
+    // Forcing at the falling edge also takes the samples there.
     SampleRequest request {
         core.sampleClock, core.trigType == 1 || core.forceTriggerByFallingEdge, {}};
     request.fields.push_back(core.dataSignals());
@@ -193,7 +193,9 @@ bool triggerSetup(
     Complaints complaints(place, messages);
     setup = {};
     if (core.trigType != 0 && core.trigType != 1)
-        complaints.add({}, QString("there is no sampling edge %1").arg(core.trigType));
+        complaints.add({},
+            QString("its sampling edge is %1, neither 0 (rising) nor 1 (falling)")
+                .arg(core.trigType));
     if (core.dataSignals().isEmpty())
         complaints.add({}, "it captures no signal");
     addUnits(core, setup, complaints);

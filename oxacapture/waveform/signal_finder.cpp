@@ -10,14 +10,14 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kExplained = 20; // messages up to which the nearest names are looked for
-constexpr int kShownNames = 3; // of the nearest, and of those that a name may mean
+constexpr int kExplained = 20; // messages with the nearest names
+constexpr int kShownNames = 3; // in a message
 
 // '/' and '.' alike.
 char normalized(char c) { return c == '/' ? '.' : c; }
 
-// Without what marks an escaped component, too: the backslash before it and the blank that ends it.
-// Every other character stays, for it makes another name.
+// Without the backslash before an escaped component and the space after it. All other characters
+// are part of the name.
 std::string withoutMarks(const std::string& name)
 {
     std::string result;
@@ -44,7 +44,7 @@ std::string withDots(std::string name)
 
 std::string_view leafOf(std::string_view name) { return name.substr(name.find_last_of("./") + 1); }
 
-// Of a name behind others, which are hashed to `before`.
+// The hash of a name after others, whose hash is `before`.
 size_t hashOf(std::string_view name, size_t before)
 {
     for (const char c : name)
@@ -52,7 +52,7 @@ size_t hashOf(std::string_view name, size_t before)
     return before;
 }
 
-// Whether one of the two ends in the other.
+// Whether one of the two ends with the other.
 bool endAlike(std::string_view normal, std::string_view name)
 {
     return std::equal(normal.rbegin(),
@@ -60,7 +60,7 @@ bool endAlike(std::string_view normal, std::string_view name)
         [](char a, char b) { return a == normalized(b); });
 }
 
-// "data[3]" into "data" and 3; false when `name` does not end so.
+// "data[3]" into "data" and 3; false for other names.
 bool splitIndex(const std::string& name, std::string& base, int& index)
 {
     const size_t bracket = name.rfind('[');
@@ -100,7 +100,7 @@ struct SignalFinder::Request {
 SignalFinder::SignalFinder(const VcdReader& waveform)
     : m_waveform(waveform)
 {
-    std::vector<size_t> ofScopes; // of their full names, with the dot behind
+    std::vector<size_t> ofScopes; // of their full names, with a dot at the end
     for (const VcdScope& scope : waveform.scopes())
         ofScopes.push_back(
             hashOf(scope.name + '.', scope.parent < 0 ? 0 : ofScopes[size_t(scope.parent)]));
@@ -118,8 +118,8 @@ SignalFinder::SignalFinder(const VcdReader& waveform)
     }
 }
 
-// Whether the variable's full name ends in the components `end`; `whole` when it has no others. The
-// full name is not made: those of all variables may be long.
+// Whether the variable's full name ends with the components `end`; `whole` when it has no others.
+// Without building the full name: those of all variables may be long.
 bool SignalFinder::endsWith(int variable, std::string_view end, bool& whole) const
 {
     std::string_view part = m_waveform.variables()[size_t(variable)].name;
@@ -140,7 +140,7 @@ bool SignalFinder::endsWith(int variable, std::string_view end, bool& whole) con
     return false;
 }
 
-// The variables that the request may mean: those of its full name, or else those that end in it.
+// The variables for the request: those with its full name, else those that end with it.
 std::vector<int> SignalFinder::candidates(Request& request) const
 {
     std::vector<int> found;
@@ -169,7 +169,7 @@ WaveformBit SignalFinder::find(const QString& name, Messages* messages) const
 {
     Request request(withDots(name.toStdString()));
     std::vector<int> found = candidates(request);
-    if (found.empty()) { // a name of the waveform's own may look as if it were escaped
+    if (found.empty()) { // the waveform may contain names that look escaped
         request = Request(withoutMarks(name.toStdString()));
         found = candidates(request);
     }
@@ -203,7 +203,7 @@ QString SignalFinder::whyMissing(const Request& request, bool nearby) const
             continue;
         const QString shown = shownName(it->second);
         return request.hasIndex ? "is not a bit of " + shown
-                                : QString("names no single bit: the waveform has %1").arg(shown);
+                                : QString("is not a single bit: the waveform has %1").arg(shown);
     }
     const QStringList nearest = nearby ? nearestNames(request.base) : QStringList();
     if (nearest.isEmpty())

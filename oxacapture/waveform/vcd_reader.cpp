@@ -8,8 +8,8 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-// What a value's character means: '0', '1', 'x' or 'z', or NUL when it is none. Capitals and the
-// other states of VHDL's std_logic are known too.
+// The meaning of a value's character: '0', '1', 'x' or 'z', or NUL for none. Includes upper case
+// and the other states of VHDL's std_logic.
 constexpr char kMeanings[][2] = {
     {'0', '0'},
     {'1', '1'},
@@ -136,7 +136,7 @@ bool VcdReader::Private::readTime(std::string_view word)
     if (result.ec != std::errc() || result.ptr != end)
         return words.fail(quoted(word) + " is not a time");
     if (next < time)
-        return words.fail("time " + quoted(word) + " lies before the one above it");
+        return words.fail("time " + quoted(word) + " is before the previous one");
     if (next == time)
         return true;
     sink->endOfTime(time);
@@ -195,8 +195,7 @@ bool VcdReader::Private::readVector(std::string_view word)
     const int slot = slots[size_t(code)];
     if (slot < 0)
         return true;
-    // A short value is one whose leading bits repeat: zeros, or what stands first when that is
-    // no 1.
+    // The leading bits of a short value repeat: zeros, or its first bit unless that is 1.
     bits.insert(0, width - bits.size(), bits.front() == '1' ? '0' : bits.front());
     sink->change(slot, bits);
     return true;
@@ -212,7 +211,7 @@ bool VcdReader::Private::skipValue()
 
 bool VcdReader::Private::readKeyword(std::string_view word)
 {
-    // The changes inside of these are like any others.
+    // The changes inside these sections are ordinary changes.
     for (const char* keyword : {"$dumpvars", "$dumpall", "$dumpon", "$dumpoff", "$end"}) {
         if (word == keyword)
             return true;

@@ -36,7 +36,7 @@ bool VcdWords::next(std::string_view& word)
     if (m_tokens.next(word))
         return true;
     if (m_tokens.overlong())
-        fail("a word is longer than any value change dump has; this is not one");
+        fail("a word is too long for a value change dump");
     else if (m_tokens.failed())
         fail("cannot be read further: " + m_file.errorString());
     return false;
@@ -46,7 +46,7 @@ bool VcdWords::untilEnd(std::string_view section, std::vector<std::string>& word
 {
     words.clear();
     std::string_view word;
-    const std::string name(section); // the word that it views goes with the next one
+    const std::string name(section); // the next word invalidates the view
     while (next(word)) {
         if (word == "$end")
             return true;

@@ -12,7 +12,7 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr char kTooLong[] = "the names of the waveform's scopes are too long to be listed";
+constexpr char kTooLong[] = "the names of the waveform's scopes are too long";
 constexpr qint64 kMostCharacters = qint64(1) << 28; // of all paths
 
 OXA::DesignSignal signalOf(const VcdVariable& variable, const QString& path)
@@ -25,7 +25,7 @@ OXA::DesignSignal signalOf(const VcdVariable& variable, const QString& path)
     return item;
 }
 
-/// Adds a bit that was declared by itself to the bits beside it; false when it is not beside them.
+/// Adds a bit that was declared separately to adjacent bits; false when it is not adjacent.
 bool join(OXA::DesignSignal& signal, const OXA::DesignSignal& bit)
 {
     const int behind = signal.offset + signal.width;

@@ -6,9 +6,9 @@ namespace OXA {
 
 namespace {
 
-/// A name as a design gives it to a bit of a bus.
+/// The name of a bit of a bus.
 struct BusBit {
-    QString bus; ///< empty when it is no such name
+    QString bus; ///< empty for other names
     int number = 0;
 };
 
@@ -19,7 +19,7 @@ BusBit busBit(const QString& name)
     return {match.captured(1), match.captured(2).toInt()};
 }
 
-/// What is wrong with the order of a bus's bits, the most significant of which comes first.
+/// The error in the order of a bus's bits; empty when there is none.
 QString orderComplaint(const SignalItem& bus)
 {
     bool reversed = bus.subItems.size() > 1;
@@ -54,7 +54,7 @@ void findRanges(const QStringList& names, const Place& place, Findings& findings
     for (const QString& name : names) {
         const auto match = range.match(name);
         if (match.hasMatch() && match.captured(1) != match.captured(2))
-            findings.add(place, QString("\"%1\" is a range, but stands for one bit").arg(name));
+            findings.add(place, QString("\"%1\" is a range, but represents one bit").arg(name));
     }
 }
 

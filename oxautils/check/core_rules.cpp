@@ -7,7 +7,7 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostNames = 3; // that a text lists
+constexpr int kMostNames = 3; // in a text
 
 QString listed(const QStringList& names)
 {
@@ -16,7 +16,7 @@ QString listed(const QStringList& names)
     return more > 0 ? list + QString(" and %1 more").arg(more) : list;
 }
 
-/// Those of `names` that come more than once, each once.
+/// Those of `names` that occur more than once, each once.
 QStringList repeatedOf(const QStringList& names)
 {
     QHash<QString, int> counts;
@@ -54,7 +54,7 @@ void findUnbuiltCores(const AllCores& configuration, Findings& findings)
 
 void findSharedSignals(const AllCores& configuration, Findings& findings)
 {
-    QHash<QString, int> sampledBy; // the first core that does
+    QHash<QString, int> sampledBy; // the first core that samples it
     for (const AnyCore& core : configuration.cores) {
         QStringList shared;
         int other = 0;
@@ -79,7 +79,7 @@ void findCoreIndex(const AnyCore& core, Findings& findings)
 {
     if (!core.lite && core.index != core.position)
         findings.add(core.place(),
-            QString("its index is %1, its position %2; the sources of position %2 do not know the "
+            QString("its index is %1, its position %2; the sources of position %2 do not have the "
                     "names that index %1 generates")
                 .arg(QString::number(core.index), QString::number(core.position)));
 }

@@ -8,9 +8,9 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostTokens = 10000; // of an expression whose table is looked at
+constexpr int kMostTokens = 10000; // of an expression whose table is checked
 
-/// The texts of the tokens that `isMeant` picks, each once and in quotation marks.
+/// The texts of the tokens selected by `isMeant`, each once and in quotation marks.
 template <typename IsMeant>
 QStringList distinctTexts(const Expression& expression, const IsMeant& isMeant)
 {
@@ -24,7 +24,7 @@ QStringList distinctTexts(const Expression& expression, const IsMeant& isMeant)
     return texts;
 }
 
-/// Whether pieces of the expression are such that it makes sense to look at how they fit.
+/// Whether the expression has only allowed tokens, so that its syntax can be checked.
 bool isMadeOfExpressions(const Expression& expression)
 {
     const bool known
@@ -41,7 +41,7 @@ bool isTooLong(const Expression& expression)
         && expression.compiled.stopsAt >= 0;
 }
 
-/// The value that `table` has in every row; -1 when they differ.
+/// The value of all rows of `table`; -1 when they differ.
 int constantOf(const TruthTable& table)
 {
     const int rows = std::min(table.rows(), 64);
@@ -61,7 +61,7 @@ void findForeignCharacters(const Expression& expression, Findings& findings)
         expression, [dynamic](const Token& token) { return isForeign(token, dynamic); });
     if (!foreign.isEmpty())
         findings.add(expression.place(),
-            QString("\"%1\" holds %2, which %3 expressions do not have")
+            QString("\"%1\" contains %2, which %3 expressions do not have")
                 .arg(expression.text, foreign.join(", "), dynamic ? "dynamic" : "static"));
 }
 
@@ -121,7 +121,7 @@ void findSyntax(const Expression& expression, Findings& findings)
 
 void findConstant(const Expression& expression, Findings& findings)
 {
-    // Without a unit it was meant: 1'b1 triggers at once.
+    // An expression without units is meant to be constant: 1'b1 triggers at once.
     if (expression.parsed.units.isEmpty() || expression.tokens.size() > kMostTokens
         || !isMadeOfExpressions(expression) || expression.parsed.fault.kind != SyntaxFault::None)
         return;
@@ -130,7 +130,7 @@ void findConstant(const Expression& expression, Findings& findings)
     const int constant = table.defined ? constantOf(table) : -1;
     if (constant >= 0)
         findings.add(expression.place(),
-            QString("\"%1\" is %2 true, whatever its units find")
+            QString("\"%1\" is %2 true, for any values")
                 .arg(expression.text, constant ? "always" : "never"));
 }
 
@@ -139,7 +139,7 @@ void findLongExpression(const Expression& expression, Findings& findings)
     if (isTooLong(expression))
         findings.add(expression.place(),
             QString("\"%1\" is too long: completed by the other units that are switched on, it "
-                    "has operands behind place %2, where the table's compiler stops")
+                    "has operands after position %2, where the table's compiler stops")
                 .arg(expression.text, QString::number(expression.compiled.stopsAt)));
 }
 

@@ -14,7 +14,7 @@ namespace {
 
 using Visit = std::function<void(const QDomElement&)>;
 
-/// Visits `element` and everything below it; a file's depth is limited.
+/// Visits `element` and everything below it; the depth of a file is limited.
 void visitAll(const QDomElement& element, const Visit& visit)
 {
     visit(element);
@@ -29,7 +29,7 @@ void visitCores(const ConfigFile& file, const Visit& visit)
         visitAll(core, visit);
 }
 
-/// Visits the elements `tag` in the list `listTag` of every core, core by core.
+/// Visits the elements `tag` in the lists `listTag` of all cores.
 template <typename VisitCore>
 void visitLists(
     const ConfigFile& file, const char* listTag, const char* tag, const VisitCore& visitCore)
@@ -42,7 +42,7 @@ bool isNumbered(const QDomElement& element)
 {
     bool ok = false;
     const int number = element.attribute(ATTR_INDEX).toInt(&ok);
-    return !ok || (number >= 0 && number < kUnits); // what is no number is another rule's
+    return !ok || (number >= 0 && number < kUnits); // another rule reports what is not a number
 }
 
 void findNumbers(const ConfigFile& file, const char* listTag, const char* tag, Findings& findings)
@@ -143,7 +143,7 @@ void findEmptyBuses(const ConfigFile& file, Findings& findings)
     visitCores(file, [&](const QDomElement& element) {
         if (element.tagName() == NODE_BUS && element.firstChildElement(NODE_SIGNAL).isNull())
             findings.add(file.placeOf(element),
-                QString("bus \"%1\" has no bits, and is taken for a single signal")
+                QString("bus \"%1\" has no bits, and counts as a single signal")
                     .arg(element.attribute(
                         ATTR_BUS_RESTORE_NAME, element.attribute(ATTR_BUS_NAME))));
     });
@@ -166,11 +166,10 @@ void findChecksum(const ConfigFile& file, Findings& findings)
     }
     if (!id.isNull() && id.text() != computed)
         findings.add(file.placeOf(id),
-            QString("the checksum is \"%1\", the content asks for \"%2\"")
-                .arg(id.text(), computed));
+            QString("the checksum is \"%1\", expected is \"%2\"").arg(id.text(), computed));
     else if (id.isNull() && !file.coreElements().isEmpty())
         findings.add(file.placeOf(file.root),
-            QString("there is no checksum, the content asks for \"%1\"").arg(computed));
+            QString("there is no checksum, expected is \"%1\"").arg(computed));
 }
 
 }

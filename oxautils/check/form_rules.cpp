@@ -17,7 +17,7 @@ struct Child {
     Times times; // Once: further ones are not read
 };
 
-// What readers look at.
+// Elements that readers read.
 constexpr Child kChildren[] = {
     {nullptr,           NODE_VERSION,      Times::Once},
     {nullptr,           NODE_MODE,         Times::Once},
@@ -89,7 +89,8 @@ constexpr Attribute kAttributes[] = {
 
 using Visit = std::function<void(const QDomElement&, const Attribute&)>;
 
-/// Visits every attribute that an element in a core has or should have; a file's depth is limited.
+/// Visits every attribute that an element in a core has or should have; the depth of a file is
+/// limited.
 void visitAttributes(const QDomElement& element, const Visit& visit)
 {
     const QString tag = element.tagName();
@@ -108,7 +109,7 @@ void visitAttributes(const ConfigFile& file, const Visit& visit)
         visitAttributes(core, visit);
 }
 
-/// How often readers look at `tag` below `parent`; null when they do not.
+/// How often readers read `tag` below `parent`; null when they do not.
 const Times* timesRead(const QString& parent, const QString& tag)
 {
     for (const Child& child : kChildren) {
@@ -119,7 +120,7 @@ const Times* timesRead(const QString& parent, const QString& tag)
     return nullptr;
 }
 
-/// `parentTag` is null for the root, whose own name nobody looks at.
+/// `parentTag` is null for the root, whose name is not checked.
 void findUnreadBelow(
     const ConfigFile& file, const QDomElement& parent, const QString& parentTag, Findings& findings)
 {
@@ -149,7 +150,7 @@ bool isNumber(const QString& text)
     return ok;
 }
 
-/// The words that such an attribute may hold; empty when it is no matter of words.
+/// The allowed words of such an attribute; empty for other kinds.
 QStringList wordsOf(Holds holds)
 {
     if (holds == Holds::TrueOrFalse)
@@ -184,7 +185,7 @@ void findBadNumbers(const ConfigFile& file, Findings& findings)
             = value.isEmpty() && (!attribute.required || !element.hasAttribute(attribute.name));
         if (attribute.holds == Holds::Number && !absent && !isNumber(value))
             findings.add(file.placeOf(element),
-                QString("\"%1\" is \"%2\", which is no whole number of 32 bits and reads as 0")
+                QString("\"%1\" is \"%2\", which is not an integer of 32 bits and reads as 0")
                     .arg(attribute.name, value));
     });
 }

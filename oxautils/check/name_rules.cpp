@@ -14,7 +14,7 @@ namespace {
 
 using Complaint = std::function<QString(const QString&)>;
 
-/// Says of every name in `names`, each once, what `complaint` says.
+/// Adds the complaint about each of `names`, each name once.
 void complainAbout(const QStringList& names, const Place& place, QSet<QString>& seen,
     const Complaint& complaint, Findings& findings)
 {
@@ -26,10 +26,10 @@ void complainAbout(const QStringList& names, const Place& place, QSet<QString>& 
     }
 }
 
-/// The same of all names that `core` puts into the wrapper.
+/// The same for all names of `core` in the wrapper.
 void complainAbout(const AnyCore& core, const Complaint& complaint, Findings& findings)
 {
-    QSet<QString> seen {QString()}; // the clock's absence is another rule's
+    QSet<QString> seen {QString()}; // another rule reports a missing clock
     complainAbout({core.clock}, core.place(), seen, complaint, findings);
     seen.remove(QString());
     complainAbout(core.data, core.place(), seen, complaint, findings);
@@ -52,11 +52,11 @@ void findHiddenCharacters(const AnyCore& core, Findings& findings)
     const auto complaint = [](const QString& text) {
         const QString shown = shownText(text);
         return shown == text ? QString()
-                             : QString("\"%1\" holds characters that do not show").arg(shown);
+                             : QString("\"%1\" contains invisible characters").arg(shown);
     };
     complainAbout(
         core,
-        // Of a name that is no identifier at all another rule tells.
+        // Another rule reports names that are not identifiers.
         [complaint](const QString& name) { return wordFault(name) ? QString() : complaint(name); },
         findings);
     QSet<QString> seen;

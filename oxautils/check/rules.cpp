@@ -21,7 +21,7 @@ const std::vector<Rule>& rules()
     static const std::vector<Rule> table {
   // clang-format off
 
-        // What any file can break; cores are read only from one that keeps these four.
+        // Rules for any file; cores are read only from a file that passes these four.
         {"unreadable", kError, findUnreadable,
             "The file cannot be read.",
             "Check the path and the permissions."},
@@ -29,15 +29,15 @@ const std::vector<Rule>& rules()
             "The file is not well-formed XML, or not a configuration.",
             kMalformedHint},
         {"version", kError, findVersion,
-            "The file has no version, one that is no version, or a newer one than is known.",
+            "The file has no version, an invalid one, or a newer one than is known.",
             "Set <Version> to 3.0, or use a newer release."},
         {"mode", kError, findMode,
             "The file's mode is neither Standard nor Lite.",
             "Write <Mode> as Standard or Lite, in these letters."},
 
-        // What stands in a file, but not in the cores read from it.
+        // What is in a file, but not in the cores read from it.
         {"unread-element", kWarning, findUnreadElements,
-            "An element stands where no reader looks for it, or for the second time.",
+            "An element is in a place where it is not read, or occurs twice.",
             "Correct its name or its place, or remove it."},
         {"missing-attribute", kError, findMissingAttributes,
             "An attribute that the format requires is missing.",
@@ -68,7 +68,7 @@ const std::vector<Rule>& rules()
             "List its bits, or make it a <Signal>."},
         {"checksum", kError, findChecksum,
             "The checksum is missing or does not match the file's content.",
-            "Save the file again if the change was meant; otherwise go back to a good copy."},
+            "Save the file again if the change was meant; otherwise use a good copy."},
 
         // Cores together.
         {"no-cores", kWarning, findNoCores,
@@ -82,12 +82,12 @@ const std::vector<Rule>& rules()
             "Use a Standard configuration, or one file for each core."},
         {"shared-data", kWarning, findSharedSignals,
             "Two cores under different clocks sample the same signal.",
-            "Sample it where its own clock is; in the other core its samples may be torn."},
+            "Sample it in the core with its own clock; another core may mix old and new bits."},
 
         // Cores on a part.
         {"no-shadow-sram", kWarning, findMissingShadowSram,
-            "A core asks for shadow SRAM on a device that has none, and gets block SRAM.",
-            "Choose block SRAM, so that the configuration says what is built."},
+            "A core is set to shadow SRAM on a device that has none, and gets block SRAM.",
+            "Choose block SRAM, so that the configuration matches the analyzer."},
         {"look-up-tables", kError, findLutFit,
             "The analyzer takes more look-up tables than the part has, by the estimate.",
             "Watch fewer signals, compare and count less, or use a larger part."},
@@ -101,8 +101,8 @@ const std::vector<Rule>& rules()
             "The memories take more shadow SRAM than the part has.",
             "Capture less, or move a core to block SRAM; `oxa estimate` counts."},
         {"near-limit", kWarning, findNearLimit,
-            "The look-up tables or registers fit, but not with what the estimate may be off.",
-            "Synthesize to know, or leave out what is not needed."},
+            "The look-up tables or registers fit, but by less than the estimate's error.",
+            "Run synthesis, or remove what is not needed."},
 
         // One core of either mode.
         {"core-index", kError, findCoreIndex,
@@ -121,16 +121,16 @@ const std::vector<Rule>& rules()
             "A core captures no signal.",
             "Add a data signal, or switch \"capture_enable\" on for one."},
         {"signal-twice", kWarning, findRepeatedSignals,
-            "A signal is captured more than once, or stands twice in a trigger port.",
+            "A signal is captured more than once, or is twice in a trigger port.",
             "Remove all but one; each costs a bit of every sample."},
         {"sampled-clock", kWarning, findSampledClock,
             "A core captures its own sample clock.",
             "Remove it from the data signals."},
         {"bus-order", kWarning, findBusOrder,
             "The bits of a bus ascend, or some are missing between the others.",
-            "List every bit, the most significant first: values and waveforms read it so."},
+            "List every bit, the most significant first, as values and waveforms do."},
         {"range-as-bit", kWarning, findRangesAsBits,
-            "A signal that stands for one bit has the name of a range of bits.",
+            "A signal of one bit has the name of a range of bits.",
             "Make it a <Bus> with a <Signal> for each bit."},
         {"unusable-name", kError, findUnusableNames,
             "A signal's name does not become one identifier in Verilog.",
@@ -201,7 +201,7 @@ const std::vector<Rule>& rules()
             "A match unit's counter is set, but not switched on.",
             "Switch the counter on, or set it back to 2."},
         {"idle-continuous", kWarning, findIdleContinuous,
-            "A match unit asks for gapless matches, but counts none.",
+            "A match unit requires gapless matches, but has no counter.",
             "Switch the counter on, or the continuous mode off."},
         {"unused-unit", kWarning, findUnusedUnit,
             "A match unit is switched on, but no expression names it.",
@@ -209,7 +209,7 @@ const std::vector<Rule>& rules()
 
         // Trigger expressions.
         {"no-expression", kWarning, findNoExpression,
-            "A core has no trigger expression, so it triggers only by force.",
+            "A core has no trigger expression, so it triggers only when forced.",
             "Add an expression."},
         {"too-many-expressions", kError, findTooManyExpressions,
             "A core has more than 16 trigger expressions.",
@@ -235,7 +235,7 @@ const std::vector<Rule>& rules()
             "Add the missing one."},
         {"expression-syntax", kError, findSyntax,
             "An expression has operators and operands that do not fit together, or nothing.",
-            "Write it as M0&(M1|!M2); a table's compiler takes !(!M0), not !!M0."},
+            "Write it as M0&(M1|!M2); the table's compiler accepts !(!M0), not !!M0."},
         {"constant-expression", kWarning, findConstant,
             "An expression is always true, or never.",
             "Correct it. One that is always true is satisfied by any sample."},

@@ -29,7 +29,7 @@ void findStorageDepth(const StandardCore& core, Findings& findings)
 {
     if (!isPowerOfTwo(core.core.storageDepth))
         findings.add(core.place(),
-            QString("its memory holds %1 samples, which is not a power of two")
+            QString("its memory stores %1 samples, which is not a power of two")
                 .arg(core.core.storageDepth));
 }
 

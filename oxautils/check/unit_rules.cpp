@@ -8,14 +8,14 @@ namespace OXA {
 
 namespace {
 
-constexpr int kUnsetCounter = 2; // of a unit that was never given another
+constexpr int kUnsetCounter = 2; // the value of a new unit
 
 struct Value {
     const char* name;
     QString text;
 };
 
-/// The values that the unit's function compares with.
+/// The values that the unit's function uses.
 QList<Value> valuesOf(const Unit& unit)
 {
     QList<Value> values {
@@ -28,7 +28,7 @@ QList<Value> valuesOf(const Unit& unit)
 
 int widthOf(const Unit& unit) { return unit.unit.trigger->singleSignals().size(); }
 
-/// The characters that values of the unit may hold.
+/// The characters allowed in values of the unit.
 QString charactersFor(const Unit& unit)
 {
     const bool equality = unit.unit.matchFunc == MatchEqual || unit.unit.matchFunc == MatchNotEqual;
@@ -117,7 +117,7 @@ void findShortValue(const Unit& unit, Findings& findings)
         if (value.text.size() < widthOf(unit))
             findings.add(unit.place(),
                 QString("%1 \"%2\" has %3 characters for the %4 signals of T%5, and is filled up "
-                        "with \"0\" in front")
+                        "with \"0\" on the left")
                     .arg(value.name, value.text, QString::number(value.text.size()),
                         QString::number(widthOf(unit)), QString::number(unit.unit.trigger->index)));
     }
@@ -130,7 +130,8 @@ void findValueCharacters(const Unit& unit, Findings& findings)
         const QString foreign = foreignCharacters(value.text, allowed);
         if (!foreign.isEmpty())
             findings.add(unit.place(),
-                QString("%1 \"%2\" holds \"%3\"; function \"%4\" of type \"%5\" takes only \"%6\"")
+                QString(
+                    "%1 \"%2\" contains \"%3\"; function \"%4\" of type \"%5\" allows only \"%6\"")
                     .arg(value.name, value.text, foreign, func2string(unit.unit.matchFunc),
                         type2string(unit.unit.matchType), allowed));
     }

@@ -50,12 +50,12 @@ QString nameComplaint(const QString& name)
     if (const char* fault = wordFault(name))
         return QString("the signal name \"%1\" %2").arg(shownText(name), fault);
     if (needsEscape.match(name).hasMatch())
-        return {}; // is escaped, and then anything goes
+        return {}; // an escaped name is always legal
     if (name.at(0) == '$' || (name.at(0) >= '0' && name.at(0) <= '9'))
-        return QString("signal \"%1\" begins with a character that no Verilog name begins with")
+        return QString("signal \"%1\" begins with a character that cannot begin a Verilog name")
             .arg(name);
     if (keywords.contains(name))
-        return QString("signal \"%1\" has a keyword of Verilog for a name").arg(name);
+        return QString("signal \"%1\" has a keyword of Verilog as its name").arg(name);
     return {};
 }
 

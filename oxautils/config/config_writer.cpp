@@ -12,9 +12,9 @@ namespace OXA {
 namespace {
 
 constexpr int kIndent = 4;
-constexpr char kDeclaredVersion[] = "1"; // the format's own; "1.0" would be XML's
+constexpr char kDeclaredVersion[] = "1"; // as in the format, instead of XML's "1.0"
 
-/// The document's bytes; null when a text holds a character that XML cannot.
+/// The document's bytes; null when a text contains a character that XML cannot.
 QByteArray documentText(const char* mode, const std::function<void(QXmlStreamWriter&)>& writeBody)
 {
     QBuffer buffer;
@@ -42,7 +42,9 @@ bool writeConfig(const QString& path, const char* mode,
     if (!text.isNull())
         return OXA_FILES::replaceFile(path, text, error);
     return fail(error,
-        path + ": cannot be written: a text holds a control character or half of a surrogate pair");
+        path
+            + ": cannot be written: a text contains a control character or half of a surrogate "
+              "pair");
 }
 
 }

@@ -13,7 +13,7 @@ namespace {
 constexpr int kLeastDepth = 16; // samples
 constexpr int kLargestDepth = 1 << 30;
 
-/// The full name of the signal of one bit that `name` means; empty when there is none.
+/// The full name of the signal of one bit called `name`; empty when there is none.
 QString clockName(const DesignIndex& index, const QString& name, CoreNotes& notes)
 {
     const auto fail = [&](const QString& why) {
@@ -23,7 +23,7 @@ QString clockName(const DesignIndex& index, const QString& name, CoreNotes& note
     const int whole = index.signal(name);
     const DesignBit bit = index.bit(name);
     if (bit.signal < 0 && whole >= 0)
-        return fail(QString("has %1 bits, write which of them, as in clocks[0]")
+        return fail(QString("has %1 bits; choose one, as in clocks[0]")
                         .arg(index.design().items.at(whole).width));
     if (bit.signal < 0)
         return fail(index.whyMissing(name));
@@ -52,7 +52,7 @@ void fillCommon(const DesignIndex& index, const CoreRequest& request, Core& core
     core.signalList = itemsOf(index, request.data, core.sampleClock, "data", notes);
 }
 
-/// Samples of the least memory that holds all windows.
+/// Samples of the smallest memory for all windows.
 int depthFor(const CoreRequest& request)
 {
     const qint64 samples = qint64(request.samples) * request.windows;

@@ -99,7 +99,7 @@ QString Attachment::wrapperName(AttachForm form) const
     return form == AttachForm::Hierarchical ? m_design.top + "_with_analyzer" : m_design.top;
 }
 
-// What is read gets the name that the wrapper's module has not.
+// The design that is read is renamed, because the wrapper's module may have its name.
 void Attachment::addDesign(DesignScript& script) const
 {
     script.addHierarchy(m_request.sources);
@@ -138,8 +138,9 @@ bool Attachment::writeScript(QString* error) const
     DesignScript script(m_hooks);
     addDesign(script);
     addWrapper(script, pathTo(ATTACH_WRAPPER_FILE_NAME));
-    QByteArray text = "# Written by oxa attach. Behind reading the design and before synthesis:\n"
-                      "#   script "
+    QByteArray text
+        = "# Written by oxa attach. Run it after reading the design and before synthesis:\n"
+          "#   script "
         + path.toUtf8() + "\n";
     return script.plainText(text, error) && OXA_FILES::replaceFile(path, text, error);
 }

@@ -20,7 +20,7 @@ namespace {
 constexpr char kPlain[] = "plain.v";
 constexpr char kStatus[] = "status.txt";
 
-/// All of `path`; nothing when it cannot be read.
+/// The content of `path`; empty when it cannot be read.
 QString textOf(const QString& path)
 {
     QFile file(path);
@@ -40,7 +40,7 @@ QStringList initialValues(const QString& path)
         const QRegularExpressionMatch match = wire.match(line);
         if (!match.hasMatch())
             continue;
-        // What has none is unknown in each bit.
+        // Without initial value, all bits are unknown.
         if (value.contains('0') || value.contains('1'))
             values += match.captured(1).mid(1) + '=' + value;
         value.clear();
@@ -49,7 +49,7 @@ QStringList initialValues(const QString& path)
     return values;
 }
 
-/// The nets that the check in `path` found to have several drivers.
+/// The nets with several drivers in the check `path`.
 QStringList netsOfSeveralDrivers(const QString& path)
 {
     static const QRegularExpression conflict(
@@ -60,7 +60,7 @@ QStringList netsOfSeveralDrivers(const QString& path)
     return nets;
 }
 
-/// Those of `a` that `b` has not.
+/// Those of `a` that are not in `b`.
 QStringList without(const QStringList& a, const QStringList& b)
 {
     const QSet<QString> known(b.begin(), b.end());
@@ -72,8 +72,7 @@ QStringList without(const QStringList& a, const QStringList& b)
     return more;
 }
 
-/// What makes the designs differ although each pair of nets is equal. Of several drivers the
-/// comparison takes one.
+/// Differences beside the pairs of nets. The comparison uses only one of several drivers.
 QStringList otherDifferences(const DesignScript& script)
 {
     QStringList texts;
@@ -86,7 +85,7 @@ QStringList otherDifferences(const DesignScript& script)
     return texts;
 }
 
-/// The pairs that the status `text` of Yosys shows as unproven.
+/// The unproven pairs in the status `text` of Yosys.
 QStringList unprovenPairs(const QString& text)
 {
     static const QRegularExpression unproven(R"(Unproven \$equiv \S+: \\?(\S+)( \[\d+\])?)");
@@ -101,7 +100,7 @@ QStringList unprovenPairs(const QString& text)
     return names;
 }
 
-/// Writes the design as Verilog and reads it again.
+/// Writes the design as Verilog and reads it back.
 void addRewriting(DesignScript& script, const QString& top)
 {
     script.add("setattr", {"-unset", "src", "-unset", "hdlname", "*"});
@@ -113,8 +112,8 @@ void addRewriting(DesignScript& script, const QString& top)
     script.add("memory_collect");
 }
 
-/// Puts the flattened design aside as `name`. The comparison pairs memories whose ports are the
-/// same, and writing Verilog splits these: then both have to be `written`.
+/// Saves the flattened design as `name`. The comparison pairs memories with the same ports, which
+/// writing Verilog splits: then both have to be `written`.
 void addStash(DesignScript& script, const QString& top, const QString& name, bool written)
 {
     script.add("tee", {"-q", "-o", script.path(name + ".check"), "check"});
@@ -184,7 +183,7 @@ bool Attachment::prove(const QString& wrapper, Proof& proof, QString* error)
     QString failure;
     const bool ran = script.run(&failure);
     proof.seconds = double(timer.elapsed()) / 1000;
-    // This is how Yosys ends when two memories of one name were not found to be the same.
+    // Yosys ends like this when two memories of the same name are not proven equal.
     if (!ran && failure.contains("packed_memids")) {
         proof.open += "the memories: their contents, widths or ports";
         return true;
@@ -195,7 +194,7 @@ bool Attachment::prove(const QString& wrapper, Proof& proof, QString* error)
     proof.open = otherDifferences(script) + unprovenPairs(status);
     proof.proven = proof.open.isEmpty() && status.contains("Equivalence successfully proven!");
     if (!proof.proven && proof.open.isEmpty())
-        return fail(error, "Yosys did not say how the proof ended: " + shownText(status));
+        return fail(error, "Yosys did not report the result of the proof: " + shownText(status));
     return true;
 }
 

@@ -10,16 +10,16 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostNames = 3; // that a warning lists
+constexpr int kMostNames = 3; // in a warning
 
-/// The bits that a word names behind a signal, by their indexes.
+/// A range of bits in a word, by their indexes.
 struct Range {
     bool given = false;
     int first = 0;
     int last = 0;
 };
 
-/// Takes "[7:4]" or "[3]" off the end of `word`; false when there is none.
+/// Removes "[7:4]" or "[3]" from the end of `word`; false when there is none.
 bool splitRange(QString& word, Range& range)
 {
     static const QRegularExpression form("^(.+)\\[(-?\\d{1,9})(?::(-?\\d{1,9}))?\\]$",
@@ -76,10 +76,10 @@ private:
 
     const DesignIndex& m_index;
     const Design& m_design;
-    int m_clock; ///< where in the design's clocks; -1 for none
+    int m_clock; ///< position in the design's clocks; -1 for none
     QHash<int, QVector<bool>> m_taken; ///< by signal and position
     QStringList m_memories; ///< left out
-    QStringList m_clocks; ///< the same
+    QStringList m_clocks; ///< left out
     ChosenSignals m_chosen;
 };
 
@@ -91,7 +91,7 @@ int Chooser::clockOf(const QString& name) const
         : m_design.clockNets.value(m_design.items.at(bit.signal).bitName(bit.position), -1);
 }
 
-/// The signal of that name, or those that a pattern matches.
+/// The signal of that name, or the matches of a pattern.
 QVector<int> Chooser::meant(const QString& word) const
 {
     const int named = m_index.signal(word);
@@ -121,7 +121,7 @@ void Chooser::take(const QString& word)
         fail(word, "matches nothing that can be watched");
 }
 
-/// Whether a pattern does not mean `signal`.
+/// Whether a pattern leaves out `signal`.
 bool Chooser::leavesOut(const DesignSignal& signal)
 {
     const bool isClock = m_clock >= 0 && !signal.isVector()
@@ -137,7 +137,7 @@ void Chooser::takeBits(const QString& word, int signal, const Range& range)
 {
     const DesignSignal& found = m_design.items.at(signal);
     if (found.isMemory())
-        return fail(word, "is a memory, which cannot be watched; the signals at its ports can");
+        return fail(word, "is a memory, which cannot be watched; watch the signals at its ports");
     if (!range.given)
         return takePositions(signal, found.width - 1, 0);
     const int a = found.positionOf(range.first);
@@ -147,10 +147,10 @@ void Chooser::takeBits(const QString& word, int signal, const Range& range)
     fail(word,
         found.isVector()
             ? QString("is not in the range %1 of %2").arg(found.rangeText(), shownText(found.path))
-            : QString("names bits, but %1 has one bit only").arg(shownText(found.path)));
+            : QString("has an index, but %1 has only one bit").arg(shownText(found.path)));
 }
 
-/// Takes what is not taken yet, as one item for each row of bits.
+/// Adds the bits that are not chosen yet, as one item for each row of bits.
 void Chooser::takePositions(int signal, int high, int low)
 {
     const DesignSignal& from = m_design.items.at(signal);
@@ -175,7 +175,7 @@ ChosenSignals Chooser::finish()
     const auto warn = [this](const QStringList& names, const char* why) {
         const int more = names.size() - kMostNames;
         if (!names.isEmpty())
-            m_chosen.warnings += QString("left out, since %1: %2%3")
+            m_chosen.warnings += QString("left out, because %1: %2%3")
                                      .arg(why, shownText(names.mid(0, kMostNames).join(", ")),
                                          more > 0 ? QString(" and %1 more").arg(more) : QString());
     };

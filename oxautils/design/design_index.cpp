@@ -25,8 +25,8 @@ bool endsWithComponents(const QString& key, const QString& end)
         && (key.size() == end.size() || key.at(key.size() - end.size() - 1) == '/');
 }
 
-/// Whether all of `text` matches; '*' goes back only to the last one, so this takes no more than
-/// the product of both lengths.
+/// Whether all of `text` matches. It backtracks only to the last '*', so the time is at most the
+/// product of both lengths.
 bool matches(const QString& text, int begin, const QString& pattern)
 {
     int i = begin;
@@ -63,7 +63,7 @@ bool matchesEnd(const QString& key, const QString& pattern)
     return false;
 }
 
-/// Takes "[3]" off the end of `name`; false when there is none.
+/// Removes "[3]" from the end of `name`; false when there is none.
 bool splitIndex(QString& name, int& index)
 {
     const int bracket = name.lastIndexOf('[');
@@ -193,7 +193,7 @@ QString DesignIndex::whyMissing(const QString& name, bool withNearest) const
         return vector.isVector()
             ? QString("is not in the range %1 of %2")
                   .arg(vector.rangeText(), shownText(vector.path))
-            : QString("names a bit, but %1 has one bit only").arg(shownText(vector.path));
+            : QString("has an index, but %1 has only one bit").arg(shownText(vector.path));
     }
     const QStringList names = withNearest ? nearest(base) : QStringList();
     return names.isEmpty()

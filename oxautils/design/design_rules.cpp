@@ -14,7 +14,7 @@ namespace OXA {
 
 namespace {
 
-constexpr int kMostSearched = 20; // missing names for which the nearest are searched
+constexpr int kMostSearched = 20; // missing names whose nearest names are searched
 
 enum RuleNumber : int { NotInDesign, WatchedMemory, DeclaredBits, IdleClock, OtherClock };
 
@@ -24,27 +24,27 @@ const QList<RuleInfo>& ruleTable()
     static const QList<RuleInfo> table {
   // clang-format off
         {"not-in-design", Severity::Error,
-            "A signal is not in the design, or has not this bit.",
+            "A signal is not in the design, or does not have this bit.",
             "Correct its name; `oxa signals` lists those of the design."},
         {"watched-memory", Severity::Error,
             "A signal is a memory, which has no net.",
             "Name the signals at the memory's ports instead."},
         {"declared-bits", Severity::Warning,
-            "A bus has not all bits of its signal, in the order in which the design declares them.",
-            "List every bit, the first of the declared range first; a part of a signal has its "
-            "range in its name, as in cpu/pc[7:4]."},
+            "A bus does not have all bits of its signal in the declared order.",
+            "List every bit, the first of the declared range first; give a part of a signal its "
+            "range as in cpu/pc[7:4]."},
         {"idle-clock", Severity::Warning,
             "A core's sample clock clocks no register.",
             "Use a clock of the design; `oxa signals` shows those of registers."},
         {"other-clock", Severity::Warning,
             "A register has another clock than its core.",
-            "Put it into a core with its clock; in this one its samples may be torn."},
+            "Watch it in a core with its clock; in this core, samples may mix old and new bits."},
   // clang-format on
     };
     return table;
 }
 
-/// The signal of which all bits of a bus are; -1 when there are others.
+/// The signal of all bits of a bus; -1 when they are of several.
 int commonSignal(const QVector<DesignBit>& bits)
 {
     const int first = bits.isEmpty() ? -1 : bits.first().signal;
@@ -92,10 +92,10 @@ private:
     const DesignIndex& m_index;
     const Design& m_design;
     const AnyCore& m_core;
-    int& m_searched; ///< missing names of all cores
+    int& m_searched; ///< missing names in all cores
     QList<Problem>& m_problems;
-    int m_clock = -1; ///< where in the design's clocks; -1 when it is none
-    QSet<QString> m_missing; ///< each signal is told of once a core
+    int m_clock = -1; ///< position in the design's clocks; -1: none
+    QSet<QString> m_missing; ///< reported once in each core
     QSet<int> m_told; ///< the same, by signal
 };
 
@@ -118,7 +118,7 @@ void DesignCheck::run()
 void DesignCheck::checkClock()
 {
     if (m_core.clock.isEmpty())
-        return; // is another rule's
+        return; // another rule reports it
     const DesignBit bit = checkBit(m_core.clock, m_core.place());
     if (bit.signal < 0 || m_design.isWaveform)
         return;
@@ -152,14 +152,14 @@ void DesignCheck::checkItems(const QList<SignalItem>& items, const Place& place)
             std::remove_if(m_problems.begin(), m_problems.end(), isRefuted), m_problems.end());
 }
 
-/// The bit of that name, which is told of when it cannot be watched.
+/// The bit of that name; reports it when it cannot be watched.
 DesignBit DesignCheck::checkBit(const QString& name, const Place& place)
 {
     const DesignBit bit = m_index.bit(name);
     const int signal = bit.signal < 0 ? m_index.signal(withoutIndex(name)) : bit.signal;
     if (signal >= 0 && signalOf(signal).isMemory()) {
         if (!m_told.contains(signal))
-            add(WatchedMemory, place, QString("\"%1\" is of a memory").arg(shownText(name)));
+            add(WatchedMemory, place, QString("\"%1\" is in a memory").arg(shownText(name)));
         m_told += signal;
         return {};
     }
@@ -176,14 +176,14 @@ void DesignCheck::addMissing(const QString& name, const Place& place)
     m_missing += key;
     const int whole = m_index.signal(name);
     const QString why = whole >= 0
-        ? QString("is a bus of %1 bits, %2, but stands for one bit")
+        ? QString("is a bus of %1 bits, %2, but represents one bit")
               .arg(QString::number(signalOf(whole).width), signalOf(whole).rangeText())
         : m_index.whyMissing(name, m_searched++ < kMostSearched);
     add(NotInDesign, place, QString("\"%1\" %2").arg(shownText(name), why));
 }
 
-/// Compares the bits of a bus with the range that its name has, or else with the declared one.
-/// False when they are not of one signal, so that there is none.
+/// Compares the bits of a bus with the range in its name, or with the declared range. False when
+/// they belong to several signals.
 bool DesignCheck::checkBus(
     const SignalItem& bus, const QVector<DesignBit>& bits, const Place& place)
 {
@@ -198,7 +198,7 @@ bool DesignCheck::checkBus(
     if (named.hasMatch()) {
         high = signal.positionOf(named.captured(1).toInt());
         low = signal.positionOf(named.captured(2).toInt());
-    } else if (m_index.signal(bus.name) != number) { // a name of the user's own
+    } else if (m_index.signal(bus.name) != number) { // a name chosen by the user
         high = bits.first().position;
         low = bits.last().position;
     }
@@ -207,7 +207,7 @@ bool DesignCheck::checkBus(
         matches = bits.at(i).position == high - i;
     if (!matches)
         add(DeclaredBits, place,
-            QString("bus \"%1\" goes from \"%2\" to \"%3\" in %4 bits, declared is %5")
+            QString("bus \"%1\" is \"%2\" to \"%3\" in %4 bits, declared is %5")
                 .arg(shownText(bus.name), shownText(bus.subItems.first().name),
                     shownText(bus.subItems.last().name), QString::number(bits.size()),
                     shownText(signal.path) + signal.rangeText()));

@@ -29,7 +29,7 @@ bool endsIn(const QString& path, std::initializer_list<const char*> endings)
     });
 }
 
-/// Yosys writes a file's name between quotes into the text that it parses.
+/// Yosys quotes file names in the text that it parses.
 bool breaksQuotes(const QString& path)
 {
     return std::any_of(path.begin(), path.end(),
@@ -43,10 +43,10 @@ bool canBeRead(const QStringList& files, QString* error)
         if (breaksQuotes(QFileInfo(path).absoluteFilePath()))
             return fail(error,
                 shownText(path)
-                    + ": Yosys reads no file with a quote, a backslash or a control character in "
-                      "its path");
+                    + ": Yosys cannot read a file with a quote, a backslash or a control character "
+                      "in its path");
         if (QFileInfo(path).isDir())
-            return fail(error, shownText(path) + ": is a directory, not a source");
+            return fail(error, shownText(path) + ": is a directory, not a source file");
         if (!file.open(QIODevice::ReadOnly))
             return fail(
                 error, QString("%1: cannot be read: %2").arg(shownText(path), file.errorString()));
@@ -66,7 +66,7 @@ bool DesignScript::isValid(QString* error) const
 {
     return m_directory.isValid()
         || fail(error,
-            QString("no directory can be made for Yosys: %1").arg(m_directory.errorString()));
+            QString("cannot create a directory for Yosys: %1").arg(m_directory.errorString()));
 }
 
 QString DesignScript::fileWord(const QString& path)
@@ -141,11 +141,11 @@ void DesignScript::addUnkeeping()
     add("setattr", {"-unset", "keep_hierarchy", "*"});
 }
 
-// The language of today's VHDL, and names as they are written.
+// The newest VHDL standard, with names as in the source.
 bool DesignScript::translate(const QStringList& vhdl, const QString& top, QString* error)
 {
     if (top.isEmpty())
-        return fail(error, "a design in VHDL needs the name of its top");
+        return fail(error, "a VHDL design needs the name of its top");
     OXA_ENGINE::EngineCommand command;
     command.program = "ghdl";
     command.name = "GHDL, which reads VHDL,";
@@ -198,7 +198,7 @@ bool DesignScript::run(QString* error)
     return fail(error, errors.join('\n'));
 }
 
-// Words end at blanks, and quotes do not keep a path together in all versions.
+// Words end at spaces, and quotes do not join a path in all versions.
 bool DesignScript::plainText(QByteArray& text, QString* error) const
 {
     static const QRegularExpression special(R"([^\w./:,+=@%*$\[\]\\-])");
@@ -208,7 +208,7 @@ bool DesignScript::plainText(QByteArray& text, QString* error) const
         for (const QString& word : command) {
             if (special.match(word).hasMatch())
                 return fail(error,
-                    QString("\"%1\" cannot stand in a script of Yosys: only letters, digits and "
+                    QString("\"%1\" cannot be in a script of Yosys: only letters, digits and "
                             "./:,+=@%_- can")
                         .arg(shownText(word)));
         }
@@ -224,8 +224,8 @@ QStringList DesignScript::keptModules() const
     if (file.open(QIODevice::ReadOnly)) {
         for (const QString& name :
             QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
-            lines += QString("%1 asks to be kept apart (keep_hierarchy), but is flattened, so that "
-                             "its signals can be reached")
+            lines += QString("%1 has keep_hierarchy, but is flattened, so that "
+                             "its signals can be watched")
                          .arg(shownText(name));
     }
     return lines;

@@ -13,16 +13,16 @@ namespace OXA {
 
 namespace {
 
-constexpr int kDeepest = 16; // lists that name lists
+constexpr int kDeepest = 16; // levels of lists
 constexpr qint64 kMostBytes = 16 << 20; // of a list
 
 struct Word {
     QString text;
     int line = 0;
-    bool isQuoted = false; // from its first character on: no option
+    bool isQuoted = false; // from its first character on, so it is not an option
 };
 
-/// The words of a list; a quote that is not closed ends with its line.
+/// The words of a list; an unclosed quote ends with its line.
 class ListWords {
 public:
     explicit ListWords(const QString& text)
@@ -85,7 +85,7 @@ public:
                 QString("%1: cannot be read: %2").arg(shownText(path), file.errorString()));
         const QByteArray bytes = file.read(kMostBytes);
         if (!file.atEnd() || bytes.contains('\0'))
-            return fail(m_error, QString("%1: is no list of sources").arg(shownText(path)));
+            return fail(m_error, QString("%1: is not a list of sources").arg(shownText(path)));
         const QVector<Word> words = ListWords(QString::fromUtf8(bytes)).words;
         for (int i = 0; i < words.size(); ++i) {
             if (!take(path, from, words, i))
@@ -103,7 +103,7 @@ private:
                 .arg(shownText(path), QString::number(word.line), shownText(word.text), what));
     }
 
-    // The word at `i`, and for an option the word of its value.
+    // Handles the word at `i`, for an option with the word of its value.
     bool take(const QString& path, const QString& from, const QVector<Word>& words, int& i)
     {
         const Word& word = words.at(i);
@@ -118,7 +118,7 @@ private:
         QString value;
         const QString name = optionName(text, value);
         if (name.isEmpty())
-            return failAt(path, word, "is no option of a list of sources that is understood");
+            return failAt(path, word, "is not a supported option");
         if (value.isEmpty()) {
             if (++i == words.size())
                 return failAt(path, word, "has no value");
@@ -127,7 +127,7 @@ private:
         return takeOption(name, value, path, from);
     }
 
-    // "-Idir" holds its value, "-I dir" does not.
+    // "-Idir" contains its value, "-I dir" does not.
     static QString optionName(const QString& text, QString& value)
     {
         for (const char* name : {"--top-module", "--top", "-top", "-f", "-F", "-v"}) {
@@ -171,7 +171,7 @@ private:
         } else if (name == "define") {
             m_sources.defines += parts;
         } else if (name != "libext") {
-            return failAt(path, word, "is no option of a list of sources that is understood");
+            return failAt(path, word, "is not a supported option");
         }
         return true;
     }
@@ -203,7 +203,7 @@ QString quoted(const QString& text)
     return word + '"';
 }
 
-/// `path` from the directory of the list when it is below, so that a project can be moved.
+/// `path` relative to the list's directory when it is below, so that a project can be moved.
 QString stored(const QString& path, const QDir& directory)
 {
     const QString relative = directory.relativeFilePath(QFileInfo(path).absoluteFilePath());

@@ -13,7 +13,7 @@ namespace OXA {
 namespace {
 
 constexpr int kMostBits = 1 << 28; // of the whole design
-constexpr int kDeepest = 256; // modules in modules
+constexpr int kDeepest = 256; // levels of modules
 
 /// Sets of bits that are connected.
 class BitSets {
@@ -126,7 +126,7 @@ private:
         }
     }
 
-    // A clock has many names: that of the outermost scope, a port's first.
+    // A net of a clock has many names: use that of the outermost scope, ports first.
     void findClocks()
     {
         QHash<int, Register> cells; // by the set of the output
@@ -188,13 +188,13 @@ private:
         QStringList boxes = m_boxes.values();
         boxes.sort();
         for (const QString& box : boxes)
-            m_design.warnings += QString("module \"%1\" is not among the sources: its ports can be "
-                                         "watched, nothing in it")
+            m_design.warnings += QString("module \"%1\" is not in the sources: its ports can be "
+                                         "watched, its content cannot")
                                      .arg(shownText(box));
     }
 
-    // A reference into the hierarchy has declared a wire of the same path. Flattening gives the one
-    // that is meant another name then.
+    // A hierarchical reference has declared a wire of the same path. Flattening then renames the
+    // net that it refers to.
     void addSorted(DesignSignal signal)
     {
         if (m_design.items.isEmpty() || m_design.items.last().path != signal.path) {
@@ -210,9 +210,9 @@ private:
     const SourceScan& m_escapes;
     Design& m_design;
     BitSets m_sets;
-    std::vector<std::pair<DesignSignal, int>> m_items; // and the first bit of each
+    std::vector<std::pair<DesignSignal, int>> m_items; // with their first bits
     std::vector<RtlilModule::Register> m_registers;
-    std::vector<std::pair<QString, int>> m_clockNets; // names, and the set of each
+    std::vector<std::pair<QString, int>> m_clockNets; // names and sets
     QSet<QString> m_boxes;
     int m_depth = 0;
     bool m_fits = true;

@@ -13,7 +13,7 @@ namespace {
 
 constexpr char kNetlist[] = "design.il";
 
-/// A name with dots that no one declared is a reference into the hierarchy.
+/// An undeclared name with dots is a hierarchical reference.
 QStringList brokenReferences(const QStringList& warnings)
 {
     QStringList lines;
@@ -35,7 +35,7 @@ bool readDesign(
     if (!script.isValid(error) || !script.addReading(sources, error))
         return false;
     script.addStage(70, "writing the signals");
-    // What is left: nets, memories, registers, and the modules in modules.
+    // Keeps nets, memories, registers and instances.
     script.add("delete", {"t:$*", "t:*dff*", "%d", "t:*DFF*", "%d", "t:$paramod*", "%d"});
     script.add("write_rtlil", {script.path(kNetlist)});
     if (!script.run(error))
@@ -46,7 +46,7 @@ bool readDesign(
     design.warnings = scan.warnings() + brokenReferences(script.warnings());
     if (readRtlil(script.path(kNetlist), modules) && elaborate(modules, scan, design))
         return true;
-    return fail(error, "what Yosys wrote of the design cannot be read");
+    return fail(error, "cannot read the design that Yosys wrote");
 }
 
 }

@@ -18,7 +18,7 @@ bool isWordCharacter(char c)
 
 bool isSpace(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
-/// The position behind the comment or string that begins at `at`; `at` when none does.
+/// The position after the comment or string at `at`; `at` when there is none.
 int behindText(const QByteArray& text, int at)
 {
     const auto behind = [&](const char* end) {
@@ -66,7 +66,7 @@ void SourceScan::scan(const QString& file, const QByteArray& text)
                 ++at;
             if (text.mid(begin, at - begin) == "bind")
                 m_warnings
-                    += QString("%1:%2: `bind` is ignored by Yosys: what it adds is not there")
+                    += QString("%1:%2: `bind` is ignored by Yosys: its instance is missing")
                            .arg(shownText(file), QString::number(text.left(begin).count('\n') + 1));
         } else {
             ++at;

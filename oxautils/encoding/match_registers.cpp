@@ -13,7 +13,7 @@ struct CharacterCode {
     bool m0, m1, m2;
 };
 
-// "X" and every character that is not here leave all three bits clear.
+// "X" and unknown characters clear all three bits.
 constexpr CharacterCode kCharacters[] = {
     {'0', false, true,  false},
     {'1', true,  true,  false},
@@ -23,7 +23,7 @@ constexpr CharacterCode kCharacters[] = {
     {'N', true,  true,  true },
 };
 
-// Far above any real core's width, and what still fits into memory digit by digit.
+// Far more than any real core, but small enough for memory as text.
 constexpr int kWidestRegister = 1 << 20;
 
 constexpr char kHexDigits[] = "0123456789abcdef";
@@ -52,16 +52,16 @@ void encodeCharacters(const QString& value, QBitArray& m0, QBitArray& m1, QBitAr
     }
 }
 
-// Negative numbers keep their sign, as the files of this format always had it.
+// The format's rule: negative numbers keep their sign.
 QString hex(int value)
 {
     return value < 0 ? '-' + QString::number(-qint64(value), 16) : QString::number(value, 16);
 }
 
-// Any number may stand in a file; what leaves 32 bits wraps.
+// A file may contain any number; results wrap at 32 bits.
 int minus(int a, int b) { return int(unsigned(a) - unsigned(b)); }
 
-/// Writes the parameter lines of one core, whose registers are as wide as its data register.
+/// Writes the parameter lines of one core; registers are as wide as its data register.
 class RegisterWriter {
 public:
     RegisterWriter(QTextStream& out, int width)
@@ -78,7 +78,7 @@ public:
         write(name, strBit2Hex(BitToString(bits).rightJustified(m_paddedWidth, '0')));
     }
 
-    // The fixed width is the format's, whatever the others' is.
+    // The format's rule: a fixed width, unlike that of the other registers.
     void writeNothing(const QString& name)
     {
         m_out << "parameter " << name << " = 16'h0000;" << Qt::endl;
@@ -138,7 +138,7 @@ void bitForM(MatchUnit* unit, QBitArray& m0, QBitArray& m1, QBitArray& m2)
         break;
     case MatchLess:
     case MatchLessEqual:
-        setWhereOne(m1, value0); // an upper bound has its place in M1
+        setWhereOne(m1, value0); // upper bounds are in M1
         break;
     case MatchInRange:
     case MatchNotInRange:
@@ -195,7 +195,7 @@ void generateRegister(AoCore* core, QTextStream& out, QString device, int flag)
     const int width = core->dataOutShiftWidth();
     if (width > kWidestRegister) {
         qCritical().nospace() << "core " << core->index << ": its registers would have " << width
-                              << " bits, " << kWidestRegister << " are the most that are written";
+                              << " bits, the limit is " << kWidestRegister;
         return;
     }
     RegisterWriter writer(out, width);

@@ -18,7 +18,7 @@ bool isLetter(char c) { return c >= 'A' && c <= 'Z'; }
 
 QString unitName(int number) { return 'M' + QString::number(number); }
 
-/// Pops what `text` names as an operand of `calcuate`; false when the stack has too few.
+/// Pops the operands of `calcuate`; false when the stack has too few.
 bool apply(char symbol, std::string& stack)
 {
     const size_t taken = symbol == '!' ? 1 : 2;
@@ -65,7 +65,7 @@ void generateExpression(AoCore* core, QTextStream& out)
             qCritical().noquote().nospace()
                 << "core " << core->index << ": expression " << i << " \""
                 << core->expressions.at(i)
-                << "\" holds more than unit names, the operators ! & ^ | and parentheses";
+                << "\" contains more than unit names, the operators ! & ^ | and parentheses";
         writeTable(out, i, table);
     }
     for (int i = core->expressions.size(); i < kMostExpressions; ++i)
@@ -81,7 +81,7 @@ QString logicTruthTable(QString exp, std::vector<bool> enables)
 void resetLogicExp(QString& exp, std::vector<bool>& enables)
 {
     for (int i = kUnits - 1; i >= 0; --i) {
-        // The format's rule: found wherever the text stands, so "M10" hides an absent "M1".
+        // The format's rule: found anywhere in the text, so "M10" hides a missing "M1".
         if (exp.contains(unitName(i)))
             enables.at(size_t(i)) = false;
         else if (enables.at(size_t(i)))

@@ -17,10 +17,10 @@ struct Comparison {
     const char* text;
     const char* pattern;
     MatchFunc func;
-    const char* value; // that the text stands for, of a port of one signal; null: values follow
+    const char* value; // the value of the word, for a port of one signal; null: values follow
 };
 
-// In the order in which they are tried.
+// In the order of trial.
 constexpr Comparison kComparisons[] = {
     {"==",      "==",           MatchEqual,        nullptr},
     {"!=",      "!=",           MatchNotEqual,     nullptr},
@@ -71,7 +71,7 @@ QStringList typeNames()
     return names;
 }
 
-/// The first type that has the function and the edges that `unit` compares with.
+/// The first type with the function and the edges of `unit`.
 MatchType sufficientType(const MatchUnit& unit)
 {
     const bool edges = valueHasEdges(unit.value0 + unit.value1);
@@ -91,7 +91,7 @@ int sufficientWidth(int counter)
     return width;
 }
 
-/// Reads a text from its beginning to its end.
+/// Reads a text from start to end.
 class UnitReader {
 public:
     UnitReader(const QString& text, const MatchUnit& unit, const ValueNames& names)
@@ -127,12 +127,12 @@ private:
     const MatchUnit& m_old;
     MatchUnit m_unit;
     int m_at = 0;
-    int m_typed = -1; ///< the type that the text names
-    QRegularExpressionMatch m_match; ///< of what was taken last
+    int m_typed = -1; ///< the type in the text
+    QRegularExpressionMatch m_match; ///< of the last `take`
     QString m_error;
 };
 
-/// Takes what `pattern` finds at the place, and the blanks behind it.
+/// Reads `pattern` at the current position, and the spaces after it.
 bool UnitReader::take(const char* pattern)
 {
     const QRegularExpression expression(QString("(?:%1)\\s*").arg(pattern));
@@ -265,8 +265,8 @@ bool UnitReader::readCounter()
     if (!ok)
         return failAt(place, QString("write numbers up to %1").arg(INT_MAX));
     return m_at == m_text.size()
-        || fail("write \", N times\", \", N times in a row\", with \"(counter of N bits)\" behind "
-                "it, or nothing");
+        || fail("write \", N times\", \", N times in a row\", optionally \"(counter of N bits)\", "
+                "or nothing");
 }
 
 }

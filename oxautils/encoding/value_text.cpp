@@ -8,7 +8,7 @@ namespace {
 
 constexpr char kDigits[] = "01XRFBN";
 constexpr char kEdges[] = "RFBN";
-constexpr int kWidestBinary = 8; // digits of a number that is still shown in binary
+constexpr int kWidestBinary = 8; // digits of a number shown in binary
 
 bool isMadeOf(const QString& text, const char* characters)
 {
@@ -16,7 +16,7 @@ bool isMadeOf(const QString& text, const char* characters)
     return std::all_of(text.begin(), text.end(), [&](QChar c) { return allowed.contains(c); });
 }
 
-/// The digits of `number` in base 2 as those in base 16, filled with 0 in front.
+/// The digits of `number` in base 2 as digits in base 16, padded with 0 on the left.
 QString hexDigits(const QString& number)
 {
     const QString padded = number.rightJustified((number.size() + 3) / 4 * 4, '0');
@@ -36,7 +36,7 @@ QString bitsOfHex(const QString& digits)
     return bits;
 }
 
-/// What `word` stands for, in any number of bits.
+/// The bits of `word`, any number of them.
 bool bitsOf(const QString& word, int width, const NameToBits& names, QString& bits)
 {
     bits = word;
@@ -78,17 +78,17 @@ bool valueFromText(
     QString bits;
     if (!bitsOf(word, width, names, bits)) {
         expected = QString("write %1 digits 0, 1, X, R, F, B or N, one for each signal, most "
-                           "significant first; or a number: decimal, or with 0b or 0x in front")
+                           "significant first; or a number: decimal, or beginning with 0b or 0x")
                        .arg(width);
         return false;
     }
-    // What is 0 or does not matter in front of the port's signals need not be there.
+    // Leading bits that are 0 or X beyond the port's width can be dropped.
     int spare = 0;
     while (bits.size() - spare > width && (bits.at(spare) == '0' || bits.at(spare) == 'X'))
         ++spare;
     bits = bits.mid(spare);
     value = bits.rightJustified(width, '0');
-    expected = QString("it takes %1 bits, the port has %2 signals")
+    expected = QString("it has %1 bits, the port has %2 signals")
                    .arg(QString::number(bits.size()), QString::number(width));
     return bits.size() <= width;
 }

@@ -19,7 +19,7 @@ bool refuse(const QString& reason)
     return false;
 }
 
-/// The mode of the configuration file; false when that is no XML that can be read.
+/// Reads the mode of the configuration file; false when it cannot be read as XML.
 bool readMode(const QString& path, OxaMode& mode)
 {
     mode = oxaModeFromOxaConfigFile(path);
@@ -32,10 +32,11 @@ bool readMode(const QString& path, OxaMode& mode)
 bool clearWorkDir(const OxaArg& arg, OxaMode& mode)
 {
     if (arg.workDir.isEmpty()) // generated paths would begin at the root directory
-        return refuse("no work directory is named");
+        return refuse("the work directory's name is empty");
     if (const QString lost = OXA_FILES::lostByEmptying(arg.workDir, inputsOf(arg)); !lost.isEmpty())
-        return refuse(QString("the work directory %1 would be emptied, but it holds or lies in %2")
-                          .arg(arg.workDir, lost));
+        return refuse(
+            QString("the work directory %1 would be emptied, but it contains, or is in, %2")
+                .arg(arg.workDir, lost));
     if (!readMode(arg.configFile, mode))
         return refuse(QString("%1 cannot be read, so nothing is generated").arg(arg.configFile));
     OXA_FILES::emptyDirectory(arg.workDir, WORK_DIR_MARK);

@@ -14,8 +14,8 @@ namespace {
 constexpr char kVerilogHead[]
     = R"(// The analyzer with one port for each bus or signal, under names of Verilog and VHDL.
 //
-// An instance to paste. Where it says "from", the configuration's name is none that can be pasted:
-// replace what is in parentheses by that signal of your design.
+// An instance to copy. Where it says "from", the configuration's name cannot be used here: replace
+// the text in parentheses by that signal of your design.
 //
 //     oxa_analyzer u_oxa_analyzer (
 )";
@@ -48,8 +48,8 @@ endmodule
 constexpr char kVhdlHead[]
     = R"(-- The module oxa_analyzer of qx_oxa_template.v for VHDL: "use work.oxa_template.all;".
 --
--- An instance to paste. Where it says "from", the configuration's name is none that can be pasted:
--- replace what follows => by that signal of your design.
+-- An instance to copy. Where it says "from", the configuration's name cannot be used here: replace
+-- the text after => by that signal of your design.
 --
 --     u_oxa_analyzer : oxa_analyzer
 --         port map (
@@ -88,7 +88,7 @@ QList<SignalItem> clockAndTriggers(const AoCore& core)
     return items << clock;
 }
 
-/// What is in the wrapper's ports, in their order.
+/// The items of the wrapper's ports, in their order.
 QList<SignalItem> itemsOf(const Configuration& configuration)
 {
     QList<SignalItem> items;
@@ -120,7 +120,7 @@ QString vhdlRange(const ReadablePort& port)
             QString::number(port.right));
 }
 
-/// The signals of a port, as the configuration names them.
+/// The names in the configuration of a port's signals.
 QString source(const ReadablePort& port)
 {
     if (port.isVector && !port.stem.isEmpty())
@@ -131,7 +131,7 @@ QString source(const ReadablePort& port)
     return names.join(", ");
 }
 
-/// Whether a design in which the instance stands may have these signals under their names.
+/// Whether a design with the instance may use these signals by their names.
 bool isInReach(const ReadablePort& port)
 {
     return std::all_of(port.bits.begin(), port.bits.end(),
@@ -146,7 +146,7 @@ QString verilogActual(const ReadablePort& port)
     return isRow ? '{' + source(port) + '}' : source(port);
 }
 
-/// What an instance in VHDL says of a port, without the commas.
+/// The associations of a port in a VHDL instance, without commas.
 QStringList vhdlAssociations(const ReadablePort& port)
 {
     const auto element = [](const QString& bit) {
@@ -195,7 +195,7 @@ void writeVerilog(QTextStream& out, const QList<ReadablePort>& ports)
     out << kVerilogTail;
 }
 
-/// `text` as comments of VHDL can have it.
+/// `text` for a VHDL comment.
 QString inVhdl(QString text)
 {
     std::replace_if(

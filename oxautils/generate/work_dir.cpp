@@ -17,7 +17,7 @@ namespace OXA {
 
 namespace {
 
-/// The process whose run the mark names.
+/// The process in the mark.
 QString ownerOf(const QString& mark)
 {
     QFile file(mark);
@@ -64,13 +64,13 @@ bool WorkDir::claim(const QString& path, QString* error)
         m_mark = ::open(
             QFile::encodeName(mark).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0666);
     if (m_mark < 0)
-        return fail(error, path + ": nothing can be written there: " + qt_error_string(errno));
-    // Where a file system has no locks, the run goes on without.
+        return fail(error, path + ": cannot be written: " + qt_error_string(errno));
+    // On a file system without locks, the run continues.
     if (::flock(m_mark, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         return fail(error,
             path + " is in use by " + ownerOf(mark)
-                + "; wait for its end, or name another work directory");
-    // On a full disk it is a mark without words still.
+                + "; wait for its end, or choose another work directory");
+    // On a full disk, the mark may be empty.
     const QByteArray text
         = QString("`oxa generate` made this directory and empties it on its next run.\n"
                   "The last run was process %1.\n")

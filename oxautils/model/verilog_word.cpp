@@ -33,18 +33,18 @@ private:
 
 const char* wordFault(const QString& name)
 {
-    const bool escaped = name.startsWith('\\'); // by the host, which adds the blank that ends it
+    const bool escaped = name.startsWith('\\'); // by the host, with a space at the end
     if (escaped && !name.endsWith(' '))
-        return "begins with a backslash, but does not end with a blank";
+        return "begins with a backslash, but does not end with a space";
     if (name == "\\ ")
-        return "is nothing but a backslash";
+        return "is only a backslash";
     for (const QChar c : escaped ? QStringView(name).chopped(1) : QStringView(name)) {
         if (c.isSpace())
-            return "holds white space, where Verilog ends a name";
+            return "contains white space, where Verilog ends a name";
         if (c.category() == QChar::Other_Control)
-            return "holds a control character";
+            return "contains a control character";
         if (c == '`')
-            return "holds a backquote, with which Verilog begins a macro";
+            return "contains a backquote, which begins a macro in Verilog";
     }
     return nullptr;
 }

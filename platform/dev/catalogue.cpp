@@ -56,7 +56,7 @@ constexpr int kColumnCount = sizeof kColumns / sizeof *kColumns;
 
 constexpr qint64 kLargestFile = qint64(64) * 1024 * 1024;
 
-/// The text of the file; a null one and the reason in `error` when it cannot be had.
+/// The text of the file; null, with the reason in `error`, when it cannot be read.
 QString readText(const QString& path, QString* error)
 {
     QFile file(path);
@@ -68,19 +68,19 @@ QString readText(const QString& path, QString* error)
     if (file.error() != QFile::NoError) {
         *error = file.errorString();
     } else if (bytes.size() > kLargestFile) {
-        *error = "larger than 64 MiB, which no catalogue is";
+        *error = "larger than 64 MiB";
     } else {
-        QTextCodec::ConverterState state; // swallows a byte-order mark
+        QTextCodec::ConverterState state; // removes a byte-order mark
         const QString text
             = QTextCodec::codecForName("UTF-8")->toUnicode(bytes, bytes.size(), &state);
         if (state.invalidChars == 0 && state.remainingChars == 0)
             return text.isNull() ? QString("") : text;
-        *error = "not a text in UTF-8";
+        *error = "not UTF-8 text";
     }
     return {};
 }
 
-/// Reads rows and keeps the first thing that is wrong with one.
+/// Reads rows, and keeps the first error.
 class CatalogueParser {
 public:
     explicit CatalogueParser(const QString& text)
@@ -119,7 +119,7 @@ private:
             return true;
         const CsvField& field = row.size() > kColumnCount ? row[kColumnCount] : row.last();
         refuse(field.line, field.column,
-            QString("%1 columns where there have to be %2")
+            QString("%1 columns instead of %2")
                 .arg(QString::number(row.size()), QString::number(kColumnCount)));
         return false;
     }
@@ -130,11 +130,11 @@ private:
         if (!m_reader.error().isEmpty())
             return refuse(m_reader.line(), m_reader.column(), m_reader.error());
         if (row.isEmpty())
-            return refuse(1, 1, "no row that names the columns");
+            return refuse(1, 1, "no row with column names");
         for (int i = 0; i < qMin(row.size(), kColumnCount); ++i) {
             if (row[i].text != kColumns[i].name)
                 return refuse(row[i].line, row[i].column,
-                    QString("the first row has to name the columns, this one \"%1\"")
+                    QString("the first row has to contain column names, here \"%1\"")
                         .arg(kColumns[i].name));
         }
         checkWidth(row);

@@ -26,7 +26,7 @@ CsvRow CsvReader::next()
             break;
         ++m_position;
         if (atEnd())
-            row << field(); // the empty one behind a last comma
+            row << field(); // the empty one after a last comma
     }
     return m_error.isEmpty() ? row : CsvRow();
 }
@@ -37,7 +37,7 @@ CsvField CsvReader::field()
     if (peek() == '"') {
         result.text = quoted();
         if (m_error.isEmpty() && !atEnd() && peek() != ',' && !atLineEnd())
-            m_error = "text behind a closing quote";
+            m_error = "text after a closing quote";
         return result;
     }
     const int start = m_position;

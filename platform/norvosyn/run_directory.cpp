@@ -19,7 +19,7 @@ bool copyResources(const QString& name, const QString& to, QString* error)
 {
     const QDir from(kResources + name);
     if (!QDir().mkpath(to))
-        return OXA::fail(error, QString("cannot make the directory %1").arg(to));
+        return OXA::fail(error, QString("cannot create the directory %1").arg(to));
     const QStringList files = from.entryList(QDir::Files);
     for (const QString& file : files) {
         QFile resource(from.filePath(file));
@@ -60,15 +60,15 @@ bool RunDirectory::prepare(const QByteArray& script, QString* error)
 {
     if (QFileInfo(path()).isSymLink())
         return OXA::fail(
-            error, QString("%1 is a link; the engine's files would go elsewhere").arg(path()));
+            error, QString("%1 is a link, which would redirect the engine's files").arg(path()));
     if (!QDir().mkpath(path()))
-        return OXA::fail(error, QString("cannot make the directory %1").arg(path()));
+        return OXA::fail(error, QString("cannot create the directory %1").arg(path()));
 
     for (const char* result : kResults)
         QFile::remove(path() + '/' + result);
     QDir(temporary()).removeRecursively();
     if (!QDir().mkpath(temporary()))
-        return OXA::fail(error, QString("cannot make the directory %1").arg(temporary()));
+        return OXA::fail(error, QString("cannot create the directory %1").arg(temporary()));
     for (const char* name : kShipped) {
         const QString to = path() + '/' + name;
         QDir(to).removeRecursively();

@@ -12,7 +12,7 @@
 namespace NorvoSyn {
 namespace {
 
-/// The steps of one run, in order; each says what went wrong in `messages`.
+/// The steps of one run, in order; each adds its error to `messages`.
 class Synthesis {
 public:
     Synthesis(const SynthesisRequest& request, const SynthesisHooks& hooks, QStringList& messages)
@@ -39,8 +39,7 @@ private:
             return fail(QString("RESOURCE_CHECK: the device database has no \"%1\", \"%2\"")
                             .arg(m_request.partNumber, m_request.deviceName));
         if (const QString source = m_directory.lost(m_request.sources); !source.isEmpty())
-            return fail(
-                QString("the source %1 is where this run writes its own files").arg(source));
+            return fail(QString("this run would overwrite the source %1").arg(source));
         QString error;
         return m_directory.prepare(engineScript(m_request, m_target), &error) || fail(error);
     }
@@ -50,7 +49,7 @@ private:
         OXA_ENGINE::EngineRun run;
         run.directory = m_directory.path();
         run.script = m_directory.scriptFromPath();
-        // Relative, since the engine hands it to a shell without quoting.
+        // Relative, because the engine passes it to a shell without quotes.
         run.temporary = RunDirectory::temporaryName();
         run.logFile = m_directory.logFile();
         run.stopAsked = m_hooks.stopAsked;

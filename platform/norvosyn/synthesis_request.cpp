@@ -19,17 +19,17 @@ QString absolute(const QString& path)
     return QDir::cleanPath(QFileInfo(path).absoluteFilePath());
 }
 
-/// Why `path` cannot be given to the engine; empty when it can.
+/// Why the engine cannot read `path`; empty when it can.
 QString unusable(const QString& path)
 {
     if (path.isEmpty())
         return "is empty";
     for (const QChar c : path) {
         if (c.category() == QChar::Other_Control)
-            return "holds a control character";
-        // Its Tcl has no more characters, and its preprocessor puts names between quotes.
+            return "contains a control character";
+        // Its Tcl is limited to these characters, and its preprocessor quotes names.
         if (c.isSurrogate() || c == '"')
-            return QString("holds %1, which the engine cannot read: %2")
+            return QString("contains %1, which the engine cannot read: %2")
                 .arg(c == '"' ? "a double quote" : "a character past U+FFFF", path);
     }
     return {};
@@ -73,7 +73,7 @@ void readSource(MapReader& file, SynthesisRequest& request)
     if (const QString why = unusable(*path); !why.isEmpty())
         file.complain(ARG_FILE_PATH, why);
     else if (!info.isFile() || !info.isReadable())
-        file.complain(ARG_FILE_PATH, QString("is no readable file: %1").arg(*path));
+        file.complain(ARG_FILE_PATH, QString("is not a readable file: %1").arg(*path));
     request.sources << absolute(*path);
 }
 
@@ -83,7 +83,7 @@ void readSources(MapReader& top, SynthesisRequest& request, QStringList& problem
     if (!files)
         return;
     if (files->isEmpty())
-        top.complain(ARG_FILE, "names no file");
+        top.complain(ARG_FILE, "contains no file");
     for (int i = 0; i < files->size(); ++i) {
         const QString where = QString("%1[%2]").arg(ARG_FILE, QString::number(i));
         if (files->at(i).type() != QVariant::Map) {
@@ -109,7 +109,7 @@ void readOutputFile(MapReader& options, SynthesisRequest& request)
         options.complain(OPT_OUTPUT_VERILOG, QString("is a directory: %1").arg(*path));
     else if (!info.dir().exists() && info.path() != request.workDir)
         options.complain(OPT_OUTPUT_VERILOG,
-            QString("is to go into a directory that does not exist: %1").arg(info.path()));
+            QString("is in a directory that does not exist: %1").arg(info.path()));
     else if (const QString source
              = OXA_FILES::lostByWriting(request.outputFile, {request.sources, {}});
              !source.isEmpty())
@@ -128,7 +128,7 @@ void readOptions(MapReader& top, SynthesisRequest& request, QStringList& problem
     for (const QString& path : paths) {
         if (const QString why = unusable(path); !why.isEmpty())
             options.complain(OPT_INCLUDE_PATH, why);
-        // The map gives last what was inserted first; that is searched first: generated files come
+        // The map lists the first inserted value last; it has to be searched first: generated files
         // before installed ones of the same name.
         request.includePaths.prepend(absolute(path));
     }
@@ -139,7 +139,7 @@ void readSettings(MapReader& top, SynthesisRequest& request)
     const QVariantList settings = top.list(INI_CONFIG).value_or(QVariantList());
     for (const QVariant& setting : settings) {
         if (setting.type() != QVariant::String) {
-            top.complain(INI_CONFIG, "holds an entry that is not a text");
+            top.complain(INI_CONFIG, "contains an entry that is not a text");
             continue;
         }
         const QString text = setting.toString();
@@ -169,10 +169,10 @@ bool readRequest(const QVariantMap& map, SynthesisRequest& request, QStringList&
     readSources(top, request, found);
     readOptions(top, request, found);
     readSettings(top, request);
-    // Last, so that a request that cannot run leaves no directory behind.
+    // Last, so that an invalid request creates no directory.
     if (found.isEmpty() && !QDir().mkpath(request.workDir))
         top.complain(
-            WORK_DIR, QString("is no directory and cannot become one: %1").arg(request.workDir));
+            WORK_DIR, QString("is not a directory and cannot be created: %1").arg(request.workDir));
     problems << found;
     return found.isEmpty();
 }

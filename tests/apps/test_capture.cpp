@@ -44,22 +44,22 @@ constexpr Call kUnusable[] = {
     {"--core 9 --unit M0=101",                  2, "value0 \"101\" has 3 characters for the 10"                },
     {"--core 9 --unit M0=Z000000000",           2, "--unit M0=Z000000000: value0"                              },
     {"--unit M7=1",                             2, "no core that runs has this match unit"                     },
-    {"--core 9 --unit M99999999999=0000000000", 2, "does not begin as in M3=10XR"                              },
+    {"--core 9 --unit M99999999999=0000000000", 2, "write it like M3=10XR"                                     },
     {"--core 9 --unit M0=0000000000..1",        2, "the unit compares with one value"                          },
     {"--core 4 --counter M1=17",                2, "M1=17: "                                                   },
-    {"--core 4 --counter M1=2x",                2, "\"2x\" is no number"                                       },
+    {"--core 4 --counter M1=2x",                2, "\"2x\" is not a number"                                    },
     {"--core 4 --counter M0=2",                 2, "the unit was built without a counter"                      },
     {"--core 5",                                2, "no such core, only 4, 9"                                   },
     {"--windows 6",                             1, "built for 2 windows at most"                               },
-    {"--samples 200",                           1, "its memory of 256 samples does not hold 2 windows of 200"  },
-    {"--position 50",                           1, "the trigger lies outside of the window"                    },
-    {"--position -1",                           2, "--position: \"-1\" is no number from 0 to 1000000000;"     },
-    {"--timeout nan",                           2, "\"nan\" is no number from 0.001"                           },
-    {"--clock 1e-300",                          2, "is no number from 1 to"                                    },
-    {"--power-up --windows 1",                  2, "what runs already takes no other settings"                 },
+    {"--samples 200",                           1, "2 windows of 200 samples do not fit into its memory of 256"},
+    {"--position 50",                           1, "the trigger position is outside of the window"             },
+    {"--position -1",                           2, "--position: \"-1\" is not a number from 0 to 1000000000;"  },
+    {"--timeout nan",                           2, "\"nan\" is not a number from 0.001"                        },
+    {"--clock 1e-300",                          2, "is not a number from 1 to"                                 },
+    {"--power-up --windows 1",                  2, "settings cannot change in a run that has started"          },
     {"--power-up",                              2, "core 9 does not capture from power-up on"                  },
     {"--tap cpu.tap",                           1, "no device \"cpu.tap\", only fpga.tap"                      },
-    {"-o out.txt",                              2, "out.txt: the ending has to be"                             },
+    {"-o out.txt",                              2, "out.txt: the suffix has to be"                             },
     {"-o /no/such/out.vcd",                     2, "out.vcd: cannot be written: there is no directory /no/such"},
 };
 
@@ -213,7 +213,7 @@ void TestCapture::withoutATrigger()
 
     result = captureUntilStopped(call + QStringList("M0=0011110000"));
     QCOMPARE(result.status, 1);
-    QVERIFY2(result.err.contains("core 4 was stopped with 1 of 2 windows whole"),
+    QVERIFY2(result.err.contains("core 4 was stopped with 1 of 2 windows complete"),
         qPrintable(result.err));
     QCOMPARE(bytesOf(path("live.csv")).count("\n4,0,"), 50);
     QCOMPARE(bytesOf(path("live.csv")).count("\n4,1,"), 50);
@@ -296,7 +296,7 @@ void TestCapture::lite()
     QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
     const Result again = oxa(call + QStringList {"--power-up"});
     QCOMPARE(again.status, 1);
-    QVERIFY2(again.err.contains("from power-up on was ended before"), qPrintable(again.err));
+    QVERIFY2(again.err.contains("power-up capture was ended"), qPrintable(again.err));
     // Later runs begin where the waveform is.
     const Result later = oxa(call);
     QVERIFY2(later.status == 0, qPrintable(later.err));

@@ -237,9 +237,9 @@ void TestCaptureFaults::clockThatStands()
     kill(player, SIGSTOP);
     fails(oxa(captureCall(m_live.address(), {"--timeout", "1"})), 1,
         "core 0 did not trigger: level 0 of 2 reached, M0 matched 0 times, M1 matched 0 times; its "
-        "sample clock stands still");
+        "sample clock is stopped");
     // What was told to stop is on its way: another run could be mixed up with that one.
-    fails(oxa(captureCall(m_live.address())), 1, "core 0: its sample clock stands still");
+    fails(oxa(captureCall(m_live.address())), 1, "core 0: its sample clock is stopped");
     kill(player, SIGCONT);
 
     if (!Terminal::exists())
@@ -250,12 +250,12 @@ void TestCaptureFaults::clockThatStands()
     waiting.interrupt();
     QVERIFY(finished(waiting));
     const QString said = waiting.said();
-    fails({waiting.exitCode(), {}, said}, 1, "its sample clock stands still");
+    fails({waiting.exitCode(), {}, said}, 1, "its sample clock is stopped");
     kill(player, SIGCONT);
     Result again;
     do // on a busy machine the clock may take longer to go on than the client waits
         again = oxa(captureCall(m_live.address()));
-    while (again.err.contains("does not come to rest"));
+    while (again.err.contains("so it is not at rest"));
     QVERIFY2(again.status == 0, qPrintable(again.err));
 }
 
@@ -275,7 +275,7 @@ void TestCaptureFaults::anotherConfiguration()
 void TestCaptureFaults::noTarget()
 {
     fails(oxa(captureCall("127.0.0.1:1")), 1, "Connection refused; is it running?");
-    fails(oxa(captureCall("127.0.0.1:65537")), 1, "is no number from 1 to 65535");
+    fails(oxa(captureCall("127.0.0.1:65537")), 1, "is not a number from 1 to 65535");
     // What listens is no OpenOCD: the cores' own port.
     fails(oxa(captureCall("127.0.0.1:" + m_live.port())), 1, "error: ");
     m_live.target.terminate();

@@ -183,7 +183,7 @@ void TestHostileText::lineEndsInPaths()
     const Result broken
         = run("simulate DIR/plain.oxa ON --stimulus DIR/wave.vcd --keep-work DIR/k\ny");
     QCOMPARE(broken.status, 1);
-    QVERIFY2(broken.err.contains("/k\\ny") && broken.err.contains("end of a path"),
+    QVERIFY2(broken.err.contains("/k\\ny") && broken.err.contains("ends a path"),
         qPrintable(broken.err));
 }
 

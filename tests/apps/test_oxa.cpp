@@ -25,7 +25,7 @@ constexpr Call kCalls[] = {
     {"show UART",                                                     0, "data     17 bits x 1024 samples in block SRAM: uart_tx/busy, uart_tx/tx"},
     {"show UART",                                                     0, "M2       Basic w/edges: T2 rises, 3 times (counter of 4 bits)\n"        },
     {"show UART --json",                                              0, R"("checksum":{"computed":"0000000000010111","state":"matches")"         },
-    {"show DIR/damaged.oxa",                                          0, " differs; the content asks for "                                        },
+    {"show DIR/damaged.oxa",                                          0, " differs; expected "                                                    },
     {"show DIR/unsigned.oxa",                                         0, "checksum missing; "                                                     },
     {"check UART --strict",                                           0, "uart.oxa: no problems\n"                                                },
     {"check UART ON --json",                                          0, R"({"problems":[]})"                                                     },
@@ -50,9 +50,10 @@ constexpr Call kCalls[] = {
     {"show DIR/w",                                                    2, "No such file"                                                           }, // nothing was written
     {"generate UART ON LIST --ip-dir /no/such",                       2, "no installed cores in /no/such"                                         },
     {"generate UART --work-dir DIR/w",                                2, "error: --part or --for is required"                                     },
-    {"generate UART --for ice4 LIST",                                 2, "error: no family \"ice4\"; `oxa devices --families`"                     },
+    {"generate UART --for ice4 LIST",                                 2, "error: no family \"ice4\"; `oxa devices --families`"                    },
     {"generate UART --for ice40 --link jtag LIST",                    2, "error: ice40 has no link \"jtag\""                                      },
-    {"generate UART --for ice40 --work-dir DIR/list --json",          0, R"(/board/icebreaker.pcf"],"files":[)"                                   },
+    {"generate UART --for ice40 --work-dir DIR/list --json",          0,
+     R"(/board/icebreaker.pcf"],"files":[)"                                                                                                       },
     {"generate UART ON --work-dir DIR/w --no-top",                    2, "--no-synthesis"                                                         },
     {"generate UART ON --work-dir w --device QX-none",                2, "of device \"QX-none\" in the catalogue"                                 },
     {"generate UART ON --work-dir UART",                              2, "is not a directory"                                                     },
@@ -74,20 +75,20 @@ constexpr Content kUnusable[] = {
 // Calls that would write over an input, which IN has of each kind, over the user's home, or over
 // files that no run made. GENERATE and SIMULATE are their beginnings.
 constexpr Call kOverwriting[] = {
-    {"GENERATE --work-dir IN",                                         2, "holds or lies in"          },
-    {"GENERATE --work-dir IN/data/.. --device-db IN/data/devices.csv", 2, "holds or lies in"          },
-    {"GENERATE --work-dir IN/data",                                    2, "holds or lies in"          }, // the environment names the catalogue
-    {"GENERATE --work-dir IN/ip/OXA --ip-dir IN/ip",                   2, "holds or lies in"          },
-    {"GENERATE --work-dir IN/../home",                                 2, "holds or lies in"          },
-    {"GENERATE --work-dir IN/w -o IN/data/../c.oxa",                   2, "which this run reads"      },
-    {"GENERATE --work-dir IN/w -o IN/twin.v",                          2, "which this run reads"      },
-    {"GENERATE --work-dir IN/w --ip-dir IN/ip -o IN/ip/OXA/core.v",    2, "which this run reads"      },
-    {"generate IN/c.oxa ON --work-dir IN/mine",                        2, "did not make what is in it"},
-    {"SIMULATE --keep-work IN/mine",                                   2, "did not make what is in it"},
-    {"SIMULATE --keep-work IN",                                        2, "holds or lies in"          },
-    {"SIMULATE --keep-work IN/ip --netlist IN/ip/OXA/core.v",          2, "holds or lies in"          },
-    {"SIMULATE --model -o IN/wave.vcd",                                2, "which this run reads"      },
-    {"SIMULATE --model -o IN/twin.vcd",                                2, "which this run reads"      },
+    {"GENERATE --work-dir IN",                                         2, "contains, or is in"      },
+    {"GENERATE --work-dir IN/data/.. --device-db IN/data/devices.csv", 2, "contains, or is in"      },
+    {"GENERATE --work-dir IN/data",                                    2, "contains, or is in"      }, // the environment names the catalogue
+    {"GENERATE --work-dir IN/ip/OXA --ip-dir IN/ip",                   2, "contains, or is in"      },
+    {"GENERATE --work-dir IN/../home",                                 2, "contains, or is in"      },
+    {"GENERATE --work-dir IN/w -o IN/data/../c.oxa",                   2, "which this command reads"},
+    {"GENERATE --work-dir IN/w -o IN/twin.v",                          2, "which this command reads"},
+    {"GENERATE --work-dir IN/w --ip-dir IN/ip -o IN/ip/OXA/core.v",    2, "which this command reads"},
+    {"generate IN/c.oxa ON --work-dir IN/mine",                        2, "did not create its files"},
+    {"SIMULATE --keep-work IN/mine",                                   2, "did not create its files"},
+    {"SIMULATE --keep-work IN",                                        2, "contains, or is in"      },
+    {"SIMULATE --keep-work IN/ip --netlist IN/ip/OXA/core.v",          2, "contains, or is in"      },
+    {"SIMULATE --model -o IN/wave.vcd",                                2, "which this command reads"},
+    {"SIMULATE --model -o IN/twin.vcd",                                2, "which this command reads"},
 };
 
 }
@@ -150,7 +151,7 @@ void TestOxa::workDirectoriesAreEmptied()
     QVERIFY(QDir().mkpath(work));
     const Result first = oxa(call); // empty: nothing to lose
     QCOMPARE(first.status, 0);
-    QVERIFY2(first.err.contains("holds a blank"), "no tool reads such a list");
+    QVERIFY2(first.err.contains("contains a space"), "no tool reads such a list");
     for (const char* option : {"", "--force"}) { // generated into before, or not
         writeFile(work + "/mine", "x");
         QCOMPARE(oxa(call + QString(option).split(' ', Qt::SkipEmptyParts)).status, 0);

@@ -350,7 +350,7 @@ void TestOxaAttach::proofs()
         {"yosys",   "w/attach.v",   ".\\a (\\a )",   ".\\a ({\\a [2], \\a [3], \\a [1]})",             "    a" },
         {"yosys",   "w/attach.v",   "endmodule",     "assign \\y [0] = \\u_design.word ;\nendmodule",  "y"     },
         {"yosys",   "w/attach.v",   "endmodule",     "assign \\u_design.word = tdo_pad_o;\nendmodule",
-         ", which has several drivers"                                                            },
+         ", which has several drivers"                                                                         },
         {"verilog", "w/attached.v", "",              "",                                               ""      },
         {"verilog", "w/attached.v", "assign y = ",   "assign y = ~",                                   "y"     },
         {"verilog", "w/attached.v", "assign y = ",
@@ -397,7 +397,7 @@ void TestOxaAttach::refusals()
     call.replaceInStrings(path("w"), path("w; touch owned"));
     const Result result = oxa(call);
     QCOMPARE(result.status, 1);
-    QVERIFY2(result.err.contains("cannot stand in a script of Yosys"), qPrintable(result.err));
+    QVERIFY2(result.err.contains("cannot be in a script of Yosys"), qPrintable(result.err));
 }
 
 QTEST_GUILESS_MAIN(TestOxaAttach)

@@ -28,25 +28,25 @@ constexpr char kTable[]
 
 constexpr Call kCalls[] = {
     {"devices --device-db DIR/parts.csv BETA.3",         1,
-     "error: no part or device fits \"BETA.3\"; did you mean BETA.2?\n"                                        },
-    {"devices --device-db DIR/parts.csv BETA.3 --json",  1, R"({"parts":[]})"                                  },
-    {"devices --device-db DIR/parts.csv *-9",            1, "error: no part or device fits \"*-9\"\n"          },
-    {"devices --device-db DIR/bad.csv",                  2, "bad.csv:2:3: 2 columns"                           },
-    {"voltage --part QX1N-9UV-QFN88-C6",                 1, "\n\nVCC and VCCX are shorted in this package\n"   },
-    {"voltage --part QX1N-9UV-BGA256-C6",                0, "VCCX"                                             },
-    {"voltage --part QX1NZ-1ZV-QFN48-C3",                2, "add --device and one of \"QX1NZ-1\", \"QX1NZ-1D\""},
-    {"voltage --part QX1N-9LV-QFN88",                    2, "did you mean \"QX1N-9LV-QFN88-C6\""               },
+     "error: no part or device matches \"BETA.3\"; did you mean BETA.2?\n"                                      },
+    {"devices --device-db DIR/parts.csv BETA.3 --json",  1, R"({"parts":[]})"                                   },
+    {"devices --device-db DIR/parts.csv *-9",            1, "error: no part or device matches \"*-9\"\n"        },
+    {"devices --device-db DIR/bad.csv",                  2, "bad.csv:2:3: 2 columns"                            },
+    {"voltage --part QX1N-9UV-QFN88-C6",                 1, "\n\nVCC and VCCX are shorted in this package\n"    },
+    {"voltage --part QX1N-9UV-BGA256-C6",                0, "VCCX"                                              },
+    {"voltage --part QX1NZ-1ZV-QFN48-C3",                2, "add --device with one of \"QX1NZ-1\", \"QX1NZ-1D\""},
+    {"voltage --part QX1N-9LV-QFN88",                    2, "did you mean \"QX1N-9LV-QFN88-C6\""                },
     {"voltage --device-db DIR/parts.csv --part BETA.2",  2,
-     "error: the voltage table has no row for BETA.2"                                                          },
-    {"estimate UART --part QX3A-10ALV-QFN88-C8 --json",  0, R"("memory":"block SRAM","takes":{)"               },
-    {"estimate UART --part QX3A-10ALV-QFN88-C8 --json",  0, R"("total":{"blockSram":2,)"                       },
-    {"estimate DIR/windows.oxa ON",                      0, "registers         369  6912 "                     },
-    {"estimate DIR/registers.oxa ON",                    1, "block SRAM          0 "                           },
-    {"estimate DIR/shadow.oxa --part QX1N-1LV-CSP30-C6", 0, " x 1024  block SRAM "                             },
-    {"estimate DIR/huge.oxa ON",                         1, "block SRAM "                                      },
-    {"estimate DIR/lite.oxa ON",                         0, "\n0: 8 bits x 512  block SRAM          1 "        },
-    {"estimate DIR/lite.oxa ON --json",                  0, R"("total":{"blockSram":1,)"                       }, // one core is built
-    {"estimate DIR/bit.oxa --part QX1N-9CLV-CSP81-C6",   0, "2 bits x 8192  block SRAM          2 "            },
+     "error: the voltage table has no row for BETA.2"                                                           },
+    {"estimate UART --part QX3A-10ALV-QFN88-C8 --json",  0, R"("memory":"block SRAM","takes":{)"                },
+    {"estimate UART --part QX3A-10ALV-QFN88-C8 --json",  0, R"("total":{"blockSram":2,)"                        },
+    {"estimate DIR/windows.oxa ON",                      0, "registers         369  6912 "                      },
+    {"estimate DIR/registers.oxa ON",                    1, "block SRAM          0 "                            },
+    {"estimate DIR/shadow.oxa --part QX1N-1LV-CSP30-C6", 0, " x 1024  block SRAM "                              },
+    {"estimate DIR/huge.oxa ON",                         1, "block SRAM "                                       },
+    {"estimate DIR/lite.oxa ON",                         0, "\n0: 8 bits x 512  block SRAM          1 "         },
+    {"estimate DIR/lite.oxa ON --json",                  0, R"("total":{"blockSram":1,)"                        }, // one core is built
+    {"estimate DIR/bit.oxa --part QX1N-9CLV-CSP81-C6",   0, "2 bits x 8192  block SRAM          2 "             },
 };
 
 }

@@ -41,13 +41,13 @@ constexpr Row kChanges[] = {
     {"port of a bit", "--port T2=uart_tx/data[7]", 0, "\n  T2       1 bit: uart_tx/data[7]\n"},
     {"port's names", "--port T3=uart_tx/busy,uart_tx/stat", 2, "character 14, \"uart_tx/stat\": "},
     {"refused port", "--port T2=none", 1, "M2: it is switched on, but its port T2 has no signals"},
-    {"no such unit", "--unit M16=T0~==~1", 2, "--unit M16=T0 == 1: it does not begin as in M3="},
+    {"no such unit", "--unit M16=T0~==~1", 2, "--unit M16=T0 == 1: write it like M3="},
     {"unit's text", "--unit M3=T0~=~1", 2, "--unit M3=T0 = 1: character 4, \"= 1\": write one"},
     {"no such core", "--unit 1.M3=off", 2, "there is no core 1; the last is 0"},
     {"nor below", "--samples -1=5", 2, "there is no core -1; the last is 0"},
     {"no such level", "--expression 3=M0", 2, "--expression 3=M0: the core has 2 expressions, "},
-    {"no number", "--windows four", 2, "\"four\" is no whole number of 32 bits"},
-    {"no such word", "--edge both", 2, "\"both\" is none of \"rising\", \"falling\""},
+    {"no number", "--windows four", 2, "\"four\" is not an integer of 32 bits"},
+    {"no such word", "--edge both", 2, "\"both\" is not one of \"rising\", \"falling\""},
     {"only Lite", "--input-register on", 2, "Standard cores do not have it"},
     {"refused unit", "--unit M1=T1~in~5..3", 1, "core 0, M1: its range begins at 00101 and ends"},
     {"refused level", "--expression 1=M5", 1, "expression 1: \"M5\" names M5, which is switched"},
@@ -57,7 +57,7 @@ constexpr Row kChanges[] = {
 constexpr Row kLiteChanges[] = {
     {"words", "--samples 64 --memory shadow~SRAM --edge falling", 0,
         "falling edge, module uart_tx\n  data     8 bits x 64 samples in shadow SRAM: "},
-    {"flags", "--power-up on --input-register on", 0, "behind an input register\n  armed "},
+    {"flags", "--power-up on --input-register on", 0, "after an input register\n  armed "},
     {"no trigger", "--unit M0=off", 2, "--unit M0=off: Lite cores have no trigger"},
     {"no windows", "--windows 2", 2, "Lite cores do not have it"},
     {"refused", "--samples 0", 1, "core 0: it captures 0 samples"},
@@ -168,7 +168,7 @@ void TestOxaSet::namesTheCore()
     content.insert(end, content.mid(begin, end - begin));
     const QString file = writeFile(path("two.oxa"), content);
     const Result result = oxa({"set", file, "--samples", "5"});
-    QVERIFY2(result.err.contains("there are 2 cores; begin with which one, 0 to 1"),
+    QVERIFY2(result.err.contains("there are 2 cores; write the core first, 0 to 1"),
         qPrintable(result.err));
     QCOMPARE(oxa({"set", file, "--samples", "1=100", "--unit", "1.M0=T2 falls"}).status, 0);
     const QString second = oxa({"show", file}).out.section("\ncore 1 ", 1);

@@ -107,14 +107,14 @@ void TestSimulate::forcedTriggers()
     writeFile(path("kept.vcd"), "old");
     const Result idle = simulate({core0.get()}, {"-o", path("kept.vcd")});
     QCOMPARE(idle.status, 1);
-    QVERIFY2(idle.err.contains("kept.vcd: left as it was, for nothing was captured"),
+    QVERIFY2(idle.err.contains("kept.vcd: not changed, because nothing was captured"),
         qPrintable(idle.err));
     QCOMPARE(bytesOf(path("kept.vcd")), QByteArray("old"));
     QVERIFY(simulate({core0.get()}, {"--force-trigger-at", "0"})
                 .out.contains("trigger at sample 0, 2 samples from 0 on"));
     const Result late = simulate({core0.get()}, {"--force-trigger-at", "6"});
     QCOMPARE(late.status, 1);
-    QVERIFY(late.err.contains("core 0: it has no sample 6 to be forced at, only 6"));
+    QVERIFY(late.err.contains("core 0: cannot be forced at sample 6, there are only 6"));
     QCOMPARE(simulate({core0.get()}, {"--force-trigger-at", "-1"}).status, 2);
 }
 

@@ -246,7 +246,7 @@ void TestConfigFiles::savingKeepsTheOldFileWhole()
     writeFile(path("unspeakable"), "old");
     for (const QString& name : {QString("a\x01"), QString(QChar(0xd800))}) {
         core.moduleName = name;
-        const QRegularExpression message("unspeakable: cannot be written: a text holds");
+        const QRegularExpression message("unspeakable: cannot be written: a text contains");
         QTest::ignoreMessage(QtCriticalMsg, message);
         writeOXAConfigToXml({&core}, path("unspeakable"));
         QCOMPARE(bytesOf(path("unspeakable")), QByteArray("old"));

@@ -41,7 +41,7 @@ constexpr Name kNames[] = {
         "top/m/lane[2]/u/odd.name or one of 9 more"                                       },
     {"top/z",                 "top/z"                                                     },
     {"off[6]",                "is not in the range [5:2] of top/m/off"                    },
-    {"top/z[1]",              "names a bit, but top/z has one bit only"                   },
+    {"top/z[1]",              "has an index, but top/z has only one bit"                  },
     {"top/stat[0]",           "is not in the design; the nearest names are top/state[1:0]"},
     {"top/m/nothing_like_it", "is not in the design"                                      },
 };
@@ -65,11 +65,11 @@ struct List {
 };
 
 constexpr List kLists[] = {
-    {"a.v \"b c.sv\" // x.v\n+incdir+i+j +define+A=1+B\n", "/w/a.v,/w/b c.sv /w/i,/w/j A=1,B  "    },
-    {"-Ii -I j -DA --top t -P t.N=3 -v lib.v -sv",         "/w/lib.v /w/i,/w/j A N=3 t"            },
-    {"../a.v\n\n  -y lib\n",                               "list:3: \"-y\" is no option of a list" },
-    {"-f /no/such",                                        "/no/such: cannot be read: No such file"},
-    {"a.v\n-I",                                            "list:2: \"-I\" has no value"           },
+    {"a.v \"b c.sv\" // x.v\n+incdir+i+j +define+A=1+B\n", "/w/a.v,/w/b c.sv /w/i,/w/j A=1,B  "      },
+    {"-Ii -I j -DA --top t -P t.N=3 -v lib.v -sv",         "/w/lib.v /w/i,/w/j A N=3 t"              },
+    {"../a.v\n\n  -y lib\n",                               "list:3: \"-y\" is not a supported option"},
+    {"-f /no/such",                                        "/no/such: cannot be read: No such file"  },
+    {"a.v\n-I",                                            "list:2: \"-I\" has no value"             },
 };
 
 QString described(const Design& design, const DesignSignal& signal)
@@ -135,7 +135,7 @@ void TestDesign::everyKindOfSignal()
     QCOMPARE(m_design.clocks, QStringList({"top/clk", "top/clk2"}));
     QCOMPARE(m_design.warnings.size(), 2);
     QVERIFY(m_design.warnings.at(0).contains("traps.sv:47: `bind` is ignored"));
-    QVERIFY(m_design.warnings.at(1).contains("module \"foreign\" is not among the sources"));
+    QVERIFY(m_design.warnings.at(1).contains("module \"foreign\" is not in the sources"));
 }
 
 void TestDesign::names()

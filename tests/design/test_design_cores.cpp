@@ -25,14 +25,14 @@ constexpr Choice kChoices[] = {
     {"off[3:4] rev[2:1] *state[1]", "top/m/off[4:3]*2; top/m/rev[1:2]*2; top/state[1]"},
     {"off[6:5] z[1] z[0]",
         "top/z; \"off[6:5]\" is not in the range [5:2] of top/m/off; "
-        "\"z[1]\" names bits, but top/z has one bit only"},
+        "\"z[1]\" has an index, but top/z has only one bit"},
     {"lane[1]/* lane[1]/inner",
         "top/m/lane[1]/inner*4; top/m/lane[1]/u/d*4; top/m/lane[1]/u/odd.name*4; "
-        "top/m/lane[1]/u/q*4; left out, since it is the sample clock: top/m/lane[1]/u/clk"},
-    {"w* top/clk", "top/clk; left out, since memories cannot be watched: top/m/words; "
+        "top/m/lane[1]/u/q*4; left out, because it is the sample clock: top/m/lane[1]/u/clk"},
+    {"w* top/clk", "top/clk; left out, because memories cannot be watched: top/m/words; "
         "\"w*\" matches nothing that can be watched"},
-    {"words words[2]", "\"words\" is a memory, which cannot be watched; the signals at its ports can; "
-        "\"words[2]\" is a memory, which cannot be watched; the signals at its ports can"},
+    {"words words[2]", "\"words\" is a memory, which cannot be watched; watch the signals at its ports; "
+        "\"words[2]\" is a memory, which cannot be watched; watch the signals at its ports"},
     {"u/q stat[1:0]", "\"u/q\" may be top/m/lane[0]/u/q or top/m/lane[1]/u/q or "
         "top/m/lane[2]/u/q or one of 9 more; "
         "\"stat[1:0]\" is not in the design; the nearest names are top/state[1:0]"},
@@ -47,23 +47,23 @@ constexpr Core kCores[] = {
     {"top/clk", "top/m/rev=rev[0],rev[1],rev[2],rev[3] z", "off=off[5],off[4],off[3],off[2]", ""},
     {"lane[3]/u/clk", "top/a[7:6]=a[7],a[6] b[1] b[0] x=a[4],a[3]", "", ""},
     {"top/clk", "off=off[2],off[3],off[4],off[5]", "rev=rev[3],rev[2],rev[1],rev[0]",
-        "declared-bits core 0, bus \"off\" goes from \"off[2]\" to \"off[5]\" in 4 bits, "
+        "declared-bits core 0, bus \"off\" is \"off[2]\" to \"off[5]\" in 4 bits, "
         "declared is top/m/off[5:2]; "
-        "declared-bits core 0, T0, bus \"rev\" goes from \"rev[3]\" to \"rev[0]\" in 4 bits, "
+        "declared-bits core 0, T0, bus \"rev\" is \"rev[3]\" to \"rev[0]\" in 4 bits, "
         "declared is top/m/rev[0:3]"},
     {"top/clk", "a=a[7],a[6] x=b[7],b[5] mixed=a[0],a[1],z", "",
         "bus-order core 0, \"b[5]\" follows; bus-order core 0, \"a[1]\" follows; "
-        "declared-bits core 0, bus \"a\" goes from \"a[7]\" to \"a[6]\" in 2 bits, "
+        "declared-bits core 0, bus \"a\" is \"a[7]\" to \"a[6]\" in 2 bits, "
         "declared is top/a[7:0]; "
-        "declared-bits core 0, bus \"x\" goes from \"b[7]\" to \"b[5]\" in 2 bits, "
+        "declared-bits core 0, bus \"x\" is \"b[7]\" to \"b[5]\" in 2 bits, "
         "declared is top/b[7:0]"},
     {"top/clk", "stat=stat[1],stat[0] b off[6] off[7]", "stat=stat[1],stat[0] nothing",
         "not-in-design core 0, \"stat[1]\" is not in the design; the nearest names are "
-        "top/state[1:0]; not-in-design core 0, \"b\" is a bus of 8 bits, [7:0], but stands for one "
+        "top/state[1:0]; not-in-design core 0, \"b\" is a bus of 8 bits, [7:0], but represents one "
         "bit; not-in-design core 0, \"off[6]\" is not in the range [5:2] of top/m/off; "
         "not-in-design core 0, T0, \"nothing\" is not in the design"},
     {"top/clk", "words=words[7],words[6] b[0]", "words[9]",
-        "watched-memory core 0, \"words[7]\" is of a memory"},
+        "watched-memory core 0, \"words[7]\" is in a memory"},
     {"top/clk", "state=state[1],state[0] b[0]", "state[0]",
         "other-clock core 0, the register \"top/state\" has clock \"top/clk2\", the core samples "
         "it with \"top/clk\""},

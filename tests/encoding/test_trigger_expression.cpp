@@ -174,8 +174,8 @@ void TestTriggerExpression::parameterLines()
     for (int i = 2; i < 18; ++i)
         core.expressions += "!M0";
     QTest::ignoreMessage(QtCriticalMsg,
-        "core 6: expression 1 \"M0 or %1\" holds more than unit names, the operators ! & ^ | and "
-        "parentheses");
+        "core 6: expression 1 \"M0 or %1\" contains more than unit names, the operators ! & ^ | "
+        "and parentheses");
     QString text;
     QTextStream out(&text);
     generateExpression(&core, out);

@@ -42,17 +42,16 @@ struct Row {
 };
 
 constexpr Row kRows[] = {
-    {Disk::Full,     "new DISK/new.oxa",                     2, "new.oxa: cannot be written: No space left"},
-    {Disk::ReadOnly, "new DISK/new.oxa",                     2, "new.oxa: cannot be written: Read-only"    },
-    {Disk::Full,     "GENERATE DISK/w --no-synthesis",       1, "failed to generate qx_con_top_define.v"   },
-    {Disk::ReadOnly, "GENERATE DISK/w --no-synthesis",       2, "nothing can be written there: Read"       },
-    {Disk::ReadOnly, "GENERATE DISK --force --no-synthesis", 2,
-     "nothing can be written there: Read"                                                                  },
-    {Disk::Full,     "GENERATE WORK/w -o DISK/old.v",        1, "old.v: cannot be written: No space left"  },
-    {Disk::ReadOnly, "GENERATE WORK/w -o DISK/old.v",        1, "old.v: cannot be written: Read-only"      },
-    {Disk::Sound,    "GENERATE WORK/w -o DISK",              1, "is a directory: "                         },
-    {Disk::Full,     "SIMULATE -o DISK/old.vcd",             1, "old.vcd: cannot be written: No space left"},
-    {Disk::ReadOnly, "SIMULATE -o DISK/old.vcd",             2, "cannot be written: it may not be changed" },
+    {Disk::Full,     "new DISK/new.oxa",                     2, "new.oxa: cannot be written: No space left" },
+    {Disk::ReadOnly, "new DISK/new.oxa",                     2, "new.oxa: cannot be written: Read-only"     },
+    {Disk::Full,     "GENERATE DISK/w --no-synthesis",       1, "failed to generate qx_con_top_define.v"    },
+    {Disk::ReadOnly, "GENERATE DISK/w --no-synthesis",       2, "cannot be written: Read"                   },
+    {Disk::ReadOnly, "GENERATE DISK --force --no-synthesis", 2, "cannot be written: Read"                   },
+    {Disk::Full,     "GENERATE WORK/w -o DISK/old.v",        1, "old.v: cannot be written: No space left"   },
+    {Disk::ReadOnly, "GENERATE WORK/w -o DISK/old.v",        1, "old.v: cannot be written: Read-only"       },
+    {Disk::Sound,    "GENERATE WORK/w -o DISK",              1, "is a directory: "                          },
+    {Disk::Full,     "SIMULATE -o DISK/old.vcd",             1, "old.vcd: cannot be written: No space left" },
+    {Disk::ReadOnly, "SIMULATE -o DISK/old.vcd",             2, "cannot be written: no permission to change"},
 };
 
 const QString kPart = " --part QX1N-9LV-QFN88-C6 ";

@@ -158,7 +158,7 @@ void TestGenerate::namesThatNoEscapeSaves()
     const OxaArg arg
         = request(configuration(coreElement("") + coreElement("sample_clock=\"c&#10;k\"", list)));
     QTest::ignoreMessage(QtCriticalMsg,
-        "core 1: the signal name \"c\\nk\" holds white space, where Verilog ends a name, and 2 "
+        "core 1: the signal name \"c\\nk\" contains white space, where Verilog ends a name, and 2 "
         "more names have faults; what follows such a name is read as Verilog");
     QTest::ignoreMessage(QtWarningMsg, "core 1: the signal name \"\" is empty");
     QCOMPARE(OxaPrepare().prepare(arg), 1);
@@ -379,7 +379,7 @@ void TestGenerate::inputsInTheWorkDirectoryStay()
         {"none.oxa",       "ip",   ""                   }
     };
     const QByteArray content = configuration(coreElement(""));
-    const QRegularExpression message("the work directory .* would be emptied, but it holds .*"
+    const QRegularExpression message("the work directory .* would be emptied, but it contains, .*"
                                      "|(none|broken).oxa cannot be read");
     for (const QStringList& row : rows) {
         init();
@@ -406,7 +406,7 @@ void TestGenerate::placesThatARunRefuses()
     const QByteArray content = configuration(coreElement(""));
     OxaArg arg = request(content);
     arg.workDir = ""; // or the files would go into the root directory
-    QTest::ignoreMessage(QtCriticalMsg, "no work directory is named");
+    QTest::ignoreMessage(QtCriticalMsg, "the work directory's name is empty");
     QCOMPARE(OXAProxyQxSyn(nullptr).startGenerate(arg), -1);
 
     arg = request(content);

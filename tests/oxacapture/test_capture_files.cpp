@@ -266,7 +266,7 @@ void TestCaptureFiles::anUnwritableFileStaysAsItWas()
 {
     QCOMPARE(written("out.txt", {}),
         QByteArray(
-            m_dir.filePath("out.txt").toUtf8() + ": the ending has to be .vcd, .csv or .sr"));
+            m_dir.filePath("out.txt").toUtf8() + ": the suffix has to be .vcd, .csv or .sr"));
     QVERIFY(QDir(m_dir.path()).mkdir("dir.vcd"));
     QVERIFY(written("dir.vcd", {}).contains("dir.vcd: cannot be written: "));
     QVERIFY(written("none/out.csv", {}).contains("none/out.csv: cannot be written: "));

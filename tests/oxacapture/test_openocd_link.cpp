@@ -50,16 +50,16 @@ QByteArray chainOf(int taps)
 }
 
 const Talk kTalks[] = {
-    {"a byte now and then, OpenOCD",                                             true,  "0",                        500,                                                                   "its answer is not whole after 10 s"     },
-    {"a byte now and then, pads",                                                false, "0",                        500,                                                                   "its answer is not whole after 10."      },
+    {"a byte now and then, OpenOCD",                                             true,  "0",                        500,                                                                   "its answer is not complete after 10 s"          },
+    {"a byte now and then, pads",                                                false, "0",                        500,                                                                   "its answer is not complete after 10."           },
     {"more and more, OpenOCD",                                                   true,  QByteArray(100000,          '0'),                                                                  0,
-     "it answers with more than the 65536 bytes"},
+     "its answer has more than the 65536 bytes"},
     {"more and more, pads",                                                                          false,                                                           QByteArray(100000,       '0'), 0,
-     "it answers with more than the 24 bytes"},
-    {"a chain that is none",                                   true,                                        chainOf(300),                                             -1,
-     "OpenOCD lists 300 devices in the chain, more than the 256 that are tried"                                                                 },
-    {"nothing, until a stop, OpenOCD", true,      "", -1,                                                                  "interrupted while it was waited for"                                  },
-    {"nothing, until a stop, pads",                                     false,                                          "",                                        -1,   "interrupted while it was waited for"},
+     "its answer has more than the 24 bytes"},
+    {"a chain that is none",                                    true,                                         chainOf(300),                                              -1,
+     "OpenOCD lists 300 devices in the chain, more than the 256 that are tried"                                                                        },
+    {"nothing, until a stop, OpenOCD", true,      "", -1,                                                                  "interrupted during the wait"                                   },
+    {"nothing, until a stop, pads",                                             false,                                                  "",                                                -1,   "interrupted during the wait"},
 };
 
 // What the link that listens to it says.
@@ -207,7 +207,7 @@ void TestOpenOcdLink::aTargetThatIsGone()
     m_target.end();
     BitString in;
     QVERIFY(!(link.reset() && link.scanIr(kEr1) && link.scanDr(BitString(0, 64), &in)));
-    QCOMPARE(link.error(), QString("OpenOCD: it cannot scan; its messages say why"));
+    QCOMPARE(link.error(), QString("OpenOCD: it cannot scan; see its messages"));
 }
 
 QTEST_GUILESS_MAIN(TestOpenOcdLink)

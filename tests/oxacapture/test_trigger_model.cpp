@@ -249,11 +249,12 @@ void TestTriggerModel::refusesWhatNoHardwareDoes()
         {[](auto& core, auto&) { core.expressions += "M0+M1"; },
          "core 5, expression 1: unexpected \"+\""                                                                     },
         {[](auto& core, auto&) { core.captureSignals.clear(); },             "core 5: it captures no signal"          },
-        {[](auto& core, auto&) { core.trigType = 2; },                       "core 5: there is no sampling edge 2"    },
+        {[](auto& core, auto&) { core.trigType = 2; },
+         "core 5: its sampling edge is 2, neither 0 (rising) nor 1 (falling)"                                         },
         {[](auto& core, auto&) { core.triggerPos = 8; },
          "core 5: a window of 8 samples has no trigger position 8"                                                    },
         {[](auto& core, auto&) { core.windowNum = 3; },
-         "core 5: its memory of 16 samples does not hold 3 windows of 8"                                              },
+         "core 5: 3 windows of 8 samples do not fit into its memory of 16"                                            },
         {[](auto& core, auto&) { core.windowNum = 0; },                      "core 5: it takes 0 windows of 8 samples"},
     };
     for (const auto& row : rows) {

@@ -25,7 +25,7 @@ namespace {
 
 constexpr int kMostMessages = 200;
 constexpr int kExpandedAtOnce = 2000; // signals that a filter found
-constexpr int kMessageLines = 4; // in sight
+constexpr int kMessageLines = 4; // visible
 
 }
 
@@ -47,7 +47,7 @@ DesignPanel::DesignPanel(Document& document, QWidget* parent)
     auto* layout = new QHBoxLayout(this);
     layout->addLayout(layOutSignals(), 5);
     layout->addLayout(layOutReading(), 2);
-    setFocusProxy(m_filter); // the first, or Tab would pass over those before it
+    setFocusProxy(m_filter); // the first field, or Tab would skip those before it
     connect(m_job, &DesignJob::finished, this, &DesignPanel::take);
     connect(m_job, &DesignJob::progress, this, [this](const QString& stage, int percent) {
         if (m_wanted)
@@ -163,13 +163,13 @@ QAction* DesignPanel::addAction(
 void DesignPanel::makeActions(QHBoxLayout* buttons)
 {
     m_toData = addAction(buttons, tr("Add to Data Signals"), {},
-        tr("Add the selected to the data signals of the core (Enter)"));
+        tr("Add the selected signals to the data signals of the core (Enter)"));
     connect(m_toData, &QAction::triggered, this, [this] { Q_EMIT dataWanted(chosen()); });
     m_toPort = addAction(buttons, tr("Add to Trigger Port"), QKeySequence("Ctrl+Return"),
-        tr("Add the selected to the current trigger port of the core (Ctrl+Enter)"));
+        tr("Add the selected signals to the current trigger port of the core (Ctrl+Enter)"));
     connect(m_toPort, &QAction::triggered, this, [this] { Q_EMIT portWanted(chosen()); });
     m_asClock = addAction(buttons, tr("Use as Sample Clock"), {},
-        tr("Let the core sample with the selected signal of one bit"));
+        tr("Use the selected signal of one bit as the core's sample clock"));
     connect(m_asClock, &QAction::triggered, this,
         [this] { Q_EMIT clockWanted(chosen().value(0).name); });
 }
@@ -217,7 +217,7 @@ void DesignPanel::take(const DesignJob::Tree& tree, const QString& error)
     showRunning();
 }
 
-/// What was read or is being read belongs to a configuration that is gone.
+/// Another configuration was opened: the design that was read belongs to the old one.
 void DesignPanel::drop()
 {
     m_wanted = false;
@@ -282,7 +282,7 @@ void DesignPanel::filter()
     showCount();
 }
 
-/// Shows what the filter found, or without a filter what was shown before there was one.
+/// Expands the matches of the filter; without a filter, the rows that were expanded before.
 void DesignPanel::expand()
 {
     if (m_filter->text().isEmpty()) {
@@ -306,7 +306,7 @@ void DesignPanel::updateActions()
     m_asClock->setEnabled(m_core && signal && signal->width == 1);
 }
 
-/// Enter and double click: adds what is selected; on a scope without a selection, opens it.
+/// Enter and double click: adds the selected signals; expands a scope when none is selected.
 void DesignPanel::enter()
 {
     const QModelIndex current = m_view->currentIndex();

@@ -47,7 +47,7 @@ void DesignSourcesForm::layOut()
     m_options->setTextFormat(Qt::PlainText);
     m_options->setWordWrap(true);
     m_options->hide();
-    m_top->setPlaceholderText(tr("the module that no other uses"));
+    m_top->setPlaceholderText(tr("the module without instances"));
     auto* add = new QPushButton(tr("Add Sources…"));
     connect(add, &QPushButton::clicked, this, &DesignSourcesForm::browse);
     auto* remove = new QPushButton(tr("Remove Sources"));
@@ -126,7 +126,7 @@ void DesignSourcesForm::change(const DesignSources& sources)
         remember();
 }
 
-/// The document is another one.
+/// Another document was opened.
 void DesignSourcesForm::load()
 {
     m_sources = DesignSources();
@@ -140,7 +140,7 @@ void DesignSourcesForm::load()
         Q_EMIT failed(error);
 }
 
-/// The document was saved: what is given for one file holds for the other too.
+/// The document was saved; under a new name, the list of sources goes with it.
 void DesignSourcesForm::follow()
 {
     if (m_document.path() == m_rememberedFor)
@@ -155,11 +155,11 @@ void DesignSourcesForm::remember()
 {
     QString error;
     if (m_unreadable)
-        Q_EMIT failed(tr("The sources are not remembered, since %1 cannot be read: correct or "
+        Q_EMIT failed(tr("The sources are not saved, because %1 cannot be read: correct or "
                          "delete it and open the configuration again.")
                           .arg(shownText(designListOf(m_rememberedFor))));
     else if (!rememberDesign(m_rememberedFor, m_sources, &error))
-        Q_EMIT failed(tr("The sources are not remembered: %1").arg(error));
+        Q_EMIT failed(tr("The sources are not saved: %1").arg(error));
 }
 
 void DesignSourcesForm::show()

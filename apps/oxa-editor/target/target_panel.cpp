@@ -24,7 +24,7 @@ namespace {
 
 constexpr char kAddressSetting[] = "target/openocd";
 constexpr char kTapSetting[] = "target/tap";
-constexpr int kProblemLines = 3; // in sight
+constexpr int kProblemLines = 3; // visible
 
 enum Column { Name, Shape, State, Columns };
 
@@ -79,13 +79,14 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
 QWidget* TargetPanel::makeControls()
 {
     m_address->setToolTip(tr("The host and port of OpenOCD's Tcl server"));
-    m_tap->setPlaceholderText(tr("the one with an analyzer"));
+    m_tap->setPlaceholderText(tr("the chip with an analyzer"));
     m_tap->setToolTip(tr("The chip's name in OpenOCD's chain"));
     m_builtFrom->setPlaceholderText(tr("the configuration's file"));
-    m_builtFrom->setToolTip(tr("The configuration as the chip was built from it, when the one that "
-                               "is shown was changed since"));
+    m_builtFrom->setToolTip(
+        tr("The configuration that the chip was built from, when the one shown was "
+           "changed since"));
     m_cores->setAccessibleName(tr("Cores of the chip"));
-    m_cores->setHeaderLabels({tr("Core"), tr("Has"), tr("State")});
+    m_cores->setHeaderLabels({tr("Core"), tr("Signals and depth"), tr("State")});
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
     m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
@@ -110,14 +111,15 @@ QWidget* TargetPanel::makeControls()
     auto* buttons = new QHBoxLayout;
     m_connect = addButton(tr("Connect"), tr("Find the analyzer in the chip, without arming it"),
         &TargetPanel::connectToChip, *buttons);
-    m_arm = addButton(tr("Arm"), tr("Arm the chosen cores, and read them when they have triggered"),
+    m_arm = addButton(tr("Arm"),
+        tr("Arm the chosen cores, and read the samples when they have triggered"),
         &TargetPanel::arm, *buttons);
-    m_force = addButton(
-        tr("Force"), tr("Trigger the cores that wait for it"), &TargetPanel::force, *buttons);
-    m_stop = addButton(
-        tr("&Stop"), tr("Stop the cores, and read what they have"), &TargetPanel::stop, *buttons);
-    m_saveButton = addButton(
-        tr("Save…"), tr("Write what was captured to a file"), &TargetPanel::save, *buttons);
+    m_force = addButton(tr("Force"), tr("Force the trigger of all cores that wait for it"),
+        &TargetPanel::force, *buttons);
+    m_stop = addButton(tr("&Stop"), tr("Stop the cores, and read what they captured"),
+        &TargetPanel::stop, *buttons);
+    m_saveButton
+        = addButton(tr("Save…"), tr("Write the samples to a file"), &TargetPanel::save, *buttons);
     layout->addLayout(buttons);
     layout->addWidget(m_cores, 1);
     layout->addWidget(m_state);
@@ -126,7 +128,7 @@ QWidget* TargetPanel::makeControls()
 
 QWidget* TargetPanel::makeSamples()
 {
-    m_problems->setAccessibleName(tr("What went wrong"));
+    m_problems->setAccessibleName(tr("Problems of the capture"));
     m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
     m_problems->setWordWrap(true);
     m_problems->hide();
@@ -158,7 +160,7 @@ void TargetPanel::browse()
     m_builtFromOf.insert(m_document.path(), m_builtFrom->text());
 }
 
-/// What was captured belongs to the other document.
+/// The captured samples belong to the old document.
 void TargetPanel::documentReplaced()
 {
     m_builtFrom->setText(m_builtFromOf.value(m_document.path()));
@@ -180,7 +182,7 @@ QList<int> TargetPanel::chosenCores() const
         if (m_cores->topLevelItem(i)->checkState(Name) == Qt::Checked)
             chosen += i;
     }
-    // Nothing was found yet: all.
+    // Before cores are found, all are chosen.
     for (int i = 0; m_cores->topLevelItemCount() == 0 && i < m_document.cores().size(); ++i)
         chosen += i;
     return chosen;
@@ -218,8 +220,8 @@ void TargetPanel::stop()
         return;
     m_stop->setEnabled(false);
     m_force->setEnabled(false);
-    m_state->setText(isSaving() ? tr("Stopping; the file stays as it was…")
-                                : tr("Stopping; what was captured is read…"));
+    m_state->setText(isSaving() ? tr("Stopping; the file is not changed…")
+                                : tr("Stopping; reading what was captured…"));
     m_job->stop();
     m_save->stop();
 }
@@ -248,9 +250,9 @@ void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtF
         m_cores->setCurrentItem(m_cores->topLevelItem(0));
     if (m_stop->isEnabled())
         m_state->setText(builtFrom.isEmpty()
-                ? tr("The chip is built from what the window shows.")
-                : tr("The chip is built from %1. What was changed since is taken over as far as "
-                     "that needs no synthesis.")
+                ? tr("The chip is built from the configuration shown.")
+                : tr("The chip is built from %1. Later changes are applied where they need no "
+                     "synthesis.")
                       .arg(QFileInfo(builtFrom).fileName()));
 }
 
@@ -280,7 +282,7 @@ void TargetPanel::showResult(const TargetResult& result)
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
             setState(*item, result.remarks.at(int(i)));
     }
-    if (!result.capture->empty()) { // else what was captured before stays
+    if (!result.capture->empty()) { // else keep the earlier samples
         m_result = result;
         m_isUnsaved = std::any_of(result.capture->begin(), result.capture->end(),
             [](const OXA_CAPTURE::CapturedCore& core) { return !core.windows.empty(); });
@@ -297,7 +299,7 @@ void TargetPanel::showResult(const TargetResult& result)
     Q_EMIT runningChanged();
 }
 
-/// Shows what the current core captured.
+/// Shows the samples of the current core.
 void TargetPanel::showWaveform()
 {
     const int place = m_cores->indexOfTopLevelItem(m_cores->currentItem());
@@ -312,7 +314,7 @@ void TargetPanel::showState()
 {
     m_connect->setEnabled(!isRunning());
     m_arm->setEnabled(!isRunning());
-    m_force->setEnabled(false); // until cores wait
+    m_force->setEnabled(false); // until a core waits
     m_stop->setEnabled(isRunning());
     m_saveButton->setEnabled(canSave());
     m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);

@@ -1,4 +1,4 @@
-// The part of the panel that is about saving what was captured.
+// The functions of the panel that save samples.
 
 #include "target_panel.h"
 
@@ -13,7 +13,7 @@
 
 void TargetPanel::save()
 {
-    QFileDialog dialog(this, tr("Save What Was Captured"), QFileInfo(m_document.path()).path(),
+    QFileDialog dialog(this, tr("Save Samples"), QFileInfo(m_document.path()).path(),
         tr("Value change dump (*.vcd);;Table (*.csv);;sigrok session (*.sr)"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("vcd");
@@ -48,14 +48,14 @@ bool TargetPanel::mayLoseSamples()
 {
     if (m_job->isRunning() && !m_isForeign && (m_isArming || m_isUnsaved))
         return QMessageBox::question(this, tr("Stop the Run?"),
-                   tr("A run is still going on. Stop it? Samples that are not saved are lost."))
+                   tr("A run is in progress. Stop it? Samples that are not saved are lost."))
             == QMessageBox::Yes;
     if (isSaving())
         waitForSave();
     if (!m_isUnsaved)
         return true;
     const auto answer = QMessageBox::warning(this, tr("Save Samples?"),
-        tr("What was captured from the chip is not saved."),
+        tr("The samples captured from the chip are not saved."),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer != QMessageBox::Save)
         return answer == QMessageBox::Discard;
@@ -64,13 +64,13 @@ bool TargetPanel::mayLoseSamples()
     return !m_isUnsaved;
 }
 
-/// Waits for the end of the saving, which the user may stop. A failure is shown by a message, too:
-/// another panel may cover the line that tells it.
+/// Waits until the file is saved; the user may stop it. A failure is also shown in a message box:
+/// another panel may cover the status line.
 void TargetPanel::waitForSave()
 {
     if (!isSaving())
         return;
-    QProgressDialog dialog(tr("What was captured is being saved."), tr("&Stop"), 0, 0, this);
+    QProgressDialog dialog(tr("The samples are being saved."), tr("&Stop"), 0, 0, this);
     QString problem;
     connect(&dialog, &QProgressDialog::canceled, this, &TargetPanel::stop);
     connect(m_save, &SaveJob::finished, &dialog, [&](const QString&, const QString& error) {

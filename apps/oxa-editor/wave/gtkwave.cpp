@@ -12,7 +12,7 @@ namespace {
 constexpr char kShowAndRemove[]
     = R"("$1" "$2"; /bin/rm -f -- "$2")"; // GTKWave may outlive this program
 
-/// All samples as if they were a window.
+/// All samples as one window.
 CapturedCore wholeOf(const Waveform& waveform)
 {
     CapturedCore core = waveform.captured;
@@ -48,7 +48,7 @@ GtkWave::~GtkWave()
         QFile::remove(m_path);
 }
 
-/// Makes an empty file, which stays until GTKWave ends.
+/// Makes an empty file, which exists until GTKWave ends.
 bool GtkWave::makeFile()
 {
     QTemporaryFile file(QDir::tempPath() + "/oxa-XXXXXX.vcd");
@@ -67,7 +67,7 @@ void GtkWave::open(const Waveform& waveform, double clockHz)
         return;
     m_program = QStandardPaths::findExecutable("gtkwave");
     if (m_program.isEmpty())
-        return Q_EMIT said(tr("GTKWave is not installed: there is no program gtkwave."));
+        return Q_EMIT said(tr("GTKWave is not installed: the program gtkwave was not found."));
     CapturedCore core = waveform.captured.windows.empty() ? wholeOf(waveform) : waveform.captured;
     core.clockHz = clockHz;
     if (core.windows.empty())
@@ -84,5 +84,5 @@ void GtkWave::start(const QString& error)
     } else if (QProcess::startDetached("/bin/sh", {"-c", kShowAndRemove, "sh", m_program, m_path}))
         Q_EMIT said(tr("GTKWave is starting."));
     else
-        Q_EMIT said(tr("%1 does not start.").arg(m_program));
+        Q_EMIT said(tr("%1 cannot be started.").arg(m_program));
 }

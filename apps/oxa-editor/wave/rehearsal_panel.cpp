@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr int kProblemLines = 3; // in sight
-constexpr int kRemarks = 3; // windows that are told one by one
+constexpr int kProblemLines = 3; // visible
+constexpr int kRemarks = 3; // windows that are listed
 
 }
 
@@ -45,7 +45,7 @@ RehearsalPanel::RehearsalPanel(Document& document, QWidget* parent)
 void RehearsalPanel::layOut()
 {
     m_path->setPlaceholderText(tr("a waveform (VCD) of a simulation or an earlier capture"));
-    m_problems->setAccessibleName(tr("What keeps the core from triggering"));
+    m_problems->setAccessibleName(tr("Problems that prevent triggering"));
     m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
     m_problems->setWordWrap(true);
     m_problems->hide();
@@ -107,7 +107,7 @@ void RehearsalPanel::takeStimulus()
 
 void RehearsalPanel::restoreStimulus()
 {
-    m_core = nullptr; // it was the other document's
+    m_core = nullptr; // it belonged to the old document
     m_path->setText(QDir::toNativeSeparators(m_stimuli.value(m_document.path())));
     rehearse();
 }
@@ -128,7 +128,7 @@ void RehearsalPanel::rehearse()
         m_rehearsal->drop();
         RehearsalResult nothing;
         nothing.remarks += stimulus().isEmpty()
-            ? tr("Choose a stimulus to see what the core would capture of it.")
+            ? tr("Choose a stimulus to see what the core would capture.")
             : tr("There is no core.");
         return show(nothing);
     }

@@ -26,9 +26,9 @@ namespace {
 
 constexpr double kKeyZoom = 2;
 constexpr int kRowsWidth = 36; // characters, names and values
-constexpr int kFewSamples = 1000000000; // what a scroll bar counts
+constexpr int kFewSamples = 1000000000; // limit of a scroll bar
 
-/// Shows the end of a name that is too long: hierarchical ones begin alike.
+/// Shows the end of a long name: names in a hierarchy have the same beginning.
 class NameDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -137,17 +137,16 @@ void WaveView::makeActions(QToolBar* bar)
     m_wanted->setClearButtonEnabled(true);
     m_wanted->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
     m_wanted->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
-    m_wanted->setToolTip(
-        tr("A value in the radix of the chosen signal; x stands for any digit (Ctrl+F)"));
+    m_wanted->setToolTip(tr("A value in the radix of the current signal; x is any digit (Ctrl+F)"));
     auto* find = new QLabel(tr("Find value:"));
     find->setBuddy(m_wanted);
     addAction(tr("Find value"), {}, {QKeySequence("Ctrl+F")},
         [this] { m_wanted->setFocus(Qt::ShortcutFocusReason); });
     bar->addWidget(find);
     bar->addWidget(m_wanted);
-    bar->addAction(addAction(tr("Previous"), tr("Cursor A to where the chosen signal last got it"),
+    bar->addAction(addAction(tr("Previous"), tr("Cursor A to the last change to the value"),
         {QKeySequence("P"), QKeySequence("Shift+F3")}, [this] { this->find(-1); }));
-    bar->addAction(addAction(tr("Next"), tr("Cursor A to where the chosen signal next gets it"),
+    bar->addAction(addAction(tr("Next"), tr("Cursor A to the next change to the value"),
         {QKeySequence("N"), QKeySequence("F3")}, [this] { this->find(1); }));
     bar->addSeparator();
 
@@ -174,7 +173,7 @@ QMenu* WaveView::makeMenu()
     for (int i = 0; i < kRadixes; ++i)
         radixes->addAction('&' + radixName(Radix(i)), this, [this, i] { setRadix(Radix(i)); });
     menu->addAction(tr("&Expand all"), m_rows, &QTreeView::expandAll);
-    menu->addAction(tr("&Fold all"), m_rows, &QTreeView::collapseAll);
+    menu->addAction(tr("&Collapse all"), m_rows, &QTreeView::collapseAll);
     menu->addSeparator();
     menu->addAction(addAction(
         tr("&Copy as Picture"), {}, {QKeySequence("Ctrl+Shift+C")}, [this] { copyPicture(); }));
@@ -277,7 +276,7 @@ void WaveView::say(const QString& text)
     m_state->setToolTip(text);
 }
 
-/// Puts cursor A on the next trigger, behind the last one on the first.
+/// Moves cursor A to the next trigger; after the last one, to the first.
 void WaveView::showTrigger()
 {
     const qint64 now = m_canvas->cursor(0);
@@ -306,7 +305,7 @@ void WaveView::find(int step)
     const QString wanted = m_wanted->text().trimmed();
     WavePattern pattern;
     if (!wanted.isEmpty() && !readPattern(wanted, m_model->radix(current), row->width, pattern))
-        return say(tr("%1 is no value of %2.").arg(wanted, row->name));
+        return say(tr("%1 is not a value of %2.").arg(wanted, row->name));
     qint64 sample = m_canvas->cursor(0);
     do {
         sample = step > 0 ? row->changes.next(qMax(sample, qint64(0)) + 1)
@@ -314,8 +313,8 @@ void WaveView::find(int step)
     } while (sample > 0 && sample < waveform()->samples && !wanted.isEmpty()
         && !pattern.matches(row->valueAt(sample)));
     if (sample < 0 || sample >= waveform()->samples)
-        return say(step > 0 ? tr("%1 does not get there again.").arg(row->name)
-                            : tr("%1 does not get there before.").arg(row->name));
+        return say(step > 0 ? tr("%1 does not change to this value again.").arg(row->name)
+                            : tr("%1 does not change to this value before.").arg(row->name));
     m_canvas->setCursor(0, sample);
     m_canvas->reveal(sample);
 }
@@ -332,7 +331,7 @@ void WaveView::readClock()
     double hertz = 0;
     const bool empty = m_clock->text().trimmed().isEmpty();
     if (!empty && !readFrequency(m_clock->text(), hertz))
-        return say(tr("%1 is no frequency; 50 MHz is one.").arg(m_clock->text()));
+        return say(tr("%1 is not a frequency such as 50 MHz.").arg(m_clock->text()));
     m_clockHz = hertz;
     m_clock->setText(empty ? QString() : frequencyText(hertz));
     showCursors();

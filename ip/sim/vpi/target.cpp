@@ -1,18 +1,18 @@
-// A simulated target: the pads of a design's test access port behind a socket, and a recorded
-// stimulus at its other ports.
+// A simulated target: a socket for the pads of a design's test access port, and a recorded stimulus
+// for its other ports.
 //
 //   $oxa_target(tck, tms, tdi, tdo, values, clocks);
 //
-// takes over the variables tck, tms, tdi, values and clocks, and reads the net tdo. The simulation
-// stands still unless a client moves it. Its command line says where clients find it:
+// drives the variables tck, tms, tdi, values and clocks, and reads the net tdo. Simulation time
+// advances only when a client requests it. Command line options:
 //
-//   +oxa_jtag=ADDRESS      remote_bitbang (docs/simulated-target.md)
-//   +oxa_control=ADDRESS   lines, answered by a line each (docs/simulated-target.md)
-//   +oxa_stimulus=FILE     the steps that "run" plays
-//   +oxa_settle=1          unknown registers and memories begin as 0
+//   +oxa_jtag=ADDRESS      address for remote_bitbang (docs/simulated-target.md)
+//   +oxa_control=ADDRESS   address for control lines (docs/simulated-target.md)
+//   +oxa_stimulus=FILE     the steps for the command "run"
+//   +oxa_settle=1          unknown registers and memories start at 0
 //
-// with an ADDRESS as in server_socket.h. It ends when its control client leaves, and when the
-// process that started it is gone.
+// with an ADDRESS as in server_socket.h. It ends when its control client disconnects, or the
+// process that started it ends.
 
 #include "bitbang.h"
 #include "power_up.h"
@@ -35,9 +35,9 @@ namespace oxa_target {
 
 namespace {
 
-constexpr int kParentCheck = 1000; // ms between looks whether it is still there
+constexpr int kParentCheck = 1000; // ms between two checks that it is running
 
-// vvp only notes a signal that ends it, and looks when simulation time passes.
+// vvp only records a signal that ends it, and handles it when simulation time advances.
 volatile std::sig_atomic_t endedBySignal = 0;
 
 enum Argument { Tck, Tms, Tdi, Tdo, Values, Clocks, ArgumentCount };
@@ -50,7 +50,7 @@ void putBit(vpiHandle net, bool bit)
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
-// `format` says what `digits` are: vpiHexStrVal or vpiBinStrVal.
+// `format` is that of `digits`: vpiHexStrVal or vpiBinStrVal.
 void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
 {
     s_vpi_value value = {};
@@ -59,7 +59,7 @@ void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
-// Whether any bit of it is 1.
+// Whether any of its bits is 1.
 bool isHigh(vpiHandle net)
 {
     s_vpi_value value = {};
@@ -81,7 +81,7 @@ public:
 private:
     struct Watched {
         vpiHandle net = nullptr;
-        bool wasLow = false; // at the look before, or since
+        bool wasLow = false; // at the previous `look`, or since
     };
 
     bool open(const char* option, ServerSocket& socket);
@@ -95,23 +95,23 @@ private:
     void sleep();
     bool put(Argument pad, bool level);
 
-    vpiHandle m_scope; // what is below is to be settled; null once that is done
+    vpiHandle m_scope; // scope to be settled; null when done
     vpiHandle m_arguments[ArgumentCount];
     ServerSocket m_jtag;
     ServerSocket m_control;
     Bitbang m_bitbang {m_jtag, *this};
     Stimulus m_stimulus;
     bool m_running = false;
-    int m_pads[Tdo] = {-1, -1, -1}; // as they were driven last
-    bool m_rises = false; // TCK, once the design has seen the other pads
+    int m_pads[Tdo] = {-1, -1, -1}; // levels driven last
+    bool m_rises = false; // TCK rises when the other pads are stable
     long m_stepsLeft = 0;
     long m_stepsRun = 0;
     std::map<std::string, Watched> m_watched;
-    std::string m_clocks; // to come, behind the values that were set
+    std::string m_clocks; // levels for after the values are set
     const pid_t m_parent = getppid();
 };
 
-// The text behind "+option=" on the simulator's command line; null without it.
+// The text of "+option=" on the simulator's command line; null without it.
 const char* option(const char* name)
 {
     s_vpi_vlog_info info = {};
@@ -151,7 +151,7 @@ bool Target::start()
         return false;
     }
     if (!m_jtag.isListening() && !m_control.isListening()) {
-        stop("neither +oxa_jtag nor +oxa_control says where clients come from");
+        stop("+oxa_jtag or +oxa_control is required");
         return false;
     }
     if (m_jtag.port() > 0) {
@@ -175,10 +175,10 @@ bool Target::open(const char* name, ServerSocket& socket)
     return false;
 }
 
-// Called whenever the design has had its time: does what comes next, and lets time pass again.
+// Called when the design is stable: executes the next action, and lets time advance.
 void Target::wake()
 {
-    if (m_scope) { // behind all initial blocks
+    if (m_scope) { // after all initial blocks
         settleBelow(m_scope);
         m_scope = nullptr;
         return sleep();
@@ -197,7 +197,7 @@ void Target::wake()
     sleep();
 }
 
-// One phase of a step; false when none is wanted.
+// One phase of a step; false when there is none.
 bool Target::play()
 {
     if (!m_clocks.empty()) {
@@ -224,12 +224,12 @@ void Target::endRun()
 {
     m_running = false;
     if (m_stimulus.isDamaged())
-        m_control.send("error line " + std::to_string(m_stimulus.line()) + " is no step\n");
+        m_control.send("error line " + std::to_string(m_stimulus.line()) + " is not a step\n");
     else
         m_control.send("ran " + std::to_string(m_stepsRun) + '\n');
 }
 
-// A line of the control client's; false when there is none.
+// Executes a line of the control client; false when there is none.
 bool Target::obeyControl()
 {
     const size_t end = m_control.input.find('\n');
@@ -263,7 +263,7 @@ void Target::beginRun(const std::string& count)
         m_control.send("error no such command\n");
 }
 
-// The levels of nets and registers; 2 is a 1 that was a 0 since the look before.
+// The levels of nets and registers; 2 is a 1 that was a 0 since the previous call.
 void Target::look(const std::string& names)
 {
     std::string levels;
@@ -281,7 +281,7 @@ void Target::look(const std::string& names)
     m_control.send("saw " + levels + '\n');
 }
 
-// Watches a net from the first look at it on; null when there is none.
+// Watches a net from its first `look` on; null when there is none.
 Target::Watched* Target::watch(const std::string& name)
 {
     const auto known = m_watched.find(name);
@@ -312,7 +312,7 @@ Target::Watched* Target::watch(const std::string& name)
     return &watched;
 }
 
-// Until something arrives; false when nothing more can come.
+// Waits for input; false when no more can come.
 bool Target::wait()
 {
     pollfd polled[] = {
@@ -328,7 +328,7 @@ bool Target::wait()
     return controlStays && getppid() == m_parent;
 }
 
-// Lets the design answer: everything it does on a change takes no time.
+// Waits for the design, which takes no simulation time to answer.
 void Target::sleep()
 {
     s_vpi_time delay = {};
@@ -345,7 +345,7 @@ void Target::sleep()
     vpi_register_cb(&callback);
 }
 
-// What changes together with a rising TCK was there before it.
+// Pads that change together with a rising TCK change before it.
 void Target::drive(bool tck, bool tms, bool tdi)
 {
     const bool changed = put(Tms, tms) | put(Tdi, tdi);
@@ -354,7 +354,7 @@ void Target::drive(bool tck, bool tms, bool tdi)
         put(Tck, tck);
 }
 
-// Whether the pad had another level.
+// Sets the pad; true when its level changed.
 bool Target::put(Argument pad, bool level)
 {
     if (m_pads[pad] == int(level))

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6|QX1N-9";
 
-/// A window with a configuration, a part and a work folder.
+/// A window with a configuration, a part and a work directory.
 struct Run : PanelDriver<BuildPanel> {
     PartChoice& part = *window.findChild<PartChoice*>();
 
@@ -79,7 +79,7 @@ void TestEditorBuild::foreignFolderIsAskedFor()
         = run.answering(QMessageBox::No, [&] { QVERIFY(!run.refusal("F7").isEmpty()); });
     QVERIFY(question.contains("foreign"));
     run.panel.setWorkDir(QFileInfo(m_folder.path("uart.oxa")).path()); // what is open
-    QVERIFY(run.refusal("F7").contains("it holds or lies in"));
+    QVERIFY(run.refusal("F7").contains("it contains, or is in"));
 
     run.panel.setWorkDir(m_folder.path("foreign"));
     run.core().expressions = QStringList {"M0 &&\nM1"};
@@ -99,7 +99,7 @@ void TestEditorBuild::whatCannotBeBuiltIsNot()
     QVERIFY(run.refusal("F7").contains("part"));
     run.part.setKey(kPart);
     run.panel.setWorkDir({});
-    QVERIFY(run.refusal("F7").contains("work folder"));
+    QVERIFY(run.refusal("F7").contains("work directory"));
     run.panel.setWorkDir(m_folder.path("empty"));
 
     run.core().sampleClock = "clk`define";
@@ -107,7 +107,7 @@ void TestEditorBuild::whatCannotBeBuiltIsNot()
     for (const char* key : {"F7", "F8"}) {
         const QString text = run.refusal(key);
         QVERIFY2(text.contains("correct the signal names"), qPrintable(text));
-        QVERIFY(text.contains("\"clk`define\" holds a backquote"));
+        QVERIFY(text.contains("\"clk`define\" contains a backquote"));
     }
     // What does not show is shown, where a name is not edited.
     run.window.findChild<CoreList*>()->refresh();

@@ -136,7 +136,7 @@ void TestEditorTarget::capturesAndTakesEditsOver()
     run.finish();
     QCOMPARE(
         run.cores(), QString("core 0: 8 signals, 16 samples: \ncore 1: 8 signals, 16 samples: "));
-    QVERIFY(run.state().contains("built from what the window shows"));
+    QVERIFY(run.state().contains("built from the configuration shown"));
 
     run.capture();
     QCOMPARE(run.problems(), QString());
@@ -234,7 +234,7 @@ void TestEditorTarget::anotherDocument()
     run.document().undoStack().setClean();
     const QString question
         = run.answering(QMessageBox::Yes, [&] { run.window.open(m_folder.example("uart.oxa")); });
-    QVERIFY2(question.contains("A run is still going on"), qPrintable(question));
+    QVERIFY2(question.contains("A run is in progress"), qPrintable(question));
     run.finish();
     QCOMPARE(run.cores(), QString());
     QVERIFY(run.panel.view()->waveform()->rows.empty());
@@ -255,7 +255,7 @@ void TestEditorTarget::samplesThatAreNotSaved()
     QTRY_VERIFY_WITH_TIMEOUT(run.message().contains("Another program"), kPatience);
     for (const auto& loss : losses) {
         QCOMPARE(run.answering(QMessageBox::Cancel, loss),
-            QString("What was captured from the chip is not saved."));
+            QString("The samples captured from the chip are not saved."));
         QVERIFY(run.window.isVisible() && !run.panel.isRunning());
         QCOMPARE(run.document().path() + run.samples(), path + taken);
     }

@@ -335,7 +335,7 @@ void TestEditorWindow::fileChangedByOthers()
     QVERIFY(bytesOf(path).contains("trigger_pos=\"48\""));
 
     QVERIFY(QDir(folder).removeRecursively());
-    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("no longer there"), kPatience);
+    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("was removed"), kPatience);
     driver.enter("Module:", "late");
     const QString error = driver.answering(QMessageBox::Ok, [&] { driver.keys("Ctrl+S"); });
     QVERIFY2(error.contains("shared"), qPrintable(error));

@@ -145,7 +145,7 @@ void TestSimulatedTarget::aClientThatNeverListens()
     while (deaf.waitForBytesWritten(1000)) { }
     QVERIFY(deaf.bytesToWrite() > 0);
     QCOMPARE(ask(control, "rewind"), QByteArray("rewound"));
-    QCOMPARE(ask(control, "run 2"), QByteArray("error line 2 is no step"));
+    QCOMPARE(ask(control, "run 2"), QByteArray("error line 2 is not a step"));
     control.disconnectFromServer();
     QVERIFY(finished(vvp)); // with its control client
     QCOMPARE(vvp.exitCode(), 0);
@@ -193,7 +193,7 @@ void TestSimulatedTarget::saysWhatItCannotDo()
         QStringList options;
         const char* message;
     } rows[] = {
-        {{},                                            "neither +oxa_jtag nor +oxa_control"     },
+        {{},                                            "+oxa_jtag or +oxa_control is required"  },
         {{"+oxa_jtag=here"},                            "cannot listen at here: Invalid argument"},
         {{"+oxa_jtag=unix:/nowhere/jtag"},              "cannot listen at unix:/nowhere/jtag"    },
         {{"+oxa_jtag=tcp:0", "+oxa_stimulus=/nowhere"}, "cannot read /nowhere"                   },

@@ -18,8 +18,8 @@ struct Malformed {
 
 // The rows stand behind the header and kPart, so the first is line 3.
 constexpr Malformed kMalformed[] = {
-    {"P2,S,D1,C,6,Q,LV,1,2,3,4,",             "3:26: 12 columns where there have to be 13"           },
-    {"P2,S,D1,C,6,Q,LV,1,2,3,4,,72,x",        "3:30: 14 columns where there have to be 13"           },
+    {"P2,S,D1,C,6,Q,LV,1,2,3,4,",             "3:26: 12 columns instead of 13"                       },
+    {"P2,S,D1,C,6,Q,LV,1,2,3,4,,72,x",        "3:30: 14 columns instead of 13"                       },
     {",S,D1,C,6,Q,LV,1,2,3,4,,72",            "3:1: part_number is \"\", but has to be a part number"},
     {"P2,S, ,C,6,Q,LV,1,2,3,4,,72",           "3:6: name is \" \", but has to be a device name"      },
     {"\nP1,,D1,,,,,1,2,3,4,,72",              "4:1: part number P1 of device D1 is there already"    },
@@ -28,8 +28,8 @@ constexpr Malformed kMalformed[] = {
     {"P2,S,D1,C,6,Q,LV,4294967297,2,3,4,,72", "3:18: luts is \"4294967297\", but has to be"          },
     {"P2,S,D1,C,6,Q,LV,1,2,3,4,18,72",        "3:26: shadow_sram is \"18\", but has to be empty or"  },
     {"P2,S,\"D1,C,6",                         "4:1: a quote that is never closed"                    },
-    {"P2,\"S\"x,D1,C,6,Q,LV,1,2,3,4,,72",     "3:7: text behind a closing quote"                     },
-    {"P2,S\xff,D1,C,6,Q,LV,1,2,3,4,,72",      " not a text in UTF-8"                                 },
+    {"P2,\"S\"x,D1,C,6,Q,LV,1,2,3,4,,72",     "3:7: text after a closing quote"                      },
+    {"P2,S\xff,D1,C,6,Q,LV,1,2,3,4,,72",      " not UTF-8 text"                                      },
 };
 
 }
@@ -91,11 +91,11 @@ void TestDeviceDb::refusesMalformedRows()
 void TestDeviceDb::refusesOtherFiles()
 {
     const QList<QPair<QString, QString>> rows = {
-        {write(kPart),                          ":1:1: the first row has to name the columns, this one \"part_number\""},
-        {writeFile(m_dir.filePath("empty.csv"), ""),                                                                     ":1:1: no row that names the columns"},
+        {write(kPart),                          ":1:1: the first row has to contain column names, here \"part_number\""},
+        {writeFile(m_dir.filePath("empty.csv"), ""),                                                                     ":1:1: no row with column names"},
         {m_dir.filePath("absent.csv"),                                     ": No such file or directory"                                                                                },
         {m_dir.path(),                                     ": "                },
-        {"/dev/zero",                                     ": larger than 64 MiB, which no catalogue is"                                                                                 }
+        {"/dev/zero",                                     ": larger than 64 MiB"                                                                                 }
     };
     for (const auto& row : rows) {
         QString error;

@@ -1,7 +1,7 @@
 // The analyzer with one port for each bus or signal, under names of Verilog and VHDL.
 //
-// An instance to paste. Where it says "from", the configuration's name is none that can be pasted:
-// replace what is in parentheses by that signal of your design.
+// An instance to copy. Where it says "from", the configuration's name cannot be used here: replace
+// the text in parentheses by that signal of your design.
 //
 //     oxa_analyzer u_oxa_analyzer (
 //         .count(count[9:4]),

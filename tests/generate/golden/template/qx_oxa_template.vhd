@@ -1,7 +1,7 @@
 -- The module oxa_analyzer of qx_oxa_template.v for VHDL: "use work.oxa_template.all;".
 --
--- An instance to paste. Where it says "from", the configuration's name is none that can be pasted:
--- replace what follows => by that signal of your design.
+-- An instance to copy. Where it says "from", the configuration's name cannot be used here: replace
+-- the text after => by that signal of your design.
 --
 --     u_oxa_analyzer : oxa_analyzer
 --         port map (
