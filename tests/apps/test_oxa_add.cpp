@@ -140,7 +140,7 @@ void TestOxaAdd::designsThatAreGone()
     const Result result = oxa({"check", path("f.oxa")});
     QCOMPARE(result.status, 2);
     QCOMPARE(result.out, path("f.oxa") + ": no problems\n");
-    QVERIFY2(result.err.contains("gone.v") && result.err.contains("f.oxa.design names\n"),
+    QVERIFY2(result.err.contains("gone.v") && result.err.contains("f.oxa.design\n"),
         qPrintable(result.err));
     QCOMPARE(oxa({"set", path("f.oxa"), "--position", "5"}).status, 0);
 }
