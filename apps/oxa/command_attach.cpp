@@ -105,8 +105,8 @@ int sayProof(const OXA::Attachment::Proof& proof, Io& io)
 {
     const QString seconds = QString::number(proof.seconds, 'f', 1);
     if (proof.proven) {
-        io.err << "proven in " << seconds
-               << " s: the design behaves the same with and without the analyzer\n";
+        io.err << "the design behaves the same with and without the analyzer: proven in " << seconds
+               << " s\n";
         return kDone;
     }
     io.err << "error: not proven in " << seconds << " s; what may differ:\n";
