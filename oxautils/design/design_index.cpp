@@ -1,5 +1,6 @@
 #include "oxautils/design/design_index.h"
 
+#include "oxautils/design/natural_order.h"
 #include "oxautils/model/edit_distance.h"
 #include "oxautils/model/shown_text.h"
 
@@ -163,7 +164,13 @@ QStringList DesignIndex::nearest(const QString& name, int count) const
         if (distance <= limit)
             found.append({distance, *it});
     }
-    std::sort(found.begin(), found.end());
+    const auto before = [this](const QPair<int, int>& a, const QPair<int, int>& b) {
+        return a.first != b.first
+            ? a.first < b.first
+            : naturallyLess(m_design.items.at(a.second).path, m_design.items.at(b.second).path);
+    };
+    std::partial_sort(
+        found.begin(), found.begin() + std::min(count, found.size()), found.end(), before);
     QStringList names;
     for (const auto& entry : found.mid(0, count))
         names += m_design.items.at(entry.second).path + m_design.items.at(entry.second).rangeText();

@@ -35,7 +35,8 @@ public:
     /// may stand for.
     QVector<int> matching(const QString& pattern) const;
 
-    /// At most `count` paths that are most similar to `name`, best first.
+    /// At most `count` paths that are most similar to `name`, best first; equally similar ones in
+    /// natural order.
     QStringList nearest(const QString& name, int count = 3) const;
 
     /// "is not in the design; the nearest names are ..." for a name that `signal` does not find.
