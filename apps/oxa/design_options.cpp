@@ -136,16 +136,16 @@ OXA::ValueNames namedValues(
         OXA::ValueNames values;
     };
     const auto names = std::make_shared<Names>();
-    return
-        [names, &options, configuration, &err](const OXA::TriggerPort& port, const QString& name) {
-            if (name.at(0).isDigit())
-                return QString(); // a number
-            if (!names->index) {
-                bool known = false;
-                readKnownSignals(options, configuration, names->design, known, err);
-                names->index.emplace(names->design);
-                names->values = OXA::valueNames(*names->index);
-            }
-            return names->values(port, name);
-        };
+    return [names, &options, configuration, &err](
+               const OXA::TriggerPort& port, const QString& name, QStringList& knownNames) {
+        if (name.at(0).isDigit())
+            return QString(); // a number
+        if (!names->index) {
+            bool known = false;
+            readKnownSignals(options, configuration, names->design, known, err);
+            names->index.emplace(names->design);
+            names->values = OXA::valueNames(*names->index);
+        }
+        return names->values(port, name, knownNames);
+    };
 }

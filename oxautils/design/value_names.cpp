@@ -6,7 +6,8 @@ namespace OXA {
 
 namespace {
 
-QString valueOf(const DesignIndex& index, const TriggerPort& port, const QString& name)
+QString valueOf(
+    const DesignIndex& index, const TriggerPort& port, const QString& name, QStringList& known)
 {
     const QStringList bits = port.singleSignals();
     const int first = bits.isEmpty() ? -1 : index.bit(bits.first()).signal;
@@ -14,15 +15,20 @@ QString valueOf(const DesignIndex& index, const TriggerPort& port, const QString
         return {};
     const DesignSignal& signal = index.design().items.at(first);
     QString digits;
-    for (const auto& state : signal.states)
+    QStringList names;
+    for (const auto& state : signal.states) {
         digits = state.second == name ? state.first : digits;
+        names += state.second;
+    }
     QString value;
     for (const QString& bitName : bits) {
         const DesignBit bit = index.bit(bitName);
-        if (bit.signal != first || digits.size() != signal.width)
+        if (bit.signal != first)
             return {};
-        value += digits.at(signal.width - 1 - bit.position);
+        if (digits.size() == signal.width)
+            value += digits.at(signal.width - 1 - bit.position);
     }
+    known = names;
     return value;
 }
 
@@ -30,8 +36,9 @@ QString valueOf(const DesignIndex& index, const TriggerPort& port, const QString
 
 ValueNames valueNames(const DesignIndex& index)
 {
-    return [&index](
-               const TriggerPort& port, const QString& name) { return valueOf(index, port, name); };
+    return [&index](const TriggerPort& port, const QString& name, QStringList& known) {
+        return valueOf(index, port, name, known);
+    };
 }
 
 }

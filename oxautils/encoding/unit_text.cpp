@@ -244,9 +244,11 @@ bool UnitReader::readValue(QString& value)
     const int width = widthOf(m_unit.trigger);
     if (width == 0)
         return failAt(place, "the port has no signals, so it has no values");
-    const auto known = [this](const QString& name) { return m_names(*m_unit.trigger, name); };
+    const auto ofPort = [this](const QString& name, QStringList& known) {
+        return m_names(*m_unit.trigger, name, known);
+    };
     QString expected;
-    return valueFromText(word, width, m_names ? known : NameToBits(), value, expected)
+    return valueFromText(word, width, m_names ? ofPort : NameToBits(), value, expected)
         || failAt(place, expected);
 }
 

@@ -8,8 +8,9 @@
 namespace OXA {
 
 /// The bits of the value `name` at `port`, most significant first; empty when the port has no value
-/// of that name.
-using ValueNames = std::function<QString(const TriggerPort& port, const QString& name)>;
+/// of that name. `known` then lists the names that it has.
+using ValueNames
+    = std::function<QString(const TriggerPort& port, const QString& name, QStringList& known)>;
 
 /// The comparison of `unit` as text, which `unitFromText` reads back:
 ///

@@ -1,5 +1,7 @@
 #include "oxautils/encoding/value_text.h"
 
+#include "oxautils/model/edit_distance.h"
+
 #include <algorithm>
 
 namespace OXA {
@@ -9,6 +11,7 @@ namespace {
 constexpr char kDigits[] = "01XRFBN";
 constexpr char kEdges[] = "RFBN";
 constexpr int kWidestBinary = 8; // digits of a number shown in binary
+constexpr int kShownNames = 3;
 
 bool isMadeOf(const QString& text, const char* characters)
 {
@@ -37,12 +40,13 @@ QString bitsOfHex(const QString& digits)
 }
 
 /// The bits of `word`, any number of them.
-bool bitsOf(const QString& word, int width, const NameToBits& names, QString& bits)
+bool bitsOf(
+    const QString& word, int width, const NameToBits& names, QString& bits, QStringList& known)
 {
     bits = word;
     if (word.size() == width && isMadeOf(word, kDigits))
         return true;
-    bits = names ? names(word) : QString();
+    bits = names ? names(word, known) : QString();
     if (!bits.isEmpty())
         return true;
     const QString capitals = word.toUpper();
@@ -63,6 +67,20 @@ bool bitsOf(const QString& word, int width, const NameToBits& names, QString& bi
     return ok;
 }
 
+/// "; or a name" for a message, with those of `known` that look most like `word`.
+QString nearestNames(const QString& word, QStringList known)
+{
+    const std::string wanted = word.toStdString();
+    const auto distance = [&](const QString& name) {
+        return editDistance(wanted, name.toStdString(), std::max(word.size(), name.size()));
+    };
+    std::stable_sort(known.begin(), known.end(),
+        [&](const QString& a, const QString& b) { return distance(a) < distance(b); });
+    return known.isEmpty()
+        ? QString()
+        : "; or a name, of which the nearest are " + known.mid(0, kShownNames).join(", ");
+}
+
 }
 
 QString valueText(const QString& value, int width)
@@ -76,10 +94,12 @@ bool valueFromText(
     const QString& word, int width, const NameToBits& names, QString& value, QString& expected)
 {
     QString bits;
-    if (!bitsOf(word, width, names, bits)) {
+    QStringList known;
+    if (!bitsOf(word, width, names, bits, known)) {
         expected = QString("write %1 digits 0, 1, X, R, F, B or N, one for each signal, most "
                            "significant first; or a number: decimal, or beginning with 0b or 0x")
-                       .arg(width);
+                       .arg(width)
+            + nearestNames(word, known);
         return false;
     }
     // Leading bits that are 0 or X beyond the port's width can be dropped.

@@ -1,7 +1,7 @@
 #ifndef OXAUTILS_ENCODING_VALUE_TEXT_H
 #define OXAUTILS_ENCODING_VALUE_TEXT_H
 
-#include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -9,8 +9,9 @@ namespace OXA {
 
 // The values of match units as text, in the forms that `unitFromText` describes.
 
-/// The bits of a named value, most significant first; empty when there is no such value.
-using NameToBits = std::function<QString(const QString& name)>;
+/// The bits of a named value, most significant first; empty when there is no such value. `known` then
+/// lists the names that there are.
+using NameToBits = std::function<QString(const QString& name, QStringList& known)>;
 
 /// `value` of a port of `width` signals, as text that can be read back.
 QString valueText(const QString& value, int width);

@@ -71,7 +71,8 @@ constexpr Row kCalls[] = {
     {"value's name", "add FILE --clock clk2 --data state --trigger state TRAPS"
         " | set FILE --unit M0=T0~==~STOP", 0, "core 0, M0: Basic: T0 == 11\n"},
     {"no such value", "add FILE --clock clk2 --data state --trigger state TRAPS"
-        " | set FILE --unit M0=T0~==~STOPP", 2, "\"STOPP\": write 2 digits"},
+        " | set FILE --unit M0=T0~==~STOPP", 2,
+        "; or a name, of which the nearest are STOP, "},
     {"no value of two", "add FILE --clock clk2 --data state --trigger state z TRAPS"
         " | set FILE --unit M0=T0~==~STOP", 2, "\"STOP\": write 3 digits"},
     {"of the call", "add FILE --clock top/state[0] --data top/state[1] top/state[0] --trigger state"

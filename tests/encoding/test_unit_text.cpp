@@ -71,7 +71,10 @@ std::unique_ptr<AoCore> makeCore()
     return core;
 }
 
-QString valueOf(const TriggerPort&, const QString& name) { return name == "IDLE" ? "11" : ""; }
+QString valueOf(const TriggerPort&, const QString& name, QStringList&)
+{
+    return name == "IDLE" ? "11" : "";
+}
 
 QString randomValue(std::mt19937& random, int width)
 {
