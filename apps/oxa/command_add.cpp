@@ -198,7 +198,7 @@ void printJson(const QString& file, bool written, const Added& core,
 bool remember(const Options& options, TextOut& err)
 {
     OXA::DesignSources sources;
-    if (!options.design.given() || !options.design.wave.isEmpty()
+    if (!(options.design.given() || options.design.changes()) || !options.design.wave.isEmpty()
         || OXA_FILES::isStream(options.file))
         return true;
     QString error;

@@ -30,8 +30,19 @@ void addWaveOption(CLI::App& command, DesignOptions& options)
     CLI::Option* wave = addText(
         command, "--wave", options.wave, "A waveform (VCD) of the design, instead of its sources")
                             ->type_name("WAVE");
-    wave->excludes("--design");
-    wave->excludes("-f");
+    for (const char* other : {"--design", "--top", "-f", "-I", "-D", "-P"})
+        wave->excludes(other);
+}
+
+// Adds "NAME=VALUE" texts, each in place of what the name had.
+static void addValues(QStringList& values, const QStringList& more)
+{
+    for (const QString& text : more) {
+        const auto isOld = [name = text.section('=', 0, 0)](
+                               const QString& old) { return old.section('=', 0, 0) == name; };
+        values.erase(std::remove_if(values.begin(), values.end(), isOld), values.end());
+        values += text;
+    }
 }
 
 bool findSources(const DesignOptions& options, const QString& configuration,
@@ -39,9 +50,8 @@ bool findSources(const DesignOptions& options, const QString& configuration,
 {
     sources = OXA::DesignSources();
     QString error;
-    if (!options.given()) {
-        if (configuration.isEmpty() || OXA::readRememberedDesign(configuration, sources, &error))
-            return true;
+    if (!options.given() && !configuration.isEmpty()
+        && !OXA::readRememberedDesign(configuration, sources, &error)) {
         err.error(error);
         return false;
     }
@@ -53,11 +63,15 @@ bool findSources(const DesignOptions& options, const QString& configuration,
     }
     sources.files += options.sources.files;
     sources.includeDirs += options.sources.includeDirs;
-    sources.defines += options.sources.defines;
-    sources.parameters += options.sources.parameters;
+    addValues(sources.defines, options.sources.defines);
+    addValues(sources.parameters, options.sources.parameters);
     if (!options.sources.top.isEmpty())
         sources.top = options.sources.top;
-    return true;
+    if (!sources.isEmpty() || !options.changes())
+        return true;
+    err << "error: --top, -I, -D and -P need a design: from --design or -f, or saved"
+           " beside the configuration\n";
+    return false;
 }
 
 DesignWork::DesignWork(TextOut& err)

@@ -15,7 +15,13 @@ struct DesignOptions {
     QStringList lists; ///< command files
     QString wave;
 
+    /// Whether they name a design or a waveform; else they can change the saved design.
     bool given() const { return !sources.isEmpty() || !lists.isEmpty() || !wave.isEmpty(); }
+    bool changes() const
+    {
+        return !sources.top.isEmpty() || !sources.includeDirs.isEmpty()
+            || !sources.defines.isEmpty() || !sources.parameters.isEmpty();
+    }
 };
 
 /// Adds --design, --top, -f, -I, -D and -P.
@@ -24,8 +30,8 @@ void addDesignOptions(CLI::App& command, DesignOptions& options);
 /// Adds --wave, which excludes them.
 void addWaveOption(CLI::App& command, DesignOptions& options);
 
-/// The sources from the options, or those listed beside `configuration`, which may be empty.
-/// False, with the reason on `err`, when a list cannot be read.
+/// The sources from the options, or those listed beside `configuration`, which may be empty, changed
+/// by the options. False with the reason on `err`.
 bool findSources(const DesignOptions& options, const QString& configuration,
     OXA::DesignSources& sources, TextOut& err);
 

@@ -77,6 +77,10 @@ constexpr Row kCalls[] = {
         " | set FILE --unit M0=T0~==~STOP", 2, "\"STOP\": write 3 digits"},
     {"of the call", "add FILE --clock top/state[0] --data top/state[1] top/state[0] --trigger state"
         " --wave STATE | set FILE TRAPS --unit M0=T0~==~RUN", 0, "T0 == 10\n"},
+    {"parameter of the call", "add FILE --clock top/clk --data sized TRAPS | check FILE -P N=2", 1,
+        "\"top/sized[2]\" is not in the range [1:0] of top/sized"},
+    {"top of no design", "add FILE --clock ck --data n --wave WAVE | check FILE --top x", 2,
+        "--top, -I, -D and -P need a design"},
 };
 // clang-format on
 
