@@ -10,11 +10,16 @@
 //   +oxa_control=ADDRESS   address for control lines (docs/simulated-target.md)
 //   +oxa_stimulus=FILE     the steps for the command "run"
 //   +oxa_settle=1          unknown registers and memories start at 0
+//   +oxa_bench=1           the design has its own bench: "run" counts the times at which something
+//                          happens, and ends when a net changes that "look" has read; JTAG takes
+//                          no simulation time
+//   +oxa_find=MODULE       prints the paths of a module's instances and ends
 //
 // with an ADDRESS as in server_socket.h. It ends when its control client disconnects, or the
 // process that started it ends.
 
 #include "bitbang.h"
+#include "instances.h"
 #include "power_up.h"
 #include "stimulus.h"
 
@@ -39,6 +44,8 @@ constexpr int kParentCheck = 1000; // ms between two checks that it is running
 
 // vvp only records a signal that ends it, and handles it when simulation time advances.
 volatile std::sig_atomic_t endedBySignal = 0;
+
+bool isStopped = false; // by `stop`
 
 enum Argument { Tck, Tms, Tdi, Tdo, Values, Clocks, ArgumentCount };
 
@@ -82,6 +89,7 @@ private:
     struct Watched {
         vpiHandle net = nullptr;
         bool wasLow = false; // at the previous `look`, or since
+        bool* changes = nullptr; // set to true at each change
     };
 
     bool open(const char* option, ServerSocket& socket);
@@ -93,6 +101,7 @@ private:
     Watched* watch(const std::string& name);
     bool wait();
     void sleep();
+    void callBack(PLI_INT32 reason);
     bool put(Argument pad, bool level);
 
     vpiHandle m_scope; // scope to be settled; null when done
@@ -108,6 +117,9 @@ private:
     long m_stepsRun = 0;
     std::map<std::string, Watched> m_watched;
     std::string m_clocks; // levels for after the values are set
+    const bool m_hasBench;
+    bool m_timePasses = false; // until the next time with an event
+    bool m_watchedChanges = false; // a net from `look` has changed in this run
     const pid_t m_parent = getppid();
 };
 
@@ -128,6 +140,7 @@ const char* option(const char* name)
 
 void stop(const std::string& why)
 {
+    isStopped = true;
     if (!why.empty()) {
         vpi_printf("oxa_target: %s\n", why.c_str());
         vpip_set_return_value(1);
@@ -137,6 +150,7 @@ void stop(const std::string& why)
 
 Target::Target(vpiHandle scope, const vpiHandle (&arguments)[ArgumentCount])
     : m_scope(option("oxa_settle") ? scope : nullptr)
+    , m_hasBench(option("oxa_bench"))
 {
     std::memcpy(m_arguments, arguments, sizeof m_arguments);
 }
@@ -208,12 +222,16 @@ bool Target::play()
     if (!m_running)
         return false;
     StimulusStep step;
-    if (m_stepsLeft == 0 || !m_stimulus.next(step)) {
+    const bool isOver = m_stepsLeft == 0 || (m_hasBench && m_watchedChanges);
+    if (isOver || (!m_hasBench && !m_stimulus.next(step))) {
         endRun();
         return false;
     }
     --m_stepsLeft;
     ++m_stepsRun;
+    m_timePasses = m_hasBench;
+    if (m_hasBench)
+        return true;
     m_clocks = step.clocks;
     if (!step.values.empty())
         putDigits(m_arguments[Values], vpiHexStrVal, step.values);
@@ -223,6 +241,7 @@ bool Target::play()
 void Target::endRun()
 {
     m_running = false;
+    vpi_flush(); // what a bench has printed
     if (m_stimulus.isDamaged())
         m_control.send("error line " + std::to_string(m_stimulus.line()) + " is not a step\n");
     else
@@ -258,6 +277,7 @@ void Target::beginRun(const std::string& count)
     char* rest = nullptr;
     m_stepsLeft = count.empty() ? -1 : std::strtol(count.c_str(), &rest, 10);
     m_stepsRun = 0;
+    m_watchedChanges = false;
     m_running = m_stepsLeft >= 0 && *rest == '\0';
     if (!m_running)
         m_control.send("error no such command\n");
@@ -293,6 +313,7 @@ Target::Watched* Target::watch(const std::string& name)
         return nullptr;
     Watched& watched = m_watched[name];
     watched.net = net;
+    watched.changes = &m_watchedChanges;
     s_vpi_time time = {};
     time.type = vpiSuppressTime;
     s_vpi_value value = {};
@@ -306,6 +327,7 @@ Target::Watched* Target::watch(const std::string& name)
     callback.cb_rtn = [](p_cb_data data) -> PLI_INT32 {
         Watched& changed = *reinterpret_cast<Watched*>(data->user_data);
         changed.wasLow = changed.wasLow || !isHigh(changed.net);
+        *changed.changes = true;
         return 0;
     };
     vpi_register_cb(&callback);
@@ -331,15 +353,29 @@ bool Target::wait()
 // Waits for the design, which takes no simulation time to answer.
 void Target::sleep()
 {
+    if (!m_hasBench)
+        callBack(cbAfterDelay);
+    else
+        callBack(m_timePasses ? cbNextSimTime : cbReadWriteSynch);
+}
+
+void Target::callBack(PLI_INT32 reason)
+{
     s_vpi_time delay = {};
     delay.type = vpiSimTime;
-    delay.low = 1;
+    delay.low = reason == cbAfterDelay ? 1 : 0;
     s_cb_data callback = {};
-    callback.reason = cbAfterDelay;
+    callback.reason = reason;
     callback.time = &delay;
     callback.user_data = reinterpret_cast<PLI_BYTE8*>(this);
     callback.cb_rtn = [](p_cb_data data) -> PLI_INT32 {
-        reinterpret_cast<Target*>(data->user_data)->wake();
+        Target& self = *reinterpret_cast<Target*>(data->user_data);
+        if (!self.m_timePasses)
+            self.wake();
+        else { // the new time begins: its events come first
+            self.m_timePasses = false;
+            self.sleep();
+        }
         return 0;
     };
     vpi_register_cb(&callback);
@@ -393,10 +429,40 @@ PLI_INT32 callTarget(PLI_BYTE8*)
     return 0;
 }
 
+// $finish of a bench: the captures are still to be read.
+PLI_INT32 callFinish(PLI_BYTE8*)
+{
+    static bool isTold = false;
+    s_vpi_time now = {};
+    now.type = vpiScaledRealTime;
+    vpi_get_time(vpi_handle(vpiScope, vpi_handle(vpiSysTfCall, nullptr)), &now);
+    if (!isTold)
+        vpi_printf("oxa_target: $finish at %g; the design continues\n", now.real);
+    isTold = true;
+    return 0;
+}
+
+PLI_INT32 find(p_cb_data)
+{
+    printInstances(option("oxa_find"));
+    stop({});
+    return 0;
+}
+
 PLI_INT32 endOfSimulation(p_cb_data)
 {
+    if (option("oxa_bench") && !isStopped)
+        vpi_printf("oxa_target: the bench has ended, and its clocks with it\n");
     target.reset(); // closes the sockets
     return 0;
+}
+
+void callAt(PLI_INT32 reason, PLI_INT32 (*function)(p_cb_data))
+{
+    s_cb_data callback = {};
+    callback.reason = reason;
+    callback.cb_rtn = function;
+    vpi_register_cb(&callback);
 }
 
 void registerTarget()
@@ -406,11 +472,14 @@ void registerTarget()
     task.tfname = "$oxa_target";
     task.calltf = callTarget;
     vpi_register_systf(&task);
-
-    s_cb_data callback = {};
-    callback.reason = cbEndOfSimulation;
-    callback.cb_rtn = endOfSimulation;
-    vpi_register_cb(&callback);
+    if (option("oxa_bench")) {
+        task.tfname = "$finish";
+        task.calltf = callFinish;
+        vpi_register_systf(&task);
+    }
+    callAt(cbEndOfSimulation, endOfSimulation);
+    if (option("oxa_find"))
+        callAt(cbStartOfSimulation, find);
 }
 
 }
