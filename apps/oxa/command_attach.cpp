@@ -95,12 +95,6 @@ int generate(const Options& options, const OXA::OxaArg& arg, const DEV::FamilyLi
     return statusOf(built.end);
 }
 
-QStringList namesOf(const OXA::Configuration& configuration)
-{
-    return configuration.mode == OXA::Lite ? OXA::watchedNames(configuration.liteCores)
-                                           : OXA::watchedNames(configuration.cores);
-}
-
 int sayProof(const OXA::Attachment::Proof& proof, Io& io)
 {
     const QString seconds = QString::number(proof.seconds, 'f', 1);
@@ -206,7 +200,7 @@ int run(Options options, Io& io)
     OXA::BuildResult built;
     if (const int status = generate(options, arg, link, built, io.err); status != kDone)
         return status;
-    request.names = namesOf(configuration);
+    request.names = OXA::watchedNames(configuration);
     request.analyzerFiles = built.files + built.boardSources;
     request.pads = !link || link->hasPads || options.models;
     request.includePaths = built.includePaths;

@@ -39,6 +39,14 @@ QString firstNamed(const QStringList& names)
     return names.mid(0, kMostNamed).join('\n') + rest;
 }
 
+/// What goes before writing Verilog.
+void addWriting(DesignScript& script)
+{
+    script.add("memory_collect");
+    script.add("setattr", {"-unset", "src", "-unset", "hdlname", "-unset", "keep", "*"});
+    script.addStage(80, "writing Verilog");
+}
+
 bool copyFile(const QString& from, const QString& to, QString* error)
 {
     QFile file(from);
@@ -50,9 +58,10 @@ bool copyFile(const QString& from, const QString& to, QString* error)
 
 }
 
-QStringList watchedNames(const QList<AoCore*>& cores) { return distinctNames(cores); }
-
-QStringList watchedNames(const QList<AOCore_Lite*>& cores) { return distinctNames(cores); }
+QStringList watchedNames(const Configuration& configuration)
+{
+    return distinctNames(configuration.cores) + distinctNames(configuration.liteCores);
+}
 
 Attachment::Attachment(const AttachRequest& request, const DesignHooks& hooks)
     : m_request(request)
@@ -145,6 +154,24 @@ bool Attachment::writeScript(QString* error) const
     return script.plainText(text, error) && OXA_FILES::replaceFile(path, text, error);
 }
 
+QByteArray Attachment::besideDesign(const QString& instance, bool isFlat) const
+{
+    return besideText(m_design, instance, m_watched, m_request.sources, isFlat);
+}
+
+bool Attachment::writeDesign(const QString& path, QString* error)
+{
+    DesignScript script(m_hooks);
+    if (!script.isValid(error) || !script.addReading(m_request.sources, error))
+        return false;
+    script.addUnkeeping();
+    script.add("flatten");
+    addWriting(script);
+    script.add("setundef", {"-init", "-zero"});
+    script.add("write_verilog", {script.path(kSimulation)});
+    return script.run(error) && copyFile(script.path(kSimulation), path, error);
+}
+
 bool Attachment::writeVerilog(const QString& output, const QString& simulation, QString* error)
 {
     DesignScript script(m_hooks);
@@ -153,9 +180,7 @@ bool Attachment::writeVerilog(const QString& output, const QString& simulation, 
     addDesign(script);
     script.addStage(40, "attaching the analyzer");
     addWrapper(script, pathTo(ATTACH_WRAPPER_FILE_NAME));
-    script.add("memory_collect");
-    script.add("setattr", {"-unset", "src", "-unset", "hdlname", "-unset", "keep", "*"});
-    script.addStage(80, "writing Verilog");
+    addWriting(script);
     script.add("write_verilog", {script.path(kOutput)});
     if (!simulation.isEmpty()) {
         script.add("setundef", {"-init", "-zero"});

@@ -1,10 +1,9 @@
 #ifndef OXAUTILS_DESIGN_ATTACH_H
 #define OXAUTILS_DESIGN_ATTACH_H
 
+#include "oxautils/config/configuration.h"
 #include "oxautils/design/design_index.h"
 #include "oxautils/design/read_design.h"
-#include "oxautils/model/ao_core.h"
-#include "oxautils/model/ao_core_lite.h"
 
 namespace OXA {
 
@@ -38,9 +37,8 @@ struct OXAUTILS_EXPORT AttachRequest {
 constexpr char ATTACH_WRAPPER_FILE_NAME[] = "attach.v";
 constexpr char ATTACH_SCRIPT_FILE_NAME[] = "attach.ys";
 
-/// The signals that analyzers of `cores` watch, bit by bit, each once.
-OXAUTILS_EXPORT QStringList watchedNames(const QList<AoCore*>& cores);
-OXAUTILS_EXPORT QStringList watchedNames(const QList<AOCore_Lite*>& cores);
+/// The signals that the analyzers of a configuration watch, bit by bit, each once.
+OXAUTILS_EXPORT QStringList watchedNames(const Configuration& configuration);
 
 /// Attaches an analyzer to a design without changing its sources: a wrapper with the top's ports
 /// and the four JTAG pads instantiates both.
@@ -56,6 +54,8 @@ public:
     /// Reads the design, and finds each name in it.
     bool read(QString* error);
 
+    const Design& design() const { return m_design; }
+
     /// The name of the wrapper's module: the top's, so that constraints still apply; for the
     /// hierarchical form, which also compiles the top, "TOP_with_analyzer".
     QString wrapperName(AttachForm form) const;
@@ -67,6 +67,15 @@ public:
     /// be empty) is the same, but registers without initial value start at 0 instead of X. Call
     /// `write` with the form Verilog before.
     bool writeVerilog(const QString& output, const QString& simulation, QString* error);
+
+    /// The analyzer as a part of a test bench, beside the design with its top at the path
+    /// `instance`: an instance u_oxa of `qx_oxa`. The pads are nets of that bench. `isFlat`: the
+    /// design is the file from `writeDesign`.
+    QByteArray besideDesign(const QString& instance, bool isFlat) const;
+
+    /// Writes the design alone to `path`, for a simulator that cannot read its sources: one
+    /// flattened module, with a 0 for each register without initial value.
+    bool writeDesign(const QString& path, QString* error);
 
     /// The result of a proof.
     struct Proof {

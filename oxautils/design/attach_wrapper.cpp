@@ -6,6 +6,7 @@
 #include <QMap>
 
 #include <algorithm>
+#include <functional>
 
 namespace OXA {
 
@@ -58,8 +59,11 @@ QString moduleHead(const QString& name, const QStringList& ports)
 /// The wire of a watched net; its bits count from 0 for any range of the net.
 QString wireName(const DesignSignal& signal) { return kInstance + ('.' + signal.flatName); }
 
+/// How a net is referred to from outside; null when Yosys joins the wires.
+using NetPath = std::function<QString(const DesignSignal& signal)>;
+
 QString watchedWires(
-    const Design& design, const QVector<WatchedBit>& watched, const SourceScan& scan, bool byPath)
+    const Design& design, const QVector<WatchedBit>& watched, const NetPath& pathOf)
 {
     QMap<int, QString> wires; // by signal
     for (const WatchedBit& bit : watched) {
@@ -67,11 +71,18 @@ QString watchedWires(
         const QString range
             = signal.width > 1 ? QString("[%1:0] ").arg(signal.width - 1) : QString();
         const QString wire = "wire " + range + escaped(wireName(signal));
-        wires[bit.bit.signal] = byPath
-            ? wire + "= " + kInstance + '.' + scan.reference(signal.flatName) + ";\n"
-            : "(* hierconn, keep *) " + wire + ";\n";
+        wires[bit.bit.signal] = pathOf ? wire + "= " + pathOf(signal) + ";\n"
+                                       : "(* hierconn, keep *) " + wire + ";\n";
     }
     return QStringList(wires.values()).join("");
+}
+
+/// The path through the scopes of the sources, from an instance of the top.
+NetPath pathBelow(const QString& instance, const DesignSources& sources)
+{
+    return [instance, scan = SourceScan(sources.files)](const DesignSignal& signal) {
+        return instance + '.' + scan.reference(signal.flatName);
+    };
 }
 
 QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watched, bool pads)
@@ -115,7 +126,6 @@ QString renamedTop(const Design& design) { return design.top + "_without_analyze
 QByteArray wrapperText(const Design& design, const QString& name,
     const QVector<WatchedBit>& watched, const AttachRequest& request, bool byPath)
 {
-    const SourceScan scan(byPath ? request.sources.files : QStringList());
     QStringList ports = portDeclarations(design);
     for (const QString& pad : request.pads ? jtagPads() : QStringList())
         ports += (isOutput(pad) ? "output " : "input ") + pad;
@@ -123,8 +133,19 @@ QByteArray wrapperText(const Design& design, const QString& name,
         ? designInstance(design, design.top, parametersText(request.sources.parameters))
         : designInstance(design, renamedTop(design), {});
     return ("// Written by oxa attach: the design and its analyzer.\n" + moduleHead(name, ports)
-        + instance + watchedWires(design, watched, scan, byPath)
+        + instance
+        + watchedWires(design, watched, byPath ? pathBelow(kInstance, request.sources) : NetPath())
         + analyzerInstance(design, watched, request.pads) + "endmodule\n")
+        .toUtf8();
+}
+
+QByteArray besideText(const Design& design, const QString& instance,
+    const QVector<WatchedBit>& watched, const DesignSources& sources, bool isFlat)
+{
+    const NetPath flat
+        = [&](const DesignSignal& signal) { return instance + '.' + escaped(signal.flatName); };
+    return (watchedWires(design, watched, isFlat ? flat : pathBelow(instance, sources))
+        + analyzerInstance(design, watched, true))
         .toUtf8();
 }
 

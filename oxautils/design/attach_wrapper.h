@@ -19,6 +19,11 @@ QString renamedTop(const Design& design);
 QByteArray wrapperText(const Design& design, const QString& name,
     const QVector<WatchedBit>& watched, const AttachRequest& request, bool byPath);
 
+/// The analyzer and these wires alone, in a module beside the design at the path `instance`. In a
+/// flat design all nets are in the top.
+QByteArray besideText(const Design& design, const QString& instance,
+    const QVector<WatchedBit>& watched, const DesignSources& sources, bool isFlat);
+
 /// A wrapper without analyzer, with the same net names as one with it.
 QByteArray plainWrapperText(const Design& design);
 
