@@ -207,7 +207,7 @@ void addSimulate(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "simulate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
-    addSimulationInputs(*command, options->inputs);
+    addSimulationInputs(*command, options->inputs)->required();
     addText(*command, "-o,--output", options->output,
         "File for the samples: .vcd, .csv or .sr (sigrok session)")
         ->type_name("OUT");

@@ -1,15 +1,19 @@
 #include "build_report.h"
 #include "command.h"
-#include "interrupt.h"
-#include "progress_line.h"
+#include "design_options.h"
 #include "simulation_inputs.h"
 
+#include "oxacapture/simulator/bench_simulation.h"
 #include "oxacapture/simulator/simulation.h"
 #include "oxacapture/simulator/target_player.h"
 #include "oxautils/config/parse_once.h"
+#include "oxautils/design/attach.h"
 #include "oxautils/generate/installed.h"
 
+#include <QFileInfo>
 #include <QTemporaryDir>
+
+#include <limits>
 
 namespace {
 
@@ -19,12 +23,22 @@ constexpr char kSummary[] = "Run a simulated target for OpenOCD";
 
 constexpr char kHelp[]
     = R"(The analyzer is generated and compiled with Icarus. It waits for OpenOCD to connect to
-its JTAG pads. The waveform begins shortly after `oxa capture` has armed the cores. At
-its end the sample clocks stop; with --loop it begins again.
+its JTAG pads.
+
+--stimulus plays a recorded waveform. It begins shortly after `oxa capture` has armed
+the cores. At its end the sample clocks stop; with --loop it begins again.
 
   oxa target uart.oxa --part PN --stimulus uart.vcd &
   openocd -f simulated-target.cfg &
   oxa capture uart.oxa -o captured.vcd
+
+--bench runs the design itself in its test bench, with the analyzer connected to its
+nets; design and bench are not changed. Simulated time passes only while a core is
+armed. $finish does not end the design. The output of the bench is printed. The
+design is that of --design or -f, or the one saved beside FILE
+(docs/co-simulation.md).
+
+  oxa target soc.oxa --part PN --design *.sv --top soc --bench tb.v &
 
 Exit status 1: `oxa check` finds an error that prevents building the analyzer
 (docs/checks.md). Ctrl-C ends the target. docs/first-capture.md is a tutorial.)";
@@ -35,16 +49,40 @@ constexpr int kMostPort = 65535;
 struct Options {
     QString file;
     SimulationInputs inputs;
+    DesignOptions design;
+    QStringList bench;
     int port = kDefaultPort;
     bool loop = false;
 };
 
-bool prepare(const OXA::Configuration& configuration, const OXA::OxaArg& arg,
-    std::vector<CorePlan>& cores, TextOut& err)
+/// A waveform or a design with its bench.
+struct Job {
+    OXA::OxaArg arg;
+    std::vector<CorePlan> cores;
+    SampledWaveform waveform;
+    OXA::DesignSources sources;
+    QStringList names; // of the design's signals
+};
+
+bool prepare(
+    const Options& options, const OXA::Configuration& configuration, Job& job, TextOut& err)
 {
     Messages messages;
-    cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
-    return report(messages, err);
+    job.cores = corePlans(configuration.cores, configuration.liteCores, job.arg, messages);
+    for (const QString& bench : options.bench) {
+        if (!QFileInfo(bench).isFile())
+            messages.append(Message {bench, "there is no such bench"});
+    }
+    if (!report(messages, err))
+        return false;
+    if (options.bench.isEmpty())
+        return readStimulus(options.inputs, job.cores, job.waveform, err);
+    job.names = OXA::watchedNames(configuration);
+    if (!findSources(options.design, options.file, job.sources, err))
+        return false;
+    if (job.sources.isEmpty())
+        err << "error: no design is named; use --design or -f\n";
+    return !job.sources.isEmpty();
 }
 
 void greet(const SimulatedTarget& target, TextOut& out)
@@ -56,40 +94,77 @@ void greet(const SimulatedTarget& target, TextOut& out)
     out.flush();
 }
 
-/// Builds the target and plays the stimulus until it is interrupted.
-int serve(const Options& options, const OXA::OxaArg& arg, const std::vector<CorePlan>& cores,
-    const SampledWaveform& waveform, Io& io)
+/// Prints the lines that the bench has printed.
+void print(SimulatedTarget& target, TextOut& out)
+{
+    const QString lines = target.printed();
+    if (lines.isEmpty())
+        return;
+    out.lines(lines);
+    out.flush();
+}
+
+/// Builds the target in `workDir`; `steps` is the number of steps that it can play.
+bool build(const Options& options, const Job& job, const QString& workDir, DesignWork& work,
+    SimulatedTarget& target, const QString& stimulus, qint64& steps, Io& io, QString* error)
+{
+    const OXA::DesignHooks hooks = work.hooks();
+    if (options.bench.isEmpty()) {
+        Simulation simulation;
+        simulation.dirs = installedSimulator();
+        simulation.arg = job.arg;
+        simulation.workDir = workDir;
+        simulation.progress = [&](const QString& stage, int percent) {
+            hooks.progress(stage, percent);
+            return !hooks.stopAsked();
+        };
+        return buildTarget(simulation, job.cores, job.waveform, 0, target, stimulus, steps, error);
+    }
+    BenchSimulation simulation;
+    simulation.dirs = installedSimulator();
+    simulation.arg = job.arg;
+    simulation.sources = job.sources;
+    simulation.names = job.names;
+    simulation.bench = options.bench;
+    simulation.workDir = workDir;
+    simulation.hooks = hooks;
+    simulation.warn = [&](const QString& text) {
+        work.clear();
+        io.err.warning(text);
+        io.err.flush();
+    };
+    steps = std::numeric_limits<qint64>::max();
+    return buildTarget(simulation, job.cores, target, error);
+}
+
+/// Builds the target and lets its time pass until it is interrupted.
+int serve(const Options& options, const Job& job, Io& io)
 {
     const QTemporaryDir temporary;
-    const Interrupt interrupt([] {});
-    ProgressLine line(io.err);
-    Simulation simulation;
-    simulation.dirs = installedSimulator();
-    simulation.arg = arg;
-    simulation.workDir = temporary.path();
-    simulation.progress = [&](const QString& stage, int percent) {
-        line.show(stage, percent);
-        return !interrupt.happened();
-    };
+    DesignWork work(io.err);
+    const auto goesOn = [stopAsked = work.hooks().stopAsked] { return !stopAsked(); };
     SimulatedTarget target;
-    target.setGoesOn([&interrupt] { return !interrupt.happened(); });
-    const QString stimulus = temporary.path() + "/stimulus.txt";
+    target.setGoesOn(goesOn);
+    const bool hasBench = !options.bench.isEmpty();
+    const QString stimulus = hasBench ? QString() : temporary.path() + "/stimulus.txt";
     qint64 steps = 0;
     QString error;
-    bool ok = buildTarget(simulation, cores, waveform, 0, target, stimulus, steps, &error);
-    line.clear();
+    bool ok = build(options, job, temporary.path(), work, target, stimulus, steps, io, &error);
+    work.clear();
     if (ok && !target.serve(stimulus, options.port)) {
         ok = false;
         error = target.error();
     }
     if (ok)
         greet(target, io.out);
-    TargetPlayer player(target, steps, options.loop, cores);
-    while (ok && !interrupt.happened()) {
+    TargetPlayer player(target, steps, options.loop || hasBench, job.cores);
+    while (ok && goesOn()) {
         ok = player.step();
         error = target.error();
+        if (hasBench)
+            print(target, io.out);
     }
-    if (ok || interrupt.happened())
+    if (ok || !goesOn())
         return kDone;
     io.err.error(error);
     return kJobFailed;
@@ -99,21 +174,24 @@ int run(const Options& options, Io& io)
 {
     const OXA::ParseOnce once;
     OXA::Configuration configuration;
-    OXA::OxaArg arg;
-    std::vector<CorePlan> cores;
-    SampledWaveform waveform;
-    if (!readConfiguration(options.file, configuration, io.err)
-        || !fillRequest(options.inputs.request, options.file, arg, io.err)
-        || !hasInstalledCores(arg, io.err))
+    Job job;
+    const bool hasBench = !options.bench.isEmpty();
+    if (hasBench != options.inputs.stimulus.isEmpty() || (!hasBench && options.design.given())) {
+        io.err << "error: use --stimulus with a waveform, or --bench with a test bench of the"
+                  " design\n";
         return kUnusable;
-    const OXA::BuildRun build(arg, false);
+    }
+    if (!readConfiguration(options.file, configuration, io.err)
+        || !fillRequest(options.inputs.request, options.file, job.arg, io.err)
+        || !hasInstalledCores(job.arg, io.err))
+        return kUnusable;
+    const OXA::BuildRun build(job.arg, false);
     if (const int status = checkBuild(build, options.file, "serve", OtherProblems::NotSaid, io.err);
         status != kDone)
         return status;
-    if (!prepare(configuration, arg, cores, io.err)
-        || !readStimulus(options.inputs, cores, waveform, io.err))
+    if (!prepare(options, configuration, job, io.err))
         return kUnusable;
-    return serve(options, arg, cores, waveform, io);
+    return serve(options, job, io);
 }
 
 }
@@ -123,13 +201,19 @@ void addTarget(CLI::App& app, Io& io, int& status)
     CLI::App* command = addCommand(app, "target", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     addText(*command, "FILE", options->file, "The configuration")->required();
-    addSimulationInputs(*command, options->inputs);
+    CLI::Option* stimulus = addSimulationInputs(*command, options->inputs);
+    addDesignOptions(*command, options->design);
+    CLI::Option* bench = addTexts(*command, "--bench", options->bench,
+        "Test bench of the design, with an instance of its top")
+                             ->type_name("TB.v")
+                             ->expected(1, CLI::detail::expected_max_vector_size)
+                             ->excludes(stimulus);
     command
         ->add_option("--port", options->port,
             "TCP port at 127.0.0.1 for OpenOCD; 0: any free port (default: 9823)")
         ->check(CLI::Range(0, kMostPort))
         ->type_name("N");
-    command->add_flag("--loop", options->loop, "Repeat the waveform");
+    command->add_flag("--loop", options->loop, "Repeat the waveform")->excludes(bench);
     addIpDir(*command, options->inputs.request);
     command->callback([&io, &status, options] { status = run(*options, io); });
 }

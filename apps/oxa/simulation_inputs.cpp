@@ -6,12 +6,10 @@
 
 using namespace OXA_CAPTURE;
 
-void addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
+CLI::Option* addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
 {
     addPartOptions(command, inputs.request.part)->required();
-    addText(command, "--stimulus", inputs.stimulus, "The waveform")
-        ->type_name("WAVE.vcd")
-        ->required();
+    return addText(command, "--stimulus", inputs.stimulus, "The waveform")->type_name("WAVE.vcd");
 }
 
 SimulatorDirs installedSimulator()

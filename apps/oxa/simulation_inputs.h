@@ -13,8 +13,8 @@ struct SimulationInputs {
     QString stimulus;
 };
 
-/// Adds --part, --device, --device-db and --stimulus.
-void addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
+/// Adds --part, --device, --device-db and --stimulus; returns the last, so that it can be required.
+CLI::Option* addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
 
 /// The installed directories that a simulation needs.
 OXA_CAPTURE::SimulatorDirs installedSimulator();

@@ -32,10 +32,14 @@ TextOut& TextOut::operator<<(const QString& text)
 
 void TextOut::lines(const QString& text) { m_stream << OXA::shownLines(text); }
 
-void TextOut::error(const QString& text)
+static QString indented(const QString& text)
 {
-    m_stream << "error: " << OXA::shownLines(text).replace('\n', "\n    ") << '\n';
+    return OXA::shownLines(text).replace('\n', "\n    ") + '\n';
 }
+
+void TextOut::error(const QString& text) { m_stream << "error: " << indented(text); }
+
+void TextOut::warning(const QString& text) { m_stream << "warning: " << indented(text); }
 
 void TextOut::json(const QJsonObject& object)
 {

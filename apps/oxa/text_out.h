@@ -30,6 +30,7 @@ public:
     /// "error: TEXT". TEXT may contain another program's output; its further lines are indented, so
     /// that none looks like a message of this program.
     void error(const QString& text);
+    void warning(const QString& text); ///< "warning: TEXT" alike
     /// A result for programs.
     void json(const QJsonObject& object);
     /// A line of a list for other tools, unchanged.

@@ -13,7 +13,6 @@
 namespace OXA_CAPTURE {
 
 class ProcessPatience;
-struct StimulusPorts;
 
 /// Where the files that a simulation needs are installed.
 struct SimulatorDirs {
@@ -22,9 +21,11 @@ struct SimulatorDirs {
     QString plugin; ///< of the simulator, which plays the waveform
 };
 
-/// A generated analyzer in Icarus: a waveform drives its ports, a socket its JTAG pads.
+/// A generated analyzer in Icarus: a waveform drives its ports or a design in its bench, and a
+/// socket its JTAG pads.
 ///
-/// Simulation time advances only in `play` and when the pads are driven. It ends with the object.
+/// Simulation time advances only in `play` and, without a bench, when the pads are driven. It ends
+/// with the object.
 class OXACAPTURE_EXPORT SimulatedTarget {
 public:
     /// What it is built from.
@@ -33,6 +34,7 @@ public:
         OXA::OxaArg arg; ///< of the generation, into its own work directory
         QList<OXA::NameSums> names; ///< sums of names of its cores; clocks in `arg` may differ
         QString netlist; ///< used instead of the generated Verilog; may be empty
+        QStringList bench; ///< arguments of iverilog for a design with its own bench; may be empty
         QString workDir; ///< for all files but the generated ones
     };
 
@@ -42,18 +44,20 @@ public:
     /// Called during a wait for the simulator; when it returns false, the call fails.
     void setGoesOn(const std::function<bool()>& goesOn);
 
-    /// Generates and compiles; stops, without an error, when `goesOn` returns false.
+    /// Generates and compiles, with the module oxa_testbench of the text `testbench`; stops,
+    /// without an error, when `goesOn` returns false.
     bool build(
-        const Design& design, const StimulusPorts& ports, const std::function<bool()>& goesOn);
+        const Design& design, const QByteArray& testbench, const std::function<bool()>& goesOn);
 
-    /// Starts the simulator with the file `stimulus`, and connects to the pads.
+    /// Starts the simulator with the file `stimulus` (empty for a bench), and connects to the pads.
     bool start(const QString& stimulus);
 
     /// The same, but other programs connect to the pads at `port`; 0 takes any free port.
     bool serve(const QString& stimulus, int port);
     int port() const { return m_port; }
 
-    /// Plays the next `steps` steps.
+    /// Plays the next `steps` steps, which are a bench's next moments in which something happens;
+    /// for a bench at most as many, until a net that was looked at changes.
     bool play(qint64 steps);
     /// Goes back to the first step.
     bool rewind();
@@ -66,6 +70,9 @@ public:
     /// The logic levels of nets of the design, by their hierarchical names.
     bool look(const QStringList& names, std::vector<Level>& levels);
 
+    /// The lines that were printed in the simulation since the previous call.
+    QString printed();
+
     JtagLink& jtag() { return m_jtag; }
 
     /// Why the last call failed.
@@ -74,7 +81,6 @@ public:
 private:
     bool fail(const QString& error);
     bool generate(const Design& design, QStringList& sources);
-    bool compile(const QStringList& arguments, const std::function<bool()>& goesOn);
     bool connectTo(const QString& name, const std::function<bool(const QString&)>& connect);
     bool run(const QString& stimulus, const QString& jtag);
     bool order(const QByteArray& line, QByteArray& answer);
@@ -83,13 +89,15 @@ private:
 
     QString m_workDir;
     QString m_plugin;
-    QStringList m_settle;
+    QStringList m_options; // of the plugin
     QTemporaryDir m_sockets;
     QProcess m_vvp;
     std::unique_ptr<ProcessPatience> m_patience; // with m_vvp
     RemoteBitbangLink m_jtag;
     StreamSocket m_control;
+    bool m_hasBench = false;
     int m_port = 0;
+    qint64 m_printed = 0; // what `printed` has returned of the log
     std::function<bool()> m_goesOn;
     QString m_error;
 };

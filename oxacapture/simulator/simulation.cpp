@@ -124,7 +124,8 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     if (!preparation.clockNames.isEmpty())
         design.arg.configFile = renamedConfiguration(simulation, preparation.clockNames);
     const auto goesOn = [&simulation] { return simulation.progress("compiling", 0); };
-    return target.build(design, preparation.ports, goesOn) || OXA::fail(error, target.error());
+    return target.build(design, testbench(preparation.ports), goesOn)
+        || OXA::fail(error, target.error());
 }
 
 // Clock periods until those cores are at rest that run from power-up on with another trigger

@@ -11,17 +11,19 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr char kHead[] = R"(module oxa_testbench;
-    reg tck = 0, tms = 0, tdi = 0;
-    wire tdo;
+    reg tck_pad_i = 0, tms_pad_i = 0, tdi_pad_i = 0;
+    wire tdo_pad_o;
 )";
 
-constexpr char kTail[] = R"(        .tms_pad_i(tms),
-        .tck_pad_i(tck),
-        .tdi_pad_i(tdi),
-        .tdo_pad_o(tdo)
+constexpr char kPads[] = R"(        .tms_pad_i(tms_pad_i),
+        .tck_pad_i(tck_pad_i),
+        .tdi_pad_i(tdi_pad_i),
+        .tdo_pad_o(tdo_pad_o)
     );
+)";
 
-    initial $oxa_target(tck, tms, tdi, tdo, values, clocks);
+constexpr char kTail[] = R"(
+    initial $oxa_target(tck_pad_i, tms_pad_i, tdi_pad_i, tdo_pad_o, values, clocks);
 endmodule
 )";
 
@@ -171,8 +173,7 @@ QByteArray testbench(const StimulusPorts& ports)
 {
     QString text = kHead;
     text += QString("    reg [%1:0] values = 0;\n").arg(ports.values.size() - 1);
-    text += QString("    reg [%1:0] clocks;\n\n    qx_oxa u_qx_oxa (\n")
-                .arg(ports.clocks.size() - 1);
+    text += QString("    reg [%1:0] clocks;\n\n    qx_oxa u_oxa (\n").arg(ports.clocks.size() - 1);
     for (int i = 0; i < ports.values.size(); ++i)
         text += QString("        .%1(values[%2]),\n")
                     .arg(OXA::escapedSignalName(ports.values.at(i)),
@@ -180,7 +181,12 @@ QByteArray testbench(const StimulusPorts& ports)
     for (int i = 0; i < ports.clocks.size(); ++i)
         text += QString("        .%1(clocks[%2]),\n")
                     .arg(OXA::escapedSignalName(ports.clocks.at(i)), QString::number(i));
-    return (text + kTail).toUtf8();
+    return (text + kPads + kTail).toUtf8();
+}
+
+QByteArray testbench(const QByteArray& analyzer)
+{
+    return kHead + QByteArray("    reg values = 0, clocks = 0;\n") + analyzer + kTail;
 }
 
 qint64 writeStimulus(const QString& path, const StimulusPorts& ports, int leadIn, int leadOut,

@@ -19,6 +19,10 @@ struct StimulusPorts {
 /// armed from power-up on.
 QByteArray testbench(const StimulusPorts& ports);
 
+/// The same module without ports, around `analyzer`: an instance u_oxa of qx_oxa and what it needs
+/// beside the pads, which are nets of this module under the names of its ports.
+QByteArray testbench(const QByteArray& analyzer);
+
 /// Writes the waveform's steps to the file `path`: before every change of clocks the values that
 /// the cores sample at it. Clocks are in the waveform's order. Before the waveform, there are
 /// `leadIn` periods of all clocks, after it `leadOut`. Unknown values are 0.

@@ -13,6 +13,11 @@ constexpr qint64 kStepsAnOrder = 400; // between two checks of JTAG
 constexpr int kPause = 20; // ms between two checks of the cores
 constexpr int kArmingPause = 100; // ms in which further cores are armed
 
+// What tells whether a core waits for its sample clock: what JTAG asks for, and how far that
+// clock's side is. JTAG sees the latter only when it asks.
+enum Net { Armed, Stop, Running, Finished, Stopped, NetCount };
+constexpr const char* kNets[NetCount] = {"arm_tck", "stop_tck", "running", "finished", "stopped"};
+
 }
 
 TargetPlayer::TargetPlayer(
@@ -24,9 +29,10 @@ TargetPlayer::TargetPlayer(
 {
     for (size_t position = 0; position < cores.size(); ++position) {
         const QString core = cores[position].lite
-            ? QString("oxa_testbench.u_qx_oxa.u_ao_top")
-            : QString("oxa_testbench.u_qx_oxa.u_la%1_top").arg(position);
-        m_names += QStringList {core + ".u_command.arm_tck_o", core + ".u_command.rest_o"};
+            ? QString("oxa_testbench.u_oxa.u_ao_top")
+            : QString("oxa_testbench.u_oxa.u_la%1_top").arg(position);
+        for (const char* net : kNets)
+            m_names += core + '.' + net;
     }
 }
 
@@ -36,10 +42,13 @@ bool TargetPlayer::look(Cores& cores)
     if (!m_target.look(m_names, levels))
         return false;
     bool stays = false; // a core that was armed before
-    for (size_t i = 0; i < levels.size(); i += 2) {
-        const bool armed = levels[i] != SimulatedTarget::Low;
-        const bool moves = levels[i + 1] == SimulatedTarget::Low;
-        const bool rose = levels[i] == SimulatedTarget::HighAgain;
+    for (size_t i = 0; i < levels.size(); i += NetCount) {
+        const auto isHigh = [&](Net net) { return levels[i + net] != SimulatedTarget::Low; };
+        const bool armed = isHigh(Armed);
+        const bool moves = armed
+            ? !isHigh(Finished)
+            : isHigh(Running) || isHigh(Finished) || isHigh(Stop) != isHigh(Stopped);
+        const bool rose = levels[i + Armed] == SimulatedTarget::HighAgain;
         cores.armed.push_back(armed);
         cores.busy = cores.busy || moves;
         cores.stopping = cores.stopping || (moves && !armed);

@@ -63,6 +63,29 @@ constexpr Call kUnusable[] = {
     {"-o /no/such/out.vcd",                     2, "out.vcd: cannot be written: there is no directory /no/such"},
 };
 
+// A counter, with what Icarus crashes at or without it.
+constexpr char kCounter[] = R"(
+module top(input clk, output [9:0] y);
+    reg [2:11] n = 0;
+    always @(posedge clk) n <= n == 279 ? 0 : n + 1;
+    assign y = n;
+endmodule
+)";
+constexpr char kPackage[] = "package p; typedef enum logic {A, B} t; endpackage\n"
+                            "module unused(output p::t y); p::t x; assign y = x; endmodule\n";
+
+struct Bench {
+    const char *what, *package, *dut, *error;
+};
+
+constexpr Bench kBenches[] = {
+    {"a design",      "",       "top dut(clk, y);",      ""                              },
+    {"from Yosys",    kPackage, "top dut(clk, y);",      ""                              },
+    {"no instance",   kPackage, "",                      "no instance of the top \"top\""},
+    {"two instances", "",       "top dut[1:0](clk, y);", ": bench.dut[0], bench.dut[1];" },
+    {"no Verilog",    "",       "top dut(clk, y;",       "bench.v:2: "                   },
+};
+
 // How many rows a table has in which n counts on, from one to the next of a window; -1 when it does
 // not.
 int followingRows(const QByteArray& csv)
@@ -96,6 +119,8 @@ private Q_SLOTS:
     void positionsOnDevices();
     void immediately();
     void lite();
+    void besideTheDesign_data() { addRows(kBenches); }
+    void besideTheDesign();
     void unusableCalls_data() { addRows(kUnusable); }
     void unusableCalls();
 
@@ -275,6 +300,40 @@ void TestCapture::immediately()
     const Result result = capture({"--core", "4", "--immediate", "-o", path("live.csv")});
     QVERIFY2(result.status == 0, qPrintable(result.err));
     QVERIFY(followingRows(bytesOf(path("live.csv"))) >= 60); // windows may be short in front
+}
+
+// The counter runs on behind the end of its bench, which is before the trigger.
+void TestCapture::besideTheDesign()
+{
+    const Bench& row = rowOf(kBenches);
+    writeFile(path("beside.sv"), QByteArray(row.package) + kCounter);
+    writeFile(path("bench.v"),
+        QByteArray("module bench; reg clk = 0; wire [9:0] y; always #5 clk = !clk;\n") + row.dut
+            + "\ninitial #100 $finish; endmodule\n");
+    const QString file = path("beside.oxa");
+    QFile::remove(file);
+    QCOMPARE(oxa({"add", file, "--clock", "top/clk", "--data", "n", "--trigger", "n", "--samples",
+                     "50", "--position", "20", "--design", path("beside.sv"), "--top", "top"})
+                 .status,
+        0);
+    QCOMPARE(oxa({"set", file, "--unit", "M0=T0 == 200"}).status, 0);
+    if (*row.error) {
+        const Result result
+            = oxa({"target", file, "--part", kPart, "--port", "0", "--bench", path("bench.v")});
+        QCOMPARE(result.status, 1);
+        QVERIFY2(result.err.contains(row.error), qPrintable(result.err));
+        return;
+    }
+    LiveTarget live;
+    QVERIFY2(live.start(file, {}, {"--bench", path("bench.v")}), live.target.said());
+    QCOMPARE(live.target.said().contains("as plain Verilog from Yosys"), *row.package != 0);
+    const Result result = oxa({"capture", file, "--openocd", live.address(), "-o",
+        path("beside.csv"), "--timeout", patienceSeconds()});
+    QVERIFY2(result.status == 0, qPrintable(result.err));
+    const QByteArray captured = bytesOf(path("beside.csv"));
+    QCOMPARE(followingRows(captured), 50);
+    QVERIFY2(captured.contains("\n0,0,20,1,0,0,1,1,0,0,1,0,0,0\n"), captured);
+    QVERIFY(live.target.says("\\$finish at 100; the design continues"));
 }
 
 void TestCapture::lite()

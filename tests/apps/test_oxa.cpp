@@ -47,6 +47,9 @@ constexpr Call kCalls[] = {
     {"simulate DIR/illegal.oxa ON --stimulus UART --keep-work DIR/w", 1, "names M3, which"                                                        },
     {"simulate DIR/illegal.oxa ON --stimulus UART --model -o DIR/w",  1, "names M3, which"                                                        },
     {"target DIR/illegal.oxa ON --stimulus UART",                     1, "names M3, which"                                                        },
+    {"target UART ON --bench UART",                                   2, "no design is named"                                                     },
+    {"target UART ON --stimulus UART --design UART",                  2, "or --bench with a test bench"                                           },
+    {"target UART ON --design UART --bench DIR/none.v",               2, "none.v: there is no such bench"                                         },
     {"show DIR/w",                                                    2, "No such file"                                                           }, // nothing was written
     {"generate UART ON LIST --ip-dir /no/such",                       2, "no installed cores in /no/such"                                         },
     {"generate UART --work-dir DIR/w",                                2, "error: --part or --for is required"                                     },

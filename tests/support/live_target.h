@@ -11,13 +11,14 @@ public:
     Service target;
     Service openocd;
 
-    /// Serves `configuration` with the waveform; false when one of the two does not run.
+    /// Serves `configuration` with the waveform, if one is named; false when one of the two does
+    /// not run.
     bool start(const QString& configuration, const QString& stimulus, const QStringList& more = {},
         const QString& part = "QX3A-10ALV-QFN88-C8")
     {
         target.start(OXA_PROGRAM,
-            QStringList {
-                "target", configuration, "--part", part, "--stimulus", stimulus, "--port", "0"}
+            QStringList {"target", configuration, "--part", part, "--port", "0"}
+                + (stimulus.isEmpty() ? QStringList() : QStringList {"--stimulus", stimulus})
                 + more);
         m_port = target.after("waits at port ").split(';').first();
         return !m_port.isEmpty() && connectOpenOcd();

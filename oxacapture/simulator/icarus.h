@@ -1,0 +1,18 @@
+#ifndef OXACAPTURE_SIMULATOR_ICARUS_H
+#define OXACAPTURE_SIMULATOR_ICARUS_H
+
+#include <QStringList>
+
+#include <functional>
+
+namespace OXA_CAPTURE {
+
+/// Compiles Verilog with Icarus: `arguments` of iverilog, whose paths are absolute. Its words go to
+/// iverilog.log in the directory `workDir`, and temporary files. False when that fails, with the
+/// reason in `error`, which is empty when `goesOn` returned false.
+bool compileVerilog(const QStringList& arguments, const QString& workDir,
+    const std::function<bool()>& goesOn, QString* error);
+
+}
+
+#endif
