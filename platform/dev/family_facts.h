@@ -30,11 +30,16 @@ struct FamilyFacts {
 #define OXA_PINS_VERILOG "pins/QX_JTAG.v pins/IBUF.v pins/OBUF.v"
 
 constexpr FamilyFacts kFamilies[] = {
-    {"ice40",   "Lattice iCE40",                "synth_ice40",
+    {"ice40",   "Lattice iCE40",                            "synth_ice40",
      {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg",
-            "generic/tck.sdc ice40/tck.py ice40/icebreaker.pcf"}}               },
-    {"generic", "any, with four pins to spare", "synth",
-     {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg", "generic/tck.sdc"}}},
+            "generic/tck.sdc ice40/tck.py ice40/icebreaker.pcf"}}                 },
+    {"ecp5",    "Lattice ECP5",                             "synth_ecp5",
+     {{"jtag", false, "ecp5/QX_JTAG.v pins/IBUF.v pins/OBUF.v", "ecp5/openocd.cfg",
+            "ecp5/tck.py"}}                                                       },
+    {"xilinx",  "Xilinx 7 series, UltraScale, UltraScale+", "synth_xilinx",
+     {{"jtag", false, "xilinx/QX_JTAG.v", "xilinx/openocd.cfg", "xilinx/tck.xdc"}}},
+    {"generic", "any, with four pins to spare",             "synth",
+     {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg", "generic/tck.sdc"}}    },
 };
 
 #undef OXA_PINS_VERILOG

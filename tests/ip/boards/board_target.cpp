@@ -59,7 +59,7 @@ QString BoardTarget::start(const QString& module, const QStringList& sources)
     m_openocd.start("openocd",
         {"-c",
             "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1; remote_bitbang port "
-                + wires.start(port),
+                + wires.start(port) + "; " + script,
             "-f", path("work/board/openocd.cfg"), "-c", "tcl_port 0; init"});
     m_address = tclAddress(m_openocd);
     return m_address.isEmpty() ? QString(m_openocd.said()) : QString();

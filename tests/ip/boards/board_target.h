@@ -13,6 +13,7 @@
 class BoardTarget {
 public:
     JtagProxy wires; ///< between OpenOCD and the pads
+    QByteArray script; ///< of OpenOCD, before the configuration
 
     /// Makes a core of `samples`, and attaches it with `options` of `oxa attach`; what that printed
     /// is in the file "list".
