@@ -1,5 +1,5 @@
-// BSCANE2, with the pins that it has in a chip: the bench's. Macros choose a device (TWO_DIES)
-// and what the manuals leave open: GATED strobes are low unless SEL, FALLING ones change half a cycle late.
+// BSCANE2, with the pins that it has in a chip: the bench's. Macros choose a device (TWO_DIES) and what
+// the manuals leave open: GATED strobes are low unless SEL, FALLING ones change half a cycle late.
 `ifdef TWO_DIES
 `define IR_BITS 12
 `define USER1 12'h924

@@ -1,6 +1,6 @@
-// JTAGG, with the pins that it has in a chip: the bench's. Macros choose what the manuals
-// leave open: with GATED, JSHIFT and JUPDATE are low for instructions that are not the user's; with LATE,
-// JTCK comes after what changes with it.
+// JTAGG, with the pins that it has in a chip: the bench's. Macros choose what the manuals leave open:
+// with GATED, JSHIFT and JUPDATE are low for instructions that are not the user's; with SKEWED, JTCK
+// comes after JTDI, and the strobes after JTCK.
 module JTAGG #(
     parameter ER1 = "ENABLED",
     parameter ER2 = "ENABLED"
@@ -22,20 +22,23 @@ module JTAGG #(
     reg late_tdi = 0, no_reset = 0;
     always @(posedge tck) late_tdi <= counter_bench.tdi;
     always @(negedge tck) no_reset <= ~reset;
-`ifdef LATE
-    reg first = 0, second = 0;
-    always @(tck) first <= tck;
-    always @(first) second <= first;
-    assign JTCK = second;
-`else
-    assign JTCK = tck;
-`endif
 `ifdef GATED
     wire gate = er1 | er2;
 `else
     wire gate = 1'b1;
 `endif
-    assign {JTDI, JRSTN, JSHIFT, JUPDATE} = {late_tdi, no_reset, shift & gate, update & gate};
-    assign {JCE1, JRTI1} = {2{er1}} & {capture | shift, idle};
+    wire [2:0] strobes = {shift & gate, update & gate, er1 & (capture | shift)};
+`ifdef SKEWED
+    reg tck_1 = 0, tck_2 = 0;
+    reg [2:0] strobes_1 = 0, strobes_2 = 0;
+    always @(tck) tck_1 <= tck;
+    always @(tck_1) tck_2 <= tck_1;
+    always @(strobes) strobes_1 <= strobes;
+    always @(strobes_1) strobes_2 <= strobes_1;
+    assign {JTCK, JSHIFT, JUPDATE, JCE1} = {tck_2, strobes_2};
+`else
+    assign {JTCK, JSHIFT, JUPDATE, JCE1} = {tck, strobes};
+`endif
+    assign {JTDI, JRSTN, JRTI1} = {late_tdi, no_reset, er1 & idle};
     assign {JCE2, JRTI2} = {2{er2}} & {capture | shift, idle};
 endmodule

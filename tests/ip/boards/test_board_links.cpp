@@ -19,12 +19,12 @@ struct Link {
 };
 
 constexpr Link kLinks[] = {
-    {"four pins",                                 "generic", "pins", 5,  0x08,  "",                  ""                                   },
-    {"ECP5, a late clock",                        "ecp5",    "jtag", 8,  0x32,  "-DNO_PADS -DLATE",  ""                                   },
-    {"ECP5, strobes for ER1 only",                "ecp5",    "jtag", 8,  0x32,  "-DNO_PADS -DGATED", ""                                   },
-    {"7 series",                                  "xilinx",  "jtag", 6,  0x02,  "-DNO_PADS",         ""                                   },
+    {"four pins",                                 "generic", "pins", 5,  0x08,  "",                   ""                                   },
+    {"ECP5, skewed",                              "ecp5",    "jtag", 8,  0x32,  "-DNO_PADS -DSKEWED", ""                                   },
+    {"ECP5, strobes for ER1 only",                "ecp5",    "jtag", 8,  0x32,  "-DNO_PADS -DGATED",  ""                                   },
+    {"7 series",                                  "xilinx",  "jtag", 6,  0x02,  "-DNO_PADS",          ""                                   },
     {"two dies, strobes for USER1 only and late", "xilinx",  "jtag", 12, 0x924,
-     "-DNO_PADS -DTWO_DIES -DGATED -DFALLING",                                                       "set OXA_IRLEN 12; set OXA_ER1 0x924"},
+     "-DNO_PADS -DTWO_DIES -DGATED -DFALLING",                                                        "set OXA_IRLEN 12; set OXA_ER1 0x924"},
 };
 
 }
