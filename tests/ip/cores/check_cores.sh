@@ -11,6 +11,8 @@
 #                                             expression of core 1 what the static one of core 0 does
 #   check_cores.sh handshake  CONFIGURATION   for 32 changes of two clocks, no core says that it is
 #                                             at rest and moves, and a stop withdraws a force
+#   check_cores.sh crossings  CONFIGURATION   no signal gets from a clock's domain into another's but through
+#                                             ao_sync and memories
 #
 # OXA is the program, SHARE the directory with ip/ and sim/, HERE that of this script.
 set -eu
@@ -84,6 +86,19 @@ proof)
         echo "hierarchy -top table_proof; $prove table_proof"
     } >"$work/proofs.ys"
     yosys -q "$work/proofs.ys" >"$work/log" 2>&1 || { tail -30 "$work/log"; exit 1; }
+    ;;
+crossings)
+    # In a Lite core with its synchronizers inside, the ways through them have to be found.
+    for boxes in "blackbox ao_sync_*" ""; do
+        yosys -q -p "read_verilog -lib $models; read_verilog $(echo $includes) $(echo $sources)
+            $boxes; hierarchy -check -top qx_oxa; proc; flatten; opt_expr; opt_clean
+            opt -nodffe -nosdff; opt; memory -nomap; opt_clean; write_json $work/net.json" \
+            >"$work/log" 2>&1 || { tail -5 "$work/log"; exit 1; }
+        "$HERE/crossings.py" "$work/net.json" qx_oxa >"$work/found" || [ -z "$boxes" ] \
+            || { cat "$work/found"; exit 1; }
+        case $sources in */OXA/*) exit 0 ;; esac
+    done
+    grep -q "^[1-9][0-9]* bits, [1-9]" "$work/found" || { cat "$work/found"; exit 1; }
     ;;
 handshake)
     for top in $(echo "$sources" | grep '/qx_ao_top\.v$'); do
