@@ -4,8 +4,8 @@
 #   bench/cores/measure.sh BUILD
 #
 # A row for each configuration: Lite and Standard cores of 8 and 32 signals x 1024 samples and larger
-# ones, including wrapper and control core. Probes come from a shift register, the JTAG primitive is
-# replaced by wires. Rates are the median of three seeds of the placer.
+# ones, including wrapper, control core and a JTAG port on four pins; the last row is this port alone.
+# Probes come from a shift register. Rates are the median of three seeds of the placer.
 set -eu
 build=$(realpath "$1")
 oxa=$build/bin/oxa
@@ -42,19 +42,7 @@ standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS
 
 # A design with the wrapper and its probes
 around() {
-    cat <<'V'
-module IBUF(input I, output O); assign O = I; endmodule
-module OBUF(input I, output O); assign O = I; endmodule
-module QX_JTAG(input tms_pad_i, tck_pad_i, tdi_pad_i, tdo_er1_i, tdo_er2_i, output tdo_pad_o, tck_o,
-    test_logic_reset_o, run_test_idle_er1_o, run_test_idle_er2_o, shift_dr_capture_dr_o, update_dr_o,
-    pause_dr_o, enable_er1_o, enable_er2_o, tdi_o);
-    reg [3:0] strobes;
-    always @(posedge tck_pad_i) strobes <= {strobes[2:0], tms_pad_i};
-    assign tck_o = tck_pad_i, tdi_o = tdi_pad_i, tdo_pad_o = tdo_er1_i;
-    assign {test_logic_reset_o, shift_dr_capture_dr_o, update_dr_o, enable_er1_o} = strobes;
-endmodule
-module around(input clk, probe, tck, tms, tdi, output tdo);
-V
+    echo "module around(input clk, probe, tck, tms, tdi, output tdo);"
     echo "reg [$(($1 - 1)):0] p; always @(posedge clk) p <= {p, probe}; qx_oxa analyzer("
     for ((i = 0; i < $1; i++)); do echo ".p$i(p[$i]),"; done
     echo ".clk(clk), .tms_pad_i(tms), .tck_pad_i(tck), .tdi_pad_i(tdi), .tdo_pad_o(tdo)); endmodule"
@@ -73,7 +61,7 @@ cells() { # PATTERN
 
 measure() { # WHAT SIGNALS, the configuration on standard input
     cat >core.oxa
-    "$oxa" generate core.oxa --part QX1N-9LV-QFN88-C6 --work-dir oxa --no-synthesis --force \
+    "$oxa" generate core.oxa --for ice40 --work-dir oxa --force \
         >files 2>generate.log || { cat generate.log; exit 1; }
     around "$2" >around.v
     yosys -q -p "read_verilog around.v
@@ -98,3 +86,5 @@ standard 32 1 0 1 1 | measure "Basic unit, 32 signals" 32
 standard 32 1 0 1 4 | measure "the same, 4 windows" 32
 standard 32 4 2 1 1 | measure "4 Extended units, 32 signals" 32
 standard 32 16 5 16 1 | measure "16 Range w/edges units, 16 levels" 32
+yosys -q -p "read_verilog oxa/board/QX_JTAG.v; synth_ice40 -top QX_JTAG; tee -q -o stat.txt stat" >yosys.log 2>&1
+printf '%-36s %5d %5d %6d\n' "the JTAG port on four pins" "$(cells SB_LUT4)" "$(cells 'SB_DFF[A-Z]*')" 0
