@@ -50,7 +50,7 @@ int freePort()
 }
 
 // What docs/first-capture.md says, command by command, the README, which shows the same example,
-// and docs/co-simulation.md.
+// docs/co-simulation.md, and pages of boards.
 class TestFirstCapture : public QObject {
     Q_OBJECT
 
@@ -143,6 +143,9 @@ void TestFirstCapture::thePages()
     leaves("captured.vcd", "$enddefinitions $end");
     run(page("/docs/tutorial.md"));
     leaves("captured.csv", "\n0,0,32,1,");
+    run(page("/docs/boards/ice40.md"));
+    leaves("counter.oxa", "counter/noise");
+    run(page("/docs/boards/generic.md"));
     const QList<Step> together = page("/docs/co-simulation.md");
     QVERIFY(together.last().command.startsWith("oxa capture"));
     run(together);

@@ -34,7 +34,7 @@ QString BoardTarget::attach(int samples, const QStringList& options)
     QString error = run(OXA_PROGRAM,
         {"add", "counter.oxa", "--clock", "counter/clk", "--data", "counter/count", "counter/noise",
             "--trigger", "counter/count", "--samples", QString::number(samples), "--position",
-            QString::number(kPosition), "--design", here + "counter.v", "--top", "counter"});
+            QString::number(kPosition), "--design", design(), "--top", "counter"});
     if (error.isEmpty())
         error = run(
             OXA_PROGRAM, QStringList {"attach", "counter.oxa", "--work-dir", "work"} + options);
@@ -56,13 +56,30 @@ QString BoardTarget::start(const QString& module, const QStringList& sources)
     const QByteArray port = m_simulation.after("remote_bitbang at port ");
     if (port.isEmpty())
         return m_simulation.said();
+    m_port = wires.start(port);
+    startOpenOcd("tcl_port 0; init");
+    m_address = tclAddress(m_openocd);
+    return m_address.isEmpty() ? QString(m_openocd.said()) : QString();
+}
+
+void BoardTarget::startOpenOcd(const QString& commands)
+{
+    m_openocd.end();
     m_openocd.start("openocd",
         {"-c",
             "adapter driver remote_bitbang; remote_bitbang host 127.0.0.1; remote_bitbang port "
-                + wires.start(port) + "; " + script,
-            "-f", path("work/board/openocd.cfg"), "-c", "tcl_port 0; init"});
-    m_address = tclAddress(m_openocd);
-    return m_address.isEmpty() ? QString(m_openocd.said()) : QString();
+                + m_port + "; " + script,
+            "-f", path("work/board/openocd.cfg"), "-c", commands});
+}
+
+QString BoardTarget::bypass(int irLength)
+{
+    startOpenOcd(QString("tcl_port disabled; init; set tap [lindex [jtag names] 0];"
+                         " irscan $tap %1; echo bypass=[drscan $tap 16 0xa5c3]; shutdown")
+                     .arg((1 << irLength) - 1));
+    const bool delays = m_openocd.says("bypass=4b86");
+    return delays && !m_openocd.said().contains("interrogation failed") ? QString()
+                                                                        : m_openocd.said();
 }
 
 QString BoardTarget::capture(int value)

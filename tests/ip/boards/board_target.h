@@ -6,8 +6,8 @@
 
 #include <QTemporaryDir>
 
-/// The design counter.v with an analyzer for a family of devices, in Icarus behind the real OpenOCD
-/// with the configuration that was written for it.
+/// The design examples/board/counter.v with an analyzer for a family of devices, in Icarus behind
+/// the real OpenOCD with the configuration that was written for it.
 ///
 /// Each step returns what went wrong; nothing when all is well.
 class BoardTarget {
@@ -23,17 +23,25 @@ public:
     /// Captures when count is `value`, and compares every row with what the design does.
     QString capture(int value);
 
+    /// Starts OpenOCD again, whose reset has to select another instruction than the last one, and
+    /// shifts through BYPASS.
+    QString bypass(int irLength);
+
     /// Runs a program in the directory.
     QString run(const QString& program, const QStringList& arguments);
     QString path(const QString& name) const { return m_dir.filePath(name); }
     const QString here = OXA_SOURCE_DIR "/tests/ip/boards/";
+    static QString design() { return OXA_SOURCE_DIR "/examples/board/counter.v"; }
 
 private:
+    void startOpenOcd(const QString& commands);
+
     QTemporaryDir m_dir;
     QByteArray m_said; // by the last run
     int m_samples = 0;
     Service m_simulation;
     Service m_openocd;
+    QByteArray m_port; // of the wires
     QString m_address;
 };
 

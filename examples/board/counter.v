@@ -1,4 +1,4 @@
-// What is watched on boards: each value of count and noise follows from the one before.
+// A first design for a board: two counters, each value of which follows from the one before.
 module counter (
     input  wire clk,
     output wire led
