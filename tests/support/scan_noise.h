@@ -100,7 +100,9 @@ private:
                 clock(false, once(2));
             clocks({1, 1, 0});
         }
-        if (m_instruction != loaded)
+        if (m_instruction != loaded && loaded == kOfReset)
+            reset();
+        else if (m_instruction != loaded)
             loadInstruction(loaded);
     }
 
@@ -130,7 +132,7 @@ private:
         if (m_state == UpdateIr)
             m_instruction = m_shifted;
         if (m_state == Reset)
-            m_instruction = ~0u >> (32 - m_irLength);
+            m_instruction = kOfReset;
         static constexpr State kNext[][2] = {
             {Idle,      Reset   },
             {Idle,      SelectDr},
@@ -152,6 +154,8 @@ private:
         m_state = kNext[m_state][tms];
     }
 
+    static constexpr unsigned kOfReset = ~0u; // what a reset selects: IDCODE or BYPASS
+
     std::minstd_rand m_random;
     const int m_irLength;
     const unsigned m_er1;
@@ -159,7 +163,7 @@ private:
     State m_state = Reset;
     bool m_tck = false;
     unsigned m_shifted = 0;
-    unsigned m_instruction = 0;
+    unsigned m_instruction = kOfReset;
 };
 
 #endif
