@@ -62,7 +62,7 @@ private:
     void rise(bool tms, bool tdi)
     {
         const bool shifts = m_state == ShiftDr || m_state == ShiftIr;
-        if (m_state == Idle && tms && once(2))
+        if (m_state == Idle && tms && !once(4))
             disturb();
         if (m_state == ShiftDr && !tms && once(20000)) {
             ++spoiled;
@@ -84,10 +84,10 @@ private:
     void disturb()
     {
         const unsigned loaded = m_instruction;
-        if (once(3)) {
+        if (once(4)) {
             ++resets;
             reset();
-        } else if (once(2)) {
+        } else if (once(4)) {
             clocks({1, 0, 1, 1, 0}); // a scan of the client's instruction that shifts nothing
         } else {
             ++strangers;
