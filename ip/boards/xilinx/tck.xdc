@@ -2,8 +2,9 @@
 # others. 20 ns is faster than most adapters, and as fast as UltraScale's port.
 create_clock -name oxa_tck -period 20.000 [get_pins -filter {REF_PIN_NAME == TCK} -of_objects [get_cells -hierarchical -filter {REF_NAME == BSCANE2 && NAME =~ *u_qx_jtag*}]]
 
-# Bits that cross together may arrive one edge of the receiving clock apart, but no more. Therefore
-# paths between the clocks are bounded by its period: 20 ns into TCK, and 5 ns into sample clocks of
-# up to 200 MHz. Read this file after the design's clocks: set_property PROCESSING_ORDER LATE.
+# Bits that cross together may arrive one edge of the receiving clock apart, but no more
+# (docs/analyzer-cores.md, Crossings). Therefore paths between the clocks are bounded by its period:
+# 20 ns into TCK, and 5 ns into sample clocks of up to 200 MHz. Read this file after the design's
+# clocks: set_property PROCESSING_ORDER LATE.
 set_max_delay -datapath_only -from [get_clocks oxa_tck] -to [get_clocks -filter {NAME != oxa_tck}] 5.000
 set_max_delay -datapath_only -from [get_clocks -filter {NAME != oxa_tck}] -to [get_clocks oxa_tck] 20.000
