@@ -21,6 +21,7 @@
 #include "oxacapture/target/jtag_link.h"
 #include "oxacapture/target/openocd_link.h"
 #include "oxacapture/target/remote_bitbang_link.h"
+#include "oxacapture/target/serial_link.h"
 #include "oxacapture/target/stream_socket.h"
 #include "oxacapture/target/window_decoder.h"
 #include "oxacapture/trigger/core_plan.h"

@@ -33,6 +33,7 @@
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/synthesis_options.h"
+#include "oxautils/generate/uart_defines.h"
 #include "oxautils/generate/work_dir.h"
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"

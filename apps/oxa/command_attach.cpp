@@ -46,6 +46,7 @@ struct Options {
     QString file;
     RequestOptions request;
     DesignOptions design;
+    QString clock; ///< of a UART link
     QString workDir;
     QString form = "yosys";
     QString output;
@@ -85,6 +86,7 @@ int generate(const Options& options, const OXA::OxaArg& arg, const DEV::FamilyLi
 {
     OXA::BuildRun build(arg, false);
     build.link = link;
+    build.uart = options.request.uart;
     build.loggedErrors = loggedErrors;
     if (const int status
         = checkBuild(build, options.file, "generate", OtherProblems::Warnings, err);
@@ -202,7 +204,11 @@ int run(Options options, Io& io)
         return status;
     request.names = OXA::watchedNames(configuration);
     request.analyzerFiles = built.files + built.boardSources;
-    request.pads = !link || link->hasPads || options.models;
+    if (link && !options.models)
+        request.pads = DEV::padPorts(*link);
+    request.sharesClock = !options.clock.isEmpty();
+    if (request.sharesClock)
+        request.pads[1] = options.clock;
     request.includePaths = built.includePaths;
     for (const char* cell : {"IBUF", "OBUF", "QX_JTAG"})
         request.primitives += OXA::installed(QString("share/oxautils/cells/%1.v").arg(cell));
@@ -222,6 +228,10 @@ void addAttach(CLI::App& app, Io& io, int& status)
     addText(*command, "--work-dir", options->workDir, "Directory for the generated files")
         ->type_name("DIR");
     addIpDir(*command, options->request);
+    addText(*command, "--clock", options->clock,
+        "The top's input that --link uart runs from (default: a new input uart_clk_i)")
+        ->type_name("PORT")
+        ->needs("--clock-hz");
     addText(*command, "--as", options->form, "yosys (default), verilog or hierarchical")
         ->type_name("FORM")
         ->check(CLI::IsMember({"yosys", "verilog", "hierarchical"}));

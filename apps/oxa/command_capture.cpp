@@ -14,7 +14,7 @@ namespace {
 
 using namespace OXA_CAPTURE;
 
-constexpr char kSummary[] = "Capture from a running chip, through OpenOCD";
+constexpr char kSummary[] = "Capture from a running chip, through OpenOCD or a serial port";
 
 constexpr char kHelp[] = R"(OpenOCD has to be running, configured for the adapter and the chip: see
 docs/on-a-board.md, or docs/first-capture.md for a try without a board. The analyzer in
@@ -35,11 +35,15 @@ constexpr double kMost = 1e9; // samples, windows or seconds
 constexpr double kLeastTimeout = 0.001; // s
 constexpr double kSlowestClock = 1; // Hz, the least rate of a sigrok session
 constexpr double kFastestClock = 1e12; // Hz
+constexpr double kSlowestBaud = 300;
+constexpr double kFastestBaud = 4e6;
 
 struct Options {
     QString file;
     QString openocd = kOpenOcdAddress;
     QString tap;
+    QString serial;
+    int baud = kUsualBaud;
     std::vector<int> cores;
     QString output;
     double timeout = 0; // s; 0: none
@@ -214,8 +218,8 @@ int capture(const Options& options, const Plan& plan, Io& io)
     CaptureRun chip;
     chip.goesOn = [&interrupt] { return !interrupt.happened(); };
     QString error;
-    if (!chip.find(
-            {options.openocd, options.tap, "--tap"}, {[&plan] { return plan.builds; }}, &error)) {
+    if (!chip.find({options.openocd, options.tap, "--tap", options.serial, options.baud},
+            {[&plan] { return plan.builds; }}, &error)) {
         io.err << "error: " << error << '\n';
         return kJobFailed;
     }
@@ -245,6 +249,18 @@ void addLinkOptions(CLI::App& command, Options& options)
     addText(command, "--tap", options.tap,
         "The chip's name in the chain, when OpenOCD's configuration does not name it")
         ->type_name("NAME");
+    CLI::Option* serial = addText(command, "--serial", options.serial,
+        "The serial port of an analyzer that was generated with --link uart, instead of OpenOCD")
+                              ->type_name("DEVICE")
+                              ->excludes("--openocd")
+                              ->excludes("--tap");
+    command
+        .add_option("--baud", options.baud,
+            "Bits a second at which the analyzer's port starts, as it was generated (default:"
+            " 115200); the rate is then raised as far as both ends can follow")
+        ->check(between(kSlowestBaud, kFastestBaud))
+        ->needs(serial)
+        ->type_name("N");
     command.add_option("--core", options.cores, "Arm only this core; may be repeated")
         ->type_name("N")
         ->expected(1)

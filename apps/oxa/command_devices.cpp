@@ -112,13 +112,21 @@ QStringList boardFiles(const char* files)
     return names;
 }
 
+/// The ports that it adds to a design.
+QStringList padNames(const DEV::FamilyLink& link)
+{
+    QStringList names = DEV::padPorts(link);
+    names.removeAll({});
+    return names;
+}
+
 void printFamilies(TextOut& out)
 {
     Table table(kFamilyColumns);
     for (const DEV::FamilyFacts& family : DEV::kFamilies) {
         for (const DEV::FamilyLink* link : DEV::linksOf(family))
             table.addRow({family.name, family.devices, family.synthesis, link->name,
-                link->hasPads ? "four" : "none", boardFiles(link->openOcd).join(' '),
+                padNames(*link).join(' '), boardFiles(link->openOcd).join(' '),
                 boardFiles(link->constraints).join(' ')});
     }
     table.print(out);
@@ -133,11 +141,11 @@ void printFamiliesJson(TextOut& out)
         QJsonArray links;
         for (const DEV::FamilyLink* link : DEV::linksOf(family)) {
             links += QJsonObject {
-                {"link",        link->name              },
-                {"pads",        link->hasPads           },
-                {"verilog",     array(link->verilog)    },
-                {"openocd",     array(link->openOcd)    },
-                {"constraints", array(link->constraints)},
+                {"link",        link->name                                 },
+                {"pads",        QJsonArray::fromStringList(padNames(*link))},
+                {"verilog",     array(link->verilog)                       },
+                {"openocd",     array(link->openOcd)                       },
+                {"constraints", array(link->constraints)                   },
             };
         }
         families += QJsonObject {

@@ -161,6 +161,7 @@ int run(const Options& options, Io& io)
         return kUnusable;
     OXA::BuildRun build(arg, !options.noSynthesis);
     build.link = link;
+    build.uart = options.request.uart;
     build.loggedErrors = loggedErrors;
     build.templates = options.templates;
     const OtherProblems others = options.strict ? OtherProblems::Stop : OtherProblems::Warnings;

@@ -45,6 +45,8 @@ Exit status 1: `oxa check` finds an error that prevents building the analyzer
 
 constexpr int kDefaultPort = 9823;
 constexpr int kMostPort = 65535;
+constexpr char kJtag[] = "jtag";
+constexpr char kUart[] = "uart";
 
 struct Options {
     QString file;
@@ -53,6 +55,7 @@ struct Options {
     QStringList bench;
     int port = kDefaultPort;
     bool loop = false;
+    QString link = kJtag;
 };
 
 /// A waveform or a design with its bench.
@@ -85,6 +88,13 @@ bool prepare(
     return !job.sources.isEmpty();
 }
 
+void greetSerial(const SimulatedTarget& target, const Options& options, TextOut& out)
+{
+    out << "the analyzer waits at " << target.serialDevice() << "; capture with\n  oxa capture "
+        << options.file << " --serial " << target.serialDevice() << " -o OUT\n";
+    out.flush();
+}
+
 void greet(const SimulatedTarget& target, TextOut& out)
 {
     out << "the analyzer waits at port " << target.port() << "; connect with\n  openocd ";
@@ -114,6 +124,7 @@ bool build(const Options& options, const Job& job, const QString& workDir, Desig
         simulation.dirs = installedSimulator();
         simulation.arg = job.arg;
         simulation.workDir = workDir;
+        simulation.overUart = options.link == kUart;
         simulation.progress = [&](const QString& stage, int percent) {
             hooks.progress(stage, percent);
             return !hooks.stopAsked();
@@ -151,11 +162,14 @@ int serve(const Options& options, const Job& job, Io& io)
     QString error;
     bool ok = build(options, job, temporary.path(), work, target, stimulus, steps, io, &error);
     work.clear();
-    if (ok && !target.serve(stimulus, options.port)) {
-        ok = false;
+    const bool overUart = options.link == kUart;
+    if (ok) {
+        ok = overUart ? target.serveSerial(stimulus) : target.serve(stimulus, options.port);
         error = target.error();
     }
-    if (ok)
+    if (ok && overUart)
+        greetSerial(target, options, io.out);
+    else if (ok)
         greet(target, io.out);
     TargetPlayer player(target, steps, options.loop || hasBench, job.cores);
     while (ok && goesOn()) {
@@ -213,6 +227,10 @@ void addTarget(CLI::App& app, Io& io, int& status)
             "TCP port at 127.0.0.1 for OpenOCD; 0: any free port (default: 9823)")
         ->check(CLI::Range(0, kMostPort))
         ->type_name("N");
+    addText(*command, "--link", options->link,
+        "jtag, for OpenOCD; or uart, a serial port for `oxa capture --serial`")
+        ->check(CLI::IsMember({kJtag, kUart}))
+        ->type_name("LINK");
     command->add_flag("--loop", options->loop, "Repeat the waveform")->excludes(bench);
     addIpDir(*command, options->inputs.request);
     command->callback([&io, &status, options] { status = run(*options, io); });

@@ -6,6 +6,15 @@
 
 #include <QFileInfo>
 
+namespace {
+
+constexpr int kLeastClockHz = 10000;
+constexpr int kMostClockHz = 500000000;
+constexpr int kLeastBaud = 300;
+constexpr int kMostBaud = 4000000;
+
+}
+
 void addTargetOptions(CLI::App& command, RequestOptions& options)
 {
     addPartOptions(command, options.part);
@@ -16,6 +25,19 @@ void addTargetOptions(CLI::App& command, RequestOptions& options)
     addText(command, "--link", options.link, "How a client reaches the analyzer in the family")
         ->type_name("LINK")
         ->needs("--for");
+    command
+        .add_option_function<double>(
+            "--clock-hz", [&options](double hz) { options.uart.clockHz = int(hz); },
+            "Frequency of the clock that --link uart runs from, such as 12e6")
+        ->check(between(kLeastClockHz, kMostClockHz))
+        ->type_name("HZ")
+        ->needs("--link");
+    command
+        .add_option("--baud", options.uart.baud,
+            "Bits a second at which --link uart starts (default: 115200)")
+        ->check(CLI::Range(kLeastBaud, kMostBaud))
+        ->type_name("N")
+        ->needs("--link");
 }
 
 void addIpDir(CLI::App& command, RequestOptions& options)
@@ -66,6 +88,9 @@ bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextO
     if (!link)
         err << "error: " << options.family << " has no link \"" << options.link
             << "\"; `oxa devices --families` lists them\n";
+    const bool isUart = link && QLatin1String(link->name) == DEV::kUart;
+    if (isUart && options.uart.clockHz == 0)
+        throw CLI::RequiredError("--clock-hz of --link uart");
     return link;
 }
 

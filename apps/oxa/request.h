@@ -6,6 +6,7 @@
 
 #include "oxautils/config/configuration.h"
 #include "oxautils/generate/oxa_arg.h"
+#include "oxautils/generate/uart_defines.h"
 
 #include <dev/family_facts.h>
 
@@ -14,10 +15,11 @@ struct RequestOptions {
     PartOptions part;
     QString family; ///< instead of a part
     QString link; ///< of the family; empty for its first
+    OXA::UartRates uart; ///< of its UART link
     QString ipDir;
 };
 
-/// Adds --part with what belongs to it, --for and --link.
+/// Adds --part with what belongs to it, --for and --link with what belongs to them.
 void addTargetOptions(CLI::App& command, RequestOptions& options);
 /// Adds --ip-dir.
 void addIpDir(CLI::App& command, RequestOptions& options);

@@ -15,7 +15,7 @@ CLI::Option* addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
 SimulatorDirs installedSimulator()
 {
     return {OXA::installed("share/oxautils/sim"), OXA::installed("share/oxautils/cells"),
-        OXA::installed(OXA_LIBDIR "/oxautils")};
+        OXA::installed(OXA_LIBDIR "/oxautils"), OXA::installed("share/oxautils/ip/boards/uart")};
 }
 
 bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& cores,

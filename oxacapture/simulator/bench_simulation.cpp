@@ -39,7 +39,7 @@ OXA::AttachRequest requestOf(const BenchSimulation& simulation)
     OXA::AttachRequest request;
     request.sources = simulation.sources;
     request.names = simulation.names;
-    request.pads = false; // the design needs none
+    request.pads.clear(); // the design needs none
     return request;
 }
 

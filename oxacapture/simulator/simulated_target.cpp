@@ -3,7 +3,9 @@
 #include "files/replace_file.h"
 #include "oxacapture/simulator/icarus.h"
 #include "oxacapture/simulator/process_patience.h"
+#include "oxacapture/simulator/serial_pads.h"
 #include "oxautils/generate/oxa_prepare.h"
+#include "oxautils/generate/uart_defines.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -22,11 +24,15 @@ QString absolute(const QString& path) { return QFileInfo(path).absoluteFilePath(
 
 SimulatedTarget::SimulatedTarget()
     : m_patience(new ProcessPatience)
+    , m_serial(new SerialPads)
 {
 }
 
 SimulatedTarget::~SimulatedTarget()
 {
+    m_servesSerial = false;
+    if (m_serialThread.joinable())
+        m_serialThread.join();
     if (m_vvp.state() == QProcess::NotRunning)
         return;
     m_vvp.kill();
@@ -74,12 +80,21 @@ bool SimulatedTarget::generate(const Design& design, QStringList& sources)
     OXA::OxaPrepare prepared;
     if (prepared.prepare(design.arg) != 1 || !OXA::writeNameSums(design.arg.workDir, design.names))
         return fail("the Verilog could not be generated");
+    QString error;
+    if (design.overUart
+        && !OXA::writeUartDefines(
+            design.arg.workDir, {SerialPads::kClockHz, SerialPads::kBaud}, &error))
+        return fail(error);
     if (!design.netlist.isEmpty()) {
         sources = QStringList {"-y", design.dirs.cells, absolute(design.netlist)};
         return true;
     }
     for (const QString& path : qAsConst(prepared.includePaths))
         sources += "-I" + absolute(path);
+    if (design.overUart) {
+        for (const char* file : {"/QX_JTAG.v", "/uart_bridge.v"})
+            sources += design.dirs.uart + file;
+    }
     for (const QString& path : qAsConst(prepared.files))
         sources += absolute(path);
     return true;
@@ -117,6 +132,22 @@ bool SimulatedTarget::serve(const QString& stimulus, int port)
     m_port = listens.match(lastWords()).captured(1).toInt();
     return m_port > 0 || fail("the simulator does not print its port: " + lastWords());
 }
+
+bool SimulatedTarget::serveSerial(const QString& stimulus)
+{
+    if (!run(stimulus, "unix:" + m_sockets.filePath("jtag"))
+        || !connectTo("jtag", [this](const QString& at) { return m_serial->open(at); }))
+        return false;
+    m_servesSerial = true;
+    // When it fails, the simulator has ended, which the other socket's user sees.
+    m_serialThread = std::thread([this] {
+        while (m_servesSerial && m_serial->step())
+            continue;
+    });
+    return true;
+}
+
+QString SimulatedTarget::serialDevice() const { return m_serial->device(); }
 
 bool SimulatedTarget::connectTo(
     const QString& name, const std::function<bool(const QString&)>& connect)

@@ -8,17 +8,21 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <atomic>
 #include <memory>
+#include <thread>
 
 namespace OXA_CAPTURE {
 
 class ProcessPatience;
+class SerialPads;
 
 /// Where the files that a simulation needs are installed.
 struct SimulatorDirs {
     QString models; ///< of the pads and the JTAG port
     QString cells; ///< of netlists
     QString plugin; ///< of the simulator, which plays the waveform
+    QString uart = {}; ///< of the UART link; not needed without one
 };
 
 /// A generated analyzer in Icarus: a waveform drives its ports or a design in its bench, and a
@@ -36,6 +40,7 @@ public:
         QString netlist; ///< used instead of the generated Verilog; may be empty
         QStringList bench; ///< arguments of iverilog for a design with its own bench; may be empty
         QString workDir; ///< for all files but the generated ones
+        bool overUart = false; ///< its link is a UART, not JTAG
     };
 
     SimulatedTarget();
@@ -55,6 +60,12 @@ public:
     /// The same, but other programs connect to the pads at `port`; 0 takes any free port.
     bool serve(const QString& stimulus, int port);
     int port() const { return m_port; }
+
+    /// Starts the simulator with the file `stimulus`, and a pseudo-terminal for programs that
+    /// connect to the UART link.
+    bool serveSerial(const QString& stimulus);
+    /// Its device, such as "/dev/pts/3".
+    QString serialDevice() const;
 
     /// Plays the next `steps` steps, which are a bench's next moments in which something happens;
     /// for a bench at most as many, until a net that was looked at changes.
@@ -98,6 +109,9 @@ private:
     bool m_hasBench = false;
     int m_port = 0;
     qint64 m_printed = 0; // what `printed` has returned of the log
+    std::unique_ptr<SerialPads> m_serial;
+    std::atomic<bool> m_servesSerial {false};
+    std::thread m_serialThread;
     std::function<bool()> m_goesOn;
     QString m_error;
 };

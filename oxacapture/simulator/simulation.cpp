@@ -115,6 +115,7 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     design.arg.workDir = simulation.workDir + "/generated";
     design.netlist = simulation.netlist;
     design.workDir = simulation.workDir;
+    design.overUart = simulation.overUart;
     for (const CorePlan& core : cores)
         design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
     if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty())

@@ -14,6 +14,7 @@ struct Simulation {
     OXA::OxaArg arg; ///< of the generation; its work directory is not used
     QString netlist; ///< used instead of the Verilog; may be empty
     QString workDir; ///< an empty directory, for everything that the run writes
+    bool overUart = false; ///< the analyzer's link is a UART, not JTAG
     qint64 forceAt = kNoSample; ///< sample of each core to force its trigger at
     /// Called with the stage and its percentage; the run stops when it returns false.
     std::function<bool(const QString& stage, int percent)> progress;

@@ -86,18 +86,33 @@ bool CaptureRun::find(
     const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error)
 {
     m_builds = {configurations.front()()};
-    m_link.setGoesOn(goesOn);
-    if (!m_link.connectTo(chip.openocd))
-        return OXA::fail(error, m_link.error());
-    const QStringList taps = chip.tap.isEmpty() ? m_link.candidates() : QStringList(chip.tap);
+    setGoesOn(goesOn);
+    if (chip.serial.isEmpty())
+        return findThroughOpenOcd(chip, configurations, error);
+    if (!m_serial.connectTo(chip.serial, chip.baud))
+        return OXA::fail(error, m_serial.error());
+    m_session = sessionBehind(m_serial, {}, configurations, error);
+    return m_session != nullptr;
+}
+
+bool CaptureRun::findThroughOpenOcd(
+    const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error)
+{
+    if (!m_openocd.connectTo(chip.openocd))
+        return OXA::fail(error, m_openocd.error());
+    const QStringList taps = chip.tap.isEmpty() ? m_openocd.candidates() : QStringList(chip.tap);
     if (taps.isEmpty())
         return OXA::fail(error,
             QString("the chain has several devices; choose one of %1 with %2")
-                .arg(m_link.taps().join(", "), chip.tapOption));
+                .arg(m_openocd.taps().join(", "), chip.tapOption));
     const QDeadlineTimer deadline(qint64(kSearchTime) * kSecond);
-    m_link.setGoesOn([this, deadline] { return goesOn() && !deadline.hasExpired(); });
-    for (int i = 0; i < taps.size() && !m_session; ++i)
-        m_session = sessionAt(taps.at(i), configurations, error);
+    setGoesOn([this, deadline] { return goesOn() && !deadline.hasExpired(); });
+    for (int i = 0; i < taps.size() && !m_session; ++i) {
+        if (m_openocd.selectTap(taps.at(i)))
+            m_session = sessionBehind(m_openocd, m_openocd.instruction(), configurations, error);
+        else
+            OXA::fail(error, m_openocd.error());
+    }
     if (!m_session && deadline.hasExpired())
         return OXA::fail(error,
             QString("no analyzer was found within %1 s: OpenOCD answers too slowly")
@@ -105,15 +120,17 @@ bool CaptureRun::find(
     return m_session != nullptr;
 }
 
-/// The analyzer in the device `tap`, if it matches.
-std::unique_ptr<CaptureSession> CaptureRun::sessionAt(
-    const QString& tap, const std::vector<ReadBuilds>& configurations, QString* error)
+void CaptureRun::setGoesOn(const std::function<bool()>& goesOn)
 {
-    if (!m_link.selectTap(tap)) {
-        OXA::fail(error, m_link.error());
-        return nullptr;
-    }
-    auto session = std::make_unique<CaptureSession>(m_link, m_link.instruction());
+    m_openocd.setGoesOn(goesOn);
+    m_serial.setGoesOn(goesOn);
+}
+
+/// The analyzer behind the link, if it matches.
+std::unique_ptr<CaptureSession> CaptureRun::sessionBehind(JtagLink& link,
+    const BitString& instruction, const std::vector<ReadBuilds>& configurations, QString* error)
+{
+    auto session = std::make_unique<CaptureSession>(link, instruction);
     if (session->begin() && matches(*session, configurations))
         return session;
     OXA::fail(error,
@@ -153,7 +170,7 @@ bool CaptureRun::plan(const QList<OXA::AoCore*>& cores, const QList<OXA::AOCore_
 
 bool CaptureRun::capture(const RunOptions& options, QString* error)
 {
-    m_link.setGoesOn([this, more = aSecondLonger(goesOn)] { return !isAbandoned() && more(); });
+    setGoesOn([this, more = aSecondLonger(goesOn)] { return !isAbandoned() && more(); });
     const QDeadlineTimer deadline = options.timeout > 0 ? QDeadlineTimer(options.timeout)
                                                         : QDeadlineTimer(QDeadlineTimer::Forever);
     if (start(options) && wait(options, deadline))
@@ -215,7 +232,7 @@ std::vector<CoreOutcome> CaptureRun::read()
 {
     // A stop ends the reading too, unless a stop has already ended the wait.
     const bool wasStopped = !goesOn();
-    m_link.setGoesOn([this, wasStopped] { return !isAbandoned() && (wasStopped || goesOn()); });
+    setGoesOn([this, wasStopped] { return !isAbandoned() && (wasStopped || goesOn()); });
     std::vector<CoreOutcome> outcomes;
     for (size_t i = 0; i < m_runs.size(); ++i)
         outcomes.push_back(read(m_runs[i], m_last[i]));

@@ -3,6 +3,7 @@
 
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/openocd_link.h"
+#include "oxacapture/target/serial_link.h"
 
 #include <QDeadlineTimer>
 
@@ -13,6 +14,8 @@ struct ChipAddress {
     QString openocd; ///< its Tcl server, as `OpenOcdLink::connectTo` takes it
     QString tap; ///< the device in the chain; empty: the one that has an analyzer
     QString tapOption; ///< the option that selects the device, for messages: "--tap"
+    QString serial; ///< the serial port of an analyzer with a UART link, instead of OpenOCD
+    int baud = kUsualBaud; ///< bits a second at which this analyzer's port starts
 };
 
 /// How the cores of a run start and end.
@@ -30,7 +33,7 @@ struct CoreOutcome {
     CapturedCore captured;
 };
 
-/// One run of the analyzer in a target, through OpenOCD.
+/// One run of the analyzer in a target, through OpenOCD or a serial port.
 ///
 ///     CaptureRun run;
 ///     if (run.find(chip, configurations, &error)
@@ -45,7 +48,7 @@ public:
     using ReadBuilds = std::function<std::vector<BuiltConfiguration>()>;
 
     /// Called repeatedly. When it returns false, a search and a wait for triggers end; what the
-    /// cores have is then read, unless OpenOCD does not answer within a second.
+    /// cores have is then read, unless the target does not answer within a second.
     std::function<bool()> goesOn = [] { return true; };
     /// Called as `goesOn` is: when it returns true, the run ends and nothing more is read.
     std::function<bool()> isAbandoned = [] { return false; };
@@ -81,8 +84,11 @@ public:
     std::vector<CoreOutcome> read();
 
 private:
-    std::unique_ptr<CaptureSession> sessionAt(
-        const QString& tap, const std::vector<ReadBuilds>& configurations, QString* error);
+    void setGoesOn(const std::function<bool()>& goesOn);
+    bool findThroughOpenOcd(
+        const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error);
+    std::unique_ptr<CaptureSession> sessionBehind(JtagLink& link, const BitString& instruction,
+        const std::vector<ReadBuilds>& configurations, QString* error);
     bool matches(CaptureSession& session, const std::vector<ReadBuilds>& configurations);
     bool start(const RunOptions& options);
     bool wait(const RunOptions& options, const QDeadlineTimer& deadline);
@@ -90,7 +96,8 @@ private:
     bool force(bool withoutClock);
     CoreOutcome read(const CoreRun& run, const CoreProgress& last);
 
-    OpenOcdLink m_link;
+    OpenOcdLink m_openocd;
+    SerialLink m_serial;
     std::unique_ptr<CaptureSession> m_session;
     std::vector<std::vector<BuiltConfiguration>> m_builds; // of the configurations that were read
     size_t m_configuration = 0;

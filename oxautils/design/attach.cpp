@@ -76,13 +76,20 @@ bool Attachment::read(QString* error)
     m_warnings = m_design.warnings;
     if (!findBits(error))
         return false;
+    QStringList inputs;
     for (const DesignSignal& port : portsOf(m_design)) {
-        if (m_request.pads && jtagPads().contains(port.flatName))
+        if (addedPads(m_request).contains(port.flatName))
             return fail(error,
                 QString("the top has a port %1 already; the analyzer's pads have this name")
                     .arg(port.flatName));
+        if (port.direction == DesignSignal::Input && port.width == 1)
+            inputs += port.flatName;
     }
-    return true;
+    const QString clock = m_request.sharesClock ? m_request.pads.value(1) : QString();
+    return clock.isEmpty() || inputs.contains(clock)
+        || fail(error,
+            QString("%1: the top has no such input of one bit; these may be clocks: %2")
+                .arg(shownText(clock), firstNamed(inputs)));
 }
 
 bool Attachment::findBits(QString* error)

@@ -29,7 +29,10 @@ struct OXAUTILS_EXPORT AttachRequest {
     QStringList analyzerFiles; ///< its Verilog, as `BuildRun` lists it
     QStringList includePaths; ///< of these
     QStringList primitives; ///< Verilog of the cells that it uses; only their ports matter
-    bool pads = true; ///< the analyzer's four JTAG pads are ports of the wrapper
+    /// The wrapper's ports that are connected to the analyzer's pads of TMS, TCK, TDI and TDO, with
+    /// empty names for pads that are not used. A name that the top has, too, is that port.
+    QStringList pads {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
+    bool sharesClock = false; ///< the second pad is a port of the top, the clock of a UART link
     QString workDir; ///< for all output; has to exist
 };
 

@@ -155,7 +155,7 @@ void Attachment::addProof(DesignScript& script, const QString& wrapper, bool isF
     script.add("design", {"-load", "alone"});
     addWrapper(script, wrapper);
     QStringList pads;
-    for (const QString& pad : m_request.pads ? jtagPads() : QStringList())
+    for (const QString& pad : addedPads(m_request))
         pads += m_design.top + '/' + pad;
     if (!pads.isEmpty())
         script.add("delete", QStringList("-port") + pads);

@@ -85,7 +85,8 @@ NetPath pathBelow(const QString& instance, const DesignSources& sources)
     };
 }
 
-QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watched, bool pads)
+QString analyzerInstance(
+    const Design& design, const QVector<WatchedBit>& watched, const QStringList& pads)
 {
     QStringList connections;
     for (const WatchedBit& bit : watched) {
@@ -94,19 +95,24 @@ QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watche
             = signal.width > 1 ? '[' + QString::number(bit.bit.position) + ']' : QString();
         connections += connection(escapedSignalName(bit.name), escaped(wireName(signal)) + index);
     }
-    for (const QString& pad : jtagPads()) {
-        const QString unused = isOutput(pad) ? "" : "1'b0";
-        connections += connection(pad, pads ? pad : unused);
+    constexpr const char* kPads[] = {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
+    for (int i = 0; i < 4; ++i) {
+        const QString unused = isOutput(kPads[i]) ? "" : "1'b0";
+        connections += connection(kPads[i], pads.value(i).isEmpty() ? unused : escaped(pads.at(i)));
     }
     return "qx_oxa u_oxa (\n" + connections.join(",\n") + "\n);\n";
 }
 
 }
 
-const QStringList& jtagPads()
+// The analyzer's pads that are ports of the wrapper alone.
+QStringList addedPads(const AttachRequest& request)
 {
-    static const QStringList names {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
-    return names;
+    QStringList pads = request.pads;
+    if (request.sharesClock)
+        pads.removeAt(1);
+    pads.removeAll({});
+    return pads;
 }
 
 QVector<DesignSignal> portsOf(const Design& design)
@@ -127,7 +133,7 @@ QByteArray wrapperText(const Design& design, const QString& name,
     const QVector<WatchedBit>& watched, const AttachRequest& request, bool byPath)
 {
     QStringList ports = portDeclarations(design);
-    for (const QString& pad : request.pads ? jtagPads() : QStringList())
+    for (const QString& pad : addedPads(request))
         ports += (isOutput(pad) ? "output " : "input ") + pad;
     const QString instance = byPath
         ? designInstance(design, design.top, parametersText(request.sources.parameters))
@@ -145,7 +151,7 @@ QByteArray besideText(const Design& design, const QString& instance,
     const NetPath flat
         = [&](const DesignSignal& signal) { return instance + '.' + escaped(signal.flatName); };
     return (watchedWires(design, watched, isFlat ? flat : pathBelow(instance, sources))
-        + analyzerInstance(design, watched, true))
+        + analyzerInstance(design, watched, AttachRequest().pads))
         .toUtf8();
 }
 

@@ -6,7 +6,7 @@
 namespace OXA {
 
 /// The analyzer's pads, ports of each wrapper.
-const QStringList& jtagPads();
+QStringList addedPads(const AttachRequest& request);
 
 /// The ports of the top, in their order.
 QVector<DesignSignal> portsOf(const Design& design);

@@ -153,6 +153,14 @@ bool BuildRun::writeTemplates() const
         && OXA::writeTemplates(m_arg, configuration);
 }
 
+// What the link takes beside the analyzer.
+bool BuildRun::writeLink(BuildResult& result, QString* error) const
+{
+    const bool isUart = QLatin1String(link->name) == DEV::kUart;
+    return (!isUart || writeUartDefines(m_arg.workDir, uart, error))
+        && copyBoardFiles(m_arg, *link, result, error);
+}
+
 BuildResult BuildRun::generate()
 {
     BuildResult result;
@@ -167,7 +175,7 @@ BuildResult BuildRun::generate()
         result.files += m_arg.workDir + '/' + TEMPLATE_FILE_NAME;
     result.includePaths = prepared.includePaths;
     QString error;
-    if (result.end == BuildEnd::Done && link && !copyBoardFiles(m_arg, *link, result, &error)) {
+    if (result.end == BuildEnd::Done && link && !writeLink(result, &error)) {
         result.end = BuildEnd::Failed;
         result.messages += shownText(error);
     }

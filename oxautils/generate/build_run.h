@@ -3,6 +3,7 @@
 
 #include "oxautils/check/problem.h"
 #include "oxautils/generate/oxa_arg.h"
+#include "oxautils/generate/uart_defines.h"
 
 #include <QList>
 #include <QMap>
@@ -69,6 +70,7 @@ public:
     /// The connection to an analyzer that another tool synthesizes for a family of devices; null
     /// for a part of the catalogue. With a link, the part is not used in checks.
     const DEV::FamilyLink* link = nullptr;
+    UartRates uart; ///< of a UART link
 
     /// The number of errors that the program's message handler has received so far. The generator
     /// only logs files that it cannot write, so a run fails when this number grows.
@@ -85,6 +87,7 @@ public:
     void stop();
 
 private:
+    bool writeLink(BuildResult& result, QString* error) const;
     BuildResult generate();
     BuildResult synthesize();
     bool writeTemplates() const;

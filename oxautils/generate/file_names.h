@@ -13,6 +13,7 @@ constexpr char CON_PARAMETER_FILE_NAME[] = "qx_con_parameter.v";
 constexpr char CON_TOP_DEFINE_FILE_NAME[] = "qx_con_top_define.v";
 constexpr char NAME_SUMS_FILE_NAME[] = "qx_oxa_names.v";
 constexpr char NETLIST_FILE_NAME[] = "qx_oxa_netlist.v"; ///< when the user names no other
+constexpr char UART_DEFINE_FILE_NAME[] = "qx_uart_define.v";
 constexpr char TEMPLATE_FILE_NAME[] = "qx_oxa_template.v";
 constexpr char VHDL_TEMPLATE_FILE_NAME[] = "qx_oxa_template.vhd";
 constexpr char NAME_AO[] = "ao_"; ///< a core's directory, followed by its position

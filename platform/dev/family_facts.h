@@ -1,7 +1,7 @@
 #ifndef DEV_FAMILY_FACTS_H
 #define DEV_FAMILY_FACTS_H
 
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace DEV {
@@ -9,8 +9,11 @@ namespace DEV {
 /// A way to an analyzer in a chip, and what it takes: files of ip/boards, with a blank between
 /// them.
 struct FamilyLink {
-    const char* name; ///< "jtag": the chip's own JTAG port; "pins": another one, on four pins
-    bool hasPads; ///< it needs the four JTAG pads of the analyzer's top
+    const char*
+        name; ///< "jtag": the chip's own JTAG port; "pins": another one, on four pins; "uart"
+    /// The ports of an attached design that are the analyzer's pads of TMS, TCK, TDI and TDO; "-"
+    /// for one that is not used.
+    const char* pads;
     const char*
         verilog; ///< QX_JTAG, IBUF and OBUF; IBUF and OBUF are left out where they are cells
     const char* openOcd; ///< the TAP, the length of its instruction register, the instruction ER1
@@ -27,22 +30,33 @@ struct FamilyFacts {
     FamilyLink links[kMostLinks]; ///< the first one is the default; past the end without a name
 };
 
+constexpr char kJtagPads[] = "tms_pad_i tck_pad_i tdi_pad_i tdo_pad_o";
+constexpr char kNoPads[] = "- - - -";
+constexpr char kUartPads[] = "- uart_clk_i uart_rx_i uart_tx_o";
+constexpr char kUart[] = "uart";
+
 #define OXA_PINS_VERILOG "pins/QX_JTAG.v pins/IBUF.v pins/OBUF.v"
+#define OXA_UART_VERILOG "uart/QX_JTAG.v uart/uart_bridge.v"
 
 constexpr FamilyFacts kFamilies[] = {
     {"ice40",   "Lattice iCE40",                            "synth_ice40",
-     {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg",
-            "generic/tck.sdc ice40/tck.py ice40/icebreaker.pcf"}}                 },
+     {{"pins", kJtagPads, OXA_PINS_VERILOG, "pins/openocd.cfg",
+             "generic/tck.sdc ice40/tck.py ice40/icebreaker.pcf"},
+            {kUart, kUartPads, OXA_UART_VERILOG " pins/IBUF.v pins/OBUF.v", "", ""}}},
     {"ecp5",    "Lattice ECP5",                             "synth_ecp5",
-     {{"jtag", false, "ecp5/QX_JTAG.v pins/IBUF.v pins/OBUF.v", "ecp5/openocd.cfg",
-            "ecp5/tck.py"}}                                                       },
+     {{"jtag", kNoPads, "ecp5/QX_JTAG.v pins/IBUF.v pins/OBUF.v", "ecp5/openocd.cfg",
+             "ecp5/tck.py"},
+            {kUart, kUartPads, OXA_UART_VERILOG " pins/IBUF.v pins/OBUF.v", "", ""}}},
     {"xilinx",  "Xilinx 7 series, UltraScale, UltraScale+", "synth_xilinx",
-     {{"jtag", false, "xilinx/QX_JTAG.v", "xilinx/openocd.cfg", "xilinx/tck.xdc"}}},
+     {{"jtag", kNoPads, "xilinx/QX_JTAG.v", "xilinx/openocd.cfg", "xilinx/tck.xdc"},
+            {kUart, kUartPads, OXA_UART_VERILOG, "", ""}}                           },
     {"generic", "any, with four pins to spare",             "synth",
-     {{"pins", true, OXA_PINS_VERILOG, "pins/openocd.cfg", "generic/tck.sdc"}}    },
+     {{"pins", kJtagPads, OXA_PINS_VERILOG, "pins/openocd.cfg", "generic/tck.sdc"},
+            {kUart, kUartPads, OXA_UART_VERILOG " pins/IBUF.v pins/OBUF.v", "", ""}}},
 };
 
 #undef OXA_PINS_VERILOG
+#undef OXA_UART_VERILOG
 
 /// The row of the family named `name`; null when there is none.
 inline const FamilyFacts* familyFacts(const QString& name)
@@ -73,6 +87,16 @@ inline const FamilyLink* familyLink(const FamilyFacts& family, const QString& na
             return link;
     }
     return nullptr;
+}
+
+/// The ports of an attached design that are the analyzer's four pads; an empty name where one is
+/// not used.
+inline QStringList padPorts(const FamilyLink& link)
+{
+    QStringList names = QString(link.pads).split(' ');
+    for (QString& name : names)
+        name.remove('-');
+    return names;
 }
 
 }

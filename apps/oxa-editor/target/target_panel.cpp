@@ -78,7 +78,9 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
 
 QWidget* TargetPanel::makeControls()
 {
-    m_address->setToolTip(tr("The host and port of OpenOCD's Tcl server"));
+    m_address->setToolTip(tr(
+        "The host and port of OpenOCD's Tcl server, or the serial port of an analyzer with a UART"
+        " link: /dev/ttyUSB1, or /dev/ttyUSB1@9600 when it does not start at 115200"));
     m_tap->setPlaceholderText(tr("the chip with an analyzer"));
     m_tap->setToolTip(tr("The chip's name in OpenOCD's chain"));
     m_builtFrom->setPlaceholderText(tr("the configuration's file"));
@@ -98,7 +100,7 @@ QWidget* TargetPanel::makeControls()
     auto* layout = new QVBoxLayout(controls);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* form = new QFormLayout;
-    form->addRow(tr("OpenOCD:"), m_address);
+    form->addRow(tr("OpenOCD or port:"), m_address);
     form->addRow(tr("TAP:"), m_tap);
     auto* file = new QHBoxLayout;
     auto* label = new QLabel(tr("Built from:"));

@@ -3,12 +3,28 @@
 #include "oxautils/config/configuration.h"
 
 #include <QCoreApplication>
+#include <QRegularExpression>
 
 using namespace OXA_CAPTURE;
 
 namespace {
 
 QString tr(const char* text) { return QCoreApplication::translate("TargetRun", text); }
+
+// The address is that of OpenOCD, or a serial port with the rate at which the analyzer starts.
+ChipAddress chipAt(const TargetRequest& request)
+{
+    static const QRegularExpression serial("^(/.*?|COM\\d+)(?:@(\\d{1,7}))?$");
+    ChipAddress chip;
+    chip.openocd = request.address;
+    chip.tap = request.tap;
+    chip.tapOption = tr("TAP");
+    if (const auto match = serial.match(request.address); match.hasMatch()) {
+        chip.serial = match.captured(1);
+        chip.baud = match.captured(2).isEmpty() ? chip.baud : match.captured(2).toInt();
+    }
+    return chip;
+}
 
 QStringList textsOf(const Messages& messages)
 {
@@ -93,8 +109,7 @@ bool TargetRun::find(CaptureRun& run, OXA::Configuration& file)
         configurations.push_back(
             [&] { return buildsOf(m_request.builtFrom, file, m_result.problems); });
     QString error;
-    const bool isFound
-        = run.find({m_request.address, m_request.tap, tr("TAP")}, configurations, &error);
+    const bool isFound = run.find(chipAt(m_request), configurations, &error);
     if (!isFound)
         m_result.problems += error;
     return isFound;

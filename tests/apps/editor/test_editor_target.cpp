@@ -37,7 +37,7 @@ struct Run : PanelDriver<TargetPanel> {
         : PanelDriver(folder.path("chip.oxa"))
     {
         keys("Ctrl+9");
-        enter("OpenOCD:", address);
+        enter("OpenOCD or port:", address);
         enter("TAP:", {});
     }
 
@@ -202,7 +202,7 @@ void TestEditorTarget::whatCannotBeCaptured()
     Run run(m_folder, "127.0.0.1:1");
     run.capture();
     QVERIFY2(run.problems().contains("127.0.0.1:1"), qPrintable(run.problems()));
-    run.enter("OpenOCD:", m_live.address());
+    run.enter("OpenOCD or port:", m_live.address());
     run.set(0, run.core().storageDepth, 32);
     run.capture();
     QVERIFY2(run.problems().contains("core 0 cannot be changed so without synthesis"),
