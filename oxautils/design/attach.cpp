@@ -10,6 +10,7 @@
 #include "files/replace_file.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 namespace OXA {
 
@@ -137,10 +138,23 @@ void Attachment::addWrapper(DesignScript& script, const QString& file) const
     script.add("hierarchy", {"-top", m_design.top});
     script.add("proc");
     script.add("flatten");
+    // A wire that has found its net has lost this attribute.
+    script.add("select", {"-assert-none", "a:hierconn"});
 }
 
-bool Attachment::write(AttachForm form, QString* error) const
+bool Attachment::write(AttachForm form, QString* error)
 {
+    static const QRegularExpression others(
+        "\\.(vhdl?|json)$", QRegularExpression::CaseInsensitiveOption);
+    const QStringList unreachable = m_request.sources.files.filter(others);
+    if (form == AttachForm::Hierarchical && !unreachable.isEmpty())
+        return fail(error,
+            shownText(unreachable.first())
+                + ": Verilog cannot refer by path to what is in it; the other two forms can");
+    for (const QString& name : form == AttachForm::Hierarchical ? QStringList() : m_design.kept)
+        m_warnings += QString("%1 has keep_hierarchy, but is flattened, so that "
+                              "its signals can be watched")
+                          .arg(shownText(name));
     const QString path = pathTo(ATTACH_WRAPPER_FILE_NAME);
     const QByteArray wrapper = wrapperText(
         m_design, wrapperName(form), m_watched, m_request, form == AttachForm::Hierarchical);
@@ -195,7 +209,6 @@ bool Attachment::writeVerilog(const QString& output, const QString& simulation, 
     }
     if (!script.run(error))
         return false;
-    m_warnings += script.keptModules();
     return copyFile(script.path(kOutput), output, error)
         && (simulation.isEmpty() || copyFile(script.path(kSimulation), simulation, error));
 }

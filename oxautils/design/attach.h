@@ -64,7 +64,7 @@ public:
     QString wrapperName(AttachForm form) const;
 
     /// Writes the wrapper of `form` and, for Yosys, the script.
-    bool write(AttachForm form, QString* error) const;
+    bool write(AttachForm form, QString* error);
 
     /// Writes design and analyzer as one flattened module to `output`. The file `simulation` (may
     /// be empty) is the same, but registers without initial value start at 0 instead of X. Call

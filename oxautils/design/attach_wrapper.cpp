@@ -12,8 +12,6 @@ namespace OXA {
 
 namespace {
 
-constexpr char kInstance[] = "u_design"; // of the design in the wrapper
-
 QString escaped(const QString& name) { return '\\' + name + ' '; }
 
 QStringList portDeclarations(const Design& design)
@@ -40,13 +38,25 @@ QString connection(const QString& port, const QString& net)
     return "    ." + port + '(' + net + ')';
 }
 
+/// "u_`what`", the name of an instance in the wrapper, changed when a port has it.
+QString instanceName(const Design& design, const QString& what)
+{
+    QString name = "u_" + what;
+    const QVector<DesignSignal> ports = portsOf(design);
+    while (std::any_of(ports.begin(), ports.end(),
+        [&](const DesignSignal& port) { return port.flatName == name; }))
+        name += '_';
+    return name;
+}
+
 /// The instance of the design in the wrapper.
 QString designInstance(const Design& design, const QString& module, const QString& parameters)
 {
     QStringList connections;
     for (const DesignSignal& port : portsOf(design))
         connections += connection(escaped(port.flatName), escaped(port.flatName));
-    return escaped(module) + parameters + kInstance + " (\n" + connections.join(",\n") + "\n);\n";
+    return escaped(module) + parameters + instanceName(design, "design") + " (\n"
+        + connections.join(",\n") + "\n);\n";
 }
 
 bool isOutput(const QString& pad) { return pad.endsWith("_o"); }
@@ -57,7 +67,10 @@ QString moduleHead(const QString& name, const QStringList& ports)
 }
 
 /// The wire of a watched net; its bits count from 0 for any range of the net.
-QString wireName(const DesignSignal& signal) { return kInstance + ('.' + signal.flatName); }
+QString wireName(const QString& instance, const DesignSignal& signal)
+{
+    return escaped(instance + '.' + signal.flatName);
+}
 
 /// How a net is referred to from outside; null when Yosys joins the wires.
 using NetPath = std::function<QString(const DesignSignal& signal)>;
@@ -65,12 +78,13 @@ using NetPath = std::function<QString(const DesignSignal& signal)>;
 QString watchedWires(
     const Design& design, const QVector<WatchedBit>& watched, const NetPath& pathOf)
 {
+    const QString instance = instanceName(design, "design");
     QMap<int, QString> wires; // by signal
     for (const WatchedBit& bit : watched) {
         const DesignSignal& signal = design.items.at(bit.bit.signal);
         const QString range
             = signal.width > 1 ? QString("[%1:0] ").arg(signal.width - 1) : QString();
-        const QString wire = "wire " + range + escaped(wireName(signal));
+        const QString wire = "wire " + range + wireName(instance, signal);
         wires[bit.bit.signal] = pathOf ? wire + "= " + pathOf(signal) + ";\n"
                                        : "(* hierconn, keep *) " + wire + ";\n";
     }
@@ -78,29 +92,31 @@ QString watchedWires(
 }
 
 /// The path through the scopes of the sources, from an instance of the top.
-NetPath pathBelow(const QString& instance, const DesignSources& sources)
+NetPath pathBelow(const QString& instance, const Design& design, const DesignSources& sources)
 {
-    return [instance, scan = SourceScan(sources.files)](const DesignSignal& signal) {
-        return instance + '.' + scan.reference(signal.flatName);
+    return [instance, top = design.top.size() + 1, scan = SourceScan(sources.files)](
+               const DesignSignal& signal) {
+        return instance + '.' + scan.reference(signal.path.mid(top));
     };
 }
 
 QString analyzerInstance(
     const Design& design, const QVector<WatchedBit>& watched, const QStringList& pads)
 {
+    const QString instance = instanceName(design, "design");
     QStringList connections;
     for (const WatchedBit& bit : watched) {
         const DesignSignal& signal = design.items.at(bit.bit.signal);
         const QString index
             = signal.width > 1 ? '[' + QString::number(bit.bit.position) + ']' : QString();
-        connections += connection(escapedSignalName(bit.name), escaped(wireName(signal)) + index);
+        connections += connection(escapedSignalName(bit.name), wireName(instance, signal) + index);
     }
     constexpr const char* kPads[] = {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
     for (int i = 0; i < 4; ++i) {
         const QString unused = isOutput(kPads[i]) ? "" : "1'b0";
         connections += connection(kPads[i], pads.value(i).isEmpty() ? unused : escaped(pads.at(i)));
     }
-    return "qx_oxa u_oxa (\n" + connections.join(",\n") + "\n);\n";
+    return "qx_oxa " + instanceName(design, "oxa") + " (\n" + connections.join(",\n") + "\n);\n";
 }
 
 }
@@ -140,7 +156,8 @@ QByteArray wrapperText(const Design& design, const QString& name,
         : designInstance(design, renamedTop(design), {});
     return ("// Written by oxa attach: the design and its analyzer.\n" + moduleHead(name, ports)
         + instance
-        + watchedWires(design, watched, byPath ? pathBelow(kInstance, request.sources) : NetPath())
+        + watchedWires(design, watched,
+            byPath ? pathBelow(instanceName(design, "design"), design, request.sources) : NetPath())
         + analyzerInstance(design, watched, request.pads) + "endmodule\n")
         .toUtf8();
 }
@@ -150,7 +167,7 @@ QByteArray besideText(const Design& design, const QString& instance,
 {
     const NetPath flat
         = [&](const DesignSignal& signal) { return instance + '.' + escaped(signal.flatName); };
-    return (watchedWires(design, watched, isFlat ? flat : pathBelow(instance, sources))
+    return (watchedWires(design, watched, isFlat ? flat : pathBelow(instance, design, sources))
         + analyzerInstance(design, watched, AttachRequest().pads))
         .toUtf8();
 }

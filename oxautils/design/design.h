@@ -69,6 +69,7 @@ struct OXAUTILS_EXPORT Design {
     QVector<DesignSignal> items; ///< sorted by path, numbers in it by value
     QStringList clocks; ///< of registers, each by its shortest name
     QHash<QString, int> clockNets; ///< every name of a clock's net, and its position in `clocks`
+    QStringList kept; ///< modules and instances with the attribute keep_hierarchy
     QStringList warnings; ///< lines to show
 
     /// "rising edge of soc/clk" for a register.

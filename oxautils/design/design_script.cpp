@@ -18,7 +18,6 @@ namespace {
 
 constexpr char kCommands[] = "commands.tcl";
 constexpr char kLog[] = "log.txt";
-constexpr char kKept[] = "kept.txt";
 constexpr char kFromVhdl[] = "vhdl.v";
 constexpr int kVhdlSeconds = 600;
 
@@ -134,9 +133,6 @@ void DesignScript::addHierarchy(const DesignSources& sources)
 
 void DesignScript::addUnkeeping()
 {
-    if (m_directory.isValid())
-        add("tee",
-            {"-q", "-o", path(kKept), "select", "-list", "A:keep_hierarchy", "a:keep_hierarchy"});
     add("setattr", {"-mod", "-unset", "keep_hierarchy", "*"});
     add("setattr", {"-unset", "keep_hierarchy", "*"});
 }
@@ -203,7 +199,7 @@ bool DesignScript::plainText(QByteArray& text, QString* error) const
 {
     static const QRegularExpression special(R"([^\w./:,+=@%*$\[\]\\-])");
     for (const QStringList& command : m_commands) {
-        if (command.first() == "log" || command.first() == "tee")
+        if (command.first() == "log")
             continue;
         for (const QString& word : command) {
             if (special.match(word).hasMatch())
@@ -215,20 +211,6 @@ bool DesignScript::plainText(QByteArray& text, QString* error) const
         text += command.join(' ').toUtf8() + '\n';
     }
     return true;
-}
-
-QStringList DesignScript::keptModules() const
-{
-    QFile file(path(kKept));
-    QStringList lines;
-    if (file.open(QIODevice::ReadOnly)) {
-        for (const QString& name :
-            QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts))
-            lines += QString("%1 has keep_hierarchy, but is flattened, so that "
-                             "its signals can be watched")
-                         .arg(shownText(name));
-    }
-    return lines;
 }
 
 }

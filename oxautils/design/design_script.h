@@ -48,9 +48,6 @@ public:
     /// `error`, for words that cannot be in such a script.
     bool plainText(QByteArray& text, QString* error) const;
 
-    /// Lines to show: the modules with keep_hierarchy.
-    QStringList keptModules() const;
-
     /// `path` as a word for one file.
     static QString fileWord(const QString& path);
 

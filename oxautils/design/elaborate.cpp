@@ -91,10 +91,20 @@ private:
     {
         DesignSignal signal = item.signal;
         signal.path = path + '/' + m_escapes.components(item.name).join('/');
-        signal.flatName = flatPrefix + item.name;
+        signal.flatName = freeName(flatPrefix + item.name);
         if (!flatPrefix.isEmpty())
             signal.direction = DesignSignal::Inside;
         m_items.emplace_back(std::move(signal), first + item.first);
+    }
+
+    // Flattening gives a net of a module below another name when there is one of its name above.
+    QString freeName(const QString& name)
+    {
+        QString result = name;
+        for (int i = 1; m_flatNames.contains(result); ++i)
+            result = name + '_' + QString::number(i);
+        m_flatNames.insert(result);
+        return result;
     }
 
     void addInstance(const RtlilModule::Instance& instance, int first, const QString& path,
@@ -180,7 +190,7 @@ private:
 
     void sortItems()
     {
-        std::sort(m_items.begin(), m_items.end(),
+        std::stable_sort(m_items.begin(), m_items.end(),
             [](const auto& a, const auto& b) { return naturallyLess(a.first.path, b.first.path); });
         m_design.items.reserve(int(m_items.size()));
         for (auto& item : m_items)
@@ -193,17 +203,14 @@ private:
                                      .arg(shownText(box));
     }
 
-    // A hierarchical reference has declared a wire of the same path. Flattening then renames the
-    // net that it refers to.
+    // A hierarchical reference has declared a wire of the same path, which comes first. The net
+    // that it refers to is wanted.
     void addSorted(DesignSignal signal)
     {
-        if (m_design.items.isEmpty() || m_design.items.last().path != signal.path) {
-            m_design.items += std::move(signal);
-            return;
-        }
-        if (signal.isRegister() || signal.width > 1)
+        if (!m_design.items.isEmpty() && m_design.items.last().path == signal.path)
             m_design.items.last() = std::move(signal);
-        m_design.items.last().flatName += "_1";
+        else
+            m_design.items += std::move(signal);
     }
 
     const RtlilDesign& m_modules;
@@ -213,6 +220,7 @@ private:
     std::vector<std::pair<DesignSignal, int>> m_items; // with their first bits
     std::vector<RtlilModule::Register> m_registers;
     std::vector<std::pair<QString, int>> m_clockNets; // names and sets
+    QSet<QString> m_flatNames;
     QSet<QString> m_boxes;
     int m_depth = 0;
     bool m_fits = true;

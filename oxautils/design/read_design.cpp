@@ -44,7 +44,9 @@ bool readDesign(
     const SourceScan scan(sources.files);
     design = Design();
     design.warnings = scan.warnings() + brokenReferences(script.warnings());
-    if (readRtlil(script.path(kNetlist), modules) && elaborate(modules, scan, design))
+    const bool ok = readRtlil(script.path(kNetlist), modules) && elaborate(modules, scan, design);
+    design.kept = modules.kept;
+    if (ok)
         return true;
     return fail(error, "cannot read the design that Yosys wrote");
 }

@@ -109,8 +109,17 @@ private:
     void takeModule(const QByteArray& name)
     {
         m_module = &m_design.modules[name];
+        m_name = name;
+        m_isBox = m_attributes.contains("\\blackbox") || m_attributes.contains("\\whitebox");
         if (m_attributes.contains("\\top"))
             m_design.top = name;
+        takeKept(name);
+    }
+
+    void takeKept(const QByteArray& name)
+    {
+        if (m_attributes.contains("\\keep_hierarchy"))
+            m_design.kept += shownName(name);
     }
 
     void takeInModule(const QByteArray& word, Line& line)
@@ -146,7 +155,8 @@ private:
         const RtlilModule::Wire wire {m_module->bitCount, signal.width};
         m_module->bitCount += signal.width;
         m_module->wires.insert(word, wire);
-        if (word.startsWith('\\'))
+        // The variables of a function are different ones at each call.
+        if (word.startsWith('\\') && !word.contains("$func$"))
             addItem(word, signal, wire.first);
     }
 
@@ -219,6 +229,7 @@ private:
         m_outputs.clear();
         m_falling = false;
         const QByteArray name = line.word();
+        takeKept(m_name + '/' + name.mid(1));
         m_isRegister = m_type.startsWith('$') && m_type.toLower().contains("dff");
         m_isInstance = m_type.startsWith('\\') || m_type.startsWith("$paramod");
         if (m_type.startsWith("$_")) // "$_DFFE_PN_": the clock's edge is the first letter
@@ -249,6 +260,8 @@ private:
     {
         if (!m_inCell) {
             m_module = nullptr;
+            if (m_isBox && m_name != m_design.top) // stays a cell when the design is flattened
+                m_design.modules.remove(m_name);
             return;
         }
         m_inCell = false;
@@ -299,6 +312,8 @@ private:
 
     RtlilDesign& m_design;
     RtlilModule* m_module = nullptr; // being read
+    QByteArray m_name; // of it
+    bool m_isBox = false; // it has no content that can be reached
     QHash<QByteArray, QByteArray> m_attributes; // of the next object
     QHash<QByteArray, QString> m_files;
     bool m_inCell = false; // the state of that cell:

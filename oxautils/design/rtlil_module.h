@@ -44,10 +44,11 @@ struct RtlilModule {
     int bitCount = 0;
 };
 
-/// The modules of a design by name, and its top.
+/// The modules of a design by name, without black boxes, and its top.
 struct RtlilDesign {
     QHash<QByteArray, RtlilModule> modules;
     QByteArray top;
+    QStringList kept; ///< modules and instances with the attribute keep_hierarchy
 };
 
 /// Reads the file `path` that Yosys wrote; false when it is not such a file.

@@ -1,6 +1,5 @@
 #include "oxautils/design/source_scan.h"
 
-#include "oxautils/check/verilog_names.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QFile>
@@ -59,7 +58,7 @@ void SourceScan::scan(const QString& file, const QByteArray& text)
             while (at < text.size() && !isSpace(text.at(at)))
                 ++at;
             const QByteArray name = text.mid(begin + 1, at - begin - 1);
-            if (name.contains('.') || name.contains('['))
+            if (name.contains('.') || name.contains('[') || name.contains('/'))
                 m_escaped.insert(QString::fromUtf8(name));
         } else if (isWordCharacter(text.at(at))) {
             while (at < text.size() && isWordCharacter(text.at(at)))
@@ -74,13 +73,13 @@ void SourceScan::scan(const QString& file, const QByteArray& text)
     }
 }
 
-QStringList SourceScan::components(const QString& text) const
+QStringList SourceScan::components(const QString& text, QChar separator) const
 {
     QStringList components;
     for (int begin = 0; begin <= text.size();) {
-        int end = text.indexOf('.', begin);
+        int end = text.indexOf(separator, begin);
         for (int last = text.size(); last > end && end >= 0 && !m_escaped.isEmpty();
-             last = text.lastIndexOf('.', last - 1 - text.size())) {
+             last = text.lastIndexOf(separator, last - 1 - text.size())) {
             if (m_escaped.contains(text.mid(begin, last - begin)))
                 end = last;
         }
@@ -92,15 +91,16 @@ QStringList SourceScan::components(const QString& text) const
     return components;
 }
 
-QString SourceScan::reference(const QString& text) const
+// Names are escaped all the same: some are keywords of SystemVerilog.
+QString SourceScan::reference(const QString& path) const
 {
-    static const QRegularExpression simple(R"(^([A-Za-z_][A-Za-z0-9_$]*)(\[\d+\])*$)");
+    static const QRegularExpression indexed(R"(^([A-Za-z_][A-Za-z0-9_$]*)((\[-?\d+\])+)$)");
     QStringList words;
-    for (const QString& component : components(text)) {
-        const QRegularExpressionMatch match = simple.match(component);
-        const bool plain = match.hasMatch() && !m_escaped.contains(component)
-            && nameComplaint(match.captured(1)).isEmpty();
-        words += plain ? component : '\\' + component + ' ';
+    for (const QString& component : components(path, '/')) {
+        const QRegularExpressionMatch match = indexed.match(component);
+        words += match.hasMatch() && !m_escaped.contains(component)
+            ? '\\' + match.captured(1) + ' ' + match.captured(2)
+            : '\\' + component + ' ';
     }
     return words.join('.');
 }

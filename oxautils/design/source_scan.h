@@ -16,10 +16,10 @@ public:
 
     /// The scopes and the name in a component of a flattened path: "lane[0].u" is two, the escaped
     /// name \a.b of a source is one.
-    QStringList components(const QString& text) const;
+    QStringList components(const QString& text, QChar separator = '.') const;
 
-    /// The path as a reference in Verilog: "lane[0].u.\\a.b ".
-    QString reference(const QString& text) const;
+    /// The path "lane[0]/u/a.b" as a reference in Verilog: "\\lane [0].\\u .\\a.b ".
+    QString reference(const QString& path) const;
 
     /// A line to show for each `bind`, which Yosys reads and ignores.
     QStringList warnings() const { return m_warnings; }
@@ -27,7 +27,7 @@ public:
 private:
     void scan(const QString& file, const QByteArray& text);
 
-    QSet<QString> m_escaped; // names with a '.' or a '['
+    QSet<QString> m_escaped; // names with a '.', a '[' or a '/'
     QStringList m_warnings;
 };
 

@@ -60,6 +60,7 @@ module top #(parameter W = 1, N = 1) (input c0, input c1, input [W:1] a, output 
     reg [7:0] words [0:3];
     always @(posedge c0) words[a[1]] <= {8{a[1]}};
     wire word = words[a[1]][3];
+    wire \m.id.chain = !a[1];
 endmodule
 )";
 
@@ -118,10 +119,11 @@ RandomDesign randomDesign(QRandomGenerator& random, bool small = false)
     const QString mid = "top/m.id/";
     const QString reference = "\\m.id .";
     design.nets = {
-        {"top/a",       "a",                 width,           1        },
-        {"top/y",       "y",                 0,               width - 1},
-        {"top/word",    "word",              0,               0        },
-        {mid + "chain", reference + "chain", design.bits - 1, 0        }
+        {"top/a",          "a",                 width,           1        },
+        {"top/y",          "y",                 0,               width - 1},
+        {"top/m.id.chain", "\\m.id.chain ",     0,               0        },
+        {"top/word",       "word",              0,               0        },
+        {mid + "chain",    reference + "chain", design.bits - 1, 0        }
     };
     for (int i = 0; i < lanes; ++i) {
         const QString lane = QString("lane[%1]").arg(i);
@@ -226,6 +228,7 @@ void TestOxaAttach::attach(const QString& form, const RandomDesign& design)
                                                : QStringList();
     const Result result = oxa(attachCall(QStringList {"--as", form} + more));
     QVERIFY2(result.status == 0, qPrintable(result.err));
+    QCOMPARE(result.err.contains("has keep_hierarchy"), form != "hierarchical");
     writeFile(path("list"), result.out.toUtf8());
     if (form == "yosys") {
         // Icarus would take minutes for the gates of a large design.
@@ -341,7 +344,7 @@ void TestOxaAttach::proofs()
     QRandomGenerator random {5};
     const RandomDesign design = randomDesign(random, true);
     writeFile(path("d.v"), design.verilog);
-    writeConfiguration({"top/word", "top/m.id/lane[0]/even/u/up[0]"});
+    writeConfiguration({"top/word", "top/m.id.chain", "top/m.id/lane[0]/even/u/up[0]"});
     const struct {
         const char *form, *file, *from, *to, *open;
     } rows[] = {

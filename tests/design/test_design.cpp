@@ -136,9 +136,10 @@ void TestDesign::everyKindOfSignal()
         QVERIFY2(all.contains(expected), qPrintable(QString(expected) + "\n" + all.join('\n')));
     QVERIFY(all.indexOf("top/m/lane[2]/u/clk wire") < all.indexOf("top/m/lane[10]/u/clk wire"));
     QCOMPARE(m_design.clocks, QStringList({"top/clk", "top/clk2"}));
-    QCOMPARE(m_design.warnings.size(), 2);
+    QCOMPARE(m_design.warnings.size(), 3);
     QVERIFY(m_design.warnings.at(0).contains("traps.sv:47: `bind` is ignored"));
     QVERIFY(m_design.warnings.at(1).contains("module \"foreign\" is not in the sources"));
+    QVERIFY(m_design.warnings.at(2).contains("module \"hollow\" is not in the sources"));
 }
 
 void TestDesign::names()
