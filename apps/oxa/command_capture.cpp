@@ -35,15 +35,13 @@ constexpr double kMost = 1e9; // samples, windows or seconds
 constexpr double kLeastTimeout = 0.001; // s
 constexpr double kSlowestClock = 1; // Hz, the least rate of a sigrok session
 constexpr double kFastestClock = 1e12; // Hz
-constexpr double kSlowestBaud = 300;
-constexpr double kFastestBaud = 4e6;
 
 struct Options {
     QString file;
     QString openocd = kOpenOcdAddress;
     QString tap;
     QString serial;
-    int baud = kUsualBaud;
+    int baud = OXA::kUsualBaud;
     std::vector<int> cores;
     QString output;
     double timeout = 0; // s; 0: none
@@ -258,7 +256,7 @@ void addLinkOptions(CLI::App& command, Options& options)
         .add_option("--baud", options.baud,
             "Bits a second at which the analyzer's port starts, as it was generated (default:"
             " 115200); the rate is then raised as far as both ends can follow")
-        ->check(between(kSlowestBaud, kFastestBaud))
+        ->check(between(OXA::kLeastBaud, OXA::kMostBaud))
         ->needs(serial)
         ->type_name("N");
     command.add_option("--core", options.cores, "Arm only this core; may be repeated")

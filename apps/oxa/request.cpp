@@ -10,8 +10,6 @@ namespace {
 
 constexpr int kLeastClockHz = 10000;
 constexpr int kMostClockHz = 500000000;
-constexpr int kLeastBaud = 300;
-constexpr int kMostBaud = 4000000;
 
 }
 
@@ -35,7 +33,7 @@ void addTargetOptions(CLI::App& command, RequestOptions& options)
     command
         .add_option("--baud", options.uart.baud,
             "Bits a second at which --link uart starts (default: 115200)")
-        ->check(CLI::Range(kLeastBaud, kMostBaud))
+        ->check(CLI::Range(OXA::kLeastBaud, OXA::kMostBaud))
         ->type_name("N")
         ->needs("--link");
 }

@@ -2,6 +2,7 @@
 #define OXACAPTURE_SIMULATOR_SERIAL_PADS_H
 
 #include "oxacapture/target/stream_socket.h"
+#include "oxautils/generate/uart_defines.h"
 
 #include <QByteArray>
 
@@ -12,7 +13,7 @@ namespace OXA_CAPTURE {
 class SerialPads {
 public:
     /// The analyzer's port starts at this rate; the simulated clock allows twice as much.
-    static constexpr int kBaud = 115200;
+    static constexpr int kBaud = OXA::kUsualBaud;
     static constexpr int kClockHz = 16 * kBaud;
 
     SerialPads() = default;

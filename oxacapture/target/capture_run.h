@@ -4,6 +4,7 @@
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/openocd_link.h"
 #include "oxacapture/target/serial_link.h"
+#include "oxautils/generate/uart_defines.h"
 
 #include <QDeadlineTimer>
 
@@ -15,7 +16,7 @@ struct ChipAddress {
     QString tap; ///< the device in the chain; empty: the one that has an analyzer
     QString tapOption; ///< the option that selects the device, for messages: "--tap"
     QString serial; ///< the serial port of an analyzer with a UART link, instead of OpenOCD
-    int baud = kUsualBaud; ///< bits a second at which this analyzer's port starts
+    int baud = OXA::kUsualBaud; ///< bits a second at which this analyzer's port starts
 };
 
 /// How the cores of a run start and end.

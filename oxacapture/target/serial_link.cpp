@@ -1,5 +1,7 @@
 #include "oxacapture/target/serial_link.h"
 
+#include "oxautils/generate/uart_defines.h"
+
 #include <QElapsedTimer>
 #include <QSerialPort>
 
@@ -27,7 +29,6 @@ constexpr int kLeastChunk = 16;
 constexpr int kFirstChunk = 1024;
 
 constexpr int kFastestStep = 7;
-constexpr int kFastest = 4000000; // bits a second, for which USB adapters are made
 constexpr int kLeastPatience = 50; // ms; an adapter may keep characters back for 16
 constexpr int kFirstPatience = 500; // ms
 constexpr int kMostPatience = 4000; // ms
@@ -95,14 +96,11 @@ struct SerialLink::Frame {
 SerialLink::SerialLink() = default;
 SerialLink::~SerialLink() = default;
 
-int SerialLink::rate() const { return m_port && m_port->isOpen() ? m_baud << m_step : 0; }
-
 bool SerialLink::connectTo(const QString& device, int baud)
 {
     m_device = device;
     m_baud = baud;
     m_step = 0;
-    m_counts = {};
     m_patience = kFirstPatience;
     m_silences = kMostSilences - kFirstSilences;
     m_zeros = kFirstChunk;
@@ -116,7 +114,6 @@ bool SerialLink::connectTo(const QString& device, int baud)
 
 bool SerialLink::send(const QByteArray& bytes)
 {
-    m_counts.characters += bytes.size();
     m_port->write(bytes);
     while (m_port->bytesToWrite() > 0) {
         if (!m_goesOn())
@@ -148,7 +145,6 @@ bool SerialLink::receive(int size, QByteArray& bytes, int& lag)
             lag = std::max(lag, int(silence.restart()));
         bytes += more;
     }
-    m_counts.characters += bytes.size();
     return true;
 }
 
@@ -173,7 +169,7 @@ bool SerialLink::receiveAnswer(char head, int size, QByteArray& answer, int& lag
     return true;
 }
 
-SerialLink::Outcome SerialLink::exchange(const Frame& frame, QByteArray& data)
+SerialLink::Outcome SerialLink::exchange(const Frame& frame, QByteArray* data)
 {
     m_number = (m_number + 1) & kNumbers;
     const char head = char(frame.flags | m_number);
@@ -182,17 +178,16 @@ SerialLink::Outcome SerialLink::exchange(const Frame& frame, QByteArray& data)
     request += char(frame.literals.size() << 4 | frame.zeros >> 8);
     request += char(frame.zeros & 0xff);
     request += frame.literals;
-    ++m_counts.frames;
     QByteArray answer;
     int lag = 0;
     if (!send(kSync + withSum(request)) || !receiveAnswer(head, frame.answerSize(), answer, lag))
         return Outcome::Failed;
     if (!answer.isEmpty()) {
-        data = answer.mid(1, frame.answerSize());
+        if (data)
+            *data = answer.mid(1, frame.answerSize());
         m_patience = std::min(std::max(kLeastPatience, kLags * lag), kMostPatience);
         return Outcome::Taken;
     }
-    ++m_counts.repeats;
     m_patience = std::min(2 * m_patience, kMostPatience);
     if (m_silences < kMostSilences)
         return Outcome::Lost;
@@ -209,10 +204,9 @@ bool SerialLink::repeat(const Frame& frame)
         // At a framing error the analyzer returns to its first rate. Zeros at that rate are one.
         if (attempt % kSameRate == kSameRate - 1 && m_step > 0 && !setStep(0))
             return false;
-        QByteArray data;
         if (!send(QByteArray(kMostFrame, '\0')))
             return false;
-        const Outcome outcome = exchange(frame, data);
+        const Outcome outcome = exchange(frame);
         if (outcome == Outcome::Failed)
             return false;
         if (outcome == Outcome::Taken)
@@ -223,13 +217,7 @@ bool SerialLink::repeat(const Frame& frame)
 }
 
 // The zero pushes what a damaged frame has shifted out of where it could be a command.
-bool SerialLink::reset()
-{
-    Frame frame;
-    frame.flags = kEnds;
-    frame.zeros = 1;
-    return repeat(frame);
-}
+bool SerialLink::reset() { return repeat({kEnds, {}, 1}); }
 
 bool SerialLink::scanIr(const BitString&) { return true; }
 
@@ -243,23 +231,16 @@ bool SerialLink::setStep(int step)
 // Whether frames arrive. The zeros that they shift address nothing.
 bool SerialLink::works()
 {
-    Frame frame;
-    frame.zeros = kTestedZeros;
-    QByteArray data;
     int taken = 0;
     for (int test = 0; test < 2 * kRateTests && taken < kRateTests && test - taken < kRateTests;
          ++test)
-        taken += exchange(frame, data) == Outcome::Taken ? 1 : 0;
+        taken += exchange({0, {}, kTestedZeros}) == Outcome::Taken ? 1 : 0;
     return taken == kRateTests;
 }
 
 SerialLink::Outcome SerialLink::tryStep(int step)
 {
-    Frame frame;
-    frame.flags = kSetsRate;
-    frame.zeros = step;
-    QByteArray data;
-    const Outcome outcome = exchange(frame, data);
+    const Outcome outcome = exchange({kSetsRate, {}, step});
     if (outcome != Outcome::Taken)
         return outcome;
     const int before = m_step;
@@ -271,7 +252,7 @@ SerialLink::Outcome SerialLink::tryStep(int step)
 
 bool SerialLink::raiseRate(int most)
 {
-    for (int step = m_step + 1; step <= most && m_baud << step <= kFastest; ++step) {
+    for (int step = m_step + 1; step <= most && m_baud << step <= OXA::kMostBaud; ++step) {
         const Outcome outcome = tryStep(step);
         if (outcome == Outcome::Failed)
             return false;
@@ -306,7 +287,7 @@ SerialLink::Outcome SerialLink::shiftOnce(const QByteArray& out, QByteArray& in)
     for (int at = 0; at < out.size();) {
         const Frame frame = nextFrame(out, at, in.size());
         QByteArray data;
-        const Outcome outcome = exchange(frame, data);
+        const Outcome outcome = exchange(frame, &data);
         if (outcome != Outcome::Taken)
             return outcome;
         in += data;
@@ -336,10 +317,8 @@ bool SerialLink::shift(const QByteArray& out, QByteArray& in)
 
 bool SerialLink::endScan()
 {
-    Frame frame;
-    frame.flags = kEnds;
-    QByteArray data;
-    const Outcome outcome = exchange(frame, data);
+    const Frame frame {kEnds, {}, 0};
+    const Outcome outcome = exchange(frame);
     return outcome == Outcome::Taken || (outcome == Outcome::Lost && repeat(frame));
 }
 

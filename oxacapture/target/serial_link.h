@@ -12,9 +12,6 @@ class QSerialPort;
 
 namespace OXA_CAPTURE {
 
-/// Bits a second at which an analyzer's serial port starts, unless it was built for others.
-constexpr int kUsualBaud = 115200;
-
 /// A serial port to an analyzer that was generated with a UART link (docs/uart-protocol.md).
 ///
 /// Lost, doubled and damaged characters are detected, and what they concern is sent again. The
@@ -32,17 +29,6 @@ public:
     /// `baud` bits a second. Then doubles the rate as often as both ends can follow.
     bool connectTo(const QString& device, int baud);
 
-    /// The rate that is used, in bits a second; 0 when not connected.
-    int rate() const;
-
-    /// Characters sent and received since the connection, and frames sent again.
-    struct Counts {
-        qint64 characters = 0;
-        qint64 frames = 0;
-        qint64 repeats = 0;
-    };
-    const Counts& counts() const { return m_counts; }
-
     bool reset() override;
     bool scanIr(const BitString& out) override;
     bool scanDr(const BitString& out, BitString* in) override;
@@ -58,7 +44,7 @@ private:
     bool send(const QByteArray& bytes);
     bool receive(int size, QByteArray& bytes, int& lag);
     bool receiveAnswer(char head, int size, QByteArray& answer, int& lag);
-    Outcome exchange(const Frame& frame, QByteArray& data);
+    Outcome exchange(const Frame& frame, QByteArray* data = nullptr);
     Frame nextFrame(const QByteArray& out, int at, int received) const;
     Outcome shiftOnce(const QByteArray& out, QByteArray& in);
     bool shift(const QByteArray& out, QByteArray& in);
@@ -78,7 +64,6 @@ private:
     int m_patience = 0; // ms without a character
     int m_silences = 0; // in a row: frames without any answer
     int m_zeros = 0; // bytes of zeros in a frame
-    Counts m_counts;
 };
 
 }

@@ -7,10 +7,16 @@
 
 namespace OXA {
 
+/// Bits a second of a UART link: at which it starts, unless it is generated for others, and what
+/// serial ports are made for.
+constexpr int kUsualBaud = 115200;
+constexpr int kLeastBaud = 300;
+constexpr int kMostBaud = 4000000;
+
 /// Of the UART link of an analyzer.
 struct UartRates {
     int clockHz = 0; ///< of the clock that it runs from
-    int baud = 115200; ///< bits a second at which its port starts
+    int baud = kUsualBaud; ///< bits a second at which its port starts
 };
 
 /// Writes the file that the Verilog of a UART link includes into the work directory. False, with
