@@ -77,9 +77,10 @@ bool Attachment::read(QString* error)
     m_warnings = m_design.warnings;
     if (!findBits(error))
         return false;
+    const QStringList pads = addedPads(m_request);
     QStringList inputs;
     for (const DesignSignal& port : portsOf(m_design)) {
-        if (addedPads(m_request).contains(port.flatName))
+        if (pads.contains(port.flatName))
             return fail(error,
                 QString("the top has a port %1 already; the analyzer's pads have this name")
                     .arg(port.flatName));

@@ -22,6 +22,9 @@ struct WatchedBit {
     DesignBit bit;
 };
 
+/// The ports of `qx_oxa` for TMS, TCK, TDI and TDO.
+OXAUTILS_EXPORT QStringList jtagPads();
+
 /// The analyzer and the design that it is attached to.
 struct OXAUTILS_EXPORT AttachRequest {
     DesignSources sources;
@@ -31,7 +34,7 @@ struct OXAUTILS_EXPORT AttachRequest {
     QStringList primitives; ///< Verilog of the cells that it uses; only their ports matter
     /// The wrapper's ports that are connected to the analyzer's pads of TMS, TCK, TDI and TDO, with
     /// empty names for pads that are not used. A name that the top has, too, is that port.
-    QStringList pads {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
+    QStringList pads = jtagPads();
     bool sharesClock = false; ///< the second pad is a port of the top, the clock of a UART link
     QString workDir; ///< for all output; has to exist
 };

@@ -111,15 +111,18 @@ QString analyzerInstance(
             = signal.width > 1 ? '[' + QString::number(bit.bit.position) + ']' : QString();
         connections += connection(escapedSignalName(bit.name), wireName(instance, signal) + index);
     }
-    constexpr const char* kPads[] = {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"};
-    for (int i = 0; i < 4; ++i) {
-        const QString unused = isOutput(kPads[i]) ? "" : "1'b0";
-        connections += connection(kPads[i], pads.value(i).isEmpty() ? unused : escaped(pads.at(i)));
+    const QStringList ports = jtagPads();
+    for (int i = 0; i < ports.size(); ++i) {
+        const QString unused = isOutput(ports.at(i)) ? "" : "1'b0";
+        connections
+            += connection(ports.at(i), pads.value(i).isEmpty() ? unused : escaped(pads.at(i)));
     }
     return "qx_oxa " + instanceName(design, "oxa") + " (\n" + connections.join(",\n") + "\n);\n";
 }
 
 }
+
+QStringList jtagPads() { return {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"}; }
 
 // The analyzer's pads that are ports of the wrapper alone.
 QStringList addedPads(const AttachRequest& request)
@@ -168,7 +171,7 @@ QByteArray besideText(const Design& design, const QString& instance,
     const NetPath flat
         = [&](const DesignSignal& signal) { return instance + '.' + escaped(signal.flatName); };
     return (watchedWires(design, watched, isFlat ? flat : pathBelow(instance, design, sources))
-        + analyzerInstance(design, watched, AttachRequest().pads))
+        + analyzerInstance(design, watched, jtagPads()))
         .toUtf8();
 }
 
