@@ -13,8 +13,6 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kPoll = 100; // ms between questions whether to go on
-
 QStringList absolute(const QStringList& paths)
 {
     QStringList all;
@@ -60,13 +58,8 @@ public:
         QString instance;
         if (!compileDesign(error) || !findInstance(instance, error))
             return false;
-        SimulatedTarget::Design design;
-        design.dirs = m_simulation.dirs;
-        design.arg = m_simulation.arg;
-        design.arg.workDir = m_simulation.workDir + "/generated";
-        design.workDir = m_simulation.workDir;
-        for (const CorePlan& core : cores)
-            design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
+        SimulatedTarget::Design design(
+            m_simulation.dirs, m_simulation.arg, m_simulation.workDir, cores);
         design.bench = arguments() + QStringList {"-s", rootOf(instance)};
         const QByteArray analyzer = m_attachment.besideDesign(instance, m_isFlat);
         return target.build(design, testbench(analyzer), [this] { return goesOn("compiling"); })
@@ -136,13 +129,8 @@ private:
                 "+oxa_find=" + top});
         if (!vvp.waitForStarted(-1))
             return OXA::fail(error, "vvp does not start (package iverilog): " + vvp.errorString());
-        while (!vvp.waitForFinished(kPoll) && vvp.state() != QProcess::NotRunning) {
-            if (goesOn("looking for the design"))
-                continue;
-            vvp.kill();
-            vvp.waitForFinished(-1);
+        if (!finishes(vvp, [this] { return goesOn("looking for the design"); }))
             return OXA::fail(error, {});
-        }
         QStringList found;
         const QByteArray mark = "oxa_target: instance ";
         for (const QByteArray& line : vvp.readAllStandardOutput().split('\n')) {

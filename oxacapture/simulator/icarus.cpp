@@ -13,7 +13,7 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr int kCompilePoll = 100; // ms between calls of `goesOn`
+constexpr int kPoll = 100; // ms between calls of `goesOn`
 constexpr int kLogLines = 20; // of the compiler's log that are shown
 
 /// The beginning of the compiler's log, and how much more there is.
@@ -83,6 +83,18 @@ QString compilerFailure(const QProcess& iverilog, const QString& log)
 
 }
 
+bool finishes(QProcess& process, const std::function<bool()>& goesOn)
+{
+    while (!process.waitForFinished(kPoll) && process.state() != QProcess::NotRunning) {
+        if (goesOn())
+            continue;
+        process.kill();
+        process.waitForFinished(-1);
+        return false;
+    }
+    return true;
+}
+
 bool compileVerilog(const QStringList& arguments, const QString& workDir,
     const std::function<bool()>& goesOn, QString* error)
 {
@@ -109,13 +121,8 @@ bool compileVerilog(const QStringList& arguments, const QString& workDir,
     if (!iverilog.waitForStarted(-1))
         return OXA::fail(
             error, "iverilog does not start (package iverilog): " + iverilog.errorString());
-    while (!iverilog.waitForFinished(kCompilePoll)) {
-        if (goesOn())
-            continue;
-        iverilog.kill();
-        iverilog.waitForFinished(-1);
+    if (!finishes(iverilog, goesOn))
         return OXA::fail(error, {});
-    }
     return (iverilog.exitStatus() == QProcess::NormalExit && iverilog.exitCode() == 0)
         || OXA::fail(error, compilerFailure(iverilog, log));
 }

@@ -5,6 +5,8 @@
 
 #include <functional>
 
+class QProcess;
+
 namespace OXA_CAPTURE {
 
 /// Compiles Verilog with Icarus: `arguments` of iverilog, whose paths are absolute. Its words go to
@@ -12,6 +14,9 @@ namespace OXA_CAPTURE {
 /// reason in `error`, which is empty when `goesOn` returned false.
 bool compileVerilog(const QStringList& arguments, const QString& workDir,
     const std::function<bool()>& goesOn, QString* error);
+
+/// Waits for the end of `process`. When `goesOn` returns false, ends it and returns false.
+bool finishes(QProcess& process, const std::function<bool()>& goesOn);
 
 }
 

@@ -4,6 +4,7 @@
 #include "oxacapture/simulator/icarus.h"
 #include "oxacapture/simulator/process_patience.h"
 #include "oxacapture/simulator/serial_pads.h"
+#include "oxacapture/trigger/core_plan.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/uart_defines.h"
 
@@ -20,6 +21,17 @@ constexpr qint64 kMostAnswer = 1 << 20; // bytes
 
 QString absolute(const QString& path) { return QFileInfo(path).absoluteFilePath(); }
 
+}
+
+SimulatedTarget::Design::Design(const SimulatorDirs& dirs, const OXA::OxaArg& arg,
+    const QString& workDir, const std::vector<CorePlan>& cores)
+    : dirs(dirs)
+    , arg(arg)
+    , workDir(workDir)
+{
+    this->arg.workDir = workDir + "/generated";
+    for (const CorePlan& core : cores)
+        names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
 }
 
 SimulatedTarget::SimulatedTarget()

@@ -16,6 +16,7 @@ namespace OXA_CAPTURE {
 
 class ProcessPatience;
 class SerialPads;
+struct CorePlan;
 
 /// Where the files that a simulation needs are installed.
 struct SimulatorDirs {
@@ -34,6 +35,10 @@ class OXACAPTURE_EXPORT SimulatedTarget {
 public:
     /// What it is built from.
     struct Design {
+        /// Of `cores`, generated below the directory `workDir`, which takes all other files.
+        Design(const SimulatorDirs& dirs, const OXA::OxaArg& arg, const QString& workDir,
+            const std::vector<CorePlan>& cores);
+
         SimulatorDirs dirs;
         OXA::OxaArg arg; ///< of the generation, into its own work directory
         QList<OXA::NameSums> names; ///< sums of names of its cores; clocks in `arg` may differ

@@ -109,15 +109,9 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
 bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const Preparation& preparation, SimulatedTarget& target, QString* error)
 {
-    SimulatedTarget::Design design;
-    design.dirs = simulation.dirs;
-    design.arg = simulation.arg;
-    design.arg.workDir = simulation.workDir + "/generated";
+    SimulatedTarget::Design design(simulation.dirs, simulation.arg, simulation.workDir, cores);
     design.netlist = simulation.netlist;
-    design.workDir = simulation.workDir;
     design.overUart = simulation.overUart;
-    for (const CorePlan& core : cores)
-        design.names += core.core ? OXA::nameSums(*core.core) : OXA::nameSums(*core.lite);
     if (!preparation.clockNames.isEmpty() && !simulation.netlist.isEmpty())
         return OXA::fail(error,
             "cannot simulate a netlist whose cores watch their sample clocks ("
