@@ -1,6 +1,6 @@
 `default_nettype none
 
-// Simulation model of the input pad's buffer.
+// The input pad's buffer: synthesis puts the device's own at a pin.
 module IBUF (
     input  wire I,
     output wire O

@@ -1,6 +1,6 @@
 `default_nettype none
 
-// Simulation model of the output pad's buffer.
+// The output pad's buffer: synthesis puts the device's own at a pin.
 module OBUF (
     input  wire I,
     output wire O

@@ -35,28 +35,25 @@ constexpr char kNoPads[] = "- - - -";
 constexpr char kUartPads[] = "- uart_clk_i uart_rx_i uart_tx_o";
 constexpr char kUart[] = "uart";
 
-#define OXA_PINS_VERILOG "pins/QX_JTAG.v pins/IBUF.v pins/OBUF.v"
-#define OXA_UART_VERILOG "uart/QX_JTAG.v uart/uart_bridge.v"
+constexpr char kPinsVerilog[] = "pins/QX_JTAG.v pins/IBUF.v pins/OBUF.v";
+constexpr FamilyLink kUartLink
+    = {kUart, kUartPads, "uart/QX_JTAG.v uart/uart_bridge.v pins/IBUF.v pins/OBUF.v", "", ""};
 
 constexpr FamilyFacts kFamilies[] = {
     {"ice40",   "Lattice iCE40",                            "synth_ice40",
-     {{"pins", kJtagPads, OXA_PINS_VERILOG, "pins/openocd.cfg",
+     {{"pins", kJtagPads, kPinsVerilog, "pins/openocd.cfg",
              "generic/tck.sdc ice40/tck.py ice40/icebreaker.pcf"},
-            {kUart, kUartPads, OXA_UART_VERILOG " pins/IBUF.v pins/OBUF.v", "", ""}}},
+            kUartLink}                                                                    },
     {"ecp5",    "Lattice ECP5",                             "synth_ecp5",
      {{"jtag", kNoPads, "ecp5/QX_JTAG.v pins/IBUF.v pins/OBUF.v", "ecp5/openocd.cfg",
              "ecp5/tck.py"},
-            {kUart, kUartPads, OXA_UART_VERILOG " pins/IBUF.v pins/OBUF.v", "", ""}}},
+            kUartLink}                                                                    },
     {"xilinx",  "Xilinx 7 series, UltraScale, UltraScale+", "synth_xilinx",
      {{"jtag", kNoPads, "xilinx/QX_JTAG.v", "xilinx/openocd.cfg", "xilinx/tck.xdc"},
-            {kUart, kUartPads, OXA_UART_VERILOG, "", ""}}                           },
+            {kUart, kUartPads, "uart/QX_JTAG.v uart/uart_bridge.v", "", ""}}              },
     {"generic", "any, with four pins to spare",             "synth",
-     {{"pins", kJtagPads, OXA_PINS_VERILOG, "pins/openocd.cfg", "generic/tck.sdc"},
-            {kUart, kUartPads, OXA_UART_VERILOG " pins/IBUF.v pins/OBUF.v", "", ""}}},
+     {{"pins", kJtagPads, kPinsVerilog, "pins/openocd.cfg", "generic/tck.sdc"}, kUartLink}},
 };
-
-#undef OXA_PINS_VERILOG
-#undef OXA_UART_VERILOG
 
 /// The row of the family named `name`; null when there is none.
 inline const FamilyFacts* familyFacts(const QString& name)
