@@ -230,7 +230,8 @@ void addTarget(CLI::App& app, Io& io, int& status)
     addText(*command, "--link", options->link,
         "jtag, for OpenOCD; or uart, a serial port for `oxa capture --serial`")
         ->check(CLI::IsMember({kJtag, kUart}))
-        ->type_name("LINK");
+        ->type_name("LINK")
+        ->excludes(bench);
     command->add_flag("--loop", options->loop, "Repeat the waveform")->excludes(bench);
     addIpDir(*command, options->inputs.request);
     command->callback([&io, &status, options] { status = run(*options, io); });
