@@ -2,6 +2,8 @@
 #define TESTS_APPS_CAPTURE_FIXTURE_H
 
 #include "oxautils/config/standard_config.h"
+#include "support/files.h"
+#include "support/oxa_program.h"
 #include "support/signals.h"
 #include "support/waveforms.h"
 
@@ -42,6 +44,19 @@ inline QByteArray countingWaveform()
         samples += QString::number(i % kRound, 2).rightJustified(10, '0')
             + QString::number(random() >> 8 & 3, 2).rightJustified(2, '0');
     return vcdOf(names, samples, {"clk", "slow"});
+}
+
+/// Writes the configuration c.oxa of one such core, and wave.vcd, into `directory`. Returns the CSV
+/// of what the model captures; empty when that fails.
+inline QByteArray modelCapture(const QString& directory)
+{
+    const QString configuration = directory + "/c.oxa";
+    writeFile(directory + "/wave.vcd", countingWaveform());
+    const auto core = countingCore(0, "clk");
+    OXA::writeOXAConfigToXml({core.get()}, configuration);
+    const Result result = oxa({"simulate", configuration, "--part", kPart, "--stimulus",
+        directory + "/wave.vcd", "--model", "-o", directory + "/live.csv"});
+    return result.status == 0 ? bytesOf(directory + "/live.csv") : QByteArray();
 }
 
 #endif

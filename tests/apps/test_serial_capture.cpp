@@ -43,15 +43,11 @@ private:
 
 void TestSerialCapture::initTestCase()
 {
-    writeFile(path("wave.vcd"), countingWaveform());
-    const auto core = countingCore(0, "clk");
-    OXA::writeOXAConfigToXml({core.get()}, path("c.oxa"));
-    const QStringList made {path("c.oxa"), "--part", kPart, "--stimulus", path("wave.vcd")};
-    QCOMPARE(
-        oxa(QStringList {"simulate"} + made + QStringList {"--model", "-o", path("c.csv")}).status,
-        0);
-    m_expected = bytesOf(path("c.csv"));
-    m_target.start(OXA_PROGRAM, QStringList {"target", "--link", "uart"} + made);
+    m_expected = modelCapture(m_dir.path());
+    QVERIFY(!m_expected.isEmpty());
+    m_target.start(OXA_PROGRAM,
+        {"target", path("c.oxa"), "--link", "uart", "--part", kPart, "--stimulus",
+            path("wave.vcd")});
     m_device = m_target.after("waits at ").split(';').first();
     QVERIFY2(!m_device.isEmpty(), m_target.said());
 }
