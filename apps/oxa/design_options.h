@@ -30,8 +30,8 @@ void addDesignOptions(CLI::App& command, DesignOptions& options);
 /// Adds --wave, which excludes them.
 void addWaveOption(CLI::App& command, DesignOptions& options);
 
-/// The sources from the options, or those listed beside `configuration`, which may be empty, changed
-/// by the options. False with the reason on `err`.
+/// The sources from the options, or those listed beside `configuration`, which may be empty,
+/// changed by the options. False with the reason on `err`.
 bool findSources(const DesignOptions& options, const QString& configuration,
     OXA::DesignSources& sources, TextOut& err);
 

@@ -9,8 +9,8 @@ namespace OXA {
 
 // The values of match units as text, in the forms that `unitFromText` describes.
 
-/// The bits of a named value, most significant first; empty when there is no such value. `known` then
-/// lists the names that there are.
+/// The bits of a named value, most significant first; empty when there is no such value. `known`
+/// then lists the names that there are.
 using NameToBits = std::function<QString(const QString& name, QStringList& known)>;
 
 /// `value` of a port of `width` signals, as text that can be read back.

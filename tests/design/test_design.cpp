@@ -44,7 +44,7 @@ constexpr Name kNames[] = {
     {"top/z[1]",              "has an index, but top/z has only one bit"                  },
     {"top/m/u/qq",
      "is not in the design; the nearest names are top/m/lane[0]/u/q[3:0], "
-     "top/m/lane[1]/u/q[3:0], top/m/lane[2]/u/q[3:0]"                                     },
+        "top/m/lane[1]/u/q[3:0], top/m/lane[2]/u/q[3:0]"                                  },
     {"top/stat[0]",           "is not in the design; the nearest names are top/state[1:0]"},
     {"top/m/nothing_like_it", "is not in the design"                                      },
 };
