@@ -1,9 +1,8 @@
 #ifndef APPS_OXA_COMMAND_H
 #define APPS_OXA_COMMAND_H
 
+#include "options.h"
 #include "text_out.h"
-
-#include <CLI/CLI.hpp>
 
 /// Exit statuses, the same for every command.
 enum ExitStatus : int {
@@ -17,10 +16,6 @@ struct Io {
     TextOut& out;
     TextOut& err;
 };
-
-/// Adds the command `name` with its line in the list of commands and its own --help.
-CLI::App* addCommand(
-    CLI::App& app, const std::string& name, const std::string& summary, const std::string& details);
 
 // Each adds its command to `app`. When the user calls that command, it sets `status`.
 void addAdd(CLI::App& app, Io& io, int& status);

@@ -244,38 +244,28 @@ int run(const Options& options, Io& io)
 
 void addAdd(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "add", kSummary, kHelp);
+    Command command(app, "add", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    constexpr int kAny = CLI::detail::expected_max_vector_size;
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addText(*command, "--clock", options->request.clock, "The sample clock")
-        ->type_name("PATH")
-        ->required();
-    addTexts(*command, "--data", options->request.data, "Signals to capture")
-        ->type_name("GLOB")
-        ->expected(1, kAny)
-        ->required();
-    addTexts(*command, "--trigger", options->triggers, "Signals of a trigger port")
-        ->type_name("GLOB")
-        ->expected(1, kAny)
-        ->inject_separator();
-    command->add_option("--samples", options->request.samples, "Samples in each window (1024)")
-        ->check(between(1, kMost))
-        ->type_name("N");
-    command
-        ->add_option(
-            "--position", options->position, "Samples in each window before its trigger (0)")
-        ->check(between(0, kMost))
-        ->type_name("N");
-    command->add_option("--windows", options->windows, "Windows in a run (1)")
-        ->check(between(1, kMost))
-        ->type_name("N");
-    command->add_flag(
+    command.text("FILE", options->file, "The configuration").required();
+    command.text("--clock", options->request.clock, "The sample clock").typeName("PATH").required();
+    command.texts("--data", options->request.data, "Signals to capture")
+        .typeName("GLOB")
+        .atLeast(1)
+        .required();
+    command.texts("--trigger", options->triggers, "Signals of a trigger port")
+        .typeName("GLOB")
+        .atLeast(1)
+        .separate();
+    command.number("--samples", options->request.samples, "Samples in each window (1024)")
+        .between(1, kMost);
+    command.number("--position", options->position, "Samples in each window before its trigger (0)")
+        .between(0, kMost);
+    command.number("--windows", options->windows, "Windows in a run (1)").between(1, kMost);
+    command.flag(
         "--falling", options->request.fallingEdge, "Take samples at the clock's falling edges");
-    command->add_flag(
-        "--lite", options->lite, "Create FILE with Lite cores, which have no triggers");
-    addDesignOptions(*command, options->design);
-    addWaveOption(*command, options->design);
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.flag("--lite", options->lite, "Create FILE with Lite cores, which have no triggers");
+    addDesignOptions(command, options->design);
+    addWaveOption(command, options->design);
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -220,40 +220,38 @@ int run(Options options, Io& io)
 
 void addAttach(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "attach", kSummary, kHelp);
+    Command command(app, "attach", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addTargetOptions(*command, options->request);
-    addDesignOptions(*command, options->design);
-    addText(*command, "--work-dir", options->workDir, "Directory for the generated files")
-        ->type_name("DIR");
-    addIpDir(*command, options->request);
-    addText(*command, "--clock", options->clock,
-        "The top's input that --link uart runs from (default: a new input uart_clk_i)")
-        ->type_name("PORT")
-        ->needs("--clock-hz");
-    addText(*command, "--as", options->form, "yosys (default), verilog or hierarchical")
-        ->type_name("FORM")
-        ->check(CLI::IsMember({"yosys", "verilog", "hierarchical"}));
-    addText(*command, "-o,--output", options->output,
-        "Design and analyzer in one file (default: attached.v in the work directory)")
-        ->type_name("OUT");
-    addText(*command, "--simulation", options->simulation,
-        "The same for simulation, where registers start at 0, not X")
-        ->type_name("OUT");
-    command->add_flag(
+    command.text("FILE", options->file, "The configuration").required();
+    addTargetOptions(command, options->request);
+    addDesignOptions(command, options->design);
+    command.text("--work-dir", options->workDir, "Directory for the generated files")
+        .typeName("DIR");
+    addIpDir(command, options->request);
+    command
+        .text("--clock", options->clock,
+            "The top's input that --link uart runs from (default: a new input uart_clk_i)")
+        .typeName("PORT")
+        .needs("--clock-hz");
+    command.text("--as", options->form, "yosys (default), verilog or hierarchical")
+        .typeName("FORM")
+        .oneOf({"yosys", "verilog", "hierarchical"});
+    command
+        .text("-o,--output", options->output,
+            "Design and analyzer in one file (default: attached.v in the work directory)")
+        .typeName("OUT");
+    command
+        .text("--simulation", options->simulation,
+            "The same for simulation, where registers start at 0, not X")
+        .typeName("OUT");
+    command.flag(
         "--models", options->models, "Also list simulation models of the pads and the JTAG port");
-    CLI::Option* prove = command->add_option_function<std::vector<std::string>>(
-        "--prove",
-        [options](const std::vector<std::string>& texts) {
-            options->prove = true;
-            if (!texts.empty())
-                options->wrapper = QString::fromLocal8Bit(texts.front().c_str());
-        },
-        "Prove that the design behaves the same; WRAPPER: check that file");
-    prove->type_name("[WRAPPER]")->expected(0, 1);
-    command->add_flag(
+    command
+        .flagOrText("--prove", options->prove, options->wrapper,
+            "Prove that the design behaves the same; WRAPPER: check that file")
+        .typeName("[WRAPPER]");
+    command.flag(
         "--force", options->force, "Empty the work directory even when oxa did not make its files");
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

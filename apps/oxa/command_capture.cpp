@@ -240,74 +240,70 @@ int run(const Options& options, Io& io)
     return prepare(options, plan, io.err) ? capture(options, plan, io) : kUnusable;
 }
 
-void addLinkOptions(CLI::App& command, Options& options)
+void addLinkOptions(Command& command, Options& options)
 {
-    addText(command, "--openocd", options.openocd, "OpenOCD's Tcl server (default: 127.0.0.1:6666)")
-        ->type_name("HOST:PORT");
-    addText(command, "--tap", options.tap,
-        "The chip's name in the chain, when OpenOCD's configuration does not name it")
-        ->type_name("NAME");
-    CLI::Option* serial = addText(command, "--serial", options.serial,
-        "The serial port of an analyzer that was generated with --link uart, instead of OpenOCD")
-                              ->type_name("DEVICE")
-                              ->excludes("--openocd")
-                              ->excludes("--tap");
+    command.text("--openocd", options.openocd, "OpenOCD's Tcl server (default: 127.0.0.1:6666)")
+        .typeName("HOST:PORT");
     command
-        .add_option("--baud", options.baud,
+        .text("--tap", options.tap,
+            "The chip's name in the chain, when OpenOCD's configuration does not name it")
+        .typeName("NAME");
+    const Option serial = command
+                              .text("--serial", options.serial,
+                                  "The serial port of an analyzer that was generated with --link "
+                                  "uart, instead of OpenOCD")
+                              .typeName("DEVICE")
+                              .excludes("--openocd")
+                              .excludes("--tap");
+    command
+        .number("--baud", options.baud,
             "Bits a second at which the analyzer's port starts, as it was generated (default:"
             " 115200); the rate is then raised as far as both ends can follow")
-        ->check(between(OXA::kLeastBaud, OXA::kMostBaud))
-        ->needs(serial)
-        ->type_name("N");
-    command.add_option("--core", options.cores, "Arm only this core; may be repeated")
-        ->type_name("N")
-        ->expected(1)
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        .between(OXA::kLeastBaud, OXA::kMostBaud)
+        .needs(serial)
+        .typeName("N");
+    command.numbers("--core", options.cores, "Arm only this core; may be repeated").typeName("N");
 }
 
-void addRunOptions(CLI::App& command, Options& options)
+void addRunOptions(Command& command, Options& options)
 {
-    command.add_option("--timeout", options.timeout, "Stop waiting after this time")
-        ->check(between(kLeastTimeout, kMost))
-        ->type_name("S");
-    command.add_flag("--immediate", options.immediate, "Trigger at once, without waiting");
-    command.add_flag("--power-up", options.powerUp, "Read what cores have captured since power-up");
-    addTexts(command, "--unit", options.run.units,
-        "Value to compare with in this run: M3=10XR, or M3=0010..0111 for a range; may be"
-        " repeated")
-        ->type_name("UNIT=VALUE");
-    addTexts(command, "--counter", options.run.counters,
-        "Number to count to in this run: M3=12; may be repeated")
-        ->type_name("UNIT=N");
+    command.number("--timeout", options.timeout, "Stop waiting after this time")
+        .between(kLeastTimeout, kMost)
+        .typeName("S");
+    command.flag("--immediate", options.immediate, "Trigger at once, without waiting");
+    command.flag("--power-up", options.powerUp, "Read what cores have captured since power-up");
     command
-        .add_option("--position", options.run.position, "Samples in each window before its trigger")
-        ->check(between(0, kMost))
-        ->type_name("N");
-    command.add_option("--samples", options.run.samples, "Samples in each window")
-        ->check(between(1, kMost))
-        ->type_name("N");
-    command.add_option("--windows", options.run.windows, "Windows in the run")
-        ->check(between(1, kMost))
-        ->type_name("N");
+        .texts("--unit", options.run.units,
+            "Value to compare with in this run: M3=10XR, or M3=0010..0111 for a range; may be"
+            " repeated")
+        .typeName("UNIT=VALUE");
+    command
+        .texts("--counter", options.run.counters,
+            "Number to count to in this run: M3=12; may be repeated")
+        .typeName("UNIT=N");
+    command.number("--position", options.run.position, "Samples in each window before its trigger")
+        .between(0, kMost);
+    command.number("--samples", options.run.samples, "Samples in each window").between(1, kMost);
+    command.number("--windows", options.run.windows, "Windows in the run").between(1, kMost);
 }
 
 }
 
 void addCapture(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "capture", kSummary, kHelp);
+    Command command(app, "capture", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addLinkOptions(*command, *options);
-    addText(*command, "-o,--output", options->output,
-        "File for the samples: .vcd, .csv or .sr (sigrok session)")
-        ->type_name("OUT");
-    addRunOptions(*command, *options);
+    command.text("FILE", options->file, "The configuration").required();
+    addLinkOptions(command, *options);
     command
-        ->add_option(
-            "--clock", options->clockHz, "Frequency of the sample clock, for times in the file")
-        ->check(between(kSlowestClock, kFastestClock))
-        ->type_name("HZ");
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+        .text("-o,--output", options->output,
+            "File for the samples: .vcd, .csv or .sr (sigrok session)")
+        .typeName("OUT");
+    addRunOptions(command, *options);
+    command
+        .number("--clock", options->clockHz, "Frequency of the sample clock, for times in the file")
+        .between(kSlowestClock, kFastestClock)
+        .typeName("HZ");
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

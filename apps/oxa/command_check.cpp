@@ -91,13 +91,13 @@ int run(const Options& options, Io& io)
 
 void addCheck(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "check", kSummary, kHelp);
+    Command command(app, "check", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addPartOptions(*command, options->part);
-    addDesignOptions(*command, options->design);
-    addWaveOption(*command, options->design);
-    command->add_flag("--strict", options->strict, "Exit with status 1 also for warnings");
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.text("FILE", options->file, "The configuration").required();
+    addPartOptions(command, options->part);
+    addDesignOptions(command, options->design);
+    addWaveOption(command, options->design);
+    command.flag("--strict", options->strict, "Exit with status 1 also for warnings");
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -187,13 +187,13 @@ int run(const Options& options, Io& io)
 
 void addDevices(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "devices", kSummary, kHelp);
+    Command command(app, "devices", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    CLI::Option* pattern
-        = addText(*command, "PATTERN", options->pattern, "What to list (default: everything)");
-    addCatalogueOption(*command, options->deviceDb);
-    command->add_flag("--families", options->families, "List families of devices instead of parts")
-        ->excludes(pattern);
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    const Option pattern
+        = command.text("PATTERN", options->pattern, "What to list (default: everything)");
+    addCatalogueOption(command, options->deviceDb);
+    command.flag("--families", options->families, "List families of devices instead of parts")
+        .excludes(pattern);
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -224,10 +224,10 @@ int run(const Options& options, Io& io)
 
 void addEstimate(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "estimate", kSummary, kHelp);
+    Command command(app, "estimate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addPartOptions(*command, options->part)->required();
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.text("FILE", options->file, "The configuration").required();
+    addPartOptions(command, options->part).required();
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

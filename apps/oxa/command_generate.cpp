@@ -175,37 +175,39 @@ int run(const Options& options, Io& io)
 
 void addGenerate(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "generate", kSummary, kHelp);
+    Command command(app, "generate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addTargetOptions(*command, options->request);
-    addText(*command, "--work-dir", options->workDir, "Directory for the generated files")
-        ->type_name("DIR")
-        ->required();
-    addIpDir(*command, options->request);
-    CLI::Option* netlist = addText(*command, "-o,--output", options->netlist,
-        std::string("The netlist (default: ") + OXA::NETLIST_FILE_NAME + " in the work directory)")
-                               ->type_name("NETLIST");
-    CLI::Option* noSynthesis = command->add_flag("--no-synthesis", options->noSynthesis,
+    command.text("FILE", options->file, "The configuration").required();
+    addTargetOptions(command, options->request);
+    command.text("--work-dir", options->workDir, "Directory for the generated files")
+        .typeName("DIR")
+        .required();
+    addIpDir(command, options->request);
+    const Option netlist = command
+                               .text("-o,--output", options->netlist,
+                                   std::string("The netlist (default: ") + OXA::NETLIST_FILE_NAME
+                                       + " in the work directory)")
+                               .typeName("NETLIST");
+    const Option noSynthesis = command.flag("--no-synthesis", options->noSynthesis,
         "Only write the Verilog, and print its files and include directories");
-    noSynthesis->excludes(netlist);
-    command->get_option("--for")->excludes(netlist);
-    CLI::Option* noTop
-        = command->add_flag("--no-top", options->noTop, "Neither write nor list the top wrapper");
-    noTop->needs(noSynthesis);
+    noSynthesis.excludes(netlist);
+    command.option("--for").excludes(netlist);
+    const Option noTop
+        = command.flag("--no-top", options->noTop, "Neither write nor list the top wrapper");
+    noTop.needs(noSynthesis);
     command
-        ->add_flag("--template", options->templates,
+        .flag("--template", options->templates,
             "Also write a module and a VHDL component with readable ports")
-        ->excludes(noTop);
+        .excludes(noTop);
     command
-        ->add_flag("--simulation", options->simulation,
+        .flag("--simulation", options->simulation,
             "Also list simulation models of the pads and the JTAG port")
-        ->needs(noSynthesis);
-    command->add_flag(
+        .needs(noSynthesis);
+    command.flag(
         "--force", options->force, "Empty the work directory even when oxa did not make its files");
-    command->add_flag("--strict", options->strict, "Stop at warnings of `oxa check`, too");
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] {
+    command.flag("--strict", options->strict, "Stop at warnings of `oxa check`, too");
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] {
         options->noSynthesis |= !options->request.family.isEmpty();
         status = run(*options, io);
     });

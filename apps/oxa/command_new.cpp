@@ -40,11 +40,10 @@ int run(const Options& options, Io& io)
 
 void addNew(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "new", kSummary, kHelp);
+    Command command(app, "new", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration to write, usually *.oxa")
-        ->required();
-    command->add_flag(
+    command.text("FILE", options->file, "The configuration to write, usually *.oxa").required();
+    command.flag(
         "--lite", options->lite, "For Lite cores, which have no triggers (default: Standard)");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

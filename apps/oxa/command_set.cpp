@@ -127,23 +127,22 @@ int run(const Options& options, Io& io)
 
 void addSet(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "set", kSummary, kHelp);
+    Command command(app, "set", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addTexts(*command, "--port", options->changes.ports, "The signals of a trigger port")
-        ->type_name("[CORE.]PORT=NAMES");
-    addTexts(*command, "--unit", options->changes.units, "What a match unit compares")
-        ->type_name("[CORE.]UNIT=TEXT");
-    addTexts(*command, "--expression", options->changes.expressions, "A trigger expression")
-        ->type_name("[CORE.]LEVEL=TEXT");
+    command.text("FILE", options->file, "The configuration").required();
+    command.texts("--port", options->changes.ports, "The signals of a trigger port")
+        .typeName("[CORE.]PORT=NAMES");
+    command.texts("--unit", options->changes.units, "What a match unit compares")
+        .typeName("[CORE.]UNIT=TEXT");
+    command.texts("--expression", options->changes.expressions, "A trigger expression")
+        .typeName("[CORE.]LEVEL=TEXT");
     for (size_t i = 0; i < coreSettings().size(); ++i) {
         const CoreSetting& setting = coreSettings()[i];
-        addTexts(*command, setting.option, options->changes.settings[i], setting.help)
-            ->type_name(std::string("[CORE=]") + setting.value);
+        command.texts(setting.option, options->changes.settings[i], setting.help)
+            .typeName(std::string("[CORE=]") + setting.value);
     }
-    addDesignOptions(*command, options->design);
-    addText(*command, "-o,--output", options->output, "Write this file instead of FILE")
-        ->type_name("OUT");
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    addDesignOptions(command, options->design);
+    command.text("-o,--output", options->output, "Write this file instead of FILE").typeName("OUT");
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

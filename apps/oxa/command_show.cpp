@@ -248,9 +248,9 @@ int run(const Options& options, Io& io)
 
 void addShow(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "show", kSummary, kHelp);
+    Command command(app, "show", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.text("FILE", options->file, "The configuration").required();
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -171,12 +171,11 @@ int run(const Options& options, Io& io)
 
 void addSignals(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "signals", kSummary, kHelp);
+    Command command(app, "signals", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addTexts(*command, "GLOB", options->globs, "Signals to list (default: all)")
-        ->expected(0, CLI::detail::expected_max_vector_size);
-    addDesignOptions(*command, options->design);
-    addWaveOption(*command, options->design);
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    command.texts("GLOB", options->globs, "Signals to list (default: all)").atLeast(0);
+    addDesignOptions(command, options->design);
+    addWaveOption(command, options->design);
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

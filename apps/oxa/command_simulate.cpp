@@ -204,29 +204,30 @@ int run(const Options& options, Io& io)
 
 void addSimulate(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "simulate", kSummary, kHelp);
+    Command command(app, "simulate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    addSimulationInputs(*command, options->inputs)->required();
-    addText(*command, "-o,--output", options->output,
-        "File for the samples: .vcd, .csv or .sr (sigrok session)")
-        ->type_name("OUT");
-    CLI::Option* model = command->add_flag("--model", options->model,
-        "Use the trigger model instead of simulating the generated Verilog");
-    addText(*command, "--netlist", options->netlist,
-        "Simulate this synthesized netlist instead of the generated Verilog")
-        ->type_name("NETLIST")
-        ->excludes(model);
-    addIpDir(*command, options->inputs.request);
-    addText(*command, "--keep-work", options->workDir,
-        "Keep the files of the simulation in this directory")
-        ->type_name("DIR")
-        ->excludes(model);
+    command.text("FILE", options->file, "The configuration").required();
+    addSimulationInputs(command, options->inputs).required();
     command
-        ->add_option(
-            "--force-trigger-at", options->forceAt, "Force every core's trigger at this sample")
-        ->check(between(0, kLastSample))
-        ->type_name("SAMPLE");
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+        .text("-o,--output", options->output,
+            "File for the samples: .vcd, .csv or .sr (sigrok session)")
+        .typeName("OUT");
+    const Option model = command.flag("--model", options->model,
+        "Use the trigger model instead of simulating the generated Verilog");
+    command
+        .text("--netlist", options->netlist,
+            "Simulate this synthesized netlist instead of the generated Verilog")
+        .typeName("NETLIST")
+        .excludes(model);
+    addIpDir(command, options->inputs.request);
+    command
+        .text("--keep-work", options->workDir, "Keep the files of the simulation in this directory")
+        .typeName("DIR")
+        .excludes(model);
+    command
+        .number("--force-trigger-at", options->forceAt, "Force every core's trigger at this sample")
+        .between(0, kLastSample)
+        .typeName("SAMPLE");
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -212,27 +212,29 @@ int run(const Options& options, Io& io)
 
 void addTarget(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "target", kSummary, kHelp);
+    Command command(app, "target", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addText(*command, "FILE", options->file, "The configuration")->required();
-    CLI::Option* stimulus = addSimulationInputs(*command, options->inputs);
-    addDesignOptions(*command, options->design);
-    CLI::Option* bench = addTexts(*command, "--bench", options->bench,
-        "Test bench of the design, with an instance of its top")
-                             ->type_name("TB.v")
-                             ->expected(1, CLI::detail::expected_max_vector_size)
-                             ->excludes(stimulus);
+    command.text("FILE", options->file, "The configuration").required();
+    const Option stimulus = addSimulationInputs(command, options->inputs);
+    addDesignOptions(command, options->design);
+    const Option bench = command
+                             .texts("--bench", options->bench,
+                                 "Test bench of the design, with an instance of its top")
+                             .typeName("TB.v")
+                             .atLeast(1)
+                             .excludes(stimulus);
     command
-        ->add_option("--port", options->port,
+        .number("--port", options->port,
             "TCP port at 127.0.0.1 for OpenOCD; 0: any free port (default: 9823)")
-        ->check(CLI::Range(0, kMostPort))
-        ->type_name("N");
-    addText(*command, "--link", options->link,
-        "jtag, for OpenOCD; or uart, a serial port for `oxa capture --serial`")
-        ->check(CLI::IsMember({kJtag, kUart}))
-        ->type_name("LINK")
-        ->excludes(bench);
-    command->add_flag("--loop", options->loop, "Repeat the waveform")->excludes(bench);
-    addIpDir(*command, options->inputs.request);
-    command->callback([&io, &status, options] { status = run(*options, io); });
+        .between(0, kMostPort)
+        .typeName("N");
+    command
+        .text("--link", options->link,
+            "jtag, for OpenOCD; or uart, a serial port for `oxa capture --serial`")
+        .oneOf({kJtag, kUart})
+        .typeName("LINK")
+        .excludes(bench);
+    command.flag("--loop", options->loop, "Repeat the waveform").excludes(bench);
+    addIpDir(command, options->inputs.request);
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -124,9 +124,9 @@ int run(const Options& options, Io& io)
 
 void addVoltage(CLI::App& app, Io& io, int& status)
 {
-    CLI::App* command = addCommand(app, "voltage", kSummary, kHelp);
+    Command command(app, "voltage", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    addPartOptions(*command, options->part)->required();
-    command->add_flag("--json", options->json, "For programs: one JSON object");
-    command->callback([&io, &status, options] { status = run(*options, io); });
+    addPartOptions(command, options->part).required();
+    command.flag("--json", options->json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] { status = run(*options, io); });
 }

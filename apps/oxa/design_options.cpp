@@ -8,30 +8,30 @@
 
 #include <optional>
 
-void addDesignOptions(CLI::App& command, DesignOptions& options)
+void addDesignOptions(Command& command, DesignOptions& options)
 {
-    addTexts(command, "--design", options.sources.files,
-        "Sources of the design: Verilog, SystemVerilog, VHDL, JSON of Yosys")
-        ->type_name("FILE")
-        ->expected(1, CLI::detail::expected_max_vector_size);
-    addText(command, "--top", options.sources.top, "Top module of the design")->type_name("NAME");
-    addTexts(command, "-f", options.lists, "Command file of Icarus or Verilator with the sources")
-        ->type_name("LIST");
-    addTexts(command, "-I", options.sources.includeDirs, "Directory of `include files")
-        ->type_name("DIR");
-    addTexts(command, "-D", options.sources.defines, "Macro of the design")
-        ->type_name("NAME[=VALUE]");
-    addTexts(command, "-P", options.sources.parameters, "Parameter of the top module")
-        ->type_name("NAME=VALUE");
+    command
+        .texts("--design", options.sources.files,
+            "Sources of the design: Verilog, SystemVerilog, VHDL, JSON of Yosys")
+        .typeName("FILE")
+        .atLeast(1);
+    command.text("--top", options.sources.top, "Top module of the design").typeName("NAME");
+    command.texts("-f", options.lists, "Command file of Icarus or Verilator with the sources")
+        .typeName("LIST");
+    command.texts("-I", options.sources.includeDirs, "Directory of `include files").typeName("DIR");
+    command.texts("-D", options.sources.defines, "Macro of the design").typeName("NAME[=VALUE]");
+    command.texts("-P", options.sources.parameters, "Parameter of the top module")
+        .typeName("NAME=VALUE");
 }
 
-void addWaveOption(CLI::App& command, DesignOptions& options)
+void addWaveOption(Command& command, DesignOptions& options)
 {
-    CLI::Option* wave = addText(
-        command, "--wave", options.wave, "A waveform (VCD) of the design, instead of its sources")
-                            ->type_name("WAVE");
+    const Option wave = command
+                            .text("--wave", options.wave,
+                                "A waveform (VCD) of the design, instead of its sources")
+                            .typeName("WAVE");
     for (const char* other : {"--design", "--top", "-f", "-I", "-D", "-P"})
-        wave->excludes(other);
+        wave.excludes(other);
 }
 
 // Adds "NAME=VALUE" texts, each in place of what the name had.

@@ -25,10 +25,10 @@ struct DesignOptions {
 };
 
 /// Adds --design, --top, -f, -I, -D and -P.
-void addDesignOptions(CLI::App& command, DesignOptions& options);
+void addDesignOptions(Command& command, DesignOptions& options);
 
 /// Adds --wave, which excludes them.
-void addWaveOption(CLI::App& command, DesignOptions& options);
+void addWaveOption(Command& command, DesignOptions& options);
 
 /// The sources from the options, or those listed beside `configuration`, which may be empty,
 /// changed by the options. False with the reason on `err`.

@@ -3,6 +3,7 @@
 
 #include "oxautils/model/shown_text.h"
 
+#include <CLI/CLI.hpp>
 #include <QCoreApplication>
 
 #include <iostream>
@@ -53,14 +54,6 @@ int parse(CLI::App& app, int argc, char** argv, TextOut& err, int& status)
     return status;
 }
 
-}
-
-CLI::App* addCommand(
-    CLI::App& app, const std::string& name, const std::string& summary, const std::string& details)
-{
-    CLI::App* command = app.add_subcommand(name, summary);
-    command->footer(details + "\n");
-    return command;
 }
 
 static int run(int argc, char** argv)

@@ -13,36 +13,39 @@ constexpr int kMostClockHz = 500000000;
 
 }
 
-void addTargetOptions(CLI::App& command, RequestOptions& options)
+void addTargetOptions(Command& command, RequestOptions& options)
 {
     addPartOptions(command, options.part);
-    addText(command, "--for", options.family,
-        "Family of devices that the catalogue does not know; `oxa devices --families` lists them")
-        ->type_name("FAMILY")
-        ->excludes("--part", "--device-db");
-    addText(command, "--link", options.link, "How a client reaches the analyzer in the family")
-        ->type_name("LINK")
-        ->needs("--for");
     command
-        .add_option_function<double>(
+        .text("--for", options.family,
+            "Family of devices that the catalogue does not know; `oxa devices --families` lists "
+            "them")
+        .typeName("FAMILY")
+        .excludes("--part")
+        .excludes("--device-db");
+    command.text("--link", options.link, "How a client reaches the analyzer in the family")
+        .typeName("LINK")
+        .needs("--for");
+    command
+        .number(
             "--clock-hz", [&options](double hz) { options.uart.clockHz = int(hz); },
             "Frequency of the clock that --link uart runs from, such as 12e6")
-        ->check(between(kLeastClockHz, kMostClockHz))
-        ->type_name("HZ")
-        ->needs("--link");
+        .between(kLeastClockHz, kMostClockHz)
+        .typeName("HZ")
+        .needs("--link");
     command
-        .add_option("--baud", options.uart.baud,
+        .number("--baud", options.uart.baud,
             "Bits a second at which --link uart starts (default: 115200)")
-        ->check(CLI::Range(OXA::kLeastBaud, OXA::kMostBaud))
-        ->type_name("N")
-        ->needs("--link");
+        .between(OXA::kLeastBaud, OXA::kMostBaud)
+        .needs("--link");
 }
 
-void addIpDir(CLI::App& command, RequestOptions& options)
+void addIpDir(Command& command, RequestOptions& options)
 {
-    addText(command, "--ip-dir", options.ipDir,
-        "Directory of the installed cores (default: beside the program)")
-        ->type_name("DIR");
+    command
+        .text("--ip-dir", options.ipDir,
+            "Directory of the installed cores (default: beside the program)")
+        .typeName("DIR");
 }
 
 bool readConfiguration(const QString& file, OXA::Configuration& configuration, TextOut& err)
@@ -73,7 +76,7 @@ bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextO
     link = nullptr;
     if (options.family.isEmpty()) {
         if (options.part.part.isEmpty())
-            throw CLI::RequiredError("--part or --for");
+            missing("--part or --for");
         return true;
     }
     const DEV::FamilyFacts* family = DEV::familyFacts(options.family);
@@ -88,7 +91,7 @@ bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextO
             << "\"; `oxa devices --families` lists them\n";
     const bool isUart = link && QLatin1String(link->name) == DEV::kUart;
     if (isUart && options.uart.clockHz == 0)
-        throw CLI::RequiredError("--clock-hz of --link uart");
+        missing("--clock-hz of --link uart");
     return link;
 }
 

@@ -20,9 +20,9 @@ struct RequestOptions {
 };
 
 /// Adds --part with what belongs to it, --for and --link with what belongs to them.
-void addTargetOptions(CLI::App& command, RequestOptions& options);
+void addTargetOptions(Command& command, RequestOptions& options);
 /// Adds --ip-dir.
-void addIpDir(CLI::App& command, RequestOptions& options);
+void addIpDir(Command& command, RequestOptions& options);
 
 // On failure, each returns false with the error on `err`.
 

@@ -6,10 +6,10 @@
 
 using namespace OXA_CAPTURE;
 
-CLI::Option* addSimulationInputs(CLI::App& command, SimulationInputs& inputs)
+Option addSimulationInputs(Command& command, SimulationInputs& inputs)
 {
-    addPartOptions(command, inputs.request.part)->required();
-    return addText(command, "--stimulus", inputs.stimulus, "The waveform")->type_name("WAVE.vcd");
+    addPartOptions(command, inputs.request.part).required();
+    return command.text("--stimulus", inputs.stimulus, "The waveform").typeName("WAVE.vcd");
 }
 
 SimulatorDirs installedSimulator()

@@ -14,7 +14,7 @@ struct SimulationInputs {
 };
 
 /// Adds --part, --device, --device-db and --stimulus; returns the last, so that it can be required.
-CLI::Option* addSimulationInputs(CLI::App& command, SimulationInputs& inputs);
+Option addSimulationInputs(Command& command, SimulationInputs& inputs);
 
 /// The installed directories that a simulation needs.
 OXA_CAPTURE::SimulatorDirs installedSimulator();
