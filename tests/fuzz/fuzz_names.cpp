@@ -7,11 +7,9 @@
 #include "oxautils/model/verilog_word.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cctype>
 
 namespace {
-
-bool isIn(char c, const char* set) { return c && std::strchr(set, c); }
 
 /// What Verilog's lexer reads from the beginning of `text`: an escaped name goes to the next white
 /// space, any other to the first character that no name has.
@@ -19,16 +17,11 @@ QByteArray firstWord(const QByteArray& text)
 {
     // Control characters, too: some tools end the name there, others refuse it.
     const auto endsEscaped = [](char c) { return uchar(c) <= ' ' || c == '\x7f'; };
-    const auto endsPlain = [](char c) {
-        return !isIn(c, "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_$");
-    };
+    const auto endsPlain = [](char c) { return !std::isalnum(uchar(c)) && c != '_' && c != '$'; };
     const auto end = text.startsWith('\\') ? std::find_if(text.begin(), text.end(), endsEscaped)
                                            : std::find_if(text.begin(), text.end(), endsPlain);
     return QByteArray(text.begin(), int(end - text.begin()));
 }
-
-/// Whether a preprocessor finds nothing to replace.
-bool isLeftAlone(const QByteArray& word) { return !word.contains('`'); }
 
 void requireOneWord(const QString& name)
 {
@@ -39,7 +32,7 @@ void requireOneWord(const QString& name)
         const QByteArray word = firstWord(text);
         const QByteArray read = word.startsWith('\\') && !own.startsWith('\\') ? word.mid(1) : word;
         require(read == expected, "the name is read as one word");
-        require(isLeftAlone(word), "no macro stands in it");
+        require(!word.contains('`'), "no macro is in it");
         const QByteArray rest = text.mid(word.size());
         require(rest == behind || rest == QByteArray(" ") + behind, "what follows stays");
     }

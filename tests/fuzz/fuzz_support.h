@@ -35,7 +35,6 @@ public:
     MemoryFile(const MemoryFile&) = delete;
     MemoryFile& operator=(const MemoryFile&) = delete;
 
-    int descriptor() const { return m_descriptor; }
     QString path() const { return QString("/proc/self/fd/%1").arg(m_descriptor); }
 
 private:
