@@ -31,7 +31,7 @@ void CoreTarget::configure(const QList<OXA::AoCore*>& cores, Random& random, int
     writeFile(path("waveform.vcd"), vcdOf(names, texts));
 }
 
-QString CoreTarget::start(const QString& part, const QString& netlist)
+QString CoreTarget::start(const QString& part)
 {
     const QString share = OXA_BINARY_DIR "/share/oxautils";
     Simulation simulation;
@@ -39,7 +39,6 @@ QString CoreTarget::start(const QString& part, const QString& netlist)
     simulation.arg.configFile = configuration();
     simulation.arg.device = part;
     simulation.arg.ipDir = share + "/ip";
-    simulation.netlist = netlist;
     simulation.workDir = path("work");
     simulation.progress = [](const QString&, int) { return true; };
     QDir().mkpath(simulation.workDir);

@@ -17,8 +17,8 @@ public:
 
     /// Writes the configuration of `cores` and a waveform of random samples.
     void configure(const QList<OXA::AoCore*>& cores, Random& random, int samples);
-    /// Builds the cores for `part`, or takes `netlist`, and finds them. An error or nothing.
-    QString start(const QString& part, const QString& netlist = {});
+    /// Builds the cores for `part`, and finds them. An error or nothing.
+    QString start(const QString& part);
     /// Plays further samples of the waveform.
     bool play(int samples) { return m_target.play(qint64(2) * samples); }
 
