@@ -1,5 +1,4 @@
-// A user's register of 8 bits behind ER1: it captures what it was last given, added to the probe's
-// value at the last rising edge of the sample clock.
+// A user's register of 8 bits behind ER1: it captures what it was last given.
 module echo_tb;
     reg tck = 0, tms = 1, tdi = 0;
     wire tdo;
@@ -13,7 +12,7 @@ module echo_tb;
     OBUF tdo_obuf (.I(tdo_c), .O(tdo));
 
     wire user_tck, user_tdi, shift_or_capture, update, er1;
-    reg [7:0] shift = 0, given = 0, sampled = 0;
+    reg [7:0] shift = 0, given = 0;
     QX_JTAG u_qx_jtag (
         .tms_pad_i(tms_c), .tck_pad_i(tck_c), .tdi_pad_i(tdi_c), .tdo_pad_o(tdo_c),
         .tck_o(user_tck), .tdi_o(user_tdi),
@@ -24,10 +23,9 @@ module echo_tb;
     reg shifting = 0;
     always @(posedge user_tck) begin
         shifting <= er1 && shift_or_capture;
-        if (er1 && shift_or_capture) shift <= shifting ? {user_tdi, shift[7:1]} : given + sampled;
+        if (er1 && shift_or_capture) shift <= shifting ? {user_tdi, shift[7:1]} : given;
         if (er1 && update) given <= shift;
     end
-    always @(posedge clocks) sampled <= values;
 
     initial $oxa_target(tck, tms, tdi, tdo, values, clocks);
 endmodule

@@ -27,14 +27,12 @@ private Q_SLOTS:
     void initTestCase();
     void aLostClientMakesRoomForTheNext();
     void aClientThatNeverListens();
-    void stimulusRuns();
     void saysWhatItCannotDo();
 
 private:
     void start(QProcess& vvp, const QStringList& options);
     void connectTo(QLocalSocket& socket, const QString& name);
     QByteArray ask(QLocalSocket& socket, const QByteArray& question);
-    void connectLink(RemoteBitbangLink& link, const QString& name);
     quint64 scan(RemoteBitbangLink& link, int width, quint64 value);
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
@@ -73,16 +71,6 @@ QByteArray TestSimulatedTarget::ask(QLocalSocket& socket, const QByteArray& ques
     socket.write(question + '\n');
     while (!socket.canReadLine() && socket.waitForReadyRead(kPatience)) { }
     return socket.readLine().trimmed();
-}
-
-// A link that waits until the target listens.
-void TestSimulatedTarget::connectLink(RemoteBitbangLink& link, const QString& name)
-{
-    link.setPatience(isWorthWaiting);
-    const QDeadlineTimer deadline(kPatience);
-    while (!link.connectTo("unix:" + path(name)) && !deadline.hasExpired())
-        QTest::qSleep(5);
-    QVERIFY2(link.reset(), qPrintable(link.error()));
 }
 
 quint64 TestSimulatedTarget::scan(RemoteBitbangLink& link, int width, quint64 value)
@@ -150,41 +138,6 @@ void TestSimulatedTarget::aClientThatNeverListens()
     QVERIFY(finished(vvp)); // with its control client
     QCOMPARE(vvp.exitCode(), 0);
     QVERIFY(!QFile::exists(path("control")));
-}
-
-void TestSimulatedTarget::stimulusRuns()
-{
-    writeFile(path("stimulus"), "00 0\n11 1\n22 0\n44 1\n- 0\n88 1\n");
-    QProcess vvp;
-    start(vvp,
-        {"+oxa_jtag=unix:" + path("jtag"), "+oxa_control=unix:" + path("control"),
-            "+oxa_stimulus=" + path("stimulus")});
-    QLocalSocket control;
-    RemoteBitbangLink jtag;
-    connectTo(control, "control");
-    connectLink(jtag, "jtag");
-    QVERIFY(jtag.scanIr(BitString(kIrEr1, 5)));
-    const struct {
-        const char *command, *answer;
-        quint64 captured;
-    } rows[] = {
-        {"run 0",                              "ran 0",                          0x00},
-        {"look echo_tb.clocks",                "saw 0",                          0x00},
-        {"run 2",                              "ran 2",                          0x11},
-        {"look echo_tb.clocks echo_tb.clocks", "saw 21",                         0x11},
-        {"look echo_tb.none",                  "error there is no echo_tb.none", 0x11},
-        {"walk 3",                             "error no such command",          0x11},
-        {"run 3x",                             "error no such command",          0x11},
-        {"run 3",                              "ran 3",                          0x44},
-        {"run 10",                             "ran 1",                          0x88},
-        {"look echo_tb.clocks",                "saw 2",                          0x88}, // it fell meanwhile
-    };
-    for (const auto& row : rows) {
-        QCOMPARE(ask(control, row.command), QByteArray(row.answer));
-        QCOMPARE(scan(jtag, 8, 0), row.captured);
-    }
-    control.abort();
-    QVERIFY(finished(vvp));
 }
 
 void TestSimulatedTarget::saysWhatItCannotDo()
