@@ -7,17 +7,19 @@
 
 namespace {
 
-// Calls one after the other, of which all but the last succeed, and what the last one says. FILE is
-// a file that is not there at first, TRAPS names the design, WAVE a waveform; a tilde stands for a
-// blank within a word.
+const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
+const QString kUartLite = OXA_SOURCE_DIR "/examples/uart/uart_lite.oxa";
+
 struct Row {
     const char* what;
-    const char* calls;
+    const char* words; ///< a tilde stands for a blank in a word
     int status;
     const char* text;
 };
 
 // clang-format off
+// Calls one after the other, of which all but the last succeed, and what the last one says. FILE is
+// a file that does not exist at first, TRAPS names the design, WAVE a waveform.
 constexpr Row kCalls[] = {
     {"new file", "add FILE --clock top/clk --data b --data m/off z --trigger b[7:4] sized"
         " --trigger n TRAPS", 0,
@@ -82,12 +84,55 @@ constexpr Row kCalls[] = {
     {"top of no design", "add FILE --clock ck --data n --wave WAVE | check FILE --top x", 2,
         "--top, -I, -D and -P need a design"},
 };
+
+// Options of `oxa set`, and a text of what `oxa show` prints then, or of the messages.
+constexpr Row kChanges[] = {
+    {"new unit", "--unit M3=T0~==~0x43 --expression 0=m3", 0, "\n  M3       Basic: T0 == 0x043\n"},
+    {"cheaper type", "--unit 0.M1=T1~>~3", 0, "\n  M1       Extended: T1 > 00011\n"},
+    {"unit off", "--unit M0=off --expression 0=M2", 0, "before the trigger\n  T0"},
+    {"expression", "--expression 1=m1|m2", 0, "static, M0, then M1|M2\n"},
+    {"one more", "--expression 0.2=M2", 0, "M1 && M2, then M2\n"},
+    {"one less", "--expression 0=none --expression 1=M0&M1&M2", 0, "static, M0&M1&M2\n"},
+    {"none left", "--expression 0=none --expression 1=none", 0, "static, by force only\n"},
+    {"dynamic", "--expression 1=M1~&~M2 --expression-type dynamic --table-memory registers", 0,
+        "dynamic, M0, then M1&M2; tables in registers\n"},
+    {"windows", "--windows 0=4 --samples 200 --position 7", 0,
+        "windows  4 of 200 samples, 7 before the trigger\n"},
+    {"memory", "--depth 2048 --memory shadow~sram", 0, "x 2048 samples in shadow SRAM: "},
+    {"edges", "--edge FALLING --force-falling on", 0, "; forced by the falling edge\n"},
+    {"power-up", "--power-up on", 0, "\n  armed    from power-up on; "},
+    {"port", "--port T3=uart_tx/busy,~uart_tx/state~(2) --unit M3=T3~==~6", 0,
+        "\n  T3       3 bits: uart_tx/busy, uart_tx/state (2)\n"},
+    {"port of a bit", "--port T2=uart_tx/data[7]", 0, "\n  T2       1 bit: uart_tx/data[7]\n"},
+    {"port's names", "--port T3=uart_tx/busy,uart_tx/stat", 2, "character 14, \"uart_tx/stat\": "},
+    {"refused port", "--port T2=none", 1, "M2: it is switched on, but its port T2 has no signals"},
+    {"no such unit", "--unit M16=T0~==~1", 2, "--unit M16=T0 == 1: write it like M3="},
+    {"unit's text", "--unit M3=T0~=~1", 2, "--unit M3=T0 = 1: character 4, \"= 1\": write one"},
+    {"no such core", "--unit 1.M3=off", 2, "there is no core 1; the last is 0"},
+    {"nor below", "--samples -1=5", 2, "there is no core -1; the last is 0"},
+    {"no such level", "--expression 3=M0", 2, "--expression 3=M0: the core has 2 expressions, "},
+    {"no number", "--windows four", 2, "\"four\" is not an integer of 32 bits"},
+    {"no such word", "--edge both", 2, "\"both\" is not one of \"rising\", \"falling\""},
+    {"only Lite", "--input-register on", 2, "Standard cores do not have it"},
+    {"refused unit", "--unit M1=T1~in~5..3", 1, "core 0, M1: its range begins at 00101 and ends"},
+    {"refused level", "--expression 1=M5", 1, "expression 1: \"M5\" names M5, which is switched"},
+    {"refused window", "--samples 10", 1, "the trigger is at position 32 of a window of 10 sam"},
+};
+
+constexpr Row kLiteChanges[] = {
+    {"words", "--samples 64 --memory shadow~SRAM --edge falling", 0,
+        "falling edge, module uart_tx\n  data     8 bits x 64 samples in shadow SRAM: "},
+    {"flags", "--power-up on --input-register on", 0, "after an input register\n  armed "},
+    {"no trigger", "--unit M0=off", 2, "--unit M0=off: Lite cores have no trigger"},
+    {"no windows", "--windows 2", 2, "Lite cores do not have it"},
+    {"refused", "--samples 0", 1, "core 0: it captures 0 samples"},
+};
 // clang-format on
 
 }
 
-/// `oxa add`, and what the other commands do with the design then.
-class TestOxaAdd : public QObject {
+/// `oxa add`, what the other commands do with the design then, and `oxa set`.
+class TestOxaEdit : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -97,15 +142,23 @@ private Q_SLOTS:
     void calls();
     void designsThatAreGone();
     void hostileNames();
+    void changes_data() { addRows(kChanges); }
+    void changes() { change(kUart, rowOf(kChanges)); }
+    void liteChanges_data() { addRows(kLiteChanges); }
+    void liteChanges() { change(kUartLite, rowOf(kLiteChanges)); }
+    void writesAnew();
+    void oldErrorsDoNotStop();
+    void namesTheCore();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
     QStringList words(const QString& call) const;
+    void change(const QString& file, const Row& row);
 
     QTemporaryDir m_dir;
 };
 
-QStringList TestOxaAdd::words(const QString& call) const
+QStringList TestOxaEdit::words(const QString& call) const
 {
     QString text = call;
     text.replace(
@@ -115,14 +168,14 @@ QStringList TestOxaAdd::words(const QString& call) const
     return text.split(' ', Qt::SkipEmptyParts).replaceInStrings("~", " ");
 }
 
-void TestOxaAdd::calls()
+void TestOxaEdit::calls()
 {
     writeFile(path("w.vcd"), vcdOf({"ck", "n[2]", "n[1]", "n[0]", "ab", "a`b"}, {}));
     writeFile(path("state.vcd"),
         "$scope module top $end $var wire 2 ! state [1:0] $end $upscope $end "
         "$enddefinitions $end\n");
     const Row& row = rowOf(kCalls);
-    const QStringList calls = QString(row.calls).split(" | ");
+    const QStringList calls = QString(row.words).split(" | ");
     Result result;
     for (const QString& call : calls) {
         result = oxa(words(call));
@@ -133,7 +186,7 @@ void TestOxaAdd::calls()
         QVERIFY(!QFile::exists(path("f.oxa")) && !QFile::exists(path("f.oxa.design")));
 }
 
-void TestOxaAdd::designsThatAreGone()
+void TestOxaEdit::designsThatAreGone()
 {
     writeFile(path("gone.v"),
         "module gone(input c, output reg q); always @(posedge c) q <= ~q; "
@@ -151,7 +204,7 @@ void TestOxaAdd::designsThatAreGone()
 }
 
 // Text from outside is neither an option nor a command, and stays in its line.
-void TestOxaAdd::hostileNames()
+void TestOxaEdit::hostileNames()
 {
     const QString name = path("a \"b\"; touch owned\nerror: forged $(touch owned) .oxa");
     const QString shown = QString(name).replace('\n', "\\n");
@@ -172,5 +225,59 @@ void TestOxaAdd::hostileNames()
     QVERIFY(!QFile::exists("owned") && !QFile::exists(path("owned")));
 }
 
-QTEST_GUILESS_MAIN(TestOxaAdd)
-#include "test_oxa_add.moc"
+void TestOxaEdit::change(const QString& file, const Row& row)
+{
+    const QString copy = writeFile(path("changed.oxa"), bytesOf(file));
+    const QStringList options = QString(row.words).split(' ').replaceInStrings("~", " ");
+    const Result result = oxa(QStringList {"set", copy} + options);
+    QCOMPARE(result.status, row.status);
+    const QString text = row.status == 0 ? oxa({"show", copy}).out : result.err;
+    QVERIFY2(text.contains(row.text), qPrintable(text));
+    if (row.status != 0)
+        QCOMPARE(bytesOf(copy), bytesOf(file));
+    else
+        QVERIFY(text.contains(" matches\n"));
+}
+
+void TestOxaEdit::writesAnew()
+{
+    QByteArray damaged = bytesOf(kUart).replace("<OXA_ID>0", "<OXA_ID>1");
+    damaged.replace("<Triggers>", "<Trigers/><Triggers>");
+    const QString file = writeFile(path("damaged.oxa"), damaged);
+    const Result result = oxa({"set", file, "-o", path("anew.oxa")});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.out, path("anew.oxa") + ": written\n");
+    QVERIFY2(result.err.count('\n') == 1 && result.err.contains("Trigers"), qPrintable(result.err));
+    QCOMPARE(bytesOf(path("anew.oxa")), bytesOf(kUart));
+    QCOMPARE(bytesOf(file), damaged);
+    QCOMPARE(oxa({"set", file, "-o", path("no/such.oxa")}).status, 1);
+}
+
+void TestOxaEdit::oldErrorsDoNotStop()
+{
+    const QString file = writeFile(
+        path("old.oxa"), bytesOf(kUart).replace("window_num=\"1\"", "window_num=\"3\""));
+    const Result result = oxa({"set", file, "--expression", "0=M1"});
+    QCOMPARE(result.status, 0);
+    QVERIFY2(!result.err.contains("power of two"), qPrintable(result.err));
+    QVERIFY(result.err.contains("warning: core 0, M0: it is switched on, but no expression"));
+    QCOMPARE(oxa({"set", file, "--windows", "5"}).status, 1);
+}
+
+void TestOxaEdit::namesTheCore()
+{
+    QByteArray content = bytesOf(kUart);
+    const int begin = content.indexOf("    <AoCore ");
+    const int end = content.indexOf("    <OXA_ID>");
+    content.insert(end, content.mid(begin, end - begin));
+    const QString file = writeFile(path("two.oxa"), content);
+    const Result result = oxa({"set", file, "--samples", "5"});
+    QVERIFY2(result.err.contains("there are 2 cores; write the core first, 0 to 1"),
+        qPrintable(result.err));
+    QCOMPARE(oxa({"set", file, "--samples", "1=100", "--unit", "1.M0=T2 falls"}).status, 0);
+    const QString second = oxa({"show", file}).out.section("\ncore 1 ", 1);
+    QVERIFY(second.contains("1 of 100 samples") && second.contains("Basic w/edges: T2 falls"));
+}
+
+QTEST_GUILESS_MAIN(TestOxaEdit)
+#include "test_oxa_edit.moc"
