@@ -228,6 +228,7 @@ void TestCapture::withoutATrigger()
     const QJsonObject core
         = QJsonDocument::fromJson(result.out.toUtf8())["cores"].toArray().at(0).toObject();
     QCOMPARE(core["triggered"], QJsonValue(false));
+    QVERIFY(core["level"] == 0 && core["window"] == 0 && core["matches"]["M0"] == 0);
     QCOMPARE(core["names"], QJsonValue("verified"));
     QCOMPARE(core["windows"][0]["triggerSample"], QJsonValue(QJsonValue::Null));
     const QByteArray csv = bytesOf(path("live.csv"));

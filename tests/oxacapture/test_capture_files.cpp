@@ -74,10 +74,8 @@ private Q_SLOTS:
     void vcd();
     void sigrok();
     void sigrokOfManySamples();
-    void json();
     void samplesOfACoreThatWaits();
     void aShortWindowBeginsWithItsTrigger();
-    void anUnwritableFileStaysAsItWas();
     void aStoppedFileStaysAsItWas();
 
 private:
@@ -180,28 +178,6 @@ void TestCaptureFiles::sigrokOfManySamples()
     QVERIFY2(error.endsWith("stopped"), qPrintable(error));
 }
 
-void TestCaptureFiles::json()
-{
-    Capture capture = twoCores();
-    capture[0].windows.resize(1);
-    capture[0].windows[0].untriggered = true;
-    capture[0].windows[0].place.triggerSample = kNoSample;
-    capture[0].waited = true;
-    capture[0].level = 1;
-    capture[0].window = 2;
-    capture[0].matches = {
-        {0,  21},
-        {10, 0 }
-    };
-    QByteArray text = captureJson(capture);
-    QCOMPARE(text.replace(' ', "").replace('\n', ""),
-        QByteArray("{\"cores\":[{\"index\":3,\"level\":1,\"matches\":{\"M0\":21,\"M10\":0},"
-                   "\"triggered\":false,\"window\":2,\"windows\":["
-                   "{\"firstSample\":0,\"samples\":2,\"triggerSample\":null}]},"
-                   "{\"index\":7,\"triggered\":true,\"windows\":["
-                   "{\"firstSample\":0,\"samples\":4,\"triggerSample\":null}]}]}"));
-}
-
 // Memory holds the numbers of its words; that of the third window has a mark.
 void TestCaptureFiles::samplesOfACoreThatWaits()
 {
@@ -260,18 +236,6 @@ void TestCaptureFiles::aShortWindowBeginsWithItsTrigger()
         core, status, setup, BitString(1, 1), BitString(0x4321, 16), windows, &error));
     QCOMPARE(windows.front().triggerOffset, 0);
     QCOMPARE(windows.front().samples.size(), 3);
-}
-
-void TestCaptureFiles::anUnwritableFileStaysAsItWas()
-{
-    QCOMPARE(written("out.txt", {}),
-        QByteArray(
-            m_dir.filePath("out.txt").toUtf8() + ": the suffix has to be .vcd, .csv or .sr"));
-    QVERIFY(QDir(m_dir.path()).mkdir("dir.vcd"));
-    QVERIFY(written("dir.vcd", {}).contains("dir.vcd: cannot be written: "));
-    QVERIFY(written("none/out.csv", {}).contains("none/out.csv: cannot be written: "));
-    QVERIFY(QFile::link("/dev/full", m_dir.filePath("full.csv")));
-    QVERIFY(written("full.csv", twoCores()).contains("cannot be written: No space left on device"));
 }
 
 // Wherever it is stopped: at its beginning, at each of its steps, before it takes the old file's

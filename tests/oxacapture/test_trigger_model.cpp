@@ -1,6 +1,7 @@
 #include "oxacapture/trigger/trigger_model.h"
 
 #include "oxacapture/sample_text.h"
+#include "support/signals.h"
 
 #include "oxautils/model/limits.h"
 
@@ -14,23 +15,15 @@ namespace {
 std::unique_ptr<OXA::AoCore> coreWithPort(int width)
 {
     auto core = std::make_unique<OXA::AoCore>(0);
-    OXA::SignalItem item;
-    item.name = "d";
-    core->captureSignals += item;
-    for (int bit = width - 1; bit >= 0; --bit) {
-        item.name = QString("p%1").arg(bit);
-        core->triggers[0]->signalList += item;
-    }
+    core->captureSignals += signalOf("d");
+    core->triggers[0]->signalList = signalsOf("p", width);
     return core;
 }
 
 OXA::MatchUnit& enableUnit(OXA::AoCore& core, int index, const QString& value)
 {
-    OXA::MatchUnit& unit = *core.matchUnits[index];
-    unit.enabled = true;
+    OXA::MatchUnit& unit = ::enableUnit(core, index, 0, value);
     unit.matchType = OXA::MatchRangeEdges;
-    unit.value0 = value;
-    unit.trigger = core.triggers[0];
     return unit;
 }
 
