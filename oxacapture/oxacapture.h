@@ -17,7 +17,6 @@
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/core_identity.h"
 #include "oxacapture/target/core_status.h"
-#include "oxacapture/target/fingerprint.h"
 #include "oxacapture/target/jtag_link.h"
 #include "oxacapture/target/openocd_link.h"
 #include "oxacapture/target/remote_bitbang_link.h"

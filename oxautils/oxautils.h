@@ -26,6 +26,7 @@
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/generate/build_run.h"
 #include "oxautils/generate/file_names.h"
+#include "oxautils/generate/fingerprint.h"
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/name_sums.h"
 #include "oxautils/generate/oxa_arg.h"

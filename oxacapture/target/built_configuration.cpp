@@ -1,8 +1,7 @@
 #include "oxacapture/target/built_configuration.h"
 
-#include "oxacapture/target/fingerprint.h"
-
 #include "files/fail.h"
+#include "oxautils/generate/fingerprint.h"
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/model/limits.h"
@@ -81,8 +80,9 @@ bool generatedFingerprints(const QString& workDir, const std::vector<CorePlan>& 
     fingerprints.assign(cores.size(), 0);
     for (size_t core = 0; core < cores.size(); ++core) {
         const bool ok = cores[core].core
-            ? generatedFingerprint(workDir, int(core), *cores[core].core, fingerprints[core], error)
-            : generatedLiteFingerprint(workDir, fingerprints[core], error);
+            ? OXA::generatedFingerprint(
+                workDir, int(core), *cores[core].core, fingerprints[core], error)
+            : OXA::generatedLiteFingerprint(workDir, fingerprints[core], error);
         if (!ok)
             return false;
     }

@@ -1,10 +1,10 @@
-#include "oxacapture/target/fingerprint.h"
-
-#include "oxacapture/trigger/trigger_table.h"
+#include "oxautils/generate/fingerprint.h"
 
 #include "files/fail.h"
 #include "oxautils/encoding/crc32.h"
+#include "oxautils/encoding/static_expression.h"
 #include "oxautils/generate/file_names.h"
+#include "oxautils/model/ao_core.h"
 #include "oxautils/model/limits.h"
 
 #include <QFile>
@@ -12,7 +12,7 @@
 #include <QSet>
 #include <QtAlgorithms>
 
-namespace OXA_CAPTURE {
+namespace OXA {
 
 namespace {
 
@@ -20,7 +20,7 @@ constexpr int kNoDefine = 3; // the code of a storage without define
 
 // Rows in which each expression is evaluated: the j-th enabled unit is the parity of the row and
 // mask j.
-constexpr quint32 kMasks[OXA::kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
+constexpr quint32 kMasks[kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 22, 25, 26, 28};
 
 constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
 
@@ -73,7 +73,7 @@ bool readLines(const QString& path, QStringList& lines, QString* error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return OXA::fail(error, path + ": " + file.errorString());
+        return fail(error, path + ": " + file.errorString());
     lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
     return true;
 }
@@ -97,7 +97,7 @@ bool readValues(const QString& path, std::vector<Value>& values, QString* error)
     for (const QString& line : qAsConst(lines)) {
         const auto match = parameter.match(line);
         if (!match.hasMatch())
-            return OXA::fail(error, path + ": unexpected \"" + line + '"');
+            return fail(error, path + ": unexpected \"" + line + '"');
         values.push_back(parseValue(match.captured(1), match.captured(2)));
     }
     return true;
@@ -112,16 +112,16 @@ const Value* find(const std::vector<Value>& values, const QString& name)
     return nullptr;
 }
 
-void addWord(OXA::Crc32& crc, quint32 word) { crc.add(word, 32); }
+void addWord(Crc32& crc, quint32 word) { crc.add(word, 32); }
 
 // The lowest `width` bits in whole words.
-void addBits(OXA::Crc32& crc, const Value* value, int width)
+void addBits(Crc32& crc, const Value* value, int width)
 {
     for (int bit = 0; bit < (width + 31) / 32 * 32; ++bit)
         crc.add(value && bit < width && value->bit(bit));
 }
 
-void addWord(OXA::Crc32& crc, const std::vector<Value>& values, const QString& name)
+void addWord(Crc32& crc, const std::vector<Value>& values, const QString& name)
 {
     addBits(crc, find(values, name), 32);
 }
@@ -135,12 +135,12 @@ int storageCode(const QSet<QString>& defines, const QString& prefix)
     return kNoDefine;
 }
 
-void addInitials(OXA::Crc32& crc, const Generated& generated, int width)
+void addInitials(Crc32& crc, const Generated& generated, int width)
 {
     for (const char* name :
         {"TRIG_LEVELS_INIT", "MAX_DATA_DEPTH_INIT", "DATA_DEPTH_INIT", "NUM_WINDOWS_INIT"})
         addWord(crc, generated.initials, name);
-    for (int unit = 0; unit < OXA::kUnits; ++unit) {
+    for (int unit = 0; unit < kUnits; ++unit) {
         for (const char* reg : {"REG_M0", "REG_M1", "REG_M2", "REG_CTRL", "TRIG_CNT"})
             addBits(crc,
                 find(
@@ -150,31 +150,37 @@ void addInitials(OXA::Crc32& crc, const Generated& generated, int width)
 }
 
 // Bit k is the output of unit k in row `row`.
-quint32 outputsIn(quint32 row, const OXA::AoCore& core)
+quint32 outputsIn(quint32 row, const AoCore& core)
 {
     quint32 outputs = 0;
     const quint32* mask = kMasks;
-    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
+    for (const MatchUnit* unit : core.enabledMatchUnits())
         outputs |= quint32(qPopulationCount(row & *mask++) & 1) << unit->index;
     return outputs;
 }
 
-bool addStaticTable(
-    OXA::Crc32& crc, const OXA::AoCore& core, const QString& expression, QString* error)
+bool addStaticTable(Crc32& crc, const AoCore& core, const QString& expression, QString* error)
 {
-    TriggerTable table;
-    if (!triggerTable(core, expression, table, error))
-        return false;
-    for (quint32 row = 0; row < 64; ++row)
-        crc.add(table.at(outputsIn(row, core)));
+    const StaticExpression parsed = parseStatic(tokensOf(expression));
+    const QString fault = parsed.fault.text();
+    if (!fault.isEmpty())
+        return fail(error, fault);
+    const TruthTable table = staticTable(parsed);
+    for (quint32 row = 0; row < 64; ++row) {
+        const quint32 outputs = outputsIn(row, core);
+        int address = 0;
+        for (int bit = 0; bit < parsed.units.size(); ++bit)
+            address |= int(outputs >> parsed.units.at(bit) & 1) << bit;
+        crc.add(table.at(address));
+    }
     return true;
 }
 
-bool addTables(OXA::Crc32& crc, const Generated& generated, const OXA::AoCore& core, QString* error)
+bool addTables(Crc32& crc, const Generated& generated, const AoCore& core, QString* error)
 {
     const int rows = 1 << core.enabledMatchUnits().size();
     for (int e = 0; e < core.expressions.size(); ++e) {
-        if (core.expressionType == OXA::DynamicExpressions)
+        if (core.expressionType == DynamicExpressions)
             addBits(crc, find(generated.initials, QString("EXPRESSION%1_INIT").arg(e)), rows);
         else if (!addStaticTable(crc, core, core.expressions.at(e), error))
             return false;
@@ -182,11 +188,11 @@ bool addTables(OXA::Crc32& crc, const Generated& generated, const OXA::AoCore& c
     return true;
 }
 
-void addDefines(OXA::Crc32& crc, const QSet<QString>& defines, int index)
+void addDefines(Crc32& crc, const QSet<QString>& defines, int index)
 {
     const QString prefix = QString("CORE%1_DEF_").arg(index);
     quint32 ports = 0;
-    for (int port = 0; port < OXA::kPorts; ++port)
+    for (int port = 0; port < kPorts; ++port)
         ports |= quint32(defines.contains(prefix + QString("TRIG_%1_EN").arg(port))) << port;
     addWord(crc, ports);
     addWord(crc, defines.contains(QString("DYNAMIC_EXPRESSION_%1").arg(index)));
@@ -199,23 +205,23 @@ void addDefines(OXA::Crc32& crc, const QSet<QString>& defines, int index)
 
 QString generatedFile(const QString& workDir, int position, const char* name)
 {
-    return QString("%1/%2%3/%4").arg(workDir, OXA::NAME_AO, QString::number(position), name);
+    return QString("%1/%2%3/%4").arg(workDir, NAME_AO, QString::number(position), name);
 }
 
 }
 
-bool generatedFingerprint(const QString& workDir, int position, const OXA::AoCore& core,
-    quint32& fingerprint, QString* error)
+bool generatedFingerprint(
+    const QString& workDir, int position, const AoCore& core, quint32& fingerprint, QString* error)
 {
     Generated generated;
-    if (!readDefines(generatedFile(workDir, position, OXA::AO_TOP_DEFINE_FILE_NAME),
-            generated.defines, error)
-        || !readValues(generatedFile(workDir, position, OXA::AO_PARAMETER_FILE_NAME),
-            generated.parameters, error)
-        || !readValues(generatedFile(workDir, position, OXA::AO_CAPTUREINIT_FILE_NAME),
-            generated.initials, error))
+    if (!readDefines(
+            generatedFile(workDir, position, AO_TOP_DEFINE_FILE_NAME), generated.defines, error)
+        || !readValues(
+            generatedFile(workDir, position, AO_PARAMETER_FILE_NAME), generated.parameters, error)
+        || !readValues(
+            generatedFile(workDir, position, AO_CAPTUREINIT_FILE_NAME), generated.initials, error))
         return false;
-    OXA::Crc32 crc;
+    Crc32 crc;
     addWord(crc, 1);
     for (const Value& value : generated.parameters)
         addBits(crc, &value, 32);
@@ -230,12 +236,11 @@ bool generatedFingerprint(const QString& workDir, int position, const OXA::AoCor
 bool generatedLiteFingerprint(const QString& workDir, quint32& fingerprint, QString* error)
 {
     Generated generated;
-    if (!readDefines(
-            generatedFile(workDir, 0, OXA::AO_TOP_DEFINE_FILE_NAME), generated.defines, error)
+    if (!readDefines(generatedFile(workDir, 0, AO_TOP_DEFINE_FILE_NAME), generated.defines, error)
         || !readValues(
-            generatedFile(workDir, 0, OXA::AO_PARAMETER_FILE_NAME), generated.parameters, error))
+            generatedFile(workDir, 0, AO_PARAMETER_FILE_NAME), generated.parameters, error))
         return false;
-    OXA::Crc32 crc;
+    Crc32 crc;
     addWord(crc, 0);
     for (const char* name :
         {"TRIG_TYPE", "STORAGE_DEPTH", "DATA_OUT_SHIFT_WIDTH", "MEM_DATA_WIDTH", "SIG_PORT_WIDTH"})
