@@ -32,6 +32,7 @@
 #include "oxautils/generate/oxa_arg.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
+#include "oxautils/generate/remembered_builds.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/synthesis_options.h"
 #include "oxautils/generate/uart_defines.h"

@@ -198,6 +198,10 @@ void BuildPanel::start(bool synthesize)
     if (!namesStayWords() || !writeSnapshot(arg))
         return;
     auto build = std::make_unique<OXA::BuildRun>(arg, synthesize);
+    build->remembered.original = m_document.path().isEmpty()
+        ? "untitled.oxa"
+        : QFileInfo(m_document.path()).absoluteFilePath();
+    build->remembered.device = arg.device;
     if (!passesCheck(*build) || !mayEmptyWorkDir(arg))
         return;
     m_job->start(std::move(build));

@@ -40,7 +40,8 @@ design is the same with and without the analyzer. --prove WRAPPER checks an exis
 file, a wrapper or the output of --as verilog, and writes nothing. Exit status 1:
 not proven; the outputs and registers that may differ are printed.
 
-The sources are given by --design or -f, or taken from FILE.design.)";
+The sources are given by --design or -f, or taken from FILE.design. The build is
+remembered on this computer (docs/captures.md), unless OXA_REMEMBER is 0.)";
 
 struct Options {
     QString file;
@@ -88,6 +89,8 @@ int generate(const Options& options, const OXA::OxaArg& arg, const DEV::FamilyLi
     build.link = link;
     build.uart = options.request.uart;
     build.loggedErrors = loggedErrors;
+    if (options.wrapper.isEmpty()) // a proof of an existing file builds nothing
+        build.remembered = rememberedAs(options.request, arg);
     if (const int status
         = checkBuild(build, options.file, "generate", OtherProblems::Warnings, err);
         status != kDone)

@@ -54,6 +54,8 @@ The resources that the analyzer needs are known after synthesis.
 
   oxa generate uart.oxa --for ice40 --work-dir W
 
+The build is remembered on this computer (docs/captures.md), unless OXA_REMEMBER is 0.
+
 Exit status 1 also means that the analyzer does not fit the part. The netlist exists
 then, unless the estimate already exceeds the part by far.)";
 
@@ -164,6 +166,7 @@ int run(const Options& options, Io& io)
     build.uart = options.request.uart;
     build.loggedErrors = loggedErrors;
     build.templates = options.templates;
+    build.remembered = rememberedAs(options.request, arg);
     const OtherProblems others = options.strict ? OtherProblems::Stop : OtherProblems::Warnings;
     if (const int status = checkBuild(build, options.file, "generate", others, io.err);
         status != kDone)

@@ -71,6 +71,14 @@ bool fillRequest(const RequestOptions& options, const QString& file, OXA::OxaArg
     return true;
 }
 
+OXA::RememberedBuild rememberedAs(const RequestOptions& options, const OXA::OxaArg& arg)
+{
+    OXA::RememberedBuild build;
+    build.original = QFileInfo(arg.configFile).absoluteFilePath();
+    build.device = options.family.isEmpty() ? arg.device : options.family;
+    return build;
+}
+
 bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextOut& err)
 {
     link = nullptr;

@@ -6,6 +6,7 @@
 
 #include "oxautils/config/configuration.h"
 #include "oxautils/generate/oxa_arg.h"
+#include "oxautils/generate/remembered_builds.h"
 #include "oxautils/generate/uart_defines.h"
 
 #include <dev/family_facts.h>
@@ -23,6 +24,9 @@ struct RequestOptions {
 void addTargetOptions(Command& command, RequestOptions& options);
 /// Adds --ip-dir.
 void addIpDir(Command& command, RequestOptions& options);
+
+/// How a build of the request is remembered.
+OXA::RememberedBuild rememberedAs(const RequestOptions& options, const OXA::OxaArg& arg);
 
 // On failure, each returns false with the error on `err`.
 

@@ -94,18 +94,17 @@ bool CaptureSession::failAt(size_t core, const QString& error)
 bool CaptureSession::begin()
 {
     m_build = {};
-    m_fingerprints.clear();
-    m_nameSums.clear();
+    m_sums = {};
     if (!m_client.begin() || !m_client.discover(m_identities))
         return fail(m_client.error());
     for (const CoreIdentity& identity : m_identities) {
         quint32 fingerprint = 0;
-        QList<quint32> nameSums;
+        OXA::NameSums nameSums;
         if (!m_client.readFingerprint(identity.position, fingerprint)
             || !m_client.readNameSums(identity, nameSums))
             return fail(m_client.error());
-        m_fingerprints.push_back(fingerprint);
-        m_nameSums.push_back(nameSums);
+        m_sums.fingerprints.push_back(fingerprint);
+        m_sums.names += nameSums;
     }
     return true;
 }
@@ -115,7 +114,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
     for (const BuiltConfiguration& build : builds) {
         if (!matchStructure(build.cores))
             return false;
-        if (build.fingerprints != m_fingerprints)
+        if (build.fingerprints != m_sums.fingerprints)
             continue;
         if (!matchNames(build.cores))
             return false;
@@ -131,7 +130,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
         return true;
     }
     QStringList found;
-    for (const quint32 fingerprint : m_fingerprints)
+    for (const quint32 fingerprint : m_sums.fingerprints)
         found += QString("%1").arg(fingerprint, 8, 16, QChar('0'));
     return fail(QString("the target was built from another configuration: its cores are of the same"
                         " shape, but values, expressions or memories differ (fingerprint %1)")
@@ -161,7 +160,7 @@ bool CaptureSession::matchNames(const std::vector<CorePlan>& cores)
         const QList<QStringList> lists(request.fields.begin(), request.fields.end());
         const OXA::NameSums own = OXA::nameSums(request.clock, lists);
         for (int list = 0; list < own.size() && knowsNames(core); ++list) {
-            if (own.at(list) != m_nameSums[core].at(list))
+            if (own.at(list) != m_sums.names.at(int(core)).at(list))
                 return fail(cores[core].name()
                     + ": the target was built from another"
                       " configuration: "

@@ -4,6 +4,7 @@
 #include "oxacapture/target/analyzer_client.h"
 #include "oxacapture/target/built_configuration.h"
 #include "oxacapture/target/window_decoder.h"
+#include "oxautils/generate/fingerprint.h"
 
 #include <QElapsedTimer>
 
@@ -68,6 +69,8 @@ public:
     /// Finds the target's cores, without changing what they do.
     bool begin();
     const std::vector<CoreIdentity>& identities() const { return m_identities; }
+    /// What they were built from, for `OXA::rememberedBuilds`.
+    const OXA::BuildSums& sums() const { return m_sums; }
 
     /// Finds which of `builds` the target was made from; false, with the difference, when none.
     /// Names of clocks and signals are compared when the target has sums of names.
@@ -77,7 +80,7 @@ public:
 
     /// Whether `match` could compare the names of the build's core with the target's sums of names:
     /// a target built without the file of these sums has none.
-    bool knowsNames(size_t core) const { return !m_nameSums[core].isEmpty(); }
+    bool knowsNames(size_t core) const { return !m_sums.names.at(int(core)).isEmpty(); }
     /// The warning about cores without sums of names; empty when all have them.
     QString namesWarning() const;
 
@@ -137,8 +140,7 @@ private:
 
     AnalyzerClient m_client;
     std::vector<CoreIdentity> m_identities;
-    std::vector<quint32> m_fingerprints;
-    std::vector<QList<quint32>> m_nameSums;
+    OXA::BuildSums m_sums;
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
     std::vector<bool> m_begun; // the status showed that the arming reached the sample clock

@@ -56,6 +56,12 @@ QString writtenNetlist(const OxaArg& arg)
     return arg.workDir + '/' + runs.value(0) + "/netlist.v";
 }
 
+QByteArray bytesOf(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 /// The resources of these cells.
 AnalyzerAmounts amountsOf(const QMap<QString, int>& cells)
 {
@@ -114,7 +120,12 @@ BuildResult BuildRun::run()
         result.messages += shownText(error);
         return result;
     }
+    const QByteArray content = bytesOf(m_arg.configFile); // a user may edit it during synthesis
+    Configuration configuration;
+    readConfiguration(m_arg.configFile, configuration, nullptr);
     result = m_synthesize ? synthesize() : generate();
+    if (result.end == BuildEnd::Done)
+        remember(configuration, content);
     const bool failed = result.end == BuildEnd::Failed || result.end == BuildEnd::Refused;
     if (failed && stopped())
         result.end = BuildEnd::Stopped;
@@ -151,6 +162,18 @@ bool BuildRun::writeTemplates() const
     QString error;
     return readConfiguration(m_arg.configFile, configuration, &error)
         && OXA::writeTemplates(m_arg, configuration);
+}
+
+void BuildRun::remember(const Configuration& configuration, const QByteArray& content) const
+{
+    BuildSums sums;
+    if (remembered.original.isEmpty() || content.isEmpty() || configuration.isEmpty()
+        || !generatedSums(m_arg.workDir, configuration, sums, nullptr))
+        return;
+    RememberedBuild build = remembered;
+    build.workDir = QFileInfo(m_arg.workDir).absoluteFilePath();
+    build.time = QDateTime::currentDateTime();
+    rememberBuild(build, content, sums);
 }
 
 // What the link takes beside the analyzer.

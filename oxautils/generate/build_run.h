@@ -3,6 +3,7 @@
 
 #include "oxautils/check/problem.h"
 #include "oxautils/generate/oxa_arg.h"
+#include "oxautils/generate/remembered_builds.h"
 #include "oxautils/generate/uart_defines.h"
 
 #include <QList>
@@ -19,6 +20,7 @@ struct FamilyLink;
 namespace OXA {
 
 class OXAProxyQxSyn;
+struct Configuration;
 
 /// The end of a build, or of its check.
 enum class BuildEnd {
@@ -72,6 +74,10 @@ public:
     const DEV::FamilyLink* link = nullptr;
     UartRates uart; ///< of a UART link
 
+    /// With the `original` that the configuration is known by, and the `device`, the build is
+    /// remembered (`rememberBuild`) when it is done. Without an `original` it is not.
+    RememberedBuild remembered;
+
     /// The number of errors that the program's message handler has received so far. The generator
     /// only logs files that it cannot write, so a run fails when this number grows.
     std::function<int()> loggedErrors;
@@ -91,6 +97,7 @@ private:
     BuildResult generate();
     BuildResult synthesize();
     bool writeTemplates() const;
+    void remember(const Configuration& configuration, const QByteArray& content) const;
     bool stopped();
     void setGenerator(OXAProxyQxSyn* generator);
 

@@ -1,10 +1,10 @@
 #include "oxautils/generate/fingerprint.h"
 
 #include "files/fail.h"
+#include "oxautils/config/configuration.h"
 #include "oxautils/encoding/crc32.h"
 #include "oxautils/encoding/static_expression.h"
 #include "oxautils/generate/file_names.h"
-#include "oxautils/model/ao_core.h"
 #include "oxautils/model/limits.h"
 
 #include <QFile>
@@ -250,6 +250,26 @@ bool generatedLiteFingerprint(const QString& workDir, quint32& fingerprint, QStr
         {"DEF_INPUT_REG_EN", "DEF_CAPTURE_INIT_DATA", "DEF_1BIT_MODE", "ZV1_EN"})
         addWord(crc, generated.defines.contains(name));
     fingerprint = crc.sum();
+    return true;
+}
+
+bool generatedSums(
+    const QString& workDir, const Configuration& configuration, BuildSums& sums, QString* error)
+{
+    sums = {};
+    for (const AoCore* core : configuration.cores) {
+        sums.fingerprints.push_back(0);
+        sums.names += nameSums(*core);
+        if (!generatedFingerprint(
+                workDir, sums.names.size() - 1, *core, sums.fingerprints.back(), error))
+            return false;
+    }
+    for (const AOCore_Lite* core : configuration.liteCores.mid(0, 1)) { // only this core is built
+        sums.fingerprints.push_back(0);
+        sums.names += nameSums(*core);
+        if (!generatedLiteFingerprint(workDir, sums.fingerprints.back(), error))
+            return false;
+    }
     return true;
 }
 
