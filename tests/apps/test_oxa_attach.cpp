@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
+
 namespace {
 
 constexpr char kPart[] = "QX3A-10ALV-QFN88-C8";
@@ -185,6 +187,7 @@ class TestOxaAttach : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void randomDesigns_data();
     void randomDesigns();
     void proofs();
     void refusals();
@@ -311,28 +314,36 @@ void TestOxaAttach::compareCapture()
     QVERIFY2(rows.size() == kSamples && bytesOf(path("nets")).contains('\n' + samples), samples);
 }
 
-// A design in every form, watched by random bits. OXA_RANDOM_DESIGNS: how many designs.
+// A row is a design. OXA_RANDOM_DESIGNS: how many, "200", or which, "31-67".
+void TestOxaAttach::randomDesigns_data()
+{
+    QTest::addColumn<int>("seed");
+    const QString one = QString::number(kSeed) + '-' + QString::number(kSeed);
+    const QString given = qEnvironmentVariable("OXA_RANDOM_DESIGNS", one);
+    const int first = given.contains('-') ? given.section('-', 0, 0).toInt() : 1;
+    for (int seed = first; seed <= given.section('-', -1).toInt(); ++seed)
+        QTest::addRow("design %d", seed) << seed;
+}
+
+// A design in every form, watched by random bits.
 void TestOxaAttach::randomDesigns()
 {
     static const QStringList forms {"verilog", "yosys", "hierarchical"};
-    bool given = false;
-    const int count = qEnvironmentVariableIntValue("OXA_RANDOM_DESIGNS", &given);
-    for (int seed = given ? 1 : kSeed; seed <= (given ? count : kSeed); ++seed) {
-        QRandomGenerator random {quint32(seed)};
-        const RandomDesign design = randomDesign(random);
-        writeFile(path("d.v"), design.verilog);
-        const QVector<WatchedBit> bits = randomBits(design, random);
-        writeConfiguration(names(bits));
-        for (const QString& form : forms) {
-            attach(form, design);
-            compile(form, design, bits, kPrint);
-            compareNets();
-            if (form == forms.at(seed % forms.size())) {
-                compile(form, design, bits, kServe);
-                compareCapture();
-            }
-            QVERIFY2(!QTest::currentTestFailed(),
-                qPrintable(QString("design %1, %2").arg(QString::number(seed), form)));
+    QFETCH(int, seed);
+    QRandomGenerator random {quint32(seed)};
+    const RandomDesign design = randomDesign(random);
+    writeFile(path("d.v"), design.verilog);
+    const QVector<WatchedBit> bits = randomBits(design, random);
+    writeConfiguration(names(bits));
+    for (int i = 0; i < forms.size(); ++i) {
+        const QString& form = forms.at(i);
+        QVector<std::function<void()>> steps {[&] { attach(form, design); },
+            [&] { compile(form, design, bits, kPrint); }, [&] { compareNets(); }};
+        if (i == seed % forms.size())
+            steps << [&] { compile(form, design, bits, kServe); } << [&] { compareCapture(); };
+        for (const auto& step : steps) { // each needs the files of those before
+            step();
+            QVERIFY2(!QTest::currentTestFailed(), qPrintable(form));
         }
     }
 }
