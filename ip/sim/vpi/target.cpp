@@ -1,40 +1,15 @@
-// A simulated target: a socket for the pads of a design's test access port, and a recorded stimulus
-// for its other ports.
-//
-//   $oxa_target(tck, tms, tdi, tdo, values, clocks);
-//
-// drives the variables tck, tms, tdi, values and clocks, and reads the net tdo. Simulation time
-// advances only when a client requests it. Command line options:
-//
-//   +oxa_jtag=ADDRESS      address for remote_bitbang (docs/simulated-target.md)
-//   +oxa_control=ADDRESS   address for control lines (docs/simulated-target.md)
-//   +oxa_stimulus=FILE     the steps for the command "run"
-//   +oxa_settle=1          unknown registers and memories start at 0
-//   +oxa_bench=1           the design has its own bench: "run" counts the times at which something
-//                          happens, and ends when a net changes that "look" has read; JTAG takes
-//                          no simulation time
-//   +oxa_find=MODULE       prints the paths of a module's instances and ends
-//
-// with an ADDRESS as in server_socket.h. It ends when its control client disconnects, or the
-// process that started it ends.
+#include "target.h"
 
-#include "bitbang.h"
-#include "instances.h"
 #include "power_up.h"
-#include "stimulus.h"
-
-#include <vpi_user.h>
+#include "simulation.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <map>
-#include <memory>
 #include <poll.h>
 #include <sstream>
-#include <unistd.h>
 
 namespace oxa_target {
 
@@ -45,107 +20,6 @@ constexpr int kParentCheck = 1000; // ms between two checks that it is running
 // vvp only records a signal that ends it, and handles it when simulation time advances.
 volatile std::sig_atomic_t endedBySignal = 0;
 
-bool isStopped = false; // by `stop`
-
-enum Argument { Tck, Tms, Tdi, Tdo, Values, Clocks, ArgumentCount };
-
-void putBit(vpiHandle net, bool bit)
-{
-    s_vpi_value value = {};
-    value.format = vpiScalarVal;
-    value.value.scalar = bit ? vpi1 : vpi0;
-    vpi_put_value(net, &value, nullptr, vpiNoDelay);
-}
-
-// `format` is that of `digits`: vpiHexStrVal or vpiBinStrVal.
-void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
-{
-    s_vpi_value value = {};
-    value.format = format;
-    value.value.str = digits.data();
-    vpi_put_value(net, &value, nullptr, vpiNoDelay);
-}
-
-// Whether any of its bits is 1.
-bool isHigh(vpiHandle net)
-{
-    s_vpi_value value = {};
-    value.format = vpiBinStrVal;
-    vpi_get_value(net, &value);
-    return std::strchr(value.value.str, '1') != nullptr;
-}
-
-class Target : public Pads {
-public:
-    Target(vpiHandle scope, const vpiHandle (&arguments)[ArgumentCount]);
-
-    bool start();
-    void wake();
-
-    void drive(bool tck, bool tms, bool tdi) override;
-    bool tdo() override;
-
-private:
-    struct Watched {
-        vpiHandle net = nullptr;
-        bool wasLow = false; // at the previous `look`, or since
-        bool* changes = nullptr; // set to true at each change
-    };
-
-    bool open(const char* option, ServerSocket& socket);
-    bool play();
-    bool obeyControl();
-    void beginRun(const std::string& count);
-    void endRun();
-    void look(const std::string& names);
-    Watched* watch(const std::string& name);
-    bool wait();
-    void sleep();
-    void callBack(PLI_INT32 reason);
-    bool put(Argument pad, bool level);
-
-    vpiHandle m_scope; // scope to be settled; null when done
-    vpiHandle m_arguments[ArgumentCount];
-    ServerSocket m_jtag;
-    ServerSocket m_control;
-    Bitbang m_bitbang {m_jtag, *this};
-    Stimulus m_stimulus;
-    bool m_running = false;
-    int m_pads[Tdo] = {-1, -1, -1}; // levels driven last
-    bool m_rises = false; // TCK rises when the other pads are stable
-    long m_stepsLeft = 0;
-    long m_stepsRun = 0;
-    std::map<std::string, Watched> m_watched;
-    std::string m_clocks; // levels for after the values are set
-    const bool m_hasBench;
-    bool m_timePasses = false; // until the next time with an event
-    bool m_watchedChanges = false; // a net from `look` has changed in this run
-    const pid_t m_parent = getppid();
-};
-
-// The text of "+option=" on the simulator's command line; null without it.
-const char* option(const char* name)
-{
-    s_vpi_vlog_info info = {};
-    vpi_get_vlog_info(&info);
-    const size_t length = std::strlen(name);
-    for (int i = 0; i < info.argc; ++i) {
-        const char* argument = info.argv[i];
-        if (argument[0] == '+' && std::strncmp(argument + 1, name, length) == 0
-            && argument[length + 1] == '=')
-            return argument + length + 2;
-    }
-    return nullptr;
-}
-
-void stop(const std::string& why)
-{
-    isStopped = true;
-    if (!why.empty()) {
-        vpi_printf("oxa_target: %s\n", why.c_str());
-        vpip_set_return_value(1);
-    }
-    vpi_control(vpiFinish, 0);
 }
 
 Target::Target(vpiHandle scope, const vpiHandle (&arguments)[ArgumentCount])
@@ -222,7 +96,7 @@ bool Target::play()
     if (!m_running)
         return false;
     StimulusStep step;
-    const bool isOver = m_stepsLeft == 0 || (m_hasBench && m_watchedChanges);
+    const bool isOver = m_stepsLeft == 0 || (m_hasBench && m_watched.changed);
     if (isOver || (!m_hasBench && !m_stimulus.next(step))) {
         endRun();
         return false;
@@ -277,61 +151,24 @@ void Target::beginRun(const std::string& count)
     char* rest = nullptr;
     m_stepsLeft = count.empty() ? -1 : std::strtol(count.c_str(), &rest, 10);
     m_stepsRun = 0;
-    m_watchedChanges = false;
+    m_watched.changed = false;
     m_running = m_stepsLeft >= 0 && *rest == '\0';
     if (!m_running)
         m_control.send("error no such command\n");
 }
 
-// The levels of nets and registers; 2 is a 1 that was a 0 since the previous call.
+// The levels of nets and registers.
 void Target::look(const std::string& names)
 {
     std::string levels;
     std::istringstream list(names);
     for (std::string name; list >> name;) {
-        Watched* watched = watch(name);
-        if (!watched) {
+        if (!m_watched.look(name, levels)) {
             m_control.send("error there is no " + name + '\n');
             return;
         }
-        const bool high = isHigh(watched->net);
-        levels += !high ? '0' : watched->wasLow ? '2' : '1';
-        watched->wasLow = !high;
     }
     m_control.send("saw " + levels + '\n');
-}
-
-// Watches a net from its first `look` on; null when there is none.
-Target::Watched* Target::watch(const std::string& name)
-{
-    const auto known = m_watched.find(name);
-    if (known != m_watched.end())
-        return &known->second;
-    std::string text = name;
-    vpiHandle net = vpi_handle_by_name(text.data(), nullptr);
-    if (!net)
-        return nullptr;
-    Watched& watched = m_watched[name];
-    watched.net = net;
-    watched.changes = &m_watchedChanges;
-    s_vpi_time time = {};
-    time.type = vpiSuppressTime;
-    s_vpi_value value = {};
-    value.format = vpiSuppressVal;
-    s_cb_data callback = {};
-    callback.reason = cbValueChange;
-    callback.obj = net;
-    callback.time = &time;
-    callback.value = &value;
-    callback.user_data = reinterpret_cast<PLI_BYTE8*>(&watched);
-    callback.cb_rtn = [](p_cb_data data) -> PLI_INT32 {
-        Watched& changed = *reinterpret_cast<Watched*>(data->user_data);
-        changed.wasLow = changed.wasLow || !isHigh(changed.net);
-        *changed.changes = true;
-        return 0;
-    };
-    vpi_register_cb(&callback);
-    return &watched;
 }
 
 // Waits for input; false when no more can come.
@@ -408,85 +245,4 @@ bool Target::tdo()
     return value.value.scalar == vpi1;
 }
 
-std::unique_ptr<Target> target;
-
-PLI_INT32 callTarget(PLI_BYTE8*)
-{
-    vpiHandle arguments[ArgumentCount] = {};
-    const vpiHandle call = vpi_handle(vpiSysTfCall, nullptr);
-    const vpiHandle list = vpi_iterate(vpiArgument, call);
-    for (int i = 0; list && i < ArgumentCount; ++i) {
-        arguments[i] = vpi_scan(list);
-        if (!arguments[i])
-            break;
-    }
-    if (target || !arguments[ArgumentCount - 1]) {
-        stop("$oxa_target is called once, with tck, tms, tdi, tdo, values and clocks");
-        return 0;
-    }
-    target = std::make_unique<Target>(vpi_handle(vpiScope, call), arguments);
-    target->start();
-    return 0;
-}
-
-// $finish of a bench: the captures are still to be read.
-PLI_INT32 callFinish(PLI_BYTE8*)
-{
-    static bool isTold = false;
-    s_vpi_time now = {};
-    now.type = vpiScaledRealTime;
-    vpi_get_time(vpi_handle(vpiScope, vpi_handle(vpiSysTfCall, nullptr)), &now);
-    if (!isTold)
-        vpi_printf("oxa_target: $finish at %g; the design continues\n", now.real);
-    isTold = true;
-    return 0;
-}
-
-PLI_INT32 find(p_cb_data)
-{
-    printInstances(option("oxa_find"));
-    stop({});
-    return 0;
-}
-
-PLI_INT32 endOfSimulation(p_cb_data)
-{
-    if (option("oxa_bench") && !isStopped)
-        vpi_printf("oxa_target: the bench has ended, and its clocks with it\n");
-    target.reset(); // closes the sockets
-    return 0;
-}
-
-void callAt(PLI_INT32 reason, PLI_INT32 (*function)(p_cb_data))
-{
-    s_cb_data callback = {};
-    callback.reason = reason;
-    callback.cb_rtn = function;
-    vpi_register_cb(&callback);
-}
-
-void registerTarget()
-{
-    s_vpi_systf_data task = {};
-    task.type = vpiSysTask;
-    task.tfname = "$oxa_target";
-    task.calltf = callTarget;
-    vpi_register_systf(&task);
-    if (option("oxa_bench")) {
-        task.tfname = "$finish";
-        task.calltf = callFinish;
-        vpi_register_systf(&task);
-    }
-    callAt(cbEndOfSimulation, endOfSimulation);
-    if (option("oxa_find"))
-        callAt(cbStartOfSimulation, find);
-}
-
-}
-
-}
-
-extern "C" {
-__attribute__((visibility("default"))) void (*vlog_startup_routines[])()
-    = {oxa_target::registerTarget, nullptr};
 }
