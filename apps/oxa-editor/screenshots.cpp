@@ -157,7 +157,12 @@ void takeDesign(const QString& configuration, const QString& path)
     for (int i = 0; i < 50 && !window.document().design(); ++i)
         settle();
     auto* view = window.findChild<DesignPanel*>()->findChild<QTreeView*>();
-    view->setCurrentIndex(view->indexBelow(view->model()->index(0, 0)));
+    const QModelIndex top = view->model()->index(0, 0);
+    for (int row = 0; row < view->model()->rowCount(top); ++row) {
+        if (view->model()->index(row, 0, top).data() == "bit_count")
+            view->expand(view->model()->index(row, 0, top));
+    }
+    view->setCurrentIndex(view->indexBelow(top));
     view->setFocus();
     take(window, path);
 }

@@ -34,23 +34,6 @@ bool splitRange(QString& word, Range& range)
     return true;
 }
 
-SignalItem itemOf(const DesignSignal& signal, int high, int low)
-{
-    SignalItem item;
-    item.name = signal.bitName(high);
-    if (high == low)
-        return item;
-    item.name = signal.path;
-    if (high - low + 1 < signal.width)
-        item.name += QString("[%1:%2]").arg(
-            QString::number(signal.indexAt(high)), QString::number(signal.indexAt(low)));
-    for (int position = high; position >= low; --position) {
-        item.subItems += SignalItem();
-        item.subItems.last().name = signal.bitName(position);
-    }
-    return item;
-}
-
 class Chooser {
 public:
     Chooser(const DesignIndex& index, const QString& clock)
@@ -162,7 +145,7 @@ void Chooser::takePositions(int signal, int high, int low)
         if (isFree && begin < 0)
             begin = position;
         if (!isFree && begin >= 0) {
-            m_chosen.items += itemOf(from, begin, position + 1);
+            m_chosen.items += partOfSignal(from, begin, position + 1);
             begin = -1;
         }
         if (isFree)
@@ -188,7 +171,22 @@ ChosenSignals Chooser::finish()
 
 }
 
-SignalItem wholeSignal(const DesignSignal& signal) { return itemOf(signal, signal.width - 1, 0); }
+SignalItem partOfSignal(const DesignSignal& signal, int high, int low)
+{
+    SignalItem item;
+    item.name = signal.bitName(high);
+    if (high == low)
+        return item;
+    item.name = signal.path;
+    if (high - low + 1 < signal.width)
+        item.name += QString("[%1:%2]").arg(
+            QString::number(signal.indexAt(high)), QString::number(signal.indexAt(low)));
+    for (int position = high; position >= low; --position) {
+        item.subItems += SignalItem();
+        item.subItems.last().name = signal.bitName(position);
+    }
+    return item;
+}
 
 ChosenSignals chooseSignals(
     const DesignIndex& index, const QStringList& words, const QString& clock)

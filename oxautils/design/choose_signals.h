@@ -13,8 +13,9 @@ struct OXAUTILS_EXPORT ChosenSignals {
     QStringList errors; ///< the same; `items` are then incomplete
 };
 
-/// The whole signal as in a configuration: a bus of its bits, most significant first, or its bit.
-OXAUTILS_EXPORT SignalItem wholeSignal(const DesignSignal& signal);
+/// The bits of `signal` at the positions `high` to `low` as in a configuration: a bus, most
+/// significant first, or a bit. A part of the signal has the range in its name.
+OXAUTILS_EXPORT SignalItem partOfSignal(const DesignSignal& signal, int high, int low);
 
 /// The signals for `words`, in their order; those of a pattern in the design's order. A word is a
 /// name or a pattern, optionally with bits: "soc/cpu/*", "pc[7:4]", "state[0]". Each bit is chosen

@@ -8,6 +8,7 @@
 #include <QMimeData>
 
 #include <algorithm>
+#include <tuple>
 
 using namespace OXA;
 
@@ -91,18 +92,50 @@ const DesignSignal* DesignModel::signalAt(const QModelIndex& index) const
     return signal < 0 ? nullptr : &m_tree->design().items.at(signal);
 }
 
+bool DesignModel::isOneBit(const QModelIndex& index) const
+{
+    const DesignSignal* signal = signalAt(index);
+    return signal && (signal->width == 1 || positionAt(index) >= 0);
+}
+
+// Rows of bits have the number of their signal's node, and behind that, in steps of the number of
+// all nodes, their position from 1.
+int DesignModel::nodeAt(const QModelIndex& index) const
+{
+    return int(index.internalId() % m_rows.size());
+}
+
+/// The position of a bit; -1 for other rows.
+int DesignModel::positionAt(const QModelIndex& index) const
+{
+    return int(index.internalId() / m_rows.size()) - 1;
+}
+
 QList<SignalItem> DesignModel::items(const QModelIndexList& indexes) const
 {
-    QVector<int> chosen;
+    struct Part {
+        int signal, high, low;
+    };
+    std::vector<Part> parts;
     for (const QModelIndex& index : indexes) {
         const DesignSignal* signal = signalAt(index);
-        if (signal && index.column() == NameColumn && canBeWatched(*signal))
-            chosen += node(nodeAt(index)).signal;
+        if (!signal || index.column() != NameColumn || !canBeWatched(*signal))
+            continue;
+        const int position = positionAt(index);
+        parts.push_back({node(nodeAt(index)).signal, position < 0 ? signal->width - 1 : position,
+            qMax(position, 0)});
     }
-    std::sort(chosen.begin(), chosen.end());
+    std::sort(parts.begin(), parts.end(), [](const Part& a, const Part& b) {
+        return std::tie(a.signal, b.high, a.low) < std::tie(b.signal, a.high, b.low);
+    });
     QList<SignalItem> items;
-    for (const int signal : qAsConst(chosen))
-        items += wholeSignal(m_tree->design().items.at(signal));
+    for (size_t i = 0; i < parts.size();) {
+        Part part = parts[i++];
+        for (; i < parts.size() && parts[i].signal == part.signal && parts[i].high >= part.low - 1;
+             ++i)
+            part.low = qMin(part.low, parts[i].low);
+        items += partOfSignal(m_tree->design().items.at(part.signal), part.high, part.low);
+    }
     return items;
 }
 
@@ -113,24 +146,42 @@ QModelIndex DesignModel::indexOf(int node) const
     return createIndex(m_rows[size_t(node)], NameColumn, quintptr(node));
 }
 
+QModelIndexList DesignModel::scopes() const
+{
+    QModelIndexList scopes;
+    for (int i = 1; i < int(m_rows.size()); ++i) {
+        if (node(i).signal < 0 && m_rows[size_t(i)] >= 0)
+            scopes += indexOf(i);
+    }
+    return scopes;
+}
+
 QModelIndex DesignModel::index(int row, int column, const QModelIndex& parent) const
 {
     if (!hasIndex(row, column, parent))
         return {};
-    return createIndex(row, column, quintptr(m_children[parent.internalId()].at(row)));
+    const DesignSignal* signal = signalAt(parent);
+    if (!signal)
+        return createIndex(row, column, quintptr(m_children[parent.internalId()].at(row)));
+    return createIndex(
+        row, column, parent.internalId() + quintptr(signal->width - row) * m_rows.size());
 }
 
 QModelIndex DesignModel::parent(const QModelIndex& index) const
 {
-    return index.isValid() ? indexOf(node(nodeAt(index)).parent) : QModelIndex();
+    if (!index.isValid())
+        return {};
+    return indexOf(positionAt(index) < 0 ? node(nodeAt(index)).parent : nodeAt(index));
 }
 
 int DesignModel::rowCount(const QModelIndex& parent) const
 {
-    // An invalid index has the root's number.
     if (!m_tree || parent.column() > 0)
         return 0;
-    return m_children[parent.internalId()].size();
+    const DesignSignal* signal = signalAt(parent);
+    if (!signal) // an invalid index has the root's number
+        return m_children[parent.internalId()].size();
+    return isOneBit(parent) || !canBeWatched(*signal) ? 0 : signal->width;
 }
 
 int DesignModel::columnCount(const QModelIndex&) const { return Columns; }
@@ -142,9 +193,11 @@ Qt::ItemFlags DesignModel::flags(const QModelIndex& index) const
     const DesignSignal* signal = signalAt(index);
     if (!signal)
         return Qt::ItemIsEnabled;
-    return canBeWatched(*signal) ? Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled
-            | Qt::ItemNeverHasChildren
-                                 : Qt::ItemNeverHasChildren;
+    const Qt::ItemFlags flags
+        = canBeWatched(*signal) && !isOneBit(index) ? Qt::NoItemFlags : Qt::ItemNeverHasChildren;
+    return canBeWatched(*signal)
+        ? flags | Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled
+        : flags;
 }
 
 QString DesignModel::text(const DesignSignal& signal, int column) const
@@ -168,6 +221,11 @@ QVariant DesignModel::data(const QModelIndex& index, int role) const
     if (!index.isValid())
         return {};
     const DesignSignal* signal = signalAt(index);
+    const int position = positionAt(index);
+    if (role == Qt::DisplayRole && position >= 0)
+        return index.column() == NameColumn
+            ? shownText(node(nodeAt(index)).name) + QString("[%1]").arg(signal->indexAt(position))
+            : QVariant();
     if (role == Qt::DisplayRole && index.column() == NameColumn)
         return shownText(node(nodeAt(index)).name);
     if (role == Qt::DisplayRole && signal)

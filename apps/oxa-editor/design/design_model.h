@@ -11,7 +11,8 @@
 
 /// The signals of a design by hierarchy, those that match a filter.
 ///
-/// Signals can be selected and dragged, scopes cannot; signals that cannot be watched are disabled.
+/// The bits of a vector are rows below it. Signals and bits can be selected and dragged, scopes
+/// cannot; signals that cannot be watched are disabled.
 class DesignModel : public QAbstractItemModel {
     Q_OBJECT
 
@@ -29,15 +30,21 @@ public:
 
     int foundCount() const { return m_found.size(); }
 
-    /// The signal of `index`; null for a scope.
+    /// The signal of `index`, or of its bit; null for a scope.
     const OXA::DesignSignal* signalAt(const QModelIndex& index) const;
 
-    /// The signals of `indexes`, in the order of the design.
+    /// Whether it is a bit of a vector, or a signal of one bit.
+    bool isOneBit(const QModelIndex& index) const;
+
+    /// The signals of `indexes`, in the order of the design; neighbouring bits of one as a bus.
     QList<OXA::SignalItem> items(const QModelIndexList& indexes) const;
 
-    /// A number for the row of `index`, valid while the tree is shown, and the row of a number.
-    int nodeAt(const QModelIndex& index) const { return int(index.internalId()); }
+    /// A number for the scope or signal of `index`, valid while the tree is shown, and the row of a
+    /// number.
+    int nodeAt(const QModelIndex& index) const;
     QModelIndex indexOf(int node) const;
+
+    QModelIndexList scopes() const; ///< that are shown
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& index) const override;
@@ -52,6 +59,7 @@ public:
 
 private:
     void showFound();
+    int positionAt(const QModelIndex& index) const;
     const DesignTree::Node& node(int number) const { return m_tree->nodes()[size_t(number)]; }
     QString text(const OXA::DesignSignal& signal, int column) const;
 

@@ -114,6 +114,7 @@ void DesignPanel::setUpView()
     m_view->setAccessibleName(tr("Signals of the design"));
     m_view->setSelectionMode(QAbstractItemView::ExtendedSelection);
     m_view->setUniformRowHeights(true);
+    m_view->setExpandsOnDoubleClick(false); // a double click on a vector adds it
     m_view->setTextElideMode(Qt::ElideMiddle);
     m_view->setDragDropMode(QAbstractItemView::DragOnly);
     m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
@@ -126,10 +127,7 @@ void DesignPanel::setUpView()
     for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
         connect(new QShortcut(key, m_view, nullptr, nullptr, Qt::WidgetShortcut),
             &QShortcut::activated, this, &DesignPanel::enter);
-    connect(m_view, &QTreeView::doubleClicked, this, [this](const QModelIndex& index) {
-        if (m_model->signalAt(index))
-            enter();
-    });
+    connect(m_view, &QTreeView::doubleClicked, this, &DesignPanel::enter);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &DesignPanel::updateActions);
     const auto note = [this](const QModelIndex& index, bool expanded) {
@@ -290,7 +288,8 @@ void DesignPanel::expand()
         for (const int node : nodes)
             m_view->expand(m_model->indexOf(node));
     } else if (m_model->foundCount() <= kExpandedAtOnce) {
-        m_view->expandAll();
+        for (const QModelIndex& scope : m_model->scopes())
+            m_view->expand(scope);
     } else {
         m_view->expandToDepth(0);
     }
@@ -302,8 +301,7 @@ void DesignPanel::updateActions()
     m_toData->setEnabled(m_core && !selection.isEmpty());
     m_toPort->setEnabled(m_core && m_core->standard && !selection.isEmpty());
     const bool single = selection.size() == 1 && selection.first().height() == 1;
-    const DesignSignal* signal = single ? m_model->signalAt(selection.first().topLeft()) : nullptr;
-    m_asClock->setEnabled(m_core && signal && signal->width == 1);
+    m_asClock->setEnabled(m_core && single && m_model->isOneBit(selection.first().topLeft()));
 }
 
 /// Enter and double click: adds the selected signals; expands a scope when none is selected.

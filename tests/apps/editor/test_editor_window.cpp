@@ -476,8 +476,10 @@ QString filtered(WindowDriver& driver, const QString& filter)
     const auto* view = driver.find<QTreeView>("Signals of the design");
     for (QModelIndex at = view->model()->index(0, 0); at.isValid(); at = view->indexBelow(at)) {
         const QString name = at.data().toString() + at.siblingAtColumn(1).data().toString();
-        if (!view->model()->hasChildren(at))
-            names += at.flags() & Qt::ItemIsEnabled ? name : "(" + name + ")";
+        if (!(at.flags() & Qt::ItemIsEnabled))
+            names += "(" + name + ")";
+        else if (at.flags() & Qt::ItemIsSelectable) // no scope
+            names += name;
     }
     return names.join(' ');
 }
@@ -529,6 +531,17 @@ void TestEditorWindow::signalsOfTheDesign()
     QCOMPARE(flattenedNames(driver.core().signalList), flattenedNames(before));
     QTest::keyClick(view, Qt::Key_Return, Qt::ControlModifier);
     QCOMPARE(lastSignals(driver.core().getTrigger(0)->signalList, 1), QString("top/z"));
+
+    QCOMPARE(filtered(driver, "m/rev"), QString("rev[0:3]")); // single bits, below their vector
+    view->setCurrentIndex(view->indexBelow(view->indexBelow(view->model()->index(0, 0))));
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Down})
+        QTest::keyClick(view, key);
+    QCOMPARE(view->currentIndex().data().toString(), QString("rev[1]"));
+    QTest::keyClick(view, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(view, Qt::Key_Return);
+    QCOMPARE(driver.core().signalList.last().name, QString("top/m/rev[1:2]"));
+    QCOMPARE(lastSignals(driver.core().signalList, 1), QString("top/m/rev[1] top/m/rev[2]"));
+    driver.keys("Ctrl+Z");
 
     QCOMPARE(filtered(driver, "top/clk2"), QString("clk2"));
     view->setCurrentIndex(view->indexBelow(view->model()->index(0, 0)));
