@@ -170,6 +170,10 @@ int attach(const Options& options, const OXA::AttachRequest& request, const OXA:
     }
     if (options.wrapper.isEmpty())
         print(options, request, built, io);
+    if (!attachment.missingModules().isEmpty())
+        io.err << "the tool that reads " << defaultOutput(options)
+               << " needs these modules, whose content is not in it: "
+               << attachment.missingModules().join(", ") << '\n';
     return options.prove ? sayProof(proof, io) : int(kDone);
 }
 

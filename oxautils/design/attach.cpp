@@ -21,6 +21,7 @@ constexpr int kMostNamed = 20; // names in a message
 // Files of a run of Yosys.
 constexpr char kOutput[] = "out.v";
 constexpr char kSimulation[] = "sim.v";
+constexpr char kStatistics[] = "stat.txt";
 
 template <typename Core> QStringList distinctNames(const QList<Core*>& cores)
 {
@@ -48,13 +49,33 @@ void addWriting(DesignScript& script)
     script.addStage(80, "writing Verilog");
 }
 
-bool copyFile(const QString& from, const QString& to, QString* error)
+bool readFile(const QString& path, QByteArray& bytes, QString* error)
 {
-    QFile file(from);
+    QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return fail(
-            error, QString("%1: cannot be read: %2").arg(shownText(from), file.errorString()));
-    return OXA_FILES::replaceFile(to, file.readAll(), error);
+            error, QString("%1: cannot be read: %2").arg(shownText(path), file.errorString()));
+    bytes = file.readAll();
+    return true;
+}
+
+/// Copies `from` to `to`, with the line `head` before it.
+bool copyFile(const QByteArray& head, const QString& from, const QString& to, QString* error)
+{
+    QByteArray bytes;
+    return readFile(from, bytes, error) && OXA_FILES::replaceFile(to, head + bytes, error);
+}
+
+/// The types of cells in the statistics of a flat design that are modules: "     IBUF     3".
+QStringList modulesIn(const QByteArray& statistics)
+{
+    static const QRegularExpression row(
+        R"(^ +([^\s$]\S*) +\d+$)", QRegularExpression::MultilineOption);
+    const QByteArray cells = statistics.mid(statistics.indexOf("Number of cells:"));
+    QStringList modules;
+    for (auto it = row.globalMatch(QString::fromUtf8(cells)); it.hasNext();)
+        modules += it.next().captured(1);
+    return modules;
 }
 
 }
@@ -191,7 +212,7 @@ bool Attachment::writeDesign(const QString& path, QString* error)
     addWriting(script);
     script.add("setundef", {"-init", "-zero"});
     script.add("write_verilog", {script.path(kSimulation)});
-    return script.run(error) && copyFile(script.path(kSimulation), path, error);
+    return script.run(error) && copyFile({}, script.path(kSimulation), path, error);
 }
 
 bool Attachment::writeVerilog(const QString& output, const QString& simulation, QString* error)
@@ -203,15 +224,22 @@ bool Attachment::writeVerilog(const QString& output, const QString& simulation, 
     script.addStage(40, "attaching the analyzer");
     addWrapper(script, pathTo(ATTACH_WRAPPER_FILE_NAME));
     addWriting(script);
+    script.add("tee", {"-q", "-o", script.path(kStatistics), "stat"});
     script.add("write_verilog", {script.path(kOutput)});
     if (!simulation.isEmpty()) {
         script.add("setundef", {"-init", "-zero"});
         script.add("write_verilog", {script.path(kSimulation)});
     }
-    if (!script.run(error))
+    QByteArray statistics;
+    if (!script.run(error) || !readFile(script.path(kStatistics), statistics, error))
         return false;
-    return copyFile(script.path(kOutput), output, error)
-        && (simulation.isEmpty() || copyFile(script.path(kSimulation), simulation, error));
+    m_missingModules = modulesIn(statistics);
+    QByteArray head = "// Written by oxa attach: the design and its analyzer.\n";
+    if (!m_missingModules.isEmpty())
+        head += "// The content of these modules is not in this file: "
+            + shownText(m_missingModules.join(", ")).toUtf8() + '\n';
+    return copyFile(head, script.path(kOutput), output, error)
+        && (simulation.isEmpty() || copyFile(head, script.path(kSimulation), simulation, error));
 }
 
 }

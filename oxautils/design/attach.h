@@ -74,6 +74,10 @@ public:
     /// `write` with the form Verilog before.
     bool writeVerilog(const QString& output, const QString& simulation, QString* error);
 
+    /// The modules whose instances are in that file without their content: primitives, and modules
+    /// that the design's sources do not have.
+    QStringList missingModules() const { return m_missingModules; }
+
     /// The analyzer as a part of a test bench, beside the design with its top at the path
     /// `instance`: an instance u_oxa of `qx_oxa`. The pads are nets of that bench. `isFlat`: the
     /// design is the file from `writeDesign`.
@@ -112,6 +116,7 @@ private:
     Design m_design;
     QVector<WatchedBit> m_watched;
     QStringList m_warnings;
+    QStringList m_missingModules;
 };
 
 }

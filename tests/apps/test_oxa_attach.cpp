@@ -190,6 +190,7 @@ private Q_SLOTS:
     void randomDesigns_data();
     void randomDesigns();
     void proofs();
+    void missingModules();
     void refusals();
 
 private:
@@ -384,6 +385,28 @@ void TestOxaAttach::proofs()
         QCOMPARE(result.status, 1);
         QVERIFY2(result.err.contains(row.open), qPrintable(result.err));
     }
+}
+
+// A module without content stays an instance in the written file, as it was.
+void TestOxaAttach::missingModules()
+{
+    writeFile(path("d.v"),
+        "module top(input c0, output [1:0] q);\n"
+        "other #(.W(2), .S(\"a\")) u(c0, q); endmodule\n");
+    writeFile(path("other.v"),
+        "module other #(parameter W = 1, S = \"\") (input c, output [W-1:0] q);\n"
+        "initial #1 $display(\"%s %0d\", S, W); endmodule\n");
+    writeConfiguration({"top/q[1]"});
+    const Result result = oxa(attachCall({"--as", "verilog", "--simulation", path("sim.v")}));
+    QVERIFY2(result.err.contains(": IBUF, OBUF, QX_JTAG, other\n"), qPrintable(result.err));
+    QVERIFY(bytesOf(path("sim.v")).left(200).contains("IBUF, OBUF, QX_JTAG, other\n"));
+    QProcess run;
+    run.start("sh",
+        {"-c",
+            "iverilog -y $1/share/oxautils/sim -s top -o $0/t $0/sim.v $0/other.v && vvp -n $0/t",
+            path("."), OXA_BINARY_DIR});
+    QVERIFY(finished(run));
+    QCOMPARE(run.readAllStandardOutput(), QByteArray("a 2\n"));
 }
 
 void TestOxaAttach::refusals()
