@@ -181,6 +181,12 @@ int run(Options options, Io& io)
 {
     const OXA::ParseOnce once;
     QTemporaryDir temporary;
+    if (options.prove && options.wrapper.isEmpty()
+        && formOf(options.form) == OXA::AttachForm::Hierarchical) {
+        io.err << "error: --prove needs --as yosys or verilog: Yosys does not follow references by"
+                  " path\n";
+        return kUnusable;
+    }
     if (!options.wrapper.isEmpty())
         options.workDir = temporary.path(); // the proof still needs the analyzer's sources
     else if (options.workDir.isEmpty()) {

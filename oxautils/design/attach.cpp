@@ -193,7 +193,7 @@ bool Attachment::writeScript(QString* error) const
     QByteArray text
         = "# Written by oxa attach. Run it after reading the design and before synthesis:\n"
           "#   script "
-        + path.toUtf8() + "\n";
+        + shownText(path).toUtf8() + "\n";
     return script.plainText(text, error) && OXA_FILES::replaceFile(path, text, error);
 }
 
@@ -218,7 +218,8 @@ bool Attachment::writeDesign(const QString& path, QString* error)
 bool Attachment::writeVerilog(const QString& output, const QString& simulation, QString* error)
 {
     DesignScript script(m_hooks);
-    if (!script.isValid(error) || !script.addSources(m_request.sources, error))
+    if (!script.isValid(error) || !script.addSources(m_request.sources, error)
+        || !DesignScript::isReadable(m_request.workDir, error))
         return false;
     addDesign(script);
     script.addStage(40, "attaching the analyzer");

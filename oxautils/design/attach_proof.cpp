@@ -175,7 +175,9 @@ bool Attachment::prove(const QString& wrapper, Proof& proof, QString* error)
             error, QString("%1: cannot be read: %2").arg(shownText(given), file.errorString()));
     const bool isFlat = !file.readAll().contains(renamedTop(m_design).toUtf8());
     DesignScript script(m_hooks);
-    if (!script.isValid(error) || !script.addSources(m_request.sources, error))
+    if (!script.isValid(error) || !script.addSources(m_request.sources, error)
+        || !DesignScript::isReadable(given, error)
+        || !DesignScript::isReadable(m_request.workDir, error))
         return false;
     if (!OXA_FILES::replaceFile(script.path(kPlain), plainWrapperText(m_design), error))
         return false;

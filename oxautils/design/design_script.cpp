@@ -28,22 +28,12 @@ bool endsIn(const QString& path, std::initializer_list<const char*> endings)
     });
 }
 
-/// Yosys quotes file names in the text that it parses.
-bool breaksQuotes(const QString& path)
-{
-    return std::any_of(path.begin(), path.end(),
-        [](QChar c) { return c == '"' || c == '\\' || c.category() == QChar::Other_Control; });
-}
-
 bool canBeRead(const QStringList& files, QString* error)
 {
     for (const QString& path : files) {
         QFile file(path);
-        if (breaksQuotes(QFileInfo(path).absoluteFilePath()))
-            return fail(error,
-                shownText(path)
-                    + ": Yosys cannot read a file with a quote, a backslash or a control character "
-                      "in its path");
+        if (!DesignScript::isReadable(path, error))
+            return false;
         if (QFileInfo(path).isDir())
             return fail(error, shownText(path) + ": is a directory, not a source file");
         if (!file.open(QIODevice::ReadOnly))
@@ -68,6 +58,19 @@ bool DesignScript::isValid(QString* error) const
             QString("cannot create a directory for Yosys: %1").arg(m_directory.errorString()));
 }
 
+// Yosys quotes file names in the text that it parses.
+bool DesignScript::isReadable(const QString& path, QString* error)
+{
+    const QString whole = QFileInfo(path).absoluteFilePath();
+    const bool breaksQuotes = std::any_of(whole.begin(), whole.end(),
+        [](QChar c) { return c == '"' || c == '\\' || c.category() == QChar::Other_Control; });
+    return !breaksQuotes
+        || fail(error,
+            shownText(path)
+                + ": Yosys cannot read a file with a quote, a backslash or a control character in "
+                  "its path");
+}
+
 QString DesignScript::fileWord(const QString& path)
 {
     return OXA_ENGINE::withoutWildcards(QFileInfo(path).absoluteFilePath());
@@ -89,6 +92,10 @@ bool DesignScript::addSources(const DesignSources& sources, QString* error)
         return fail(error, "the design has no sources");
     if (!canBeRead(sources.files, error))
         return false;
+    for (const QString& directory : sources.includeDirs) {
+        if (!isReadable(directory, error))
+            return false;
+    }
     QStringList verilog;
     QStringList vhdl;
     QStringList json;

@@ -48,6 +48,9 @@ public:
     /// `error`, for words that cannot be in such a script.
     bool plainText(QByteArray& text, QString* error) const;
 
+    /// Whether Yosys can read files at or below `path`; else `error` has the reason.
+    static bool isReadable(const QString& path, QString* error);
+
     /// `path` as a word for one file.
     static QString fileWord(const QString& path);
 

@@ -248,6 +248,10 @@ bool readRememberedDesign(const QString& configuration, DesignSources& sources, 
 bool rememberDesign(const QString& configuration, const DesignSources& sources, QString* error)
 {
     const QString path = designListOf(configuration);
+    const QStringList words = sources.files + sources.includeDirs + sources.defines
+        + sources.parameters + QStringList(sources.top);
+    if (words.join(' ').contains('\n'))
+        return fail(error, shownText(path) + ": cannot contain a name with a line end");
     const QByteArray text = listOf(sources, QFileInfo(path).absoluteDir()).toUtf8();
     QFile old(path);
     if (old.open(QIODevice::ReadOnly) && old.readAll() == text)

@@ -430,11 +430,26 @@ void TestOxaAttach::refusals()
     }
     writeFile(path("d.v"), "module top(input c0); endmodule\n");
     writeConfiguration({"top/c0"});
-    QStringList call = attachCall({});
-    call.replaceInStrings(path("w"), path("w; touch owned"));
-    const Result result = oxa(call);
-    QCOMPARE(result.status, 1);
-    QVERIFY2(result.err.contains("cannot be in a script of Yosys"), qPrintable(result.err));
+    const struct {
+        const char *workDir, *more, *error; // no error: it is attached
+    } calls[] = {
+        {"w; touch owned",           "--as yosys",                "cannot be in a script of Yosys"    },
+        {"w\"",                      "--as verilog",              "Yosys cannot read a file with"     },
+        {"w",                        "-I a\"b",                   "Yosys cannot read a file with"     },
+        {"w",                        "-P a=1;initial",            "Can't decode"                      },
+        {"w",                        "--as hierarchical --prove", "does not follow references by path"},
+        {"x\n!touch owned\n/../new", "--as yosys",                ""                                  },
+    };
+    QVERIFY(QDir(path(".")).mkpath("x\n!touch owned\n"));
+    for (const auto& row : calls) {
+        QStringList call = attachCall(QString(row.more).split(' '));
+        call.replaceInStrings(path("w"), path(row.workDir));
+        const Result result = oxa(call);
+        QVERIFY2((result.status != 0) == (*row.error != 0), qPrintable(result.err));
+        QVERIFY2(result.err.contains(row.error), qPrintable(result.err));
+    }
+    QVERIFY(!bytesOf(path("new/attach.ys")).contains("\n!"));
+    QVERIFY(bytesOf(path("new/attach.ys")).contains("\nflatten\n"));
 }
 
 QTEST_GUILESS_MAIN(TestOxaAttach)
