@@ -2,6 +2,7 @@
 #define TESTS_SUPPORT_JTAG_PROXY_H
 
 #include "support/patience.h"
+#include "support/tap.h"
 
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -26,18 +27,11 @@ public:
             m_ir = 1;
         else if (m_state == ShiftIr)
             m_ir = m_ir >> 1 | int(tdi) << 3;
-        m_state = kNext[tms][m_state];
+        m_state = nextTapState(m_state, tms);
     }
 
 private:
-    enum { CaptureDr = 3, ShiftDr = 4, CaptureIr = 10, ShiftIr = 11 };
-    // 0 reset, 1 idle, 2 select DR, 3 to 8 the DR column, 9 select IR, 10 to 15 the IR column
-    static constexpr int kNext[2][16] = {
-        {1, 1, 3, 4, 4, 6, 6, 4, 1, 10, 11, 11, 13, 13, 11, 1},
-        {0, 2, 9, 5, 5, 8, 7, 8, 2, 0,  12, 12, 15, 14, 15, 2},
-    };
-
-    int m_state = 0;
+    TapState m_state = TapReset;
     int m_ir = 0;
     bool m_dr = false;
 };
@@ -50,9 +44,6 @@ public:
     int flips = 0; ///< a wire is flipped once in so many cycles, by chance; 0: never
     bool flipsControl = false; ///< TMS and TCK, too
     std::function<QByteArray(const QByteArray&)> rewrite; ///< of a client's commands, if set
-
-    /// TCK cycles so far.
-    qint64 cycles() const { return m_cycles; }
 
     ~JtagProxy()
     {
@@ -107,7 +98,6 @@ private:
             if (flipped())
                 command ^= char(flipsControl ? 1 << m_random() % 3 : 1);
             const bool rises = command & 4 && !(m_tck & 4);
-            m_cycles += rises ? 1 : 0;
             bool tdi = command & 1;
             for (BypassTap& device : m_devices) {
                 const bool next = device.tdo();
@@ -130,7 +120,6 @@ private:
 
     std::thread m_thread;
     std::atomic<bool> m_over {false};
-    std::atomic<qint64> m_cycles {0};
     std::minstd_rand m_random {1};
     std::vector<BypassTap> m_devices;
     char m_tck = '0';

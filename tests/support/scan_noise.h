@@ -1,6 +1,8 @@
 #ifndef TESTS_SUPPORT_SCAN_NOISE_H
 #define TESTS_SUPPORT_SCAN_NOISE_H
 
+#include "support/tap.h"
+
 #include <QByteArray>
 
 #include <random>
@@ -37,32 +39,13 @@ public:
     int pauses = 0, strangers = 0, resets = 0, spoiled = 0; ///< how many of each
 
 private:
-    enum State {
-        Reset,
-        Idle,
-        SelectDr,
-        CaptureDr,
-        ShiftDr,
-        Exit1Dr,
-        PauseDr,
-        Exit2Dr,
-        UpdateDr,
-        SelectIr,
-        CaptureIr,
-        ShiftIr,
-        Exit1Ir,
-        PauseIr,
-        Exit2Ir,
-        UpdateIr
-    };
-
     bool once(unsigned in) { return m_random() / 16 % in == 0; }
 
     // The client's next rising edge, perhaps with others before it
     void rise(bool tms, bool tdi)
     {
         const bool shifts = m_state == ShiftDr || m_state == ShiftIr;
-        if (m_state == Idle && tms && !once(4))
+        if (m_state == TapIdle && tms && !once(4))
             disturb();
         if (m_state == ShiftDr && !tms && once(20000)) {
             ++spoiled;
@@ -131,27 +114,9 @@ private:
             m_shifted = m_shifted >> 1 | unsigned(tdi) << (m_irLength - 1);
         if (m_state == UpdateIr)
             m_instruction = m_shifted;
-        if (m_state == Reset)
+        if (m_state == TapReset)
             m_instruction = kOfReset;
-        static constexpr State kNext[][2] = {
-            {Idle,      Reset   },
-            {Idle,      SelectDr},
-            {CaptureDr, SelectIr},
-            {ShiftDr,   Exit1Dr },
-            {ShiftDr,   Exit1Dr },
-            {PauseDr,   UpdateDr},
-            {PauseDr,   Exit2Dr },
-            {ShiftDr,   UpdateDr},
-            {Idle,      SelectDr},
-            {CaptureIr, Reset   },
-            {ShiftIr,   Exit1Ir },
-            {ShiftIr,   Exit1Ir },
-            {PauseIr,   UpdateIr},
-            {PauseIr,   Exit2Ir },
-            {ShiftIr,   UpdateIr},
-            {Idle,      SelectDr}
-        };
-        m_state = kNext[m_state][tms];
+        m_state = nextTapState(m_state, tms);
     }
 
     static constexpr unsigned kOfReset = ~0u; // what a reset selects: IDCODE or BYPASS
@@ -160,7 +125,7 @@ private:
     const int m_irLength;
     const unsigned m_er1;
     QByteArray m_out;
-    State m_state = Reset;
+    TapState m_state = TapReset;
     bool m_tck = false;
     unsigned m_shifted = 0;
     unsigned m_instruction = kOfReset;
