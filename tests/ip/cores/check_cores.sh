@@ -3,7 +3,6 @@
 #
 #   check_cores.sh lint       CONFIGURATION   Verilator is silent
 #   check_cores.sh synthesis  CONFIGURATION   Yosys infers block RAM, and neither divides nor multiplies
-#   check_cores.sh list       CONFIGURATION   the list for simulators is complete, for each of three tools
 #   check_cores.sh names      CONFIGURATION   each of three tools takes the names that were generated, and not
 #                                             the neutral file beside the cores
 #   check_cores.sh estimate   CONFIGURATION   synthesis comes to the estimate, as near as that promises
@@ -43,14 +42,6 @@ synthesis)
         select -assert-none t:\$div t:\$mod t:\$mul t:\$divfloor t:\$modfloor
         design -load elaborated; synth_ecp5 -top qx_oxa -run begin:map_gates
         select -assert-min 1 t:DP16KD" >"$work/log" 2>&1 || { tail -5 "$work/log"; exit 1; }
-    ;;
-list)
-    "$OXA" generate "$2" --part QX1N-9LV-QFN88-C6 --work-dir "$work/oxa" --no-synthesis --simulation \
-        >"$work/list" 2>"$work/log" || { cat "$work/log"; exit 1; }
-    iverilog -g2005 -t null -c "$work/list"
-    verilator --lint-only -f "$work/list"
-    yosys -q -p "read_verilog $(echo $includes) $(grep -v '^+' "$work/list" | tr '\n' ' ')
-        hierarchy -check -top qx_oxa"
     ;;
 names)
     sums=$(sed -n 's/^`define OXA_NAMES_0 //p' "$work/oxa/qx_oxa_names.v")

@@ -48,28 +48,19 @@ BitString part(const BitString& bits, int first, int count)
     return result;
 }
 
+// What Verilog refuses: the core's number, its window, and the function and the count of a unit of
+// the type Extended, whose counter has 2 bits.
 struct Impossible {
     const char* complaint;
-    void (*change)(OXA::AoCore& core, OXA::MatchUnit& unit);
+    int index, amount, position, function, count;
 };
 
 constexpr Impossible kImpossible[] = {
-    {"the_memory_holds_all_windows",
-     [](OXA::AoCore& core, OXA::MatchUnit&) { core.captureAmount = core.storageDepth + 1; }},
-    {"the_trigger_position_lies_within_the_window",
-     [](OXA::AoCore& core, OXA::MatchUnit&) { core.triggerPos = core.captureAmount + 2; }  },
-    {"has_a_function_of_its_match_type",
-     [](OXA::AoCore&,      OXA::MatchUnit& unit) {
-            unit.matchType = OXA::MatchExtended;
-            unit.matchFunc = OXA::MatchInRange;
-        }                                                             },
-    {"fits_its_width",
-     [](OXA::AoCore&,      OXA::MatchUnit& unit) {
-            unit.counterEnable = true;
-            unit.counter = 1 << unit.counterWidth | 1;
-        }                                                             },
-    {"a_core_has_a_number_from_0_to_15",
-     [](OXA::AoCore& core, OXA::MatchUnit&) { core.index = 16; }                           },
+    {"a_core_has_a_number_from_0_to_15",            16, 4,  0, 0,                 2},
+    {"the_memory_holds_all_windows",                0,  17, 0, 0,                 2},
+    {"the_trigger_position_lies_within_the_window", 0,  4,  6, 0,                 2},
+    {"has_a_function_of_its_match_type",            0,  4,  0, OXA::MatchInRange, 2},
+    {"fits_its_width",                              0,  4,  0, 0,                 5},
 };
 
 }
@@ -144,7 +135,7 @@ void TestProtocol::answersOnlyAtRest()
     QVERIFY(!status().armed && status().running);
 }
 
-// The second of two levels is waited for; matches are counted up to 255.
+// The core waits for the second of two levels; matches are counted up to 255.
 void TestProtocol::snapshotsOfARun()
 {
     QVERIFY(command(CoreCommand::Arm) && m_target.play(kToRest));
@@ -154,6 +145,7 @@ void TestProtocol::snapshotsOfARun()
         status(); // asks for the next one
         QVERIFY(m_target.play(kToRest));
         const CoreSnapshot now = status().snapshot;
+        QVERIFY(!status().snapshot.fresh); // the clock has stood still since
         QVERIFY(now.fresh && now.level == 1 && !now.open);
         QVERIFY2(now.matches.at(0) <= matches && now.matches.at(0) > matches - kToRest,
             qPrintable(QString::number(now.matches.at(0))));
@@ -217,8 +209,13 @@ void TestProtocol::impossibleCoresStop()
 {
     for (const Impossible& row : kImpossible) {
         Random random(1);
-        const auto core = coreOf(0, {signalOf("d")}, signalOf("t"), "1", 4, 0);
-        row.change(*core, *core->matchUnits[0]);
+        const auto core
+            = coreOf(row.index, {signalOf("d")}, signalOf("t"), "1", row.amount, row.position);
+        OXA::MatchUnit& unit = *core->matchUnits[0];
+        unit.matchType = OXA::MatchExtended;
+        unit.matchFunc = OXA::MatchFunc(row.function);
+        unit.counterEnable = true;
+        unit.counter = row.count;
         CoreTarget target;
         target.configure({core.get()}, random, 1);
         const QString error = target.start({});

@@ -11,27 +11,9 @@ namespace {
 constexpr int kRounds = 12;
 constexpr int kCores = 4;
 constexpr int kSamples = 250; // a round
-constexpr int kEarly = 20; // of them, before the first snapshot of a round is asked for
-constexpr int kAnswer = 3; // edges to a snapshot
+constexpr int kEarly = 20; // of them, before a trigger is forced
 constexpr int kToRest = 8; // edges that bring the last samples into memory
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6"; // has shadow SRAM
-
-// Looks at running cores: the first one shows the run's beginning, not the run before. Then there
-// is an answer to its question, which a clock that stands still makes no younger.
-struct Look {
-    int samples; // further ones
-    int decided; // of the run, in the snapshot of a core that goes on
-    const char* kind; // of that
-};
-
-constexpr char kFinal[] = "final"; // of a core that has finished
-
-constexpr Look kLooks[] = {
-    {kEarly,                      0,                "fresh"},
-    {kAnswer,                     kEarly,           "fresh"},
-    {0,                           kEarly,           "old"  },
-    {kSamples - kEarly - kAnswer, kEarly + kAnswer, "fresh"},
-};
 
 QString textOf(const std::vector<int>& matches, const std::vector<CapturedWindow>& windows)
 {
@@ -53,22 +35,6 @@ std::vector<int> matchesOf(const ModelRun& run)
     for (const qint64 count : run.progress.matches)
         matches.push_back(int(std::min(count, kCountedMatches)));
     return matches;
-}
-
-QString snapshotText(const QString& kind, const std::vector<int>& matches)
-{
-    QString text = kind;
-    for (const int count : matches)
-        text += ' ' + QString::number(count);
-    return text + '\n';
-}
-
-SampleTable part(const SampleTable& samples, int first, int count)
-{
-    SampleTable part(samples.layout());
-    for (int sample = first; sample < first + count; ++sample)
-        part.append(samples.row(sample));
-    return part;
 }
 
 // A core at rest, or why it cannot be read.
@@ -149,42 +115,18 @@ struct Design {
             });
     }
 
-    // The first `count` samples of core `i` in this round, and what the model makes of them.
-    SampleTable samples(size_t i, int count) const
+    // The samples of core `i` in this round, and what the model makes of them.
+    SampleTable samples(size_t i) const
     {
-        return part(target.waveform.cores[i], round * (kSamples + kToRest), count);
+        SampleTable part(target.waveform.cores[i].layout());
+        const int first = round * (kSamples + kToRest);
+        for (int sample = first; sample < first + kSamples; ++sample)
+            part.append(target.waveform.cores[i].row(sample));
+        return part;
     }
-    ModelRun model(size_t i, int count) const
+    ModelRun model(size_t i) const
     {
-        return runModel(setups[i], samples(i, count), round % 3 == 2 ? kEarly : kNoSample);
-    }
-
-    // What core `i` tells of its run at a look.
-    QString snapshot(size_t i, const Look& look, bool finished) const
-    {
-        // The last one is not decided yet when the question comes, with tables the last two are
-        // not.
-        const int decided = std::max(0, look.decided - 1 - cores[i]->expressionType);
-        return snapshotText(
-            finished ? kFinal : look.kind, matchesOf(model(i, finished ? kSamples : decided)));
-    }
-
-    // What the cores tell after so many more samples; nothing of one that is about to finish.
-    bool snapshots(int samples, std::vector<QString>& texts)
-    {
-        texts.clear();
-        if (!target.play(samples))
-            return false;
-        for (const CoreIdentity& core : target.identities) {
-            CoreStatus status;
-            if (!target.client().readStatus(core, status))
-                return false;
-            const CoreSnapshot& now = status.snapshot;
-            texts.push_back(status.finished ? snapshotText(kFinal, now.matches)
-                    : status.complete       ? QString()
-                                      : snapshotText(now.fresh ? "fresh" : "old", now.matches));
-        }
-        return true;
+        return runModel(setups[i], samples(i), round % 3 == 2 ? kEarly : kNoSample);
     }
 };
 
@@ -207,35 +149,24 @@ void TestWrittenCores::captureAsTheModel()
         QCOMPARE(
             design.target.identities[i].fallingEdge, design.target.plans[i].request.fallingEdge);
 
-    int looks = 0;
     while (design.round + 1 < kRounds) {
         QVERIFY2(design.beginRound(), qPrintable(design.target.client().error()));
-        for (const Look& look : kLooks) {
-            std::vector<QString> texts;
-            QVERIFY(design.snapshots(look.samples, texts));
-            if (&look == kLooks && design.round % 3 == 2)
-                QVERIFY(design.command(CoreCommand::Force));
-            for (size_t i = 0; i < texts.size(); ++i) {
-                if (texts[i].isEmpty())
-                    continue;
-                const QString where = QString("core %1 round %2 ").arg(i).arg(design.round);
-                const bool finished = texts[i].startsWith(kFinal);
-                QCOMPARE(where + texts[i], where + design.snapshot(i, look, finished));
-                ++looks;
-            }
-        }
+        QVERIFY(design.target.play(kEarly));
+        QVERIFY(design.round % 3 != 2 || design.command(CoreCommand::Force));
+        QVERIFY(design.target.play(kSamples - kEarly));
         QVERIFY(design.command(CoreCommand::Stop) && design.target.play(kToRest));
         for (size_t i = 0; i < design.cores.size(); ++i) {
-            const ModelRun run = design.model(i, kSamples);
-            const QString where = QString("core %1 round %2\n").arg(i).arg(design.round);
-            QCOMPARE(where
-                    + captured(
-                        design.target.client(), design.target.identities[i], design.setups[i]),
-                where
-                    + textOf(matchesOf(run), cutWindows(run.windows, design.samples(i, kSamples))));
+            const ModelRun run = design.model(i);
+            const QString expected
+                = textOf(matchesOf(run), cutWindows(run.windows, design.samples(i)));
+            const QString actual
+                = captured(design.target.client(), design.target.identities[i], design.setups[i]);
+            QVERIFY2(actual == expected,
+                qPrintable(
+                    QString("core %1 round %2\n%3\nexpected\n%4")
+                        .arg(QString::number(i), QString::number(design.round), actual, expected)));
         }
     }
-    QVERIFY2(looks > kRounds * kCores, qPrintable(QString::number(looks)));
 }
 
 QTEST_APPLESS_MAIN(TestWrittenCores)
