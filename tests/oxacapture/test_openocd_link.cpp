@@ -49,17 +49,17 @@ QByteArray chainOf(int taps)
     return text + '\x1a';
 }
 
+const QByteArray kMuch(100000, '0');
+const QByteArray kLongChain = chainOf(300);
+
 const Talk kTalks[] = {
-    {"a byte now and then, OpenOCD",                                             true,  "0",                        500,                                                                   "its answer is not complete after 10 s"          },
-    {"a byte now and then, pads",                                                false, "0",                        500,                                                                   "its answer is not complete after 10."           },
-    {"more and more, OpenOCD",                                                   true,  QByteArray(100000,          '0'),                                                                  0,
-     "its answer has more than the 65536 bytes"},
-    {"more and more, pads",                                                                          false,                                                           QByteArray(100000,       '0'), 0,
-     "its answer has more than the 24 bytes"},
-    {"a chain that is none",                                    true,                                         chainOf(300),                                              -1,
-     "OpenOCD lists 300 devices in the chain, more than the 256 that are tried"                                                                        },
-    {"nothing, until a stop, OpenOCD", true,      "", -1,                                                                  "interrupted during the wait"                                   },
-    {"nothing, until a stop, pads",                                             false,                                                  "",                                                -1,   "interrupted during the wait"},
+    {"a byte now and then, OpenOCD",   true,  "0",        500, "its answer is not complete after 10 s"      },
+    {"a byte now and then, pads",      false, "0",        500, "its answer is not complete after 10."       },
+    {"more and more, OpenOCD",         true,  kMuch,      0,   "its answer has more than the 65536 bytes"   },
+    {"more and more, pads",            false, kMuch,      0,   "its answer has more than the 24 bytes"      },
+    {"a chain that is none",           true,  kLongChain, -1,  "300 devices in the chain, more than the 256"},
+    {"nothing, until a stop, OpenOCD", true,  "",         -1,  "interrupted during the wait"                },
+    {"nothing, until a stop, pads",    false, "",         -1,  "interrupted during the wait"                },
 };
 
 // What the link that listens to it says.

@@ -1,6 +1,7 @@
 #ifndef TESTS_CAPTURE_WAVE_TEXT_H
 #define TESTS_CAPTURE_WAVE_TEXT_H
 
+// In a file of its own, for moc cannot read quotes in a raw literal.
 // clk rises at 10, 30 and 50; `count` changes with it, `late` after it.
 inline constexpr char kHeader[] = R"($timescale 1ns $end
 $scope module tb $end
