@@ -5,14 +5,37 @@
 
 #include <functional>
 
-/// A device database that a test program puts in the place of the installed one, which it does by
-/// containing device_double.cpp.
+/// A device database in the place of the installed one, in programs with one source that includes
+/// this.
 struct DeviceDouble {
     DEV::ChipInfo answer; ///< to every find
     QStringList lookups; ///< "first|second" of every find
     std::function<void(const QString& deviceName)> onLookup; ///< may change the answer
 
-    static DeviceDouble& instance();
+    static DeviceDouble& instance()
+    {
+        static DeviceDouble device;
+        return device;
+    }
 };
+
+namespace DEV {
+
+DeviceDb& DeviceDb::instance()
+{
+    static DeviceDb db;
+    return db;
+}
+
+ChipInfo DeviceDb::find(const QString& partNumber, const QString& deviceName) const
+{
+    DeviceDouble& device = DeviceDouble::instance();
+    device.lookups += partNumber + "|" + deviceName;
+    if (device.onLookup)
+        device.onLookup(deviceName);
+    return device.answer;
+}
+
+}
 
 #endif
