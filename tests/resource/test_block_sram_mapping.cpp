@@ -8,18 +8,26 @@
 
 namespace {
 
-struct Point {
+struct Memory {
     int width, depth;
+
+    QString instance() const { return QString("m_%1_%2").arg(width).arg(depth); }
 };
 
-constexpr int kWidths[] = {1, 2, 8, 9, 18, 36, 37, 72};
-constexpr int kDepths[] = {256, 2048, 4096, 8192};
-// Depths that only Lite cores have.
-constexpr Point kOddPoints[] = {
+// Lite cores alone have such depths as the last two.
+constexpr Memory kMemories[] = {
+    {1,  8192},
+    {2,  8192},
+    {8,  2048},
+    {9,  2048},
+    {9,  4096},
+    {36, 256 },
+    {36, 4096},
+    {37, 256 },
+    {72, 256 },
+    {72, 8192},
     {37, 300 },
-    {16, 1100},
-    {9,  2000},
-    {36, 2000}
+    {16, 1100}
 };
 
 constexpr char kDesign[] = R"(
@@ -40,33 +48,16 @@ module qx_oxa(input wire wclk, we, rclk, input wire [13:0] waddr, raddr,
     input wire [71:0] wdata, output wire [%1:0] parity);
 )";
 
-QList<Point> points()
-{
-    QList<Point> all;
-    for (const int depth : kDepths) {
-        for (const int width : kWidths)
-            all.append({width, depth});
-    }
-    for (const Point& point : kOddPoints)
-        all += point;
-    return all;
-}
-
-QString instanceOf(const Point& point)
-{
-    return QString("m_%1_%2").arg(point.width).arg(point.depth);
-}
-
 /// How many blocks each memory becomes on `device`, by instance; they are in one design.
 QHash<QString, int> mappedBlocks(const char* device)
 {
-    QString design = QString(kDesign).arg(points().size() - 1);
+    QString design = QString(kDesign).arg(int(std::size(kMemories)) - 1);
     int number = 0;
-    for (const Point& point : points())
+    for (const Memory& memory : kMemories)
         design
             += QString("memory #(%1, %2) %3 (wclk, we, rclk, waddr, raddr, wdata, parity[%4]);\n")
-                   .arg(QString::number(point.width), QString::number(point.depth),
-                       instanceOf(point), QString::number(number++));
+                   .arg(QString::number(memory.width), QString::number(memory.depth),
+                       memory.instance(), QString::number(number++));
     SynthesisFixture fixture;
     fixture.addSource("memories.v", (design + "endmodule\n").toUtf8());
     fixture.setDevice(device);
@@ -79,17 +70,17 @@ QHash<QString, int> mappedBlocks(const char* device)
     return counts;
 }
 
-/// A line for every point at which the rule for `device` says another number than `mapped`.
+/// A line for every memory of which the rule for `device` says another number than `mapped`.
 QString differences(const QString& device, int widest, const QHash<QString, int>& mapped)
 {
     QString lines;
-    for (const Point& point : points()) {
+    for (const Memory& memory : kMemories) {
         const int estimate
-            = OXA_TOOL::captureMemory(point.width, point.depth, false, device).blockSram;
-        const int blocks = mapped.value(instanceOf(point));
-        if (point.width <= widest && estimate != blocks)
+            = OXA_TOOL::captureMemory(memory.width, memory.depth, false, device).blockSram;
+        const int blocks = mapped.value(memory.instance());
+        if (memory.width <= widest && estimate != blocks)
             lines += QString("| %1 | %2 | %3 | %4 | %5 |\n")
-                         .arg(device, QString::number(point.depth), QString::number(point.width),
+                         .arg(device, QString::number(memory.depth), QString::number(memory.width),
                              QString::number(estimate), QString::number(blocks));
     }
     return lines;
@@ -110,8 +101,8 @@ void TestBlockSramMapping::differencesAreThoseDocumented()
 {
     const QHash<QString, int> large = mappedBlocks("QX2A-18");
     const QHash<QString, int> small = mappedBlocks("QX3A-10A");
-    QCOMPARE(large.size(), points().size()); // every memory is in blocks
-    QCOMPARE(small.size(), points().size());
+    QCOMPARE(large.size(), int(std::size(kMemories))); // all are in blocks
+    QCOMPARE(small.size(), large.size());
     const QString table
         = "| device | samples | width | estimate | mapped |\n|---|---|---|---|---|\n"
         + differences("QX2A-18", 72, large) + differences("QX1N-9C", 2, large)
