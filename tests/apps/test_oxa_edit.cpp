@@ -1,14 +1,9 @@
-#include "support/files.h"
-#include "support/oxa_program.h"
+#include "oxa_calls.h"
+
 #include "support/rows.h"
 #include "support/waveforms.h"
 
-#include <QTemporaryDir>
-
 namespace {
-
-const QString kUart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
-const QString kUartLite = OXA_SOURCE_DIR "/examples/uart/uart_lite.oxa";
 
 struct Row {
     const char* what;
@@ -117,22 +112,19 @@ constexpr Row kChanges[] = {
     {"refused unit", "--unit M1=T1~in~5..3", 1, "core 0, M1: its range begins at 00101 and ends"},
     {"refused level", "--expression 1=M5", 1, "expression 1: \"M5\" names M5, which is switched"},
     {"refused window", "--samples 10", 1, "the trigger is at position 32 of a window of 10 sam"},
-};
-
-constexpr Row kLiteChanges[] = {
-    {"words", "--samples 64 --memory shadow~SRAM --edge falling", 0,
+    {"Lite, words", "--samples 64 --memory shadow~SRAM --edge falling", 0,
         "falling edge, module uart_tx\n  data     8 bits x 64 samples in shadow SRAM: "},
-    {"flags", "--power-up on --input-register on", 0, "after an input register\n  armed "},
-    {"no trigger", "--unit M0=off", 2, "--unit M0=off: Lite cores have no trigger"},
-    {"no windows", "--windows 2", 2, "Lite cores do not have it"},
-    {"refused", "--samples 0", 1, "core 0: it captures 0 samples"},
+    {"Lite, flags", "--power-up on --input-register on", 0, "after an input register\n  armed "},
+    {"Lite, no trigger", "--unit M0=off", 2, "--unit M0=off: Lite cores have no trigger"},
+    {"Lite, no windows", "--windows 2", 2, "Lite cores do not have it"},
+    {"Lite, refused", "--samples 0", 1, "core 0: it captures 0 samples"},
 };
 // clang-format on
 
 }
 
 /// `oxa add`, what the other commands do with the design then, and `oxa set`.
-class TestOxaEdit : public QObject {
+class TestOxaEdit : public QObject, OxaCalls {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -143,19 +135,13 @@ private Q_SLOTS:
     void designsThatAreGone();
     void hostileNames();
     void changes_data() { addRows(kChanges); }
-    void changes() { change(kUart, rowOf(kChanges)); }
-    void liteChanges_data() { addRows(kLiteChanges); }
-    void liteChanges() { change(kUartLite, rowOf(kLiteChanges)); }
+    void changes();
     void writesAnew();
     void oldErrorsDoNotStop();
     void namesTheCore();
 
 private:
-    QString path(const QString& name) const { return m_dir.filePath(name); }
     QStringList words(const QString& call) const;
-    void change(const QString& file, const Row& row);
-
-    QTemporaryDir m_dir;
 };
 
 QStringList TestOxaEdit::words(const QString& call) const
@@ -225,8 +211,11 @@ void TestOxaEdit::hostileNames()
     QVERIFY(!QFile::exists("owned") && !QFile::exists(path("owned")));
 }
 
-void TestOxaEdit::change(const QString& file, const Row& row)
+void TestOxaEdit::changes()
 {
+    const Row& row = rowOf(kChanges);
+    const QString file = QString(uart).replace(
+        "uart.oxa", QByteArray(row.what).startsWith("Lite") ? "uart_lite.oxa" : "uart.oxa");
     const QString copy = writeFile(path("changed.oxa"), bytesOf(file));
     const QStringList options = QString(row.words).split(' ').replaceInStrings("~", " ");
     const Result result = oxa(QStringList {"set", copy} + options);
@@ -241,22 +230,22 @@ void TestOxaEdit::change(const QString& file, const Row& row)
 
 void TestOxaEdit::writesAnew()
 {
-    QByteArray damaged = bytesOf(kUart).replace("<OXA_ID>0", "<OXA_ID>1");
+    QByteArray damaged = bytesOf(uart).replace("<OXA_ID>0", "<OXA_ID>1");
     damaged.replace("<Triggers>", "<Trigers/><Triggers>");
     const QString file = writeFile(path("damaged.oxa"), damaged);
     const Result result = oxa({"set", file, "-o", path("anew.oxa")});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.out, path("anew.oxa") + ": written\n");
     QVERIFY2(result.err.count('\n') == 1 && result.err.contains("Trigers"), qPrintable(result.err));
-    QCOMPARE(bytesOf(path("anew.oxa")), bytesOf(kUart));
+    QCOMPARE(bytesOf(path("anew.oxa")), bytesOf(uart));
     QCOMPARE(bytesOf(file), damaged);
     QCOMPARE(oxa({"set", file, "-o", path("no/such.oxa")}).status, 1);
 }
 
 void TestOxaEdit::oldErrorsDoNotStop()
 {
-    const QString file = writeFile(
-        path("old.oxa"), bytesOf(kUart).replace("window_num=\"1\"", "window_num=\"3\""));
+    const QString file
+        = writeFile(path("old.oxa"), bytesOf(uart).replace("window_num=\"1\"", "window_num=\"3\""));
     const Result result = oxa({"set", file, "--expression", "0=M1"});
     QCOMPARE(result.status, 0);
     QVERIFY2(!result.err.contains("power of two"), qPrintable(result.err));
@@ -266,7 +255,7 @@ void TestOxaEdit::oldErrorsDoNotStop()
 
 void TestOxaEdit::namesTheCore()
 {
-    QByteArray content = bytesOf(kUart);
+    QByteArray content = bytesOf(uart);
     const int begin = content.indexOf("    <AoCore ");
     const int end = content.indexOf("    <OXA_ID>");
     content.insert(end, content.mid(begin, end - begin));

@@ -13,7 +13,6 @@ class TestMatchUnitModel : public QObject {
 private Q_SLOTS:
     void cells();
     void switching();
-    void rowsThatAreGone();
 
 private:
     const AoCore m_core {0};
@@ -74,23 +73,6 @@ void TestMatchUnitModel::switching()
     QVERIFY(model.setData(model.index(5, 0), Qt::Checked, Qt::CheckStateRole));
     QVERIFY(MatchUnitModel::muFromIndex(model.index(5, 3))->enabled);
     QCOMPARE(order, QStringList({"dataChanged", "matchChange", "modified"}));
-}
-
-void TestMatchUnitModel::rowsThatAreGone()
-{
-    MatchUnitModel model(m_core.matchUnits);
-    const QModelIndex stale = model.index(5, 0);
-    model.reset();
-    QSignalSpy changed(&model, &MatchUnitModel::dataChanged);
-    for (const QModelIndex& index : {QModelIndex(), stale}) {
-        QCOMPARE(model.flags(index), Qt::NoItemFlags);
-        QVERIFY(!model.data(index).isValid());
-        QVERIFY(!model.setData(index, Qt::Checked, Qt::CheckStateRole));
-    }
-    QVERIFY(!MatchUnitModel::muFromIndex(QModelIndex()));
-    QVERIFY(!model.headerData(7, Qt::Horizontal).isValid());
-    model.updateRow(0);
-    QVERIFY(changed.isEmpty());
 }
 
 QTEST_MAIN(TestMatchUnitModel)

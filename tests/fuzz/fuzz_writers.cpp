@@ -7,6 +7,7 @@
 #include "support/files.h"
 #include "support/signals.h"
 
+#include <QRegularExpression>
 #include <QSet>
 
 #include <zip.h>
@@ -52,25 +53,20 @@ QByteArray written(const Capture& capture, const char* ending)
 
 QList<QStringList> rowsOf(const QString& csv)
 {
+    static const QRegularExpression cells(R"(("(?:[^"]|"")*"|[^",\n]*)([,\n]))");
     QList<QStringList> rows {{}};
-    QString cell;
-    bool quoted = false;
-    for (int i = 0; i < csv.size(); ++i) {
-        const QChar c = csv.at(i);
-        if (quoted && c == '"' && csv.mid(i + 1, 1) == "\"") {
-            cell += csv.at(++i);
-        } else if (c == '"') {
-            quoted = !quoted;
-        } else if (!quoted && (c == ',' || c == '\n')) {
-            rows.last() += cell;
-            cell.clear();
-            if (c == '\n')
-                rows += QStringList();
-        } else {
-            cell += c;
-        }
+    int end = 0;
+    for (auto it = cells.globalMatch(csv); it.hasNext();) {
+        const QRegularExpressionMatch cell = it.next();
+        require(cell.capturedStart() == end, "a cell begins where the one before ends");
+        end = cell.capturedEnd();
+        const QString text = cell.captured(1);
+        const bool quoted = text.startsWith('"');
+        rows.last() += quoted ? text.mid(1, text.size() - 2).replace("\"\"", "\"") : text;
+        if (cell.captured(2) == "\n")
+            rows += QStringList();
     }
-    require(!quoted && cell.isEmpty() && rows.last().isEmpty(), "the table ends with a row");
+    require(end == csv.size() && rows.last().isEmpty(), "the table ends with a row");
     return rows;
 }
 

@@ -11,14 +11,6 @@ constexpr int kPatience = 600000;
 /// The same in seconds, for programs.
 inline QString patienceSeconds() { return QString::number(kPatience / 1000); }
 
-/// Whether to wait on for an answer that did not come within so many times as long as a link waits
-/// for one.
-inline bool isWorthWaiting(int looks)
-{
-    constexpr int kSilence = 10000; // ms
-    return looks < kPatience / kSilence;
-}
-
 /// Waits for the end of `process`.
 inline bool finished(QProcess& process)
 {

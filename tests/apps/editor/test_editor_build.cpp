@@ -137,10 +137,9 @@ void TestEditorBuild::synthesisIsStopped()
 void TestEditorBuild::failuresLeadToTheirFile()
 {
     Run run(m_folder, "failed");
-    const QString engine = writeFile(m_folder.path("yosys"),
-        "#!/bin/sh\necho '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
+    const QString engine = writeProgram(m_folder.path("yosys"),
+        "echo '" + m_folder.path("failed/qx_oxa_top.v").toUtf8()
             + ":3: ERROR: syntax error'\nexit 1\n");
-    QFile::setPermissions(engine, QFile::ReadOwner | QFile::ExeOwner);
     qputenv("OXA_SYNTHESIS_ENGINE", engine.toUtf8());
     run.runs("F8", "Failed");
     qunsetenv("OXA_SYNTHESIS_ENGINE");

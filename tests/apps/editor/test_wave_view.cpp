@@ -59,14 +59,10 @@ struct Shown {
 
     void enter(const QString& label, const QString& text)
     {
-        for (const QLabel* candidate : view.findChildren<QLabel*>()) {
-            auto* edit = qobject_cast<QLineEdit*>(candidate->buddy());
-            if (edit && candidate->text().remove('&') == label) {
-                edit->setFocus();
-                edit->setText(text);
-                QTest::keyClick(edit, Qt::Key_Return);
-            }
-        }
+        auto* edit = findIn<QLineEdit>(view, label);
+        edit->setFocus();
+        edit->setText(text);
+        QTest::keyClick(edit, Qt::Key_Return);
         view.canvas()->setFocus();
     }
 
@@ -289,9 +285,7 @@ void TestWaveView::gtkWave()
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", folder.path().toUtf8());
     qputenv("TMPDIR", folder.path().toUtf8());
-    const QString script = folder.filePath("gtkwave");
-    writeFile(script, "#!/bin/sh\nexec /bin/cp \"$1\" \"${0%gtkwave}seen.vcd\"\n");
-    QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    writeProgram(folder.filePath("gtkwave"), "exec /bin/cp \"$1\" \"${0%gtkwave}seen.vcd\"\n");
     Shown shown;
     shown.view.openInGtkWave();
     QTRY_VERIFY_WITH_TIMEOUT(

@@ -60,6 +60,24 @@ inline QString labelsIn(const QWidget& widget)
     return texts.join('\n');
 }
 
+/// The visible widget of type T in `window` whose label or own text is `text` (without "&").
+template <typename T> T* findIn(const QWidget& window, const QString& text)
+{
+    const auto plain = [](QString label) { return label.remove('&'); };
+    for (QLabel* label : window.findChildren<QLabel*>()) {
+        auto* buddy = qobject_cast<T*>(label->buddy());
+        if (buddy && buddy->isVisible() && plain(label->text()) == text)
+            return buddy;
+    }
+    for (T* widget : window.findChildren<T*>()) {
+        const QString name = widget->accessibleName();
+        const QString own = plain(widget->property("text").toString());
+        if (widget->isVisible() && (name.isEmpty() ? own : name) == text)
+            return widget;
+    }
+    return nullptr;
+}
+
 /// A shown window, and what a person does with it.
 class WindowDriver {
 public:
@@ -94,23 +112,7 @@ public:
         QVERIFY(QTest::qWaitForWindowActive(&window, kPatience));
     }
 
-    /// The visible widget of type T whose label or own text is `text` (without "&").
-    template <typename T> T* find(const QString& text) const
-    {
-        const auto plain = [](QString label) { return label.remove('&'); };
-        for (QLabel* label : window.findChildren<QLabel*>()) {
-            auto* buddy = qobject_cast<T*>(label->buddy());
-            if (buddy && buddy->isVisible() && plain(label->text()) == text)
-                return buddy;
-        }
-        for (T* widget : window.findChildren<T*>()) {
-            const QString name = widget->accessibleName();
-            const QString own = plain(widget->property("text").toString());
-            if (widget->isVisible() && (name.isEmpty() ? own : name) == text)
-                return widget;
-        }
-        return nullptr;
-    }
+    template <typename T> T* find(const QString& text) const { return findIn<T>(window, text); }
 
     void press(const QString& button) const
     {

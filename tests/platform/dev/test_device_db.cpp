@@ -90,12 +90,12 @@ void TestDeviceDb::refusesMalformedRows()
 
 void TestDeviceDb::refusesOtherFiles()
 {
+    const QString empty = writeFile(m_dir.filePath("empty.csv"), "");
     const QList<QPair<QString, QString>> rows = {
-        {write(kPart),                          ":1:1: the first row has to contain column names, here \"part_number\""},
-        {writeFile(m_dir.filePath("empty.csv"), ""),                                                                     ":1:1: no row with column names"},
-        {m_dir.filePath("absent.csv"),                                     ": No such file or directory"                                                                                },
-        {m_dir.path(),                                     ": "                },
-        {"/dev/zero",                                     ": larger than 64 MiB"                                                                                 }
+        {write(kPart), ":1:1: the first row has to contain column names, here \"part_number\""},
+        {empty,        ":1:1: no row with column names"                                       },
+        {m_dir.path(), ": "                                                                   },
+        {"/dev/zero",  ": larger than 64 MiB"                                                 },
     };
     for (const auto& row : rows) {
         QString error;

@@ -73,9 +73,7 @@ void SynthesisFixture::setDevice(const QString& name)
 
 void SynthesisFixture::setEngine(const QByteArray& script) const
 {
-    write("engine", "#!/bin/sh\n" + script);
-    QFile::setPermissions(path("engine"), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("OXA_SYNTHESIS_ENGINE", path("engine").toUtf8());
+    qputenv("OXA_SYNTHESIS_ENGINE", writeProgram(path("engine"), script).toUtf8());
 }
 
 int SynthesisFixture::cells(const char* type) const
