@@ -52,7 +52,7 @@ constexpr Call kUnusable[] = {
     {"-o /no/such/out.vcd",                     2, "out.vcd: cannot be written: there is no directory /no/such"},
 };
 
-// A counter, with what Icarus crashes at or without it.
+// A counter, and a package at which Icarus crashes.
 constexpr char kCounter[] = R"(
 module top(input clk, output [9:0] y);
     reg [2:11] n = 0;
@@ -92,7 +92,7 @@ int followingRows(const QByteArray& csv)
 
 }
 
-// `oxa target`, the real openocd and `oxa capture`, held to `oxa simulate --model`.
+// `oxa target`, the real openocd and `oxa capture`, compared with `oxa simulate --model`.
 class TestCapture : public QObject {
     Q_OBJECT
 
@@ -235,7 +235,7 @@ void TestCapture::withoutATrigger()
     QCOMPARE(capture({"--core", "4"}).status, 0);
 }
 
-// A core that waits tells how far it is, but never in more than a line.
+// The progress of a core that waits takes one line of the terminal.
 void TestCapture::progressOnATerminal()
 {
     if (!Terminal::exists())
@@ -249,8 +249,8 @@ void TestCapture::progressOnATerminal()
     QVERIFY(finished(terminal));
 }
 
-// One position is one sample, whoever tells it; only what was captured from power-up on may differ,
-// and is said to.
+// The position is the same in all outputs. Only samples captured from power-up on may have another
+// one, and a warning says so.
 void TestCapture::positionsOnADeeperDevice()
 {
     const auto core = countingCore(4, "clk");

@@ -65,7 +65,7 @@ private:
     QString there(QString text) const;
 
     const QTemporaryDir m_directory;
-    // The pages' ports may be somebody's.
+    // Another program may use the ports of the pages.
     const QString m_jtag = QString::number(freePort());
     const QString m_tcl = QString::number(freePort());
 };

@@ -85,7 +85,7 @@ QByteArray configuration(const QString& signal, const QString& clock = "clk",
 
 }
 
-// Names, paths and replies that were made to be more than text.
+// Names, paths and replies that were written to be taken for commands or code.
 class TestHostileText : public QObject, OxaCalls {
     Q_OBJECT
 
@@ -108,7 +108,7 @@ private:
 
 void TestHostileText::initTestCase()
 {
-    // The finder of names must not help a hostile one to its signal either.
+    // The finder of names must not find a signal for a hostile name.
     writeFile(path("wave.vcd"), vcdOf({"ab", "a`b", "ab;"}, kSamples));
     writeFile(path("plain.oxa"), configuration("ab"));
     m_steering = writeFile(path("steering " + kSteering + ".oxa"),

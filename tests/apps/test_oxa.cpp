@@ -177,7 +177,7 @@ void TestOxa::inputsStay()
     QCOMPARE(content(), before);
 }
 
-// The second run touches nothing, and a run that was killed is in nobody's way.
+// The second run changes nothing. A run that was killed does not block the next one.
 void TestOxa::oneRunInAWorkDirectory()
 {
     const QString engine = writeProgram(path("engine"),
@@ -206,7 +206,7 @@ void TestOxa::oneRunInAWorkDirectory()
     QVERIFY(QFile::exists(path("shared/qx_oxa_netlist.v")));
 }
 
-// Whole results, or an exit status that tells of the loss.
+// A result is written whole, or the exit status reports the failure.
 void TestOxa::streamsTakeResults()
 {
     QVERIFY(run("new /dev/stdout").out.startsWith("<?xml"));

@@ -113,7 +113,7 @@ void TestOxaParts::voltages()
 void TestOxaParts::estimates()
 {
     const Result result = run("estimate UART ON");
-    // How many they are is held to synthesis by the checks of tests/ip/cores.
+    // The checks of tests/ip/cores compare these numbers with synthesis.
     static const QRegularExpression estimated("(look-up tables +|registers +)\\d\\d\\d ");
     QCOMPARE(QString(result.out).replace(estimated, "\\1### "),
         uart

@@ -221,8 +221,8 @@ void TestSimulate::unusableInputs()
     }
 }
 
-// A module of the test's own waits in the middle of a scan, for longer than targets are given that
-// may be gone. Other tests run meanwhile.
+// A module of the test stops the simulator in the middle of a scan, for longer than a client waits
+// for a target that may be gone. Other tests run meanwhile.
 void TestSimulate::startSilentSimulation()
 {
     const auto core0 = core(0, "10");

@@ -71,7 +71,7 @@ constexpr char kUnitAgain[] = "<MatchUnit index='1' enabled='0' match_type='0' c
                               "counter_width='2' counter='2' countinuous='0' func='0' value0='' "
                               "value1=''/>\n<MatchUnit index='1'";
 
-// What stands only in a file.
+// Errors that only a file can have.
 constexpr Broken kBrokenForms[] = {
     {"malformed",         "</Mode>",                "</mode>",                                           "line 4",     4 },
     {"version",           "<Version>3.0</Version>", "",                                                  "line 2",     2 },
@@ -102,7 +102,7 @@ constexpr char kSecondLite[]
       "input_register_enabled='0' capture_init_data_enabled='0'><SignalList><Signal>a</Signal>"
       "</SignalList></AoCore_Lite><OXA_ID>";
 
-// What cores in memory break just as well.
+// Errors that cores in memory can have, too.
 constexpr Broken kBrokenLite[] = {
     {"",              "@",                   "@",                  "",       0},
     {"memory-kind",   "implemention='0'",    "implemention='1'",   "core 0", 5},
@@ -333,7 +333,7 @@ void TestCheck::rules()
             shown(checkConfigFile(OXA_SOURCE_DIR "/examples/uart/" + QString(name))), QString());
 }
 
-// Each row stands beside what only just fits.
+// Each row has a configuration that just fits, too.
 void TestCheck::parts()
 {
     struct Row {

@@ -16,7 +16,7 @@ namespace {
 
 const QString kExamples = OXA_SOURCE_DIR "/examples/uart/";
 
-/// What a configuration may say instead.
+/// A change of a configuration.
 struct Variant {
     const char *from, *to;
     bool counts; // in the checksum
@@ -228,7 +228,7 @@ void TestConfig::skeletons()
     }
 }
 
-// Each refused by all readers, with the same words.
+// All readers refuse each of them with the same message.
 void TestConfig::hostileDocuments()
 {
     const auto nested = [](int levels) {
@@ -322,7 +322,7 @@ void TestConfig::readingOldAndOddFiles()
     }
 }
 
-// Where the modes differ; what both refuse alike is with the hostile documents.
+// Where the readers of the two modes differ; hostileDocuments tests what both refuse.
 void TestConfig::readerErrors()
 {
     QVERIFY(readOXAConfigFromXml(path("missing")).isEmpty());
@@ -387,7 +387,7 @@ void TestConfig::savingKeepsTheOldFileWhole()
     }
 }
 
-// Also one that is kept because of its size, and of which nothing but a letter changed.
+// A file is so large that the reader keeps its document, and changes by one letter.
 void TestConfig::aChangedFileIsParsedAnew()
 {
     const auto writtenAndRead = [this](const QString& module) {

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QTemporaryDir>
 
-/// Gives this process, and all that it starts, mounts of its own, which end with it. To be called
-/// before there is a second thread; false when the machine allows that to nobody but others.
+/// Gives this process, and all that it starts, mounts of its own, which end with it. Call it before
+/// there is a second thread. False when the machine does not allow it.
 bool makeOwnMounts();
 
 /// A file system of 256 KiB, after `makeOwnMounts`.

@@ -86,7 +86,7 @@ private Q_SLOTS:
     void calls();
 };
 
-// At each of its system calls, before and behind it: what is there is the old file or the new one.
+// A save is killed before and after each of its system calls: the file is the old or the new one.
 void TestFaults::savesThatAreKilled()
 {
     const QTemporaryDir directory;
@@ -104,7 +104,7 @@ void TestFaults::savesThatAreKilled()
 
     int found[2] = {};
     const auto prepare = [&] {
-        // Every child draws the same temporary names: no other may have left one.
+        // All children use the same temporary names: files of an earlier one have to go.
         OXA::removeDir(QFileInfo(path).path());
         writeFile(path, before);
     };
@@ -119,7 +119,7 @@ void TestFaults::savesThatAreKilled()
     QVERIFY2(found[0] > 10 && found[1] > 1, "calls on both sides of the change were met");
 }
 
-// What a killed run leaves is as it was, or marked for the next run to empty.
+// A killed run leaves the directory unchanged, or marked as one that the next run may empty.
 void TestFaults::runsThatAreKilled()
 {
     const QTemporaryDir directory;
@@ -151,7 +151,7 @@ void TestFaults::runsThatAreKilled()
     QVERIFY2(found[0] > 1 && found[1] > 10, "calls on both sides of the mark were met");
 }
 
-// Of a file that is replaced, and of one with two names, which is written over and put back.
+// A file with one name is replaced; one with two names is overwritten, and restored on failure.
 void TestFaults::savesThatFail()
 {
     if (!ownMounts)

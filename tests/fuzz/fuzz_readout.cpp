@@ -1,5 +1,5 @@
-// Cores that keep to the protocol and lie in every register: found, read out and decoded, or
-// refused with a reason.
+// Cores that follow the protocol, with any contents in all registers: found, read out and decoded,
+// or refused with a reason.
 #include "fuzz_support.h"
 
 #include "oxacapture/target/analyzer_client.h"
@@ -18,9 +18,9 @@ constexpr quint32 kMagic = 0x3141584f;
 constexpr int kAskedBehind = 1 + 32 + 24; // the end, the sum and what a client shifts beyond
 constexpr int kLongestScan = 1 << 13;
 
-class LyingTarget : public JtagLink {
+class AnyTarget : public JtagLink {
 public:
-    explicit LyingTarget(const QByteArray& bytes)
+    explicit AnyTarget(const QByteArray& bytes)
         : m_bytes(bytes)
     {
     }
@@ -100,7 +100,7 @@ void fuzz(const QByteArray& input)
     setup.captureAmount = 1 + qFromLittleEndian<quint16>(input.data()) % 1024;
     setup.triggerPos = qFromLittleEndian<quint16>(input.data() + 2) % setup.captureAmount;
     setup.windowNum = 1 + qFromLittleEndian<quint16>(input.data() + 4) % 64;
-    LyingTarget target(input.mid(kSetupBytes));
+    AnyTarget target(input.mid(kSetupBytes));
     AnalyzerClient client(target, BitString(8, 5));
     std::vector<CoreIdentity> cores;
     if (!client.begin() || !client.discover(cores)) {

@@ -36,7 +36,7 @@ private:
     bool m_dr = false;
 };
 
-/// Stands between a remote_bitbang client and its target: adds devices in front of it, and flips
+/// Forwards between a remote_bitbang client and its target: adds devices in front of it, and flips
 /// bits on the wires.
 class JtagProxy {
 public:

@@ -7,8 +7,8 @@
 
 #include <random>
 
-/// Puts more TCK cycles among the commands of a remote_bitbang client, which a test access port has
-/// to live with: pauses in shifts; between scans, scans of other instructions, empty scans and
+/// Inserts TCK cycles between the commands of a remote_bitbang client, which a test access port has
+/// to accept: pauses in shifts; between scans, scans of other instructions, empty scans and
 /// resets with the client's instruction loaded again; now and then a reset in the middle of a
 /// shift, which spoils that scan. The client sees none of it but the spoiled scans.
 class ScanNoise {

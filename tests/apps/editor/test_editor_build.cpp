@@ -109,7 +109,7 @@ void TestEditorBuild::whatCannotBeBuiltIsNot()
         QVERIFY2(text.contains("correct the signal names"), qPrintable(text));
         QVERIFY(text.contains("\"clk`define\" contains a backquote"));
     }
-    // What does not show is shown, where a name is not edited.
+    // Where a name is not edited, invisible characters are shown as escapes.
     run.window.findChild<CoreList*>()->refresh();
     const QString cores = textsIn(*run.window.findChild<CoreList*>()->list());
     QVERIFY2(cores.contains("m\\u202e"), qPrintable(cores));

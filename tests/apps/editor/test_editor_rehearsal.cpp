@@ -140,7 +140,7 @@ void TestEditorRehearsal::problemsAreListed()
     }
 }
 
-// Edits come, and the window goes, while a thread reads a large stimulus.
+// The user edits, and closes the window, while a thread reads a large stimulus.
 void TestEditorRehearsal::theLastEditCounts()
 {
     auto run = std::make_unique<Run>(m_folder);

@@ -98,7 +98,7 @@ private Q_SLOTS:
     void gtkWave();
 };
 
-// Against a plain set: the index has levels, whose borders are where it could go wrong.
+// Compared with a set. The index has levels: errors are likely at their borders.
 void TestWaveView::changesAreFound()
 {
     std::mt19937 random(1);

@@ -11,8 +11,8 @@ using Random = std::mt19937;
 /// A number from `low` to `high`.
 int between(Random& random, int low, int high);
 
-/// A core that hardware can be built for, at any position, its names made unique by `position`.
-/// Its ports are so narrow, or its stimulus (see `randomSample`) so tame, that it triggers.
+/// A core that hardware can be built for. `position` makes its names unique. Its ports are so
+/// narrow, or its samples (see `randomSample`) change so little, that it triggers.
 std::unique_ptr<OXA::AoCore> randomCore(Random& random, int position);
 
 /// Other values, counters, windows and sequence for `core`, within what its hardware has.

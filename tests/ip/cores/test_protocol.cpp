@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kToRest = 8; // samples
 
-// Keeps the scans of a client, which are then sent damaged.
+// Records the scans of a client; tests send them again with errors.
 class RecordingLink : public JtagLink {
 public:
     std::vector<BitString> scans;
@@ -113,7 +113,7 @@ CoreStatus TestProtocol::status()
     return status;
 }
 
-// Armed cores keep their settings and memory to themselves.
+// Armed cores answer no scan of settings or memory.
 void TestProtocol::answersOnlyAtRest()
 {
     AnalyzerClient& client = m_target.client();
@@ -160,7 +160,7 @@ void TestProtocol::forcesAreForArmedCores()
     QVERIFY(status().finished);
 }
 
-// Neither does one that a scan's end cuts off, nor one at the end of a longer scan.
+// Also commands that are cut off by the end of a scan, or are at the end of a longer scan.
 void TestProtocol::damagedCommandsDoNothing()
 {
     RecordingLink link(m_target.link());
@@ -185,7 +185,7 @@ void TestProtocol::damagedCommandsDoNothing()
     }
 }
 
-// An address that lost bits is none.
+// An address with wrong or missing bits selects no core.
 void TestProtocol::damagedAddressesSelectNothing()
 {
     RecordingLink link(m_target.link());

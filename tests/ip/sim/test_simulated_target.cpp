@@ -95,7 +95,7 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
         QVERIFY(second.waitForDisconnected(kPatience)); // one at a time
         first.abort();
     }
-    // Until the server notices that the first one left, it turns others away.
+    // The server refuses other clients until it notices that the first one left.
     std::unique_ptr<RemoteBitbangLink> taken;
     const auto isTaken = [&] {
         taken = std::make_unique<RemoteBitbangLink>();
@@ -116,7 +116,7 @@ void TestSimulatedTarget::aLostClientMakesRoomForTheNext()
     QVERIFY2(next.error().startsWith("JTAG: "), qPrintable(next.error()));
 }
 
-// It asks for more bits than all buffers hold; who else asks is answered.
+// It asks for more bits than all buffers hold; the other client still gets answers.
 void TestSimulatedTarget::aClientThatNeverListens()
 {
     writeFile(path("stimulus"), "00 0\nxyz 1\n");

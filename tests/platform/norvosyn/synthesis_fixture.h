@@ -5,7 +5,7 @@
 
 #include <QTemporaryDir>
 
-/// A proxy with a directory of its own, and a request that a test bends as it likes.
+/// A proxy with a directory of its own, and a request that a test can change.
 class SynthesisFixture {
 public:
     explicit SynthesisFixture(const QString& subdirectory = "work");
@@ -25,7 +25,7 @@ public:
 
     void setDevice(const QString& name);
 
-    /// Puts a shell script in the engine's place.
+    /// Uses a shell script as the engine.
     void setEngine(const QByteArray& script) const;
 
     int run() { return proxy.run(request); }

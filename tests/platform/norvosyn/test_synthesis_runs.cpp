@@ -42,7 +42,7 @@ const BadRow kBad[] = {
     {"iniconfig",                  "RESOURCE_CHECK=false", R"("iniconfig" is not a list)"                          },
 };
 
-/// A stand-in for the engine: it runs where the netlist is to be left.
+/// A script that replaces the engine. It runs in the directory of the netlist.
 struct EngineRow {
     const char *what, *script; ///< "ok" in the script writes a netlist
     bool done;
@@ -89,7 +89,7 @@ void waitFor(const SynthesisFixture& fixture, const QString& name)
 
 }
 
-/// What a run needs, with scripts in the place of the engine.
+/// What a run requires. Scripts replace the engine.
 class TestSynthesisRuns : public QObject {
     Q_OBJECT
 
@@ -139,7 +139,7 @@ void TestSynthesisRuns::everyFaultIsReported()
     QVERIFY2(!QFile::exists(fixture.path("new")), "a request that cannot run makes no directory");
 }
 
-// Where the run writes its own files, and under another name of the output.
+// Sources where the run writes its own files, and a source that is a link to the output.
 void TestSynthesisRuns::sourcesStay()
 {
     for (const char* name :

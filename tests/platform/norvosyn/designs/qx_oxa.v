@@ -1,4 +1,4 @@
-// What a netlist has to do as its source does: every kind of memory and flip-flop, and logic.
+// Every kind of memory and flip-flop, and logic: the netlist has to behave as this source.
 //
 //   dump   all that a cycle made
 `default_nettype none
