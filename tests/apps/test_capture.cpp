@@ -68,7 +68,6 @@ struct Bench {
 };
 
 constexpr Bench kBenches[] = {
-    {"a design",      "",       "top dut(clk, y);",      ""                              },
     {"from Yosys",    kPackage, "top dut(clk, y);",      ""                              },
     {"no instance",   kPackage, "",                      "no instance of the top \"top\""},
     {"two instances", "",       "top dut[1:0](clk, y);", ": bench.dut[0], bench.dut[1];" },
@@ -313,7 +312,7 @@ void TestCapture::besideTheDesign()
     }
     LiveTarget live;
     QVERIFY2(live.start(file, {}, {"--bench", path("bench.v")}), live.target.said());
-    QCOMPARE(live.target.said().contains("as plain Verilog from Yosys"), *row.package != 0);
+    QVERIFY(live.target.said().contains("as plain Verilog from Yosys"));
     const Result result = oxa({"capture", file, "--openocd", live.address(), "-o",
         path("beside.csv"), "--timeout", patienceSeconds()});
     QVERIFY2(result.status == 0, qPrintable(result.err));

@@ -35,7 +35,6 @@ const Comparison kComparisons[] = {
     {"unknown values",                                   false, {"a", "b[0]"},   6},
     {"too few samples for the core to say that it runs", false, {"a"},           4},
     {"a sample clock that is watched",                   false, {"clk", "b[0]"}, 6},
-    {"Lite, one signal",                                 true,  {"a"},           6},
     {"Lite, few samples",                                true,  {"a"},           2},
     {"Lite, a sample clock that is watched",             true,  {"b[1]", "clk"}, 6},
 };
