@@ -11,9 +11,9 @@ namespace {
 
 constexpr int kAbove = 4; // of compareVersion
 
-QString versionErrorOf(const QDomElement& root)
+QString versionErrorOf(const XmlElement& root)
 {
-    const QDomElement version = root.firstChildElement(NODE_VERSION);
+    const XmlElement version = root.firstChildElement(NODE_VERSION);
     if (version.isNull())
         return "it has no version";
     try {
@@ -26,13 +26,13 @@ QString versionErrorOf(const QDomElement& root)
 }
 
 /// The parser's position of the end of the element's start tag, unique for each element.
-QPair<int, int> tagEnd(const QDomElement& element)
+QPair<int, int> tagEnd(const XmlElement& element)
 {
     return {element.lineNumber(), element.columnNumber()};
 }
 
 /// The index of a port or unit; -1 when it is missing or invalid.
-int numberOf(const QDomElement& element)
+int numberOf(const XmlElement& element)
 {
     bool ok = false;
     const int number = element.attribute(ATTR_INDEX).toInt(&ok);
@@ -40,10 +40,10 @@ int numberOf(const QDomElement& element)
 }
 
 /// The children `tag` of a core's list by their index; the last one with an index counts.
-QHash<int, QDomElement> indexed(const QDomElement& core, const char* listTag, const char* tag)
+QHash<int, XmlElement> indexed(const XmlElement& core, const char* listTag, const char* tag)
 {
-    QHash<int, QDomElement> elements;
-    for (const QDomElement& element : childElements(core.firstChildElement(listTag), tag))
+    QHash<int, XmlElement> elements;
+    for (const XmlElement& element : childElements(core.firstChildElement(listTag), tag))
         elements.insert(numberOf(element), element);
     return elements;
 }
@@ -61,7 +61,7 @@ ConfigFile::ConfigFile(const QString& path)
         return;
     root = document.documentElement();
     versionError = versionErrorOf(root);
-    const QDomElement mode = root.firstChildElement(NODE_MODE);
+    const XmlElement mode = root.firstChildElement(NODE_MODE);
     lite = mode.text() == kModeLite;
     if (!mode.isNull() && !lite && mode.text() != kModeStandard)
         modeError = QString("its mode \"%1\" is neither \"%2\" nor \"%3\"")
@@ -72,7 +72,7 @@ ConfigFile::ConfigFile(const QString& path)
 
 void ConfigFile::indexCores()
 {
-    for (const QDomElement& core : childElements(root, lite ? NODE_AOCORE_LITE : NODE_AOCORE)) {
+    for (const XmlElement& core : childElements(root, lite ? NODE_AOCORE_LITE : NODE_AOCORE)) {
         m_positions.insert(tagEnd(core), m_cores.size());
         m_cores.append({core, indexed(core, NODE_TRIGGER_LIST, NODE_TRIGGER),
             indexed(core, NODE_MATCH_UNITS, NODE_MATCH_UNIT),
@@ -80,15 +80,15 @@ void ConfigFile::indexCores()
     }
 }
 
-QList<QDomElement> ConfigFile::coreElements() const
+QList<XmlElement> ConfigFile::coreElements() const
 {
-    QList<QDomElement> elements;
+    QList<XmlElement> elements;
     for (const CoreElements& core : m_cores)
         elements += core.core;
     return elements;
 }
 
-void ConfigFile::setStart(const QDomElement& element, Place& place) const
+void ConfigFile::setStart(const XmlElement& element, Place& place) const
 {
     place.line = element.lineNumber();
     place.column = element.columnNumber();
@@ -104,10 +104,10 @@ void ConfigFile::setStart(const QDomElement& element, Place& place) const
     }
 }
 
-Place ConfigFile::placeOf(const QDomElement& element) const
+Place ConfigFile::placeOf(const XmlElement& element) const
 {
     Place place;
-    for (QDomElement at = element; !at.isNull(); at = at.parentNode().toElement()) {
+    for (XmlElement at = element; !at.isNull(); at = at.parent()) {
         if (at.tagName() == NODE_TRIGGER && place.port < 0)
             place.port = numberOf(at);
         else if (at.tagName() == NODE_MATCH_UNIT && place.unit < 0)
@@ -122,7 +122,7 @@ Place ConfigFile::placeOf(const QDomElement& element) const
 void ConfigFile::locate(Place& place) const
 {
     const CoreElements elements = m_cores.value(place.core);
-    QDomElement element = elements.core.isNull() ? root : elements.core;
+    XmlElement element = elements.core.isNull() ? root : elements.core;
     if (place.port >= 0)
         element = elements.ports.value(place.port, element);
     else if (place.unit >= 0)
@@ -132,10 +132,10 @@ void ConfigFile::locate(Place& place) const
     setStart(element, place);
 }
 
-QList<QDomElement> childElements(const QDomElement& parent, const char* tag)
+QList<XmlElement> childElements(const XmlElement& parent, const char* tag)
 {
-    QList<QDomElement> children;
-    for (QDomElement child = parent.firstChildElement(tag); !child.isNull();
+    QList<XmlElement> children;
+    for (XmlElement child = parent.firstChildElement(tag); !child.isNull();
          child = child.nextSiblingElement(tag))
         children += child;
     return children;

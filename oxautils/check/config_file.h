@@ -4,7 +4,6 @@
 #include "oxautils/check/problem.h"
 #include "oxautils/config/xml_document.h"
 
-#include <QDomElement>
 #include <QHash>
 #include <QList>
 #include <QPair>
@@ -20,10 +19,10 @@ struct ConfigFile {
     bool readable() const { return parsed && versionError.isEmpty() && modeError.isEmpty(); }
 
     /// The elements that describe cores; none when cores cannot be read.
-    QList<QDomElement> coreElements() const;
+    QList<XmlElement> coreElements() const;
 
     /// Where the start tag of `element` begins, and which core, port or unit it is in.
-    Place placeOf(const QDomElement& element) const;
+    Place placeOf(const XmlElement& element) const;
 
     /// Adds the line and column to a place in a core.
     void locate(Place& place) const;
@@ -32,22 +31,22 @@ struct ConfigFile {
     QString openError; ///< why the file cannot be read; empty when it can
     bool parsed = false;
     XmlError xmlError; ///< why it is malformed, when it could be read
-    QDomDocument document;
-    QDomElement root;
+    XmlDocument document;
+    XmlElement root;
     QString versionError; ///< the problem with its version; else empty
     QString modeError; ///< the problem with its mode; else empty
 
 private:
     /// The elements of a core that places name.
     struct CoreElements {
-        QDomElement core;
-        QHash<int, QDomElement> ports;
-        QHash<int, QDomElement> units;
-        QList<QDomElement> expressions;
+        XmlElement core;
+        QHash<int, XmlElement> ports;
+        QHash<int, XmlElement> units;
+        QList<XmlElement> expressions;
     };
 
     void indexCores();
-    void setStart(const QDomElement& element, Place& place) const;
+    void setStart(const XmlElement& element, Place& place) const;
 
     QStringList m_lines;
     QList<CoreElements> m_cores;
@@ -55,7 +54,7 @@ private:
 };
 
 /// The children of `parent` named `tag`.
-QList<QDomElement> childElements(const QDomElement& parent, const char* tag);
+QList<XmlElement> childElements(const XmlElement& parent, const char* tag);
 
 }
 

@@ -12,20 +12,20 @@ namespace OXA {
 
 namespace {
 
-using Visit = std::function<void(const QDomElement&)>;
+using Visit = std::function<void(const XmlElement&)>;
 
 /// Visits `element` and everything below it; the depth of a file is limited.
-void visitAll(const QDomElement& element, const Visit& visit)
+void visitAll(const XmlElement& element, const Visit& visit)
 {
     visit(element);
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
+    for (XmlElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement())
         visitAll(child, visit);
 }
 
 void visitCores(const ConfigFile& file, const Visit& visit)
 {
-    for (const QDomElement& core : file.coreElements())
+    for (const XmlElement& core : file.coreElements())
         visitAll(core, visit);
 }
 
@@ -34,11 +34,11 @@ template <typename VisitCore>
 void visitLists(
     const ConfigFile& file, const char* listTag, const char* tag, const VisitCore& visitCore)
 {
-    for (const QDomElement& core : file.coreElements())
+    for (const XmlElement& core : file.coreElements())
         visitCore(childElements(core.firstChildElement(listTag), tag));
 }
 
-bool isNumbered(const QDomElement& element)
+bool isNumbered(const XmlElement& element)
 {
     bool ok = false;
     const int number = element.attribute(ATTR_INDEX).toInt(&ok);
@@ -47,8 +47,8 @@ bool isNumbered(const QDomElement& element)
 
 void findNumbers(const ConfigFile& file, const char* listTag, const char* tag, Findings& findings)
 {
-    visitLists(file, listTag, tag, [&](const QList<QDomElement>& elements) {
-        for (const QDomElement& element : elements) {
+    visitLists(file, listTag, tag, [&](const QList<XmlElement>& elements) {
+        for (const XmlElement& element : elements) {
             if (!isNumbered(element))
                 findings.add(file.placeOf(element),
                     QString("<%1> has index %2, there are 0 to 15")
@@ -59,9 +59,9 @@ void findNumbers(const ConfigFile& file, const char* listTag, const char* tag, F
 
 void findRepeated(const ConfigFile& file, const char* listTag, const char* tag, Findings& findings)
 {
-    visitLists(file, listTag, tag, [&](const QList<QDomElement>& elements) {
+    visitLists(file, listTag, tag, [&](const QList<XmlElement>& elements) {
         QSet<int> seen;
-        for (const QDomElement& element : elements) {
+        for (const XmlElement& element : elements) {
             const int number = intAttribute(element, ATTR_INDEX);
             if (seen.contains(number) && element.hasAttribute(ATTR_INDEX) && isNumbered(element))
                 findings.add(file.placeOf(element),
@@ -93,7 +93,7 @@ void findMalformed(const ConfigFile& file, Findings& findings)
 
 void findVersion(const ConfigFile& file, Findings& findings)
 {
-    const QDomElement version = file.root.firstChildElement(NODE_VERSION);
+    const XmlElement version = file.root.firstChildElement(NODE_VERSION);
     if (!file.versionError.isEmpty())
         findings.add(file.placeOf(version.isNull() ? file.root : version), file.versionError);
 }
@@ -126,8 +126,8 @@ void findRepeatedUnits(const ConfigFile& file, Findings& findings)
 
 void findUnknownPorts(const ConfigFile& file, Findings& findings)
 {
-    visitLists(file, NODE_MATCH_UNITS, NODE_MATCH_UNIT, [&](const QList<QDomElement>& units) {
-        for (const QDomElement& unit : units) {
+    visitLists(file, NODE_MATCH_UNITS, NODE_MATCH_UNIT, [&](const QList<XmlElement>& units) {
+        for (const XmlElement& unit : units) {
             bool ok = false;
             const int port = unit.attribute(ATTR_MU_TRIGGER).toInt(&ok);
             if (ok && (port < 0 || port >= kPorts))
@@ -140,7 +140,7 @@ void findUnknownPorts(const ConfigFile& file, Findings& findings)
 
 void findEmptyBuses(const ConfigFile& file, Findings& findings)
 {
-    visitCores(file, [&](const QDomElement& element) {
+    visitCores(file, [&](const XmlElement& element) {
         if (element.tagName() == NODE_BUS && element.firstChildElement(NODE_SIGNAL).isNull())
             findings.add(file.placeOf(element),
                 QString("bus \"%1\" has no bits, and counts as a single signal")
@@ -153,7 +153,7 @@ void findChecksum(const ConfigFile& file, Findings& findings)
 {
     if (!file.readable())
         return;
-    const QDomElement id = file.root.firstChildElement(NODE_OXA_ID);
+    const XmlElement id = file.root.firstChildElement(NODE_OXA_ID);
     QString computed;
     if (file.lite) {
         const QList<AOCore_Lite*> cores = readCoresLite(file.root);

@@ -87,25 +87,25 @@ constexpr Attribute kAttributes[] = {
     {NODE_BUS,         ATTR_SIGNAL_CAPTURE_ENABLE,        Holds::TrueOrFalse,    false},
 };
 
-using Visit = std::function<void(const QDomElement&, const Attribute&)>;
+using Visit = std::function<void(const XmlElement&, const Attribute&)>;
 
 /// Visits every attribute that an element in a core has or should have; the depth of a file is
 /// limited.
-void visitAttributes(const QDomElement& element, const Visit& visit)
+void visitAttributes(const XmlElement& element, const Visit& visit)
 {
     const QString tag = element.tagName();
     for (const Attribute& attribute : kAttributes) {
         if (tag == attribute.element)
             visit(element, attribute);
     }
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
+    for (XmlElement child = element.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement())
         visitAttributes(child, visit);
 }
 
 void visitAttributes(const ConfigFile& file, const Visit& visit)
 {
-    for (const QDomElement& core : file.coreElements())
+    for (const XmlElement& core : file.coreElements())
         visitAttributes(core, visit);
 }
 
@@ -122,12 +122,12 @@ const Times* timesRead(const QString& parent, const QString& tag)
 
 /// `parentTag` is null for the root, whose name is not checked.
 void findUnreadBelow(
-    const ConfigFile& file, const QDomElement& parent, const QString& parentTag, Findings& findings)
+    const ConfigFile& file, const XmlElement& parent, const QString& parentTag, Findings& findings)
 {
     static constexpr Times kMany = Times::Many;
     const char* core = file.lite ? NODE_AOCORE_LITE : NODE_AOCORE;
     QStringList seen;
-    for (QDomElement child = parent.firstChildElement(); !child.isNull();
+    for (XmlElement child = parent.firstChildElement(); !child.isNull();
          child = child.nextSiblingElement()) {
         const QString tag = child.tagName();
         const Times* times = parentTag.isNull() && tag == core ? &kMany : timesRead(parentTag, tag);
@@ -170,7 +170,7 @@ void findUnreadElements(const ConfigFile& file, Findings& findings)
 
 void findMissingAttributes(const ConfigFile& file, Findings& findings)
 {
-    visitAttributes(file, [&](const QDomElement& element, const Attribute& attribute) {
+    visitAttributes(file, [&](const XmlElement& element, const Attribute& attribute) {
         if (attribute.required && !element.hasAttribute(attribute.name))
             findings.add(file.placeOf(element),
                 QString("<%1> has no attribute \"%2\"").arg(attribute.element, attribute.name));
@@ -179,7 +179,7 @@ void findMissingAttributes(const ConfigFile& file, Findings& findings)
 
 void findBadNumbers(const ConfigFile& file, Findings& findings)
 {
-    visitAttributes(file, [&](const QDomElement& element, const Attribute& attribute) {
+    visitAttributes(file, [&](const XmlElement& element, const Attribute& attribute) {
         const QString value = element.attribute(attribute.name);
         const bool absent
             = value.isEmpty() && (!attribute.required || !element.hasAttribute(attribute.name));
@@ -192,7 +192,7 @@ void findBadNumbers(const ConfigFile& file, Findings& findings)
 
 void findBadWords(const ConfigFile& file, Findings& findings)
 {
-    visitAttributes(file, [&](const QDomElement& element, const Attribute& attribute) {
+    visitAttributes(file, [&](const XmlElement& element, const Attribute& attribute) {
         const QStringList words = wordsOf(attribute.holds);
         const QString value = element.attribute(attribute.name);
         if (!words.isEmpty() && !value.isEmpty() && !words.contains(value))

@@ -139,10 +139,10 @@ QString checksumOf(const QList<AOCore_Lite*>& cores) { return checksumOfCores(kM
 
 QString computeOXACRCForXml(const QString& path)
 {
-    QDomDocument document;
+    XmlDocument document;
     if (!loadXml(path, document))
         return {};
-    const QDomElement root = document.documentElement();
+    const XmlElement root = document.documentElement();
     if (root.firstChildElement(NODE_MODE).text() == kModeLite)
         return checksumAndDelete(readCoresLite(root));
     return checksumAndDelete(readCores(root, ExpressionText::AsWritten));

@@ -9,14 +9,14 @@ namespace OXA {
 namespace {
 
 template <typename Visit>
-void forEachChild(const QDomElement& parent, const char* tag, const Visit& visit)
+void forEachChild(const XmlElement& parent, const char* tag, const Visit& visit)
 {
-    for (QDomElement child = parent.firstChildElement(tag); !child.isNull();
+    for (XmlElement child = parent.firstChildElement(tag); !child.isNull();
          child = child.nextSiblingElement(tag))
         visit(child);
 }
 
-void readSettings(const QDomElement& element, AoCore& core)
+void readSettings(const XmlElement& element, AoCore& core)
 {
     core.index = intAttribute(element, ATTR_INDEX);
     core.sampleClock = element.attribute(ATTR_AO_SAMPLE_CLK);
@@ -31,7 +31,7 @@ void readSettings(const QDomElement& element, AoCore& core)
     core.moduleName = element.attribute(ATTR_AO_MODULE_NAME, core.moduleName);
 }
 
-void readDataSignals(const QDomElement& element, AoCore& core)
+void readDataSignals(const XmlElement& element, AoCore& core)
 {
     core.signalList = readSignalList(element.firstChildElement(NODE_SIGNAL_LIST));
     for (const SignalItem& item : core.signalList) {
@@ -40,19 +40,19 @@ void readDataSignals(const QDomElement& element, AoCore& core)
     }
 }
 
-void readTrigger(const QDomElement& element, AoCore& core)
+void readTrigger(const XmlElement& element, AoCore& core)
 {
     TriggerPort* port = core.getTrigger(intAttribute(element, ATTR_INDEX));
     if (!port)
         return;
-    const QDomElement list = element.firstChildElement(NODE_SIGNAL_LIST);
+    const XmlElement list = element.firstChildElement(NODE_SIGNAL_LIST);
     const QList<SignalItem> items = readSignalList(list);
     port->signalList += items;
     if (intAttribute(list, ATTR_AO_CAPTURE_FROM_TR) == 1)
         core.captureSignals += items;
 }
 
-void readMatchUnit(const QDomElement& element, AoCore& core)
+void readMatchUnit(const XmlElement& element, AoCore& core)
 {
     MatchUnit* unit = core.matchUnit(intAttribute(element, ATTR_INDEX));
     if (!unit)
@@ -72,12 +72,12 @@ void readMatchUnit(const QDomElement& element, AoCore& core)
 
 QString normalised(QString expression) { return expression.remove("atch[").remove(']').toUpper(); }
 
-void readExpressions(const QDomElement& element, AoCore& core, ExpressionText expressions)
+void readExpressions(const XmlElement& element, AoCore& core, ExpressionText expressions)
 {
     core.expressionType
         = element.attribute(ATTR_EXP_TYPE) == "Dynamic" ? DynamicExpressions : StaticExpressions;
     core.exImplementation = intAttribute(element, ATTR_EXP_IMPLEMENTATION);
-    forEachChild(element, NODE_EXPRESSION, [&](const QDomElement& child) {
+    forEachChild(element, NODE_EXPRESSION, [&](const XmlElement& child) {
         const bool asWritten = expressions == ExpressionText::AsWritten;
         core.expressions += asWritten ? child.text() : normalised(child.text());
     });
@@ -85,27 +85,27 @@ void readExpressions(const QDomElement& element, AoCore& core, ExpressionText ex
 
 }
 
-QList<AoCore*> readCores(const QDomElement& root, ExpressionText expressions)
+QList<AoCore*> readCores(const XmlElement& root, ExpressionText expressions)
 {
     QList<AoCore*> cores;
-    forEachChild(root, NODE_AOCORE, [&](const QDomElement& element) {
+    forEachChild(root, NODE_AOCORE, [&](const XmlElement& element) {
         auto* core = new AoCore(0);
         cores += core;
         readSettings(element, *core);
         readDataSignals(element, *core);
         forEachChild(element.firstChildElement(NODE_TRIGGER_LIST), NODE_TRIGGER,
-            [core](const QDomElement& trigger) { readTrigger(trigger, *core); });
+            [core](const XmlElement& trigger) { readTrigger(trigger, *core); });
         forEachChild(element.firstChildElement(NODE_MATCH_UNITS), NODE_MATCH_UNIT,
-            [core](const QDomElement& unit) { readMatchUnit(unit, *core); });
+            [core](const XmlElement& unit) { readMatchUnit(unit, *core); });
         readExpressions(element.firstChildElement(NODE_EXPRESSIONS), *core, expressions);
     });
     return cores;
 }
 
-QList<AOCore_Lite*> readCoresLite(const QDomElement& root)
+QList<AOCore_Lite*> readCoresLite(const XmlElement& root)
 {
     QList<AOCore_Lite*> cores;
-    forEachChild(root, NODE_AOCORE_LITE, [&](const QDomElement& element) {
+    forEachChild(root, NODE_AOCORE_LITE, [&](const XmlElement& element) {
         auto* core = new AOCore_Lite;
         cores += core;
         core->index = intAttribute(element, ATTR_INDEX);
@@ -122,7 +122,7 @@ QList<AOCore_Lite*> readCoresLite(const QDomElement& root)
     return cores;
 }
 
-int intAttribute(const QDomElement& element, const char* name)
+int intAttribute(const XmlElement& element, const char* name)
 {
     return element.attribute(name).toInt();
 }

@@ -49,7 +49,7 @@ QString hintFor(const QString& error)
 /// A line on what to do when `content` is malformed; else empty.
 QString remedyFor(const QByteArray& content)
 {
-    QDomDocument document;
+    XmlDocument document;
     XmlError error;
     return parseXml(content, document, &error) ? QString() : '\n' + error.hint();
 }

@@ -40,9 +40,9 @@ void writeCore(QXmlStreamWriter& xml, const AOCore_Lite& core)
 }
 
 /// The error in the document's version; empty when the reader understands it.
-QString versionProblem(const QDomElement& root)
+QString versionProblem(const XmlElement& root)
 {
-    const QDomElement version = root.firstChildElement(NODE_VERSION);
+    const XmlElement version = root.firstChildElement(NODE_VERSION);
     if (version.isNull())
         return "Unknown Oxa version.";
     if (!(compareVersion(version.text(), LATEST_VERSION) & kAtMost))
@@ -79,7 +79,7 @@ QList<AOCore_Lite*> readOXAConfigFromXml_Lite(const QString& path, bool* ok, QSt
         report(ok, true);
         return {};
     }
-    QDomDocument document;
+    XmlDocument document;
     XmlError xmlError;
     if (!parseXml(content, document, &xmlError)) {
         report(ok, false, error, xmlError.text());
@@ -92,10 +92,10 @@ QList<AOCore_Lite*> readOXAConfigFromXml_Lite(const QString& path, bool* ok, QSt
 
 bool checkOXALiteFile(const QString& path)
 {
-    QDomDocument document;
+    XmlDocument document;
     if (!loadXml(path, document))
         return false;
-    for (QDomElement core = document.documentElement().firstChildElement(NODE_AOCORE_LITE);
+    for (XmlElement core = document.documentElement().firstChildElement(NODE_AOCORE_LITE);
          !core.isNull(); core = core.nextSiblingElement(NODE_AOCORE_LITE)) {
         if (!hasAttributes(core, kCoreAttributes))
             return false;

@@ -10,10 +10,10 @@ namespace OXA {
 
 OxaMode oxaModeFromOxaConfigFile(const QString& path)
 {
-    QDomDocument document;
+    XmlDocument document;
     if (!loadXml(path, document))
         return Invalid;
-    const QDomElement mode = document.documentElement().firstChildElement(NODE_MODE);
+    const XmlElement mode = document.documentElement().firstChildElement(NODE_MODE);
     if (mode.isNull() || mode.text() == kModeStandard)
         return Standard;
     return mode.text() == kModeLite ? Lite : Invalid;
@@ -21,7 +21,7 @@ OxaMode oxaModeFromOxaConfigFile(const QString& path)
 
 QString versionFromOxaConfigFile(const QString& path)
 {
-    QDomDocument document;
+    XmlDocument document;
     loadXml(path, document);
     return document.documentElement().firstChildElement(NODE_VERSION).text();
 }

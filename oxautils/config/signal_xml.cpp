@@ -1,8 +1,8 @@
 #include "oxautils/config/signal_xml.h"
 
+#include "oxautils/config/xml_element.h"
 #include "oxautils/config/xml_names.h"
 
-#include <QDomElement>
 #include <QXmlStreamWriter>
 
 namespace OXA {
@@ -46,7 +46,7 @@ void writeBus(QXmlStreamWriter& xml, const SignalItem& bus, SignalOwner owner)
     xml.writeEndElement();
 }
 
-SignalItem readSingle(const QDomElement& element)
+SignalItem readSingle(const XmlElement& element)
 {
     SignalItem item;
     item.name = element.text();
@@ -54,7 +54,7 @@ SignalItem readSingle(const QDomElement& element)
     return item;
 }
 
-SignalItem readBus(const QDomElement& element)
+SignalItem readBus(const XmlElement& element)
 {
     SignalItem bus;
     bus.name = element.attribute(ATTR_BUS_NAME);
@@ -63,7 +63,7 @@ SignalItem readBus(const QDomElement& element)
         bus.text = bus.name;
         bus.name = restoreName;
     }
-    for (QDomElement bit = element.firstChildElement(NODE_SIGNAL); !bit.isNull();
+    for (XmlElement bit = element.firstChildElement(NODE_SIGNAL); !bit.isNull();
          bit = bit.nextSiblingElement(NODE_SIGNAL))
         bus.subItems += readSingle(bit);
     return bus;
@@ -86,10 +86,10 @@ void writeSignalList(QXmlStreamWriter& xml, const QList<SignalItem>& items, Sign
     xml.writeEndElement();
 }
 
-QList<SignalItem> readSignalList(const QDomElement& list)
+QList<SignalItem> readSignalList(const XmlElement& list)
 {
     QList<SignalItem> items;
-    for (QDomElement element = list.firstChildElement(); !element.isNull();
+    for (XmlElement element = list.firstChildElement(); !element.isNull();
          element = element.nextSiblingElement()) {
         const bool bus = element.tagName() == NODE_BUS;
         if (!bus && element.tagName() != NODE_SIGNAL)

@@ -3,10 +3,11 @@
 
 #include "oxautils/model/signal_item.h"
 
-class QDomElement;
 class QXmlStreamWriter;
 
 namespace OXA {
+
+class XmlElement;
 
 /// The owner of a list: cores and ports write a bus's names differently.
 enum class SignalOwner { Core, Port };
@@ -15,7 +16,7 @@ enum class SignalOwner { Core, Port };
 void writeSignalList(QXmlStreamWriter& xml, const QList<SignalItem>& items, SignalOwner owner);
 
 /// The items of a "SignalList" element; none for a null element.
-QList<SignalItem> readSignalList(const QDomElement& list);
+QList<SignalItem> readSignalList(const XmlElement& list);
 
 }
 

@@ -106,9 +106,9 @@ void writeCore(QXmlStreamWriter& xml, const AoCore& core)
 }
 
 /// The error in the document's version; empty when the reader understands it.
-QString versionProblem(const QDomElement& root)
+QString versionProblem(const XmlElement& root)
 {
-    const QDomElement version = root.firstChildElement(NODE_VERSION);
+    const XmlElement version = root.firstChildElement(NODE_VERSION);
     if (version.isNull())
         return "Unknown Oxa version.";
     try {
@@ -127,10 +127,10 @@ QString versionProblem(const QDomElement& root)
 
 template <typename Names>
 bool childrenHaveAttributes(
-    const QDomElement& core, const char* listTag, const char* tag, const Names& names)
+    const XmlElement& core, const char* listTag, const char* tag, const Names& names)
 {
-    for (QDomElement child = core.firstChildElement(listTag).firstChildElement(tag);
-         !child.isNull(); child = child.nextSiblingElement(tag)) {
+    for (XmlElement child = core.firstChildElement(listTag).firstChildElement(tag); !child.isNull();
+         child = child.nextSiblingElement(tag)) {
         if (!hasAttributes(child, names))
             return false;
     }
@@ -163,7 +163,7 @@ QList<AoCore*> readOXAConfigFromXml(const QString& path, bool* ok, QString* erro
         report(ok, false, error, QString("%1 open file failed.").arg(path));
         return {};
     }
-    QDomDocument document;
+    XmlDocument document;
     XmlError xmlError;
     if (!parseXml(content, document, &xmlError)) {
         report(ok, false, error, xmlError.text());
@@ -178,10 +178,10 @@ QList<AoCore*> readOXAConfigFromXml(const QString& path, bool* ok, QString* erro
 
 bool checkOXAStandardFile(const QString& path)
 {
-    QDomDocument document;
+    XmlDocument document;
     if (!loadXml(path, document))
         return false;
-    for (QDomElement core = document.documentElement().firstChildElement(NODE_AOCORE);
+    for (XmlElement core = document.documentElement().firstChildElement(NODE_AOCORE);
          !core.isNull(); core = core.nextSiblingElement(NODE_AOCORE)) {
         if (!hasAttributes(core, kCoreAttributes)
             || !childrenHaveAttributes(core, NODE_TRIGGER_LIST, NODE_TRIGGER, kTriggerAttributes)
@@ -193,7 +193,7 @@ bool checkOXAStandardFile(const QString& path)
 
 QString readOXACRCForXml(const QString& path)
 {
-    QDomDocument document;
+    XmlDocument document;
     if (!loadXml(path, document))
         return {};
     return document.documentElement().firstChildElement(NODE_OXA_ID).text();

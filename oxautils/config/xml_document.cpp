@@ -3,27 +3,32 @@
 #include "files/fail.h"
 #include "files/file_stat.h"
 #include "oxautils/config/parse_once.h"
+#include "oxautils/config/xml_parser.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-#include <QXmlInputSource>
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#include <QTextCodec>
+#else
+#include <QStringDecoder>
+#endif
 
 namespace OXA {
 
 namespace {
 
-constexpr int kDeepestLevel = 64; // real files have 6
 constexpr int kLargestKept = 1 << 20; // bytes of a file
 
 /// The last file that was parsed. Its mode, checks and cores are read within a short time; large
 /// files are kept only during a `ParseOnce`.
 struct LastParsed {
     QByteArray content;
-    QDomDocument document;
+    XmlDocument document;
     int keepers = 0;
 
-    void keep(const QByteArray& newContent, const QDomDocument& newDocument)
+    void keep(const QByteArray& newContent, const XmlDocument& newDocument)
     {
         if (keepers == 0 && newContent.size() > kLargestKept)
             return;
@@ -60,102 +65,37 @@ struct LastRead {
 
 thread_local LastRead lastRead;
 
-/// Scans the markup of a document without building a tree, so that nesting needs no stack.
-/// Malformed markup is left to the parser.
-class NestingScanner {
-public:
-    explicit NestingScanner(const QString& text)
-        : m_text(text)
-    {
-    }
+/// The encoding that the XML declaration names; else empty.
+QByteArray namedEncoding(const QByteArray& content)
+{
+    const int start = content.startsWith("\xef\xbb\xbf") ? 3 : 0;
+    const int end = content.indexOf('>');
+    const QByteArray head = content.mid(start, end - start);
+    const int name = head.indexOf("encoding");
+    if (end < 0 || !head.startsWith("<?xml") || name < 0)
+        return {};
+    int open = name;
+    while (open < head.size() && head.at(open) != '"' && head.at(open) != '\'')
+        ++open;
+    const int close = open < head.size() ? head.indexOf(head.at(open), open + 1) : -1;
+    return close < 0 ? QByteArray() : head.mid(open + 1, close - open - 1);
+}
 
-    /// False, with the place in `error`, when the document must not be parsed.
-    bool accepts(XmlError& error)
-    {
-        while ((m_at = m_text.indexOf('<', m_at)) >= 0) {
-            const int start = m_at;
-            const char* complaint = takeMarkup();
-            if (!complaint)
-                continue;
-            error = {complaint, lineOf(start), columnOf(start)};
-            return false;
-        }
-        return true;
-    }
-
-private:
-    bool startsWith(const char* what) const
-    {
-        const QLatin1String text(what);
-        return m_text.midRef(m_at, text.size()) == text;
-    }
-
-    /// Moves after the next `what` that shares no character with the `opening` here: "<!-->" only
-    /// begins a comment.
-    void skipBehind(const char* opening, const char* what)
-    {
-        const QLatin1String text(what);
-        const int found = m_text.indexOf(text, m_at + QLatin1String(opening).size());
-        m_at = found < 0 ? m_text.size() : found + text.size();
-    }
-
-    /// Moves after the ">" of a tag, skipping those in quoted values; returns the tag's text.
-    QStringRef takeTag()
-    {
-        const int start = m_at;
-        QChar quote;
-        while (++m_at < m_text.size()) {
-            const QChar c = m_text.at(m_at);
-            if (quote.isNull() && c == '>')
-                return m_text.midRef(start, m_at++ - start);
-            if (c == quote)
-                quote = QChar();
-            else if (quote.isNull() && (c == '"' || c == '\''))
-                quote = c;
-        }
-        return m_text.midRef(start);
-    }
-
-    /// Reads one piece of markup; returns null, or an error.
-    const char* takeMarkup()
-    {
-        if (startsWith("<!--")) {
-            skipBehind("<!--", "-->");
-        } else if (startsWith("<![CDATA[")) {
-            skipBehind("<![CDATA[", "]]>");
-        } else if (startsWith("<?")) {
-            skipBehind("<?", "?>");
-        } else if (startsWith("<!")) {
-            if (takeTag().contains('['))
-                return "declarations in the document type are not accepted";
-        } else if (startsWith("</")) {
-            takeTag();
-            m_level -= m_level > 0;
-        } else if (m_level == kDeepestLevel) {
-            return "elements are nested deeper than 64 levels";
-        } else if (!takeTag().endsWith('/')) {
-            ++m_level;
-        }
-        return nullptr;
-    }
-
-    int lineOf(int at) const { return m_text.leftRef(at).count('\n') + 1; }
-    int columnOf(int at) const { return at - (at ? m_text.lastIndexOf('\n', at - 1) : -1); }
-
-    const QString& m_text;
-    int m_at = 0;
-    int m_level = 0;
-};
-
-// Decoded as by the parser, so that both read the same text.
+/// UTF-16 with a byte-order mark, else in the named encoding, else in UTF-8.
 QString decoded(const QByteArray& content)
 {
-    QT_WARNING_PUSH
-    QT_WARNING_DISABLE_DEPRECATED
-    QXmlInputSource source;
-    source.setData(content);
-    return source.data();
-    QT_WARNING_POP
+    const bool utf16 = content.startsWith("\xfe\xff") || content.startsWith("\xff\xfe");
+    const QByteArray name = utf16 ? QByteArray("UTF-16") : namedEncoding(content);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    const QTextCodec* codec = QTextCodec::codecForName(name);
+    QTextDecoder decoder(codec ? codec : QTextCodec::codecForName("UTF-8"));
+    return decoder.toUnicode(content);
+#else
+    QStringDecoder decoder(name.constData());
+    if (!decoder.isValid())
+        decoder = QStringDecoder(QStringDecoder::Utf8);
+    return decoder.decode(content);
+#endif
 }
 
 bool endsInBareAmpersand(const QString& text, const XmlError& error)
@@ -202,7 +142,7 @@ bool readFile(const QString& path, QByteArray& content, QString* error)
     return true;
 }
 
-bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error)
+bool parseXml(const QByteArray& content, XmlDocument& document, XmlError* error)
 {
     if (!content.isEmpty() && content == lastParsed.content) {
         document = lastParsed.document;
@@ -210,8 +150,8 @@ bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error
     }
     const QString text = decoded(content);
     XmlError found;
-    if (NestingScanner(text).accepts(found)
-        && document.setContent(text, &found.message, &found.line, &found.column)) {
+    if (const auto tree = parseXmlText(text, found)) {
+        document = XmlDocument(tree);
         lastParsed.keep(content, document);
         return true;
     }
@@ -221,7 +161,7 @@ bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error
     return false;
 }
 
-bool loadXml(const QString& path, QDomDocument& document)
+bool loadXml(const QString& path, XmlDocument& document)
 {
     QByteArray content;
     return readFile(path, content) && parseXml(content, document);

@@ -1,8 +1,9 @@
 #ifndef OXAUTILS_CONFIG_XML_DOCUMENT_H
 #define OXAUTILS_CONFIG_XML_DOCUMENT_H
 
+#include "oxautils/config/xml_element.h"
+
 #include <QByteArray>
-#include <QDomDocument>
 #include <QString>
 
 namespace OXA {
@@ -29,10 +30,10 @@ bool readFile(const QString& path, QByteArray& content, QString* error = nullptr
 /// Parses `content`. Beside malformed XML it rejects what would make the parser fail and is in no
 /// configuration: elements nested deeper than 64 levels, and declarations in the document type,
 /// whose entities can nest elements.
-bool parseXml(const QByteArray& content, QDomDocument& document, XmlError* error = nullptr);
+bool parseXml(const QByteArray& content, XmlDocument& document, XmlError* error = nullptr);
 
 /// Both of the above, when the reason is not needed.
-bool loadXml(const QString& path, QDomDocument& document);
+bool loadXml(const QString& path, XmlDocument& document);
 
 }
 

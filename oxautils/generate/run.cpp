@@ -23,7 +23,7 @@ bool refuse(const QString& reason)
 bool readMode(const QString& path, OxaMode& mode)
 {
     mode = oxaModeFromOxaConfigFile(path);
-    QDomDocument document;
+    XmlDocument document;
     return mode != Invalid || loadXml(path, document);
 }
 

@@ -142,6 +142,7 @@ private Q_SLOTS:
     void modes();
     void skeletons();
     void hostileDocuments();
+    void textsOfOldFiles();
     void variantsComeBackFromTheirFile();
     void readingOldAndOddFiles();
     void readerErrors();
@@ -234,25 +235,33 @@ void TestConfig::hostileDocuments()
     const auto nested = [](int levels) {
         return QByteArray("<a>").repeated(levels) + QByteArray("</a>").repeated(levels);
     };
-    const QString deep = "elements are nested deeper than 64 levels at ";
     const QString wide = QChar(0xFEFF) + QString(nested(50000));
-    const QList<QPair<QByteArray, QString>> rows = {
-        {nested(50000),                                          deep + "1:193"  },
-        {nested(65),                                             deep + "1:193"  },
-        {QByteArray("<a>").repeated(50000),                      deep + "1:193"  },
-        {QByteArray(reinterpret_cast<const char*>(wide.utf16()), 2 * wide.size()), deep + "1:193"},
-        {"<!DOCTYPE a SYSTEM '<!--'>\n" + nested(50000),                                                      deep + "2:193"                        },
- // Comments that seem to end where they begin.
-        {QByteArray("<a><!--></a>-->").repeated(50000),                                                      deep + "1:961" },
-        {"<!DOCTYPE a [<!ENTITY b 'c'>]>\n<a>&b;</a>",
-         "declarations in the document type are not accepted at 1:1"                         },
-        {"</a>" + nested(3),                                                      "at 1:"                           },
-        {"<a b='",                                                      "at 1:"                                   },
-        {"<a><!-- ",                                                      "at 1:"                         },
-        {"<a>\n  <b></c>",                                                      "tag mismatch at 2:9"                             },
-        {nested(64),                                                      "Unknown Oxa version."                               },
-        {"<O><Version>3.1</Version></O>",                                                      "The version of Oxa config file is too high."        },
+    QList<QPair<QByteArray, QString>> rows = {
+        {"</a><a/>",                      "error occurred while parsing element at 1:2"               },
+        {"<a b='",                        "unexpected end of file at 1:7"                             },
+        {"<a b='<'/>",                    "unexpected character at 1:7"                               },
+        {"<a b/>",                        "unexpected character at 1:5"                               },
+        {"<a><!-- ",                      "unexpected end of file at 1:9"                             },
+        {"<a><!-- -- --></a>",            "error occurred while parsing comment at 1:11"              },
+        {"<a>]]></a>",                    "error occurred while parsing content at 1:6"               },
+        {"<a>&b</a>",                     "error occurred while parsing reference at 1:6"             },
+        {"<a>&#xffffffffff;</a>",         "error occurred while parsing reference at 1:17"            },
+        {"<a>\n&& ",                      "error occurred while parsing reference at 2:2"             },
+        {"<a/><b/>",                      "unexpected character at 1:6"                               },
+        {" <?xml version='1'?><a/>",      "invalid name for processing instruction at 1:7"            },
+        {"<?xml encoding='UTF-8'?>",      "version expected while reading the XML declaration at 1:23"},
+        {"<a>\n  <b></c>",                "tag mismatch at 2:9"                                       },
+        {"<!DOCTYPE a [ ]><a/>",          "declarations in the document type are not accepted at 1:1" },
+        {"<O><Version>3.1</Version></O>", "The version of Oxa config file is too high."               },
     };
+    rows.append({nested(64), "Unknown Oxa version."});
+    const QString tooDeep = "elements are nested deeper than 64 levels at ";
+    rows.append({nested(65), tooDeep + "1:193"});
+    rows.append({QByteArray("<a>").repeated(50000), tooDeep + "1:193"});
+    rows.append({QByteArray(reinterpret_cast<const char*>(wide.utf16()), 2 * wide.size()),
+        tooDeep + "1:193"});
+    rows.append({"<!DOCTYPE a SYSTEM '<!--'>\n" + nested(50000), tooDeep + "2:193"});
+    rows.append({QByteArray("<a><!--></a>-->").repeated(50000), tooDeep + "1:961"});
     for (const auto& row : rows) {
         const QString file = writeFile(path("hostile"), row.first);
         bool ok = true;
@@ -268,6 +277,21 @@ void TestConfig::hostileDocuments()
         QCOMPARE(checkOXALiteFile(file), parses);
         QCOMPARE(readOXACRCForXml(file), QString());
     }
+}
+
+// Files of older programs are read as the parsers of their time read them.
+void TestConfig::textsOfOldFiles()
+{
+    const QPair<const char*, QString> rows[] = {
+        {"<a c='&lt;' c='2'><OXA_ID>1&amp;2&#51;&#x34;</OXA_ID></a>",                  "1&234"      },
+        {"<a c='&b;'><OXA_ID>&b;1 &b; 2</OXA_ID></a>",                                 "1  2"       },
+        {"<a>\x01<OXA_ID> \n<b>1</b> <!-- 2 --> 3<?c?></OXA_ID></a><!-- -->",          "1 3"        },
+        {"<!DOCTYPE a SYSTEM 'b'>\n<a><OXA_ID><![CDATA[ <]]> &#32; ]]c></OXA_ID></a>", " <   ]]c>"  },
+        {"<?xml version='9' encoding='GBK'?><a><OXA_ID>\xc4\xe3</OXA_ID></a>",         QChar(0x4f60)},
+        {"<?xml version='1' encoding='?'?><a><OXA_ID>\xc3\xa4</OXA_ID></a>",           QChar(0xe4)  },
+    };
+    for (const auto& row : rows)
+        QCOMPARE(readOXACRCForXml(writeFile(path("old"), row.first)), row.second);
 }
 
 void TestConfig::variantsComeBackFromTheirFile()
