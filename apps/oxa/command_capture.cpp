@@ -18,8 +18,10 @@ constexpr char kSummary[] = "Capture from a running chip, through OpenOCD or a s
 
 constexpr char kHelp[] = R"(OpenOCD has to be running, configured for the adapter and the chip: see
 docs/on-a-board.md, or docs/first-capture.md for a try without a board. The analyzer in
-the chip has to be built from FILE. The cores are armed with the settings of FILE and
-the options of this call, and read when they have triggered.
+the chip has to be built from FILE, or FILE may differ from what it was built from in
+settings of a run, when this computer remembers that build (docs/captures.md). The
+cores are armed with the settings of FILE and the options of this call, and read when
+they have triggered.
 
 Ctrl-C and --timeout stop the cores; what they have captured is read and written. For a
 core that is still waiting for its trigger, these are its last samples, as a window
@@ -224,9 +226,19 @@ int capture(const Options& options, const Plan& plan, Io& io)
     if (const QString warning = chip.session().namesWarning(); !warning.isEmpty())
         io.err << "warning: " << warning << '\n';
     Messages messages;
+    if (options.powerUp && chip.remembered())
+        messages.append(Message {"--power-up",
+            "the chip was built from " + chip.remembered()->text()
+                + ", and that run has its settings; capture with "
+                + chip.remembered()->configuration});
+    if (!report(messages, io.err))
+        return kUnusable;
     chip.plan(plan.wanted.cores, plan.wanted.liteCores, plan.chosen, messages);
     if (!report(messages, io.err))
         return kUnusable;
+    if (chip.remembered())
+        io.err << "the chip was built from " << chip.remembered()->text()
+               << "; the run has the settings of " << options.file << '\n';
     for (CoreRun& run : chip.runs())
         changeWindows(options.run, run.setup);
     if (options.powerUp)

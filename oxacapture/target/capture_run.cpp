@@ -1,5 +1,7 @@
 #include "oxacapture/target/capture_run.h"
 
+#include "oxacapture/target/hardware_changes.h"
+
 #include "files/fail.h"
 
 #include <QElapsedTimer>
@@ -23,63 +25,6 @@ std::function<bool()> aSecondLonger(const std::function<bool()>& goesOn)
     };
 }
 
-// The first bit that differs in two lists of the same length.
-QString firstOther(const QStringList& is, const QStringList& asked)
-{
-    const int place = int(std::mismatch(is.begin(), is.end(), asked.begin()).first - is.begin());
-    return QString("%1 instead of %2").arg(is.value(place), asked.value(place));
-}
-
-// The connections of the chip's cores, built as `built`, that `wanted` would change.
-QStringList otherWires(const CorePlan& built, const CorePlan& wanted)
-{
-    QStringList texts;
-    if (built.request.clock != wanted.request.clock)
-        texts += "the sample clock " + built.request.clock;
-    const auto& is = built.request.fields;
-    const auto& asked = wanted.request.fields;
-    for (size_t field = 0; field < is.size() && field < asked.size(); ++field) {
-        if (is[field].size() != asked[field].size() || is[field] == asked[field])
-            continue;
-        const QString place = field == 0 || !built.core // a Lite core has only data signals
-            ? QString("other data signals: ")
-            : QString("other signals at trigger port %1: ")
-                  .arg(built.core->availableTriggers().at(int(field) - 1)->index);
-        texts += place + firstOther(is[field], asked[field]);
-    }
-    return texts;
-}
-
-QStringList otherHardware(
-    const CoreIdentity& identity, const CorePlan& built, const CorePlan& wanted)
-{
-    if ((built.core == nullptr) != (wanted.core == nullptr))
-        return {"cores of the other kind"};
-    return (wanted.core ? differences(identity, *wanted.core) : differences(identity, *wanted.lite))
-        + otherWires(built, wanted);
-}
-
-// Reports changes that need another synthesis.
-void checkHardware(
-    const CaptureSession& session, const std::vector<CorePlan>& wanted, Messages& messages)
-{
-    const std::vector<CorePlan>& built = session.build().cores;
-    if (wanted.size() != built.size()) {
-        messages.append(Message {{},
-            QString("the chip has %1 cores, the configuration %2: generate and synthesize it")
-                .arg(QString::number(built.size()), QString::number(wanted.size()))});
-        return;
-    }
-    for (size_t place = 0; place < wanted.size(); ++place) {
-        const QStringList others
-            = otherHardware(session.identities()[place], built[place], wanted[place]);
-        if (!others.isEmpty())
-            messages.append(Message {{},
-                QString("%1 cannot be changed so without synthesis: in the chip it has %2")
-                    .arg(wanted[place].name(), others.join(", "))});
-    }
-}
-
 }
 
 bool CaptureRun::find(
@@ -91,8 +36,7 @@ bool CaptureRun::find(
         return findThroughOpenOcd(chip, configurations, error);
     if (!m_serial.connectTo(chip.serial, chip.baud))
         return OXA::fail(error, m_serial.error());
-    m_session = sessionBehind(m_serial, {}, configurations, error);
-    return m_session != nullptr;
+    return search({}, configurations, error);
 }
 
 bool CaptureRun::findThroughOpenOcd(
@@ -107,16 +51,36 @@ bool CaptureRun::findThroughOpenOcd(
                 .arg(m_openocd.taps().join(", "), chip.tapOption));
     const QDeadlineTimer deadline(qint64(kSearchTime) * kSecond);
     setGoesOn([this, deadline] { return goesOn() && !deadline.hasExpired(); });
-    for (int i = 0; i < taps.size() && !m_session; ++i) {
-        if (m_openocd.selectTap(taps.at(i)))
-            m_session = sessionBehind(m_openocd, m_openocd.instruction(), configurations, error);
-        else
-            OXA::fail(error, m_openocd.error());
-    }
-    if (!m_session && deadline.hasExpired())
+    const bool isFound = search(taps, configurations, error);
+    if (!isFound && deadline.hasExpired())
         return OXA::fail(error,
             QString("no analyzer was found within %1 s: OpenOCD answers too slowly")
                 .arg(kSearchTime));
+    return isFound;
+}
+
+// A device that matches a configuration comes before another one that is a remembered build.
+bool CaptureRun::search(
+    const QStringList& taps, const std::vector<ReadBuilds>& configurations, QString* error)
+{
+    const Matches given
+        = [&](CaptureSession& session) { return matchesOneOf(session, configurations); };
+    const Matches remembered
+        = [this](CaptureSession& session) { return matchesRemembered(session); };
+    return search(taps, given, error) || (m_isOtherFound && search(taps, remembered, nullptr));
+}
+
+/// Searches behind each TAP, or behind the serial port when there is none.
+bool CaptureRun::search(const QStringList& taps, const Matches& matches, QString* error)
+{
+    if (taps.isEmpty())
+        m_session = sessionBehind(m_serial, {}, matches, error);
+    for (int i = 0; i < taps.size() && !m_session; ++i) {
+        if (m_openocd.selectTap(taps.at(i)))
+            m_session = sessionBehind(m_openocd, m_openocd.instruction(), matches, error);
+        else
+            OXA::fail(error, m_openocd.error());
+    }
     return m_session != nullptr;
 }
 
@@ -127,19 +91,23 @@ void CaptureRun::setGoesOn(const std::function<bool()>& goesOn)
 }
 
 /// The analyzer behind the link, if it matches.
-std::unique_ptr<CaptureSession> CaptureRun::sessionBehind(JtagLink& link,
-    const BitString& instruction, const std::vector<ReadBuilds>& configurations, QString* error)
+std::unique_ptr<CaptureSession> CaptureRun::sessionBehind(
+    JtagLink& link, const BitString& instruction, const Matches& matches, QString* error)
 {
     auto session = std::make_unique<CaptureSession>(link, instruction);
-    if (session->begin() && matches(*session, configurations))
-        return session;
+    if (session->begin()) {
+        if (matches(*session))
+            return session;
+        m_isOtherFound = true;
+    }
     OXA::fail(error,
         session->error().isEmpty() ? "no configuration to compare the chip with can be built"
                                    : session->error());
     return nullptr;
 }
 
-bool CaptureRun::matches(CaptureSession& session, const std::vector<ReadBuilds>& configurations)
+bool CaptureRun::matchesOneOf(
+    CaptureSession& session, const std::vector<ReadBuilds>& configurations)
 {
     for (size_t i = 0; i < configurations.size(); ++i) {
         if (i == m_builds.size())
@@ -151,13 +119,31 @@ bool CaptureRun::matches(CaptureSession& session, const std::vector<ReadBuilds>&
     return false;
 }
 
+// What was remembered may be damaged, so that it has to match too.
+bool CaptureRun::matchesRemembered(CaptureSession& session)
+{
+    for (const OXA::RememberedBuild& build : OXA::rememberedBuilds(session.sums())) {
+        m_rememberedCores = std::make_unique<OXA::Configuration>();
+        Messages messages;
+        if (OXA::readConfiguration(build.configuration, *m_rememberedCores, nullptr)
+            && session.match(builtConfigurations(build.configuration, m_rememberedCores->cores,
+                m_rememberedCores->liteCores, messages))) {
+            m_remembered = build;
+            return true;
+        }
+    }
+    return false;
+}
+
 bool CaptureRun::plan(const QList<OXA::AoCore*>& cores, const QList<OXA::AOCore_Lite*>& liteCores,
     const std::vector<size_t>& chosen, Messages& messages)
 {
     const std::vector<CorePlan> wanted
         = corePlans(cores, liteCores, m_session->build().arg, messages);
-    if (messages.isEmpty())
-        checkHardware(*m_session, wanted, messages);
+    if (messages.isEmpty() && !fitsHardware(*m_session, wanted, messages) && m_remembered)
+        messages.append(Message {{},
+            QString("the chip was built from %1; %2 is a copy of that file")
+                .arg(m_remembered->text(), m_remembered->configuration)});
     m_runs.clear();
     for (size_t place = 0; place < wanted.size(); ++place) {
         if (std::find(chosen.begin(), chosen.end(), place) != chosen.end())

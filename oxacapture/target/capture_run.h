@@ -4,9 +4,13 @@
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/openocd_link.h"
 #include "oxacapture/target/serial_link.h"
+#include "oxautils/config/configuration.h"
+#include "oxautils/generate/remembered_builds.h"
 #include "oxautils/generate/uart_defines.h"
 
 #include <QDeadlineTimer>
+
+#include <optional>
 
 namespace OXA_CAPTURE {
 
@@ -58,8 +62,9 @@ public:
     /// Called with the progress of each core that runs, when that changes.
     std::function<void(const QStringList& texts)> progress = [](const QStringList&) {};
 
-    /// Finds the device whose analyzer is built from one of `configurations`. A later one is read,
-    /// once, when those before do not match. False, with `error`, after two minutes, too.
+    /// Finds the device whose analyzer is built from one of `configurations`, else one that is a
+    /// remembered build. A later configuration is read, once, when those before do not match.
+    /// False, with `error`, after two minutes, too.
     bool find(
         const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error);
 
@@ -67,6 +72,8 @@ public:
     const CaptureSession& session() const { return *m_session; }
     /// Which configuration it is built from.
     size_t configuration() const { return m_configuration; }
+    /// The remembered build that it is, when it is built from none of the configurations.
+    const std::optional<OXA::RememberedBuild>& remembered() const { return m_remembered; }
 
     /// Plans runs of the cores at the places `chosen`. `cores` or `liteCores` are all of the chip's
     /// as they are to run. False, with `messages`, when one of them needs other hardware.
@@ -85,12 +92,18 @@ public:
     std::vector<CoreOutcome> read();
 
 private:
+    using Matches = std::function<bool(CaptureSession&)>;
+
     void setGoesOn(const std::function<bool()>& goesOn);
     bool findThroughOpenOcd(
         const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error);
-    std::unique_ptr<CaptureSession> sessionBehind(JtagLink& link, const BitString& instruction,
-        const std::vector<ReadBuilds>& configurations, QString* error);
-    bool matches(CaptureSession& session, const std::vector<ReadBuilds>& configurations);
+    bool search(
+        const QStringList& taps, const std::vector<ReadBuilds>& configurations, QString* error);
+    bool search(const QStringList& taps, const Matches& matches, QString* error);
+    std::unique_ptr<CaptureSession> sessionBehind(
+        JtagLink& link, const BitString& instruction, const Matches& matches, QString* error);
+    bool matchesOneOf(CaptureSession& session, const std::vector<ReadBuilds>& configurations);
+    bool matchesRemembered(CaptureSession& session);
     bool start(const RunOptions& options);
     bool wait(const RunOptions& options, const QDeadlineTimer& deadline);
     void tellProgress();
@@ -102,6 +115,9 @@ private:
     std::unique_ptr<CaptureSession> m_session;
     std::vector<std::vector<BuiltConfiguration>> m_builds; // of the configurations that were read
     size_t m_configuration = 0;
+    std::optional<OXA::RememberedBuild> m_remembered;
+    std::unique_ptr<OXA::Configuration> m_rememberedCores;
+    bool m_isOtherFound = false; // an analyzer that is built from no given configuration
     std::vector<CoreRun> m_runs;
     std::vector<CoreProgress> m_last; // of the runs
     QStringList m_told;

@@ -15,11 +15,6 @@ constexpr int kRestLooks = 200; // at least, because a busy machine takes longer
 constexpr int kPollPause = 20; // ms
 constexpr int kClockPatience = 1000; // ms without an edge until a sample clock counts as stopped
 
-bool sameTable(const TriggerTable& a, const TriggerTable& b)
-{
-    return a.units == b.units && a.rows == b.rows;
-}
-
 // Whether both report the same state of a run, except for whether it is still going on.
 bool isSameState(const CoreStatus& a, const CoreStatus& b)
 {
@@ -192,7 +187,7 @@ bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
     if (m_identities[core].dynamic)
         return true;
     if (setup.levels.size() <= built.size()
-        && std::equal(setup.levels.begin(), setup.levels.end(), built.begin(), sameTable))
+        && std::equal(setup.levels.begin(), setup.levels.end(), built.begin()))
         return true;
     return failAt(core, "its expressions are static: other expressions need another netlist");
 }

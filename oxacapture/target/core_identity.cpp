@@ -74,6 +74,11 @@ QString listText(const QStringList& list, const QString& what)
     return list.isEmpty() ? "no " + what : what + ' ' + list.join(' ');
 }
 
+QString unitText(int number, int port)
+{
+    return QString("M%1 at T%2").arg(QString::number(number), QString::number(port));
+}
+
 QString unitText(int number, int port, OXA::MatchType type, int counterBits)
 {
     return QString("M%1 of type \"%2\" at T%3, counter of %4 bits")
@@ -95,7 +100,8 @@ void comparePorts(const CoreIdentity& identity, const OXA::AoCore& core, Compari
     }
 }
 
-void compareUnits(const CoreIdentity& identity, const OXA::AoCore& core, Comparison& comparison)
+void compareUnits(const CoreIdentity& identity, const OXA::AoCore& core, Compared compared,
+    Comparison& comparison)
 {
     QStringList wanted;
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
@@ -104,7 +110,12 @@ void compareUnits(const CoreIdentity& identity, const OXA::AoCore& core, Compari
         listText(numbersOf(identity.units, "M"), "match units"), listText(wanted, "match units"));
     for (const CoreIdentity::Unit& unit : identity.units) {
         const OXA::MatchUnit* own = core.matchUnit(unit.number);
-        if (own && own->enabled && own->trigger)
+        if (!own || !own->enabled || !own->trigger)
+            continue;
+        if (compared == Compared::Fixed)
+            comparison.text(
+                unitText(unit.number, unit.port), unitText(own->index, own->trigger->index));
+        else
             comparison.text(unitText(unit.number, unit.port, unit.matchType, unit.counterBits),
                 unitText(own->index, own->trigger->index, own->matchType,
                     own->counterEnable ? own->counterWidth : 0));
@@ -174,16 +185,17 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     return true;
 }
 
-QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core)
+QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core, Compared compared)
 {
     Comparison comparison;
     compareCapture(identity, core, "a Standard core", core.storageDepth, comparison);
-    comparison.number(identity.expressions, core.expressions.size(), "expressions");
     comparison.text(identity.dynamic ? "dynamic expressions" : "static expressions",
         core.expressionType == OXA::DynamicExpressions ? "dynamic expressions"
                                                        : "static expressions");
     comparePorts(identity, core, comparison);
-    compareUnits(identity, core, comparison);
+    compareUnits(identity, core, compared, comparison);
+    if (compared == Compared::All)
+        comparison.number(identity.expressions, core.expressions.size(), "expressions");
     return comparison.texts;
 }
 

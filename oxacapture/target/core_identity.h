@@ -47,8 +47,15 @@ OXACAPTURE_EXPORT int identityBits(const BitString& head);
 OXACAPTURE_EXPORT bool parseIdentity(
     const BitString& bits, int position, CoreIdentity& identity, QString* error);
 
+/// What of a core is compared.
+enum class Compared {
+    All,
+    Fixed, ///< what no settings (`settingsFaults`) and no tables can change
+};
+
 /// How a target's core differs from `core`: "8 data signals instead of 9".
-OXACAPTURE_EXPORT QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core);
+OXACAPTURE_EXPORT QStringList differences(
+    const CoreIdentity& identity, const OXA::AoCore& core, Compared compared = Compared::All);
 OXACAPTURE_EXPORT QStringList differences(
     const CoreIdentity& identity, const OXA::AOCore_Lite& core);
 

@@ -2,6 +2,8 @@
 
 #include "files/fail.h"
 
+#include <algorithm>
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -51,6 +53,10 @@ QString complaint(const CoreIdentity::Unit& unit, int width, const UnitSetup& se
         return name + " has no setting";
     if (!OXA::optionalFunctions(unit.matchType).contains(setup.func))
         return name + " does not have the function \"" + OXA::func2string(setup.func) + '"';
+    const bool usesEdges
+        = std::any_of(setup.m2.begin(), setup.m2.end(), [](quint64 word) { return word != 0; });
+    if (usesEdges && !OXA::matchTypeHasEdges(unit.matchType))
+        return name + " does not detect edges";
     if (int(setup.m0.size()) != (width + 63) / 64)
         return name + " compares values of another width";
     if (setup.counter > 0 && (unit.counterBits == 0 || setup.counter > 1ll << unit.counterBits))
@@ -83,26 +89,29 @@ int portWidth(const CoreIdentity& core, int number)
 
 }
 
+QStringList settingsFaults(const CoreIdentity& core, const TriggerSetup& setup)
+{
+    QStringList faults {complaint(core, setup)};
+    for (size_t i = 0; i < core.units.size() && i < setup.units.size(); ++i)
+        faults += complaint(core.units[i], portWidth(core, core.units[i].port), setup.units[i]);
+    faults.removeAll({});
+    return faults;
+}
+
 bool settingsBits(
     const CoreIdentity& core, const TriggerSetup& setup, BitString& bits, QString* error)
 {
     bits = {};
-    QString fault = complaint(core, setup);
-    if (!fault.isEmpty())
-        return OXA::fail(error, fault);
+    const QStringList faults = settingsFaults(core, setup);
+    if (!faults.isEmpty())
+        return OXA::fail(error, faults.join(", "));
     bits.append(quint64(setup.captureAmount - 1), core.addressBits);
     bits.append(quint64(setup.captureAmount - setup.triggerPos - 1), core.addressBits);
     bits.append(quint64(setup.windowNum - 1), bitsToCount(core.mostWindows));
     if (core.expressions > 1)
         bits.append(quint64(1) << (setup.levels.size() - 1), core.expressions);
-    for (size_t i = 0; i < core.units.size(); ++i) {
-        const int width = portWidth(core, core.units[i].port);
-        const UnitSetup& unit = setup.units[i];
-        fault = complaint(core.units[i], width, unit);
-        if (!fault.isEmpty())
-            return OXA::fail(error, fault);
-        appendUnit(bits, core.units[i], width, unit);
-    }
+    for (size_t i = 0; i < core.units.size(); ++i)
+        appendUnit(bits, core.units[i], portWidth(core, core.units[i].port), setup.units[i]);
     return true;
 }
 

@@ -5,6 +5,9 @@
 
 namespace OXA_CAPTURE {
 
+/// Why the core cannot run with `setup`; empty when it can.
+QStringList settingsFaults(const CoreIdentity& core, const TriggerSetup& setup);
+
 /// The settings register for `setup` (docs/jtag-protocol.md); false, with `error`, when the core is
 /// not built for it.
 bool settingsBits(

@@ -14,6 +14,11 @@ struct TriggerTable {
     std::vector<int> units; ///< whose outputs address it, the address's lowest bit first
     std::vector<bool> rows; ///< an address past the end gives false
 
+    bool operator==(const TriggerTable& other) const
+    {
+        return units == other.units && rows == other.rows;
+    }
+
     /// The value for `outputs`; bit k is the output of unit k.
     bool at(quint32 outputs) const
     {

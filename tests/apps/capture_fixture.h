@@ -46,17 +46,22 @@ inline QByteArray countingWaveform()
     return vcdOf(names, samples, {"clk", "slow"});
 }
 
-/// Writes the configuration c.oxa of one such core, and wave.vcd, into `directory`. Returns the CSV
-/// of what the model captures; empty when that fails.
-inline QByteArray modelCapture(const QString& directory)
+/// The CSV of what the model captures of wave.vcd by c.oxa, both in `directory`; empty when that
+/// fails.
+inline QByteArray modelOf(const QString& directory)
 {
-    const QString configuration = directory + "/c.oxa";
-    writeFile(directory + "/wave.vcd", countingWaveform());
-    const auto core = countingCore(0, "clk");
-    OXA::writeOXAConfigToXml({core.get()}, configuration);
-    const Result result = oxa({"simulate", configuration, "--part", kPart, "--stimulus",
+    const Result result = oxa({"simulate", directory + "/c.oxa", "--part", kPart, "--stimulus",
         directory + "/wave.vcd", "--model", "-o", directory + "/live.csv"});
     return result.status == 0 ? bytesOf(directory + "/live.csv") : QByteArray();
+}
+
+/// Writes the configuration c.oxa of one such core, and wave.vcd, into `directory`; `modelOf` them.
+inline QByteArray modelCapture(const QString& directory)
+{
+    writeFile(directory + "/wave.vcd", countingWaveform());
+    const auto core = countingCore(0, "clk");
+    OXA::writeOXAConfigToXml({core.get()}, directory + "/c.oxa");
+    return modelOf(directory);
 }
 
 #endif

@@ -17,30 +17,41 @@ namespace {
 
 constexpr int kReadOuts = 400;
 
-// What is said about a configuration that differs from that of the chip.
+// What is said about a configuration that differs from that of the chip, and when its build is
+// remembered; then nothing is said of what a run can change.
 struct Edit {
     const char* what;
+    const char* remembered;
     void (*edit)(OXA::AoCore& core);
 };
 
 constexpr char kOtherData[] = "the target was built from another configuration: the data signals"
                               " have other names or another order than in the chip; ";
+constexpr char kSameShape[] = "of the same shape, but values, expressions or memories differ";
 const Edit kEdits[] = {
-    {"of the same shape, but values, expressions or memories differ",
-     [](OXA::AoCore& core) { core.matchUnits[0]->value0 = "0010000001"; }                                                                       },
+    {kSameShape,                                                        "",                                                 [](OXA::AoCore& core) { core.matchUnits[0]->value0 = "0010000001"; }     },
+    {"2 expressions instead of 1",                                      "",                                                 [](OXA::AoCore& core) { core.expressions.removeLast(); }                 },
+    {kSameShape,                                                        "the static expression 0 \"M0\" instead of \"M1\"",
+     [](OXA::AoCore& core) { core.expressions[0] = "M1"; }                                                                                                                                           },
     {"it has 256 words of memory instead of 512",
-     [](OXA::AoCore& core) { core.storageDepth = 512; }                                                                                         },
-    {"counter of 0 bits instead of M0 of type \"Basic w/edges\"",
-     [](OXA::AoCore& core) { core.matchUnits[0]->matchType = OXA::MatchBasicEdges; }                                                            },
-    {kOtherData,                                                        [](OXA::AoCore& core) { core.signalList[0].subItems.swapItemsAt(0, 9); }},
-    {kOtherData,
+     "in the chip it has 256 words of memory instead of 512",                                                               [](OXA::AoCore& core) { core.storageDepth = 512; }                       },
+    {"counter of 0 bits instead of M0 of type \"Range\"",               "",
+     [](OXA::AoCore& core) { core.matchUnits[0]->matchType = OXA::MatchRange; }                                                                                                                      },
+    {"counter of 0 bits instead of M0 of type \"Basic w/edges\"",       "M0 does not detect edges",
+     [](OXA::AoCore& core) {
+            core.matchUnits[0]->matchType = OXA::MatchBasicEdges;
+            core.matchUnits[0]->value0 = "R010000000";
+        }                                                                                                                                                                                            },
+    {kOtherData,                                                        "other data signals: n[9] instead of n[0]",
+     [](OXA::AoCore& core) { core.signalList[0].subItems.swapItemsAt(0, 9); }                                                                                                                        },
+    {kOtherData,                                                        "other data signals: a,b instead of a,bt",
      [](OXA::AoCore& core) {
             core.signalList = {busOf("n", 10), signalOf("a,bt"), signalOf("op/x_y")};
-        }                                                                                                                                       },
+        }                                                                                                                                                                                            },
     {"the signals of trigger port 1 have other names or another order",
-     [](OXA::AoCore& core) { core.triggers[1]->signalList.swapItemsAt(0, 1); }                                                                  },
-    {"the sample clock has another name than in the chip",
-     [](OXA::AoCore& core) { core.sampleClock = "slow"; }                                                                                       },
+     "other signals at trigger port 1: a,b instead of top/x_y",                                                             [](OXA::AoCore& core) { core.triggers[1]->signalList.swapItemsAt(0, 1); }},
+    {"the sample clock has another name than in the chip",              "the sample clock clk",
+     [](OXA::AoCore& core) { core.sampleClock = "slow"; }                                                                                                                                            },
 };
 
 }
@@ -70,12 +81,18 @@ private:
     QTemporaryDir m_dir;
     LiveTarget m_live;
     QByteArray m_expected;
+    QStringList m_remembering; // environment
 };
 
 void TestCaptureFaults::initTestCase()
 {
     m_expected = modelCapture(m_dir.path());
     QVERIFY(!m_expected.isEmpty());
+    m_remembering = QStringList {"OXA_REMEMBER=1", "XDG_DATA_HOME=" + path("data")};
+    const Result built = oxa(
+        {"generate", path("c.oxa"), "--part", kPart, "--no-synthesis", "--work-dir", path("work")},
+        m_remembering);
+    QVERIFY2(built.status == 0, qPrintable(built.err));
     QVERIFY2(m_live.start(path("c.oxa"), path("wave.vcd")), m_live.target.said());
 }
 
@@ -263,6 +280,14 @@ void TestCaptureFaults::anotherConfiguration()
     OXA::writeOXAConfigToXml({core.get()}, path("c.oxa"));
     QVERIFY(bytesOf(path("c.oxa")) != own);
     fails(oxa(captureCall(m_live.address())), 1, row.what);
+    const Result known = oxa(captureCall(m_live.address()), m_remembering);
+    QVERIFY2(known.err.contains("the chip was built from " + path("c.oxa")), qPrintable(known.err));
+    if (*row.remembered) {
+        fails(known, 2, row.remembered);
+    } else {
+        const QByteArray captured = bytesOf(path("live.csv"));
+        QCOMPARE(captured, modelOf(m_dir.path()));
+    }
     writeFile(path("c.oxa"), own);
 }
 

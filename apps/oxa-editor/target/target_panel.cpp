@@ -255,7 +255,7 @@ void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtF
                 ? tr("The chip is built from the configuration shown.")
                 : tr("The chip is built from %1. Later changes are applied where they need no "
                      "synthesis.")
-                      .arg(QFileInfo(builtFrom).fileName()));
+                      .arg(OXA::shownText(builtFrom)));
 }
 
 void TargetPanel::showProgress(const QStringList& texts)

@@ -3,6 +3,7 @@
 #include "oxautils/config/configuration.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QRegularExpression>
 
 using namespace OXA_CAPTURE;
@@ -94,7 +95,7 @@ void TargetRun::work()
         capture(run);
 }
 
-/// Finds the device built from the edited cores, or from a file.
+/// Finds the device built from the edited cores, from a file, or from a remembered build.
 bool TargetRun::find(CaptureRun& run, OXA::Configuration& file)
 {
     const bool hasFile = !m_request.builtFrom.isEmpty();
@@ -124,7 +125,10 @@ void TargetRun::tellCores(const CaptureRun& run) const
             tr("%1 signals, %2 samples")
                 .arg(QString::number(identity.signalCount), QString::number(identity.depth))};
     }
-    found(cores, run.configuration() == 0 ? QString() : m_request.builtFrom);
+    found(cores,
+        run.remembered()               ? run.remembered()->text()
+            : run.configuration() == 0 ? QString()
+                                       : QFileInfo(m_request.builtFrom).fileName());
 }
 
 /// Plans the run of each core; false when the chip cannot do it.

@@ -1,5 +1,7 @@
 #include "window_driver.h"
 
+#include "oxa-editor/build_panel.h"
+#include "oxa-editor/part_choice.h"
 #include "oxa-editor/target/target_panel.h"
 #include "oxa-editor/wave/wave_canvas.h"
 #include "oxa-editor/wave/wave_view.h"
@@ -113,6 +115,7 @@ private Q_SLOTS:
     void silentServer();
     void anotherDocument();
     void samplesThatAreNotSaved();
+    void savedSettings();
 
 private:
     TestFolder m_folder;
@@ -272,6 +275,32 @@ void TestEditorTarget::samplesThatAreNotSaved()
     QVERIFY(!run.answering(QMessageBox::Discard, open).isEmpty());
     QVERIFY(run.document().path().endsWith("uart.oxa"));
     QVERIFY(run.window.close());
+}
+
+// The chip stays that of the file, though neither the file nor the window says what it was built
+// from.
+void TestEditorTarget::savedSettings()
+{
+    qputenv("OXA_REMEMBER", "1");
+    qputenv("XDG_DATA_HOME", m_folder.path("data").toUtf8());
+    Run run(m_folder, m_live.address());
+    run.window.findChild<PartChoice*>()->setKey("QX3A-10ALV-QFN88-C8|QX3A-10A");
+    auto* build = run.window.findChild<BuildPanel*>();
+    build->setWorkDir(m_folder.path("work"));
+    run.keys("F7");
+    QTRY_VERIFY_WITH_TIMEOUT(!build->isRunning(), kPatience);
+    run.setUnit(0, "00011110");
+    run.keys("Ctrl+S");
+    QVERIFY(!run.window.isWindowModified());
+    run.capture();
+    QCOMPARE(run.problems(), QString());
+    QVERIFY2(run.samples().endsWith(" @ 30 30"), qPrintable(run.samples()));
+    run.set(0, run.core().storageDepth, 32);
+    run.answering(QMessageBox::Discard, [&] { run.capture(); });
+    QVERIFY2(run.problems().contains(
+                 "in the chip it has 16 words of memory instead of 32\nthe chip was built from "
+                 + m_folder.path("chip.oxa")),
+        qPrintable(run.problems()));
 }
 
 QTEST_MAIN(TestEditorTarget)
