@@ -80,6 +80,8 @@ struct Design {
             core.captureInitDataEnabled = true;
             core.implementation = core.exImplementation = i % 3; // each memory
             core.expressionType = i % 2;
+            core.trigType = i == 1;
+            core.forceTriggerByFallingEdge = i == 0;
             list += &core;
         }
         target.configure(list, random, kRounds * (kSamples + kToRest));
