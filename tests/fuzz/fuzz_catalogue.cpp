@@ -1,4 +1,4 @@
-// Any file as a device catalogue: refused with a reason and without a trace, or loaded whole.
+// Any file as a device catalogue: refused with a reason and no change, or loaded whole.
 #include "fuzz_support.h"
 
 #include <dev/device_db.h>

@@ -10,8 +10,8 @@
 
 #include <functional>
 
-/// What the library asked of the engine that this program puts in the place of the installed one,
-/// and what that answers.
+/// Replaces the installed engine: the library's requests, and the answers. For programs with one
+/// source that includes this.
 struct EngineDouble {
     QList<QMap<QString, QVariant>> requests;
     int result = 0; ///< of the next runs

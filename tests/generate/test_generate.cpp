@@ -24,7 +24,7 @@ namespace {
 
 const QString kGolden = OXA_SOURCE_DIR "/tests/generate/golden";
 
-// A device is what its name says: "...-ZV" a variant, "...-NOSHADOW" one without such memory.
+// The device's name says what it has: "...-ZV" the variant, "...-NOSHADOW" no shadow SRAM.
 void answerByName(const QString& deviceName)
 {
     DEV::ChipInfo& chip = DeviceDouble::instance().answer;

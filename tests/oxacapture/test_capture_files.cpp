@@ -169,7 +169,7 @@ void TestCaptureFiles::sigrokOfManySamples()
         expected[sample] = sample == 0 ? 2 : sample % 3 ? 1 : 0; // the trigger is the second bit
     QCOMPARE(reader.readAllStandardOutput(), expected);
 
-    // The beginning of one that does not fit into an array: it is not made before it is written.
+    // A session that does not fit into an array has to be written in parts.
     const Capture capture {wideCore(kMostSamples, 1), wideCore(1, kMostBits)};
     int told = 0;
     QString error;
@@ -217,7 +217,7 @@ void TestCaptureFiles::samplesOfACoreThatWaits()
     }
 }
 
-// The trigger was the first sample of all, where one was to lie in front of it.
+// The trigger was the first sample of all; the settings ask for one sample before it.
 void TestCaptureFiles::aShortWindowBeginsWithItsTrigger()
 {
     CoreIdentity core;
@@ -238,8 +238,8 @@ void TestCaptureFiles::aShortWindowBeginsWithItsTrigger()
     QCOMPARE(windows.front().samples.size(), 3);
 }
 
-// Wherever it is stopped: at its beginning, at each of its steps, before it takes the old file's
-// place. What was told in between never goes back.
+// It is stopped at its beginning, at each of its steps, and before it replaces the old file. Its
+// progress never decreases.
 void TestCaptureFiles::aStoppedFileStaysAsItWas()
 {
     const CapturedCore core = wideCore(kManySamples, 1);

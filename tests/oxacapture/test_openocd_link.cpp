@@ -32,7 +32,7 @@ BitString mixedBits(unsigned seed, int size)
     return bits;
 }
 
-// What somebody says who is none of those that a link is made for.
+// What a server sends that is neither OpenOCD nor a target, and what the link reports.
 struct Talk {
     const char* what;
     bool isOpenOcd; // that the link expects
@@ -169,7 +169,7 @@ void TestOpenOcdLink::serversThatAreNone()
     QVERIFY(!link.connectTo(""));
 }
 
-// All at once: some are listened to for seconds.
+// All at the same time: some links wait for seconds.
 void TestOpenOcdLink::serversThatNeverEnd()
 {
     std::vector<std::future<QString>> errors;

@@ -190,7 +190,7 @@ void TestWaveform::damageIsReportedWithItsLine()
         requireMessage(QByteArray(kHeader) + row.text, row);
 }
 
-// Blanks of every length push a word over the end of the reader's buffer at each of its letters.
+// Blanks of every length: the reader's buffer ends at each letter of the words behind them.
 void TestWaveform::wordsMayCrossEveryBuffer()
 {
     const QByteArray changes = "#10\n1!\nb110 \"\n#20\n0!\n#30\n1!\n";

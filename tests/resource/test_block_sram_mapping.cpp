@@ -88,7 +88,7 @@ QString differences(const QString& device, int widest, const QHash<QString, int>
 
 }
 
-/// The estimates' rules beside what synthesis makes of the same memories.
+/// Compares the estimates' rules with synthesis of the same memories.
 class TestBlockSramMapping : public QObject {
     Q_OBJECT
 

@@ -5,8 +5,7 @@
 
 #include <functional>
 
-/// A device database in the place of the installed one, in programs with one source that includes
-/// this.
+/// Replaces the installed device database. For programs with one source that includes this.
 struct DeviceDouble {
     DEV::ChipInfo answer; ///< to every find
     QStringList lookups; ///< "first|second" of every find

@@ -8,10 +8,10 @@
 #include <memory>
 #include <thread>
 
-/// Takes one connection, and says the same text again and again, whatever it is asked.
+/// A server that takes one connection and sends the same text repeatedly.
 class TalkingServer {
 public:
-    /// Waits `pause` ms behind each text; says it only once when that is negative.
+    /// Waits `pause` ms after each text; sends it only once when that is negative.
     TalkingServer(const QByteArray& text, int pause)
         : m_thread([this, text, pause] { talk(text, pause); })
     {

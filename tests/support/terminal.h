@@ -11,7 +11,7 @@ class Terminal : public Service {
 public:
     static constexpr char kNone[] = "this machine has no pseudo-terminals";
 
-    /// Bare roots often come without /dev/pts.
+    /// A minimal root file system often has no /dev/pts.
     static bool exists()
     {
         int master = -1;
