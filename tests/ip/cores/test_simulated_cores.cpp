@@ -51,6 +51,7 @@ class TestSimulatedCores : public QObject {
 private Q_SLOTS:
     void randomCores_data();
     void randomCores();
+    void aTriggerAtTheFirstSample();
     void liteCores();
 
 private:
@@ -123,6 +124,16 @@ void TestSimulatedCores::randomCores()
     QFETCH(unsigned, seed);
     QFETCH(int, cores);
     compare(randomCall(seed, cores));
+}
+
+// Of a core that runs from power-up on, and is stopped and armed again before the waveform begins.
+void TestSimulatedCores::aTriggerAtTheFirstSample()
+{
+    const auto core = coreOf(0, {busOf("n", kCounterBits)}, signalOf("t"), "X", 8, 3);
+    core->captureInitDataEnabled = true;
+    OXA::writeOXAConfigToXml({core.get()}, path("c.oxa"));
+    Random random(1);
+    compare(call(randomWaveform(random, {"t"}, {"clk"}), kParts[0]));
 }
 
 void TestSimulatedCores::liteCores()
