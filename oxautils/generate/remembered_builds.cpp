@@ -55,7 +55,7 @@ RememberedBuild buildIn(const QFileInfo& directory)
     build.workDir = about["workDir"].toString();
     build.time = QDateTime::fromString(about["time"].toString(), Qt::ISODateWithMs);
     build.configuration = copyOf(build.original, directory.filePath());
-    if (!build.time.isValid()) {
+    if (!build.time.isValid() || !QFileInfo(build.configuration).isFile()) {
         build.original.clear();
         build.time = directory.lastModified();
     }
