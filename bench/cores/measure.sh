@@ -9,6 +9,7 @@
 set -eu
 build=$(realpath "$1")
 oxa=$build/bin/oxa
+export OXA_REMEMBER=0
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 cd "$work"
