@@ -6,6 +6,7 @@
 #include "oxautils/generate/lite_files.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
+#include "oxautils/generate/remembered_builds.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/work_dir.h"
 #include "support/device_double.h"
@@ -82,6 +83,7 @@ private Q_SLOTS:
     void inputsInTheWorkDirectoryStay();
     void placesThatARunRefuses();
     void manySignals();
+    void rememberedByTwoProgramsAtOnce();
 
 private:
     QString path(const QString& name) const { return m_dir->filePath(name); }
@@ -418,6 +420,41 @@ void TestGenerate::manySignals()
     const QByteArray top = bytesOf(path("work/qx_oxa_top.v"));
     QCOMPARE(top.count("\ninput \\top/u49999/d ;\n"), 1);
     QCOMPARE(top.count("\\top/u49999/d ,\\top/u49999/d }"), 1); // once a port, twice a sample
+}
+
+// Every second one of 120 builds; their names are those of one of two configurations.
+static BuildSums sumsOf(quint32 build, const NameSums& names)
+{
+    return {
+        {7, build},
+        {names}
+    };
+}
+static void rememberBuilds(quint32 first)
+{
+    for (quint32 i = first; i < 120; i += 2) {
+        RememberedBuild build;
+        build.original = QString("/%1.oxa").arg(i);
+        build.time = QDateTime::fromSecsSinceEpoch(i);
+        rememberBuild(build, "content", sumsOf(i, {1, i % 2}));
+    }
+}
+
+void TestGenerate::rememberedByTwoProgramsAtOnce()
+{
+    qputenv("OXA_REMEMBER", "1");
+    qputenv("XDG_DATA_HOME", path("data").toUtf8());
+    std::thread other([] { rememberBuilds(1); });
+    rememberBuilds(0);
+    other.join();
+    const QList<RememberedBuild> builds = rememberedBuilds();
+    QCOMPARE(builds.size(), 100);
+    QCOMPARE(builds.first().original + builds.last().original, QString("/119.oxa/20.oxa"));
+    QCOMPARE(rememberedBuilds(sumsOf(50, {1, 0})).value(0).original, QString("/50.oxa"));
+    QVERIFY(rememberedBuilds(sumsOf(50, {1, 1})).isEmpty());
+    QCOMPARE(rememberedBuilds(sumsOf(50, {})).size(), 1); // no names in the chip
+    writeFile(QFileInfo(builds.at(3).configuration).path() + "/build.json", "{\"original\": ");
+    QCOMPARE(rememberedBuilds().size(), 99);
 }
 
 QTEST_GUILESS_MAIN(TestGenerate)

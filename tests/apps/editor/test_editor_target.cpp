@@ -277,8 +277,7 @@ void TestEditorTarget::samplesThatAreNotSaved()
     QVERIFY(run.window.close());
 }
 
-// The chip stays that of the file, though neither the file nor the window says what it was built
-// from.
+// Neither the window nor the file says any more what the chip was built from.
 void TestEditorTarget::savedSettings()
 {
     qputenv("OXA_REMEMBER", "1");
@@ -291,16 +290,8 @@ void TestEditorTarget::savedSettings()
     QTRY_VERIFY_WITH_TIMEOUT(!build->isRunning(), kPatience);
     run.setUnit(0, "00011110");
     run.keys("Ctrl+S");
-    QVERIFY(!run.window.isWindowModified());
     run.capture();
-    QCOMPARE(run.problems(), QString());
     QVERIFY2(run.samples().endsWith(" @ 30 30"), qPrintable(run.samples()));
-    run.set(0, run.core().storageDepth, 32);
-    run.answering(QMessageBox::Discard, [&] { run.capture(); });
-    QVERIFY2(run.problems().contains(
-                 "in the chip it has 16 words of memory instead of 32\nthe chip was built from "
-                 + m_folder.path("chip.oxa")),
-        qPrintable(run.problems()));
 }
 
 QTEST_MAIN(TestEditorTarget)
