@@ -12,6 +12,8 @@
 #include <QJsonArray>
 #include <QTemporaryDir>
 
+#include <algorithm>
+
 namespace {
 
 constexpr char kSummary[] = "Connect an analyzer to a design by signal names";
@@ -22,6 +24,7 @@ with the ports of the top module and the four JTAG pads (tms_pad_i, tck_pad_i,
 tdi_pad_i, tdo_pad_o). All output goes to the work directory, which is emptied first.
 With --for FAMILY and a link without pads, the wrapper has none: see `oxa devices
 --families`. W/board then contains the files for a board of this family.
+With --no-pads the pads are plain ports, for a wrapper inside of another module.
 
 --as yosys         a script, W/attach.ys, to run in Yosys after the design is read
                    and before synthesis. The wrapper has the top's name, so
@@ -53,11 +56,22 @@ struct Options {
     QString output;
     QString simulation;
     QString wrapper; // the existing file to prove
+    bool noPads = false;
     bool prove = false;
     bool models = false;
     bool force = false;
     bool json = false;
 };
+
+/// IBUF and OBUF as plain wires, unless `boardSources` has them.
+void addWires(const QString& ipDir, QStringList& boardSources)
+{
+    for (const char* file : {"/IBUF.v", "/OBUF.v"}) {
+        if (!std::any_of(boardSources.begin(), boardSources.end(),
+                [&](const QString& source) { return source.endsWith(file); }))
+            boardSources += ipDir + "/boards/pins" + file;
+    }
+}
 
 OXA::AttachForm formOf(const QString& name)
 {
@@ -215,6 +229,8 @@ int run(Options options, Io& io)
     OXA::BuildResult built;
     if (const int status = generate(options, arg, link, built, io.err); status != kDone)
         return status;
+    if (options.noPads)
+        addWires(arg.ipDir, built.boardSources);
     request.names = OXA::watchedNames(configuration);
     request.analyzerFiles = built.files + built.boardSources;
     if (link && !options.models)
@@ -257,6 +273,7 @@ void addAttach(CLI::App& app, Io& io, int& status)
         .text("--simulation", options->simulation,
             "The same for simulation, where registers start at 0, not X")
         .typeName("OUT");
+    command.flag("--no-pads", options->noPads, "Plain ports, without the buffers of pads");
     command.flag(
         "--models", options->models, "Also list simulation models of the pads and the JTAG port");
     command

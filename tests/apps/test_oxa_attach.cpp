@@ -400,6 +400,8 @@ void TestOxaAttach::missingModules()
     const Result result = oxa(attachCall({"--as", "verilog", "--simulation", path("sim.v")}));
     QVERIFY2(result.err.contains(": IBUF, OBUF, QX_JTAG, other\n"), qPrintable(result.err));
     QVERIFY(bytesOf(path("sim.v")).left(200).contains("IBUF, OBUF, QX_JTAG, other\n"));
+    const Result plain = oxa(attachCall({"--as", "verilog", "--no-pads"}));
+    QVERIFY2(plain.err.contains(": QX_JTAG, other\n"), qPrintable(plain.err));
     QProcess run;
     run.start("sh",
         {"-c",
