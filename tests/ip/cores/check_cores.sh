@@ -36,12 +36,16 @@ lint)
     verilator --lint-only -Wall "$HERE/waivers.vlt" --top-module qx_oxa $models -f "$work/files"
     ;;
 synthesis)
+    ice40= # which takes long for all kinds
+    ! grep -q AoCore_Lite "$configuration" || ice40="design -load elaborated
+        synth_ice40 -top qx_oxa -run begin:map_gates; select -assert-min 1 t:SB_RAM40_4K"
     yosys -q -p "read_verilog -lib $models; read_verilog $(echo $includes) $(echo $sources)
         hierarchy -check -top qx_oxa; design -save elaborated
         proc; flatten; opt; check -assert
         select -assert-none t:\$div t:\$mod t:\$mul t:\$divfloor t:\$modfloor
         design -load elaborated; synth_ecp5 -top qx_oxa -run begin:map_gates
-        select -assert-min 1 t:DP16KD" >"$work/log" 2>&1 || { tail -5 "$work/log"; exit 1; }
+        select -assert-min 1 t:DP16KD
+        $ice40" >"$work/log" 2>&1 || { tail -5 "$work/log"; exit 1; }
     ;;
 names)
     sums=$(sed -n 's/^`define OXA_NAMES_0 //p' "$work/oxa/qx_oxa_names.v")
