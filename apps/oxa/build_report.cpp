@@ -18,7 +18,7 @@ QString listedPath(QString path)
     return first.isLetterOrNumber() || QString("/._").contains(first) ? path : "./" + path;
 }
 
-/// Whether tools that read the list would misread one of these paths.
+/// Whether tools that read the list would misread one of these paths or macros.
 bool isMisread(const QStringList& paths, const QString& special)
 {
     return std::any_of(paths.begin(), paths.end(), [&special](const QString& path) {
@@ -108,8 +108,9 @@ void printSources(const SourceList& sources, bool json, Io& io)
     for (const QString& define : sources.defines)
         io.out.listed("+define+" + define);
     sayBoardFiles(sources.boardFiles, io.err);
-    if (isMisread(listed, "$\"") || isMisread(sources.includePaths, "$\"+"))
+    if (isMisread(listed, "$\"") || isMisread(sources.includePaths, "$\"+")
+        || isMisread(sources.defines, "$+"))
         io.err << "warning: Icarus and Verilator cannot read this list, because a path in it"
-                  " contains a space, a $, a quote or, in a directory, a +; choose another work"
-                  " directory, or use the paths in --json\n";
+                  " contains a space, a $, a quote or, in a directory, a +, or a macro a space, a $"
+                  " or a +; choose another work directory, or use the paths and macros in --json\n";
 }

@@ -450,6 +450,8 @@ void TestOxaAttach::refusals()
         QVERIFY2((result.status != 0) == (*row.error != 0), qPrintable(result.err));
         QVERIFY2(result.err.contains(row.error), qPrintable(result.err));
     }
+    const Result listed = oxa(attachCall({"--as", "hierarchical", "-D", "A=1+2"}));
+    QVERIFY2(listed.err.contains("cannot read this list"), qPrintable(listed.err));
     QVERIFY(!bytesOf(path("new/attach.ys")).contains("\n!"));
     QVERIFY(bytesOf(path("new/attach.ys")).contains("\nflatten\n"));
 }

@@ -187,6 +187,8 @@ void TestDesign::remembered()
     QVERIFY2(readRememberedDesign(path("c.oxa"), again, &error), qPrintable(error));
     QCOMPARE(described(again), described(sources));
     QVERIFY(!bytesOf(path("c.oxa.design")).contains(m_dir.path().toUtf8()));
+    sources.defines << "X=1\n-f more"; // a word ends with its line
+    QVERIFY(!rememberDesign(path("c.oxa"), sources, &error));
 }
 
 void TestDesign::unreadable()
