@@ -177,6 +177,15 @@ bool Attachment::write(AttachForm form, QString* error)
         m_warnings += QString("%1 has keep_hierarchy, but is flattened, so that "
                               "its signals can be watched")
                           .arg(shownText(name));
+    for (int i = 0; form == AttachForm::Hierarchical && i < m_watched.size(); ++i) {
+        const QString& name = m_watched.at(i).name;
+        if (!name.contains("/genblk"))
+            continue;
+        m_warnings += shownText(name)
+            + " is in a generate block without a name, which a simulator may number in another way "
+              "than Yosys: give the block a name";
+        break;
+    }
     const QString path = pathTo(ATTACH_WRAPPER_FILE_NAME);
     const QByteArray wrapper = wrapperText(
         m_design, wrapperName(form), m_watched, m_request, form == AttachForm::Hierarchical);

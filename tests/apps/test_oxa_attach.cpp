@@ -430,8 +430,9 @@ void TestOxaAttach::refusals()
         QCOMPARE(result.status, 1);
         QVERIFY2(result.err.contains(row.error), qPrintable(result.err));
     }
-    writeFile(path("d.v"), "module top(input c0); endmodule\n");
-    writeConfiguration({"top/c0"});
+    writeFile(path("d.v"),
+        "module top(input c0); generate if (1) begin wire w = c0; end endgenerate endmodule\n");
+    writeConfiguration({"top/genblk1/w"});
     const struct {
         const char *workDir, *more, *error; // no error: it is attached
     } calls[] = {
@@ -452,6 +453,7 @@ void TestOxaAttach::refusals()
     }
     const Result listed = oxa(attachCall({"--as", "hierarchical", "-D", "A=1+2"}));
     QVERIFY2(listed.err.contains("cannot read this list"), qPrintable(listed.err));
+    QVERIFY2(listed.err.contains("top/genblk1/w is in a generate block"), qPrintable(listed.err));
     QVERIFY(!bytesOf(path("new/attach.ys")).contains("\n!"));
     QVERIFY(bytesOf(path("new/attach.ys")).contains("\nflatten\n"));
 }
