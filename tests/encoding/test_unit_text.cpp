@@ -52,7 +52,6 @@ constexpr TextRow kFaults[] = {
     {"few digits",     "T4 == 1X0",                 "character 7, \"1X0\": write 4 digits"       },
     {"unknown name",   "T4 == BUSY",                "character 7, \"BUSY\": write 4 digits"      },
     {"bare 0b",        "T4 == 0b",                  "character 7, \"0b\": write 4 digits"        },
-    {"bare 0x",        "T4 == 0x",                  "character 7, \"0x\": write 4 digits"        },
     {"too large",      "T4 == 16",                  "it has 5 bits, the port has 4 signals"      },
     {"second bound",   "T4 in 1..0x1F, 2 times",    "character 10, \"0x1F, 2 times\": it has 5"  },
     {"no bound",       "T4 in 3",                   "at the end: write \"..\" and the range's"   },

@@ -177,7 +177,6 @@ void TestWaveform::damageIsReportedWithItsLine()
         {"time too large",             "#99999999999999999999",
          "w:17: \"#99999999999999999999\" is not a time"                                                                  },
         {"time running backwards",     "#7\n#6",                "w:18: time \"#6\" is before the previous one"            },
-        {"open comment",               "$comment oops",         "w:17: the file ends inside $comment"                     },
     };
     const auto requireMessage = [this](const QByteArray& vcd, const Row& row) {
         const SampleRequest request {"tb.clk", false, {{"bits[0]"}}};
