@@ -19,6 +19,7 @@
 #include "oxacapture/target/core_status.h"
 #include "oxacapture/target/jtag_link.h"
 #include "oxacapture/target/openocd_link.h"
+#include "oxacapture/target/probe.h"
 #include "oxacapture/target/remote_bitbang_link.h"
 #include "oxacapture/target/serial_link.h"
 #include "oxacapture/target/stream_socket.h"

@@ -26,6 +26,7 @@ void addDevices(CLI::App& app, Io& io, int& status);
 void addEstimate(CLI::App& app, Io& io, int& status);
 void addGenerate(CLI::App& app, Io& io, int& status);
 void addNew(CLI::App& app, Io& io, int& status);
+void addProbe(CLI::App& app, Io& io, int& status);
 void addSet(CLI::App& app, Io& io, int& status);
 void addShow(CLI::App& app, Io& io, int& status);
 void addSignals(CLI::App& app, Io& io, int& status);

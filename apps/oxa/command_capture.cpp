@@ -1,5 +1,6 @@
 #include "capture_report.h"
 #include "interrupt.h"
+#include "link_options.h"
 #include "options.h"
 #include "progress_line.h"
 #include "request.h"
@@ -40,10 +41,7 @@ constexpr double kFastestClock = 1e12; // Hz
 
 struct Options {
     QString file;
-    QString openocd = kOpenOcdAddress;
-    QString tap;
-    QString serial;
-    int baud = OXA::kUsualBaud;
+    ChipAddress chip = usualChip();
     std::vector<int> cores;
     QString output;
     double timeout = 0; // s; 0: none
@@ -218,8 +216,7 @@ int capture(const Options& options, const Plan& plan, Io& io)
     CaptureRun chip;
     chip.goesOn = [&interrupt] { return !interrupt.happened(); };
     QString error;
-    if (!chip.find({options.openocd, options.tap, "--tap", options.serial, options.baud},
-            {[&plan] { return plan.builds; }}, &error)) {
+    if (!chip.find(options.chip, {[&plan] { return plan.builds; }}, &error)) {
         io.err << "error: " << error << '\n';
         return kJobFailed;
     }
@@ -252,33 +249,9 @@ int run(const Options& options, Io& io)
     return prepare(options, plan, io.err) ? capture(options, plan, io) : kUnusable;
 }
 
-void addLinkOptions(Command& command, Options& options)
-{
-    command.text("--openocd", options.openocd, "OpenOCD's Tcl server (default: 127.0.0.1:6666)")
-        .typeName("HOST:PORT");
-    command
-        .text("--tap", options.tap,
-            "The chip's name in the chain, when OpenOCD's configuration does not name it")
-        .typeName("NAME");
-    const Option serial = command
-                              .text("--serial", options.serial,
-                                  "The serial port of an analyzer that was generated with --link "
-                                  "uart, instead of OpenOCD")
-                              .typeName("DEVICE")
-                              .excludes("--openocd")
-                              .excludes("--tap");
-    command
-        .number("--baud", options.baud,
-            "Bits a second at which the analyzer's port starts, as it was generated (default:"
-            " 115200); the rate is then raised as far as both ends can follow")
-        .between(OXA::kLeastBaud, OXA::kMostBaud)
-        .needs(serial)
-        .typeName("N");
-    command.numbers("--core", options.cores, "Arm only this core; may be repeated").typeName("N");
-}
-
 void addRunOptions(Command& command, Options& options)
 {
+    command.numbers("--core", options.cores, "Arm only this core; may be repeated").typeName("N");
     command.number("--timeout", options.timeout, "Stop waiting after this time")
         .between(kLeastTimeout, kMost)
         .typeName("S");
@@ -306,7 +279,7 @@ void addCapture(CLI::App& app, Io& io, int& status)
     Command command(app, "capture", kSummary, kHelp);
     auto options = std::make_shared<Options>();
     command.text("FILE", options->file, "The configuration").required();
-    addLinkOptions(command, *options);
+    addLinkOptions(command, options->chip);
     command
         .text("-o,--output", options->output,
             "File for the samples: .vcd, .csv or .sr (sigrok session)")

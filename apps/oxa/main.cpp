@@ -81,6 +81,7 @@ static int run(int argc, char** argv)
     addAttach(app, io, status);
     addSimulate(app, io, status);
     addTarget(app, io, status);
+    addProbe(app, io, status);
     addCapture(app, io, status);
     addDevices(app, io, status);
     addVoltage(app, io, status);

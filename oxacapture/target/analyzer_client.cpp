@@ -107,10 +107,15 @@ bool AnalyzerClient::scan(int core, int reg, const BitString& out, BitString& in
     return m_link.scanDrAfter(address(core, reg), out, &in) || fail(core, m_link.error());
 }
 
-// Reads the register. False when the link fails; else `answer` is the kind of answer.
-bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answer& answer)
+// Reads the register behind `delay` zeros. False when the link fails; else `answer` is the kind of
+// answer.
+bool AnalyzerClient::tryRead(
+    int core, int reg, int bits, BitString& data, Answer& answer, int delay)
 {
-    BitString out = dataScan();
+    BitString out;
+    for (int bit = 0; bit < delay; ++bit)
+        out.append(false);
+    out.append(dataScan());
     for (int bit = 0; bit < bits; ++bit)
         out.append(false);
     out.append(true); // requests the checksum
@@ -133,14 +138,15 @@ bool AnalyzerClient::tryRead(int core, int reg, int bits, BitString& data, Answe
     return true;
 }
 
-bool AnalyzerClient::read(int core, int reg, int bits, BitString& data)
+bool AnalyzerClient::read(int core, int reg, int bits, BitString& data, int delay)
 {
     Answer answer = Answer::None;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if ((attempt > 0 && !select(core)) || !tryRead(core, reg, bits, data, answer))
+        if ((attempt > 0 && !select(core)) || !tryRead(core, reg, bits, data, answer, delay))
             return false;
         if (answer == Answer::Whole)
             return true;
+        ++m_repeats;
     }
     const QString name = kRegisterNames[reg];
     return fail(core,
@@ -239,10 +245,10 @@ bool AnalyzerClient::readNameSums(const CoreIdentity& core, QList<quint32>& sums
     return true;
 }
 
-bool AnalyzerClient::readStatus(const CoreIdentity& core, CoreStatus& status)
+bool AnalyzerClient::readStatus(const CoreIdentity& core, CoreStatus& status, int delay)
 {
     BitString bits;
-    if (!read(core.position, Status, statusBits(core), bits))
+    if (!read(core.position, Status, statusBits(core), bits, delay))
         return false;
     status = parseStatus(bits, core);
     return true;

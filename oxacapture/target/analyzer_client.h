@@ -29,7 +29,8 @@ public:
     /// The sums of names that the core was built with (`OXA::nameSums`); empty when it was built
     /// without them.
     bool readNameSums(const CoreIdentity& core, QList<quint32>& sums);
-    bool readStatus(const CoreIdentity& core, CoreStatus& status);
+    /// TCK has at least `delay` cycles more before the status is read.
+    bool readStatus(const CoreIdentity& core, CoreStatus& status, int delay = 0);
     bool command(int core, CoreCommand command);
 
     /// The first `words` words of a core at rest, one after the other.
@@ -48,6 +49,9 @@ public:
     /// Names the core at `position` in errors; one without a name is "core at position N".
     void setName(int position, const QString& name) { m_names.insert(position, name); }
 
+    /// How often a read was repeated so far, because its answer was damaged or missing.
+    int repeats() const { return m_repeats; }
+
     /// Why the last call failed.
     const QString& error() const { return m_error; }
 
@@ -60,13 +64,14 @@ private:
     bool readIdentity(int core, CoreIdentity& identity);
     bool readWords(const CoreIdentity& core, int reg, qint64 words, int wordBits, BitString& data);
     bool scan(int core, int reg, const BitString& out, BitString& in);
-    bool tryRead(int core, int reg, int bits, BitString& data, Answer& answer);
-    bool read(int core, int reg, int bits, BitString& data);
+    bool tryRead(int core, int reg, int bits, BitString& data, Answer& answer, int delay = 0);
+    bool read(int core, int reg, int bits, BitString& data, int delay = 0);
     bool write(int core, int reg, const BitString& data);
 
     JtagLink& m_link;
     BitString m_instruction;
     QHash<int, QString> m_names;
+    int m_repeats = 0;
     QString m_error;
 };
 

@@ -38,12 +38,14 @@ set ::oxautils_time [clock seconds]
 constexpr char kRelease[]
     = R"(if {[info exists ::oxautils_client] && $::oxautils_client eq "%1"} {unset ::oxautils_client})";
 
-// A line for each TAP: its name and its instruction, if it is set in OpenOCD.
+// A line for each TAP: its name, its instruction, if it is set in OpenOCD, and its IDCODE.
 constexpr char kListTaps[] = R"(set oxautils_list {}
 foreach tap [jtag names] {
     set er1 {}
     if {[info exists ::oxautils_er1($tap)]} {set er1 $::oxautils_er1($tap)}
-    append oxautils_list $tap { } $er1 \n
+    set id {}
+    catch {set id [jtag cget $tap -idcode]}
+    append oxautils_list $tap { } $er1 { } $id \n
 }
 set oxautils_list)";
 
@@ -119,6 +121,7 @@ bool OpenOcdLink::connectTo(const QString& address)
 bool OpenOcdLink::listTaps()
 {
     m_taps.clear();
+    m_idCodes.clear();
     m_instructions.clear();
     m_tap.clear();
     if (!run(kListTaps))
@@ -128,12 +131,19 @@ bool OpenOcdLink::listTaps()
             return fail("OpenOCD: it lists a device without a name");
         m_taps += line.section(' ', 0, 0);
         m_instructions += line.section(' ', 1, 1);
+        m_idCodes += line.section(' ', 2, 2);
     }
     if (m_taps.size() > kMostTaps)
         return fail(
             QString("OpenOCD lists %1 devices in the chain, more than the %2 that are tried")
                 .arg(QString::number(m_taps.size()), QString::number(kMostTaps)));
     return !m_taps.isEmpty() || fail("OpenOCD has no device in the chain");
+}
+
+QString OpenOcdLink::idCode(const QString& tap) const
+{
+    const quint32 code = m_idCodes.value(m_taps.indexOf(tap)).toUInt(nullptr, 0);
+    return code == 0 ? QString() : QString("0x%1").arg(code, 8, 16, QChar('0'));
 }
 
 QStringList OpenOcdLink::candidates() const

@@ -34,6 +34,9 @@ public:
     /// The names of OpenOCD's TAPs, in the chain's order.
     const QStringList& taps() const { return m_taps; }
 
+    /// The identification code that OpenOCD read from the TAP, as "0x10a0affd"; empty without one.
+    QString idCode(const QString& tap) const;
+
     /// The TAPs that may have an analyzer: those with an entry in OpenOCD's variable oxautils_er1,
     /// or the only one.
     QStringList candidates() const;
@@ -67,6 +70,7 @@ private:
     QString m_address;
     QByteArray m_client; // the name of this link in OpenOCD
     QStringList m_taps;
+    QStringList m_idCodes; // of the TAPs, as numbers; 0 without one
     QStringList m_instructions; // of the TAPs; empty where it is not known
     QString m_tap;
     QByteArray m_irscan; // loads the instruction, with every scan

@@ -231,6 +231,10 @@ void TestCaptureFaults::anotherClientOnTheChain()
         kOwnTap + QByteArray("; jtag newtap a tap -irlen 4; jtag newtap b tap -irlen 4"));
     QVERIFY2(!address.isEmpty(), openocd.said());
     fails(oxa(captureCall(address)), 1, "with --tap");
+    Result probed = oxa({"probe", "--openocd", address});
+    QVERIFY2(probed.status == 1 && probed.out.contains("a.tap: not tried"), qPrintable(probed.out));
+    probed = oxa({"probe", "--openocd", address, "--tap", "fpga.tap"});
+    QVERIFY2(probed.status == 0, qPrintable(probed.err));
     Debugger debugger(address);
     QStringList errors;
     const int captures = std::max(5, qEnvironmentVariableIntValue("OXA_SHARED_CAPTURES"));
@@ -321,6 +325,7 @@ void TestCaptureFaults::anotherConfiguration()
 void TestCaptureFaults::noTarget()
 {
     fails(oxa(captureCall("127.0.0.1:1")), 1, "Connection refused; is it running?");
+    QCOMPARE(oxa({"probe", "--openocd", "127.0.0.1:1"}).status, 1);
     fails(oxa(captureCall("127.0.0.1:65537")), 1, "is not a number from 1 to 65535");
     // What listens is no OpenOCD: the cores' own port.
     fails(oxa(captureCall("127.0.0.1:" + m_live.port())), 1, "error: ");

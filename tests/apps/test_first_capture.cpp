@@ -79,6 +79,7 @@ QString TestFirstCapture::here(QString command) const
     command.replace("oxa target", "oxa target --port " + m_jtag);
     command.replace("openocd -f",
         QString("openocd -c \"set OXA_PORT %1\" -c \"tcl_port %2\" -f").arg(m_jtag, m_tcl));
+    command.replace("oxa probe", "oxa probe --openocd :" + m_tcl);
     return command.replace("oxa capture", "oxa capture --openocd :" + m_tcl);
 }
 
