@@ -15,6 +15,21 @@
 #include <random>
 #include <thread>
 
+/// Opens a pseudo-terminal that passes every byte on; returns its device, or nothing.
+inline QString openTerminal(int& master, int& slave)
+{
+    char name[128] = "";
+    master = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+    if (grantpt(master) != 0 || unlockpt(master) != 0 || ptsname_r(master, name, sizeof name) != 0)
+        return {};
+    slave = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+    termios2 raw = {};
+    raw.c_cflag = CS8 | CREAD | CLOCAL | B115200;
+    raw.c_ispeed = raw.c_ospeed = 115200;
+    ioctl(slave, TCSETS2, &raw);
+    return name;
+}
+
 /// A serial line between a client and a target's pseudo-terminal, on which characters go wrong. The
 /// target sees the rate that the client sets.
 class SerialProxy {
@@ -34,17 +49,9 @@ public:
     /// Returns the device for the client; nothing when there is no pseudo-terminal.
     QString start(const QString& target, unsigned seed)
     {
-        char name[128] = "";
         m_random.seed(seed);
-        m_client = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
-        if (grantpt(m_client) != 0 || unlockpt(m_client) != 0
-            || ptsname_r(m_client, name, sizeof name) != 0)
-            return {};
-        m_slave = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
+        const QString name = openTerminal(m_client, m_slave);
         m_target = open(target.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC);
-        termios2 raw = {};
-        ioctl(m_target, TCGETS2, &raw);
-        ioctl(m_slave, TCSETS2, &raw);
         m_thread = std::thread([this] { run(); });
         return name;
     }
