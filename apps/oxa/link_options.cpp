@@ -2,6 +2,13 @@
 
 using namespace OXA_CAPTURE;
 
+namespace {
+
+constexpr int kLeastScanBits = 16;
+constexpr int kMostScanBits = 4096;
+
+}
+
 ChipAddress usualChip()
 {
     ChipAddress chip;
@@ -18,13 +25,20 @@ void addLinkOptions(Command& command, ChipAddress& chip)
         .text("--tap", chip.tap,
             "The chip's name in the chain, when OpenOCD's configuration does not name it")
         .typeName("NAME");
+    command
+        .number("--scan-bits", chip.scanBits,
+            "Most bits in one scan, for adapters that cut off long ones; without the option, 255"
+            " when answers are damaged")
+        .between(kLeastScanBits, kMostScanBits)
+        .typeName("N");
     const Option serial = command
                               .text("--serial", chip.serial,
                                   "The serial port of an analyzer that was generated with --link "
                                   "uart, instead of OpenOCD")
                               .typeName("DEVICE")
                               .excludes("--openocd")
-                              .excludes("--tap");
+                              .excludes("--tap")
+                              .excludes("--scan-bits");
     command
         .number("--baud", chip.baud,
             "Bits a second at which the analyzer's port starts, as it was generated (default:"

@@ -29,6 +29,7 @@ constexpr const char* kRegisterNames[] = {"identity", "fingerprint", "status", "
 constexpr int kCrcBits = 32;
 constexpr int kCommandBits = 6;
 constexpr int kMostDelay = 24; // bits from a request to its answer, other devices included
+constexpr int kReadBits = 2 + 1 + kCrcBits + kMostDelay; // of a scan, beside those read
 constexpr int kAttempts = 3;
 // Another client's scan may come between a write and its check, which then reads the result of that
 // scan.
@@ -141,13 +142,15 @@ bool AnalyzerClient::tryRead(
 bool AnalyzerClient::read(int core, int reg, int bits, BitString& data, int delay)
 {
     Answer answer = Answer::None;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        if ((attempt > 0 && !select(core)) || !tryRead(core, reg, bits, data, answer, delay))
-            return false;
-        if (answer == Answer::Whole)
-            return true;
-        ++m_repeats;
-    }
+    do {
+        for (int attempt = 0; attempt < kAttempts; ++attempt) {
+            if ((attempt > 0 && !select(core)) || !tryRead(core, reg, bits, data, answer, delay))
+                return false;
+            if (answer == Answer::Whole)
+                return true;
+            ++m_repeats;
+        }
+    } while (m_link.divideScans(delay + bits + kReadBits));
     const QString name = kRegisterNames[reg];
     return fail(core,
         answer == Answer::None ? "it does not answer about its " + name

@@ -42,6 +42,7 @@ bool CaptureRun::find(
 bool CaptureRun::findThroughOpenOcd(
     const ChipAddress& chip, const std::vector<ReadBuilds>& configurations, QString* error)
 {
+    m_openocd.setScanBits(chip.scanBits);
     if (!m_openocd.connectTo(chip.openocd))
         return OXA::fail(error, m_openocd.error());
     const QStringList taps = chip.tap.isEmpty() ? m_openocd.candidates() : QStringList(chip.tap);

@@ -20,6 +20,7 @@ struct ChipAddress {
     QString tap; ///< the device in the chain; empty: the one that has an analyzer
     QString tapOption; ///< the option that selects the device, for messages: "--tap"
     QString serial; ///< the serial port of an analyzer with a UART link, instead of OpenOCD
+    int scanBits = 0; ///< most bits of a scan that the adapter takes; 0: any number
     int baud = OXA::kUsualBaud; ///< bits a second at which this analyzer's port starts
 };
 

@@ -9,6 +9,8 @@ bool JtagLink::scanDrAfter(const BitString& first, const BitString& out, BitStri
     return scanDr(first, nullptr) && scanDr(out, in);
 }
 
+bool JtagLink::divideScans(int) { return false; }
+
 bool JtagLink::fail(const QString& error)
 {
     m_error = error;

@@ -25,6 +25,10 @@ public:
     /// shared link, no scan of another program comes between the two.
     virtual bool scanDrAfter(const BitString& first, const BitString& out, BitString* in);
 
+    /// Divides later scans of more than some bits into parts: a scan of `bits` had a damaged
+    /// answer, as from an adapter that cuts long scans off. False when that changes nothing.
+    virtual bool divideScans(int bits);
+
     /// Why the last call failed.
     const QString& error() const { return m_error; }
 

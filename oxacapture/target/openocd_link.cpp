@@ -18,6 +18,17 @@ constexpr int kLongestQuote = 200; // characters of an unknown answer
 constexpr int kFieldBits = 256;
 constexpr int kLongZeros = 64;
 
+constexpr int kUsualScanBits = 255; // of adapters that cut long scans off
+
+// The parts of a scan but the last one: how many times a part of so many bits with this value.
+constexpr char kParts[] = R"(set oxautils_bits {}
+foreach {count bits value} {%1} {
+    for {set i 0} {$i < $count} {incr i} {
+        append oxautils_bits [drscan %2 $bits $value -endstate DRPAUSE] { }
+    }
+}
+append oxautils_bits [drscan %2%3])";
+
 constexpr quint64 kDefaultEr1 = 0x08; // of the simulated target
 constexpr int kMostInstructionBits = 32;
 
@@ -62,7 +73,7 @@ QString serverAddress(const QString& text)
 QByteArray fieldText(const BitString& bits, int from, int size)
 {
     QByteArray digits;
-    for (int at = from; at < from + size && size <= kFieldBits; at += 4)
+    for (int at = from; at < from + size && bits.zerosFrom(from) < size; at += 4)
         digits.prepend("0123456789abcdef"[bits.number(at, std::min(4, from + size - at))]);
     return ' ' + QByteArray::number(size) + " 0x" + (digits.isEmpty() ? "0" : digits);
 }
@@ -185,15 +196,45 @@ bool OpenOcdLink::scanIr(const BitString& out)
     return run(ours(kGuard) + m_irscan);
 }
 
-bool OpenOcdLink::scanDr(const BitString& out, BitString* in) { return scan(drscan(out), out, in); }
+bool OpenOcdLink::scanDr(const BitString& out, BitString* in) { return scan({}, out, in); }
 
 bool OpenOcdLink::scanDrAfter(const BitString& first, const BitString& out, BitString* in)
 {
-    return scan(drscan(first) + '\n' + drscan(out), out, in);
+    return scan(drscan(first) + '\n', out, in);
+}
+
+bool OpenOcdLink::isDivided(const BitString& bits) const
+{
+    return m_scanBits > 0 && bits.size() > m_scanBits;
+}
+
+bool OpenOcdLink::divideScans(int bits)
+{
+    if (m_scanBits > 0 || bits <= kUsualScanBits || m_taps.size() > 1)
+        return false;
+    m_scanBits = kUsualScanBits;
+    return true;
+}
+
+// One command, as short as possible for zeros, so that no other client comes between the parts.
+QByteArray OpenOcdLink::dividedDrscan(const BitString& bits) const
+{
+    const int last = (bits.size() - 1) / m_scanBits * m_scanBits;
+    QByteArray parts;
+    for (int at = 0, count = 0; at < last; at += count * m_scanBits) {
+        count = std::max(std::min(bits.zerosFrom(at), last - at) / m_scanBits, 1);
+        parts += ' ' + QByteArray::number(count) + fieldText(bits, at, m_scanBits);
+    }
+    return QByteArray(kParts)
+        .replace("%1", parts)
+        .replace("%2", m_tap.toUtf8())
+        .replace("%3", fieldText(bits, last, bits.size() - last));
 }
 
 QByteArray OpenOcdLink::drscan(const BitString& bits) const
 {
+    if (isDivided(bits))
+        return dividedDrscan(bits);
     QByteArray text = "drscan " + m_tap.toUtf8();
     for (int at = 0, size = 0; at < bits.size(); at += size) {
         size = fieldSize(bits, at);
@@ -202,20 +243,31 @@ QByteArray OpenOcdLink::drscan(const BitString& bits) const
     return text;
 }
 
-bool OpenOcdLink::scan(const QByteArray& script, const BitString& out, BitString* in)
+// Scans `out` behind the command `before`.
+bool OpenOcdLink::scan(const QByteArray& before, const BitString& out, BitString* in)
 {
+    if (isDivided(out) && m_taps.size() > 1)
+        return fail(
+            QString("a scan has more than %1 bits, and scans cannot be divided in a chain of"
+                    " several devices")
+                .arg(m_scanBits));
     // Other clients of OpenOCD may have loaded another instruction.
-    if (!run(ours(kGuard) + m_irscan + script, out.size()))
+    if (!run(ours(kGuard) + m_irscan + before + drscan(out), out.size()))
         return false;
-    if (!in)
-        return true;
-    *in = {};
+    return !in || readAnswer(out, *in) || (divideScans(out.size()) && scan(before, out, in));
+}
+
+// The bits that came back for `out`, from the last result.
+bool OpenOcdLink::readAnswer(const BitString& out, BitString& in)
+{
+    in = {};
     int at = 0;
     for (const QByteArray& field : m_result.simplified().split(' ')) {
         if (at == out.size())
             return fail("OpenOCD: its answer is too long");
-        const int size = fieldSize(out, at);
-        if (!appendField(field, size, *in))
+        const int size
+            = isDivided(out) ? std::min(m_scanBits, out.size() - at) : fieldSize(out, at);
+        if (!appendField(field, size, in))
             return fail("OpenOCD: " + QString(field.left(kLongestQuote)));
         at += size;
     }

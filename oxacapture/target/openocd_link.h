@@ -27,6 +27,12 @@ public:
     /// Called during a wait for OpenOCD, as by a `StreamSocket`.
     void setGoesOn(const std::function<bool()>& goesOn) { m_socket.setGoesOn(goesOn); }
 
+    /// Divides scans of more than `bits` into parts, between which the TAP pauses; 0: none, until
+    /// an answer is damaged. For adapters that cut long scans off. Only for a chain of one device:
+    /// OpenOCD shifts a bit for each other device in every part.
+    void setScanBits(int bits) { m_scanBits = bits; }
+    bool divideScans(int bits) override;
+
     /// Connects to the Tcl server at "HOST:PORT", and lists the chain. A missing host, or a missing
     /// port with its colon, is taken from `kOpenOcdAddress`.
     bool connectTo(const QString& address);
@@ -63,8 +69,11 @@ private:
     bool listTaps();
     bool run(const QByteArray& script, int bits = 0);
     QByteArray ours(const char* script) const;
+    bool isDivided(const BitString& bits) const;
     QByteArray drscan(const BitString& bits) const;
-    bool scan(const QByteArray& script, const BitString& out, BitString* in);
+    QByteArray dividedDrscan(const BitString& bits) const;
+    bool scan(const QByteArray& before, const BitString& out, BitString* in);
+    bool readAnswer(const BitString& out, BitString& in);
 
     StreamSocket m_socket;
     QString m_address;
@@ -76,6 +85,7 @@ private:
     QByteArray m_irscan; // loads the instruction, with every scan
     QByteArray m_result; // of the last command
     bool m_owns = false;
+    int m_scanBits = 0;
     int m_commands = 0;
 };
 

@@ -113,6 +113,7 @@ bool probeChain(OpenOcdLink& link, const ChipAddress& chip,
     const std::vector<std::vector<BuiltConfiguration>>& configurations,
     std::vector<ProbedDevice>& devices, QString* error)
 {
+    link.setScanBits(chip.scanBits);
     if (!link.connectTo(chip.openocd) || (!chip.tap.isEmpty() && !link.selectTap(chip.tap)))
         return OXA::fail(error, link.error());
     const QStringList tried = chip.tap.isEmpty() ? link.candidates() : QStringList(chip.tap);

@@ -17,6 +17,25 @@ namespace {
 
 constexpr int kReadOuts = 400;
 
+// OpenOCD with an adapter that shifts up to 255 bits, in whole fields, and answers %1 for others.
+constexpr char kCutsScansOff[] = R"(
+rename drscan wholeDrscan
+proc drscan {tap args} {
+    set left 255
+    set fields {}
+    set zeros {}
+    foreach {bits value} $args {
+        if {$bits eq "-endstate" || $bits <= $left} {
+            lappend fields $bits $value
+        } else {
+            lappend zeros %1
+        }
+        if {$bits ne "-endstate"} {set left [expr {$zeros eq {} ? $left - $bits : 0}]}
+    }
+    if {$zeros ne {}} {echo "cut off"}
+    concat [wholeDrscan $tap {*}$fields] $zeros
+})";
+
 // What is said about a configuration that differs from that of the chip, and when its build is
 // remembered; then nothing is said of what a run can change.
 struct Edit {
@@ -115,6 +134,7 @@ private Q_SLOTS:
     void flippedBitsAreNeverDelivered();
     void flippedBitsBehindOpenOcd();
     void anotherClientOnTheChain();
+    void anAdapterThatCutsScansOff();
     void openOcdRestarted();
     void clockThatStands();
     void anotherConfiguration_data() { addRows(kEdits); }
@@ -249,6 +269,21 @@ void TestCaptureFaults::anotherClientOnTheChain()
     QVERIFY(debugger.polls > 50);
     QCOMPARE(debugger.wrongPolls, 0);
     openocd.end();
+    QVERIFY(m_live.connectOpenOcd());
+}
+
+void TestCaptureFaults::anAdapterThatCutsScansOff()
+{
+    m_live.openocd.end();
+    for (const char* rest : {"0", "[string repeat 0 [expr {($bits + 3) / 4}]]"}) {
+        Service openocd;
+        const QByteArray adapter = QByteArray(kCutsScansOff).replace("%1", rest);
+        const QString address = startOpenOcd(openocd, m_live.port(), kOwnTap + adapter);
+        const Result result = oxa(captureCall(address));
+        QCOMPARE(result.err, QString());
+        QCOMPARE(bytesOf(path("live.csv")), m_expected);
+        QVERIFY(openocd.said().contains("cut off"));
+    }
     QVERIFY(m_live.connectOpenOcd());
 }
 

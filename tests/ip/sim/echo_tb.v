@@ -22,7 +22,7 @@ module echo_tb;
 
     reg shifting = 0;
     always @(posedge user_tck) begin
-        shifting <= er1 && shift_or_capture;
+        shifting <= er1 && !update && (shift_or_capture || shifting); // also in a pause
         if (er1 && shift_or_capture) shift <= shifting ? {user_tdi, shift[7:1]} : given;
         if (er1 && update) given <= shift;
     end
