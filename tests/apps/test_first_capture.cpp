@@ -50,7 +50,7 @@ int freePort()
 }
 
 // What docs/first-capture.md says, command by command, the README, which shows the same example,
-// docs/co-simulation.md, and pages of boards.
+// docs/co-simulation.md, docs/on-a-board.md, and pages of boards.
 class TestFirstCapture : public QObject {
     Q_OBJECT
 
@@ -62,12 +62,13 @@ private:
     void run(const QList<Step>& steps);
     void leaves(const QString& name, const QByteArray& content);
     QString here(QString text) const;
-    QString there(QString text) const;
+    QString there(QString text);
 
     const QTemporaryDir m_directory;
     // Another program may use the ports of the pages.
     const QString m_jtag = QString::number(freePort());
     const QString m_tcl = QString::number(freePort());
+    QString m_serial; // the device of a target
 };
 
 // A command as it works in a build tree, beside other tests.
@@ -76,6 +77,9 @@ QString TestFirstCapture::here(QString command) const
     command.replace("/usr/local", OXA_BINARY_DIR);
     command.replace("tcp:9823", "tcp:" + m_jtag);
     command.replace("/tmp/uart", m_directory.filePath("uart"));
+    command.replace("/dev/pts/3", m_serial);
+    if (command.contains("--link uart") || command.contains("--serial"))
+        return command;
     command.replace("oxa target", "oxa target --port " + m_jtag);
     command.replace("openocd -f",
         QString("openocd -c \"set OXA_PORT %1\" -c \"tcl_port %2\" -f").arg(m_jtag, m_tcl));
@@ -84,8 +88,12 @@ QString TestFirstCapture::here(QString command) const
 }
 
 // What it prints, as it is on the page.
-QString TestFirstCapture::there(QString output) const
+QString TestFirstCapture::there(QString output)
 {
+    static const QRegularExpression device("/dev/pts/\\d+");
+    if (const auto match = device.match(output); match.hasMatch())
+        m_serial = match.captured();
+    output.replace(device, "/dev/pts/3");
     output.replace(QString("-c \"set OXA_PORT %1\" ").arg(m_jtag), "");
     output.replace(m_directory.filePath("uart"), "/tmp/uart");
     output.replace("port " + m_jtag, "port 9823").replace("port " + m_tcl, "port 6666");
@@ -145,6 +153,8 @@ void TestFirstCapture::thePages()
     run(page("/docs/tutorial.md"));
     leaves("captured.csv", "\n0,0,32,1,");
     run(page("/docs/boards/ice40.md"));
+    run(page("/docs/on-a-board.md"));
+    leaves("captured.vcd", "$enddefinitions $end");
     leaves("counter.oxa", "counter/noise");
     run(page("/docs/boards/generic.md"));
     const QList<Step> together = page("/docs/co-simulation.md");
