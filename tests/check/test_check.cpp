@@ -298,7 +298,7 @@ private:
     /// A file of that content, its checksum right unless it says another.
     QString write(const QString& content)
     {
-        const QString path = m_dir.filePath("c.oxa");
+        QString path = m_dir.filePath("c.oxa");
         const int at = content.indexOf('@');
         writeFile(path, content.toUtf8());
         if (at >= 0)

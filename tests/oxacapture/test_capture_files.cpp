@@ -166,7 +166,9 @@ void TestCaptureFiles::sigrokOfManySamples()
     QVERIFY2(finished(reader), qPrintable(reader.errorString()));
     QByteArray expected(kManySamples, '\0');
     for (int sample = 0; sample < kManySamples; ++sample)
-        expected[sample] = sample == 0 ? 2 : sample % 3 ? 1 : 0; // the trigger is the second bit
+        expected[sample] = char(sample == 0 ? 2
+                : sample % 3                ? 1
+                                            : 0); // the trigger is the second bit
     QCOMPARE(reader.readAllStandardOutput(), expected);
 
     // A session that does not fit into an array has to be written in parts.

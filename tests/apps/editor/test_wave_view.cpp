@@ -160,20 +160,20 @@ void TestWaveView::finds()
 {
     const struct {
         int row;
-        Radix radix;
         const char* value;
+        Radix radix;
         qint64 from;
         const char* key;
         qint64 to; ///< -1: not found
     } rows[] = {
-        {0, Radix::Hexadecimal, "",     2,  "N", 4 }, // any change of a bus
-        {0, Radix::Hexadecimal, "",     5,  "N", 6 }, // across the windows' border
-        {0, Radix::Hexadecimal, "f",    0,  "N", 5 },
-        {0, Radix::Hexadecimal, "f",    5,  "N", 8 },
-        {0, Radix::Binary,      "1?1?", 11, "P", 8 },
-        {1, Radix::Hexadecimal, "0",    3,  "N", 4 }, // an unknown bit is no 0
-        {0, Radix::Hexadecimal, "f",    8,  "N", -1},
-        {1, Radix::Hexadecimal, "1",    1,  "P", -1},
+        {0, "",     Radix::Hexadecimal, 2,  "N", 4 }, // any change of a bus
+        {0, "",     Radix::Hexadecimal, 5,  "N", 6 }, // across the windows' border
+        {0, "f",    Radix::Hexadecimal, 0,  "N", 5 },
+        {0, "f",    Radix::Hexadecimal, 5,  "N", 8 },
+        {0, "1?1?", Radix::Binary,      11, "P", 8 },
+        {1, "0",    Radix::Hexadecimal, 3,  "N", 4 }, // an unknown bit is no 0
+        {0, "f",    Radix::Hexadecimal, 8,  "N", -1},
+        {1, "1",    Radix::Hexadecimal, 1,  "P", -1},
     };
     Shown shown;
     for (const auto& row : rows) {

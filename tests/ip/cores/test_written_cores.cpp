@@ -54,6 +54,7 @@ QString captured(AnalyzerClient& client, const CoreIdentity& core, const Trigger
     if (!decodeWindows(core, status, setup, shortOnes, memory, decoded, &error))
         return error;
     std::vector<CapturedWindow> windows;
+    windows.reserve(decoded.size());
     for (const DecodedWindow& window : decoded)
         windows.push_back({
             {0, window.samples.size(), window.triggerOffset},
