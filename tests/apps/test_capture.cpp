@@ -268,6 +268,8 @@ void TestCapture::positionsOnADeeperDevice()
     const QStringList call {"capture", path("position.oxa"), "--openocd", live.address(),
         "--timeout", patienceSeconds()};
     const QString window("core 4, window 0: trigger at sample %1, 50 samples from 0 on\n");
+    const QString probed = oxa({"probe", path("position.oxa"), "--openocd", live.address()}).out;
+    QVERIFY2(probed.contains("/position.oxa: fits\n"), qPrintable(probed));
     const Result powerUp = oxa(call + QStringList {"--power-up"});
     QVERIFY2(powerUp.out.startsWith(window.arg(21)), qPrintable(powerUp.out));
     QVERIFY(powerUp.err.contains("has 21 samples before the trigger on this device, not 20"));
@@ -335,6 +337,7 @@ void TestCapture::lite()
     QCOMPARE(model(path("lite.oxa"), {"-o", path("model.csv")}).status, 0);
     const QStringList call {"capture", path("lite.oxa"), "--openocd", live.address(), "-o",
         path("live.csv"), "--timeout", patienceSeconds()};
+    QCOMPARE(oxa({"probe", "--openocd", live.address()}).status, 0); // what it has captured stays
     const Result first = oxa(call + QStringList {"--power-up"});
     QCOMPARE(first.err, QString()); // it knows its names
     QCOMPARE(first.status, 0);

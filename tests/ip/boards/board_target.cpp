@@ -82,6 +82,14 @@ QString BoardTarget::bypass(int irLength)
                                                                         : m_openocd.said();
 }
 
+QString BoardTarget::probe()
+{
+    const QString error = run(OXA_PROGRAM, {"probe", "counter.oxa", "--openocd", m_address});
+    const bool ok = m_said.contains("counter.oxa: fits\n")
+        && m_said.contains("running, at least ") && !m_said.contains("of TCK");
+    return error.isEmpty() && !ok ? QString(m_said) : error;
+}
+
 QString BoardTarget::capture(int value)
 {
     const QString error = run(OXA_PROGRAM,

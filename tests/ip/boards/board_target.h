@@ -20,6 +20,8 @@ public:
     QString attach(int samples, const QStringList& options);
     /// Compiles `sources` with `module`, the design with its analyzer, and starts OpenOCD at it.
     QString start(const QString& module, const QStringList& sources);
+    /// Looks at the analyzer, whose clock runs, at a third of TCK.
+    QString probe();
     /// Captures when count is `value`, and compares every row with what the design does.
     QString capture(int value);
 

@@ -53,6 +53,7 @@ void TestBoardLinks::captures()
                  models + QString(row.models).split(' ', Qt::SkipEmptyParts)
                      + QStringList {"-c", "list"}),
         QString());
+    QCOMPARE(target.probe(), QString());
     const int captures = std::max(5, qEnvironmentVariableIntValue("OXA_BOARD_CAPTURES"));
     for (int i = 0; i < captures; ++i)
         QCOMPARE(target.capture(97 * i & 0xff), QString());
