@@ -44,7 +44,7 @@ QString BoardTarget::attach(int samples, const QStringList& options)
 
 QString BoardTarget::start(const QString& module, const QStringList& sources)
 {
-    const QString error = run("iverilog",
+    QString error = run("iverilog",
         QStringList {"-g2012", "-DDUT=" + module, "-s", "counter_bench", "-o", "target.vvp",
             here + "counter_bench.v"}
             + sources);
@@ -85,14 +85,14 @@ QString BoardTarget::bypass(int irLength)
 QString BoardTarget::probe()
 {
     const QString error = run(OXA_PROGRAM, {"probe", "counter.oxa", "--openocd", m_address});
-    const bool ok = m_said.contains("counter.oxa: fits\n")
-        && m_said.contains("running, at least ") && !m_said.contains("of TCK");
+    const bool ok = m_said.contains("counter.oxa: fits\n") && m_said.contains("running, at least ")
+        && !m_said.contains("of TCK");
     return error.isEmpty() && !ok ? QString(m_said) : error;
 }
 
 QString BoardTarget::capture(int value)
 {
-    const QString error = run(OXA_PROGRAM,
+    QString error = run(OXA_PROGRAM,
         {"capture", "counter.oxa", "--openocd", m_address, "--unit",
             "M0=" + binary(value, kCountBits), "--timeout", patienceSeconds(), "-o", "out.csv"});
     if (!error.isEmpty())
