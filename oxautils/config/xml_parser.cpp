@@ -70,14 +70,6 @@ private:
         return found;
     }
 
-    bool take(const char* text)
-    {
-        const QLatin1String expected(text);
-        const bool found = m_text.mid(m_at, expected.size()) == expected;
-        m_at += found ? expected.size() : 0;
-        return found;
-    }
-
     bool takeSpace()
     {
         const int start = m_at;
@@ -89,14 +81,11 @@ private:
     /// An error here; at the end of the text that is the error.
     bool fail(const char* message)
     {
-        const Place place = placeOf(m_at);
-        m_error = {atEnd() ? "unexpected end of file" : message, place.line, place.column};
-        return false;
+        return failAt(m_at, atEnd() ? "unexpected end of file" : message);
     }
 
     bool failAt(int at, const char* message)
     {
-        m_placed = {};
         const Place place = placeOf(at);
         m_error = {message, place.line, place.column};
         return false;
@@ -113,17 +102,24 @@ private:
         return !atEnd() || fail(message);
     }
 
-    bool takeQuoted(QStringView& value)
+    bool takeQuote(QChar& quote)
     {
         if (!is('"') && !is('\''))
             return fail(kUnexpected);
-        const QChar quote = current();
-        const int start = ++m_at;
+        quote = m_text.at(m_at++);
+        return true;
+    }
+
+    bool skipQuoted()
+    {
+        QChar quote;
+        if (!takeQuote(quote))
+            return false;
         while (!atEnd() && current() != quote)
             ++m_at;
         if (atEnd())
             return fail(kUnexpected);
-        value = m_text.mid(start, m_at++ - start);
+        ++m_at;
         return true;
     }
 
@@ -152,13 +148,14 @@ private:
         if (name != QLatin1String("version"))
             return failAt(m_at, "version expected while reading the XML declaration");
         bool spaced = takeSpace();
+        bool mayBeEncoding = true;
         const char* expected = "encoding declaration or standalone declaration expected while "
                                "reading the XML declaration";
         while (spaced && !is('?')) {
             if (!takeSetting(name, value))
                 return false;
-            if (name == QLatin1String("encoding") && m_expectsEncoding) {
-                m_expectsEncoding = false;
+            if (name == QLatin1String("encoding") && mayBeEncoding) {
+                mayBeEncoding = false;
                 expected = "standalone declaration expected while reading the XML declaration";
                 spaced = takeSpace();
                 continue;
@@ -268,10 +265,9 @@ private:
     bool parseExternalId()
     {
         const bool isPublic = is('P');
-        QStringView value;
-        if (!takeWord(isPublic ? "PUBLIC" : "SYSTEM") || !takeGap() || !takeQuoted(value))
+        if (!takeWord(isPublic ? "PUBLIC" : "SYSTEM") || !takeGap() || !skipQuoted())
             return false;
-        return !isPublic || (takeGap() && takeQuoted(value));
+        return !isPublic || (takeGap() && skipQuoted());
     }
 
     bool takeGap() { return takeSpace() || fail(kUnexpected); }
@@ -383,10 +379,10 @@ private:
         if (!take('='))
             return fail(kUnexpected);
         takeSpace();
-        if (!is('"') && !is('\''))
-            return fail(kUnexpected);
-        const QChar quote = current();
-        const int start = ++m_at;
+        QChar quote;
+        if (!takeQuote(quote))
+            return false;
+        const int start = m_at;
         QString decoded;
         int raw = start; // from here on, nothing is in `decoded`
         for (; !atEnd() && current() != quote; ++m_at) {
@@ -394,27 +390,26 @@ private:
                 return fail(kUnexpected);
             if (!is('&'))
                 continue;
-            decoded += m_text.mid(raw, m_at - raw).toString();
             bool known = false;
-            if (!parseReference(decoded, known))
+            if (!parseReference(decoded, raw, known))
                 return false;
-            raw = m_at--;
+            --m_at;
         }
         if (atEnd())
             return fail(kUnexpected);
-        attribute.value = part(start, raw, decoded);
+        attribute.value = part(start, raw, m_at, decoded);
         ++m_at;
         return true;
     }
 
-    /// What is from `start` up to here; of what is before `raw`, `decoded`.
-    XmlText part(int start, int raw, QString& decoded)
+    /// The text from `start` to `end`: `decoded`, and from `raw` on as it is.
+    XmlText part(int start, int raw, int end, QString& decoded)
     {
         if (raw == start)
-            return {start, m_at - start};
-        decoded += m_text.mid(raw, m_at - raw).toString();
+            return {start, end - start};
+        decoded += m_text.mid(raw, end - raw).toString();
         m_tree->decoded += decoded;
-        return {start, m_at - start, int(m_tree->decoded.size()) - 1};
+        return {start, end - start, int(m_tree->decoded.size()) - 1};
     }
 
     /// Up to the next "<". A reference to an unknown entity ends one text, and begins another.
@@ -427,20 +422,13 @@ private:
         for (; !atEnd() && !is('<'); ++m_at) {
             if (is('&')) {
                 const int reference = m_at;
-                const QString before = decoded + m_text.mid(raw, m_at - raw).toString();
                 bool known = false;
-                QString replaced = before;
-                if (!parseReference(replaced, known))
+                if (!parseReference(decoded, raw, known))
                     return false;
-                if (known) {
-                    decoded = replaced;
-                    raw = m_at;
-                } else {
-                    const int after = m_at;
-                    m_at = reference;
-                    addText(start, raw, decoded);
-                    m_at = start = raw = after;
+                if (!known) {
+                    addText(start, reference, reference, decoded);
                     decoded.clear();
+                    start = raw;
                 }
                 --m_at;
                 brackets = -1;
@@ -454,18 +442,15 @@ private:
         }
         if (atEnd())
             return fail(kUnexpected);
-        addText(start, raw, decoded);
+        addText(start, raw, m_at, decoded);
         return true;
     }
 
-    void addText(int start, int raw, QString& decoded)
+    void addText(int start, int raw, int end, QString& decoded)
     {
-        if (m_at == start)
-            return;
-        const QStringView here = m_text.mid(raw, m_at - raw);
-        if (here.trimmed().isEmpty() && decoded.trimmed().isEmpty())
-            return;
-        m_tree->texts.push_back(part(start, raw, decoded));
+        const QStringView here = m_text.mid(raw, end - raw);
+        if (!here.trimmed().isEmpty() || !decoded.trimmed().isEmpty())
+            m_tree->texts.push_back(part(start, raw, end, decoded));
     }
 
     bool parseEndTag()
@@ -491,10 +476,12 @@ private:
         m_open.pop_back();
     }
 
-    /// "&name;", "&#65;" or "&#x41;": adds the character to `text` unless the name is not `known`.
-    bool parseReference(QString& text, bool& known)
+    /// "&name;", "&#65;" or "&#x41;": adds the text from `raw` on to `text`, and the character
+    /// unless the name is not `known`. `raw` is behind the reference then.
+    bool parseReference(QString& text, int& raw, bool& known)
     {
         constexpr char kReference[] = "error occurred while parsing reference";
+        text += m_text.mid(raw, m_at - raw).toString();
         ++m_at; // the &
         if (take('#')) {
             const int base = take('x') ? 16 : 10;
@@ -520,7 +507,7 @@ private:
             if (known)
                 text += character;
         }
-        ++m_at;
+        raw = ++m_at;
         return true;
     }
 
@@ -562,7 +549,6 @@ private:
     const QStringView m_text;
     XmlError& m_error;
     int m_at = 0;
-    bool m_expectsEncoding = true;
     bool m_startTag = false; // the last markup was a start tag
     std::vector<int> m_open; // indices of the elements without an end tag yet
     Place m_placed;
