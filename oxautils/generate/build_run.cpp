@@ -120,9 +120,12 @@ BuildResult BuildRun::run()
         result.messages += shownText(error);
         return result;
     }
-    const QByteArray content = bytesOf(m_arg.configFile); // a user may edit it during synthesis
+    QByteArray content;
     Configuration configuration;
-    readConfiguration(m_arg.configFile, configuration, nullptr);
+    if (!remembered.original.isEmpty()) { // now, for a user may edit it during synthesis
+        content = bytesOf(m_arg.configFile);
+        readConfiguration(m_arg.configFile, configuration, nullptr);
+    }
     result = m_synthesize ? synthesize() : generate();
     if (result.end == BuildEnd::Done)
         remember(configuration, content);
@@ -167,7 +170,7 @@ bool BuildRun::writeTemplates() const
 void BuildRun::remember(const Configuration& configuration, const QByteArray& content) const
 {
     BuildSums sums;
-    if (remembered.original.isEmpty() || content.isEmpty() || configuration.isEmpty()
+    if (content.isEmpty() || configuration.isEmpty()
         || !generatedSums(m_arg.workDir, configuration, sums, nullptr))
         return;
     RememberedBuild build = remembered;
