@@ -251,7 +251,7 @@ int run(const Options& options, Io& io)
 
 void addRunOptions(Command& command, Options& options)
 {
-    command.numbers("--core", options.cores, "Arm only this core; may be repeated").typeName("N");
+    command.numbers("--core", options.cores, "Arm only this core; may be repeated");
     command.number("--timeout", options.timeout, "Stop waiting after this time")
         .between(kLeastTimeout, kMost)
         .typeName("S");

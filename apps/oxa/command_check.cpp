@@ -35,11 +35,6 @@ struct Options {
     bool json = false;
 };
 
-QString counted(int count, const QString& what)
-{
-    return QString("%1 %2%3").arg(QString::number(count), what, count == 1 ? "" : "s");
-}
-
 void print(TextOut& out, const QString& file, const QList<OXA::Problem>& problems)
 {
     for (const OXA::Problem& problem : problems)

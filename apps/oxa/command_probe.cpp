@@ -8,6 +8,7 @@
 
 #include "oxacapture/target/probe.h"
 #include "oxautils/config/parse_once.h"
+#include "oxautils/encoding/crc32.h"
 
 #include <QJsonArray>
 
@@ -44,12 +45,6 @@ struct Options {
     bool json = false;
 };
 
-/// A FILE, and what may be built from it.
-struct Candidate {
-    OXA::Configuration configuration;
-    std::vector<BuiltConfiguration> builds;
-};
-
 const char* stateWord(const CoreStatus& status)
 {
     if (status.atRest())
@@ -59,13 +54,11 @@ const char* stateWord(const CoreStatus& status)
 
 constexpr const char* kClockWords[] = {"unknown", "standing", "running"}; // as ProbedClock::State
 
-QString hex(quint32 number) { return QString("%1").arg(number, 8, 16, QChar('0')); }
-
 QStringList hexOf(const QList<quint32>& numbers)
 {
     QStringList texts;
     for (const quint32 number : numbers)
-        texts += hex(number);
+        texts += OXA::hexText(number);
     return texts;
 }
 
@@ -95,11 +88,6 @@ constexpr int kColumn = 13; // of what is said about a unit
 
 const char* expressionWord(const CoreIdentity& core) { return kExpressionWords[core.dynamic]; }
 
-QString counted(qint64 count, const QString& what)
-{
-    return QString("%1 %2%3").arg(QString::number(count), what, count == 1 ? "" : "s");
-}
-
 void printUnits(const CoreIdentity& core, TextOut& out)
 {
     out << "\n    trigger      " << counted(core.expressions, "expression") << ", "
@@ -125,7 +113,7 @@ void print(const ProbedCore& core, TextOut& out)
         out << ", armed from power-up on";
     if (!identity.lite)
         printUnits(identity, out);
-    out << "\n    fingerprint  " << hex(core.fingerprint) << "\n    names        "
+    out << "\n    fingerprint  " << OXA::hexText(core.fingerprint) << "\n    names        "
         << (core.names.isEmpty() ? QString("unknown") : hexOf(core.names).join(' '))
         << "\n    state        " << stateWord(core.status) << "\n    clock        "
         << clockText(core.clock) << '\n';
@@ -190,7 +178,7 @@ QJsonObject coreJson(const ProbedCore& core)
         {"expressionType", expressionWord(identity)                     },
         {"ports",          ports                                        },
         {"units",          units                                        },
-        {"fingerprint",    hex(core.fingerprint)                        },
+        {"fingerprint",    OXA::hexText(core.fingerprint)               },
         {"names",          QJsonArray::fromStringList(hexOf(core.names))},
         {"state",          stateWord(core.status)                       },
         {"clock",          clockJson(core.clock)                        },

@@ -226,8 +226,7 @@ void addTarget(CLI::App& app, Io& io, int& status)
     command
         .number("--port", options->port,
             "TCP port at 127.0.0.1 for OpenOCD; 0: any free port (default: 9823)")
-        .between(0, kMostPort)
-        .typeName("N");
+        .between(0, kMostPort);
     command
         .text("--link", options->link,
             "jtag, for OpenOCD; or uart, a serial port for `oxa capture --serial`")

@@ -29,8 +29,7 @@ void addLinkOptions(Command& command, ChipAddress& chip)
         .number("--scan-bits", chip.scanBits,
             "Most bits in one scan, for adapters that cut off long ones; without the option, 255"
             " when answers are damaged")
-        .between(kLeastScanBits, kMostScanBits)
-        .typeName("N");
+        .between(kLeastScanBits, kMostScanBits);
     const Option serial = command
                               .text("--serial", chip.serial,
                                   "The serial port of an analyzer that was generated with --link "
@@ -44,6 +43,5 @@ void addLinkOptions(Command& command, ChipAddress& chip)
             "Bits a second at which the analyzer's port starts, as it was generated (default:"
             " 115200); the rate is then raised as far as both ends can follow")
         .between(OXA::kLeastBaud, OXA::kMostBaud)
-        .needs(serial)
-        .typeName("N");
+        .needs(serial);
 }

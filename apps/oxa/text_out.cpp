@@ -51,3 +51,8 @@ void TextOut::listed(const QString& line) { m_stream << line << '\n'; }
 void TextOut::flush() { m_stream.flush(); }
 
 bool TextOut::failed() const { return m_stream.status() != QTextStream::Ok; }
+
+QString counted(qint64 count, const QString& what)
+{
+    return QString("%1 %2%3").arg(QString::number(count), what, count == 1 ? "" : "s");
+}

@@ -43,4 +43,7 @@ private:
     QTextStream m_stream;
 };
 
+/// "1 error", "2 errors".
+QString counted(qint64 count, const QString& what);
+
 #endif

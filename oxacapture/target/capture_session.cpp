@@ -1,5 +1,6 @@
 #include "oxacapture/target/capture_session.h"
 
+#include "oxautils/encoding/crc32.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/name_sums.h"
 
@@ -126,7 +127,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
     }
     QStringList found;
     for (const quint32 fingerprint : m_sums.fingerprints)
-        found += QString("%1").arg(fingerprint, 8, 16, QChar('0'));
+        found += OXA::hexText(fingerprint);
     return fail(QString("the target was built from another configuration: its cores are of the same"
                         " shape, but values, expressions or memories differ (fingerprint %1)")
                     .arg(found.join(' ')));

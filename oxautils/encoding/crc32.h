@@ -1,7 +1,7 @@
 #ifndef OXAUTILS_ENCODING_CRC32_H
 #define OXAUTILS_ENCODING_CRC32_H
 
-#include <QtGlobal>
+#include <QString>
 
 namespace OXA {
 
@@ -24,6 +24,9 @@ private:
 
     quint32 m_sum = ~quint32(0);
 };
+
+/// A checksum as it is shown: eight hexadecimal digits.
+inline QString hexText(quint32 sum) { return QString("%1").arg(sum, 8, 16, QChar('0')); }
 
 }
 

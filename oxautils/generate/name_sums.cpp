@@ -54,7 +54,7 @@ bool writeNameSums(const QString& workDir, const QList<NameSums>& cores)
         for (int position = 0; position < cores.size(); ++position) {
             QString digits; // the first checksum in the lowest bits
             for (const quint32 sum : cores.at(position))
-                digits.prepend(QString("%1").arg(sum, 8, 16, QChar('0')));
+                digits.prepend(hexText(sum));
             out << "`define OXA_NAMES_" << position << ' ' << 4 * digits.size() << "'h" << digits
                 << '\n';
         }

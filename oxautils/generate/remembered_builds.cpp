@@ -20,20 +20,18 @@ constexpr int kMostBuilds = 100;
 constexpr char kAbout[] = "/build.json";
 constexpr char kTimeFormat[] = "yyyy-MM-dd 'at' HH:mm";
 
-QString hexOf(quint32 sum) { return QString("%1").arg(sum, 8, 16, QChar('0')); }
-
 /// The fingerprints as a chip's messages show them, then a checksum of the names' sums.
 QString nameOf(const BuildSums& sums)
 {
     QStringList fingerprints;
     for (const quint32 fingerprint : sums.fingerprints)
-        fingerprints += hexOf(fingerprint);
+        fingerprints += hexText(fingerprint);
     Crc32 names;
     for (const NameSums& core : sums.names) {
         for (const quint32 sum : core)
             names.add(sum, 32);
     }
-    return fingerprints.join('-') + '_' + hexOf(names.sum());
+    return fingerprints.join('-') + '_' + hexText(names.sum());
 }
 
 /// The path of the copy. Only the end "oxa" of a configuration's name has a meaning.
