@@ -71,8 +71,12 @@ QList<RememberedBuild> buildsNamed(const QString& pattern)
     const QFileInfoList directories
         = QDir(all).entryInfoList({pattern}, QDir::Dirs | QDir::NoSymLinks);
     for (const QFileInfo& directory : directories) {
-        if (own.match(directory.fileName()).hasMatch())
-            builds += buildIn(directory);
+        if (!own.match(directory.fileName()).hasMatch())
+            continue;
+        const RememberedBuild build = buildIn(directory);
+        const bool isWhole = !build.original.isEmpty();
+        if (isWhole || QFileInfo::exists(directory.filePath())) // or another program has removed it
+            builds += build;
     }
     std::stable_sort(builds.begin(), builds.end(),
         [](const RememberedBuild& a, const RememberedBuild& b) { return a.time > b.time; });
@@ -90,8 +94,13 @@ QList<RememberedBuild> whole(QList<RememberedBuild> builds)
 void forgetOldest()
 {
     const QList<RememberedBuild> builds = buildsNamed("*");
-    for (const RememberedBuild& build : builds.mid(kMostBuilds))
-        QFileInfo(build.configuration).dir().removeRecursively();
+    for (const RememberedBuild& build : builds.mid(kMostBuilds)) {
+        // Renamed first: for another program, a build that is half removed would be a new one.
+        const QString directory = QFileInfo(build.configuration).path();
+        const QString removed = directory + ".removed";
+        QDir().rename(directory, removed);
+        QDir(removed).removeRecursively();
+    }
 }
 
 }
