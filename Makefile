@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Shortcuts: `make demo` and `make test` on a bare Debian 12. The rest is in CMake.
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)

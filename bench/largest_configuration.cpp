@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Writes the configuration with the largest tables that the format allows: 16 cores, each with 16
 // dynamic expressions over 16 units.
 #include "oxautils/config/standard_config.h"

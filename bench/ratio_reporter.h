@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef BENCH_RATIO_REPORTER_H
 #define BENCH_RATIO_REPORTER_H
 

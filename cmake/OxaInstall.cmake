@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # cmake --install PREFIX, with the package for find_package(OxaUtils).
 include(CMakePackageConfigHelpers)
 

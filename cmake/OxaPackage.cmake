@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # cpack: one Debian package with the library, its headers, the programs and the cores. Preset
 # `package` configures its build: for /usr, without run paths.
 set(CPACK_GENERATOR DEB)

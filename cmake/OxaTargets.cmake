@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Common settings of all targets, and functions that declare libraries and tests.
 
 add_library(oxa_options INTERFACE)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef ENGINE_ENGINE_OUTPUT_H
 #define ENGINE_ENGINE_OUTPUT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef FILES_EMPTY_DIRECTORY_H
 #define FILES_EMPTY_DIRECTORY_H
 

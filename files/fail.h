@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef FILES_FAIL_H
 #define FILES_FAIL_H
 

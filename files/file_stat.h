@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef FILES_FILE_STAT_H
 #define FILES_FILE_STAT_H
 

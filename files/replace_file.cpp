@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "files/replace_file.h"
 
 #include "files/fail.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # Makes the installed cores from their sources.
 #
 #   cmake -DSOURCE_DIR=ip -DOUTPUT_DIR=.../ip -P expand.cmake
@@ -45,26 +46,35 @@ function(expand_repeats text result)
     set(${result} "${done}${text}" PARENT_SCOPE)
 endfunction()
 
+# read_source(FILE RESULT): without its licence line, which each installed file has once.
+set(licence "// SPDX-License-Identifier: Apache-2.0\n")
+function(read_source source result)
+    file(READ ${SOURCE_DIR}/${source} text)
+    string(REPLACE "${licence}" "" text "${text}")
+    set(${result} "${text}" PARENT_SCOPE)
+endfunction()
+
 function(expand_inserts text result)
     while("${text}" MATCHES "//@insert ([a-z_/.]+)\n")
-        file(READ ${SOURCE_DIR}/${CMAKE_MATCH_1} inserted)
-        string(REPLACE "${CMAKE_MATCH_0}" "${inserted}" text "${text}")
+        set(line "${CMAKE_MATCH_0}")
+        read_source(${CMAKE_MATCH_1} inserted)
+        string(REPLACE "${line}" "${inserted}" text "${text}")
     endwhile()
     set(${result} "${text}" PARENT_SCOPE)
 endfunction()
 
 # expand_include(OUTPUT SOURCE): a file that others include.
 function(expand_include output source)
-    file(READ ${SOURCE_DIR}/${source} text)
+    read_source(${source} text)
     expand_repeats("${text}" text)
-    file(WRITE ${OUTPUT_DIR}/${output} "${text}")
+    file(WRITE ${OUTPUT_DIR}/${output} "${licence}${text}")
 endfunction()
 
 # expand(OUTPUT SOURCE...): one installed file, its modules in the order of the sources.
 function(expand output)
-    set(content "// Made from ip/ of OxaUtils at build time.\n`default_nettype none\n")
+    set(content "${licence}// Made from ip/ of OxaUtils at build time.\n`default_nettype none\n")
     foreach(source IN LISTS ARGN)
-        file(READ ${SOURCE_DIR}/${source} text)
+        read_source(${source} text)
         expand_inserts("${text}" text)
         expand_repeats("${text}" text)
         string(CONFIGURE "${text}" text @ONLY)

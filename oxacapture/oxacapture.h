@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_OXACAPTURE_H
 #define OXACAPTURE_OXACAPTURE_H
 

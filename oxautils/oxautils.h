@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_OXAUTILS_H
 #define OXAUTILS_OXAUTILS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "build_job.h"
 
 #include "oxautils/model/shown_text.h"

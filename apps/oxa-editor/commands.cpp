@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "commands.h"
 
 CoresCommand::CoresCommand(Cores& cores, const Cores& other, Notify notify)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "core_page.h"
 
 CorePage::CorePage(Document& document, Page page, QWidget* parent)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "cost_panel.h"
 
 #include "least_lines.h"

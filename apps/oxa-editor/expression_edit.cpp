@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "expression_edit.h"
 
 #include "oxautils/encoding/expression_tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "expression_marks.h"
 
 #include "signal_names.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "expressions_page.h"
 
 #include "expression_edit.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The functions of the window for the user's design.
 
 #include "main_window.h"

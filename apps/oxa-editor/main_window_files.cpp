@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The functions of the window for files, and its menus.
 
 #include "main_window.h"

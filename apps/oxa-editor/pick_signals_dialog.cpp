@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "pick_signals_dialog.h"
 
 #include "signal_names.h"

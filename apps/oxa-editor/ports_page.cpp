@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "ports_page.h"
 
 #include "pick_signals_dialog.h"

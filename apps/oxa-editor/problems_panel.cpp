@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "problems_panel.h"
 
 #include "design/design_tree.h"

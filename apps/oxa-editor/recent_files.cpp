@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "recent_files.h"
 
 #include <QDir>

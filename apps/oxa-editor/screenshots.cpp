@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Makes the pictures in docs/images; run by tools/screenshots.
 //
 //   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD DIRECTORY [dark]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "signal_editor.h"
 
 #include "add_signals_dialog.h"

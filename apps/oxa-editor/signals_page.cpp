@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "signals_page.h"
 
 #include "signal_editor.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "truth_table.h"
 
 #include "oxacapture/trigger/trigger_table.h"

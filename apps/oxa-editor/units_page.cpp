@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "units_page.h"
 
 #include "cell_delegate.h"

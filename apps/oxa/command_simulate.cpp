@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "build_report.h"
 #include "capture_report.h"
 #include "interrupt.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "configuration_change.h"
 
 #include "problems.h"

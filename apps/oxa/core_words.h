@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef APPS_OXA_CORE_WORDS_H
 #define APPS_OXA_CORE_WORDS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "link_options.h"
 
 using namespace OXA_CAPTURE;

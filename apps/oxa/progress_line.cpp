@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "progress_line.h"
 
 #include "oxautils/model/shown_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "simulation_inputs.h"
 
 #include "progress_line.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The time to read a core, from a simulated target through the real OpenOCD: milliseconds (the
 // minimum and the median of several), commands to OpenOCD, and TCK cycles for each captured bit,
 // counted at the target's pads. A Standard core's word has a mark beside its sample; there are

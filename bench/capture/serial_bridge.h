@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef BENCH_CAPTURE_SERIAL_BRIDGE_H
 #define BENCH_CAPTURE_SERIAL_BRIDGE_H
 

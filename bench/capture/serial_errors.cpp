@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Captures through a UART link whose line loses, doubles or flips one of a hundred characters: how
 // many are right, refused and wrong. Then the characters that reading 32 x 1024 samples takes.
 //

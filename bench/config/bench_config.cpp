@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Reading and writing a configuration of 200,000 signals, compared with only parsing the same
 // bytes.
 #include "ratio_reporter.h"

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: Apache-2.0
 # The analyzer on an iCE40 HX8K: look-up tables, flip-flops, block RAMs, clock rates.
 #
 #   bench/cores/measure.sh BUILD

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # Prints a design of 100,000 nets: 200 instances of 50 modules, with 499 nets each.
 awk 'BEGIN {
     for (m = 0; m < 50; ++m) {

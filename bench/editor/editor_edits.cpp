@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How long an edit of each kind blocks the window, on 16 cores of 1000 signals: the edit and the
 // drawing after it. The program fails when an edit takes longer than the limit.
 #include "oxa-editor/core_list.h"

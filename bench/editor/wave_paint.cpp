@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // How long the waveform view takes for a frame of 1920 x 1080 and for one with all rows, on 128
 // signals over 65,536 samples, at zooms from all samples to single ones. The program fails when a
 // median is over a sixtieth of a second at the first size, at 100 and 200 %.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Rows per second of logicTruthTable and of calcuate, which defines a row, for tables of 16 units;
 // their ratio in the same run; registers per second of generateRegister.
 #include "ratio_reporter.h"

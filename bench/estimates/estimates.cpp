@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Measures the resources of analyzers, and compares them with the library's estimate.
 //
 //   bench_estimates measure SEED FROM TO

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # Compares the estimates of 40 random configurations with synthesis. They were not used for fitting.
 #
 #   bench/estimates/measure.sh BUILD

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # Fits the estimate of look-up tables and registers to the current cores and synthesis: measures 80
 # random configurations, about 15 minutes on two processors, and writes
 # oxautils/resource/logic_costs.h.

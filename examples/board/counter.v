@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A first design for a board: two counters, each value of which follows from the one before.
 module counter (
     input  wire clk,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Generates and synthesizes an analyzer: host CONFIGURATION WORK_DIRECTORY IP_DIRECTORY
 #include <oxautils/oxautils.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Replaces the installed catalogue: a host reads its own database here.
 #include <dev/device_db.h>
 

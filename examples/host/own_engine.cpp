@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Replaces the installed engine: a host starts its own synthesis here. This one only prints the
 // request.
 #include <norvosyn/qx_synthesis_sync_proxy.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A processor of 16 bits: 16 registers, 256 words of memory, no pipeline.
 //
 // An instruction is four hexadecimal digits: the operation, and registers a, b and d or a byte nn.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Bytes from one clock domain to another, in order, at most 2^ADDRESS_BITS.
 //
 //   A byte is written in a cycle of wr_clk in which wr_valid and wr_ready are 1.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // 256 words of 16 bits for program and data: one block RAM of an iCE40.
 //
 // A word is read in one cycle and valid in the next; a cycle that writes does not read.

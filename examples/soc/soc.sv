@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A processor that sends text: a small system with two clocks.
 //
 //   clk:       cpu, memory and the write side of the FIFO

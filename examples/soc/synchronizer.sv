@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Transfers a value to another clock domain, with two registers for each bit.
 //
 // The bits of a value may arrive in different cycles, so at most one of several bits may change at

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs the system and prints what it sends.
 //
 //   iverilog -g2012 -o soc.vvp examples/soc/tb.v examples/soc/*.sv && vvp -n soc.vvp

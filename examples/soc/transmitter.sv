@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A UART transmitter, 8 data bits, no parity, one stop bit: sends the bytes of a FIFO.
 //
 //   data is the oldest byte, one cycle after empty fell; it is read in the cycle in which take is 1.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Sends a line of text and records the signals: the stimulus of the examples.
 //
 //   iverilog -o uart_bench uart_bench.v uart_tx.v && vvp -n uart_bench    writes uart.vcd

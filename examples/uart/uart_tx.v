@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A UART transmitter, 8 data bits, no parity, one stop bit: the design that the examples watch.
 //
 //   start_i is taken in a cycle in which busy_o is 0; data_i goes out least significant bit first.

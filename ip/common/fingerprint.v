@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
     // Extends `crc`, a CRC-32 as in zip files, by one word, lowest byte first
     function [31:0] fingerprint_step;
         input [31:0] crc;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // The input pad's buffer: synthesis puts the device's own at a pin.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // Simulation model of the JTAG primitive: an IEEE 1149.1 test access port with two user data

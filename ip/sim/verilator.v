@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Waivers for Verilator's warnings in generated files; empty for other tools. Has to be before
 // those files in a list.
 `ifdef VERILATOR

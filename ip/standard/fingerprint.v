@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
     // A checksum of what the core was built from (docs/jtag-protocol.md)
     /* verilator lint_off WIDTH */
     localparam REGISTER_WORDS = (DATA_OUT_SHIFT_WIDTH + 31) / 32;

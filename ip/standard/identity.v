@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
     // The core's identity (docs/jtag-protocol.md)
     /* verilator lint_off WIDTH */
     function [16*32-1:0] port_list;  // of the ports with a bit in `present`

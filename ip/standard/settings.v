@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
     // Widths, and positions in the settings register (docs/jtag-protocol.md). Generated values have
     // their own widths.
     /* verilator lint_off WIDTH */

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_FILES_CAPTURE_RESULT_H
 #define OXACAPTURE_FILES_CAPTURE_RESULT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/files/unique_names.h"
 
 namespace OXA_CAPTURE {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/simulator/bench_simulation.h"
 
 #include "files/fail.h"

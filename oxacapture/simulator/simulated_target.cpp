@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/simulator/simulated_target.h"
 
 #include "files/replace_file.h"

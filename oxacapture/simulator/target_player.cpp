@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/simulator/target_player.h"
 
 #include "oxacapture/simulator/simulation.h"

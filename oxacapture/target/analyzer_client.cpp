@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/analyzer_client.h"
 
 #include "oxacapture/target/settings_register.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/bit_string.h"
 
 namespace OXA_CAPTURE {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/capture_run.h"
 
 #include "oxacapture/target/hardware_changes.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_TARGET_CAPTURE_RUN_H
 #define OXACAPTURE_TARGET_CAPTURE_RUN_H
 

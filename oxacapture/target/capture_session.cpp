@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/capture_session.h"
 
 #include "oxautils/encoding/crc32.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/core_identity.h"
 
 #include "files/fail.h"

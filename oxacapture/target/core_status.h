@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_TARGET_CORE_STATUS_H
 #define OXACAPTURE_TARGET_CORE_STATUS_H
 

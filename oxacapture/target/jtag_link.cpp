@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/jtag_link.h"
 
 namespace OXA_CAPTURE {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/serial_link.h"
 
 #include "oxautils/generate/uart_defines.h"

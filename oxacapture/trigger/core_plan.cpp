@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/trigger/core_plan.h"
 
 namespace OXA_CAPTURE {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/trigger/trigger_setup.h"
 
 #include "oxautils/encoding/data_depth.h"

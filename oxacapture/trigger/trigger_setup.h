@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_TRIGGER_TRIGGER_SETUP_H
 #define OXACAPTURE_TRIGGER_TRIGGER_SETUP_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_WAVEFORM_SAMPLE_TABLE_H
 #define OXACAPTURE_WAVEFORM_SAMPLE_TABLE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/signal_finder.h"
 
 #include "oxautils/model/edit_distance.h"

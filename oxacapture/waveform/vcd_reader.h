@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXACAPTURE_WAVEFORM_VCD_READER_H
 #define OXACAPTURE_WAVEFORM_VCD_READER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/vcd_tokens.h"
 
 #include <QIODevice>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/waveform_sampler.h"
 
 #include "oxacapture/waveform/signal_finder.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/check/config_file.h"
 
 #include "oxautils/config/config_writer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_CHECK_CONFIG_FILE_H
 #define OXAUTILS_CHECK_CONFIG_FILE_H
 

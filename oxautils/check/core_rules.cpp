@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/check/core_rules.h"
 
 #include <QHash>

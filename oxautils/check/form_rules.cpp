@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/check/file_rules.h"
 
 #include "oxautils/config/xml_names.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/check/standard_rules.h"
 
 #include "oxautils/encoding/data_depth.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_CHECK_STANDARD_RULES_H
 #define OXAUTILS_CHECK_STANDARD_RULES_H
 

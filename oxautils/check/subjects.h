@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_CHECK_SUBJECTS_H
 #define OXAUTILS_CHECK_SUBJECTS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/check/verilog_names.h"
 
 #include "oxautils/model/shown_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/config/config_reader.h"
 
 #include "oxautils/config/signal_xml.h"

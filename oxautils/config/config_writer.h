@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_CONFIG_CONFIG_WRITER_H
 #define OXAUTILS_CONFIG_CONFIG_WRITER_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/config/lite_config.h"
 
 #include "oxautils/config/checksum.h"

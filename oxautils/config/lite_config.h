@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_CONFIG_LITE_CONFIG_H
 #define OXAUTILS_CONFIG_LITE_CONFIG_H
 

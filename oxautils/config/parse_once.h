@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_CONFIG_PARSE_ONCE_H
 #define OXAUTILS_CONFIG_PARSE_ONCE_H
 

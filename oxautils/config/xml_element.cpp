@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/config/xml_element.h"
 
 namespace OXA {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_DESIGN_ATTACH_H
 #define OXAUTILS_DESIGN_ATTACH_H
 

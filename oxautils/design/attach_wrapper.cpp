@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/design/attach_wrapper.h"
 
 #include "oxautils/design/source_scan.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_DESIGN_DESIGN_SCRIPT_H
 #define OXAUTILS_DESIGN_DESIGN_SCRIPT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/design/design_sources.h"
 
 #include "files/fail.h"

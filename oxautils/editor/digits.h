@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_EDITOR_DIGITS_H
 #define OXAUTILS_EDITOR_DIGITS_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/editor/match_unit_dialog.h"
 
 #include "oxautils/editor/oxautils_common.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The part of the dialog for values: one editor for each signal and for each bit of a bus.
 
 #include "oxautils/editor/match_unit_dialog.h"

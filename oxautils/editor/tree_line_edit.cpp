@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/editor/tree_line_edit.h"
 
 namespace OXA {

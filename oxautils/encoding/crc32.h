@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_ENCODING_CRC32_H
 #define OXAUTILS_ENCODING_CRC32_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/encoding/match_registers.h"
 
 #include "oxautils/encoding/data_depth.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/encoding/truth_table.h"
 
 #include "oxautils/encoding/expression_tokens.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/encoding/unit_text.h"
 
 #include "files/fail.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/encoding/value_text.h"
 
 #include "oxautils/model/edit_distance.h"

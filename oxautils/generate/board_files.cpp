@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/board_files.h"
 
 #include "files/fail.h"

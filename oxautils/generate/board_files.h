@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_GENERATE_BOARD_FILES_H
 #define OXAUTILS_GENERATE_BOARD_FILES_H
 

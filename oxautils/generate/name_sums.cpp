@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/name_sums.h"
 
 #include "oxautils/encoding/crc32.h"

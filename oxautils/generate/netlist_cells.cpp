@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/netlist_cells.h"
 
 #include <QFile>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/oxa_prepare.h"
 
 #include "files/empty_directory.h"

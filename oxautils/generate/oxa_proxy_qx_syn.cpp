@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/oxa_proxy_qx_syn.h"
 
 #include "oxautils/config/standard_config.h"

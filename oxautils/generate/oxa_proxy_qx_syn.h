@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_GENERATE_OXA_PROXY_QX_SYN_H
 #define OXAUTILS_GENERATE_OXA_PROXY_QX_SYN_H
 

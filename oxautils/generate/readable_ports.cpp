@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/readable_ports.h"
 
 #include "oxautils/check/verilog_names.h"

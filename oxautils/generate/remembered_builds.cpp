@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/remembered_builds.h"
 
 #include "files/replace_file.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/run.h"
 
 #include "files/empty_directory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/source_list.h"
 
 #include "oxautils/generate/device_rules.h"

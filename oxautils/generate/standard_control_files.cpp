@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/device_rules.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/standard_files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/encoding/data_depth.h"
 #include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/encoding/match_registers.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/top_wrapper.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/device_rules.h"
 #include "oxautils/generate/oxa_proxy_qx_syn_p.h"
 #include "oxautils/generate/source_list.h"

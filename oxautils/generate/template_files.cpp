@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/template_files.h"
 
 #include "oxautils/generate/file_names.h"

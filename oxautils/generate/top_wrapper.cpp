@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/top_wrapper.h"
 
 #include "oxautils/generate/standard_files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/generate/uart_defines.h"
 
 #include "files/fail.h"

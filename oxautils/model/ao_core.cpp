@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/model/ao_core.h"
 
 #include "oxautils/model/limits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/model/match_unit.h"
 
 #include "oxautils/model/trigger_port.h"

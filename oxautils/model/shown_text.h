@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_MODEL_SHOWN_TEXT_H
 #define OXAUTILS_MODEL_SHOWN_TEXT_H
 

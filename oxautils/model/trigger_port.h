@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_MODEL_TRIGGER_PORT_H
 #define OXAUTILS_MODEL_TRIGGER_PORT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/resource/analyzer_estimate.h"
 
 #include "oxautils/config/configuration.h"

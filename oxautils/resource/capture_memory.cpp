@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/resource/capture_memory.h"
 
 #include "oxautils/model/limits.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_RESOURCE_CAPTURE_MEMORY_H
 #define OXAUTILS_RESOURCE_CAPTURE_MEMORY_H
 

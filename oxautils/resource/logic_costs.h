@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Made by bench/estimates/refit.sh, from 80 syntheses of random configurations.
 #ifndef OXAUTILS_RESOURCE_LOGIC_COSTS_H
 #define OXAUTILS_RESOURCE_LOGIC_COSTS_H

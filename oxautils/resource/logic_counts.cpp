@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/resource/logic_counts.h"
 
 #include "oxautils/encoding/expression_tokens.h"

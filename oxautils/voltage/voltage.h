@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef OXAUTILS_VOLTAGE_VOLTAGE_H
 #define OXAUTILS_VOLTAGE_VOLTAGE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef DEV_CATALOGUE_H
 #define DEV_CATALOGUE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef DEV_CSV_READER_H
 #define DEV_CSV_READER_H
 

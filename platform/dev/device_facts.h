@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef DEV_DEVICE_FACTS_H
 #define DEV_DEVICE_FACTS_H
 

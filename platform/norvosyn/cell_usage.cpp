@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "cell_usage.h"
 
 #include "target_device.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_CELL_USAGE_H
 #define NORVOSYN_CELL_USAGE_H
 

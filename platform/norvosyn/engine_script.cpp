@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "engine_script.h"
 
 #include "synthesis_request.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_MAP_READER_H
 #define NORVOSYN_MAP_READER_H
 

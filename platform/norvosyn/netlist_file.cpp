@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "netlist_file.h"
 
 #include "files/fail.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_NETLIST_FILE_H
 #define NORVOSYN_NETLIST_FILE_H
 

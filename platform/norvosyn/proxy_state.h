@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_PROXY_STATE_H
 #define NORVOSYN_PROXY_STATE_H
 

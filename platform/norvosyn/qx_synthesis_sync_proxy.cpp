@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "qx_synthesis_sync_proxy.h"
 
 #include "proxy_state.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_QX_SYNTHESIS_SYNC_PROXY_H
 #define NORVOSYN_QX_SYNTHESIS_SYNC_PROXY_H
 

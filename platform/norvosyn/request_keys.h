@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_REQUEST_KEYS_H
 #define NORVOSYN_REQUEST_KEYS_H
 

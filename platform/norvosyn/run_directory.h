@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_RUN_DIRECTORY_H
 #define NORVOSYN_RUN_DIRECTORY_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_SYNTHESIS_REQUEST_H
 #define NORVOSYN_SYNTHESIS_REQUEST_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "target_device.h"
 
 #include "dev/device_db.h"

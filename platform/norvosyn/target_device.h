@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef NORVOSYN_TARGET_DEVICE_H
 #define NORVOSYN_TARGET_DEVICE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_APPS_CAPTURE_FIXTURE_H
 #define TESTS_APPS_CAPTURE_FIXTURE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "capture_fixture.h"
 
 #include "oxautils/config/lite_config.h"

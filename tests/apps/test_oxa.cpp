@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxa_calls.h"
 
 #include "support/rows.h"

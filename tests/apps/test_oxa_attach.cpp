@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
 #include "support/live_target.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/crc16.h"
 #include "oxautils/config/lite_config.h"

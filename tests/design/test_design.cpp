@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/waveform_design.h"
 #include "oxautils/design/design_index.h"
 #include "oxautils/design/read_design.h"
@@ -137,7 +138,7 @@ void TestDesign::everyKindOfSignal()
     QVERIFY(all.indexOf("top/m/lane[2]/u/clk wire") < all.indexOf("top/m/lane[10]/u/clk wire"));
     QCOMPARE(m_design.clocks, QStringList({"top/clk", "top/clk2"}));
     QCOMPARE(m_design.warnings.size(), 3);
-    QVERIFY(m_design.warnings.at(0).contains("traps.sv:47: `bind` is ignored"));
+    QVERIFY(m_design.warnings.at(0).contains("traps.sv:48: `bind` is ignored"));
     QVERIFY(m_design.warnings.at(1).contains("module \"foreign\" is not in the sources"));
     QVERIFY(m_design.warnings.at(2).contains("module \"hollow\" is not in the sources"));
 }

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/design/add_core.h"
 #include "oxautils/design/choose_signals.h"
 #include "oxautils/design/design_rules.h"

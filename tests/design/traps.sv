@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What makes the names of a design hard: each line of it is a trap.
 package states;
     typedef enum logic [1:0] {IDLE, RUN = 2'd2, STOP} state_t;

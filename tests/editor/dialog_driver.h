@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_EDITOR_DIALOG_DRIVER_H
 #define TESTS_EDITOR_DIALOG_DRIVER_H
 

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # examples/soc prints what its README shows, and without its fault the whole table. Verilator is
 # silent about it, and Yosys infers block RAM.
 #

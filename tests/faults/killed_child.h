@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_FAULTS_KILLED_CHILD_H
 #define TESTS_FAULTS_KILLED_CHILD_H
 

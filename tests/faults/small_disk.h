@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_FAULTS_SMALL_DISK_H
 #define TESTS_FAULTS_SMALL_DISK_H
 

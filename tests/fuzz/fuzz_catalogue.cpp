@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any file as a device catalogue: refused with a reason and no change, or loaded whole.
 #include "fuzz_support.h"
 

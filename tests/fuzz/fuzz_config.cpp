@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any file as a configuration. What a reader accepts must come back from the file that the writer
 // makes of it, and has registers; what has no error for the checks is accepted by everything else.
 #include "fuzz_support.h"

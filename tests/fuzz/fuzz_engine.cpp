@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Whatever a synthesis engine prints. A line that begins with '%' and a letter comes many times.
 #include "fuzz_support.h"
 

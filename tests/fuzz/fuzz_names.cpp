@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A signal's name, as generated files hold it: one that is accepted stays one word there, and
 // becomes no other.
 #include "fuzz_support.h"

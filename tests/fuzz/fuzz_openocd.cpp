@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What OpenOCD's Tcl server answers: the input, a piece a command, up to 0x1a each. Scans are as
 // wide as asked for, or refused with a reason.
 #include "fuzz_support.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Cores that follow the protocol, with any contents in all registers: found, read out and decoded,
 // or refused with a reason.
 #include "fuzz_support.h"

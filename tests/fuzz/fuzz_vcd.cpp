@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Any file as a waveform: read to its end, or refused with the line. The name under which a
 // variable is shown finds it, or others that it may mean, too.
 #include "fuzz_support.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Captures with a line of the input as the name of each signal, as tables, dumps and sigrok
 // sessions: each signal has a name of its own there, and no name becomes anything else.
 #include "fuzz_support.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // What libFuzzer calls.
 #include "fuzz_support.h"
 

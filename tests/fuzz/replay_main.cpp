@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Runs a fuzz target over every file of the directories that are named: the same code as when
 // fuzzing, on inputs that are known.
 #include "fuzz_support.h"

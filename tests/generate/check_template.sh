@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # `oxa generate --template` of awkward names writes the files that are expected, tools read them, and
 # the instances in them connect what they say.
 #

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_GENERATE_ENGINE_DOUBLE_H
 #define TESTS_GENERATE_ENGINE_DOUBLE_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "engine_double.h"
 
 #include "oxautils/config/lite_config.h"

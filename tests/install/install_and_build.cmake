@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 function(run)
     execute_process(COMMAND ${ARGV} RESULT_VARIABLE result OUTPUT_VARIABLE out ERROR_VARIABLE err)
     if(NOT result EQUAL 0)

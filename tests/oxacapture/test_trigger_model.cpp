@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/trigger/trigger_model.h"
 
 #include "oxacapture/sample_text.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_CAPTURE_WAVE_TEXT_H
 #define TESTS_CAPTURE_WAVE_TEXT_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/resource/capture_memory.h"
 #include "platform/norvosyn/synthesis_fixture.h"
 #include "support/files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxautils/voltage/voltage.h"
 
 #include "support/device_double.h"

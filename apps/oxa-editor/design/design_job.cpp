@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "design_job.h"
 
 #include "oxacapture/waveform/waveform_design.h"

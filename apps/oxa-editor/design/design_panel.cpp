@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "design_panel.h"
 
 #include "design_model.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "design_sources_form.h"
 
 #include "oxa-editor/least_lines.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "design_tree.h"
 
 #include "oxa-editor/signal_names.h"

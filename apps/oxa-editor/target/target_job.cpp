@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "target_job.h"
 
 TargetJob::TargetJob(QObject* parent)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "target_panel.h"
 
 #include "oxa-editor/least_lines.h"

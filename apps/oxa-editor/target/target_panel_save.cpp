@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The functions of the panel that save samples.
 
 #include "target_panel.h"

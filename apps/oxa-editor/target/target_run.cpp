@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "target_run.h"
 
 #include "oxautils/config/configuration.h"

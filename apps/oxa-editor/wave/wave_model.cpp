@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "wave_model.h"
 
 #include "wave_painter.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "wave_view.h"
 
 #include "gtkwave.h"

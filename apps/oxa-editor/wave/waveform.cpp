@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "waveform.h"
 
 #include "wave_events.h"

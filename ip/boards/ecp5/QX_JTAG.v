@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // The analyzer's access to the JTAG port of an ECP5 device: JTAGG (Lattice FPGA Libraries Reference

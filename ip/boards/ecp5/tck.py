@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # For nextpnr-ecp5 --pre-pack: TCK of the analyzer is a clock of its own, of 20 MHz, which is faster
 # than most adapters. nextpnr takes clocks for asynchronous to each other.
 for name, net in ctx.nets:

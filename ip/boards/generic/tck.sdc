@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # TCK, of an analyzer with a JTAG port on four pins: a clock of its own, asynchronous to all others.
 # 20 MHz is faster than most adapters. Where the port has another name, change it here.
 create_clock -name tck -period 50 [get_ports tck_pad_i]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // A test access port (IEEE 1149.1) on four pins, for devices without a JTAG port of the design's.

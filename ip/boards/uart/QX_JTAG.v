@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // The analyzer behind a serial port: takes the place of the JTAG primitive, and uses three of its four

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // A serial port in the place of a test access port: moves scans of the analyzer cores' data register

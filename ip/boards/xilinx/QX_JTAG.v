@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // The analyzer's access to the JTAG port of a 7 series, UltraScale or UltraScale+ device: BSCANE2

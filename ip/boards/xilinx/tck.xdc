@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # TCK of the analyzer in a 7 series or UltraScale device: a clock of its own, asynchronous to all
 # others. 20 ns is faster than most adapters, and as fast as UltraScale's port.
 create_clock -name oxa_tck -period 20.000 [get_pins -filter {REF_PIN_NAME == TCK} -of_objects [get_cells -hierarchical -filter {REF_NAME == BSCANE2 && NAME =~ *u_qx_jtag*}]]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A simulated target: a socket for the pads of a design's test access port, and a recorded stimulus
 // for its other ports.
 //

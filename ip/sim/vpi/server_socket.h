@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef IP_SIM_VPI_SERVER_SOCKET_H
 #define IP_SIM_VPI_SERVER_SOCKET_H
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "stimulus.h"
 
 namespace oxa_target {

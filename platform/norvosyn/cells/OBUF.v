@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Output pad buffer: O is the pad and follows I.
 `default_nettype none
 module OBUF (

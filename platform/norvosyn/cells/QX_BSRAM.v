@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Block SRAM: one write port, one read port, a clock each.
 //
 //   BITS          18432, or 9216 on devices with small blocks (the top address bit is then 0)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Flip-flop with clock enable and synchronous reset.
 //
 //   INIT          Q after power-up

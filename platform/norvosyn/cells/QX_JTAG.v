@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The device's JTAG test access port with its two user chains: ports only, for synthesis. For
 // simulation, there is a model.
 `default_nettype none

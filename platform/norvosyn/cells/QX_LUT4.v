@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Look-up table of four inputs.
 //
 //   O = INIT[{I3, I2, I1, I0}], combinational

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Shadow SRAM of 64 bits: 16 words of 4, written at a clock edge, read combinationally.
 //
 //   INIT     contents after power-up, word a at INIT[4*a +: 4]; default: zeros

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: Apache-2.0
 # From Verilog to a netlist of the cells in cells/. Variables set before:
 #
 #   files, includes   the sources in their order, and the directories of their `include files

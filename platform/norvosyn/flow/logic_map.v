@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the engine's look-up tables and flip-flops to cells.
 
 module \$lut (A, Y);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // From the memories of memory_libmap to cells. BLOCK_BITS is the device's block size.
 
 module \$__OXA_BSRAM (...);

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxa-editor/core.h"
 #include "oxa-editor/expression_edit.h"
 #include "oxa-editor/expression_marks.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_APPS_EDITOR_WINDOW_DRIVER_H
 #define TESTS_APPS_EDITOR_WINDOW_DRIVER_H
 

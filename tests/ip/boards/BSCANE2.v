@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // BSCANE2, with the pins that it has in a chip: the bench's. Macros choose a device (TWO_DIES) and what
 // the manuals leave open: GATED strobes are low unless SEL, FALLING ones change half a cycle late.
 `ifdef TWO_DIES

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 module BUFG (
     input  wire I,
     output wire O

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // JTAGG, with the pins that it has in a chip: the bench's. Macros choose what the manuals leave open:
 // with GATED, JSHIFT and JUPDATE are low for instructions that are not the user's; with SKEWED, JTCK
 // comes after JTDI, and the strobes after JTCK.

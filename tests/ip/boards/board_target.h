@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_IP_BOARDS_BOARD_TARGET_H
 #define TESTS_IP_BOARDS_BOARD_TARGET_H
 

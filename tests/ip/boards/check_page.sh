@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # What docs/boards/FAMILY.md says, up to place and route: its commands, with its design.
 #
 #   check_page.sh FAMILY CELL COUNT ...   the design with its analyzer has so many of each of these cells

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The test access port of a chip, as IEEE 1149.1 has it: instructions IDCODE (selected by reset), those
 // of the user, and BYPASS for all others. States have the numbers of the standard's example.
 module chip_tap #(

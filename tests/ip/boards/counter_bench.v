@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // The design with its analyzer, DUT, at whose pads OpenOCD captures. A step of the simulator's is a
 // change of a pad; the sample clock is slower than TCK.
 `timescale 1ps / 1ps

@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: Apache-2.0
 # What other tools say about the cores that a configuration builds.
 #
 #   check_cores.sh lint       CONFIGURATION   Verilator is silent

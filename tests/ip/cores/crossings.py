@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
 """Says where a design goes from one clock's domain into another's but through ao_sync or a memory.
 
   crossings.py NETLIST.json TOP

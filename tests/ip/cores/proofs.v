@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 `default_nettype none
 
 // ok_o unless a match unit of TYPE differs from what its function means.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_IP_RANDOM_CORE_H
 #define TESTS_IP_RANDOM_CORE_H
 

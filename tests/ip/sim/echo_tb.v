@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // A user's register of 8 bits behind ER1: it captures what it was last given.
 module echo_tb;
     reg tck = 0, tms = 1, tdi = 0;

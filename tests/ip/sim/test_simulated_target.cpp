@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/remote_bitbang_link.h"
 #include "support/files.h"
 #include "support/patience.h"

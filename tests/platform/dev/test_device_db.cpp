@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "dev/device_db.h"
 #include "support/files.h"
 

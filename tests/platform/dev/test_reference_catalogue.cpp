@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "dev/device_db.h"
 #include "dev/device_facts.h"
 #include "oxautils/resource/capture_memory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #ifndef TESTS_NORVOSYN_SYNTHESIS_FIXTURE_H
 #define TESTS_NORVOSYN_SYNTHESIS_FIXTURE_H
 

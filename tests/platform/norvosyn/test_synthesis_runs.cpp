@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 #include "support/patience.h"
 #include "support/rows.h"
 #include "synthesis_fixture.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Drives qx_oxa with 1500 random steps of its clocks and prints what it shows after each.
 module bench;
     reg wclk = 0, rclk = 0, reset = 0, we = 0, re = 0;

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: Apache-2.0
 // Every kind of memory and flip-flop, and logic: the netlist has to behave as this source.
 //
 //   dump   all that a cycle made
