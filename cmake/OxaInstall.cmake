@@ -11,13 +11,16 @@ foreach(target IN LISTS exported)
         FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 endforeach()
 
+install(FILES ${OXA_GENERATED_INCLUDE_DIR}/oxautils/oxautils_version.h
+    DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/oxautils)
+
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/OxaUtils)
 install(EXPORT OxaUtilsTargets NAMESPACE OxaUtils:: DESTINATION ${package_dir})
 configure_package_config_file(cmake/OxaUtilsConfig.cmake.in
     ${PROJECT_BINARY_DIR}/OxaUtilsConfig.cmake
     INSTALL_DESTINATION ${package_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/OxaUtilsConfigVersion.cmake
-    COMPATIBILITY SameMajorVersion)
+    COMPATIBILITY SameMinorVersion)
 install(FILES
     ${PROJECT_BINARY_DIR}/OxaUtilsConfig.cmake
     ${PROJECT_BINARY_DIR}/OxaUtilsConfigVersion.cmake

@@ -5,7 +5,8 @@ add_library(oxa_options INTERFACE)
 target_compile_definitions(oxa_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH)
 target_compile_options(oxa_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${OXA_WERROR}>:-Werror>)
 
-# oxa_add_library(TARGET NAME LIBNAME DEFINE): a shared library, exported as OxaUtils::NAME.
+# oxa_add_library(TARGET NAME LIBNAME DEFINE): a shared library, exported as OxaUtils::NAME. While the
+# version is 0.x, its interface may change with the minor number, so that both are in the SONAME.
 function(oxa_add_library target name output define)
     add_library(${target} SHARED)
     add_library(OxaUtils::${name} ALIAS ${target})
@@ -13,7 +14,7 @@ function(oxa_add_library target name output define)
         EXPORT_NAME ${name}
         OUTPUT_NAME ${output}
         VERSION ${PROJECT_VERSION}
-        SOVERSION ${PROJECT_VERSION_MAJOR})
+        SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
     target_compile_definitions(${target} PRIVATE ${define})
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:oxa_options>)
     set_property(GLOBAL APPEND PROPERTY OXA_EXPORTED_TARGETS ${target})

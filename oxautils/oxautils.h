@@ -44,6 +44,7 @@
 #include "oxautils/model/limits.h"
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/verilog_word.h"
+#include "oxautils/oxautils_version.h"
 #include "oxautils/resource/analyzer_estimate.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"

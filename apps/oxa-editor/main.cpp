@@ -2,6 +2,8 @@
 #include "build_job.h"
 #include "main_window.h"
 
+#include "oxautils/oxautils_version.h"
+
 #include <QApplication>
 #include <QCommandLineParser>
 
@@ -14,7 +16,7 @@ void readCall(QCommandLineParser& parser)
 {
     QCoreApplication::setOrganizationName("OxaUtils");
     QCoreApplication::setApplicationName("oxa-editor");
-    QCoreApplication::setApplicationVersion(OXA_VERSION);
+    QCoreApplication::setApplicationVersion(OXAUTILS_VERSION_STR);
     parser.setApplicationDescription(
         QCoreApplication::translate("main", "Edits the configuration of embedded logic analyzers"));
     parser.addHelpOption();

@@ -3,6 +3,7 @@
 #include "log.h"
 
 #include "oxautils/model/shown_text.h"
+#include "oxautils/oxautils_version.h"
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
@@ -67,7 +68,7 @@ static int run(int argc, char** argv)
 
     CLI::App app(kHelp, "oxa");
     app.footer(kFooter);
-    app.set_version_flag("--version", "oxa " OXA_VERSION);
+    app.set_version_flag("--version", "oxa " OXAUTILS_VERSION_STR);
     app.failure_message(failureMessage);
     app.require_subcommand(1);
     int status = kDone;
