@@ -48,7 +48,7 @@ int checkBuild(const OXA::BuildRun& build, const QString& file, const char* doWh
 {
     const OXA::BuildResult checked = build.check();
     if (checked.end == OXA::BuildEnd::NoCores) {
-        err << "error: " << file << " contains no core to " << doWhat << '\n';
+        err.error(file + " contains no core to " + doWhat, file);
         return kUnusable;
     }
     if (!passesCheck(file, checked.problems, others, err))
@@ -71,8 +71,8 @@ bool hasSimulationModels(TextOut& err)
 {
     if (!simulationModels().isEmpty())
         return true;
-    err << "error: no simulation models in " << OXA::installed("share/oxautils/sim")
-        << "; install them, or leave out --simulation\n";
+    err.error("no simulation models in " + OXA::installed("share/oxautils/sim")
+        + "; install them, or leave out --simulation");
     return false;
 }
 
@@ -91,15 +91,12 @@ void printSources(const SourceList& sources, bool json, Io& io)
     QStringList listed = sources.files;
     std::transform(listed.begin(), listed.end(), listed.begin(), listedPath);
     if (json) {
-        QJsonObject object {
+        io.out.setResult({
             {"files",        QJsonArray::fromStringList(listed)              },
-            {"includePaths", QJsonArray::fromStringList(sources.includePaths)}
-        };
-        if (!sources.defines.isEmpty())
-            object["defines"] = QJsonArray::fromStringList(sources.defines);
-        if (!sources.boardFiles.isEmpty())
-            object["boardFiles"] = QJsonArray::fromStringList(sources.boardFiles);
-        io.out.json(object);
+            {"includePaths", QJsonArray::fromStringList(sources.includePaths)},
+            {"defines",      QJsonArray::fromStringList(sources.defines)     },
+            {"boardFiles",   QJsonArray::fromStringList(sources.boardFiles)  },
+        });
         return;
     }
     for (const QString& file : listed)
@@ -111,7 +108,8 @@ void printSources(const SourceList& sources, bool json, Io& io)
     sayBoardFiles(sources.boardFiles, io.err);
     if (isMisread(listed, "$\"") || isMisread(sources.includePaths, "$\"+")
         || isMisread(sources.defines, "$+"))
-        io.err << "warning: Icarus and Verilator cannot read this list, because a path in it"
-                  " contains a space, a $, a quote or, in a directory, a +, or a macro a space, a $"
-                  " or a +; choose another work directory, or use the paths and macros in --json\n";
+        io.err.warning(
+            "Icarus and Verilator cannot read this list, because a path in it"
+            " contains a space, a $, a quote or, in a directory, a +, or a macro a space, a $"
+            " or a +; choose another work directory, or use the paths and macros in --json");
 }

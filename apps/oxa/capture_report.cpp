@@ -4,6 +4,7 @@
 #include "files/replace_file.h"
 
 #include <QFileInfo>
+#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -34,14 +35,14 @@ bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
             [](const CapturedCore& core) { return !core.windows.empty(); });
     QString error;
     if (writes && !writeCapture(output, capture, &error)) {
-        io.err << "error: " << error << '\n';
+        io.err.error(error, output);
         return false;
     }
     if (!writes && !output.isEmpty())
         io.err << output << (QFileInfo::exists(output) ? ": not changed" : ": not written")
                << ", because nothing was captured\n";
     if (json) {
-        io.out.lines(QString::fromUtf8(captureJson(capture)));
+        io.out.setResult(QJsonDocument::fromJson(captureJson(capture)).object());
         return true;
     }
     TextOut& out = writes && OXA_FILES::isStream(output)
@@ -61,7 +62,8 @@ bool reportIdleCores(const Capture& capture, TextOut& err)
         if (core.triggered())
             continue;
         allTriggered = false;
-        err << "core " << core.index << " did not trigger: " << core.progress << '\n';
+        err.failure(
+            QString("core %1 did not trigger: %2").arg(QString::number(core.index), core.progress));
     }
     return allTriggered;
 }

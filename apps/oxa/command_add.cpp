@@ -55,7 +55,7 @@ bool requestOf(const Options& options, bool lite, OXA::CoreRequest& request, Tex
     if (lite
         && (!options.triggers.isEmpty() || options.position != kNotGiven
             || options.windows != kNotGiven)) {
-        err << "error: Lite cores have no --trigger, --position or --windows\n";
+        err.error("Lite cores have no --trigger, --position or --windows");
         return false;
     }
     request.position = options.position == kNotGiven ? request.position : options.position;
@@ -83,7 +83,7 @@ bool begin(const Options& options, ConfigurationChange& change, TextOut& err)
         return false;
     if (!options.lite || change.configuration.mode == OXA::Lite)
         return true;
-    err << "error: " << options.file << ": its cores are Standard cores; leave out --lite\n";
+    err.error(options.file + ": its cores are Standard cores; leave out --lite", options.file);
     return false;
 }
 
@@ -94,9 +94,9 @@ bool addTo(QList<Core*>& cores, std::unique_ptr<Core> core, const OXA::DesignInd
     OXA::CoreNotes notes;
     const bool ok = OXA::fillCore(index, request, *core, notes);
     for (const QString& warning : notes.warnings)
-        err << "warning: " << warning << '\n';
+        err.warning(warning);
     for (const QString& error : notes.errors)
-        err << "error: " << error << '\n';
+        err.error(error);
     cores += core.release();
     return ok;
 }
@@ -184,14 +184,14 @@ void printJson(const QString& file, bool written, const Added& core,
     QJsonArray array;
     for (const OXA::Problem& problem : problems)
         array += problemJson(problem);
-    out.json({
-        {"file",     file         },
-        {"written",  written      },
-        {"position", core.position},
-        {"clock",    core.clock   },
-        {"width",    core.width   },
-        {"ports",    ports        },
-        {"problems", array        },
+    out.setResult({
+        {"file",        file         },
+        {"written",     written      },
+        {"position",    core.position},
+        {"sampleClock", core.clock   },
+        {"width",       core.width   },
+        {"ports",       ports        },
+        {"problems",    array        },
     });
 }
 
@@ -237,7 +237,7 @@ int run(const Options& options, Io& io)
         print(options.file, added, change.configuration.mode == OXA::Lite,
             OXA_FILES::isStream(options.file) ? io.err : io.out);
     if (!written)
-        io.err << "error: " << error << '\n';
+        io.err.error(error, options.file);
     return written && remember(options, io.err) ? kDone : kJobFailed;
 }
 

@@ -47,6 +47,8 @@ not proven; the outputs and registers that may differ are printed.
 The sources are given by --design or -f, or taken from FILE.design. The build is
 remembered on this computer (docs/captures.md), unless OXA_REMEMBER is 0.)";
 
+constexpr int kMostOpen = 20; // of what may differ, on the terminal
+
 struct Options {
     QString file;
     RequestOptions request;
@@ -115,6 +117,17 @@ int generate(const Options& options, const OXA::OxaArg& arg, const DEV::FamilyLi
     return statusOf(built.end);
 }
 
+void addProof(const OXA::Attachment::Proof& proof, TextOut& out)
+{
+    QJsonObject result = out.result();
+    result["proof"] = QJsonObject {
+        {"proven",  proof.proven                          },
+        {"seconds", proof.seconds                         },
+        {"open",    QJsonArray::fromStringList(proof.open)}
+    };
+    out.setResult(result);
+}
+
 int sayProof(const OXA::Attachment::Proof& proof, Io& io)
 {
     const QString seconds = QString::number(proof.seconds, 'f', 1);
@@ -123,11 +136,11 @@ int sayProof(const OXA::Attachment::Proof& proof, Io& io)
                << " s\n";
         return kDone;
     }
-    io.err << "error: not proven in " << seconds << " s; what may differ:\n";
-    for (const QString& name : proof.open.mid(0, 20))
-        io.err << "    " << name << '\n';
-    if (proof.open.size() > 20)
-        io.err << "    and " << proof.open.size() - 20 << " more\n";
+    QStringList lines("not proven in " + seconds + " s; what may differ:");
+    lines += proof.open.mid(0, kMostOpen);
+    if (proof.open.size() > kMostOpen)
+        lines += QString("and %1 more").arg(proof.open.size() - kMostOpen);
+    io.err.error(lines.join('\n'));
     return kJobFailed;
 }
 
@@ -146,15 +159,8 @@ void print(const Options& options, const OXA::AttachRequest& request, const OXA:
     const QString result = formOf(options.form) == OXA::AttachForm::Yosys
         ? options.workDir + '/' + OXA::ATTACH_SCRIPT_FILE_NAME
         : defaultOutput(options);
-    if (options.json) {
-        QJsonObject object {
-            {"files", QJsonArray {result}}
-        };
-        if (!built.boardFiles.isEmpty())
-            object["boardFiles"] = QJsonArray::fromStringList(built.boardFiles);
-        io.out.json(object);
-        return;
-    }
+    if (options.json)
+        return printSources({{result}, {}, {}, built.boardFiles}, true, io);
     io.out.listed(result);
     sayBoardFiles(built.boardFiles, io.err);
 }
@@ -178,7 +184,7 @@ int attach(const Options& options, const OXA::AttachRequest& request, const OXA:
     }
     work.clear();
     for (const QString& warning : attachment.warnings())
-        io.err << "warning: " << warning << '\n';
+        io.err.warning(warning);
     if (!ok) {
         work.sayError(error);
         return kJobFailed;
@@ -189,6 +195,8 @@ int attach(const Options& options, const OXA::AttachRequest& request, const OXA:
         io.err << "the tool that reads " << defaultOutput(options)
                << " needs these modules, whose content is not in it: "
                << attachment.missingModules().join(", ") << '\n';
+    if (options.prove && options.json)
+        addProof(proof, io.out);
     return options.prove ? sayProof(proof, io) : int(kDone);
 }
 
@@ -198,14 +206,14 @@ int run(Options options, Io& io)
     QTemporaryDir temporary;
     if (options.prove && options.wrapper.isEmpty()
         && formOf(options.form) == OXA::AttachForm::Hierarchical) {
-        io.err << "error: --prove needs --as yosys or verilog: Yosys does not follow references by"
-                  " path\n";
+        io.err.error("--prove needs --as yosys or verilog: Yosys does not follow references by"
+                     " path");
         return kUnusable;
     }
     if (!options.wrapper.isEmpty())
         options.workDir = temporary.path(); // the proof still needs the analyzer's sources
     else if (options.workDir.isEmpty()) {
-        io.err << "error: --work-dir is required; see `oxa attach --help`\n";
+        io.err.error("--work-dir is required; see `oxa attach --help`");
         return kUnusable;
     }
     OXA::AttachRequest request;
@@ -215,7 +223,7 @@ int run(Options options, Io& io)
     if (!findSources(options.design, options.file, request.sources, io.err))
         return kUnusable;
     if (request.sources.isEmpty()) {
-        io.err << "error: no design; name its sources by --design or -f\n";
+        io.err.error("no design; name its sources by --design or -f");
         return kUnusable;
     }
     OXA::Configuration configuration;

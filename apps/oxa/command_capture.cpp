@@ -131,7 +131,7 @@ bool prepare(const Options& options, Plan& plan, TextOut& err)
     plan.builds
         = builtConfigurations(options.file, plan.built.cores, plan.built.liteCores, messages);
     if (!messages.isEmpty())
-        return report(messages, err);
+        return report(messages, err, options.output);
     plan.chosen = chosenCores(options, plan.builds.front().cores, messages);
     if (options.powerUp)
         checkPowerUp(plan, messages);
@@ -141,7 +141,7 @@ bool prepare(const Options& options, Plan& plan, TextOut& err)
             running += plan.wanted.cores.at(int(place));
     }
     changeUnits(options.run, running, messages);
-    return report(messages, err);
+    return report(messages, err, options.output);
 }
 
 QString cutText(const CoreOutcome& outcome)
@@ -184,18 +184,18 @@ bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
         {options.powerUp, options.immediate, qint64(options.timeout * 1000)}, &error);
     line.clear();
     if (!ok)
-        err << "error: " << error << '\n';
+        err.error(error);
     return ok;
 }
 
 int readAndDeliver(const Options& options, CaptureRun& chip, Io& io)
 {
     Capture capture;
-    QStringList texts; // of errors, and then of runs that ended early
-    QStringList cuts;
+    QStringList errors;
+    QStringList cuts; // runs that ended early
     for (CoreOutcome& outcome : chip.read()) {
         if (!outcome.error.isEmpty()) {
-            texts += "error: " + outcome.error;
+            errors += outcome.error;
             continue;
         }
         if (!outcome.finished && outcome.captured.triggered())
@@ -203,12 +203,13 @@ int readAndDeliver(const Options& options, CaptureRun& chip, Io& io)
         outcome.captured.clockHz = options.clockHz;
         capture.push_back(std::move(outcome.captured));
     }
-    texts += cuts;
     const bool delivered = capture.empty() || deliver(options.output, options.json, capture, io);
-    for (const QString& text : texts)
-        io.err << text << '\n';
+    for (const QString& text : errors)
+        io.err.error(text);
+    for (const QString& text : cuts)
+        io.err.failure(text);
     const bool triggered = reportIdleCores(capture, io.err);
-    return delivered && triggered && texts.isEmpty() ? kDone : kJobFailed;
+    return delivered && triggered && errors.isEmpty() && cuts.isEmpty() ? kDone : kJobFailed;
 }
 
 int capture(const Options& options, const Plan& plan, Io& io)
@@ -218,11 +219,11 @@ int capture(const Options& options, const Plan& plan, Io& io)
     chip.goesOn = [&interrupt] { return !interrupt.happened(); };
     QString error;
     if (!chip.find(options.chip, {[&plan] { return plan.builds; }}, &error)) {
-        io.err << "error: " << error << '\n';
+        io.err.error(error);
         return kJobFailed;
     }
     if (const QString warning = chip.session().namesWarning(); !warning.isEmpty())
-        io.err << "warning: " << warning << '\n';
+        io.err.warning(warning);
     Messages messages;
     if (options.powerUp && chip.remembered())
         messages.append(Message {"--power-up",

@@ -47,12 +47,13 @@ void print(TextOut& out, const QString& file, const QList<OXA::Problem>& problem
             << counted(countOf(problems, OXA::Severity::Warning), "warning") << '\n';
 }
 
-void printJson(TextOut& out, const QList<OXA::Problem>& problems)
+void printJson(TextOut& out, const QString& file, const QList<OXA::Problem>& problems)
 {
     QJsonArray array;
     for (const OXA::Problem& problem : problems)
         array += problemJson(problem);
-    out.json({
+    out.setResult({
+        {"file",     file },
         {"problems", array}
     });
 }
@@ -77,7 +78,7 @@ int run(const Options& options, Io& io)
     if (compared && known)
         OXA::addDesignProblems(options.file, OXA::DesignIndex(design), problems);
     if (options.json)
-        printJson(io.out, problems);
+        printJson(io.out, options.file, problems);
     else
         print(io.out, options.file, problems);
     return compared ? statusOf(problems, options.strict) : kUnusable;

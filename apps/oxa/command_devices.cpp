@@ -99,7 +99,7 @@ void printJson(TextOut& out, const QList<DEV::ChipInfo>& chips)
     QJsonArray parts;
     for (const DEV::ChipInfo& chip : chips)
         parts += partJson(chip);
-    out.json({
+    out.setResult({
         {"parts", parts}
     });
 }
@@ -156,7 +156,7 @@ void printFamiliesJson(TextOut& out)
             {"links",   links           },
         };
     }
-    out.json({
+    out.setResult({
         {"families", families}
     });
 }
@@ -177,10 +177,8 @@ int run(const Options& options, Io& io)
     if (!chips.isEmpty())
         return kDone;
     const QStringList nearest = nearestParts(options.pattern);
-    io.err << "error: no part or device matches \"" << options.pattern << "\"";
-    if (!nearest.isEmpty())
-        io.err << "; did you mean " << nearest.join(", ") << '?';
-    io.err << '\n';
+    io.err.error("no part or device matches \"" + options.pattern + "\""
+        + (nearest.isEmpty() ? QString() : "; did you mean " + nearest.join(", ") + '?'));
     return kJobFailed;
 }
 

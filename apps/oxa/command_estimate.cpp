@@ -180,21 +180,23 @@ QJsonObject amountsJson(const AnalyzerAmounts& amounts)
     return object;
 }
 
-void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate)
+void printJson(
+    TextOut& out, const QString& file, const DEV::ChipInfo& chip, const Estimate& estimate)
 {
     QJsonArray cores;
     for (const Memory& memory : estimate.memories) {
         const bool known = memory.kind >= 0 && memory.kind < kKinds;
         cores += QJsonObject {
-            {"core",   memory.position                                             },
-            {"index",  memory.index                                                },
-            {"width",  memory.width + int(memory.mark)                             },
-            {"depth",  memory.depth                                                },
-            {"memory", known ? QJsonValue(kMemoryWords[memory.kind]) : QJsonValue()},
-            {"takes",  amountsJson(memory.takes)                                   }
+            {"position",     memory.position                                             },
+            {"index",        memory.index                                                },
+            {"storageWidth", memory.width + int(memory.mark)                             },
+            {"storageDepth", memory.depth                                                },
+            {"storage",      known ? QJsonValue(kMemoryWords[memory.kind]) : QJsonValue()},
+            {"takes",        amountsJson(memory.takes)                                   }
         };
     }
     const QJsonObject object {
+        {"file",      file                           },
         {"part",      chip.partNumber                },
         {"device",    chip.name                      },
         {"cores",     cores                          },
@@ -202,7 +204,7 @@ void printJson(TextOut& out, const DEV::ChipInfo& chip, const Estimate& estimate
         {"available", amountsJson(estimate.available)},
         {"fits",      estimate.fits()                }
     };
-    out.json(object);
+    out.setResult(object);
 }
 
 int run(const Options& options, Io& io)
@@ -215,7 +217,7 @@ int run(const Options& options, Io& io)
         return kUnusable;
     const Estimate estimate = countAll(configuration, *chip);
     if (options.json)
-        printJson(io.out, *chip, estimate);
+        printJson(io.out, options.file, *chip, estimate);
     else
         print(io.out, options.file, *chip, estimate);
     return estimate.fits() ? kDone : kJobFailed;

@@ -108,7 +108,7 @@ void printNetlist(const Options& options, const OXA::OxaArg& arg,
             {"cells",   counts        },
             {"seconds", seconds       }
         };
-        out.json(object);
+        out.setResult(object);
         return;
     }
     out << arg.outputFile << ": netlist of " << options.file << " for " << arg.device << " ("
@@ -143,10 +143,9 @@ int synthesize(const Options& options, const OXA::OxaArg& arg, OXA::BuildRun& bu
     line.clear();
     if (built.end == OXA::BuildEnd::Failed || built.end == OXA::BuildEnd::Stopped) {
         for (const QString& message : built.messages) // in the engine's words
-            io.err << message << '\n';
+            io.err.failure(message);
         if (built.end == OXA::BuildEnd::Failed)
-            io.err << "error: synthesis failed; the engine's input and log are in " << arg.workDir
-                   << '\n';
+            io.err.error("synthesis failed; the engine's input and log are in " + arg.workDir);
         return kJobFailed;
     }
     if (built.end != OXA::BuildEnd::Refused)

@@ -19,21 +19,28 @@ files, with oxa-editor, or by hand (docs/configuration-file.md).)";
 struct Options {
     QString file;
     bool lite = false;
+    bool json = false;
 };
 
 int run(const Options& options, Io& io)
 {
     const bool isStream = OXA_FILES::isStream(options.file);
     if (QFileInfo::exists(options.file) && !isStream) {
-        io.err << "error: " << options.file << " exists; remove it first, or name another file\n";
+        io.err.error(options.file + " exists; remove it first, or name another file", options.file);
         return kUnusable;
     }
     const int errorsBefore = loggedErrors();
     OXA::fillInfoForEmptyOxaConfig(options.file, options.lite ? OXA::Lite : OXA::Standard);
     if (loggedErrors() > errorsBefore)
         return kUnusable; // the library has logged the reason
-    (isStream ? io.err : io.out) << options.file << ": an empty "
-                                 << (options.lite ? "Lite" : "Standard") << " configuration\n";
+    const char* mode = options.lite ? "Lite" : "Standard";
+    if (options.json)
+        io.out.setResult({
+            {"file", options.file},
+            {"mode", mode        },
+        });
+    else
+        (isStream ? io.err : io.out) << options.file << ": an empty " << mode << " configuration\n";
     return kDone;
 }
 
@@ -46,5 +53,6 @@ void addNew(CLI::App& app, Io& io, int& status)
     command.text("FILE", options->file, "The configuration to write, usually *.oxa").required();
     command.flag(
         "--lite", options->lite, "For Lite cores, which have no triggers (default: Standard)");
+    command.flag("--json", options->json, "For programs: one JSON object");
     command.setRun([&io, &status, options] { status = run(*options, io); });
 }

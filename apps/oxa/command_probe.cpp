@@ -156,8 +156,8 @@ QJsonObject coreJson(const ProbedCore& core)
     QJsonArray ports;
     for (const CoreIdentity::Port& port : identity.ports)
         ports += QJsonObject {
-            {"index",   port.number     },
-            {"signals", port.signalCount}
+            {"index", port.number     },
+            {"width", port.signalCount}
         };
     QJsonArray units;
     for (const CoreIdentity::Unit& unit : identity.units)
@@ -168,21 +168,21 @@ QJsonObject coreJson(const ProbedCore& core)
             {"counterBits", unit.counterBits                }
         };
     return {
-        {"position",       identity.position                            },
-        {"kind",           identity.lite ? "Lite" : "Standard"          },
-        {"signals",        identity.signalCount                         },
-        {"storageDepth",   identity.depth                               },
-        {"windows",        identity.mostWindows                         },
-        {"edge",           edgeWord(identity)                           },
-        {"powerUp",        identity.armedAtPowerUp                      },
-        {"expressions",    identity.expressions                         },
-        {"expressionType", expressionWord(identity)                     },
-        {"ports",          ports                                        },
-        {"units",          units                                        },
-        {"fingerprint",    OXA::hexText(core.fingerprint)               },
-        {"names",          QJsonArray::fromStringList(hexOf(core.names))},
-        {"state",          stateWord(core.status)                       },
-        {"clock",          clockJson(core.clock)                        },
+        {"position",        identity.position                            },
+        {"mode",            identity.lite ? "Lite" : "Standard"          },
+        {"width",           identity.signalCount                         },
+        {"storageDepth",    identity.depth                               },
+        {"mostWindows",     identity.mostWindows                         },
+        {"edge",            edgeWord(identity)                           },
+        {"armedAtPowerUp",  identity.armedAtPowerUp                      },
+        {"expressionCount", identity.expressions                         },
+        {"expressionType",  expressionWord(identity)                     },
+        {"ports",           ports                                        },
+        {"units",           units                                        },
+        {"fingerprint",     OXA::hexText(core.fingerprint)               },
+        {"nameSums",        QJsonArray::fromStringList(hexOf(core.names))},
+        {"state",           stateWord(core.status)                       },
+        {"clock",           clockJson(core.clock)                        },
     };
 }
 
@@ -230,11 +230,11 @@ bool tell(const std::vector<ProbedDevice>& devices, const Options& options, Io& 
             print(device, options.files, io.out);
     }
     if (options.json)
-        io.out.json({
+        io.out.setResult({
             {"devices", array}
         });
     if (!found)
-        io.err << "error: no analyzer was found\n";
+        io.err.error("no analyzer was found");
     return found;
 }
 
@@ -260,7 +260,7 @@ int run(const Options& options, Io& io)
     if (!probe(
             options.chip, builds, [&interrupt] { return !interrupt.happened(); }, devices,
             &error)) {
-        io.err << "error: " << error << '\n';
+        io.err.error(error);
         return kJobFailed;
     }
     return tell(devices, options, io) ? kDone : kJobFailed;

@@ -90,7 +90,7 @@ void printJson(TextOut& out, const QString& file, bool written, const QJsonArray
     QJsonArray array;
     for (const OXA::Problem& problem : problems)
         array += problemJson(problem);
-    out.json({
+    out.setResult({
         {"file",     file   },
         {"written",  written},
         {"units",    units  },
@@ -120,7 +120,7 @@ int run(const Options& options, Io& io)
     else
         print(output, written, units, problems, io);
     if (!written)
-        io.err << "error: " << error << '\n';
+        io.err.error(error, output);
     return written ? kDone : kJobFailed;
 }
 

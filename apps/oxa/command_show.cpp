@@ -163,7 +163,7 @@ QJsonObject toJson(const OXA::AoCore& core, const QString& file)
         {"edge",            edgeText(core.trigType)         },
         {"storageDepth",    core.storageDepth               },
         {"captureAmount",   core.captureAmount              },
-        {"windows",         core.windowNum                  },
+        {"windowCount",     core.windowNum                  },
         {"triggerPosition", core.triggerPos                 },
         {"powerUp",         powerUp                         },
         {"storage",         storageText(core.implementation)},
@@ -203,6 +203,7 @@ void printJson(TextOut& out, const QString& file, const OXA::Configuration& conf
     const QJsonArray cores
         = lite ? toJson(configuration.liteCores, file) : toJson(configuration.cores, file);
     const QJsonObject object {
+        {"file",     file                       },
         {"mode",     lite ? "Lite" : "Standard" },
         {"version",  version                    },
         {"checksum",
@@ -210,7 +211,7 @@ void printJson(TextOut& out, const QString& file, const OXA::Configuration& conf
                 {"computed", checksum.computed}}},
         {"cores",    cores                      },
     };
-    out.json(object);
+    out.setResult(object);
 }
 
 void print(TextOut& out, const QString& file, const OXA::Configuration& configuration,

@@ -124,7 +124,7 @@ void printJson(TextOut& out, const OXA::Design& design, const QVector<int>& chos
     };
     if (!design.isWaveform)
         object["top"] = design.top;
-    out.json(object);
+    out.setResult(object);
 }
 
 /// The signals that the globs match, each once; globs that match none are reported on `err`.
@@ -143,7 +143,7 @@ QVector<int> choose(
         const QVector<int> found = index.matching(glob);
         if (found.isEmpty()) {
             complete = false;
-            err << "error: " << glob << ": " << index.whyMissing(glob) << '\n';
+            err.error(glob + ": " + index.whyMissing(glob));
         }
         for (const int i : found)
             taken.insert(i);

@@ -59,12 +59,13 @@ std::vector<ModelRun> runModels(const Options& options, const std::vector<CorePl
         const SampleTable& samples = waveform.cores[i];
         runs.push_back(runModel(cores[i], samples, options.forceAt));
         if (options.forceAt >= samples.size())
-            err << "warning: " << cores[i].name() << ": cannot be forced at sample "
-                << options.forceAt << ", there are only " << samples.size() << '\n';
+            err.warning(cores[i].name() + ": cannot be forced at sample "
+                + QString::number(options.forceAt) + ", there are only "
+                + QString::number(samples.size()));
         const QString warning
             = unknownBitsWarning(cores[i], samples, runs.back().progress, options.forceAt);
         if (!warning.isEmpty())
-            err << "warning: " << cores[i].name() << ": " << warning << '\n';
+            err.warning(cores[i].name() + ": " + warning);
     }
     return runs;
 }
@@ -99,7 +100,7 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vecto
     simulation.goesOn = [&interrupt] { return !interrupt.happened(); };
     simulation.warn = [&](const QString& text) {
         line.clear();
-        err << "warning: " << text << '\n';
+        err.warning(text);
     };
     QString error;
     const bool ok = simulate(simulation, cores, waveform, runs, &error);
@@ -108,8 +109,8 @@ bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vecto
         err.error(interrupt.happened() ? "interrupted" : error);
     for (size_t i = 0; ok && i < cores.size(); ++i) {
         if (!sameWindows(models[i].windows, runs[i].windows))
-            err << "warning: " << cores[i].name()
-                << ": the trigger model expects other windows; one of the two is wrong\n";
+            err.warning(cores[i].name()
+                + ": the trigger model expects other windows; one of the two is wrong");
     }
     return ok;
 }
@@ -129,7 +130,7 @@ bool prepare(const Options& options, const OXA::Configuration& configuration,
 {
     QString error;
     if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error)) {
-        err << "error: " << error << '\n';
+        err.error(error, options.output);
         return false;
     }
     Messages messages;
@@ -138,7 +139,7 @@ bool prepare(const Options& options, const OXA::Configuration& configuration,
         messages.append(Message {"--force-trigger-at", "Lite cores have no trigger"});
     if (!options.netlist.isEmpty() && !QFileInfo(options.netlist).isFile())
         messages.append(Message {options.netlist, "there is no such netlist"});
-    return report(messages, err);
+    return report(messages, err, options.netlist);
 }
 
 /// Creates or empties the directory that --work-dir keeps; false, with the error on `err`, when
@@ -149,7 +150,7 @@ bool prepareWorkDir(const QString& path, OXA::WorkDir& workDir, TextOut& err)
         return true;
     QString error;
     if (!workDir.claim(path, &error)) {
-        err << "error: " << error << '\n';
+        err.error(error);
         return false;
     }
     OXA_FILES::emptyDirectory(path, OXA::WORK_DIR_MARK);

@@ -85,7 +85,7 @@ bool prepare(
     if (!findSources(options.design, options.file, job.sources, err))
         return false;
     if (job.sources.isEmpty())
-        err << "error: no design is named; use --design or -f\n";
+        err.error("no design is named; use --design or -f");
     return !job.sources.isEmpty();
 }
 
@@ -192,8 +192,8 @@ int run(const Options& options, Io& io)
     Job job;
     const bool hasBench = !options.bench.isEmpty();
     if (hasBench != options.inputs.stimulus.isEmpty() || (!hasBench && options.design.given())) {
-        io.err << "error: use --stimulus with a waveform, or --bench with a test bench of the"
-                  " design\n";
+        io.err.error("use --stimulus with a waveform, or --bench with a test bench of the"
+                     " design");
         return kUnusable;
     }
     if (!readConfiguration(options.file, configuration, io.err)

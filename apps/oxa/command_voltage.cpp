@@ -99,7 +99,7 @@ void printJson(TextOut& out, const DEV::ChipInfo& chip, const Supplies& supplies
         {"supplies", array          },
         {"shorts",   shorts         }
     };
-    out.json(object);
+    out.setResult(object);
 }
 
 int run(const Options& options, Io& io)
@@ -109,8 +109,8 @@ int run(const Options& options, Io& io)
         return kUnusable;
     const OXA::Voltage voltage(chip->name, chip->partNumber);
     if (voltage.data.isEmpty()) {
-        io.err << "error: the voltage table has no row for " << chip->partNumber << " ("
-               << chip->name << ", variant \"" << chip->variant << "\", " << chip->package << ")\n";
+        io.err.error("the voltage table has no row for " + chip->partNumber + " (" + chip->name
+            + ", variant \"" + chip->variant + "\", " + chip->package + ")");
         return kUnusable;
     }
     const Supplies supplies = suppliesOf(voltage);

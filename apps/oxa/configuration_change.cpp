@@ -33,7 +33,7 @@ void reportLost(const QString& path, const QList<OXA::Problem>& problemsOfCores,
 {
     for (const OXA::Problem& problem : without(OXA::checkConfigFile(path), problemsOfCores)) {
         if (problem.rule != "checksum")
-            err << problemLine(path, problem, "warning") << "; it is not kept\n";
+            sayWarning(path, problem, "; it is not kept", err);
     }
 }
 

@@ -53,12 +53,12 @@ bool findSources(const DesignOptions& options, const QString& configuration,
     QString error;
     if (!options.given() && !configuration.isEmpty()
         && !OXA::readRememberedDesign(configuration, sources, &error)) {
-        err.error(error);
+        err.error(error, OXA::designListOf(configuration));
         return false;
     }
     for (const QString& list : options.lists) {
         if (!OXA::readDesignList(list, QDir::currentPath(), sources, &error)) {
-            err.error(error);
+            err.error(error, list);
             return false;
         }
     }
@@ -70,8 +70,8 @@ bool findSources(const DesignOptions& options, const QString& configuration,
         sources.top = options.sources.top;
     if (!sources.isEmpty() || !options.changes())
         return true;
-    err << "error: --top, -I, -D and -P need a design: from --design or -f, or saved"
-           " beside the configuration\n";
+    err.error("--top, -I, -D and -P need a design: from --design or -f, or saved"
+              " beside the configuration");
     return false;
 }
 
@@ -104,7 +104,7 @@ bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut&
     if (!ok)
         work.sayError(error);
     for (const QString& warning : design.warnings)
-        err << "warning: " << warning << '\n';
+        err.warning(warning);
     return ok;
 }
 
@@ -116,7 +116,7 @@ bool readKnownSignals(const DesignOptions& options, const QString& configuration
     if (known) {
         const bool ok = OXA_CAPTURE::readWaveformSignals(options.wave, design, &error);
         if (!ok)
-            err.error(error);
+            err.error(error, options.wave);
         return ok;
     }
     OXA::DesignSources sources;
@@ -138,7 +138,7 @@ bool readSignals(const DesignOptions& options, const QString& configuration, OXA
     if (!readKnownSignals(options, configuration, design, known, err))
         return false;
     if (!known)
-        err << "error: no design; name its sources by --design or -f, or a waveform by --wave\n";
+        err.error("no design; name its sources by --design or -f, or a waveform by --wave");
     return known;
 }
 

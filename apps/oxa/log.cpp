@@ -1,42 +1,33 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "log.h"
 
-#include "oxautils/model/shown_text.h"
-
-#include <QString>
-
-#include <atomic>
-#include <cstdio>
-
 namespace {
 
-std::atomic<int> errors {0};
-
-const char* prefixOf(QtMsgType type)
-{
-    switch (type) {
-    case QtDebugMsg:
-    case QtInfoMsg:
-        return "debug: ";
-    case QtWarningMsg:
-        return "warning: ";
-    default:
-        return "error: ";
-    }
-}
+TextOut* output = nullptr;
+int errors = 0;
 
 void log(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
     static const bool debug = qEnvironmentVariableIsSet("OXA_DEBUG");
-    if (type == QtCriticalMsg)
+    if (type == QtCriticalMsg || type == QtFatalMsg) {
         ++errors;
-    if (debug || (type != QtDebugMsg && type != QtInfoMsg))
-        std::fprintf(
-            stderr, "%s%s\n", prefixOf(type), OXA::shownText(message).toLocal8Bit().constData());
+        output->error(message);
+    } else if (type == QtWarningMsg) {
+        output->warning(message);
+    } else if (debug) {
+        *output << "debug: " << message << '\n';
+    }
+    output->flush();
 }
 
 }
 
-void installLog() { qInstallMessageHandler(log); }
+LogTo::LogTo(TextOut& err)
+{
+    output = &err;
+    qInstallMessageHandler(log);
+}
+
+LogTo::~LogTo() { qInstallMessageHandler(nullptr); }
 
 int loggedErrors() { return errors; }

@@ -2,9 +2,16 @@
 #ifndef APPS_OXA_LOG_H
 #define APPS_OXA_LOG_H
 
-/// Prints the library's warnings and errors on standard error from now on; its progress messages
+#include "text_out.h"
+
+/// While it exists, the library's warnings and errors are messages on `err`; its progress messages
 /// only when OXA_DEBUG is set.
-void installLog();
+class LogTo {
+public:
+    explicit LogTo(TextOut& err);
+    ~LogTo();
+    Q_DISABLE_COPY_MOVE(LogTo)
+};
 
 /// The number of errors that the library has logged.
 int loggedErrors();

@@ -2,12 +2,14 @@
 #include "command.h"
 #include "log.h"
 
-#include "oxautils/model/shown_text.h"
 #include "oxautils/oxautils_version.h"
 
 #include <CLI/CLI.hpp>
 #include <QCoreApplication>
+#include <QJsonDocument>
 
+#include <algorithm>
+#include <cstring>
 #include <iostream>
 
 namespace {
@@ -19,6 +21,9 @@ writes the Verilog of an analyzer for it, synthesizes a netlist, and reports the
 resources that it needs and whether it fits.
 )";
 
+constexpr int kJsonFormat
+    = 1; // grows when a field of --json changes its meaning or goes (docs/json.md)
+
 constexpr char kFooter[] = R"(A first run:
   oxa devices QX1N-9
   oxa show examples/uart/uart.oxa
@@ -28,32 +33,46 @@ constexpr char kFooter[] = R"(A first run:
 2 the options or an input file cannot be used.
 )";
 
-std::string failureMessage(const CLI::App* command, const CLI::Error& error)
+QString failureText(const CLI::App& app, const CLI::Error& error)
 {
-    const CLI::App* called = command;
-    while (!called->get_subcommands().empty())
-        called = called->get_subcommands().front();
-    const std::string name = called == command ? "oxa" : "oxa " + called->get_name();
-    const QString what = OXA::shownText(QString::fromLocal8Bit(error.what()));
-    return "error: " + what.toLocal8Bit().toStdString() + "; `" + name
-        + " --help` lists the options\n";
+    const std::vector<std::string> unknown = app.remaining();
+    if (app.get_subcommands().empty() && !unknown.empty() && unknown.front()[0] != '-')
+        return "no command \"" + QString::fromLocal8Bit(unknown.front().c_str())
+            + "\"; `oxa --help` lists them";
+    std::string name = "oxa";
+    for (const CLI::App* called : app.get_subcommands())
+        name += ' ' + called->get_name();
+    return QString::fromLocal8Bit(error.what()) + "; `" + QString::fromStdString(name)
+        + " --help` lists the options";
 }
 
-int parse(CLI::App& app, int argc, char** argv, TextOut& err, int& status)
+/// Does what the arguments say; false when they ask for help only.
+bool call(CLI::App& app, int argc, char** argv, TextOut& err, int& status)
 {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        const std::vector<std::string> unknown = app.remaining();
-        if (error.get_exit_code() != 0 && app.get_subcommands().empty() && !unknown.empty()
-            && unknown.front()[0] != '-') {
-            err << "error: no command \"" << QString::fromLocal8Bit(unknown.front().c_str())
-                << "\"; `oxa --help` lists them\n";
-            return kUnusable;
+        if (error.get_exit_code() == 0) {
+            app.exit(error, std::cout, std::cerr);
+            return false;
         }
-        return app.exit(error, std::cout, std::cerr) == 0 ? kDone : kUnusable;
+        err.error(failureText(app, error));
+        status = kUnusable;
+    } catch (const std::exception& exception) { // usually out of memory
+        err.error(exception.what());
+        status = kJobFailed;
     }
-    return status;
+    return true;
+}
+
+/// Prints the result for programs, with what went wrong.
+void printJson(Io& io)
+{
+    QJsonObject object = io.out.result();
+    object.insert("format", kJsonFormat);
+    object.insert("errors", io.err.errors());
+    object.insert("warnings", io.err.warnings());
+    io.out.lines(QString::fromUtf8(QJsonDocument(object).toJson()));
 }
 
 }
@@ -61,15 +80,14 @@ int parse(CLI::App& app, int argc, char** argv, TextOut& err, int& status)
 static int run(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
-    installLog();
     TextOut out(stdout);
     TextOut err(stderr);
+    const LogTo log(err);
     Io io {out, err};
 
     CLI::App app(kHelp, "oxa");
     app.footer(kFooter);
     app.set_version_flag("--version", "oxa " OXAUTILS_VERSION_STR);
-    app.failure_message(failureMessage);
     app.require_subcommand(1);
     int status = kDone;
     addNew(app, io, status);
@@ -88,7 +106,10 @@ static int run(int argc, char** argv)
     addDevices(app, io, status);
     addVoltage(app, io, status);
 
-    status = parse(app, argc, argv, err, status);
+    const bool json = std::any_of(
+        argv, argv + argc, [](const char* word) { return std::strcmp(word, "--json") == 0; });
+    if (call(app, argc, argv, err, status) && (json || !out.result().isEmpty()))
+        printJson(io);
     out.flush();
     if (status == kDone && (out.failed() || std::ferror(stdout))) {
         err << "error: cannot write the result to standard output\n";

@@ -16,15 +16,12 @@ QString quotedList(const QStringList& texts) { return "\"" + texts.join("\", \""
 
 void sayUnknown(const PartOptions& options, TextOut& err)
 {
-    err << "error: no part \"" << options.part << "\"";
-    if (!options.device.isEmpty())
-        err << " of device \"" << options.device << "\"";
-    err << " in the catalogue";
+    const QString device
+        = options.device.isEmpty() ? QString() : " of device \"" + options.device + "\"";
     const QStringList nearest = nearestParts(options.part);
-    if (nearest.isEmpty())
-        err << "; `oxa devices` lists them\n";
-    else
-        err << "; did you mean " << quotedList(nearest) << "?\n";
+    err.error("no part \"" + options.part + "\"" + device + " in the catalogue"
+        + (nearest.isEmpty() ? QString("; `oxa devices` lists them")
+                             : "; did you mean " + quotedList(nearest) + "?"));
 }
 
 }
@@ -43,7 +40,7 @@ bool loadCatalogue(const PartOptions& options, TextOut& err)
     QString error;
     if (named.isEmpty() || DEV::DeviceDb::instance().load(named, &error))
         return true;
-    err << "error: " << error << '\n';
+    err.error(error, named);
     return false;
 }
 
@@ -63,9 +60,8 @@ std::optional<DEV::ChipInfo> findPart(const PartOptions& options, TextOut& err)
         return {};
     }
     if (devices.size() > 1) {
-        err << "error: part \"" << options.part
-            << "\" belongs to several devices; add --device with one of " << quotedList(devices)
-            << '\n';
+        err.error("part \"" + options.part
+            + "\" belongs to several devices; add --device with one of " + quotedList(devices));
         return {};
     }
     return DEV::DeviceDb::instance().find(options.part, devices.first());

@@ -38,6 +38,29 @@ QJsonObject problemJson(const OXA::Problem& problem)
     return object;
 }
 
+// The problem as one of the messages about the run.
+static QJsonObject messageOf(const QString& file, const OXA::Problem& problem)
+{
+    const QString place = problem.place.text();
+    QJsonObject message {
+        {"message", place.isEmpty() ? problem.text : place + ": " + problem.text},
+        {"file",    file                                                        },
+        {"rule",    problem.rule                                                },
+        {"hint",    problem.hint                                                },
+    };
+    if (problem.place.line > 0) {
+        message.insert("line", problem.place.line);
+        message.insert("column", problem.place.column);
+    }
+    return message;
+}
+
+void sayWarning(const QString& file, const OXA::Problem& problem, const QString& more, TextOut& err)
+{
+    err << problemLine(file, problem, "warning") << more << '\n';
+    err.recordWarning(messageOf(file, problem));
+}
+
 bool passesCheck(
     const QString& file, const QList<OXA::Problem>& problems, OtherProblems others, TextOut& err)
 {
@@ -46,8 +69,9 @@ bool passesCheck(
         if (others == OtherProblems::Stop || stopsBuild(problem)) {
             passes = false;
             err << problemLine(file, problem, "error") << "\n    " << problem.hint << '\n';
+            err.recordError(messageOf(file, problem));
         } else if (others == OtherProblems::Warnings) {
-            err << problemLine(file, problem, "warning") << '\n';
+            sayWarning(file, problem, {}, err);
         }
     }
     if (!passes)

@@ -16,6 +16,10 @@ QString problemLine(const QString& file, const OXA::Problem& problem, const QStr
 /// The problem with every field, for programs.
 QJsonObject problemJson(const OXA::Problem& problem);
 
+/// Prints the problem to `err` as a warning, and `more` behind it.
+void sayWarning(
+    const QString& file, const OXA::Problem& problem, const QString& more, TextOut& err);
+
 /// What to do with problems that do not prevent building the analyzer.
 enum class OtherProblems {
     NotSaid,

@@ -54,7 +54,7 @@ bool readConfiguration(const QString& file, OXA::Configuration& configuration, T
     QString error;
     if (OXA::readConfiguration(file, configuration, &error))
         return true;
-    err.error(error);
+    err.error(error, file);
     return false;
 }
 
@@ -90,14 +90,13 @@ bool findLink(const RequestOptions& options, const DEV::FamilyLink*& link, TextO
     }
     const DEV::FamilyFacts* family = DEV::familyFacts(options.family);
     if (!family) {
-        err << "error: no family \"" << options.family
-            << "\"; `oxa devices --families` lists them\n";
+        err.error("no family \"" + options.family + "\"; `oxa devices --families` lists them");
         return false;
     }
     link = DEV::familyLink(*family, options.link);
     if (!link)
-        err << "error: " << options.family << " has no link \"" << options.link
-            << "\"; `oxa devices --families` lists them\n";
+        err.error(options.family + " has no link \"" + options.link
+            + "\"; `oxa devices --families` lists them");
     const bool isUart = link && QLatin1String(link->name) == DEV::kUart;
     if (isUart && options.uart.clockHz == 0)
         missing("--clock-hz of --link uart");
@@ -108,6 +107,6 @@ bool hasInstalledCores(const OXA::OxaArg& arg, TextOut& err)
 {
     if (QFileInfo(arg.ipDir).isDir())
         return true;
-    err << "error: no installed cores in " << arg.ipDir << "; name their directory with --ip-dir\n";
+    err.error("no installed cores in " + arg.ipDir + "; name their directory with --ip-dir");
     return false;
 }

@@ -34,12 +34,12 @@ bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& c
     Messages messages;
     const bool read = sampleWaveform(inputs.stimulus, requests, waveform, messages, show);
     line.clear();
-    return report(messages, err) && read;
+    return report(messages, err, inputs.stimulus) && read;
 }
 
-bool report(const Messages& messages, TextOut& err)
+bool report(const Messages& messages, TextOut& err, const QString& file)
 {
     for (const Message& message : messages)
-        err << "error: " << message.message() << '\n';
+        err.error(message.message(), file);
     return messages.isEmpty();
 }

@@ -26,6 +26,6 @@ OXA_CAPTURE::SimulatorDirs installedSimulator();
 bool readStimulus(const SimulationInputs& inputs, const std::vector<OXA_CAPTURE::CorePlan>& cores,
     OXA_CAPTURE::SampledWaveform& waveform, TextOut& err);
 /// Prints the messages; true when there are none.
-bool report(const OXA_CAPTURE::Messages& messages, TextOut& err);
+bool report(const OXA_CAPTURE::Messages& messages, TextOut& err, const QString& file = {});
 
 #endif

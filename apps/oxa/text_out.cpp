@@ -3,6 +3,8 @@
 
 #include "oxautils/model/shown_text.h"
 
+#include <QRegularExpression>
+
 TextOut::TextOut(FILE* file)
     : m_stream(file)
 {
@@ -38,13 +40,42 @@ static QString indented(const QString& text)
     return OXA::shownLines(text).replace('\n', "\n    ") + '\n';
 }
 
-void TextOut::error(const QString& text) { m_stream << "error: " << indented(text); }
-
-void TextOut::warning(const QString& text) { m_stream << "warning: " << indented(text); }
-
-void TextOut::json(const QJsonObject& object)
+// The message with its place, when it begins with that.
+static QJsonObject messageObject(const QString& text, const QString& file)
 {
-    lines(QString::fromUtf8(QJsonDocument(object).toJson()));
+    QJsonObject message {
+        {"message", text}
+    };
+    const QString next = text.mid(file.size(), 1);
+    if (file.isEmpty() || !text.startsWith(file) || (next != ":" && next != " "))
+        return message;
+    message.insert("file", file);
+    // ":LINE:" and ":LINE:COLUMN:"; the parser of configurations ends its message with the place
+    static const QRegularExpression place("(?m)^(?|:(\\d+)(?::(\\d+))?:|: .* at (\\d+):(\\d+)$)");
+    const auto match = place.match(text.mid(file.size()));
+    if (match.hasMatch())
+        message.insert("line", match.captured(1).toInt());
+    if (match.capturedLength(2) > 0)
+        message.insert("column", match.captured(2).toInt());
+    return message;
+}
+
+void TextOut::error(const QString& text, const QString& file)
+{
+    m_stream << "error: " << indented(text);
+    recordError(messageObject(text, file));
+}
+
+void TextOut::warning(const QString& text, const QString& file)
+{
+    m_stream << "warning: " << indented(text);
+    recordWarning(messageObject(text, file));
+}
+
+void TextOut::failure(const QString& line)
+{
+    *this << line << '\n';
+    recordError(messageObject(line, {}));
 }
 
 void TextOut::listed(const QString& line) { m_stream << line << '\n'; }

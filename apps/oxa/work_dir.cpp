@@ -31,7 +31,7 @@ bool mayEmpty(const QString& path, bool force, const OXA_FILES::Inputs& inputs, 
     if (fault == OXA::WorkDirFault::None
         || (force && fault == OXA::WorkDirFault::HoldsForeignFiles))
         return true;
-    err << "error: " << faultText(fault, path, lost) << '\n';
+    err.error(faultText(fault, path, lost));
     return false;
 }
 
@@ -39,7 +39,7 @@ bool mayWrite(const QString& output, const OXA_FILES::Inputs& inputs, TextOut& e
 {
     const QString lost = OXA_FILES::lostByWriting(output, inputs);
     if (!lost.isEmpty())
-        err << "error: " << output << " would replace " << lost
-            << ", which this command reads; choose another file with -o\n";
+        err.error(output + " would replace " + lost
+            + ", which this command reads; choose another file with -o");
     return lost.isEmpty();
 }

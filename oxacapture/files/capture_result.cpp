@@ -39,12 +39,15 @@ const Format* formatOf(const QString& path)
 
 void addWaiting(const CapturedCore& core, QJsonObject& object)
 {
-    QJsonObject matches;
+    QJsonArray units;
     for (const UnitMatches& unit : core.matches)
-        matches.insert(QString("M%1").arg(unit.unit), unit.matches);
+        units += QJsonObject {
+            {"index",   unit.unit   },
+            {"matches", unit.matches}
+        };
     object.insert("level", core.level);
     object.insert("window", core.window);
-    object.insert("matches", matches);
+    object.insert("units", units);
 }
 
 }

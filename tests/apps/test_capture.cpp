@@ -75,6 +75,47 @@ constexpr Bench kBenches[] = {
     {"no Verilog",    "",       "top dut(clk, y;",       "bench.v:2: "                   },
 };
 
+// Calls that print every field of docs/json.md; LIVE stands for the address of OpenOCD.
+constexpr const char* kJson[] = {
+    "new DIR/new.oxa",
+    "signals --design TRAPS",
+    "add DIR/f.oxa --clock top/clk --data z --trigger z --design TRAPS",
+    "set DIR/f.oxa --unit M0=T0==1 --power-up on",
+    "show DIR/f.oxa",
+    "show UART",
+    "check DIR/wrong.oxa",
+    "estimate UART --part PART",
+    "generate UART --part PART --work-dir DIR/w",
+    "generate DIR/c.oxa --part PART --work-dir DIR/w --no-synthesis",
+    "generate DIR/wrong.oxa --part PART --work-dir DIR/w",
+    "add DIR/counter.oxa --clock counter/clk --data count --design COUNTER --top counter",
+    "attach DIR/counter.oxa --for ice40 --work-dir DIR/w",
+    "simulate DIR/c.oxa --part PART --stimulus DIR/wave.vcd --model",
+    "probe DIR/c.oxa --openocd LIVE",
+    "capture DIR/c.oxa --openocd LIVE --core 4 --unit M0=1111111111 --timeout 0.001",
+    "capture DIR/c.oxa --openocd LIVE",
+    "devices QX1N-9",
+    "devices --families",
+    "voltage --part QX1N-9UV-QFN88-C6",
+};
+
+/// Adds the fields of `object` with their types, as docs/json.md names them behind `place`.
+void noteFields(const QString& place, const QJsonObject& object, QMap<QString, QString>& seen)
+{
+    static const QStringList kTypes {"null", "boolean", "number", "text", "array", "object"};
+    for (auto it = object.begin(); it != object.end(); ++it) {
+        const bool shared = QStringList {"format", "errors", "warnings"}.contains(it.key());
+        const QString field = (shared ? "Every command " : place) + it.key();
+        if (!it->isNull() || !seen.contains(field))
+            seen[field] = kTypes.at(it->type());
+        if (it.key() != "cells") // its keys are types of cells
+            noteFields(field + '.', it->toObject(), seen);
+        const QString below = it.key() == "problems" ? "Problems " : field + "[].";
+        for (const QJsonValue& element : it->toArray())
+            noteFields(shared ? "Messages " : below, element.toObject(), seen);
+    }
+}
+
 // How many rows a table has in which n counts on, from one to the next of a window; -1 when it does
 // not.
 int followingRows(const QByteArray& csv)
@@ -111,6 +152,7 @@ private Q_SLOTS:
     void besideTheDesign();
     void unusableCalls_data() { addRows(kUnusable); }
     void unusableCalls();
+    void jsonIsAsDocumented();
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
@@ -216,7 +258,7 @@ void TestCapture::withoutATrigger()
     const QJsonObject core
         = QJsonDocument::fromJson(result.out.toUtf8())["cores"].toArray().at(0).toObject();
     QCOMPARE(core["triggered"], QJsonValue(false));
-    QVERIFY(core["level"] == 0 && core["window"] == 0 && core["matches"]["M0"] == 0);
+    QVERIFY(core["level"] == 0 && core["window"] == 0 && core["units"][0]["matches"] == 0);
     QCOMPARE(core["names"], QJsonValue("verified"));
     QCOMPARE(core["windows"][0]["triggerSample"], QJsonValue(QJsonValue::Null));
     const QByteArray csv = bytesOf(path("live.csv"));
@@ -358,6 +400,44 @@ void TestCapture::unusableCalls()
     const Result result = capture(QString(row.what).split(' '));
     QVERIFY2(result.err.contains(row.said), qPrintable(result.err));
     QCOMPARE(result.status, row.status);
+}
+
+void TestCapture::jsonIsAsDocumented()
+{
+    const QString uart = OXA_SOURCE_DIR "/examples/uart/uart.oxa";
+    QByteArray wrong = bytesOf(uart);
+    wrong.replace("uart_tx/start", "uart_tx/data[6]").replace("M1 &amp;", "M3 &amp;");
+    writeFile(path("wrong.oxa"), wrong.replace("R01000110", "r1000110"));
+    const QStringList remembers {"OXA_REMEMBER=1", "XDG_DATA_HOME=" + path("data")};
+    const QString engine
+        = writeProgram(path("engine"), "echo 'module qx_oxa; endmodule' >netlist.v\n");
+    const QStringList builds = remembers + QStringList("OXA_SYNTHESIS_ENGINE=" + engine);
+    QMap<QString, QString> seen;
+    for (const char* row : kJson) {
+        QString call = row;
+        call.replace("DIR", m_dir.path()).replace("UART", uart).replace("PART", kPart);
+        call.replace("LIVE", m_live.address());
+        call.replace("COUNTER", OXA_SOURCE_DIR "/examples/board/counter.v");
+        call.replace("TRAPS", OXA_SOURCE_DIR "/tests/design/traps.sv --top top -D GO=8'd1 -P N=3");
+        const Result result
+            = oxa((call + " --json").split(' '), call.startsWith("generate") ? builds : remembers);
+        QVERIFY2(jsonOf(result)["format"] == 1, qPrintable(call + '\n' + result.err));
+        noteFields("oxa " + call.section(' ', 0, 0) + ' ', jsonOf(result), seen);
+    }
+    QMap<QString, QString> documented;
+    QString section;
+    for (const QString& line : QString(bytesOf(OXA_SOURCE_DIR "/docs/json.md")).split('\n')) {
+        if (line.startsWith("## "))
+            section = line.mid(3) + ' ';
+        else if (line.startsWith("| `"))
+            documented[section + line.section('`', 1, 1)]
+                = line.section('|', 2, 2).section(' ', 1, 1);
+    }
+    for (auto it = seen.begin(); it != seen.end(); ++it)
+        QVERIFY2(documented.contains(it.key()) && (*it == "null" || *it == documented[it.key()]),
+            qPrintable(it.key() + ", " + *it));
+    for (const QString& field : documented.keys()) // a proof takes long
+        QVERIFY2(seen.contains(field) || field.startsWith("oxa attach proof"), qPrintable(field));
 }
 
 QTEST_GUILESS_MAIN(TestCapture)

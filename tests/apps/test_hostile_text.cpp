@@ -203,7 +203,8 @@ void TestHostileText::repliesSteerNothing()
     const TalkingServer openocd("1 " + kSteering.toUtf8() + '\x1a', -1);
     const Result result = run("capture DIR/plain.oxa --openocd " + openocd.address());
     QCOMPARE(result.err,
-        QString("error: OpenOCD: \\u001b[2J\\u009b0c\\u202e\\nerror: forged\\r\\u0007\\u007f\n"));
+        QString(
+            "error: OpenOCD: \\u001b[2J\\u009b0c\\u202e\n    error: forged\\r\\u0007\\u007f\n"));
 }
 
 void TestHostileText::jsonKeepsItsMeaning()

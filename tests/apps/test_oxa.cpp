@@ -29,7 +29,7 @@ constexpr Call kCalls[] = {
     {"show DIR/damaged.oxa",                                          0, " differs; expected "                                                    },
     {"show DIR/unsigned.oxa",                                         0, "checksum missing; "                                                     },
     {"check UART --strict",                                           0, "uart.oxa: no problems\n"                                                },
-    {"check UART ON --json",                                          0, R"({"problems":[]})"                                                     },
+    {"check UART ON --json",                                          0, R"("problems":[],)"                                                      },
     {"check UART --part QX",                                          2, "no part \"QX\""                                                         },
     {"check DIR/deep.oxa --part QX1N-1LV-CSP30-C6",                   1, "[block-sram]"                                                           },
     {"check DIR/warned.oxa",                                          0, "[idle-continuous]"                                                      },
@@ -43,7 +43,10 @@ constexpr Call kCalls[] = {
     {"check DIR/broken.oxa --json",                                   1, R"("line":80,"place":"core 0, M0","rule":"value-too)"                    },
     {"generate DIR/warned.oxa ON LIST --strict",                      1, "oxa:80:13: error: core 0, M0: it counts"                                },
     {"generate DIR/warned.oxa ON LIST",                               0, "oxa:80:13: warning: core 0, M0: it counts"                              },
-    {"generate UART ON LIST --no-top --json",                         0, R"(/qx_con_top.v"],"includePaths":[)"                                    },
+    {"generate UART ON LIST --no-top --json",                         0, R"(/qx_con_top.v"],"format":1,"includePaths":[)"                         },
+    {"show DIR/malformed.oxa --json",                                 2, R"("line":4,"message":)"                                                 },
+    {"show --jsn --json",                                             2, R"({"errors":[{"message":"FILE is required;)"                            },
+    {"generate DIR/broken.oxa ON LIST --json",                        1, R"("rule":"value-character")"                                            },
     {"generate DIR/illegal.oxa ON --work-dir DIR/w --no-synthesis",   1, "M3, which is switched off"                                              },
     {"simulate DIR/illegal.oxa ON --stimulus UART --keep-work DIR/w", 1, "names M3, which"                                                        },
     {"simulate DIR/illegal.oxa ON --stimulus UART --model -o DIR/w",  1, "names M3, which"                                                        },
@@ -59,7 +62,7 @@ constexpr Call kCalls[] = {
     {"generate UART --for ice4 LIST",                                 2, "error: no family \"ice4\"; `oxa devices --families`"                    },
     {"generate UART --for ice40 --link jtag LIST",                    2, "error: ice40 has no link \"jtag\""                                      },
     {"generate UART --for ice40 --work-dir DIR/list --json",          0,
-     R"(/board/icebreaker.pcf"],"files":[)"                                                                                                       },
+     R"(/board/icebreaker.pcf"],"defines":[],)"                                                                                                   },
     {"generate UART ON --work-dir DIR/w --no-top",                    2, "--no-synthesis"                                                         },
     {"generate UART ON --work-dir w --device QX-none",                2, "of device \"QX-none\" in the catalogue"                                 },
     {"generate UART ON --work-dir UART",                              2, "is not a directory"                                                     },
@@ -120,7 +123,8 @@ void TestOxa::calls()
     const Result result = run(row.what);
     QCOMPARE(result.status, row.status);
     QVERIFY2(saidBy(result).contains(row.said), qPrintable(saidBy(result)));
-    QVERIFY(row.status != 2 || result.out.isEmpty());
+    const bool json = words(row.what).contains("--json");
+    QVERIFY(row.status != 2 || json || result.out.isEmpty());
 }
 
 void TestOxa::workDirectoriesAreEmptied()

@@ -36,7 +36,7 @@ constexpr Row kCalls[] = {
         " | show FILE", 0, "x 512 samples in block SRAM: top/b (8)\n"
         "  windows  4 of 100 samples, 7 before the trigger\n"},
     {"json", "add FILE --clock top/clk --data z b --trigger z TRAPS --json", 0,
-        "\"ports\":[{\"index\":0,\"width\":1}],\"position\":0,\"problems\":[],\"width\":9,"},
+        "\"ports\":[{\"index\":0,\"width\":1}],\"position\":0,\"problems\":[],\"sampleClock\":\"top/clk\","},
     {"lite", "add FILE --lite --falling --clock top/clk --data z --samples 64 TRAPS | show FILE", 0,
         "clock top/clk, falling edge, module top\n  data     1 bit x 64 samples in block SRAM: "},
     {"lite again", "new FILE --lite | add FILE --clock top/clk --data z TRAPS | show FILE", 0,

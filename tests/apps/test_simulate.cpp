@@ -98,8 +98,9 @@ void TestSimulate::capturesOfTheModel()
                    "4,0,0,0,x,0,1\n4,0,1,1,1,1,0\n4,0,2,0,0,1,1\n"
                    "9,0,0,0,1,1,0\n9,0,1,1,0,1,1\n9,0,2,0,1,0,0\n"));
     QCOMPARE(saidBy(simulate({first.get()}, {"--json"})),
-        QString(R"({"cores":[{"index":4,"triggered":true,"windows":[)"
-                R"({"firstSample":1,"samples":3,"triggerSample":2}]}]})"));
+        QString(
+            R"({"cores":[{"index":4,"triggered":true,"windows":[)"
+            R"({"firstSample":1,"samples":3,"triggerSample":2}]}],"errors":[],"format":1,"warnings":[]})"));
 }
 
 void TestSimulate::forcedTriggers()
