@@ -100,6 +100,7 @@ private Q_SLOTS:
     void oneRunInAWorkDirectory();
     void streamsTakeResults();
     void referencePageIsWhatHelpSays();
+    void examplesOfTheManual();
     void shellCompletes();
 };
 
@@ -239,6 +240,24 @@ void TestOxa::referencePageIsWhatHelpSays()
     process.start(OXA_SOURCE_DIR "/tools/cli-reference", {OXA_PROGRAM, "markdown"});
     QVERIFY(finished(process));
     QCOMPARE(process.readAllStandardOutput(), bytesOf(OXA_SOURCE_DIR "/docs/cli.md"));
+}
+
+// In one directory, in their order; a chip is not here.
+void TestOxa::examplesOfTheManual()
+{
+    const QTemporaryDir directory;
+    QVERIFY(QFile::link(OXA_SOURCE_DIR "/examples", directory.filePath("examples")));
+    QString script = "set -e\nPATH=" + QFileInfo(OXA_PROGRAM).path() + ":$PATH\n";
+    for (const QString& line :
+        QString(bytesOf(OXA_SOURCE_DIR "/apps/oxa/manual.txt")).split('\n')) {
+        if (line.startsWith("  ")
+            && !line.contains(QRegularExpression("oxa (probe|capture|target)")))
+            script += line + '\n';
+    }
+    QProcess shell;
+    shell.setWorkingDirectory(directory.path());
+    shell.start("sh", {"-c", script});
+    QVERIFY2(finished(shell) && shell.exitCode() == 0, shell.readAllStandardError());
 }
 
 void TestOxa::shellCompletes()
