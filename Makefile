@@ -3,7 +3,7 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test test-asan test-tsan bench install check packages
+.PHONY: demo test test-asan test-tsan test-qt6 bench install check packages
 
 test: packages
 	cmake --preset dev
@@ -16,6 +16,13 @@ test-asan test-tsan: test-%: packages
 	cmake --preset $*
 	cmake --build --preset $* -j $(JOBS)
 	ctest --preset $*
+
+# Everything again with Qt 6.
+test-qt6: packages
+	tools/install-packages tools/packages-qt6.txt
+	cmake --preset qt6
+	cmake --build --preset qt6 -j $(JOBS)
+	ctest --preset qt6
 
 demo: packages
 	cmake --preset release

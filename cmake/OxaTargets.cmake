@@ -3,7 +3,20 @@
 
 add_library(oxa_options INTERFACE)
 target_compile_definitions(oxa_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH)
+if(OXA_QT EQUAL 6) # deprecates what Qt 5.15 has no other name for
+    target_compile_definitions(oxa_options INTERFACE QT_NO_DEPRECATED_WARNINGS)
+endif()
 target_compile_options(oxa_options INTERFACE -Wall -Wextra -Wpedantic $<$<BOOL:${OXA_WERROR}>:-Werror>)
+
+set(OXA_QT_LEAST 5.15)
+if(OXA_QT EQUAL 6)
+    set(OXA_QT_LEAST 6.4)
+endif()
+
+# oxa_find_qt(COMPONENT ...): of the version OXA_QT.
+macro(oxa_find_qt)
+    find_package(Qt${OXA_QT} ${OXA_QT_LEAST} REQUIRED COMPONENTS ${ARGV})
+endmacro()
 
 # oxa_add_library(TARGET NAME LIBNAME DEFINE): a shared library, exported as OxaUtils::NAME. While the
 # version is 0.x, its interface may change with the minor number, so that both are in the SONAME.
@@ -35,7 +48,7 @@ function(oxa_add_test name)
         OXA_SOURCE_DIR="${PROJECT_SOURCE_DIR}"
         OXA_BINARY_DIR="${PROJECT_BINARY_DIR}"
         ${ARG_DEFINES})
-    target_link_libraries(${name} PRIVATE oxa_options Qt5::Test ${ARG_LIBS})
+    target_link_libraries(${name} PRIVATE oxa_options Qt${OXA_QT}::Test ${ARG_LIBS})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES
         TIMEOUT ${OXA_TEST_LIMIT}

@@ -20,6 +20,10 @@ constexpr int kLineBytes = 1 << 16; // longer lines come in pieces
 /// The engine as the leader of a process group, so that all its child processes can be ended too.
 class GroupProcess : public QProcess {
 public:
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    GroupProcess() { setChildProcessModifier(leadGroup); }
+#endif
+
     /// Terminates the group, then kills what remains. Returns when the engine has ended.
     void endGroup()
     {
@@ -38,16 +42,20 @@ public:
 
     void rememberGroup() { m_group = pid_t(processId()); }
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 protected:
+    void setupChildProcess() override { leadGroup(); }
+#endif
+
+private:
     // In the child process, before the engine is executed: the engine ends with this thread, so an
     // interrupted program leaves no engine running.
-    void setupChildProcess() override
+    static void leadGroup()
     {
         ::setpgid(0, 0);
         ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     }
 
-private:
     void signalGroup(int signal) const
     {
         if (m_group > 0)

@@ -52,8 +52,8 @@ QString noteText(const OXA_TOOL::AnalyzerResource& resource, const OXA_TOOL::Ana
 Memory memoryOf(const Core& core)
 {
     if (core.standard)
-        return {core.standard->dataSignals().size(), core.standard->storageDepth, true};
-    return {core.lite->dataSignals().size(), core.lite->captureAmount, false};
+        return {int(core.standard->dataSignals().size()), core.standard->storageDepth, true};
+    return {int(core.lite->dataSignals().size()), core.lite->captureAmount, false};
 }
 
 }

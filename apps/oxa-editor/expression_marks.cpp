@@ -28,7 +28,7 @@ QString nameComplaint(const Token& name, const AoCore& core)
 ExpressionMark foreignMark(const QString& text, int start, int end)
 {
     const QString piece = text.mid(start, end - start);
-    return {start, piece.size(), tr("\"%1\" is not allowed in an expression").arg(piece)};
+    return {start, int(piece.size()), tr("\"%1\" is not allowed in an expression").arg(piece)};
 }
 
 }
@@ -51,7 +51,7 @@ QList<ExpressionMark> expressionMarks(const QString& text, const AoCore& core)
         const QString complaint
             = token.kind == Token::Unit ? nameComplaint(token, core) : QString();
         if (!complaint.isEmpty())
-            marks.append({token.start, token.text.size(), complaint});
+            marks.append({token.start, int(token.text.size()), complaint});
     }
     for (const Token& token : unmatchedParentheses(tokens))
         marks.append({token.start, 1,

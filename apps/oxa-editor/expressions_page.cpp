@@ -214,7 +214,7 @@ void ExpressionsPage::showExpression()
     m_table->setExpression(text, core);
     QList<ExpressionMark> marks = expressionMarks(text, core);
     if (marks.isEmpty() && !m_table->reason().isEmpty() && namedUnits(tokensOf(text)).size() <= 6)
-        marks.append({0, text.size(), m_table->reason()});
+        marks.append({0, int(text.size()), m_table->reason()});
     m_edit->setMarks(marks);
     QStringList complaints;
     for (const ExpressionMark& mark : qAsConst(marks))

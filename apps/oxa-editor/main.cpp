@@ -52,8 +52,10 @@ int main(int argc, char** argv)
 {
     if (!hasScreen(argc, argv))
         return sayOnly(argc, argv);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // later ones do it anyway
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+#endif
     QApplication::setHighDpiScaleFactorRoundingPolicy(
         Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     const QApplication application(argc, argv);

@@ -4,6 +4,7 @@
 #include "signal_names.h"
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QMimeData>
 
 using namespace OXA;
@@ -14,7 +15,7 @@ constexpr int kDeepest = 2; // a bus and its bits
 
 void write(QDataStream& stream, const QList<SignalItem>& items)
 {
-    stream << items.size();
+    stream << qint32(items.size());
     for (const SignalItem& item : items) {
         stream << item.name << item.text << item.captureEnable;
         write(stream, item.subItems);
@@ -23,7 +24,7 @@ void write(QDataStream& stream, const QList<SignalItem>& items)
 
 QList<SignalItem> read(QDataStream& stream, int depth = 0)
 {
-    int count = 0;
+    qint32 count = 0;
     stream >> count;
     QList<SignalItem> items;
     for (int i = 0; i < count && depth < kDeepest && stream.status() == QDataStream::Ok; ++i) {

@@ -9,6 +9,7 @@
 
 #include <QDataStream>
 #include <QFont>
+#include <QIODevice>
 #include <QMimeData>
 
 #include <algorithm>

@@ -44,7 +44,7 @@ int bitNumber(const QString& name, const QString& bus)
     if (!name.startsWith(bus + '[') || !name.endsWith(']'))
         return -1;
     bool ok = false;
-    const int number = name.midRef(bus.size() + 1, name.size() - bus.size() - 2).toInt(&ok);
+    const int number = name.mid(bus.size() + 1, name.size() - bus.size() - 2).toInt(&ok);
     return ok ? number : -1;
 }
 

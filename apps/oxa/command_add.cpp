@@ -141,7 +141,7 @@ struct Added {
 template <typename Core> Added lastOf(const QList<Core*>& cores)
 {
     const Core& core = *cores.last();
-    return {cores.size() - 1, core.sampleClock, core.dataSignals().size(), {}};
+    return {int(cores.size()) - 1, core.sampleClock, int(core.dataSignals().size()), {}};
 }
 
 Added addedTo(const OXA::Configuration& configuration)

@@ -93,12 +93,14 @@ Estimate countAll(const OXA::Configuration& configuration, const DEV::ChipInfo& 
     estimate.total = OXA_TOOL::estimateOf(configuration, chip);
     for (int i = 0; i < configuration.cores.size(); ++i) {
         const OXA::AoCore& core = *configuration.cores.at(i);
-        add(estimate, {i, core.index, core.dataSignals().size(), core.storageDepth, true, 0, {}},
+        add(estimate,
+            {i, core.index, int(core.dataSignals().size()), core.storageDepth, true, 0, {}},
             core.implementation, chip);
     }
     if (!configuration.liteCores.isEmpty()) { // only the first is built
         const OXA::AOCore_Lite& core = *configuration.liteCores.first();
-        add(estimate, {0, core.index, core.dataSignals().size(), core.captureAmount, false, 0, {}},
+        add(estimate,
+            {0, core.index, int(core.dataSignals().size()), core.captureAmount, false, 0, {}},
             core.implementation, chip);
     }
     return estimate;

@@ -94,7 +94,7 @@ QStringList nearestParts(const QString& text)
         QString part;
     };
     std::vector<Candidate> candidates;
-    const int farthest = std::max(2, text.size() / 3);
+    const int farthest = std::max(2, int(text.size()) / 3);
     const std::string wanted = text.toStdString();
     const QList<DEV::ChipInfo> chips = DEV::DeviceDb::instance().chips();
     for (const DEV::ChipInfo& chip : chips) {

@@ -111,7 +111,7 @@ bool SerialPads::step()
         m_due = kMostDue;
     else if (m_due > 0)
         levels = QByteArray(kSlice * m_cycles, '1');
-    m_due = std::max(m_due - levels.size(), 0);
+    m_due = std::max(int(m_due - levels.size()), 0);
     return run(levels) && sendClient();
 }
 

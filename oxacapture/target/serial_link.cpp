@@ -161,7 +161,7 @@ bool SerialLink::receiveAnswer(char head, int size, QByteArray& answer, int& lag
     };
     QByteArray more;
     do {
-        if (!receive(std::max(whole - answer.size(), 1), more, lag))
+        if (!receive(std::max(int(whole - answer.size()), 1), more, lag))
             return false;
         answer += more;
     } while (!isWhole() && !more.isEmpty());

@@ -115,7 +115,7 @@ bool VcdDeclarations::read(VcdWords& words)
     std::string_view word;
     while (words.next(word)) {
         if (word.front() != '$')
-            return words.fail("expected a declaration, found " + quoted(word));
+            return words.fail("expected a declaration, found " + quotedWord(word));
         if (word == "$enddefinitions")
             return words.skipToEnd(word);
         if (!readSection(words, word))
@@ -161,17 +161,19 @@ bool VcdDeclarations::readVariable(VcdWords& words)
     if (!holdsBits(parts[0]))
         variable.width = 0;
     else if (variable.width < 1 || variable.width > kMostBits)
-        return words.fail("a variable cannot have " + quoted(parts[1]) + " bits");
+        return words.fail("a variable cannot have " + quotedWord(parts[1]) + " bits");
     variable.scope = m_open;
     variable.name = joined(parts.begin() + 3, parts.end());
     variable.msb = std::max(variable.width - 1, 0);
     if (variable.width > 0 && !takeRange(variable.name, variable))
-        return words.fail(quoted(variable.name) + " does not have " + quoted(parts[1]) + " bits");
+        return words.fail(
+            quotedWord(variable.name) + " does not have " + quotedWord(parts[1]) + " bits");
     variable.code = codes.declare(parts[2]);
     if (size_t(variable.code) == codeWidths.size())
         codeWidths.push_back(variable.width);
     else if (codeWidths[size_t(variable.code)] != variable.width)
-        return words.fail("identifier " + quoted(parts[2]) + " was declared with another width");
+        return words.fail(
+            "identifier " + quotedWord(parts[2]) + " was declared with another width");
     variables.push_back(std::move(variable));
     return true;
 }

@@ -126,7 +126,7 @@ bool VcdReader::Private::readWord(std::string_view word)
         return readKeyword(word);
     if (meaning(first))
         return readScalar(word);
-    return words.fail("expected a time or a value change, found " + quoted(word));
+    return words.fail("expected a time or a value change, found " + quotedWord(word));
 }
 
 bool VcdReader::Private::readTime(std::string_view word)
@@ -135,9 +135,9 @@ bool VcdReader::Private::readTime(std::string_view word)
     const char* end = word.data() + word.size();
     const auto result = std::from_chars(word.data() + 1, end, next);
     if (result.ec != std::errc() || result.ptr != end)
-        return words.fail(quoted(word) + " is not a time");
+        return words.fail(quotedWord(word) + " is not a time");
     if (next < time)
-        return words.fail("time " + quoted(word) + " is before the previous one");
+        return words.fail("time " + quotedWord(word) + " is before the previous one");
     if (next == time)
         return true;
     sink->endOfTime(time);
@@ -177,7 +177,7 @@ bool VcdReader::Private::readVector(std::string_view word)
     for (const char c : word.substr(1)) {
         const char value = meaning(c);
         if (!value)
-            return words.fail(quoted(word) + " is not a value of bits");
+            return words.fail(quotedWord(word) + " is not a value of bits");
         bits += value;
     }
     if (bits.empty())
@@ -192,7 +192,7 @@ bool VcdReader::Private::readVector(std::string_view word)
     if (bits.size() > width)
         return words.fail(
             QString("a value of %1 bits for the %2 of identifier %3")
-                .arg(QString::number(bits.size()), QString::number(width), quoted(id)));
+                .arg(QString::number(bits.size()), QString::number(width), quotedWord(id)));
     const int slot = slots[size_t(code)];
     if (slot < 0)
         return true;
@@ -224,7 +224,7 @@ int VcdReader::Private::codeOf(std::string_view id)
 {
     const int code = declarations.codes.find(id);
     if (code < 0)
-        words.fail("identifier " + quoted(id) + " was not declared");
+        words.fail("identifier " + quotedWord(id) + " was not declared");
     return code;
 }
 

@@ -9,7 +9,7 @@ constexpr size_t kShownLength = 40;
 
 }
 
-QString quoted(std::string_view word)
+QString quotedWord(std::string_view word)
 {
     QString shown;
     for (const char c : word.substr(0, kShownLength))

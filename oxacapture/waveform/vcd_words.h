@@ -41,7 +41,7 @@ private:
 
 /// `word` as a message shows it: what does not print is replaced, and it is cut to a readable
 /// length.
-QString quoted(std::string_view word);
+QString quotedWord(std::string_view word);
 
 }
 

@@ -88,7 +88,7 @@ void findNearLimit(const AllCores& configuration, Findings& findings)
     const OXA_TOOL::AnalyzerAmounts& whole = configuration.amounts.last();
     for (const OXA_TOOL::AnalyzerResource& resource : OXA_TOOL::analyzerResources()) {
         if (resource.isNear(whole, available))
-            findings.add({configuration.amounts.size() - 1},
+            findings.add({int(configuration.amounts.size()) - 1},
                 QString(
                     "the analyzer takes about %1 %2, %3 has %4, and synthesis may take %5 percent"
                     " more")

@@ -87,7 +87,7 @@ bool fillCore(const DesignIndex& index, const CoreRequest& request, AoCore& core
     core.storageDepth = depthFor(request);
     if (request.triggers.size() > kPorts)
         notes.errors += QString("a core has %1 trigger ports").arg(kPorts);
-    for (int i = 0; i < std::min(request.triggers.size(), kPorts); ++i)
+    for (int i = 0; i < std::min(int(request.triggers.size()), kPorts); ++i)
         core.getTrigger(i)->signalList = itemsOf(index, request.triggers.at(i), core.sampleClock,
             QString("trigger port T%1").arg(i), notes);
     triggerAtOnce(core);

@@ -156,7 +156,7 @@ QVector<int> DesignIndex::named(const QString& key) const
 QStringList DesignIndex::nearest(const QString& name, int count) const
 {
     const QByteArray wanted = leafOf(keyOf(name)).toUtf8();
-    const int limit = std::max(1, (wanted.size() + 1) / 3);
+    const int limit = std::max(1, int(wanted.size() + 1) / 3);
     QVector<QPair<int, int>> found; // distance, signal
     for (auto it = m_byLeaf.constBegin(); it != m_byLeaf.constEnd(); ++it) {
         const QByteArray leaf = it.key().toUtf8();
@@ -171,7 +171,7 @@ QStringList DesignIndex::nearest(const QString& name, int count) const
             : naturallyLess(m_design.items.at(a.second).path, m_design.items.at(b.second).path);
     };
     std::partial_sort(
-        found.begin(), found.begin() + std::min(count, found.size()), found.end(), before);
+        found.begin(), found.begin() + std::min(count, int(found.size())), found.end(), before);
     QStringList names;
     for (const auto& entry : found.mid(0, count))
         names += m_design.items.at(entry.second).path + m_design.items.at(entry.second).rangeText();

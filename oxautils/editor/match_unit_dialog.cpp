@@ -7,7 +7,7 @@
 #include "ui_match_unit_dialog.h"
 
 #include <QMessageBox>
-#include <QRegExpValidator>
+#include <QRegularExpressionValidator>
 
 #include <climits>
 
@@ -48,7 +48,7 @@ MatchUnitDialog::MatchUnitDialog(MatchUnit* unit, bool fixedUnit, QWidget* paren
     , core(unit->core)
     , type(unit->matchType)
     , func(unit->matchFunc)
-    , validator(new QRegExpValidator(this))
+    , validator(new ValueValidator(this))
 {
     ui->setupUi(this);
     initialize();

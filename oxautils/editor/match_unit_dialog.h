@@ -12,9 +12,16 @@
 
 class QLineEdit;
 class QRegExpValidator;
+class QRegularExpressionValidator;
 class QTreeWidget;
 
 namespace OXA {
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+using ValueValidator = QRegExpValidator;
+#else
+using ValueValidator = QRegularExpressionValidator; // Qt 6 has no QRegExpValidator
+#endif
 
 class AoCore;
 class TreeLineEdit;
@@ -101,7 +108,7 @@ private:
     qint32 type;
     qint32 func;
     qint32 base = 2;
-    QRegExpValidator* validator; ///< of all rows' editors, for the current radix, type and function
+    ValueValidator* validator; ///< of all rows' editors, for the current radix, type and function
     QPointer<TreeLineEdit> currentEdit; ///< where the digit menu was opened last
 };
 

@@ -11,7 +11,7 @@
 
 #include <QEvent>
 #include <QMenu>
-#include <QRegExpValidator>
+#include <QRegularExpressionValidator>
 
 #include <algorithm>
 
@@ -42,6 +42,30 @@ constexpr DigitChoice kDigits[] = {
      &MatchUnitDialog::onChangeB                                                                    },
     {'N', QT_TRANSLATE_NOOP("OXA::MatchUnitDialog", "N   No Edge"),      &MatchUnitDialog::onChangeN},
 };
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+void setPattern(ValueValidator& validator, const QString& pattern)
+{
+    validator.setRegExp(QRegExp(pattern));
+}
+
+bool matches(const ValueValidator& validator, const QString& text)
+{
+    return validator.regExp().exactMatch(text);
+}
+#else
+void setPattern(ValueValidator& validator, const QString& pattern)
+{
+    validator.setRegularExpression(QRegularExpression(pattern));
+}
+
+bool matches(const ValueValidator& validator, const QString& text)
+{
+    const QString whole
+        = QRegularExpression::anchoredPattern(validator.regularExpression().pattern());
+    return QRegularExpression(whole).match(text).hasMatch();
+}
+#endif
 
 bool isLetter(QChar digit) { return QString("XBFRN").contains(digit); }
 
@@ -153,7 +177,7 @@ QString MatchUnitDialog::withoutForbidden(QString value) const
 void MatchUnitDialog::setEditorType(QLineEdit* edit, int width)
 {
     edit->clear();
-    validator->setRegExp(QRegExp(QString("[%1]*").arg(digits())));
+    setPattern(*validator, QString("[%1]*").arg(digits()));
     edit->setInputMask(QString(">%1;0").arg(QString(digitCount(width, base), 'N')));
     edit->setValidator(validator);
 }
@@ -188,7 +212,7 @@ bool MatchUnitDialog::fits(const QString& value, QTreeWidget* tree) const
     int at = 0;
     for (const TreeLineEdit* edit : rowEdits(tree)) {
         const QString shown = digitsFromBits(value.mid(at, edit->bitWidth), base).toUpper();
-        if (!validator->regExp().exactMatch(shown))
+        if (!matches(*validator, shown))
             return false;
         at += edit->bitWidth;
     }
@@ -289,7 +313,7 @@ void MatchUnitDialog::showBits(TreeLineEdit* edit, const QString& bits)
         edit->home(false);
     }
     for (int i = 0; i < edit->subEdits.size(); ++i) {
-        if (edit->subEdits.at(i)->displayText() != bits.midRef(i, 1))
+        if (edit->subEdits.at(i)->displayText() != bits.mid(i, 1))
             edit->subEdits.at(i)->setText(bits.mid(i, 1));
     }
 }

@@ -53,11 +53,11 @@ QList<Known> knownSignals(const AoCore& core)
 /// text; -1 when it is not there.
 int endOf(const Known& known, const QString& text, int start)
 {
-    static const QRegularExpression rest("(?: \\(\\d+\\))?(?: \\(not captured\\))?\\s*(?:,\\s*|$)");
+    static const QRegularExpression rest(
+        "\\G(?: \\(\\d+\\))?(?: \\(not captured\\))?\\s*(?:,\\s*|$)");
     if (QStringView(text).mid(start, known.text.size()) != known.text)
         return -1;
-    const auto match = rest.match(text, start + known.text.size(), QRegularExpression::NormalMatch,
-        QRegularExpression::AnchoredMatchOption);
+    const auto match = rest.match(text, start + known.text.size());
     return match.hasMatch() ? match.capturedEnd() : -1;
 }
 

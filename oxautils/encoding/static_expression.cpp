@@ -68,11 +68,11 @@ private:
         case Token::Unit:
             if (token.unit < 0)
                 return SyntaxFault::UnknownUnit;
-            m_steps.push_back({'A', m_units.size() - 1 - m_units.indexOf(token.unit)});
+            m_steps.push_back({'A', int(m_units.size() - 1 - m_units.indexOf(token.unit))});
             endOperand();
             return SyntaxFault::None;
         case Token::Constant:
-            m_steps.push_back({'A', m_units.size()}); // 0 in every row
+            m_steps.push_back({'A', int(m_units.size())}); // 0 in every row
             if (token.text == "1'b1")
                 m_steps.push_back({'!', 0});
             endOperand();

@@ -136,9 +136,7 @@ private:
 /// Reads `pattern` at the current position, and the spaces after it.
 bool UnitReader::take(const char* pattern)
 {
-    const QRegularExpression expression(QString("(?:%1)\\s*").arg(pattern));
-    m_match = expression.match(
-        m_text, m_at, QRegularExpression::NormalMatch, QRegularExpression::AnchoredMatchOption);
+    m_match = QRegularExpression(QString("\\G(?:%1)\\s*").arg(pattern)).match(m_text, m_at);
     if (m_match.hasMatch())
         m_at = m_match.capturedEnd();
     return m_match.hasMatch();

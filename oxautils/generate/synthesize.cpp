@@ -33,14 +33,18 @@ QVariantList fileList(const QStringList& files)
     return list;
 }
 
-// A QMap with several values for a key: QMap keeps those of QMultiMap.
 QVariantMap optionMap(const OxaArg& arg, const QStringList& includePaths)
 {
-    QMultiMap<QString, QVariant> options;
-    options.insert(NorvoSyn::OPT_OUTPUT_VERILOG, QDir::cleanPath(arg.outputFile));
-    options.insert(NorvoSyn::OPT_DISABLE_IO, "1");
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QMultiMap<QString, QVariant> options; // QMap keeps its several values for a key
     for (const QString& path : includePaths)
         options.insert(NorvoSyn::OPT_INCLUDE_PATH, path);
+#else
+    QVariantMap options;
+    options.insert(NorvoSyn::OPT_INCLUDE_PATH, includePaths);
+#endif
+    options.insert(NorvoSyn::OPT_OUTPUT_VERILOG, QDir::cleanPath(arg.outputFile));
+    options.insert(NorvoSyn::OPT_DISABLE_IO, "1");
     return options;
 }
 

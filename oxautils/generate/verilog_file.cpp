@@ -14,7 +14,9 @@ bool writeVerilogFile(
 {
     const auto fill = [&write](QIODevice& file, QString*) {
         QTextStream out(&file);
-        out.setCodec("UTF-8");
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+        out.setCodec("UTF-8"); // Qt 6 writes it anyway
+#endif
         write(out);
         out.flush();
         return out.status() == QTextStream::Ok;

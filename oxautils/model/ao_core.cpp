@@ -95,13 +95,13 @@ SignalItem AoCore::signalItemAt(int i) const
 
 int AoCore::dataOutShiftWidth() const
 {
-    int width = std::max(kLeastShiftWidth, dataSignals().size() + 1);
+    int width = std::max(kLeastShiftWidth, int(dataSignals().size()) + 1);
     for (const MatchUnit* unit : matchUnits) {
         if (unit->enabled && unit->counterEnable)
             width = std::max(width, unit->counterWidth);
     }
     for (const TriggerPort* port : triggers)
-        width = std::max(width, port->singleSignals().size());
+        width = std::max(width, int(port->singleSignals().size()));
     return width;
 }
 

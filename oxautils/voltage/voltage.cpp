@@ -4,7 +4,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 #include <QFile>
-#include <QRegExp>
+#include <QRegularExpression>
 
 namespace OXA {
 
@@ -41,14 +41,15 @@ QString findRow(QFile& table, const QStringList& keys)
     }
 }
 
-// QRegExp prefers the longer alternative: "3.3V" is 3.3.
 QStringList numbersOf(const QString& choices)
 {
+    static const QRegularExpression number(
+        "\\d+(\\.\\d+)?", QRegularExpression::UseUnicodePropertiesOption);
     QStringList numbers;
     for (const QString& choice : choices.split('/')) {
-        QRegExp number("(\\d+|\\d+\\.\\d+)");
-        if (number.indexIn(choice) >= 0)
-            numbers += number.cap(1);
+        const QRegularExpressionMatch match = number.match(choice);
+        if (match.hasMatch())
+            numbers += match.captured();
     }
     return numbers;
 }

@@ -7,7 +7,12 @@
 #include <QPair>
 #include <QRegularExpression>
 #include <QSet>
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QTextCodec>
+#else
+#include <QStringDecoder>
+#endif
 
 namespace DEV {
 namespace {
@@ -58,6 +63,21 @@ constexpr int kColumnCount = sizeof kColumns / sizeof *kColumns;
 constexpr qint64 kLargestFile = qint64(64) * 1024 * 1024;
 
 /// The text of the file; null, with the reason in `error`, when it cannot be read.
+// Without its byte-order mark.
+QString fromUtf8(const QByteArray& bytes, bool& valid)
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QTextCodec::ConverterState state;
+    QString text = QTextCodec::codecForName("UTF-8")->toUnicode(bytes, bytes.size(), &state);
+    valid = state.invalidChars == 0 && state.remainingChars == 0;
+#else
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    QString text = decoder.decode(bytes);
+    valid = !decoder.hasError();
+#endif
+    return text;
+}
+
 QString readText(const QString& path, QString* error)
 {
     QFile file(path);
@@ -71,10 +91,9 @@ QString readText(const QString& path, QString* error)
     } else if (bytes.size() > kLargestFile) {
         *error = "larger than 64 MiB";
     } else {
-        QTextCodec::ConverterState state; // removes a byte-order mark
-        const QString text
-            = QTextCodec::codecForName("UTF-8")->toUnicode(bytes, bytes.size(), &state);
-        if (state.invalidChars == 0 && state.remainingChars == 0)
+        bool valid = false;
+        const QString text = fromUtf8(bytes, valid);
+        if (valid)
             return text.isNull() ? QString("") : text;
         *error = "not UTF-8 text";
     }

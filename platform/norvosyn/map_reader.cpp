@@ -3,6 +3,9 @@
 
 #include <QMultiMap>
 
+#include <algorithm>
+#include <iterator>
+
 namespace NorvoSyn {
 
 MapReader::MapReader(const QVariantMap& map, const QString& where, QStringList& problems)
@@ -17,7 +20,7 @@ std::optional<QString> MapReader::text(const char* key)
     const std::optional<QVariant> found = value(key);
     if (!found)
         return {};
-    if (found->type() == QVariant::String)
+    if (found->userType() == QMetaType::QString)
         return found->toString();
     complain(key, "is not a text");
     return {};
@@ -28,7 +31,7 @@ std::optional<QVariantMap> MapReader::map(const char* key)
     const std::optional<QVariant> found = value(key);
     if (!found)
         return {};
-    if (found->type() == QVariant::Map)
+    if (found->userType() == QMetaType::QVariantMap)
         return found->toMap();
     complain(key, "is not a map");
     return {};
@@ -39,7 +42,9 @@ std::optional<QVariantList> MapReader::list(const char* key)
     const std::optional<QVariant> found = value(key);
     if (!found)
         return {};
-    if (found->canConvert<QVariantList>())
+    const bool text // which Qt 6 converts to a list of characters
+        = found->userType() == QMetaType::QString || found->userType() == QMetaType::QByteArray;
+    if (!text && found->canConvert<QVariantList>())
         return found->toList();
     complain(key, "is not a list");
     return {};
@@ -50,10 +55,11 @@ QStringList MapReader::texts(const char* key)
     QStringList texts;
     const QVariantList values = QMultiMap<QString, QVariant>(m_map).values(key);
     for (const QVariant& value : values) {
-        if (value.type() == QVariant::String)
-            texts << value.toString();
-        else
+        const QStringList list = value.toStringList(); // of a text, itself
+        if (value.userType() != QMetaType::QString && value.userType() != QMetaType::QStringList)
             complain(key, "is not a text");
+        else
+            std::copy(list.rbegin(), list.rend(), std::back_inserter(texts));
     }
     return texts;
 }

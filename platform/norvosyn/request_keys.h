@@ -19,7 +19,9 @@ constexpr char TYPE_VERILOG[] = "verilog"; ///< the only ARG_FILE_TYPE
 constexpr char ARG_OPTION[] = "options"; ///< map with repeated keys, the three OPT_ keys
 constexpr char OPT_OUTPUT_VERILOG[] = "output_file"; ///< text: the netlist
 constexpr char OPT_DISABLE_IO[] = "disable_insert_pad"; ///< "1": no pad buffers at the ports
-constexpr char OPT_INCLUDE_PATH[] = "include_path"; ///< text, may be repeated
+/// Text, may be repeated: a `QMap` of Qt 6 has one value for a key, so that it is a `QStringList`
+/// there.
+constexpr char OPT_INCLUDE_PATH[] = "include_path";
 constexpr char INI_CONFIG[] = "iniconfig"; ///< list of "KEY=VALUE" texts
 
 }

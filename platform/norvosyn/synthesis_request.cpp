@@ -87,7 +87,7 @@ void readSources(MapReader& top, SynthesisRequest& request, QStringList& problem
         top.complain(ARG_FILE, "contains no file");
     for (int i = 0; i < files->size(); ++i) {
         const QString where = QString("%1[%2]").arg(ARG_FILE, QString::number(i));
-        if (files->at(i).type() != QVariant::Map) {
+        if (files->at(i).userType() != QMetaType::QVariantMap) {
             problems << QString("request: \"%1\" is not a map").arg(where);
             continue;
         }
@@ -139,7 +139,7 @@ void readSettings(MapReader& top, SynthesisRequest& request)
 {
     const QVariantList settings = top.list(INI_CONFIG).value_or(QVariantList());
     for (const QVariant& setting : settings) {
-        if (setting.type() != QVariant::String) {
+        if (setting.userType() != QMetaType::QString) {
             top.complain(INI_CONFIG, "contains an entry that is not a text");
             continue;
         }

@@ -21,6 +21,9 @@ public:
         m_log.open();
         setProcessChannelMode(MergedChannels);
         setStandardOutputFile(m_log.fileName());
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+        setChildProcessModifier(endWithTest);
+#endif
     }
     ~Service() override { end(); }
 
@@ -49,10 +52,14 @@ public:
         waitForFinished(kPatience);
     }
 
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 protected:
-    void setupChildProcess() override { prctl(PR_SET_PDEATHSIG, SIGKILL); }
+    void setupChildProcess() override { endWithTest(); }
+#endif
 
 private:
+    static void endWithTest() { prctl(PR_SET_PDEATHSIG, SIGKILL); }
+
     QRegularExpressionMatch said(const QString& pattern)
     {
         const QRegularExpression wanted(pattern);

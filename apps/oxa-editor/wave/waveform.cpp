@@ -105,8 +105,8 @@ WaveRows signalRows(const QList<OXA::SignalItem>& items,
 WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* core)
 {
     auto waveform = std::make_shared<Waveform>();
-    auto samples
-        = std::make_shared<SampleTable>(SampleLayout({OXA::flattenedNames(captured.items).size()}));
+    auto samples = std::make_shared<SampleTable>(
+        SampleLayout({int(OXA::flattenedNames(captured.items).size())}));
     for (const CapturedWindow& window : captured.windows) {
         const qint64 first = samples->size();
         samples->appendField(window.samples, 0, 0, window.samples.size());

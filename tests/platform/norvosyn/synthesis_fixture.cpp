@@ -19,11 +19,16 @@ SynthesisFixture::SynthesisFixture(const QString& subdirectory)
     qunsetenv("OXA_SYNTHESIS_ENGINE");
     qunsetenv("OXA_SYNTHESIS_TIMEOUT");
     QDir().mkpath(m_root);
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     QMultiMap<QString, QVariant> options;
-    options.insert(OPT_OUTPUT_VERILOG, output());
-    options.insert(OPT_DISABLE_IO, "1");
     options.insert(OPT_INCLUDE_PATH, m_root);
     options.insert(OPT_INCLUDE_PATH, path("installed"));
+#else
+    QVariantMap options;
+    options.insert(OPT_INCLUDE_PATH, QStringList {m_root, path("installed")});
+#endif
+    options.insert(OPT_OUTPUT_VERILOG, output());
+    options.insert(OPT_DISABLE_IO, "1");
     request[WORK_DIR] = m_root;
     request[PROJECT_NAME] = "oxa_test";
     request[ARG_FILE] = QVariantList();
