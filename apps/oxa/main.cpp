@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command.h"
+#include "completion.h"
 #include "log.h"
 
 #include "oxautils/oxautils_version.h"
@@ -106,6 +107,10 @@ static int run(int argc, char** argv)
     addDevices(app, io, status);
     addVoltage(app, io, status);
 
+    if (argc > 2 && std::strcmp(argv[1], kCompleteWord) == 0) {
+        complete(app, application.arguments().mid(2), out);
+        return kDone;
+    }
     const bool json = std::any_of(
         argv, argv + argc, [](const char* word) { return std::strcmp(word, "--json") == 0; });
     if (call(app, argc, argv, err, status) && (json || !out.result().isEmpty()))

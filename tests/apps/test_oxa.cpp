@@ -101,7 +101,6 @@ private Q_SLOTS:
     void streamsTakeResults();
     void referencePageIsWhatHelpSays();
     void examplesOfTheManual();
-    void shellCompletes();
 };
 
 void TestOxa::initTestCase()
@@ -258,31 +257,6 @@ void TestOxa::examplesOfTheManual()
     shell.setWorkingDirectory(directory.path());
     shell.start("sh", {"-c", script});
     QVERIFY2(finished(shell) && shell.exitCode() == 0, shell.readAllStandardError());
-}
-
-void TestOxa::shellCompletes()
-{
-    const QString script = R"(
-        PATH=$(dirname "$1"):$PATH; source "$2"; shift 2
-        COMP_WORDS=(oxa "$@"); COMP_CWORD=$#; _oxa; (IFS=+; echo "${COMPREPLY[*]}"))";
-    writeFile(path("two words.vcd"), "");
-    const QList<QPair<QStringList, QString>> rows = {
-        {{"sh"},                                  "show"             },
-        {{"set", "--edge", "f"},                  "falling"          },
-        {{"generate", "--no-s"},                  "--no-synthesis"   },
-        {{"check", "--part", "QX1N-9LV-QFN88-C"}, "QX1N-9LV-QFN88-C6"},
-        {{"simulate", "--stimulus", "two"},       "two words.vcd"    },
-    };
-    for (const auto& row : rows) {
-        QProcess process;
-        process.setWorkingDirectory(path("."));
-        process.start("bash",
-            QStringList {
-                "-c", script, "bash", OXA_PROGRAM, OXA_SOURCE_DIR "/share/bash-completion/oxa"}
-                + row.first);
-        QVERIFY(finished(process));
-        QCOMPARE(QString(process.readAllStandardOutput()).trimmed(), row.second);
-    }
 }
 
 QTEST_GUILESS_MAIN(TestOxa)
