@@ -3,7 +3,7 @@
 PREFIX ?= /usr/local
 JOBS ?= $(shell nproc)
 
-.PHONY: demo test test-asan test-tsan test-qt6 bench install check packages
+.PHONY: demo docs test test-asan test-tsan test-qt6 bench install check packages
 
 test: packages
 	cmake --preset dev
@@ -34,6 +34,12 @@ bench: packages
 	cmake --preset release -DOXA_BUILD_BENCH=ON
 	cmake --build --preset release -j $(JOBS)
 	tools/bench build/release
+
+# build/release/docs/html; `make install` then installs it, too.
+docs: packages
+	tools/install-packages tools/packages-docs.txt
+	cmake --preset release -DOXA_BUILD_DOCS=ON
+	cmake --build --preset release --target docs
 
 install: packages
 	cmake --preset release

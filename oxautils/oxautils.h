@@ -2,7 +2,11 @@
 #ifndef OXAUTILS_OXAUTILS_H
 #define OXAUTILS_OXAUTILS_H
 
+/// @file
 /// Everything that a host may use, in one include.
+
+/// @namespace OXA
+/// Configurations of analyzers: model, files, checks, encoding, generation and builds.
 
 #include "oxautils/check/check.h"
 #include "oxautils/check/problem.h"

@@ -11,7 +11,7 @@ namespace OXA_CAPTURE {
 
 /// A window with its samples.
 struct CapturedWindow {
-    Window place;
+    Window place; ///< its numbers; of a target, from 0 in each window
     SampleTable samples; ///< field 0: the core's data signals
     bool untriggered = false; ///< the core was stopped while it waited for its trigger
 
@@ -25,8 +25,8 @@ struct CapturedWindow {
 
 /// How often a match unit matched while its core waited.
 struct UnitMatches {
-    int unit = 0;
-    qint64 matches = 0;
+    int unit = 0; ///< 0 to 15
+    qint64 matches = 0; ///< samples at which it matched
 };
 
 /// What one core captured.

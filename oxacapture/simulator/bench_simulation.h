@@ -11,13 +11,13 @@ namespace OXA_CAPTURE {
 /// A design in its own test bench, with an analyzer beside it. Neither is changed: the analyzer is
 /// a second module at the top of the simulation, which refers to the nets of the design by path.
 struct BenchSimulation {
-    SimulatorDirs dirs;
+    SimulatorDirs dirs; ///< of the installation
     OXA::OxaArg arg; ///< of the generation; its work directory is not used
     OXA::DesignSources sources; ///< of the design
     QStringList names; ///< that the cores watch
     QStringList bench; ///< Verilog that instantiates the top of the design
     QString workDir; ///< an empty directory, for everything that the run writes
-    OXA::DesignHooks hooks;
+    OXA::DesignHooks hooks; ///< called while Yosys runs
     /// Called with warnings for the user, of one or more lines.
     std::function<void(const QString& text)> warn;
 };

@@ -40,7 +40,7 @@ public:
         Design(const SimulatorDirs& dirs, const OXA::OxaArg& arg, const QString& workDir,
             const std::vector<CorePlan>& cores);
 
-        SimulatorDirs dirs;
+        SimulatorDirs dirs; ///< of the installation
         OXA::OxaArg arg; ///< of the generation, into its own work directory
         QList<OXA::NameSums> names; ///< sums of names of its cores; clocks in `arg` may differ
         QString netlist; ///< used instead of the generated Verilog; may be empty
@@ -65,7 +65,7 @@ public:
 
     /// The same, but other programs connect to the pads at `port`; 0 takes any free port.
     bool serve(const QString& stimulus, int port);
-    int port() const { return m_port; }
+    int port() const { return m_port; } ///< that `serve` took
 
     /// Starts the simulator with the file `stimulus`, and a pseudo-terminal for programs that
     /// connect to the UART link.
@@ -90,7 +90,7 @@ public:
     /// The lines that were printed in the simulation since the previous call.
     QString printed();
 
-    JtagLink& jtag() { return m_jtag; }
+    JtagLink& jtag() { return m_jtag; } ///< drives the pads after `start`
 
     /// Why the last call failed.
     const QString& error() const { return m_error; }

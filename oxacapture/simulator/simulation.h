@@ -11,7 +11,7 @@ namespace OXA_CAPTURE {
 
 /// One run of the generated Verilog of a configuration, with a waveform at its ports.
 struct Simulation {
-    SimulatorDirs dirs;
+    SimulatorDirs dirs; ///< of the installation
     OXA::OxaArg arg; ///< of the generation; its work directory is not used
     QString netlist; ///< used instead of the Verilog; may be empty
     QString workDir; ///< an empty directory, for everything that the run writes

@@ -26,13 +26,13 @@ public:
     /// Finds all cores; a target without any is an error.
     bool discover(std::vector<CoreIdentity>& cores);
 
-    bool readFingerprint(int core, quint32& fingerprint);
+    bool readFingerprint(int core, quint32& fingerprint); ///< `core` is a position
     /// The sums of names that the core was built with (`OXA::nameSums`); empty when it was built
     /// without them.
     bool readNameSums(const CoreIdentity& core, QList<quint32>& sums);
     /// TCK has at least `delay` cycles more before the status is read.
     bool readStatus(const CoreIdentity& core, CoreStatus& status, int delay = 0);
-    bool command(int core, CoreCommand command);
+    bool command(int core, CoreCommand command); ///< sends it to the core at a position
 
     /// The first `words` words of a core at rest, one after the other.
     bool readMemory(const CoreIdentity& core, qint64 words, BitString& memory);

@@ -17,12 +17,12 @@ public:
     /// The `width` lowest bits of `value`, the lowest first; up to 64.
     BitString(quint64 value, int width) { append(value, width); }
 
-    int size() const { return m_size; }
-    bool at(int i) const { return m_words[size_t(i / 64)] >> (i % 64) & 1; }
+    int size() const { return m_size; } ///< bits
+    bool at(int i) const { return m_words[size_t(i / 64)] >> (i % 64) & 1; } ///< `i` below `size`
 
-    void append(bool bit);
-    void append(quint64 value, int width);
-    void append(const BitString& bits);
+    void append(bool bit); ///< adds it at the end, as all do
+    void append(quint64 value, int width); ///< its lowest bits, the lowest first
+    void append(const BitString& bits); ///< all of them, bit 0 first
 
     /// The number made of bits `from` to `from + width - 1`, the first of them its lowest; up
     /// to 64.

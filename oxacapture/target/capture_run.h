@@ -13,6 +13,7 @@
 
 #include <optional>
 
+/// Captures: waveforms, the model of the trigger, targets and files of samples.
 namespace OXA_CAPTURE {
 
 /// Where the target is.
@@ -34,10 +35,10 @@ struct RunOptions {
 
 /// What one core captured.
 struct CoreOutcome {
-    CoreRun run;
+    CoreRun run; ///< its settings
     bool finished = false; ///< else the core was stopped
     QString error; ///< why it could not be read; else empty
-    CapturedCore captured;
+    CapturedCore captured; ///< its samples; none with an `error`
 };
 
 /// One run of the analyzer in a target, through OpenOCD or a serial port.

@@ -15,13 +15,14 @@ namespace OXA_CAPTURE {
 
 /// What a core that was armed is doing.
 struct CoreProgress {
+    /// In the order of a run.
     enum State {
         NoClock, ///< armed, but its sample clock had no edge since
         Waiting, ///< for its trigger
         Taking, ///< samples: of an open window, or of a Lite core
         Finished, ///< everything is captured
     };
-    State state = NoClock;
+    State state = NoClock; ///< when it was last read
     bool clockRan = false; ///< the sample clock had an edge since the core was armed
     bool clockRuns = false; ///< it had one within the last second
     int level = 0; ///< expressions of the sequence satisfied
@@ -69,7 +70,7 @@ public:
 
     /// Finds the target's cores, without changing what they do.
     bool begin();
-    const std::vector<CoreIdentity>& identities() const { return m_identities; }
+    const std::vector<CoreIdentity>& identities() const { return m_identities; } ///< found ones
     /// What they were built from, for `OXA::rememberedBuilds`.
     const OXA::BuildSums& sums() const { return m_sums; }
 

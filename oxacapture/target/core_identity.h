@@ -11,27 +11,29 @@ namespace OXA_CAPTURE {
 
 /// The identity register of a core in a target (docs/jtag-protocol.md).
 struct CoreIdentity {
+    /// A trigger port.
     struct Port {
         int number = 0; ///< 0 to 15
-        int signalCount = 0;
+        int signalCount = 0; ///< bits of its value
     };
+    /// A match unit.
     struct Unit {
         int number = 0; ///< 0 to 15
         int port = 0; ///< the number of the port that it watches
-        OXA::MatchType matchType = OXA::MatchBasic;
+        OXA::MatchType matchType = OXA::MatchBasic; ///< what it can compare
         int counterBits = 0; ///< 0: it has no counter
     };
 
     int position = 0; ///< of the core in the wrapper
-    bool lite = false;
+    bool lite = false; ///< a Lite core; else a Standard one
     bool fallingEdge = false; ///< samples at falling edges of the sample clock
-    bool armedAtPowerUp = false;
+    bool armedAtPowerUp = false; ///< captures from power-up on
     bool dynamic = false; ///< expressions are tables that can be rewritten
     int signalCount = 0; ///< bits of a sample
     int expressions = 0; ///< levels of the sequence
-    int addressBits = 0;
+    int addressBits = 0; ///< of the memory
     qint64 depth = 0; ///< words of the memory
-    qint64 mostWindows = 0;
+    qint64 mostWindows = 0; ///< of a run
     std::vector<Port> ports; ///< ascending
     std::vector<Unit> units; ///< ascending
 
@@ -39,8 +41,9 @@ struct CoreIdentity {
     int wordBits() const { return lite ? signalCount : signalCount + 1; }
 };
 
-/// Bits of the identity register that every core has, and of the whole register, found from these.
+/// Bits of the identity register that every core has.
 constexpr int kIdentityHeadBits = 192;
+/// Bits of the whole register, found from these.
 OXACAPTURE_EXPORT int identityBits(const BitString& head);
 
 /// Decodes the whole register of the core at `position`; false, with `error`, when it is not that
@@ -57,6 +60,7 @@ enum class Compared {
 /// How a target's core differs from `core`: "8 data signals instead of 9".
 OXACAPTURE_EXPORT QStringList differences(
     const CoreIdentity& identity, const OXA::AoCore& core, Compared compared = Compared::All);
+/// The same for a Lite core.
 OXACAPTURE_EXPORT QStringList differences(
     const CoreIdentity& identity, const OXA::AOCore_Lite& core);
 

@@ -18,9 +18,9 @@ struct CoreSnapshot {
 /// The status register of a core (docs/jtag-protocol.md). Except for the snapshot, the fields about
 /// a run are valid when the core is at rest.
 struct CoreStatus {
-    bool armed = false;
+    bool armed = false; ///< in TCK's clock domain
     bool running = false; ///< the sample clock's domain has received the arming, or not yet a stop
-    bool finished = false;
+    bool finished = false; ///< everything was captured, and not yet stopped
     bool open = false; ///< a window's trigger was seen, and the run stopped before its end
     bool wentRound = false; ///< the window being taken has filled all its words
     bool complete = false; ///< everything was captured
@@ -30,10 +30,13 @@ struct CoreStatus {
     qint64 windows = 0; ///< number of complete windows; undefined when all are
     CoreSnapshot snapshot; ///< at rest: of the run's end
 
+    /// Nothing in the core changes with its sample clock now.
     bool atRest() const { return armed == running && running == finished; }
 };
 
+/// Bits of the status register of a core.
 OXACAPTURE_EXPORT int statusBits(const CoreIdentity& identity);
+/// Decodes it; `bits` has `statusBits` or more.
 OXACAPTURE_EXPORT CoreStatus parseStatus(const BitString& bits, const CoreIdentity& identity);
 
 }

@@ -34,7 +34,7 @@ public:
     const QString& error() const { return m_error; }
 
 protected:
-    bool fail(const QString& error);
+    bool fail(const QString& error); ///< sets what `error` returns; false
 
 private:
     QString m_error;

@@ -50,7 +50,7 @@ public:
 
     /// Selects the TAP for all scans; false when the chain has none of this name.
     bool selectTap(const QString& tap);
-    const QString& tap() const { return m_tap; }
+    const QString& tap() const { return m_tap; } ///< the selected one
 
     /// The instruction that selects the cores in the chosen TAP: its entry in OpenOCD's variable
     /// oxautils_er1, else that of the simulated target.

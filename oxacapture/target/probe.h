@@ -10,12 +10,13 @@ namespace OXA_CAPTURE {
 /// What a target tells about a core's sample clock. Cores have no counter of its edges; both limits
 /// hold also when TCK pauses between scans.
 struct ProbedClock {
+    /// Whether it has edges.
     enum State {
         Unknown, ///< of a Lite core that takes no samples
         Standing, ///< it had fewer than three edges within `kStandingTime`
-        Running,
+        Running, ///< it had three edges
     };
-    State state = Unknown;
+    State state = Unknown; ///< within limits of time
     double leastHz = 0; ///< its frequency is at least this; 0: not known
     double mostOfTck = 0; ///< its frequency is less than that of TCK times this; 0: not known
 };
@@ -24,11 +25,11 @@ constexpr int kStandingTime = 500; ///< ms
 
 /// A core in a target.
 struct ProbedCore {
-    CoreIdentity identity;
-    quint32 fingerprint = 0;
+    CoreIdentity identity; ///< its shape
+    quint32 fingerprint = 0; ///< of the configuration that it was built from
     OXA::NameSums names; ///< empty when it was built without them
-    CoreStatus status;
-    ProbedClock clock;
+    CoreStatus status; ///< when it was read
+    ProbedClock clock; ///< its sample clock
 };
 
 /// A device of the chain, or a serial port.

@@ -39,7 +39,7 @@ public:
     /// Called when nothing was received for the `silence` of an exchange, `looks` times in a row:
     /// returns whether to continue. It replaces the limits of time. Without it, the wait ends.
     using Patience = std::function<bool(int looks)>;
-    void setPatience(const Patience& patience) { m_patience = patience; }
+    void setPatience(const Patience& patience) { m_patience = patience; } ///< for later exchanges
 
     /// Sends `bytes`, and receives until `isWhole` returns true. False when the other side has
     /// disconnected or exceeded the limits; the connection is then closed, so that a late answer is
@@ -47,8 +47,8 @@ public:
     bool exchange(const QByteArray& bytes, const std::function<bool(const QByteArray&)>& isWhole,
         QByteArray& answer, const ExchangeLimits& limits);
 
-    bool isConnected() const { return m_handle >= 0; }
-    void disconnect();
+    bool isConnected() const { return m_handle >= 0; } ///< until a failure, or `disconnect`
+    void disconnect(); ///< closes the connection, if there is one
 
     /// Why the last call failed.
     const QString& error() const { return m_error; }

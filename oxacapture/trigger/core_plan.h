@@ -8,15 +8,17 @@ namespace OXA_CAPTURE {
 
 /// A core of a configuration with its signals and settings; one of the two pointers is not null.
 struct CorePlan {
-    const OXA::AoCore* core = nullptr;
-    const OXA::AOCore_Lite* lite = nullptr;
-    SampleRequest request;
+    const OXA::AoCore* core = nullptr; ///< a Standard core, not owned; else null
+    const OXA::AOCore_Lite* lite = nullptr; ///< a Lite core, not owned; else null
+    SampleRequest request; ///< the signals that it samples
     TriggerSetup setup; ///< of a Standard core
     /// Replaces `setup.triggerPos` in the power-up capture of a Standard core.
     qint64 powerUpPosition = 0;
 
-    int index() const { return core ? core->index : lite->index; }
+    int index() const { return core ? core->index : lite->index; } ///< in the file
+    /// The data signals.
     QList<OXA::SignalItem> items() const { return core ? core->captureSignals : lite->signalList; }
+    /// "core 0", by its index.
     QString name() const { return QString("core %1").arg(index()); }
 };
 

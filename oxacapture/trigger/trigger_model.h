@@ -7,11 +7,11 @@
 
 namespace OXA_CAPTURE {
 
-constexpr qint64 kNoSample = -1;
+constexpr qint64 kNoSample = -1; ///< stands for the number of a sample that is not there
 
 /// Consecutive samples that a core keeps, by their numbers in what it samples.
 struct Window {
-    qint64 firstSample = 0;
+    qint64 firstSample = 0; ///< number of its first sample
     qint64 samples = 0; ///< taken so far
     qint64 triggerSample = kNoSample; ///< none in a Lite core
 };
@@ -23,7 +23,7 @@ struct SampleEvents {
     quint32 outputs = 0; ///< units whose outputs are true, after their counters
     bool satisfied = false; ///< the expression of the level `reached` before this sample
     int reached = 0; ///< expressions of the sequence satisfied, this sample included
-    bool trigger = false;
+    bool trigger = false; ///< it is a trigger sample
     bool captured = false; ///< the sample is at or after a trigger, within its window
 };
 
@@ -52,8 +52,8 @@ public:
 
     /// The windows so far; an incomplete one has the samples taken.
     const std::vector<Window>& windows() const { return m_windows; }
-    bool finished() const { return m_state == Finished; }
-    const TriggerProgress& progress() const { return m_progress; }
+    bool finished() const { return m_state == Finished; } ///< all windows are complete
+    const TriggerProgress& progress() const { return m_progress; } ///< so far
 
 private:
     enum State { Armed, Open, Finished };
@@ -77,8 +77,8 @@ private:
 
 /// What a model run yields.
 struct ModelRun {
-    std::vector<Window> windows;
-    TriggerProgress progress;
+    std::vector<Window> windows; ///< in the order in which they were taken
+    TriggerProgress progress; ///< how far the last window's sequence got
     std::vector<SampleEvents> events; ///< one for each sample, when requested
 };
 

@@ -20,7 +20,7 @@ namespace OXA_CAPTURE {
 struct UnitSetup {
     int index = 0; ///< 0 to 15
     int field = 0; ///< of a sample: the unit's port
-    OXA::MatchFunc func = OXA::MatchEqual;
+    OXA::MatchFunc func = OXA::MatchEqual; ///< how values are compared
     std::vector<quint64> m0; ///< logic levels and kinds of edges; a lower bound
     std::vector<quint64> m1; ///< which logic levels are compared; an upper bound
     std::vector<quint64> m2; ///< which edges are compared; 0 in hardware without edges
@@ -39,7 +39,7 @@ struct TriggerSetup {
 
 /// The signals that a core samples: data signals in field 0, then a field for each available port.
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AoCore& core);
-OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AOCore_Lite& core);
+OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AOCore_Lite& core); ///< only data
 
 /// The settings of `core` in every run that a program arms, since the program writes them first;
 /// they are the same on all devices. False when no hardware can do what `core` specifies, with all
@@ -55,9 +55,10 @@ OXACAPTURE_EXPORT qint64 powerUpPosition(const OXA::AoCore& core, const OXA::Oxa
 /// The devices of the catalogue on which `powerUpPosition` is not `core.triggerPos`, and its value
 /// there.
 struct PowerUpShift {
-    qint64 position = 0;
+    qint64 position = 0; ///< samples before the trigger
     QStringList devices; ///< empty: it is the same on all devices
 };
+/// For all devices of the catalogue; `configFile` names the file of `core`, which also matters.
 OXACAPTURE_EXPORT PowerUpShift powerUpShift(const OXA::AoCore& core, const QString& configFile);
 
 /// The same as text: "32 samples before the trigger; 33 on QX1N-9, QX2A-18".

@@ -15,6 +15,7 @@ struct TriggerTable {
     std::vector<int> units; ///< whose outputs address it, the address's lowest bit first
     std::vector<bool> rows; ///< an address past the end gives false
 
+    /// Whether units and rows are the same, not only the function.
     bool operator==(const TriggerTable& other) const
     {
         return units == other.units && rows == other.rows;

@@ -17,14 +17,15 @@ namespace OXA_CAPTURE {
 class OXACAPTURE_EXPORT SampleLayout {
 public:
     SampleLayout() = default;
-    explicit SampleLayout(std::vector<int> widths);
+    explicit SampleLayout(std::vector<int> widths); ///< bits of each field
 
-    int fieldCount() const { return int(m_widths.size()); }
-    int width(int field) const { return m_widths[size_t(field)]; }
-    int words(int field) const { return (width(field) + 63) / 64; }
+    int fieldCount() const { return int(m_widths.size()); } ///< 0 for a default layout
+    int width(int field) const { return m_widths[size_t(field)]; } ///< bits
+    int words(int field) const { return (width(field) + 63) / 64; } ///< of its value
 
-    /// Where in a row the value of `field` begins, and its unknown bits.
+    /// The word of a row at which the value of `field` begins.
     int valueAt(int field) const { return m_offsets[size_t(field)]; }
+    /// The word of a row at which the unknown bits of `field` begin.
     int unknownAt(int field) const { return m_planeWords + m_offsets[size_t(field)]; }
 
     /// Words of a whole row.
@@ -45,13 +46,14 @@ enum class Logic : quint8 { Zero, One, Unknown };
 class OXACAPTURE_EXPORT SampleTable {
 public:
     SampleTable() = default;
+    /// A table without samples.
     explicit SampleTable(SampleLayout layout)
         : m_layout(std::move(layout))
     {
     }
 
-    const SampleLayout& layout() const { return m_layout; }
-    qint64 size() const { return m_size; }
+    const SampleLayout& layout() const { return m_layout; } ///< of each row
+    qint64 size() const { return m_size; } ///< samples
 
     /// Adds one sample; `row` has the layout's `rowWords()`.
     void append(const quint64* row);
@@ -59,15 +61,17 @@ public:
     /// field.
     void appendField(const SampleTable& from, int field, qint64 first, qint64 count);
 
+    /// The row of a sample, from 0; `rowWords()` words, valid until samples are added.
     const quint64* row(qint64 sample) const
     {
         return m_words.data() + size_t(sample) * size_t(m_layout.rowWords());
     }
+    /// The value of a field in that row.
     const quint64* value(qint64 sample, int field) const
     {
         return row(sample) + m_layout.valueAt(field);
     }
-    Logic bit(qint64 sample, int field, int bit) const;
+    Logic bit(qint64 sample, int field, int bit) const; ///< 0 is the most significant
 
 private:
     SampleLayout m_layout;

@@ -23,7 +23,7 @@ struct WaveformBit {
 /// variable of that name. Variables of one code are one signal.
 class OXACAPTURE_EXPORT SignalFinder {
 public:
-    explicit SignalFinder(const VcdReader& waveform);
+    explicit SignalFinder(const VcdReader& waveform); ///< it has to outlive this
 
     /// The signal `name`; a bit without code when it is missing or ambiguous. `messages` (may be
     /// null) then gets the reason; for the first few missing signals with the names that are most

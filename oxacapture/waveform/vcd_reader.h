@@ -26,7 +26,7 @@ struct VcdVariable {
     int code = 0; ///< variables of one code are one net, declared in several scopes
     int width = 1; ///< bits; 0 for a real, an event and other kinds without bits
     int msb = 0; ///< the index of the first bit
-    int lsb = 0;
+    int lsb = 0; ///< the index of the last bit
     bool hasRange = false; ///< msb and lsb are declared; else they are width - 1 and 0
 };
 
@@ -50,14 +50,14 @@ public:
 /// a file that was truncated between two changes looks like a complete one.
 class OXACAPTURE_EXPORT VcdReader {
 public:
-    explicit VcdReader(const QString& path);
+    explicit VcdReader(const QString& path); ///< opens it in `readHeader`
     ~VcdReader();
 
     /// Reads the declarations; false when that fails, and `message()` has the reason.
     bool readHeader();
 
-    const std::vector<VcdVariable>& variables() const;
-    const std::vector<VcdScope>& scopes() const;
+    const std::vector<VcdVariable>& variables() const; ///< after `readHeader`, as declared
+    const std::vector<VcdScope>& scopes() const; ///< after `readHeader`, as declared
 
     /// The full name of a variable: its scopes and its own name, joined by dots. Scopes may be
     /// nested deeply, so full names of all variables may take far more memory than the file.

@@ -23,13 +23,14 @@ OXAUTILS_EXPORT QList<Problem> checkConfigFile(
 /// not changed, and no pointer is kept. The rules assume a file that is saved as "*.oxa".
 OXAUTILS_EXPORT QList<Problem> checkCores(
     const QList<AoCore*>& cores, const DEV::ChipInfo* part = nullptr);
+/// The same for Lite cores.
 OXAUTILS_EXPORT QList<Problem> checkCores(
     const QList<AOCore_Lite*>& cores, const DEV::ChipInfo* part = nullptr);
 
 /// A rule, described for users.
 struct OXAUTILS_EXPORT RuleInfo {
     QString name; ///< "counter-width"
-    Severity severity = Severity::Error;
+    Severity severity = Severity::Error; ///< of each of its problems
     QString meaning; ///< what violates the rule, a sentence
     QString hint; ///< what to do about it
 };

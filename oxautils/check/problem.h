@@ -8,6 +8,7 @@
 
 namespace OXA {
 
+/// How bad a problem is.
 enum class Severity {
     Error, ///< the analyzer cannot be built, or would not match the configuration
     Warning, ///< it can be built, but probably does not do what was intended
@@ -33,8 +34,8 @@ struct OXAUTILS_EXPORT Place {
 /// Something that is wrong with a configuration.
 struct OXAUTILS_EXPORT Problem {
     QString rule; ///< name of the rule that it violates, one of `checkRules`
-    Severity severity = Severity::Error;
-    Place place;
+    Severity severity = Severity::Error; ///< as its rule says
+    Place place; ///< where it is
     QString text; ///< what is wrong
     QString hint; ///< what to do about it
 };

@@ -10,16 +10,16 @@ namespace OXA {
 
 /// A configuration file that was read; owns its cores, which are of the mode's kind.
 struct OXAUTILS_EXPORT Configuration {
-    OxaMode mode = Invalid;
-    QList<AoCore*> cores;
-    QList<AOCore_Lite*> liteCores;
+    OxaMode mode = Invalid; ///< of the file
+    QList<AoCore*> cores; ///< of a Standard file; owned
+    QList<AOCore_Lite*> liteCores; ///< of a Lite file; owned
 
     Configuration() = default;
     ~Configuration();
     Configuration(const Configuration&) = delete;
     Configuration& operator=(const Configuration&) = delete;
 
-    bool isEmpty() const { return cores.isEmpty() && liteCores.isEmpty(); }
+    bool isEmpty() const { return cores.isEmpty() && liteCores.isEmpty(); } ///< no core
 };
 
 /// Reads the file `path` of either mode. False when it cannot be read, with lines to show in

@@ -14,11 +14,11 @@ namespace OXA {
 /// Thrown for a text that is not a version.
 class OXAUTILS_EXPORT CompareException : public std::exception {
 public:
-    explicit CompareException(const QString& message);
+    explicit CompareException(const QString& message); ///< a line to show
     ~CompareException() override;
 
-    QString message() const { return m_message; }
-    const char* what() const noexcept override { return m_what.constData(); }
+    QString message() const { return m_message; } ///< the line to show
+    const char* what() const noexcept override { return m_what.constData(); } ///< in UTF-8
 
 private:
     QString m_message;

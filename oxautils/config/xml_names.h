@@ -2,11 +2,14 @@
 #ifndef OXAUTILS_CONFIG_XML_NAMES_H
 #define OXAUTILS_CONFIG_XML_NAMES_H
 
+/// @file
 /// The element and attribute names of configuration files, in both modes.
 namespace OXA {
 
-constexpr char LATEST_VERSION[] = "3.0";
+constexpr char LATEST_VERSION[] = "3.0"; ///< that is written
 
+/// The name of an element (docs/configuration-file.md).
+/// @{
 constexpr char NODE_OXA_CONFIG[] = "OXA_CONFIG";
 constexpr char NODE_VERSION[] = "Version";
 constexpr char NODE_MODE[] = "Mode";
@@ -22,7 +25,10 @@ constexpr char NODE_MATCH_UNIT[] = "MatchUnit";
 constexpr char NODE_EXPRESSIONS[] = "Expressions";
 constexpr char NODE_EXPRESSION[] = "Expression";
 constexpr char NODE_OXA_ID[] = "OXA_ID";
+/// @}
 
+/// The name of an attribute (docs/configuration-file.md).
+/// @{
 constexpr char ATTR_INDEX[] = "index";
 
 constexpr char ATTR_AO_SAMPLE_CLK[] = "sample_clock";
@@ -58,6 +64,7 @@ constexpr char ATTR_SIGNAL_CAPTURE_ENABLE[] = "capture_enable";
 constexpr char ATTR_SIGNAL_TEXT[] = "text";
 constexpr char ATTR_BUS_NAME[] = "name"; ///< a bus's text, or its name when it has no text
 constexpr char ATTR_BUS_RESTORE_NAME[] = "restorename"; ///< a bus's name when it has a text
+/// @}
 
 }
 

@@ -12,7 +12,7 @@ namespace OXA {
 struct OXAUTILS_EXPORT CoreRequest {
     QString clock; ///< the sample clock
     bool fallingEdge = false; ///< the active edge of the sample clock
-    QStringList data;
+    QStringList data; ///< the data signals
     QList<QStringList> triggers; ///< signals of T0 and the next ports; not for Lite cores
     int samples = 1024; ///< in each window
     int position = 0; ///< samples in each window before its trigger; not for Lite cores
@@ -21,8 +21,8 @@ struct OXAUTILS_EXPORT CoreRequest {
 
 /// Messages about a request, as lines to show.
 struct OXAUTILS_EXPORT CoreNotes {
-    QStringList warnings;
-    QStringList errors;
+    QStringList warnings; ///< the core can be used
+    QStringList errors; ///< the core cannot be used
 };
 
 /// Sets up the new `core` for `request`. Its memory is as large as the windows need. It triggers at
@@ -30,6 +30,7 @@ struct OXAUTILS_EXPORT CoreNotes {
 /// requires all of these units; without ports, the expression is 1'b1. False with `errors`.
 OXAUTILS_EXPORT bool fillCore(
     const DesignIndex& index, const CoreRequest& request, AoCore& core, CoreNotes& notes);
+/// The same for a Lite core, which has no trigger.
 OXAUTILS_EXPORT bool fillCore(
     const DesignIndex& index, const CoreRequest& request, AOCore_Lite& core, CoreNotes& notes);
 

@@ -20,7 +20,7 @@ enum class AttachForm {
 /// A bit that the analyzer watches.
 struct WatchedBit {
     QString name; ///< of the port of `qx_oxa`
-    DesignBit bit;
+    DesignBit bit; ///< in the design
 };
 
 /// The ports of `qx_oxa` for TMS, TCK, TDI and TDO.
@@ -28,7 +28,7 @@ OXAUTILS_EXPORT QStringList jtagPads();
 
 /// The analyzer and the design that it is attached to.
 struct OXAUTILS_EXPORT AttachRequest {
-    DesignSources sources;
+    DesignSources sources; ///< of the design
     QStringList names; ///< of the signals that are ports of `qx_oxa`: `watchedNames`
     QStringList analyzerFiles; ///< its Verilog, as `BuildRun` lists it
     QStringList includePaths; ///< of these
@@ -42,7 +42,7 @@ struct OXAUTILS_EXPORT AttachRequest {
 
 /// Names of the files in the work directory.
 constexpr char ATTACH_WRAPPER_FILE_NAME[] = "attach.v";
-constexpr char ATTACH_SCRIPT_FILE_NAME[] = "attach.ys";
+constexpr char ATTACH_SCRIPT_FILE_NAME[] = "attach.ys"; ///< for Yosys
 
 /// The signals that the analyzers of a configuration watch, bit by bit, each once.
 OXAUTILS_EXPORT QStringList watchedNames(const Configuration& configuration);
@@ -56,12 +56,14 @@ OXAUTILS_EXPORT QStringList watchedNames(const Configuration& configuration);
 /// When a function returns false, `error` has lines to show. All except `write` run Yosys.
 class OXAUTILS_EXPORT Attachment {
 public:
+    /// Of `request`, which is copied. The hooks are called while Yosys runs, in the thread of the
+    /// call.
     explicit Attachment(const AttachRequest& request, const DesignHooks& hooks = DesignHooks());
 
     /// Reads the design, and finds each name in it.
     bool read(QString* error);
 
-    const Design& design() const { return m_design; }
+    const Design& design() const { return m_design; } ///< after `read`
 
     /// The name of the wrapper's module: the top's, so that constraints still apply; for the
     /// hierarchical form, which also compiles the top, "TOP_with_analyzer".
@@ -90,9 +92,9 @@ public:
 
     /// The result of a proof.
     struct Proof {
-        bool proven = false;
+        bool proven = false; ///< else see `open`
         QStringList open; ///< outputs and registers that may differ
-        double seconds = 0;
+        double seconds = 0; ///< that Yosys took
     };
 
     /// Proves that every output and register of the design is the same with and without the

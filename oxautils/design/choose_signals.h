@@ -9,7 +9,7 @@ namespace OXA {
 
 /// Chosen signals, and messages.
 struct OXAUTILS_EXPORT ChosenSignals {
-    QList<SignalItem> items;
+    QList<SignalItem> items; ///< in the order of the words
     QStringList warnings; ///< lines to show
     QStringList errors; ///< the same; `items` are then incomplete
 };

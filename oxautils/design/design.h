@@ -15,7 +15,8 @@ namespace OXA {
 
 /// A net, a port or a memory of a user's design, before any optimization.
 struct OXAUTILS_EXPORT DesignSignal {
-    enum Direction { Inside, Input, Output, Inout }; ///< as a port of the top
+    /// As a port of the top; `Inside` is no port.
+    enum Direction { Inside, Input, Output, Inout };
 
     /// From the top: "soc/cpu/pc". A '.' belongs to an escaped name; scopes of generate blocks are
     /// components ("soc/lane[0]/sum").
@@ -24,7 +25,7 @@ struct OXAUTILS_EXPORT DesignSignal {
     int width = 1; ///< bits
     int offset = 0; ///< the lowest index of its range
     bool ascending = false; ///< declared as [low:high]: the first bit has the lowest index
-    Direction direction = Inside;
+    Direction direction = Inside; ///< of a port of the top
     int port = 0; ///< of the top: its number in the port list, from 1
     int memoryWords = 0; ///< of a memory, which cannot be watched; 0 for a net
     int clock = -1; ///< of a register: its position in the design's clocks; else -1
@@ -33,20 +34,20 @@ struct OXAUTILS_EXPORT DesignSignal {
     QString file; ///< where it is declared; may be empty
     int line = 0; ///< from 1; 0 when not known
 
-    bool isMemory() const { return memoryWords > 0; }
-    bool isRegister() const { return clock >= 0; }
-    bool isVector() const { return width > 1 || offset != 0; }
+    bool isMemory() const { return memoryWords > 0; } ///< it cannot be watched
+    bool isRegister() const { return clock >= 0; } ///< a flip-flop drives it
+    bool isVector() const { return width > 1 || offset != 0; } ///< it has a range
 
-    /// The index of the first bit, and of the last, as in "[7:0]".
+    /// The index of the first bit, the most significant: 7 of "[7:0]".
     int firstIndex() const { return indexAt(width - 1); }
-    int lastIndex() const { return indexAt(0); }
+    int lastIndex() const { return indexAt(0); } ///< of the least significant bit
 
-    /// The index of the bit at `position`, and the position of the bit `index`, which may be
-    /// outside of the range.
+    /// The index of the bit at `position`, counted from 0 at the last bit.
     int indexAt(int position) const
     {
         return ascending ? offset + width - 1 - position : offset + position;
     }
+    /// The position of the bit `index`, which may be outside of the range.
     int positionOf(int index) const
     {
         return ascending ? offset + width - 1 - index : index - offset;

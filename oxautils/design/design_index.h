@@ -20,9 +20,9 @@ struct DesignBit {
 /// components. In a pattern '*' stands for any text, scopes included, and '?' for one character.
 class OXAUTILS_EXPORT DesignIndex {
 public:
-    explicit DesignIndex(const Design& design);
+    explicit DesignIndex(const Design& design); ///< keeps a reference to it
 
-    const Design& design() const { return m_design; }
+    const Design& design() const { return m_design; } ///< that it was made for
 
     /// The signal `name`, in which '*' and '?' are ordinary characters; -1 when there is none, or
     /// more than one.

@@ -12,6 +12,7 @@ namespace OXA {
 /// removed where the design declares the bits of every bus.
 OXAUTILS_EXPORT void addDesignProblems(
     const QList<AoCore*>& cores, const DesignIndex& index, QList<Problem>& problems);
+/// The same for Lite cores.
 OXAUTILS_EXPORT void addDesignProblems(
     const QList<AOCore_Lite*>& cores, const DesignIndex& index, QList<Problem>& problems);
 

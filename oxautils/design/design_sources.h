@@ -19,7 +19,7 @@ struct OXAUTILS_EXPORT DesignSources {
     QStringList parameters; ///< of the top module: "NAME=VALUE"
     QString top; ///< the top module; empty: the only module without instances
 
-    bool isEmpty() const { return files.isEmpty(); }
+    bool isEmpty() const { return files.isEmpty(); } ///< no file
 };
 
 /// Adds the sources listed in the command file `path`, in the form of Icarus and Verilator: files,

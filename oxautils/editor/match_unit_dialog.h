@@ -18,9 +18,11 @@ class QTreeWidget;
 namespace OXA {
 
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+/// Of the dialog's editors: Qt 6 has no QRegExpValidator.
 using ValueValidator = QRegExpValidator;
 #else
-using ValueValidator = QRegularExpressionValidator; // Qt 6 has no QRegExpValidator
+/// Of the dialog's editors: Qt 6 has no QRegExpValidator.
+using ValueValidator = QRegularExpressionValidator;
 #endif
 
 class AoCore;
@@ -45,17 +47,23 @@ public:
 public Q_SLOTS:
     /// Writes the unit and closes; or reports why the values are not accepted, and stays open.
     void accept() override;
+    /// For the dialog's own widgets: shows what they have now.
+    /// @{
     void onTriggerChanged();
     void onTypeChanged();
     void onFuncChanged();
     void onBaseChanged();
     void onCounterWidthChanged();
+    /// @}
 
     /// Digits of `width` bits in the current radix; 0 without a port.
     int calculatedBitwidth(int width);
 
     /// Sets the tooltip of each row's editor to its range in the current radix.
     void toolTipValueChanged(QTreeWidget* widget);
+
+    /// For the dialog's own widgets: the digits of the value that is edited.
+    /// @{
     void onEditMenu(QPoint position);
     void onChangeX();
     void onChange0();
@@ -66,8 +74,10 @@ public Q_SLOTS:
     void onChangeN();
     void onBusEditChange();
     void onSubEditChange();
+    /// @}
 
 protected:
+    /// Moves the focus among the rows' editors.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

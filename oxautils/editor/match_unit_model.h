@@ -18,6 +18,7 @@ class OXAUTILS_EXPORT MatchUnitModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
+    /// Shows no units. `parent`, if any, owns the model.
     explicit MatchUnitModel(QObject* parent = nullptr);
 
     /// Shows the first ten of `list`; `setMatcherList` shows all.
@@ -35,6 +36,8 @@ public:
     /// The unit of the row of `index`; null for an invalid index.
     static MatchUnit* muFromIndex(const QModelIndex& index);
 
+    /// As in QAbstractTableModel.
+    /// @{
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -43,9 +46,10 @@ public:
     QVariant headerData(
         int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    /// @}
 
 Q_SIGNALS:
-    void modified();
+    void modified(); ///< the user changed a unit
     void matchChange(); ///< a unit was switched on or off; `modified` follows
 
 private:

@@ -14,7 +14,7 @@ class OXAUTILS_EXPORT TreeLineEdit : public QLineEdit {
     Q_OBJECT
 
 public:
-    explicit TreeLineEdit(QWidget* parent = nullptr);
+    explicit TreeLineEdit(QWidget* parent = nullptr); ///< of one bit, until changed
     ~TreeLineEdit() override;
 
     qint32 bitWidth = 1; ///< bits of the value

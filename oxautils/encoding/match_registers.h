@@ -10,8 +10,8 @@
 
 namespace OXA {
 
-/// The comparison registers of `unit`, one bit for each signal of its port, bit 0 the most
-/// significant.
+/// Sets `m0`, `m1` and `m2`, whatever they held, to the comparison registers of `unit`: one bit for
+/// each signal of its port, bit 0 the most significant.
 ///
 /// For "==" and "!=", M1 enables the comparison with a level, M2 with an edge, and M0 is the level
 /// (for edges: 0 rising, 1 falling). ">" and ">=" have their bound in M0, "<" and "<=" in M1,
@@ -31,9 +31,10 @@ OXAUTILS_EXPORT QString BitToString(QBitArray bits);
 /// other characters than "0" and "1", and an incomplete last group, give no digit.
 OXAUTILS_EXPORT QString strBit2Hex(const QString& bits);
 
-/// Writes the initial register values of `core` as parameter lines: sequence, depths and windows,
-/// then five registers for each unit. `device` is a device name; for some, the capture depth is one
-/// lower unless `flag` is not 0. Nothing is checked, and negative numbers print with their sign
+/// Appends the initial register values of `core` to `out` as parameter lines: sequence, depths and
+/// windows, then five registers for each unit. `device` is a device name; for some, the capture
+/// depth is one lower unless `flag` is not 0. Nothing is checked, and negative numbers print with
+/// their sign
 /// ("16'h00-1"); but a core with registers of more than a million bits is not written, and reported
 /// as a critical message.
 OXAUTILS_EXPORT void generateRegister(AoCore* core, QTextStream& out, QString device, int flag);

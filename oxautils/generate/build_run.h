@@ -34,8 +34,9 @@ enum class BuildEnd {
     Stopped,
 };
 
+/// What a build came to, or its check.
 struct OXAUTILS_EXPORT BuildResult {
-    BuildEnd end = BuildEnd::Done;
+    BuildEnd end = BuildEnd::Done; ///< of the last step
     QStringList messages; ///< lines to show; the engine's messages when synthesis failed
     QList<Problem> problems; ///< of the configuration with this part, from `check`
     QStringList files; ///< the sources as OxaPrepare lists them, or the netlist

@@ -19,8 +19,8 @@ using NameSums = QList<quint32>;
 
 /// The checksums of a clock and of lists of bits.
 OXAUTILS_EXPORT NameSums nameSums(const QString& clock, const QList<QStringList>& lists);
-OXAUTILS_EXPORT NameSums nameSums(const AoCore& core);
-OXAUTILS_EXPORT NameSums nameSums(const AOCore_Lite& core);
+OXAUTILS_EXPORT NameSums nameSums(const AoCore& core); ///< of its clock, data and ports
+OXAUTILS_EXPORT NameSums nameSums(const AOCore_Lite& core); ///< of its clock and data
 
 /// Writes the file that the installed cores include for the checksums of `cores`, in the order of
 /// their positions, into the work directory. False, with a critical message, when it cannot be

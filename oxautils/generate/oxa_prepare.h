@@ -32,7 +32,7 @@ public:
 
     /// The steps of `prepare` for either mode, without emptying the work directory.
     int std_generate(OxaArg arg);
-    int lite_generate(OxaArg arg);
+    int lite_generate(OxaArg arg); ///< for a Lite configuration; the same results
 };
 
 }

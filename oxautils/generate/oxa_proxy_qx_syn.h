@@ -19,7 +19,7 @@ class OXAUTILS_EXPORT OXAProxyQxSyn : public QObject {
     Q_OBJECT
 
 public:
-    explicit OXAProxyQxSyn(QObject* parent);
+    explicit OXAProxyQxSyn(QObject* parent); ///< `parent`, if any, owns it
     ~OXAProxyQxSyn() override;
 
     /// Empties the work directory, generates into it, and blocks until synthesis has ended. 0 when

@@ -14,8 +14,8 @@ struct RememberedBuild {
     QString configuration; ///< path of a copy of the configuration, as it was built
     QString original; ///< path of the configuration then
     QString device; ///< part number, or family of devices
-    QString workDir;
-    QDateTime time;
+    QString workDir; ///< of the build; it may be gone
+    QDateTime time; ///< when it was done
 
     /// "/home/me/uart.oxa on 2026-11-22 at 17:45, for ice40"
     OXAUTILS_EXPORT QString text() const;

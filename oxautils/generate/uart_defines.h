@@ -11,8 +11,8 @@ namespace OXA {
 /// Bits a second of a UART link: at which it starts, unless it is generated for others, and what
 /// serial ports are made for.
 constexpr int kUsualBaud = 115200;
-constexpr int kLeastBaud = 300;
-constexpr int kMostBaud = 4000000;
+constexpr int kLeastBaud = 300; ///< bits a second
+constexpr int kMostBaud = 4000000; ///< bits a second
 
 /// Of the UART link of an analyzer.
 struct UartRates {

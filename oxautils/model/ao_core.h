@@ -23,7 +23,7 @@ OXAUTILS_EXPORT unsigned fixedWindowNum(unsigned n);
 /// Lists of cores are lists of plain pointers: the caller of a reader deletes the cores.
 class OXAUTILS_EXPORT AoCore {
 public:
-    explicit AoCore(int index);
+    explicit AoCore(int index); ///< with 16 empty ports and 16 units, all off
     ~AoCore();
     AoCore(const AoCore&) = delete;
     AoCore& operator=(const AoCore&) = delete;
@@ -44,8 +44,8 @@ public:
     QStringList expressions; ///< in the order of the sequence
     QList<SignalItem> captureSignals; ///< what is sampled, most significant first
     QList<SignalItem> signalList; ///< data signals as the user listed them
-    QString moduleName;
-    bool forceTriggerByFallingEdge = false;
+    QString moduleName; ///< the design's module, for the host
+    bool forceTriggerByFallingEdge = false; ///< samples at falling edges, whatever `trigType` is
     bool captureInitDataEnabled = false; ///< armed at power-up
 
     /// The port numbered `i`; null when there is none.

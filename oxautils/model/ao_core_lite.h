@@ -12,7 +12,7 @@ namespace OXA {
 /// trigger. The caller of a reader deletes the cores of its list.
 class OXAUTILS_EXPORT AOCore_Lite {
 public:
-    int index = 0;
+    int index = 0; ///< as in a Standard core
     QString sampleClock; ///< the signal whose edges take samples
     int trigType = 0; ///< sampling edge: 0 rising, 1 falling
     int implementation = 0; ///< of the capture memory: 0 block SRAM, 2 shadow SRAM
@@ -20,7 +20,7 @@ public:
     bool inputRegisterEnabled = false; ///< a register before the memory
     bool captureInitDataEnabled = false; ///< captures from power-up
     QList<SignalItem> signalList; ///< most significant first
-    QString moduleName;
+    QString moduleName; ///< the design's module, for the host
 
     /// `signalList` as names bit by bit.
     QList<QString> dataSignals() const;

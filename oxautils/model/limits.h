@@ -12,6 +12,7 @@ constexpr int kWidestCounter = 32; ///< bits
 
 // Files hold these numbers, and may hold any other: the fields of cores are plain integers.
 
+/// The kind of all expressions of a core: in the netlist, or tables that can be rewritten.
 enum ExpressionType : int { StaticExpressions = 0, DynamicExpressions = 1 };
 
 /// What a memory can be made of.

@@ -59,10 +59,10 @@ class OXAUTILS_EXPORT MatchUnit {
 public:
     AoCore* core = nullptr; ///< the owner
     int index = 0; ///< 0 to 15; users read it as "M3"
-    bool enabled = false;
-    MatchType matchType = MatchBasic;
-    MatchFunc matchFunc = MatchEqual;
-    bool counterEnable = false;
+    bool enabled = false; ///< false: it keeps its settings, no expression can use it
+    MatchType matchType = MatchBasic; ///< what its hardware can compare
+    MatchFunc matchFunc = MatchEqual; ///< one of `optionalFunctions`
+    bool counterEnable = false; ///< false: true at every match
     int counterWidth = 2; ///< bits
     int counter = 2; ///< matches until the output is true
     bool continuous = false; ///< count only matches at consecutive samples

@@ -21,7 +21,7 @@ public:
     int hostValue = -1; ///< for the host; the library only copies it
     bool captureEnable = true; ///< false: listed as data, but not captured
 
-    bool isBus() const { return !subItems.isEmpty(); }
+    bool isBus() const { return !subItems.isEmpty(); } ///< of one bit or more
 
     /// The number of bits: those of a bus, 1 for a single signal.
     int bitCount() const { return isBus() ? subItems.size() : 1; }

@@ -17,7 +17,7 @@ OXAUTILS_EXPORT const char* wordFault(const QString& name);
 /// `core 1, T0: the signal name "a b" contains ...`, for each such name in a wrapper of `cores`;
 /// each name of a core once.
 OXAUTILS_EXPORT QStringList wordFaults(const QList<AoCore*>& cores);
-OXAUTILS_EXPORT QStringList wordFaults(const QList<AOCore_Lite*>& cores);
+OXAUTILS_EXPORT QStringList wordFaults(const QList<AOCore_Lite*>& cores); ///< Lite cores
 
 }
 

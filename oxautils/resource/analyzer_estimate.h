@@ -23,7 +23,7 @@ namespace OXA_TOOL {
 /// Amounts of what a device has.
 struct OXAUTILS_EXPORT AnalyzerAmounts {
     qint64 luts = 0; ///< look-up tables of four inputs
-    qint64 registers = 0;
+    qint64 registers = 0; ///< flip-flops
     qint64 blockSram = 0; ///< blocks
     qint64 shadowSram = 0; ///< blocks of 64 bits
 };
@@ -39,7 +39,7 @@ public:
 
     /// Adds a core. Of Lite cores only the first is built.
     void add(const OXA::AoCore& core);
-    void add(const OXA::AOCore_Lite& core);
+    void add(const OXA::AOCore_Lite& core); ///< others than the first add nothing
 
     /// Of the cores so far.
     AnalyzerAmounts amounts() const;
@@ -61,7 +61,7 @@ struct OXAUTILS_EXPORT AnalyzerResource {
     const char* name; ///< "block SRAM"
     const char* units; ///< "block SRAMs"
     const char* key; ///< of JSON: "blockSram"
-    qint64 AnalyzerAmounts::*amount;
+    qint64 AnalyzerAmounts::*amount; ///< its field
     int low; ///< percent by which synthesis may take more than is estimated
     int high; ///< percent by which the estimate may be above what synthesis takes
 

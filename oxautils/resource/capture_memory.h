@@ -10,9 +10,9 @@ namespace OXA_TOOL {
 
 /// Amounts of memory: blocks of block SRAM, registers, 64-bit blocks of shadow SRAM.
 struct OXAUTILS_EXPORT MemoryAmounts {
-    int blockSram = 0;
-    int registers = 0;
-    int shadowSram = 0;
+    int blockSram = 0; ///< blocks
+    int registers = 0; ///< flip-flops
+    int shadowSram = 0; ///< blocks of 64 bits
 
     /// The amount of one kind; 0 for a number that is not a kind.
     int of(int kind) const;

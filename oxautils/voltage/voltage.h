@@ -29,27 +29,37 @@ public:
     /// The text of a column, counted from 0; empty when the row has none.
     QString getData(int column) const;
 
+    /// The least or most voltage of a supply, in volts, as in the table.
+    /// @{
     QString getVCCMin() const;
     QString getVCCMax() const;
     QString getVCCXMin() const;
     QString getVCCXMax() const;
     QString getVCCLDOMin() const;
     QString getVCCLDOMax() const;
+    /// @}
 
     /// The numbers of a supply's choices, without units; choices without a number are omitted.
+    /// @{
     QStringList getVCCOptionalValues() const;
     QStringList getVCCXOptionalValues() const;
     QStringList getVCCLDOOptionalValues() const;
+    /// @}
 
     /// A supply's first choice as a number, or its only choice as in the table ("1.2V"). Empty when
     /// no choice has a number.
+    /// @{
     QString getVCCDefaultValue() const;
     QString getVCCXDefaultValue() const;
     QString getVCCLDODefaultValue() const;
+    /// @}
 
+    /// Whether the package connects the two supplies.
+    /// @{
     bool isVCCVCCXShortCircuit() const;
     bool isVCCXVCCLDOShortCircuit() const;
     bool isVCCVCCLDOShortCircuit() const;
+    /// @}
 
 private:
     bool isShorted(const QString& supplies) const;

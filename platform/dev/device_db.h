@@ -12,6 +12,7 @@
 #define OXADEV_EXPORT Q_DECL_IMPORT
 #endif
 
+/// The device catalogue, which a host can replace.
 namespace DEV {
 
 /// The names of an orderable part.
@@ -39,7 +40,7 @@ struct OXADEV_EXPORT ChipInfo : DeviceArg {
 /// be called from any thread.
 class OXADEV_EXPORT DeviceDb {
 public:
-    static DeviceDb& instance();
+    static DeviceDb& instance(); ///< the only one
 
     /// The part with the number `partNumber`, of the device `deviceName` when several devices have
     /// the number; when one of the two is empty, the other selects. An empty record when there is

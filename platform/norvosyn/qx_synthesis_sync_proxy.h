@@ -14,6 +14,7 @@
 #define OXANORVOSYN_EXPORT Q_DECL_IMPORT
 #endif
 
+/// The synthesis engine, which a host can replace.
 namespace NorvoSyn {
 
 /// Runs one synthesis at a time in a separate process (OXA_SYNTHESIS_ENGINE names the program).
@@ -24,7 +25,7 @@ class OXANORVOSYN_EXPORT QxSynthesisSyncProxy : public QObject {
     Q_OBJECT
 
 public:
-    explicit QxSynthesisSyncProxy(QObject* parent);
+    explicit QxSynthesisSyncProxy(QObject* parent); ///< `parent`, if any, owns it
 
     /// Synthesizes `request` (keys: request_keys.h), and blocks until it has ended. 0: success, the
     /// netlist is in the request's output file. Other values: failure, the output file is

@@ -445,12 +445,13 @@ void TestCheck::namesOfTheWrapperAreKnown()
 void TestCheck::documentsListTheRules()
 {
     const QString page = QString::fromUtf8(bytesOf(OXA_SOURCE_DIR "/docs/checks.md"));
+    const QRegularExpression special("([|<])");
     QString table = "| rule | severity | broken when | what to do |\n|---|---|---|---|\n";
     for (const RuleInfo& rule : checkRules())
         table += QString("| `%1` | %2 | %3 | %4 |\n")
                      .arg(rule.name, severityText(rule.severity),
-                         QString(rule.meaning).replace('|', "\\|"),
-                         QString(rule.hint).replace('|', "\\|"));
+                         QString(rule.meaning).replace(special, "\\\\1"),
+                         QString(rule.hint).replace(special, "\\\\1"));
     if (!page.contains(table)) {
         const QString path = m_dir.path() + "/checks-table.md";
         m_dir.setAutoRemove(false);
