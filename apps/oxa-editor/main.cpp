@@ -52,6 +52,7 @@ int main(int argc, char** argv)
 {
     if (!hasScreen(argc, argv))
         return sayOnly(argc, argv);
+    QApplication::setDesktopFileName("oxa-editor"); // with which the desktop finds the icon
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // later ones do it anyway
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
