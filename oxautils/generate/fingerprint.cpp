@@ -9,9 +9,10 @@
 #include "oxautils/model/limits.h"
 
 #include <QFile>
-#include <QRegularExpression>
 #include <QSet>
 #include <QtAlgorithms>
+
+#include <algorithm>
 
 namespace OXA {
 
@@ -25,13 +26,13 @@ constexpr quint32 kMasks[kUnits] = {1, 2, 4, 8, 16, 32, 7, 11, 13, 14, 19, 21, 2
 
 constexpr const char* kStorages[] = {"BSRAM", "REG", "SSRAM"};
 
-// A generated constant; bit 0 is the lowest, all bits above the last one are `negative`.
+// A generated constant; bit 0 of word 0 is the lowest, all bits above the last one are `negative`.
 struct Value {
-    QString name;
-    std::vector<bool> bits;
+    QByteArray name;
+    std::vector<quint32> words;
     bool negative = false;
 
-    bool bit(int i) const { return i < int(bits.size()) ? bits[size_t(i)] : negative; }
+    quint32 word(size_t i) const { return i < words.size() ? words[i] : 0 - quint32(negative); }
 };
 
 // The generated files of one core.
@@ -41,70 +42,82 @@ struct Generated {
     std::vector<Value> initials;
 };
 
-std::vector<bool> bitsOf(const QString& digits, int bitsPerDigit)
+quint32 digitValue(char digit)
 {
-    std::vector<bool> bits;
-    for (int i = digits.size() - 1; i >= 0; --i) {
-        const int digit = digits.mid(i, 1).toInt(nullptr, 16);
-        for (int bit = 0; bit < bitsPerDigit; ++bit)
-            bits.push_back(digit >> bit & 1);
+    if (digit >= '0' && digit <= '9')
+        return quint32(digit - '0');
+    return digit >= 'a' && digit <= 'f' ? quint32(digit - 'a' + 10) : 0;
+}
+
+std::vector<quint32> wordsOf(const QByteArray& digits, int bitsPerDigit)
+{
+    std::vector<quint32> words;
+    int bit = 0; // of the next digit
+    for (int i = int(digits.size()) - 1; i >= 0; --i, bit = (bit + bitsPerDigit) % 32) {
+        if (bit == 0)
+            words.push_back(0);
+        words.back() |= digitValue(digits.at(i)) << bit;
     }
-    return bits;
+    return words;
 }
 
 // "3'b101", "16'h00ff", "21" and, for a negative number, "16'h00-1".
-Value parseValue(const QString& name, const QString& text)
+Value parseValue(const QByteArray& name, const QByteArray& text)
 {
     Value value;
     value.name = name;
-    const QString digits = text.section('\'', 1).mid(1);
-    const int minus = digits.indexOf('-');
-    if (!text.contains('\'') || minus >= 0) {
-        const qint64 number = minus >= 0 ? -digits.mid(minus + 1).toLongLong() : text.toLongLong();
+    const int quote = int(text.indexOf('\''));
+    const QByteArray digits = text.mid(quote + 2);
+    const char* const minus = std::find(digits.begin(), digits.end(), '-');
+    if (quote < 0 || minus != digits.end()) {
+        const qint64 number = quote < 0 ? text.toLongLong() : -QByteArray(minus + 1).toLongLong();
         value.negative = number < 0;
-        for (int bit = 0; bit < 63; ++bit)
-            value.bits.push_back(number >> bit & 1);
+        value.words = {quint32(number), quint32(number >> 32)};
         return value;
     }
-    value.bits = bitsOf(digits, text.section('\'', 1).startsWith('b') ? 1 : 4);
+    value.words = wordsOf(digits, text.mid(quote + 1).startsWith('b') ? 1 : 4);
     return value;
 }
 
-bool readLines(const QString& path, QStringList& lines, QString* error)
+bool readLines(const QString& path, QList<QByteArray>& lines, QString* error)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
         return fail(error, path + ": " + file.errorString());
-    lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    lines = file.readAll().split('\n');
+    lines.removeAll(QByteArray());
     return true;
 }
 
 bool readDefines(const QString& path, QSet<QString>& defines, QString* error)
 {
-    QStringList lines;
+    QList<QByteArray> lines;
     if (!readLines(path, lines, error))
         return false;
-    for (const QString& line : qAsConst(lines))
-        defines += line.section(' ', 1, 1);
+    for (const QByteArray& line : qAsConst(lines))
+        defines += QString::fromUtf8(line).section(' ', 1, 1);
     return true;
 }
 
 bool readValues(const QString& path, std::vector<Value>& values, QString* error)
 {
-    static const QRegularExpression parameter("^parameter (\\w+) = (.*);$");
-    QStringList lines;
+    static const QByteArray head("parameter ");
+    static const QByteArray equals(" = ");
+    QList<QByteArray> lines;
     if (!readLines(path, lines, error))
         return false;
-    for (const QString& line : qAsConst(lines)) {
-        const auto match = parameter.match(line);
-        if (!match.hasMatch())
-            return fail(error, path + ": unexpected \"" + line + '"');
-        values.push_back(parseValue(match.captured(1), match.captured(2)));
+    for (const QByteArray& line : qAsConst(lines)) {
+        const int nameEnd = int(line.indexOf(equals));
+        if (!line.startsWith(head) || !line.endsWith(';') || nameEnd <= head.size())
+            return fail(error, path + ": unexpected \"" + QString::fromUtf8(line) + '"');
+        const int start = nameEnd + int(equals.size());
+        values.push_back(parseValue(line.mid(int(head.size()), nameEnd - int(head.size())),
+            line.mid(start, int(line.size()) - start - 1)));
     }
     return true;
 }
 
-const Value* find(const std::vector<Value>& values, const QString& name)
+const Value* find(const std::vector<Value>& values, const QByteArray& name)
 {
     for (const Value& value : values) {
         if (value.name == name)
@@ -118,11 +131,13 @@ void addWord(Crc32& crc, quint32 word) { crc.add(word, 32); }
 // The lowest `width` bits in whole words.
 void addBits(Crc32& crc, const Value* value, int width)
 {
-    for (int bit = 0; bit < (width + 31) / 32 * 32; ++bit)
-        crc.add(value && bit < width && value->bit(bit));
+    for (int bit = 0; bit < width; bit += 32) {
+        const quint32 kept = width - bit < 32 ? (1U << (width - bit)) - 1 : ~0U;
+        addWord(crc, value ? value->word(size_t(bit) / 32) & kept : 0);
+    }
 }
 
-void addWord(Crc32& crc, const std::vector<Value>& values, const QString& name)
+void addWord(Crc32& crc, const std::vector<Value>& values, const QByteArray& name)
 {
     addBits(crc, find(values, name), 32);
 }
@@ -142,11 +157,9 @@ void addInitials(Crc32& crc, const Generated& generated, int width)
         {"TRIG_LEVELS_INIT", "MAX_DATA_DEPTH_INIT", "DATA_DEPTH_INIT", "NUM_WINDOWS_INIT"})
         addWord(crc, generated.initials, name);
     for (int unit = 0; unit < kUnits; ++unit) {
-        for (const char* reg : {"REG_M0", "REG_M1", "REG_M2", "REG_CTRL", "TRIG_CNT"})
-            addBits(crc,
-                find(
-                    generated.initials, QString("MATCH%1_%2_INIT").arg(QString::number(unit), reg)),
-                width);
+        const QByteArray name = "MATCH" + QByteArray::number(unit);
+        for (const char* reg : {"_REG_M0", "_REG_M1", "_REG_M2", "_REG_CTRL", "_TRIG_CNT"})
+            addBits(crc, find(generated.initials, name + reg + "_INIT"), width);
     }
 }
 
@@ -182,7 +195,8 @@ bool addTables(Crc32& crc, const Generated& generated, const AoCore& core, QStri
     const int rows = 1 << core.enabledMatchUnits().size();
     for (int e = 0; e < core.expressions.size(); ++e) {
         if (core.expressionType == DynamicExpressions)
-            addBits(crc, find(generated.initials, QString("EXPRESSION%1_INIT").arg(e)), rows);
+            addBits(crc, find(generated.initials, "EXPRESSION" + QByteArray::number(e) + "_INIT"),
+                rows);
         else if (!addStaticTable(crc, core, core.expressions.at(e), error))
             return false;
     }
