@@ -171,7 +171,7 @@ bool BuildRun::writeTemplates() const
 void BuildRun::remember(const Configuration& configuration, const QByteArray& content) const
 {
     BuildSums sums;
-    if (content.isEmpty() || configuration.isEmpty()
+    if (content.isEmpty() || configuration.isEmpty() || rememberedBuildsDir().isEmpty()
         || !generatedSums(m_arg.workDir, configuration, sums, nullptr))
         return;
     RememberedBuild build = remembered;
