@@ -18,6 +18,18 @@ macro(oxa_find_qt)
     find_package(Qt${OXA_QT} ${OXA_QT_LEAST} REQUIRED COMPONENTS ${ARGV})
 endmacro()
 
+# Where data is, from the prefix of an installation and from the build tree.
+set(OXA_DATA_DIR ${CMAKE_INSTALL_DATADIR}/oxautils)
+set(OXA_IP_DIR ${OXA_DATA_DIR}/ip)
+set(OXA_DEVICE_DIR ${CMAKE_INSTALL_DATADIR}/device)
+
+# oxa_install(...): install(...), for those who install.
+function(oxa_install)
+    if(OXA_INSTALL)
+        install(${ARGV})
+    endif()
+endfunction()
+
 # oxa_add_library(TARGET NAME LIBNAME DEFINE): a shared library, exported as OxaUtils::NAME. While the
 # version is 0.x, its interface may change with the minor number, so that both are in the SONAME.
 function(oxa_add_library target name output define)
@@ -28,6 +40,7 @@ function(oxa_add_library target name output define)
         OUTPUT_NAME ${output}
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+    target_compile_features(${target} PUBLIC cxx_std_17)
     target_compile_definitions(${target} PRIVATE ${define})
     target_link_libraries(${target} PRIVATE $<BUILD_INTERFACE:oxa_options>)
     set_property(GLOBAL APPEND PROPERTY OXA_EXPORTED_TARGETS ${target})
@@ -70,5 +83,5 @@ function(oxa_install_manual file)
         DEPENDS ${file}
         VERBATIM)
     add_custom_target(manual_${name} ALL DEPENDS ${page})
-    install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+    oxa_install(FILES ${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 endfunction()

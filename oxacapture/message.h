@@ -12,7 +12,8 @@ struct Message {
     QString place; ///< "wave.vcd:12", "core 2, M3"; may be empty
     QString text; ///< "counter 9 does not fit in 3 bits"
 
-    QString message() const { return place.isEmpty() ? text : place + ": " + text; } ///< as a line
+    /// As a line.
+    QString message() const { return place.isEmpty() ? text : place + QLatin1String(": ") + text; }
 };
 
 /// Messages are collected, so that a user sees all of them at once.

@@ -8,6 +8,7 @@
 #include "oxacapture/message.h"
 #include "oxacapture/oxacapture_export.h"
 #include "oxacapture/progress.h"
+#include "oxacapture/simulator/bench_simulation.h"
 #include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/simulator/simulation.h"
 #include "oxacapture/simulator/target_player.h"

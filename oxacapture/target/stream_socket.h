@@ -66,7 +66,7 @@ private:
 
     int m_handle = -1;
     Patience m_patience;
-    QString m_error = "not connected";
+    QString m_error = QStringLiteral("not connected");
     std::function<bool()> m_goesOn;
 };
 

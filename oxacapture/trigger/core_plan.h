@@ -19,7 +19,7 @@ struct CorePlan {
     /// The data signals.
     QList<OXA::SignalItem> items() const { return core ? core->captureSignals : lite->signalList; }
     /// "core 0", by its index.
-    QString name() const { return QString("core %1").arg(index()); }
+    QString name() const { return QStringLiteral("core %1").arg(index()); }
 };
 
 /// The cores that are built on the device that `arg` names: all of a Standard configuration, the

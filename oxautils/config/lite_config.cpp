@@ -8,8 +8,8 @@
 #include "oxautils/config/version.h"
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/log_categories.h"
 
-#include <QDebug>
 #include <QXmlStreamWriter>
 
 namespace OXA {
@@ -66,7 +66,7 @@ bool writeCores(const QList<AOCore_Lite*>& cores, const QString& path, QString* 
 void writeOXAConfigToXml_Lite(const QList<AOCore_Lite*>& cores, const QString& path)
 {
     if (QString error; !writeCores(cores, path, &error))
-        qCritical().noquote() << error;
+        qCCritical(logConfig).noquote() << error;
 }
 
 QList<AOCore_Lite*> readOXAConfigFromXml_Lite(const QString& path, bool* ok, QString* error)

@@ -4,8 +4,7 @@
 #include "oxautils/config/config_writer.h"
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
-
-#include <QDebug>
+#include "oxautils/model/log_categories.h"
 
 namespace OXA {
 
@@ -32,7 +31,7 @@ void fillInfoForEmptyOxaConfig(const QString& path, OxaMode mode)
     const char* text = mode == Standard ? kModeStandard : mode == Lite ? kModeLite : nullptr;
     if (QString error; !writeConfig(
             path, text, [](QXmlStreamWriter&) {}, &error))
-        qCritical().noquote() << error;
+        qCCritical(logConfig).noquote() << error;
 }
 
 }

@@ -9,8 +9,8 @@
 #include "oxautils/config/xml_document.h"
 #include "oxautils/config/xml_names.h"
 #include "oxautils/model/limits.h"
+#include "oxautils/model/log_categories.h"
 
-#include <QDebug>
 #include <QXmlStreamWriter>
 
 namespace OXA {
@@ -114,12 +114,12 @@ QString versionProblem(const XmlElement& root)
         return "Unknown Oxa version.";
     try {
         if (compareVersion(version.text(), kOlderVersion) & kAtMost) {
-            qDebug("[ read Oxa Config version 2000 ]");
+            qCDebug(logConfig, "[ read Oxa Config version 2000 ]");
             return {};
         }
         if (!(compareVersion(version.text(), LATEST_VERSION) & kAtMost))
             return "The version of Oxa config file is too high.";
-        qDebug("[ read Oxa Config version 3000 ]");
+        qCDebug(logConfig, "[ read Oxa Config version 3000 ]");
     } catch (const CompareException& exception) {
         return exception.message();
     }
@@ -153,12 +153,12 @@ bool writeCores(const QList<AoCore*>& cores, const QString& path, QString* error
 void writeOXAConfigToXml(const QList<AoCore*>& cores, const QString& path)
 {
     if (QString error; !writeCores(cores, path, &error))
-        qCritical().noquote() << error;
+        qCCritical(logConfig).noquote() << error;
 }
 
 QList<AoCore*> readOXAConfigFromXml(const QString& path, bool* ok, QString* error)
 {
-    qDebug("readOXAConfigFromXml");
+    qCDebug(logConfig, "readOXAConfigFromXml");
     QByteArray content;
     if (!readFile(path, content)) {
         report(ok, false, error, QString("%1 open file failed.").arg(path));

@@ -107,7 +107,10 @@ public:
     QStringList warnings() const { return m_warnings; }
 
 private:
-    QString pathTo(const QString& file) const { return m_request.workDir + '/' + file; }
+    QString pathTo(const QString& file) const
+    {
+        return m_request.workDir + QLatin1Char('/') + file;
+    }
     bool findBits(QString* error);
     bool writeScript(QString* error) const;
     void addDesign(DesignScript& script) const;

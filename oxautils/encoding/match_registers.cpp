@@ -2,8 +2,7 @@
 #include "oxautils/encoding/match_registers.h"
 
 #include "oxautils/encoding/data_depth.h"
-
-#include <QDebug>
+#include "oxautils/model/log_categories.h"
 
 namespace OXA {
 
@@ -195,8 +194,8 @@ void generateRegister(AoCore* core, QTextStream& out, QString device, int flag)
         return;
     const int width = core->dataOutShiftWidth();
     if (width > kWidestRegister) {
-        qCritical().nospace() << "core " << core->index << ": its registers would have " << width
-                              << " bits, the limit is " << kWidestRegister;
+        qCCritical(logEncoding).nospace() << "core " << core->index << ": its registers would have "
+                                          << width << " bits, the limit is " << kWidestRegister;
         return;
     }
     RegisterWriter writer(out, width);

@@ -3,8 +3,7 @@
 
 #include "oxautils/encoding/truth_table.h"
 #include "oxautils/model/limits.h"
-
-#include <QDebug>
+#include "oxautils/model/log_categories.h"
 
 #include <algorithm>
 #include <cstring>
@@ -63,7 +62,7 @@ void generateExpression(AoCore* core, QTextStream& out)
     for (int i = 0; i < core->expressions.size(); ++i) {
         const TruthTable table = compileExpression(core->expressions.at(i), enables);
         if (!table.legal)
-            qCritical().noquote().nospace()
+            qCCritical(logEncoding).noquote().nospace()
                 << "core " << core->index << ": expression " << i << " \""
                 << core->expressions.at(i)
                 << "\" contains more than unit names, the operators ! & ^ | and parentheses";

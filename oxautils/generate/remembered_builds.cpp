@@ -3,8 +3,8 @@
 
 #include "files/replace_file.h"
 #include "oxautils/encoding/crc32.h"
+#include "oxautils/model/log_categories.h"
 
-#include <QDebug>
 #include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -135,7 +135,7 @@ void rememberBuild(const RememberedBuild& build, const QByteArray& content, cons
     QString error;
     if (!OXA_FILES::replaceFile(copyOf(build.original, directory), content, &error)
         || !OXA_FILES::replaceFile(directory + kAbout, QJsonDocument(about).toJson(), &error))
-        qWarning().noquote() << "the build is not remembered:" << error;
+        qCWarning(logGenerate).noquote() << "the build is not remembered:" << error;
     forgetOldest();
 }
 

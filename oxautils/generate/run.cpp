@@ -7,8 +7,7 @@
 #include "oxautils/config/xml_document.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
-
-#include <QDebug>
+#include "oxautils/model/log_categories.h"
 
 namespace OXA {
 
@@ -16,7 +15,7 @@ namespace {
 
 bool refuse(const QString& reason)
 {
-    qCritical().noquote() << reason;
+    qCCritical(logGenerate).noquote() << reason;
     return false;
 }
 
@@ -56,7 +55,7 @@ QList<AOCore_Lite*> readLiteCores(const QString& path)
     try {
         return readOXAConfigFromXml_Lite(path);
     } catch (const CompareException& exception) {
-        qCritical().noquote() << path + ":" << exception.message();
+        qCCritical(logGenerate).noquote() << path + ":" << exception.message();
         return {};
     }
 }

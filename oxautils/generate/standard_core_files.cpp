@@ -8,8 +8,7 @@
 #include "oxautils/generate/standard_files.h"
 #include "oxautils/generate/verilog_file.h"
 #include "oxautils/model/limits.h"
-
-#include <QDebug>
+#include "oxautils/model/log_categories.h"
 
 #include <cmath>
 
@@ -130,7 +129,8 @@ void warnOfUnboundUnits(const AoCore& core, int position)
 {
     for (const MatchUnit* unit : core.enabledMatchUnits()) {
         if (!unit->trigger)
-            qWarning("core %d: M%d is enabled but watches no trigger port", position, unit->index);
+            qCWarning(logGenerate, "core %d: M%d is enabled but watches no trigger port", position,
+                unit->index);
     }
 }
 

@@ -2,10 +2,10 @@
 #include "oxautils/generate/device_rules.h"
 #include "oxautils/generate/oxa_proxy_qx_syn_p.h"
 #include "oxautils/generate/source_list.h"
+#include "oxautils/model/log_categories.h"
 
 #include <norvosyn/request_keys.h>
 
-#include <QDebug>
 #include <QDir>
 
 namespace OXA {
@@ -78,7 +78,7 @@ bool _oxa_proxy_qxsyn::synthesize(const OxaArg& arg, const char* project, const 
         return false;
     }
     const int result = proxy->run(request);
-    qDebug() << "syn ao con" << result;
+    qCDebug(logGenerate) << "syn ao con" << result;
     if (result != 0)
         errors += proxy->messages();
     return result == 0;

@@ -2,8 +2,7 @@
 #include "oxautils/generate/top_wrapper.h"
 
 #include "oxautils/generate/standard_files.h"
-
-#include <QDebug>
+#include "oxautils/model/log_categories.h"
 
 #include <algorithm>
 
@@ -125,7 +124,7 @@ void warnOfMissing(const QStringList& names, int position)
 {
     for (const QString& name : names) {
         if (name.isEmpty())
-            qWarning("core %d: the signal name \"\" is empty", position);
+            qCWarning(logGenerate, "core %d: the signal name \"\" is empty", position);
     }
 }
 
@@ -151,8 +150,8 @@ void logWordFaults(const QStringList& faults)
     const int more = faults.size() - 1;
     const QString rest
         = more > 0 ? QString(", and %1 more names have faults").arg(more) : QString();
-    qCritical().noquote() << faults.first() + rest
-            + "; what follows such a name is read as Verilog";
+    qCCritical(logGenerate).noquote()
+        << faults.first() + rest + "; what follows such a name is read as Verilog";
 }
 
 QString escapedSignalName(const QString& name)

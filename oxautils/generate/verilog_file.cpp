@@ -3,8 +3,8 @@
 
 #include "files/replace_file.h"
 #include "oxautils/generate/file_names.h"
+#include "oxautils/model/log_categories.h"
 
-#include <QDebug>
 #include <QDir>
 
 namespace OXA {
@@ -23,7 +23,7 @@ bool writeVerilogFile(
     };
     const bool ok = OXA_FILES::writeFile(path, fill, nullptr);
     if (!ok)
-        qCritical().noquote() << failure;
+        qCCritical(logGenerate).noquote() << failure;
     return ok;
 }
 

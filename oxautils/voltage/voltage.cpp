@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxautils/voltage/voltage.h"
 
+#include "oxautils/model/log_categories.h"
+
 #include <QCoreApplication>
-#include <QDebug>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -67,7 +68,7 @@ Voltage::Voltage(const QString& deviceName, const QString& partNumber)
 {
     QFile table(QCoreApplication::applicationDirPath() + kTable);
     if (!table.open(QIODevice::ReadOnly)) {
-        qCritical("read voltage error");
+        qCCritical(logVoltage, "read voltage error");
         return;
     }
     const QString key = m_device.name + ',' + m_device.variant + ',';

@@ -3,12 +3,14 @@
 
 #include "dev/catalogue.h"
 
-#include <QDebug>
+#include <QLoggingCategory>
 
 #include <mutex>
 
 namespace DEV {
 namespace {
+
+Q_LOGGING_CATEGORY(logDev, "oxautils.dev")
 
 using Snapshot = std::shared_ptr<const Catalogue>;
 
@@ -23,11 +25,11 @@ Snapshot initialCatalogue()
     if (!path.isEmpty()) {
         if (Snapshot named = readCatalogue(path, &error))
             return named;
-        qCritical().noquote() << kEnvironment << "ignored:" << error;
+        qCCritical(logDev).noquote() << kEnvironment << "ignored:" << error;
     }
     Snapshot builtIn = readCatalogue(kCompiledIn, &error);
     if (!builtIn)
-        qCritical().noquote() << error;
+        qCCritical(logDev).noquote() << error;
     return builtIn ? builtIn : std::make_shared<const Catalogue>();
 }
 
