@@ -111,7 +111,7 @@ void noteFields(const QString& place, const QJsonObject& object, QMap<QString, Q
         if (it.key() != "cells") // its keys are types of cells
             noteFields(field + '.', it->toObject(), seen);
         const QString below = it.key() == "problems" ? "Problems " : field + "[].";
-        for (const QJsonValue& element : it->toArray())
+        for (const QJsonValue element : it->toArray())
             noteFields(shared ? "Messages " : below, element.toObject(), seen);
     }
 }
