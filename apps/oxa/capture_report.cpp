@@ -4,7 +4,6 @@
 #include "files/replace_file.h"
 
 #include <QFileInfo>
-#include <QJsonDocument>
 
 #include <algorithm>
 
@@ -42,7 +41,7 @@ bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
         io.err << output << (QFileInfo::exists(output) ? ": not changed" : ": not written")
                << ", because nothing was captured\n";
     if (json) {
-        io.out.setResult(QJsonDocument::fromJson(captureJson(capture)).object());
+        io.out.setResult(captureObject(capture));
         return true;
     }
     TextOut& out = writes && OXA_FILES::isStream(output)

@@ -99,7 +99,7 @@ bool writeCapture(
     return OXA_FILES::replaceFile(path, fill, error);
 }
 
-QByteArray captureJson(const Capture& capture)
+QJsonObject captureObject(const Capture& capture)
 {
     QJsonArray cores;
     for (const CapturedCore& core : capture) {
@@ -124,10 +124,14 @@ QByteArray captureJson(const Capture& capture)
             object.insert("names", core.names);
         cores += object;
     }
-    return QJsonDocument(QJsonObject {
-                             {"cores", cores}
-    })
-        .toJson(QJsonDocument::Indented);
+    return {
+        {"cores", cores}
+    };
+}
+
+QByteArray captureJson(const Capture& capture)
+{
+    return QJsonDocument(captureObject(capture)).toJson(QJsonDocument::Indented);
 }
 
 qint64 capturedSamples(const CapturedCore& core)

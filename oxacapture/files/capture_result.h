@@ -5,6 +5,7 @@
 #include "oxacapture/progress.h"
 #include "oxacapture/trigger/trigger_model.h"
 
+#include <QJsonObject>
 #include <QList>
 
 namespace OXA_CAPTURE {
@@ -64,7 +65,8 @@ OXACAPTURE_EXPORT bool writeCapture(
 OXACAPTURE_EXPORT bool mayWriteCapture(const QString& path, QString* error);
 
 /// The windows of every core, without their samples, for programs.
-OXACAPTURE_EXPORT QByteArray captureJson(const Capture& capture);
+OXACAPTURE_EXPORT QJsonObject captureObject(const Capture& capture);
+OXACAPTURE_EXPORT QByteArray captureJson(const Capture& capture); ///< the same as a text
 
 }
 
