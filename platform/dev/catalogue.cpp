@@ -62,8 +62,7 @@ constexpr int kColumnCount = sizeof kColumns / sizeof *kColumns;
 
 constexpr qint64 kLargestFile = qint64(64) * 1024 * 1024;
 
-/// The text of the file; null, with the reason in `error`, when it cannot be read.
-// Without its byte-order mark.
+/// The text of `bytes`, without its byte-order mark.
 QString fromUtf8(const QByteArray& bytes, bool& valid)
 {
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
@@ -78,6 +77,7 @@ QString fromUtf8(const QByteArray& bytes, bool& valid)
     return text;
 }
 
+/// The text of the file; null, with the reason in `error`, when it cannot be read.
 QString readText(const QString& path, QString* error)
 {
     QFile file(path);
