@@ -4,7 +4,10 @@
 
 /// All public headers of the library: waveforms, the trigger model, targets and the files of
 /// captures.
+#include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/gtkw_writer.h"
+#include "oxacapture/files/numbered_path.h"
 #include "oxacapture/message.h"
 #include "oxacapture/oxacapture_export.h"
 #include "oxacapture/progress.h"
@@ -16,6 +19,7 @@
 #include "oxacapture/target/bit_string.h"
 #include "oxacapture/target/built_configuration.h"
 #include "oxacapture/target/capture_run.h"
+#include "oxacapture/target/capture_series.h"
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/core_identity.h"
 #include "oxacapture/target/core_status.h"

@@ -7,6 +7,7 @@
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 AddSignalsDialog::AddSignalsDialog(QWidget* parent)
@@ -32,6 +33,10 @@ AddSignalsDialog::AddSignalsDialog(QWidget* parent)
     connect(m_names, &QPlainTextEdit::textChanged, this, &AddSignalsDialog::showResult);
     connect(m_buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(m_buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
+    QPushButton* ok = m_buttons->button(QDialogButtonBox::Ok);
+    for (const char* keys : {"Ctrl+Return", "Ctrl+Enter"}) // Enter begins another line
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, ok,
+            &QPushButton::click);
     showResult();
     resize(fontMetrics().averageCharWidth() * 70, fontMetrics().height() * 18);
 }

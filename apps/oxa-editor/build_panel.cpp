@@ -52,6 +52,8 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
     connect(m_job, &BuildJob::progress, this, &BuildPanel::showProgress);
     connect(m_job, &BuildJob::logged, this, &BuildPanel::say);
     connect(m_job, &BuildJob::finished, this, &BuildPanel::showFinish);
+    connect(&m_seconds, &QTimer::timeout, this, [this] { setStage(m_stageText); });
+    m_stage->setWordWrap(true);
     showState();
 }
 
@@ -120,13 +122,12 @@ bool BuildPanel::mayEmptyWorkDir(const OXA::OxaArg& arg)
                    QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
             == QMessageBox::Yes;
     case OXA::WorkDirFault::HoldsInput:
-        m_stage->setText(
-            tr("The work directory would be emptied, but it contains, or is in, %1. Choose "
-               "another.")
-                .arg(QDir::toNativeSeparators(lost)));
+        setStage(tr("The work directory would be emptied, but it contains, or is in, %1. Choose "
+                    "another.")
+                     .arg(QDir::toNativeSeparators(lost)));
         break;
     default:
-        m_stage->setText(tr("Choose a work directory first."));
+        setStage(tr("Choose a work directory first."));
     }
     m_workDir->setFocus();
     return false;
@@ -142,7 +143,7 @@ bool BuildPanel::namesStayWords()
     for (const QString& fault : faults)
         say(fault);
     if (!faults.isEmpty())
-        m_stage->setText(tr("Nothing was generated: correct the signal names first."));
+        setStage(tr("Nothing was generated: correct the signal names first."));
     return faults.isEmpty();
 }
 
@@ -157,7 +158,7 @@ bool BuildPanel::writeSnapshot(OXA::OxaArg& arg)
     arg.configFile = m_snapshot->filePath(name);
     if (!bytes.isEmpty() && OXA_FILES::replaceFile(arg.configFile, bytes, &error))
         return true;
-    m_stage->setText(error);
+    setStage(error);
     return false;
 }
 
@@ -174,9 +175,9 @@ bool BuildPanel::passesCheck(const OXA::BuildRun& build)
     for (const QString& message : checked.messages)
         say(message);
     if (checked.end == OXA::BuildEnd::NoCores)
-        m_stage->setText(tr("Nothing was generated"));
+        setStage(tr("Nothing was generated"));
     else if (checked.end != OXA::BuildEnd::Done)
-        m_stage->setText(tr("Nothing was generated: correct the problems in the log"));
+        setStage(tr("Nothing was generated: correct the problems in the log"));
     return checked.end == OXA::BuildEnd::Done;
 }
 
@@ -185,7 +186,7 @@ void BuildPanel::start(bool synthesize)
     if (isRunning())
         return;
     if (m_part.partNumber.isEmpty()) {
-        m_stage->setText(tr("Choose a part first."));
+        setStage(tr("Choose a part first."));
         Q_EMIT partNeeded();
         return;
     }
@@ -205,7 +206,11 @@ void BuildPanel::start(bool synthesize)
     build->remembered.device = arg.device;
     if (!passesCheck(*build) || !mayEmptyWorkDir(arg))
         return;
+    m_builtPart = m_part;
+    m_time.start();
+    m_seconds.start(1000);
     m_job->start(std::move(build));
+    setStage(tr("Generating"));
     showState();
     Q_EMIT runningChanged();
 }
@@ -215,7 +220,7 @@ void BuildPanel::stop()
     if (!isRunning())
         return;
     m_stop->setEnabled(false);
-    m_stage->setText(tr("Stopping…"));
+    setStage(tr("Stopping…"));
     m_job->stop();
 }
 
@@ -225,26 +230,31 @@ void BuildPanel::showProgress(const QString& stage, int percent)
         return; // stopping
     m_progress->setRange(0, percent < 0 ? 0 : 100);
     m_progress->setValue(percent);
-    m_stage->setText(stage);
+    setStage(stage);
 }
 
 void BuildPanel::showFinish(const OXA::BuildResult& result)
 {
     m_snapshot.reset();
+    m_seconds.stop();
     for (const QString& text : result.messages + result.files)
         say(text);
-    m_stage->setText(stageAfter(result.end));
+    setStage(stageAfter(result));
     showState();
     Q_EMIT runningChanged();
 }
 
-QString BuildPanel::stageAfter(OXA::BuildEnd end) const
+QString BuildPanel::stageAfter(const OXA::BuildResult& result) const
 {
-    switch (end) {
+    QStringList done = {tr("Done in %1 s").arg(m_time.elapsed() / 1000)};
+    if (!result.cells.isEmpty())
+        done += amountsText(result.takes);
+    switch (result.end) {
     case OXA::BuildEnd::Done:
-        return tr("Done: %1").arg(m_workDir->text());
+        return tr("%1: %2").arg(done.join(": "), m_workDir->text());
     case OXA::BuildEnd::TooLarge:
-        return tr("The netlist does not fit the part: %1").arg(m_workDir->text());
+        return tr("The netlist does not fit the part: %1")
+            .arg(result.cells.isEmpty() ? m_workDir->text() : amountsText(result.takes));
     case OXA::BuildEnd::Stopped:
         return tr("Stopped");
     case OXA::BuildEnd::Failed:
@@ -252,6 +262,31 @@ QString BuildPanel::stageAfter(OXA::BuildEnd end) const
     default:
         return tr("Nothing was generated");
     }
+}
+
+/// "812 of 8640 look-up tables, 3 of 26 block SRAMs"
+QString BuildPanel::amountsText(const OXA_TOOL::AnalyzerAmounts& takes) const
+{
+    const OXA_TOOL::AnalyzerAmounts available = OXA_TOOL::amountsOf(m_builtPart);
+    QStringList texts;
+    for (const OXA_TOOL::AnalyzerResource& resource : OXA_TOOL::analyzerResources()) {
+        const qint64 amount = takes.*resource.amount;
+        const qint64 most = available.*resource.amount;
+        if (amount > 0)
+            texts += tr("%1 of %2 %3")
+                         .arg(QString::number(amount), most > 0 ? QString::number(most) : tr("?"),
+                             resource.units);
+    }
+    return texts.join(", ");
+}
+
+/// Shows the stage, during a run with its time, here and wherever another panel is in front.
+void BuildPanel::setStage(const QString& text)
+{
+    m_stageText = text;
+    m_stage->setText(
+        isRunning() ? tr("%1, %2 s").arg(text, QString::number(m_time.elapsed() / 1000)) : text);
+    Q_EMIT stageChanged(m_stage->text());
 }
 
 /// Adds a line to the log. A line with a file name opens that file when activated.

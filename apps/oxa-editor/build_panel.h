@@ -4,8 +4,10 @@
 
 #include "build_job.h"
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
 
 #include <dev/device_db.h>
@@ -41,6 +43,7 @@ public:
 Q_SIGNALS:
     void runningChanged();
     void workDirChanged();
+    void stageChanged(const QString& text); ///< of the run, or how it ended
     void partNeeded(); ///< the user has to choose a part first
 
 private:
@@ -53,14 +56,20 @@ private:
     bool passesCheck(const OXA::BuildRun& build);
     void showProgress(const QString& stage, int percent);
     void showFinish(const OXA::BuildResult& result);
-    QString stageAfter(OXA::BuildEnd end) const;
+    QString stageAfter(const OXA::BuildResult& result) const;
+    QString amountsText(const OXA_TOOL::AnalyzerAmounts& takes) const;
+    void setStage(const QString& text);
     void say(const QString& line);
     void showState();
     void openPlace();
 
     Document& m_document;
     DEV::ChipInfo m_part;
+    DEV::ChipInfo m_builtPart; // of the last run
     BuildJob* m_job;
+    QElapsedTimer m_time; // of the run
+    QTimer m_seconds;
+    QString m_stageText;
     std::unique_ptr<QTemporaryDir> m_snapshot; // of the configuration, for the running job
     QLineEdit* m_workDir;
     QPushButton* m_generate;

@@ -92,7 +92,7 @@ void CapturePage::addWindowRows(QFormLayout* layout)
     m_form->addNumber(
         tr("Wi&ndows:"), tr("change the number of windows"),
         [](const Core& core) -> int& { return core.standard->windowNum; },
-        makeBox<DoublingSpinBox>(1, kDeepest, {}));
+        makeBox<QSpinBox>(1, kDeepest, {}));
     m_form->addNumber(
         tr("Capture &amount:"), tr("change the capture amount"),
         [](const Core& core) -> int& { return core.standard->captureAmount; },

@@ -44,4 +44,6 @@ void FileWatch::look()
     watch();
     if (m_document.isFileChanged())
         Q_EMIT changed(QFileInfo::exists(m_document.path()));
+    else
+        Q_EMIT unchanged();
 }

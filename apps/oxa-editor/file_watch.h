@@ -16,6 +16,7 @@ public:
 
 Q_SIGNALS:
     void changed(bool exists);
+    void unchanged(); ///< the file is again what it was, or other files changed
 
 private:
     void watch();

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QLoggingCategory>
 
 #include <algorithm>
 
@@ -63,6 +64,7 @@ int main(int argc, char** argv)
     QCommandLineParser parser;
     readCall(parser);
 
+    QLoggingCategory::setFilterRules("oxautils.*.debug=false"); // QT_LOGGING_RULES shows them
     BuildJob::installLog();
     MainWindow window;
     window.show();

@@ -15,6 +15,7 @@
 #include "recent_files.h"
 #include "signals_page.h"
 #include "target/target_panel.h"
+#include "undo_keys.h"
 #include "units_page.h"
 #include "wave/rehearsal_panel.h"
 
@@ -80,6 +81,12 @@ int itemOf(const OXA::Place& place)
     return place.expression >= 0 ? place.expression : place.unit >= 0 ? place.unit : place.port;
 }
 
+QString fileText(bool exists)
+{
+    return exists ? MainWindow::tr("Another program changed the file.")
+                  : MainWindow::tr("The file was removed.");
+}
+
 QString fileSetting(const char* group, const QString& path)
 {
     const QByteArray hash
@@ -112,6 +119,7 @@ MainWindow::MainWindow(QWidget* parent)
     m_checkTimer.setSingleShot(true);
     m_checkTimer.setInterval(kJudgeDelay);
     setAcceptDrops(true);
+    new UndoKeys(this);
     layOut();
     makeActions();
     connectParts();
@@ -236,6 +244,10 @@ void MainWindow::connectParts()
         [this] { QSettings().setValue(workDirSetting(), m_build->workDir()); });
     connect(m_recent, &RecentFiles::chosen, this, &MainWindow::open);
     connect(m_watch, &FileWatch::changed, this, &MainWindow::showFileChange);
+    connect(m_watch, &FileWatch::unchanged, this, [this] {
+        if (m_message->text() == fileText(true) || m_message->text() == fileText(false))
+            m_message->hide();
+    });
     connect(&m_checkTimer, &QTimer::timeout, this, &MainWindow::updateChecks);
 }
 
@@ -379,13 +391,13 @@ void MainWindow::showFileChange(bool exists)
         m_document.forgetFile();
     };
     if (exists)
-        m_message->showMessage(tr("Another program changed the file."),
+        m_message->showMessage(fileText(true),
             {
                 {tr("&Reload"),    [this] { reload(); }},
                 {tr("&Keep Mine"), keep                }
         });
     else
-        m_message->showMessage(tr("The file was removed."),
+        m_message->showMessage(fileText(false),
             {
                 {tr("&Keep Mine"), keep}
         });

@@ -11,6 +11,7 @@
 #include "problems_panel.h"
 #include "recent_files.h"
 #include "target/target_panel.h"
+#include "wave/wave_view.h"
 
 #include "oxautils/model/shown_text.h"
 
@@ -24,6 +25,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
+#include <QStatusBar>
 #include <QTabWidget>
 
 namespace {
@@ -154,6 +156,7 @@ void MainWindow::makeBuildMenu()
     const auto prepare = [this] {
         finishEdit();
         m_buildDock->show();
+        m_buildDock->raise();
         return m_build;
     };
     QAction* generate = menu->addAction(
@@ -163,6 +166,8 @@ void MainWindow::makeBuildMenu()
     QAction* stop
         = menu->addAction(tr("S&top"), m_build, &BuildPanel::stop, QKeySequence("Shift+F8"));
     stop->setEnabled(false);
+    connect(m_build, &BuildPanel::stageChanged, this,
+        [this](const QString& text) { statusBar()->showMessage(text); });
     connect(m_build, &BuildPanel::runningChanged, this, [=] {
         generate->setEnabled(!m_build->isRunning());
         synthesize->setEnabled(!m_build->isRunning());
@@ -273,7 +278,10 @@ bool MainWindow::mayLoseChanges()
     if (!m_document.isModified())
         return true;
     const auto answer = QMessageBox::warning(this, tr("Save Changes?"),
-        tr("The configuration has changes that are not saved."),
+        tr("%1 has changes that are not saved.")
+            .arg(m_document.path().isEmpty()
+                    ? tr("Untitled")
+                    : OXA::shownText(QFileInfo(m_document.path()).fileName())),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }
@@ -287,6 +295,7 @@ void MainWindow::makeTargetMenu()
     const auto showTarget = [this] {
         finishEdit();
         showLargeDock(m_targetDock);
+        m_target->view()->setFocus(); // a key would replace the address, which is selected
     };
     QAction* connectTo = menu->addAction(tr("&Connect"), this, [=] {
         showTarget();

@@ -37,6 +37,7 @@ SignalEditor::SignalEditor(bool captures, QWidget* parent)
 
     keepExpanded();
     connect(m_model, &SignalModel::edited, this, &SignalEditor::edited);
+    connect(m_model, &SignalModel::dropped, this, &SignalEditor::select);
     connect(m_view->selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &SignalEditor::updateActions);
     updateActions();
@@ -337,6 +338,5 @@ void SignalEditor::move(bool up)
     if (target < 0 || target > m_model->rowCount(parent))
         return;
     const QPersistentModelIndex bus = parent;
-    m_model->moveRowsTo(parent, rows, target, tr("move signals"));
-    select(up ? target : target - rows.size(), rows.size(), bus);
+    select(m_model->moveRowsTo(parent, rows, target, tr("move signals")), int(rows.size()), bus);
 }

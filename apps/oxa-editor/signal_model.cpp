@@ -206,7 +206,7 @@ QVariant SignalModel::headerData(int section, Qt::Orientation orientation, int r
     }
 }
 
-void SignalModel::moveRowsTo(
+int SignalModel::moveRowsTo(
     const QModelIndex& parent, QList<int> rows, int target, const QString& step)
 {
     QList<SignalItem> items = m_items;
@@ -222,6 +222,7 @@ void SignalModel::moveRowsTo(
         list.insert(target + i, moved.at(i));
     if (!same(items, m_items))
         Q_EMIT edited(items, step);
+    return target;
 }
 
 QStringList SignalModel::mimeTypes() const { return {kRowsType, kSignalsType}; }
@@ -270,7 +271,10 @@ bool SignalModel::dropMimeData(
         return true;
     }
     const DraggedRows dragged = unpacked(data->data(kRowsType));
-    moveRowsTo(parent, dragged.rows, row < 0 ? rowCount(parent) : row, tr("move signals"));
+    const QPersistentModelIndex bus = parent;
+    const int first
+        = moveRowsTo(parent, dragged.rows, row < 0 ? rowCount(parent) : row, tr("move signals"));
+    Q_EMIT dropped(first, int(dragged.rows.size()), bus);
     return true;
 }
 
@@ -279,9 +283,12 @@ void SignalModel::insertItems(int target, const QMimeData* data)
 {
     QStringList errors;
     const QList<SignalItem> added = fromMimeData(data, errors);
+    if (added.isEmpty())
+        return;
+    const int first = target < 0 ? int(m_items.size()) : target;
     QList<SignalItem> items = m_items;
     for (int i = 0; i < added.size(); ++i)
-        items.insert(target < 0 ? items.size() : target + i, added.at(i));
-    if (!added.isEmpty())
-        Q_EMIT edited(items, tr("add signals"));
+        items.insert(first + i, added.at(i));
+    Q_EMIT edited(items, tr("add signals"));
+    Q_EMIT dropped(first, int(added.size()), {});
 }

@@ -27,8 +27,8 @@ public:
     /// The item or bit of `index`; null for an invalid index.
     const OXA::SignalItem* itemAt(const QModelIndex& index) const;
 
-    /// Moves rows of one parent before its row `target`.
-    void moveRowsTo(const QModelIndex& parent, QList<int> rows, int target, const QString& step);
+    /// Moves rows of one parent before its row `target`; returns the place of the first of them.
+    int moveRowsTo(const QModelIndex& parent, QList<int> rows, int target, const QString& step);
 
     QModelIndex index(int row, int column, const QModelIndex& parent = {}) const override;
     QModelIndex parent(const QModelIndex& index) const override;
@@ -53,6 +53,8 @@ public:
 Q_SIGNALS:
     /// The user changed the list to `items`; `step` is the text for undo.
     void edited(const QList<OXA::SignalItem>& items, const QString& step);
+    /// The user dropped `count` rows, of which `first` is now the first in `parent`.
+    void dropped(int first, int count, const QModelIndex& parent);
 
 private:
     bool canMove(const QMimeData* data, int row, const QModelIndex& parent) const;

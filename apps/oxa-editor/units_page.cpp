@@ -2,8 +2,8 @@
 #include "units_page.h"
 
 #include "cell_delegate.h"
+#include "unit_dialog.h"
 
-#include "oxautils/editor/match_unit_dialog.h"
 #include "oxautils/editor/match_unit_model.h"
 
 #include <QHeaderView>
@@ -86,6 +86,11 @@ bool UnitsPage::eventFilter(QObject* watched, QEvent* event)
         editUnit(m_view->currentIndex());
         return true;
     }
+    // The table would stay in the row: its keys go from column to column.
+    if (key == Qt::Key_Home || key == Qt::Key_End) {
+        m_view->selectRow(key == Qt::Key_Home ? 0 : m_model->rowCount() - 1);
+        return true;
+    }
     if (key == Qt::Key_Space) {
         const QModelIndex cell = m_view->currentIndex().siblingAtColumn(SwitchColumn);
         const bool on = cell.data(Qt::CheckStateRole).toInt() == Qt::Checked;
@@ -101,7 +106,7 @@ void UnitsPage::editUnit(const QModelIndex& index)
     if (!draft)
         return;
     const bool wasUnused = !draft->trigger;
-    MatchUnitDialog dialog(draft, false, this);
+    UnitDialog dialog(draft, this);
     if (dialog.exec() != QDialog::Accepted)
         return;
     if (wasUnused && draft->trigger)

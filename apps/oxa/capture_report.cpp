@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "capture_report.h"
 
+#include "state_options.h"
+
+#include "files/fail.h"
 #include "files/replace_file.h"
+#include "oxacapture/files/gtkw_writer.h"
 
 #include <QFileInfo>
 
@@ -26,31 +30,72 @@ void print(const CapturedCore& core, TextOut& out)
 
 }
 
-bool deliver(const QString& output, bool json, const Capture& capture, Io& io)
+void addCaptureFile(Command& command, CaptureOutput& output)
+{
+    const Option file
+        = command
+              .text("-o,--output", output.file,
+                  "File for the samples: .vcd, .fst, .csv or .sr (sigrok session), or -, standard"
+                  " output")
+              .typeName("OUT");
+    command
+        .flag("--bits", output.options.bits,
+            "In a .csv file, a column for each bit instead of one for each bus")
+        .needs(file);
+    command
+        .flag("--gtkw", output.gtkw,
+            "Beside a .vcd or .fst file, a .gtkw file for GTKWave, which shows names of values")
+        .needs(file);
+}
+
+void addStates(const QString& file, CaptureOutput& output, TextOut& err)
+{
+    output.options.states = knownStates(file, err);
+}
+
+bool mayWriteSamples(const CaptureOutput& output, const QString& path, QString* error)
+{
+    const bool isDump = path.endsWith(".vcd") || path.endsWith(".fst");
+    if (output.gtkw && (!isDump || OXA_FILES::isStream(path)))
+        return OXA::fail(error, "--gtkw needs a .vcd or .fst file");
+    return path.isEmpty() || mayWriteCapture(path, error);
+}
+
+bool writeSamples(
+    const CaptureOutput& output, const QString& path, const Capture& capture, QString* error)
+{
+    return writeCapture(path, capture, output.options, error)
+        && (!output.gtkw || writeGtkw(path, capture, output.options.states, error));
+}
+
+bool deliver(const CaptureOutput& output, const Capture& capture, Io& io)
 {
     // An empty capture does not replace the file of an earlier one.
-    const bool writes = !output.isEmpty()
+    const bool writes = !output.file.isEmpty()
         && std::any_of(capture.begin(), capture.end(),
             [](const CapturedCore& core) { return !core.windows.empty(); });
     QString error;
-    if (writes && !writeCapture(output, capture, &error)) {
-        io.err.error(error, output);
+    if (writes && !writeSamples(output, output.file, capture, &error)) {
+        io.err.error(error, output.file);
         return false;
     }
-    if (!writes && !output.isEmpty())
-        io.err << output << (QFileInfo::exists(output) ? ": not changed" : ": not written")
+    if (!writes && !output.file.isEmpty())
+        io.err << output.file
+               << (QFileInfo::exists(output.file) ? ": not changed" : ": not written")
                << ", because nothing was captured\n";
-    if (json) {
+    if (output.json) {
         io.out.setResult(captureObject(capture));
         return true;
     }
-    TextOut& out = writes && OXA_FILES::isStream(output)
+    TextOut& out = writes && isCaptureStream(output.file)
         ? io.err
         : io.out; // keep samples and messages apart
     for (const CapturedCore& core : capture)
         print(core, out);
     if (writes)
-        out << output << ": written\n";
+        out << output.file << ": written\n";
+    if (writes && output.gtkw)
+        out << gtkwPath(output.file) << ": written; gtkwave " << gtkwPath(output.file) << '\n';
     return true;
 }
 

@@ -23,6 +23,7 @@ void addAdd(CLI::App& app, Io& io, int& status);
 void addAttach(CLI::App& app, Io& io, int& status);
 void addCapture(CLI::App& app, Io& io, int& status);
 void addCheck(CLI::App& app, Io& io, int& status);
+void addConvert(CLI::App& app, Io& io, int& status);
 void addDevices(CLI::App& app, Io& io, int& status);
 void addEstimate(CLI::App& app, Io& io, int& status);
 void addGenerate(CLI::App& app, Io& io, int& status);

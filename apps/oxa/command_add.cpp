@@ -4,9 +4,12 @@
 #include "design_options.h"
 #include "options.h"
 #include "problems.h"
+#include "state_options.h"
 
 #include "files/replace_file.h"
+#include "oxautils/config/names_file.h"
 #include "oxautils/design/add_core.h"
+#include "oxautils/design/attach.h"
 #include "oxautils/design/design_rules.h"
 
 #include <QFileInfo>
@@ -30,7 +33,8 @@ each port has a unit that matches any value, and all units have to match. `oxa s
 changes the condition; without --trigger, it also adds a port.
 
 The command writes the design's sources to FILE.design, where later calls of `oxa
-add`, `oxa check` and `oxa set` find them. When `oxa check` would find an error in the
+add`, `oxa check` and `oxa set` find them, and names of values to FILE.names, where all
+commands find them: of SystemVerilog's enumerations, and those that --enum names. When `oxa check` would find an error in the
 core, nothing is written and the exit status is 1; when a name is not found, it is 2.)";
 
 constexpr int kNotGiven = -1;
@@ -44,6 +48,7 @@ struct Options {
     int windows = kNotGiven;
     bool lite = false;
     DesignOptions design;
+    QStringList enums;
     bool json = false;
 };
 
@@ -76,7 +81,7 @@ bool begin(const Options& options, ConfigurationChange& change, TextOut& err)
 {
     if (!QFileInfo::exists(options.file) || OXA_FILES::isStream(options.file)) {
         change.configuration.mode = options.lite ? OXA::Lite : OXA::Standard;
-        change.before = change.problems();
+        change.before = problemsOf(change.configuration);
         return true;
     }
     if (!change.read(options.file, err))
@@ -116,14 +121,14 @@ bool addCore(const OXA::DesignIndex& index, const OXA::CoreRequest& request,
 QList<OXA::Problem> problemsWith(const ConfigurationChange& change, const OXA::DesignIndex& index)
 {
     const OXA::Configuration& configuration = change.configuration;
-    QList<OXA::Problem> all = change.problems();
+    QList<OXA::Problem> all = problemsOf(configuration);
     if (configuration.mode == OXA::Lite)
         OXA::addDesignProblems(configuration.liteCores, index, all);
     else
         OXA::addDesignProblems(configuration.cores, index, all);
     const int last = configuration.cores.size() + configuration.liteCores.size() - 1;
     QList<OXA::Problem> problems;
-    for (const OXA::Problem& problem : change.newOnes(all)) {
+    for (const OXA::Problem& problem : without(all, change.before)) {
         if (problem.place.core < 0 || problem.place.core == last)
             problems += problem;
     }
@@ -195,6 +200,22 @@ void printJson(const QString& file, bool written, const Added& core,
     });
 }
 
+/// Writes the names of values beside the configuration.
+bool rememberStates(const Options& options, const OXA::DesignIndex& index,
+    const OXA::Configuration& configuration, TextOut& err)
+{
+    OXA::StateNames states = OXA::statesOf(index, OXA::watchedNames(configuration));
+    QString error;
+    if (OXA_FILES::isStream(options.file))
+        return true;
+    if (!readEnums(options.enums, options.design, options.file, configuration, states, err))
+        return false;
+    if (OXA::addKnownStates(options.file, states, &error))
+        return true;
+    err.error(error);
+    return false;
+}
+
 /// Writes the list of the design's sources beside the configuration.
 bool remember(const Options& options, TextOut& err)
 {
@@ -238,7 +259,10 @@ int run(const Options& options, Io& io)
             OXA_FILES::isStream(options.file) ? io.err : io.out);
     if (!written)
         io.err.error(error, options.file);
-    return written && remember(options, io.err) ? kDone : kJobFailed;
+    return written && remember(options, io.err)
+            && rememberStates(options, index, change.configuration, io.err)
+        ? kDone
+        : kJobFailed;
 }
 
 }
@@ -265,6 +289,7 @@ void addAdd(CLI::App& app, Io& io, int& status)
     command.flag(
         "--falling", options->request.fallingEdge, "Take samples at the clock's falling edges");
     command.flag("--lite", options->lite, "Create FILE with Lite cores, which have no triggers");
+    addEnumOption(command, options->enums);
     addDesignOptions(command, options->design);
     addWaveOption(command, options->design);
     command.flag("--json", options->json, "For programs: one JSON object");

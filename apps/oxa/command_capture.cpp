@@ -1,14 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "capture_report.h"
+#include "capture_outcomes.h"
+#include "capture_repeat.h"
 #include "interrupt.h"
 #include "link_options.h"
 #include "options.h"
 #include "progress_line.h"
 #include "request.h"
 #include "run_settings.h"
+#include "sample_clocks.h"
 #include "simulation_inputs.h"
 #include "work_dir.h"
 
+#include "oxacapture/files/numbered_path.h"
 #include "oxacapture/target/capture_run.h"
 #include "oxautils/config/parse_once.h"
 
@@ -21,9 +24,14 @@ constexpr char kSummary[] = "Capture from a running chip, through OpenOCD or a s
 constexpr char kHelp[] = R"(OpenOCD has to be running, configured for the adapter and the chip: see
 docs/on-a-board.md, or docs/first-capture.md for a try without a board. The analyzer in
 the chip has to be built from FILE, or FILE may differ from what it was built from in
-settings of a run, when this computer remembers that build (docs/captures.md). The
-cores are armed with the settings of FILE and the options of this call, and read when
-they have triggered.
+settings of a run, when this computer remembers that build (docs/captures.md) or
+--built-from names it. The cores are armed with the settings of FILE and the options of
+this call, and read when they have triggered.
+
+--unit, --expression, --samples, --position and --windows take the words of `oxa set`:
+M0='T0 >= 0x24', or only a value or a counter, for what the file has otherwise. CORE is
+the core's position, from 0; it may be left out when there is only one core. These
+options may be repeated. What needs another synthesis is refused.
 
 Ctrl-C and --timeout stop the cores; what they have captured is read and written. For a
 core that is still waiting for its trigger, these are its last samples, as a window
@@ -31,26 +39,33 @@ without a trigger. Samples are counted from 0 in each window.
 
   oxa capture uart.oxa -o captured.vcd --clock 50e6
   oxa capture uart.oxa --unit M0=1XXXXXXX0 --windows 4 --timeout 10
+  oxa capture soc.oxa --unit 0.M1='T0 >= 0x24, 3 times' --expression 1.0='M0 && !M2'
+
+--stop-and-show is for cores that are armed already: from power-up on (with --power-up),
+or by a call that lost its connection. FILE and the options have to be those of that run.
+--repeat arms the cores again after each capture, and prints how many captures a minute
+there were, and for how long no core was armed. With -o, a place for the number is needed:
+
+  oxa capture uart.oxa --repeat 20 -o cap-%04d.vcd
 
 Exit status 1: a core did not capture everything. Its progress is printed, and what was
 captured is written.)";
 
 constexpr double kMost = 1e9; // samples, windows or seconds
 constexpr double kLeastTimeout = 0.001; // s
-constexpr double kSlowestClock = 1; // Hz, the least rate of a sigrok session
-constexpr double kFastestClock = 1e12; // Hz
 
 struct Options {
     QString file;
     ChipAddress chip = usualChip();
     std::vector<int> cores;
-    QString output;
+    CaptureOutput output;
     double timeout = 0; // s; 0: none
     bool immediate = false;
     bool powerUp = false;
+    bool stopAndShow = false;
+    std::optional<int> repeat;
     RunSettings run;
-    double clockHz = 0;
-    bool json = false;
+    QStringList clocks;
 };
 
 /// What is known before the chip is read.
@@ -59,6 +74,7 @@ struct Plan {
     OXA::Configuration wanted; // as it is to run
     std::vector<BuiltConfiguration> builds;
     std::vector<size_t> chosen; // positions of the cores that run
+    QMap<int, double> clocks; // Hz, by the cores' indexes; those that are not known are not in it
 };
 
 std::vector<size_t> chosenCores(
@@ -81,22 +97,22 @@ std::vector<size_t> chosenCores(
     return chosen;
 }
 
-bool changesSettings(const RunSettings& run)
+QString firstFile(const Options& options)
 {
-    return !run.units.isEmpty() || !run.counters.isEmpty() || run.position >= 0 || run.windows > 0
-        || run.samples > 0;
+    return options.repeat ? numberedPath(options.output.file, 0) : options.output.file;
 }
 
 /// Finds what is wrong with the options.
 void checkCall(const Options& options, const OXA::Configuration& configuration, Messages& messages)
 {
     QString error;
-    if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error))
+    const bool mayWrite = !options.repeat || mayRepeat(options.output, &error);
+    if (!mayWrite || !mayWriteSamples(options.output, firstFile(options), &error))
         messages.append(Message {{}, error});
-    const bool changes = changesSettings(options.run);
-    if (configuration.mode == OXA::Lite && (changes || options.immediate))
-        messages.append(Message {options.file, "Lite cores have no trigger and no settings"});
-    if (options.powerUp && (changes || options.immediate))
+    const bool changes = options.run.change();
+    if (configuration.mode == OXA::Lite && options.immediate)
+        messages.append(Message {"--immediate", "Lite cores have no trigger"});
+    if (options.powerUp && (changes || options.immediate || !options.run.builtFrom.isEmpty()))
         messages.append(Message {"--power-up", "settings cannot change in a run that has started"});
 }
 
@@ -117,43 +133,30 @@ void checkPowerUp(const Plan& plan, Messages& messages)
 bool prepare(const Options& options, Plan& plan, TextOut& err)
 {
     const OXA::ParseOnce once;
-    if (!readConfiguration(options.file, plan.built, err)
-        || !mayWrite(options.output,
+    const QString& built = options.run.builtFrom.isEmpty() ? options.file : options.run.builtFrom;
+    if (!readConfiguration(built, plan.built, err)
+        || !mayWrite(options.output.file,
             {
-                {options.file,      qEnvironmentVariable("OXA_DEVICE_DB")},
-                {                 }
+                {options.file,                           built, qEnvironmentVariable("OXA_DEVICE_DB")},
+                {                                     }
     },
             err)
         || !readConfiguration(options.file, plan.wanted, err))
         return false;
     Messages messages;
-    checkCall(options, plan.built, messages);
-    plan.builds
-        = builtConfigurations(options.file, plan.built.cores, plan.built.liteCores, messages);
+    checkCall(options, plan.wanted, messages);
+    plan.builds = builtConfigurations(built, plan.built.cores, plan.built.liteCores, messages);
     if (!messages.isEmpty())
-        return report(messages, err, options.output);
+        return report(messages, err, options.output.file);
     plan.chosen = chosenCores(options, plan.builds.front().cores, messages);
+    QList<int> indexes;
+    for (const size_t place : plan.chosen)
+        indexes += plan.builds.front().cores[place].index();
+    plan.clocks = sampleClocks(options.clocks, options.file, indexes, messages);
     if (options.powerUp)
         checkPowerUp(plan, messages);
-    QList<OXA::AoCore*> running;
-    for (const size_t place : plan.chosen) {
-        if (plan.wanted.mode != OXA::Lite)
-            running += plan.wanted.cores.at(int(place));
-    }
-    changeUnits(options.run, running, messages);
-    return report(messages, err, options.output);
-}
-
-QString cutText(const CoreOutcome& outcome)
-{
-    const CapturedCore& core = outcome.captured;
-    const qint64 windows = outcome.run.setup.windowNum;
-    const QString name = QString("core %1 was stopped ").arg(core.index);
-    return windows == 0 // of a Lite core
-        ? name + QString("after %1 samples").arg(core.windows.front().samples.size())
-        : name
-            + QString("with %1 of %2 windows complete")
-                  .arg(QString::number(core.window), QString::number(windows));
+    return report(messages, err, options.output.file)
+        && changeSettings(options.run, options.file, plan.wanted, err);
 }
 
 /// Reports the trigger position of runs that began before the file's settings could be written.
@@ -168,6 +171,16 @@ void reportPowerUp(CaptureRun& chip, TextOut& err)
     }
 }
 
+RunOptions runOptions(const Options& options)
+{
+    RunOptions result;
+    result.powerUp = options.powerUp;
+    result.stopOnly = options.stopAndShow;
+    result.immediate = options.immediate;
+    result.timeout = qint64(options.timeout * 1000);
+    return result;
+}
+
 /// Runs the capture, and shows its progress.
 bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
 {
@@ -180,36 +193,27 @@ bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
         line.show(named.join("; "));
     };
     QString error;
-    const bool ok = chip.capture(
-        {options.powerUp, options.immediate, qint64(options.timeout * 1000)}, &error);
+    const bool ok = chip.capture(runOptions(options), &error);
     line.clear();
     if (!ok)
         err.error(error);
     return ok;
 }
 
-int readAndDeliver(const Options& options, CaptureRun& chip, Io& io)
+int captureOnce(const Options& options, const Plan& plan, CaptureRun& chip, Io& io)
 {
-    Capture capture;
-    QStringList errors;
-    QStringList cuts; // runs that ended early
-    for (CoreOutcome& outcome : chip.read()) {
-        if (!outcome.error.isEmpty()) {
-            errors += outcome.error;
-            continue;
-        }
-        if (!outcome.finished && outcome.captured.triggered())
-            cuts += cutText(outcome);
-        outcome.captured.clockHz = options.clockHz;
-        capture.push_back(std::move(outcome.captured));
-    }
-    const bool delivered = capture.empty() || deliver(options.output, options.json, capture, io);
-    for (const QString& text : errors)
-        io.err.error(text);
-    for (const QString& text : cuts)
-        io.err.failure(text);
-    const bool triggered = reportIdleCores(capture, io.err);
-    return delivered && triggered && errors.isEmpty() && cuts.isEmpty() ? kDone : kJobFailed;
+    if (!captureShown(options, chip, io.err))
+        return kJobFailed;
+    std::vector<CoreOutcome> outcomes = chip.read();
+    return deliverOutcomes(outcomes, plan.clocks, options.output, io);
+}
+
+int captureSeries(const Options& options, const Plan& plan, CaptureRun& chip, Io& io)
+{
+    CaptureSeries series;
+    series.options = runOptions(options);
+    series.count = *options.repeat;
+    return captureRepeatedly(chip, series, plan.clocks, options.output, io);
 }
 
 int capture(const Options& options, const Plan& plan, Io& io)
@@ -238,11 +242,10 @@ int capture(const Options& options, const Plan& plan, Io& io)
     if (chip.remembered())
         io.err << "the chip was built from " << chip.remembered()->text()
                << "; the run has the settings of " << options.file << '\n';
-    for (CoreRun& run : chip.runs())
-        changeWindows(options.run, run.setup);
     if (options.powerUp)
         reportPowerUp(chip, io.err);
-    return captureShown(options, chip, io.err) ? readAndDeliver(options, chip, io) : kJobFailed;
+    return options.repeat ? captureSeries(options, plan, chip, io)
+                          : captureOnce(options, plan, chip, io);
 }
 
 int run(const Options& options, Io& io)
@@ -258,20 +261,18 @@ void addRunOptions(Command& command, Options& options)
         .between(kLeastTimeout, kMost)
         .typeName("S");
     command.flag("--immediate", options.immediate, "Trigger at once, without waiting");
-    command.flag("--power-up", options.powerUp, "Read what cores have captured since power-up");
+    const Option powerUp = command.flag(
+        "--power-up", options.powerUp, "Read what cores have captured since power-up");
+    const Option stop = command.flag("--stop-and-show", options.stopAndShow,
+        "Arm nothing: stop the cores that are armed, and read what they have");
     command
-        .texts("--unit", options.run.units,
-            "Value to compare with in this run: M3=10XR, or M3=0010..0111 for a range; may be"
-            " repeated")
-        .typeName("UNIT=VALUE");
-    command
-        .texts("--counter", options.run.counters,
-            "Number to count to in this run: M3=12; may be repeated")
-        .typeName("UNIT=N");
-    command.number("--position", options.run.position, "Samples in each window before its trigger")
-        .between(0, kMost);
-    command.number("--samples", options.run.samples, "Samples in each window").between(1, kMost);
-    command.number("--windows", options.run.windows, "Windows in the run").between(1, kMost);
+        .number("--repeat", options.repeat,
+            "Capture N times, each to a file of its own; 0: until Ctrl-C")
+        .between(0, kMost)
+        .typeName("N")
+        .excludes(powerUp)
+        .excludes(stop);
+    addRunSettings(command, options.run);
 }
 
 }
@@ -280,17 +281,14 @@ void addCapture(CLI::App& app, Io& io, int& status)
 {
     Command command(app, "capture", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    command.text("FILE", options->file, "The configuration").required();
+    command.configuration(options->file);
     addLinkOptions(command, options->chip);
-    command
-        .text("-o,--output", options->output,
-            "File for the samples: .vcd, .csv or .sr (sigrok session)")
-        .typeName("OUT");
+    addCaptureFile(command, options->output);
     addRunOptions(command, *options);
-    command
-        .number("--clock", options->clockHz, "Frequency of the sample clock, for times in the file")
-        .between(kSlowestClock, kFastestClock)
-        .typeName("HZ");
-    command.flag("--json", options->json, "For programs: one JSON object");
-    command.setRun([&io, &status, options] { status = run(*options, io); });
+    addClockOption(command, options->clocks);
+    command.flag("--json", options->output.json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] {
+        addStates(options->file, options->output, io.err);
+        status = run(*options, io);
+    });
 }

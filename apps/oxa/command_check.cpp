@@ -90,7 +90,7 @@ void addCheck(CLI::App& app, Io& io, int& status)
 {
     Command command(app, "check", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    command.text("FILE", options->file, "The configuration").required();
+    command.configuration(options->file);
     addPartOptions(command, options->part);
     addDesignOptions(command, options->design);
     addWaveOption(command, options->design);

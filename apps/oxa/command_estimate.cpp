@@ -231,7 +231,7 @@ void addEstimate(CLI::App& app, Io& io, int& status)
 {
     Command command(app, "estimate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    command.text("FILE", options->file, "The configuration").required();
+    command.configuration(options->file);
     addPartOptions(command, options->part).required();
     command.flag("--json", options->json, "For programs: one JSON object");
     command.setRun([&io, &status, options] { status = run(*options, io); });

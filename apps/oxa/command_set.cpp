@@ -6,8 +6,10 @@
 #include "options.h"
 #include "problems.h"
 #include "simulation_inputs.h"
+#include "state_options.h"
 
 #include "files/replace_file.h"
+#include "oxautils/config/names_file.h"
 #include "oxautils/encoding/unit_text.h"
 
 #include <QJsonArray>
@@ -29,13 +31,18 @@ may be left out when there is only one core. Every option may be repeated.
 A unit is [TYPE:] PORT, then ==, !=, <, <=, > or >= VALUE, or [not] in VALUE..VALUE,
 or, when the port has one signal, rises, falls or changes; then optionally ", N times
 [in a row]". Without TYPE, the cheapest sufficient type is used. "off" and "on" switch
-a unit and keep its settings. A value is a digit for each signal of the port, 0, 1,
+a unit and keep its settings; M3=5, M3=3..7 and M3='4 times' change only the value or
+the counter. A value is a digit for each signal of the port, 0, 1,
 X (any), R (rises), F (falls), B (changes) or N (does not change); or a decimal number;
 or a number that begins with 0b or 0x. docs/settings.md has the details. For a port of
-one enumerated signal, a value can be a name when --design, -f or FILE.design, which
-`oxa add` writes, names the design:
+one signal, a value can be a name of FILE.names or of the design's enumeration: of the
+design that --design, -f or FILE.design, which `oxa add` writes, names:
 
   oxa set soc.oxa --unit M0='T0 == STOP'
+
+--enum keeps names of values in FILE.names (docs/designs.md), for all commands:
+
+  oxa set soc.oxa --enum cpu/state=ST_* --unit M0='T0 == ST_STOP'
 
 NAMES are signals, buses or bits that the core already captures or watches, separated
 by commas, the most significant first; "none" removes all signals of the port.
@@ -50,22 +57,24 @@ cannot be read, it is 2.)";
 struct Options {
     QString file;
     QString output;
-    CoreChanges changes {{}, {}, {}, std::vector<QStringList>(coreSettings().size()), {}};
+    CoreChanges changes;
     DesignOptions design;
+    QStringList enums;
     bool json = false;
 };
 
 /// Each unit that `--unit` names, with its text.
-QJsonArray changedUnits(const QStringList& texts, const OXA::Configuration& configuration)
+QJsonArray changedUnits(const QStringList& texts, const OXA::Configuration& configuration,
+    const OXA::StateNames& states)
 {
     QJsonArray units;
     for (const QString& text : texts) {
         int core = 0;
         const OXA::MatchUnit* unit = changedUnit(text, configuration, &core);
         units += QJsonObject {
-            {"core",  core                },
-            {"index", unit->index         },
-            {"text",  OXA::unitText(*unit)},
+            {"core",       core},
+            {      "index", unit->index    },
+            { "text",     OXA::unitText(*unit,         states)},
         };
     }
     return units;
@@ -103,18 +112,26 @@ int run(const Options& options, Io& io)
     ConfigurationChange change;
     if (!change.read(options.file, io.err))
         return kUnusable;
+    OXA::StateNames states;
+    if (!readEnums(
+            options.enums, options.design, options.file, change.configuration, states, io.err))
+        return kUnusable;
     CoreChanges changes = options.changes;
-    changes.valueNames = namedValues(options.design, options.file, io.err);
+    changes.valueNames = namedValues(options.design, options.file, states, io.err);
     OXA_CAPTURE::Messages messages;
     changeCores(changes, change.configuration, messages);
     if (!report(messages, io.err))
         return kUnusable;
 
-    const QString output = options.output.isEmpty() ? options.file : options.output;
-    const QList<OXA::Problem> problems = change.newOnes(change.problems());
+    QString output = options.output.isEmpty() ? options.file : options.output;
+    if (output == "-")
+        output = "/dev/stdout";
+    const QList<OXA::Problem> problems = change.newProblems();
     QString error;
-    const bool written = change.write(output, problems, &error);
-    const QJsonArray units = changedUnits(options.changes.units, change.configuration);
+    const bool written
+        = change.write(output, problems, &error) && OXA::addKnownStates(output, states, &error);
+    const QJsonArray units
+        = changedUnits(options.changes.units, change.configuration, knownStates(output, io.err));
     if (options.json)
         printJson(io.out, output, written, units, problems);
     else
@@ -130,20 +147,14 @@ void addSet(CLI::App& app, Io& io, int& status)
 {
     Command command(app, "set", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    command.text("FILE", options->file, "The configuration").required();
-    command.texts("--port", options->changes.ports, "The signals of a trigger port")
-        .typeName("[CORE.]PORT=NAMES");
-    command.texts("--unit", options->changes.units, "What a match unit compares")
-        .typeName("[CORE.]UNIT=TEXT");
-    command.texts("--expression", options->changes.expressions, "A trigger expression")
-        .typeName("[CORE.]LEVEL=TEXT");
-    for (size_t i = 0; i < coreSettings().size(); ++i) {
-        const CoreSetting& setting = coreSettings()[i];
-        command.texts(setting.option, options->changes.settings[i], setting.help)
-            .typeName(std::string("[CORE=]") + setting.value);
-    }
+    command.configuration(options->file);
+    addCoreChanges(command, options->changes, Changed::All);
+    addEnumOption(command, options->enums);
     addDesignOptions(command, options->design);
-    command.text("-o,--output", options->output, "Write this file instead of FILE").typeName("OUT");
+    command
+        .text(
+            "-o,--output", options->output, "Write this file instead of FILE; - is standard output")
+        .typeName("OUT");
     command.flag("--json", options->json, "For programs: one JSON object");
     command.setRun([&io, &status, options] { status = run(*options, io); });
 }

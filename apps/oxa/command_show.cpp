@@ -3,6 +3,7 @@
 #include "core_words.h"
 #include "options.h"
 #include "request.h"
+#include "state_options.h"
 
 #include "oxacapture/trigger/trigger_setup.h"
 #include "oxautils/config/checksum.h"
@@ -65,7 +66,13 @@ const char* expressionKind(const OXA::AoCore& core)
     return kExpressionWords[core.expressionType == OXA::DynamicExpressions];
 }
 
-void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString& file)
+/// What is shown of all cores.
+struct Shown {
+    QString file;
+    OXA::StateNames states;
+};
+
+void showCore(TextOut& out, const OXA::AoCore& core, int position, const Shown& shown)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
         << ", " << edgeText(core.trigType) << " edge";
@@ -77,12 +84,12 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString
         << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
     if (core.captureInitDataEnabled)
         out << "  armed    from power-up on; its windows then have "
-            << OXA_CAPTURE::powerUpText(core, file) << '\n';
+            << OXA_CAPTURE::powerUpText(core, shown.file) << '\n';
     for (const OXA::TriggerPort* port : core.availableTriggers())
         out << "  T" << port->index << "       " << bitsText(port->singleSignals().size()) << ": "
             << OXA::signalsText(port->signalList) << '\n';
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
-        out << "  M" << unit->index << "       " << OXA::unitText(*unit) << '\n';
+        out << "  M" << unit->index << "       " << OXA::unitText(*unit, shown.states) << '\n';
     out << "  trigger  " << expressionKind(core) << ", "
         << (core.expressions.isEmpty() ? QString("by force only")
                                        : core.expressions.join(", then "));
@@ -93,7 +100,7 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const QString
     out << '\n';
 }
 
-void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const QString&)
+void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const Shown&)
 {
     out << "\ncore " << position << "  index " << core.index << ", clock " << core.sampleClock
         << ", " << edgeText(core.trigType) << " edge";
@@ -108,26 +115,26 @@ void showCore(TextOut& out, const OXA::AOCore_Lite& core, int position, const QS
         out << "  armed    from power-up on\n";
 }
 
-template <typename Core>
-void showCores(TextOut& out, const QList<Core*>& cores, const QString& file)
+template <typename Core> void showCores(TextOut& out, const QList<Core*>& cores, const Shown& shown)
 {
     for (int position = 0; position < cores.size(); ++position)
-        showCore(out, *cores.at(position), position, file);
+        showCore(out, *cores.at(position), position, shown);
 }
 
-QJsonValue powerUpJson(const OXA::AoCore& core, const QString& file)
+QJsonValue powerUpJson(const OXA::AoCore& core, const Shown& shown)
 {
     if (!core.captureInitDataEnabled)
         return {};
-    const OXA_CAPTURE::PowerUpShift shift = OXA_CAPTURE::powerUpShift(core, file);
+    const OXA_CAPTURE::PowerUpShift shift = OXA_CAPTURE::powerUpShift(core, shown.file);
     QJsonObject object;
     object.insert("devices", QJsonArray::fromStringList(shift.devices));
     object.insert("triggerPosition", shift.devices.isEmpty() ? core.triggerPos : shift.position);
     return object;
 }
 
-QJsonObject toJson(const OXA::MatchUnit& unit)
+QJsonObject toJson(const OXA::MatchUnit& unit, const OXA::StateNames& states)
 {
+    const QString text = OXA::unitText(unit, states);
     return {
         {"index",      unit.index                                                   },
         {"type",       OXA::type2string(unit.matchType)                             },
@@ -137,11 +144,11 @@ QJsonObject toJson(const OXA::MatchUnit& unit)
         {"counter",    unit.counterEnable ? QJsonValue(unit.counter) : QJsonValue() },
         {"continuous", unit.continuous                                              },
         {"port",       unit.trigger ? QJsonValue(unit.trigger->index) : QJsonValue()},
-        {"text",       OXA::unitText(unit)                                          },
+        {"text",       text                                                         },
     };
 }
 
-QJsonObject toJson(const OXA::AoCore& core, const QString& file)
+QJsonObject toJson(const OXA::AoCore& core, const Shown& shown)
 {
     QJsonArray ports;
     for (const OXA::TriggerPort* port : core.availableTriggers())
@@ -152,8 +159,8 @@ QJsonObject toJson(const OXA::AoCore& core, const QString& file)
         };
     QJsonArray units;
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
-        units += toJson(*unit);
-    const QJsonValue powerUp = powerUpJson(core, file);
+        units += toJson(*unit, shown.states);
+    const QJsonValue powerUp = powerUpJson(core, shown);
     const QJsonArray signalNames = QJsonArray::fromStringList(core.dataSignals());
     const QJsonArray expressions = QJsonArray::fromStringList(core.expressions);
     return {
@@ -175,7 +182,7 @@ QJsonObject toJson(const OXA::AoCore& core, const QString& file)
     };
 }
 
-QJsonObject toJson(const OXA::AOCore_Lite& core, const QString&)
+QJsonObject toJson(const OXA::AOCore_Lite& core, const Shown&)
 {
     return {
         {"index",         core.index                                    },
@@ -188,46 +195,49 @@ QJsonObject toJson(const OXA::AOCore_Lite& core, const QString&)
     };
 }
 
-template <typename Core> QJsonArray toJson(const QList<Core*>& cores, const QString& file)
+template <typename Core> QJsonArray toJson(const QList<Core*>& cores, const Shown& shown)
 {
     QJsonArray array;
     for (const Core* core : cores)
-        array += toJson(*core, file);
+        array += toJson(*core, shown);
     return array;
 }
 
-void printJson(TextOut& out, const QString& file, const OXA::Configuration& configuration,
+void printJson(TextOut& out, const Shown& shown, const OXA::Configuration& configuration,
     const QString& version, const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;
     const QJsonArray cores
-        = lite ? toJson(configuration.liteCores, file) : toJson(configuration.cores, file);
-    const QJsonObject object {
-        {"file",     file                       },
-        {"mode",     lite ? "Lite" : "Standard" },
-        {"version",  version                    },
-        {"checksum",
-         QJsonObject {{"state", checksum.state()}, {"stored", checksum.stored},
-                {"computed", checksum.computed}}},
-        {"cores",    cores                      },
+        = lite ? toJson(configuration.liteCores, shown) : toJson(configuration.cores, shown);
+    const char* mode = lite ? "Lite" : "Standard";
+    const QJsonObject sum {
+        {"state",    checksum.state() },
+        {"stored",   checksum.stored  },
+        {"computed", checksum.computed},
     };
-    out.setResult(object);
+    out.setResult({
+        {"file",     shown.file},
+        {"mode",     mode      },
+        {"version",  version   },
+        {"checksum", sum       },
+        {"cores",    cores     },
+    });
 }
 
-void print(TextOut& out, const QString& file, const OXA::Configuration& configuration,
+void print(TextOut& out, const Shown& shown, const OXA::Configuration& configuration,
     const QString& version, const Checksum& checksum)
 {
     const bool lite = configuration.mode == OXA::Lite;
     const int count = configuration.cores.size() + configuration.liteCores.size();
-    out << file << ": " << (lite ? "Lite" : "Standard") << ", version " << version << ", " << count
-        << (count == 1 ? " core" : " cores") << "\nchecksum ";
+    out << shown.file << ": " << (lite ? "Lite" : "Standard") << ", version " << version << ", "
+        << count << (count == 1 ? " core" : " cores") << "\nchecksum ";
     if (checksum.stored == checksum.computed)
         out << checksum.stored << " matches\n";
     else
         out << (checksum.stored.isEmpty() ? "missing" : checksum.stored + " differs")
             << "; expected " << checksum.computed << '\n';
-    showCores(out, configuration.cores, file);
-    showCores(out, configuration.liteCores, file);
+    showCores(out, configuration.cores, shown);
+    showCores(out, configuration.liteCores, shown);
 }
 
 int run(const Options& options, Io& io)
@@ -239,10 +249,11 @@ int run(const Options& options, Io& io)
     const QString version = OXA::versionFromOxaConfigFile(options.file);
     const Checksum checksum {
         OXA::readOXACRCForXml(options.file), OXA::computeOXACRCForXml(options.file)};
+    const Shown shown {options.file, knownStates(options.file, io.err)};
     if (options.json)
-        printJson(io.out, options.file, configuration, version, checksum);
+        printJson(io.out, shown, configuration, version, checksum);
     else
-        print(io.out, options.file, configuration, version, checksum);
+        print(io.out, shown, configuration, version, checksum);
     return kDone;
 }
 
@@ -252,7 +263,7 @@ void addShow(CLI::App& app, Io& io, int& status)
 {
     Command command(app, "show", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    command.text("FILE", options->file, "The configuration").required();
+    command.configuration(options->file);
     command.flag("--json", options->json, "For programs: one JSON object");
     command.setRun([&io, &status, options] { status = run(*options, io); });
 }

@@ -5,12 +5,14 @@
 #include "options.h"
 #include "part.h"
 #include "progress_line.h"
+#include "run_settings.h"
 #include "simulation_inputs.h"
 #include "work_dir.h"
 
 #include "files/empty_directory.h"
 #include "oxacapture/files/capture_result.h"
 #include "oxacapture/simulator/simulation.h"
+#include "oxacapture/target/hardware_changes.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
@@ -28,11 +30,19 @@ constexpr char kSummary[] = "Show what an analyzer would capture from a recorded
 constexpr double kLastSample = 1e15;
 
 constexpr char kHelp[]
-    = R"(The waveform is a value change dump (VCD), as simulators write it. The watched
-signals and the sample clock are found by their full hierarchical names, or by as many
-of the last components as make them unique. A sample contains the values just before
-the active edge of the clock, as a register would store them. Sample 0 is the first in
-the waveform; every core is armed before it.
+    = R"(The waveform is a value change dump (VCD), as simulators write it, also compressed by
+gzip; an FST file; or a sigrok session. The watched signals and the sample clock are
+found by their full hierarchical names, or by as many of the last components as make
+them unique. A sample contains the values just before the active edge of the clock, as
+a register would store them. Sample 0 is the first in the waveform; every core is armed
+before it.
+
+--unit, --expression, --samples, --position and --windows change the run and not what is
+built, in the words of `oxa set`; --built-from names what is built when FILE has changed
+since. What needs another synthesis is refused. CORE is the core's position, from 0; it
+may be left out when there is only one core. These may be repeated.
+
+  oxa simulate uart.oxa --part PN --stimulus uart.vcd --unit M0='T0 == 0x43c'
 
 Unknown and floating values count as 0 for triggers and are captured as x.
 
@@ -43,12 +53,23 @@ cores' samples are written.)";
 struct Options {
     QString file;
     SimulationInputs inputs;
-    QString output;
+    RunSettings run;
+    CaptureOutput output;
     QString netlist;
     QString workDir;
     bool model = false;
     qint64 forceAt = kNoSample;
-    bool json = false;
+
+    const QString& builtFile() const { return run.builtFrom.isEmpty() ? file : run.builtFrom; }
+};
+
+/// What is simulated.
+struct Job {
+    OXA::OxaArg arg; // of the generation
+    OXA::Configuration built;
+    OXA::Configuration wanted; // as it runs
+    std::vector<CorePlan> builtCores;
+    std::vector<CorePlan> cores; // of `wanted`
 };
 
 std::vector<ModelRun> runModels(const Options& options, const std::vector<CorePlan>& cores,
@@ -80,19 +101,23 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
 
 /// Replaces the models' results by those of the generated Verilog; false, with the error on `err`,
 /// when there are none.
-bool runVerilog(const Options& options, const OXA::OxaArg& arg, const std::vector<CorePlan>& cores,
-    const SampledWaveform& waveform, std::vector<ModelRun>& runs, TextOut& err)
+bool runVerilog(const Options& options, const Job& job, const SampledWaveform& waveform,
+    std::vector<ModelRun>& runs, TextOut& err)
 {
+    const std::vector<CorePlan>& cores = job.cores;
     const std::vector<ModelRun> models = runs;
     const QTemporaryDir temporary;
     ProgressLine line(err);
     const Interrupt interrupt([] {});
     Simulation simulation;
     simulation.dirs = installedSimulator();
-    simulation.arg = arg;
+    simulation.arg = job.arg;
+    if (options.run.change() || !options.run.builtFrom.isEmpty())
+        simulation.built = job.builtCores;
     simulation.netlist = options.netlist;
     simulation.workDir = options.workDir.isEmpty() ? temporary.path() : options.workDir;
     simulation.forceAt = options.forceAt;
+    simulation.simulator = options.inputs.simulatorKind();
     simulation.progress = [&](const QString& stage, int percent) {
         line.show(stage, percent);
         return !interrupt.happened();
@@ -119,23 +144,30 @@ Capture cutCapture(const std::vector<CorePlan>& cores, const SampledWaveform& wa
     const std::vector<ModelRun>& runs)
 {
     Capture capture;
-    for (size_t i = 0; i < cores.size(); ++i)
+    for (size_t i = 0; i < cores.size(); ++i) {
         capture.push_back(capturedCore(cores[i], waveform.cores[i], runs[i]));
+        addTimes(capture.back(), waveform.times[i], waveform.timeExponent);
+    }
     return capture;
 }
 
-/// Checks everything before anything is simulated.
-bool prepare(const Options& options, const OXA::Configuration& configuration,
-    const OXA::OxaArg& arg, std::vector<CorePlan>& cores, TextOut& err)
+/// Plans the cores, and checks everything before anything is simulated.
+bool prepare(const Options& options, Job& job, TextOut& err)
 {
     QString error;
-    if (!options.output.isEmpty() && !mayWriteCapture(options.output, &error)) {
-        err.error(error, options.output);
+    if (!mayWriteSamples(options.output, options.output.file, &error)) {
+        err.error(error, options.output.file);
         return false;
     }
     Messages messages;
-    cores = corePlans(configuration.cores, configuration.liteCores, arg, messages);
-    if (options.forceAt != kNoSample && configuration.mode == OXA::Lite)
+    job.builtCores = corePlans(job.built.cores, job.built.liteCores, job.arg, messages);
+    job.cores = corePlans(job.wanted.cores, job.wanted.liteCores, job.arg, messages);
+    std::vector<CoreIdentity> identities;
+    for (const CorePlan& core : job.builtCores)
+        identities.push_back(identityOf(core, int(identities.size())));
+    if (messages.isEmpty())
+        fitsHardware(identities, job.builtCores, job.cores, messages);
+    if (options.forceAt != kNoSample && job.wanted.mode == OXA::Lite)
         messages.append(Message {"--force-trigger-at", "Lite cores have no trigger"});
     if (!options.netlist.isEmpty() && !QFileInfo(options.netlist).isFile())
         messages.append(Message {options.netlist, "there is no such netlist"});
@@ -161,8 +193,9 @@ bool prepareWorkDir(const QString& path, OXA::WorkDir& workDir, TextOut& err)
 bool keepsInputs(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 {
     const OXA_FILES::Inputs inputs = OXA::inputsOf(arg,
-        {namedCatalogue(options.inputs.request.part), options.inputs.stimulus, options.netlist});
-    return mayWrite(options.output, inputs, err)
+        {namedCatalogue(options.inputs.request.part), options.inputs.stimulus, options.netlist,
+            options.file});
+    return mayWrite(options.output.file, inputs, err)
         && (options.workDir.isEmpty() || mayEmpty(options.workDir, false, inputs, err));
 }
 
@@ -174,30 +207,34 @@ bool hasCores(const Options& options, const OXA::OxaArg& arg, TextOut& err)
 int run(const Options& options, Io& io)
 {
     const OXA::ParseOnce once;
-    OXA::Configuration configuration;
-    OXA::OxaArg arg;
-    std::vector<CorePlan> cores;
+    Job job;
     SampledWaveform waveform;
     OXA::WorkDir workDir;
-    if (!readConfiguration(options.file, configuration, io.err)
-        || !fillRequest(options.inputs.request, options.file, arg, io.err)
-        || !keepsInputs(options, arg, io.err) || !hasCores(options, arg, io.err))
+    if (options.file == "-" && options.inputs.stimulus == "-") {
+        io.err.error("standard input is either FILE or the waveform; name one of the two");
         return kUnusable;
-    const OXA::BuildRun build(arg, false);
-    if (const int status
-        = checkBuild(build, options.file, "simulate", OtherProblems::NotSaid, io.err);
+    }
+    const QString& built = options.builtFile();
+    if (!readConfiguration(built, job.built, io.err)
+        || !readConfiguration(options.file, job.wanted, io.err)
+        || !fillRequest(options.inputs.request, built, job.arg, io.err)
+        || !keepsInputs(options, job.arg, io.err) || !hasCores(options, job.arg, io.err))
+        return kUnusable;
+    const OXA::BuildRun build(job.arg, false);
+    if (const int status = checkBuild(build, built, "simulate", OtherProblems::NotSaid, io.err);
         status != kDone)
         return status;
-    if (!prepare(options, configuration, arg, cores, io.err)
-        || !readStimulus(options.inputs, cores, waveform, io.err)
+    if (!changeSettings(options.run, options.file, job.wanted, io.err)
+        || !prepare(options, job, io.err)
+        || !readStimulus(options.inputs, options.file, job.cores, waveform, io.err)
         || !prepareWorkDir(options.workDir, workDir, io.err))
         return kUnusable;
 
-    std::vector<ModelRun> runs = runModels(options, cores, waveform, io.err);
-    if (!options.model && !runVerilog(options, arg, cores, waveform, runs, io.err))
+    std::vector<ModelRun> runs = runModels(options, job.cores, waveform, io.err);
+    if (!options.model && !runVerilog(options, job, waveform, runs, io.err))
         return kJobFailed;
-    const Capture capture = cutCapture(cores, waveform, runs);
-    const bool delivered = deliver(options.output, options.json, capture, io);
+    const Capture capture = cutCapture(job.cores, waveform, runs);
+    const bool delivered = deliver(options.output, capture, io);
     const bool allTriggered = reportIdleCores(capture, io.err);
     return delivered && allTriggered ? kDone : kJobFailed;
 }
@@ -208,12 +245,10 @@ void addSimulate(CLI::App& app, Io& io, int& status)
 {
     Command command(app, "simulate", kSummary, kHelp);
     auto options = std::make_shared<Options>();
-    command.text("FILE", options->file, "The configuration").required();
+    command.configuration(options->file);
     addSimulationInputs(command, options->inputs).required();
-    command
-        .text("-o,--output", options->output,
-            "File for the samples: .vcd, .csv or .sr (sigrok session)")
-        .typeName("OUT");
+    addCaptureFile(command, options->output);
+    addRunSettings(command, options->run);
     const Option model = command.flag("--model", options->model,
         "Use the trigger model instead of simulating the generated Verilog");
     command
@@ -230,6 +265,9 @@ void addSimulate(CLI::App& app, Io& io, int& status)
         .number("--force-trigger-at", options->forceAt, "Force every core's trigger at this sample")
         .between(0, kLastSample)
         .typeName("SAMPLE");
-    command.flag("--json", options->json, "For programs: one JSON object");
-    command.setRun([&io, &status, options] { status = run(*options, io); });
+    command.flag("--json", options->output.json, "For programs: one JSON object");
+    command.setRun([&io, &status, options] {
+        addStates(options->file, options->output, io.err);
+        status = run(*options, io);
+    });
 }

@@ -23,8 +23,8 @@ using namespace OXA_CAPTURE;
 constexpr char kSummary[] = "Run a simulated target for OpenOCD";
 
 constexpr char kHelp[]
-    = R"(The analyzer is generated and compiled with Icarus. It waits for OpenOCD to connect to
-its JTAG pads.
+    = R"(The analyzer is generated and compiled with Icarus or Verilator. It waits for OpenOCD
+to connect to its JTAG pads.
 
 --stimulus plays a recorded waveform. It begins shortly after `oxa capture` has armed
 the cores. At its end the sample clocks stop; with --loop it begins again.
@@ -80,7 +80,7 @@ bool prepare(
     if (!report(messages, err))
         return false;
     if (options.bench.isEmpty())
-        return readStimulus(options.inputs, job.cores, job.waveform, err);
+        return readStimulus(options.inputs, options.file, job.cores, job.waveform, err);
     job.names = OXA::watchedNames(configuration);
     if (!findSources(options.design, options.file, job.sources, err))
         return false;
@@ -117,20 +117,27 @@ void print(SimulatedTarget& target, TextOut& out)
 
 /// Builds the target in `workDir`; `steps` is the number of steps that it can play.
 bool build(const Options& options, const Job& job, const QString& workDir, DesignWork& work,
-    SimulatedTarget& target, const QString& stimulus, qint64& steps, Io& io, QString* error)
+    SimulatedTarget& target, qint64& steps, Io& io, QString* error)
 {
     const OXA::DesignHooks hooks = work.hooks();
+    const auto warn = [&](const QString& text) {
+        work.clear();
+        io.err.warning(text);
+        io.err.flush();
+    };
     if (options.bench.isEmpty()) {
         Simulation simulation;
         simulation.dirs = installedSimulator();
         simulation.arg = job.arg;
         simulation.workDir = workDir;
         simulation.overUart = options.link == kUart;
+        simulation.simulator = options.inputs.simulatorKind();
+        simulation.warn = warn;
         simulation.progress = [&](const QString& stage, int percent) {
             hooks.progress(stage, percent);
             return !hooks.stopAsked();
         };
-        return buildTarget(simulation, job.cores, job.waveform, 0, target, stimulus, steps, error);
+        return buildTarget(simulation, job.cores, job.waveform, 0, target, steps, error);
     }
     BenchSimulation simulation;
     simulation.dirs = installedSimulator();
@@ -140,11 +147,7 @@ bool build(const Options& options, const Job& job, const QString& workDir, Desig
     simulation.bench = options.bench;
     simulation.workDir = workDir;
     simulation.hooks = hooks;
-    simulation.warn = [&](const QString& text) {
-        work.clear();
-        io.err.warning(text);
-        io.err.flush();
-    };
+    simulation.warn = warn;
     steps = std::numeric_limits<qint64>::max();
     return buildTarget(simulation, job.cores, target, error);
 }
@@ -158,14 +161,13 @@ int serve(const Options& options, const Job& job, Io& io)
     SimulatedTarget target;
     target.setGoesOn(goesOn);
     const bool hasBench = !options.bench.isEmpty();
-    const QString stimulus = hasBench ? QString() : temporary.path() + "/stimulus.txt";
     qint64 steps = 0;
     QString error;
-    bool ok = build(options, job, temporary.path(), work, target, stimulus, steps, io, &error);
+    bool ok = build(options, job, temporary.path(), work, target, steps, io, &error);
     work.clear();
     const bool overUart = options.link == kUart;
     if (ok) {
-        ok = overUart ? target.serveSerial(stimulus) : target.serve(stimulus, options.port);
+        ok = overUart ? target.serveSerial() : target.serve(options.port);
         error = target.error();
     }
     if (ok && overUart)
@@ -194,6 +196,10 @@ int run(const Options& options, Io& io)
     if (hasBench != options.inputs.stimulus.isEmpty() || (!hasBench && options.design.given())) {
         io.err.error("use --stimulus with a waveform, or --bench with a test bench of the"
                      " design");
+        return kUnusable;
+    }
+    if (hasBench && options.inputs.simulatorKind() == Simulator::Verilator) {
+        io.err.error("a design in its test bench is simulated by Icarus; use --simulator icarus");
         return kUnusable;
     }
     if (!readConfiguration(options.file, configuration, io.err)

@@ -148,12 +148,6 @@ Candidates unitWords(const Call& call)
     return unitsThat(call, [all](const OXA::MatchUnit& unit) { return all || unit.enabled; });
 }
 
-Candidates counterWords(const Call& call)
-{
-    return unitsThat(
-        call, [](const OXA::MatchUnit& unit) { return unit.enabled && unit.counterEnable; });
-}
-
 Candidates portWords(const Call& call)
 {
     return coreWords(call, [](const OXA::AoCore& core, const QString& start, Candidates& words) {
@@ -191,7 +185,6 @@ constexpr Values kValues[] = {
     {"--for",        familyWords                                                  },
     {"--link",       linkWords                                                    },
     {"--unit",       unitWords                                                    },
-    {"--counter",    counterWords                                                 },
     {"--expression", expressionWords                                              },
     {"--core",       coreIndexWords                                               },
 };
@@ -237,7 +230,7 @@ void completeValue(const Call& call, const CLI::Option& option, const QString& s
     if (name == "--port" && call.command->get_name() == "set")
         words = portWords(call);
     static const QStringList kFileTypes {
-        "FILE", "OUT", "WAVE", "WAVE.vcd", "NETLIST", "LIST", "TB.v", "[WRAPPER]", "DEVICE"};
+        "FILE", "OUT", "WAVE", "NETLIST", "LIST", "TB.v", "[WRAPPER]", "DEVICE"};
     const QString type = QString::fromStdString(option.get_type_name());
     if (!words.isEmpty())
         print(words, start, before, out);
@@ -260,9 +253,12 @@ Candidates optionWords(const CLI::App& command)
 void completeArgument(const Call& call, const QString& start, TextOut& out)
 {
     for (const CLI::Option* option : call.command->get_options()) {
-        if (option->get_positional() && option->get_name() == "FILE")
+        const std::string name = option->get_name();
+        if (option->get_positional() && name == "FILE")
             out << "oxa\n";
-        else if (option->get_positional() && option->get_name() == "PATTERN")
+        else if (option->get_positional() && name == "IN") // and OUT
+            out << "files\n";
+        else if (option->get_positional() && name == "PATTERN")
             print(partWords(call, true, true), start, {}, out);
     }
 }

@@ -17,14 +17,18 @@ struct ConfigurationChange {
     /// Reads `path`, and reports on `err` what is not kept. False, with the error there.
     bool read(const QString& path, TextOut& err);
 
-    /// The problems of the cores.
-    QList<OXA::Problem> problems() const;
-    /// Those of `problems` that were not there before; the position of an expression is ignored.
-    QList<OXA::Problem> newOnes(const QList<OXA::Problem>& problems) const;
+    /// The problems of the cores that were not there before.
+    QList<OXA::Problem> newProblems() const;
 
     /// Writes `path`, unless `problems`, the new ones, contain an error.
     bool write(const QString& path, const QList<OXA::Problem>& problems, QString* error) const;
 };
+
+/// The problems of the cores.
+QList<OXA::Problem> problemsOf(const OXA::Configuration& configuration);
+
+/// Those of `problems` that are not among `others`; the position of an expression is ignored.
+QList<OXA::Problem> without(const QList<OXA::Problem>& problems, const QList<OXA::Problem>& others);
 
 /// Prints `problems` on `err`, for errors with what to do.
 void sayProblems(const QString& path, const QList<OXA::Problem>& problems, TextOut& err);

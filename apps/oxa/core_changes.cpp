@@ -194,37 +194,54 @@ const std::vector<CoreSetting>& coreSettings()
 {
     static const std::vector<CoreSetting> settings {
   // clang-format off
-        {"--samples", "N", "Samples in each window; Lite cores: in the memory", {},
+        {"--samples", "N", "Samples in each window; Lite cores: in the memory", true, {},
             [](AoCore& core, int value) { core.captureAmount = value; },
             [](AOCore_Lite& core, int value) { core.captureAmount = value; }},
-        {"--position", "N", "Samples in each window before its trigger", {},
+        {"--position", "N", "Samples in each window before its trigger", true, {},
             [](AoCore& core, int value) { core.triggerPos = value; }, nullptr},
-        {"--windows", "N", "Windows in a run", {},
+        {"--windows", "N", "Windows in a run", true, {},
             [](AoCore& core, int value) { core.windowNum = value; }, nullptr},
-        {"--depth", "N", "Samples in the memory, for all windows", {},
+        {"--depth", "N", "Samples in the memory, for all windows", false, {},
             [](AoCore& core, int value) { core.storageDepth = value; }, nullptr},
-        {"--memory", "KIND", "For samples: block SRAM, registers or shadow SRAM", kMemoryWords,
+        {"--memory", "KIND", "For samples: block SRAM, registers or shadow SRAM", false, kMemoryWords,
             [](AoCore& core, int value) { core.implementation = value; },
             [](AOCore_Lite& core, int value) { core.implementation = value; }},
-        {"--edge", "EDGE", "Active edge of the sample clock: rising or falling", kEdgeWords,
+        {"--edge", "EDGE", "Active edge of the sample clock: rising or falling", false, kEdgeWords,
             [](AoCore& core, int value) { core.trigType = value; },
             [](AOCore_Lite& core, int value) { core.trigType = value; }},
         {"--expression-type", "TYPE", "Type of all expressions: static or dynamic",
-            kExpressionWords,
+            false, kExpressionWords,
             [](AoCore& core, int value) { core.expressionType = value; }, nullptr},
-        {"--table-memory", "KIND", "Memory for the tables of dynamic expressions", kMemoryWords,
+        {"--table-memory", "KIND", "Memory for the tables of dynamic expressions", false, kMemoryWords,
             [](AoCore& core, int value) { core.exImplementation = value; }, nullptr},
-        {"--power-up", "SWITCH", "Capture from power-up on: on or off", kSwitchWords,
+        {"--power-up", "SWITCH", "Capture from power-up on: on or off", false, kSwitchWords,
             [](AoCore& core, int value) { core.captureInitDataEnabled = value; },
             [](AOCore_Lite& core, int value) { core.captureInitDataEnabled = value; }},
         {"--force-falling", "SWITCH", "Force the trigger at the falling edge: on or off",
-            kSwitchWords,
+            false, kSwitchWords,
             [](AoCore& core, int value) { core.forceTriggerByFallingEdge = value; }, nullptr},
-        {"--input-register", "SWITCH", "Input register of a Lite core: on or off", kSwitchWords,
+        {"--input-register", "SWITCH", "Input register of a Lite core: on or off", false, kSwitchWords,
             nullptr, [](AOCore_Lite& core, int value) { core.inputRegisterEnabled = value; }},
   // clang-format on
     };
     return settings;
+}
+
+void addCoreChanges(Command& command, CoreChanges& changes, Changed changed)
+{
+    if (changed == Changed::All)
+        command.texts("--port", changes.ports, "The signals of a trigger port")
+            .typeName("[CORE.]PORT=NAMES");
+    command.texts("--unit", changes.units, "What a match unit compares")
+        .typeName("[CORE.]UNIT=TEXT");
+    command.texts("--expression", changes.expressions, "A trigger expression")
+        .typeName("[CORE.]LEVEL=TEXT");
+    for (size_t i = 0; i < coreSettings().size(); ++i) {
+        const CoreSetting& setting = coreSettings()[i];
+        if (changed == Changed::All || setting.inRuns)
+            command.texts(setting.option, changes.settings[i], setting.help)
+                .typeName(std::string("[CORE=]") + setting.value);
+    }
 }
 
 void changeCores(const CoreChanges& changes, Configuration& configuration, Messages& problems)

@@ -2,6 +2,7 @@
 #ifndef APPS_OXA_CORE_CHANGES_H
 #define APPS_OXA_CORE_CHANGES_H
 
+#include "command.h"
 #include "core_words.h"
 
 #include "oxacapture/message.h"
@@ -17,6 +18,7 @@ struct CoreSetting {
     const char* option; ///< "--samples"
     const char* value; ///< "N"
     const char* help;
+    bool inRuns; ///< can be changed in a run, without another synthesis
     Words words; ///< its values in order from 0; none: any number
     void (*set)(OXA::AoCore& core, int value); ///< null: Standard cores do not have it
     void (*setLite)(OXA::AOCore_Lite& core, int value); ///< null: Lite cores do not have it
@@ -30,9 +32,18 @@ struct CoreChanges {
     QStringList ports; ///< "CORE.T0=u/start, u/data"
     QStringList units; ///< "CORE.M3=T0 == 5"
     QStringList expressions; ///< "CORE.0=M1 && M2"
-    std::vector<QStringList> settings; ///< "CORE=256", a list for each of `coreSettings`
+    /// "CORE=256", a list for each of `coreSettings`
+    std::vector<QStringList> settings = std::vector<QStringList>(coreSettings().size());
     OXA::ValueNames valueNames; ///< for units; may be empty
 };
+
+enum class Changed {
+    All,
+    InRuns, ///< what can be changed in a run
+};
+
+/// Adds the options.
+void addCoreChanges(Command& command, CoreChanges& changes, Changed changed);
 
 /// Applies `changes`. Options that cannot be read or name something unknown are added to
 /// `problems`; `OXA::checkCores` checks the changed cores.

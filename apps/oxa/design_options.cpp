@@ -2,6 +2,7 @@
 #include "design_options.h"
 
 #include "options.h"
+#include "state_options.h"
 
 #include "oxacapture/waveform/waveform_design.h"
 
@@ -29,7 +30,7 @@ void addWaveOption(Command& command, DesignOptions& options)
 {
     const Option wave = command
                             .text("--wave", options.wave,
-                                "A waveform (VCD) of the design, instead of its sources")
+                                "A waveform of the design (VCD, FST), instead of its sources")
                             .typeName("WAVE");
     for (const char* other : {"--design", "--top", "-f", "-I", "-D", "-P"})
         wave.excludes(other);
@@ -142,22 +143,29 @@ bool readSignals(const DesignOptions& options, const QString& configuration, OXA
     return known;
 }
 
-OXA::ValueNames namedValues(
-    const DesignOptions& options, const QString& configuration, TextOut& err)
+OXA::ValueNames namedValues(const DesignOptions& options, const QString& configuration,
+    const OXA::StateNames& states, TextOut& err)
 {
     struct Names {
+        OXA::StateNames states;
         OXA::Design design;
         std::optional<OXA::DesignIndex> index;
         OXA::ValueNames values;
     };
     const auto names = std::make_shared<Names>();
+    names->states = knownStates(configuration, err);
+    for (auto signal = states.begin(); signal != states.end(); ++signal)
+        names->states[signal.key()] = *signal;
     return [names, &options, configuration, &err](
                const OXA::TriggerPort& port, const QString& name, QStringList& knownNames) {
         if (name.at(0).isDigit())
             return QString(); // a number
+        QString known = OXA::valueNames(names->states)(port, name, knownNames);
+        if (!known.isEmpty())
+            return known;
         if (!names->index) {
-            bool known = false;
-            readKnownSignals(options, configuration, names->design, known, err);
+            bool hasDesign = false;
+            readKnownSignals(options, configuration, names->design, hasDesign, err);
             names->index.emplace(names->design);
             names->values = OXA::valueNames(*names->index);
         }

@@ -59,9 +59,10 @@ bool readDesign(const OXA::DesignSources& sources, OXA::Design& design, TextOut&
 bool readKnownSignals(const DesignOptions& options, const QString& configuration,
     OXA::Design& design, bool& known, TextOut& err);
 
-/// Values of enumerated signals by name. The design is read at the first look-up.
-OXA::ValueNames namedValues(
-    const DesignOptions& options, const QString& configuration, TextOut& err);
+/// Values by the names of `states`, of those beside `configuration`, or of the enumerations of the
+/// design, which is read when neither has a name.
+OXA::ValueNames namedValues(const DesignOptions& options, const QString& configuration,
+    const OXA::StateNames& states, TextOut& err);
 
 /// Reads the waveform or the design. False with the reason on `err`; `status` then is the exit
 /// status.

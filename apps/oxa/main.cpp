@@ -104,6 +104,7 @@ static int run(int argc, char** argv)
     addTarget(app, io, status);
     addProbe(app, io, status);
     addCapture(app, io, status);
+    addConvert(app, io, status);
     addDevices(app, io, status);
     addVoltage(app, io, status);
 

@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "options.h"
 
+#include "oxautils/config/parse_once.h"
+
 #include <CLI/CLI.hpp>
+#include <QFile>
 #include <QString>
+
+#include <unistd.h>
 
 namespace {
 
@@ -80,6 +85,21 @@ Option Command::text(const std::string& names, QString& value, const std::string
     const auto set
         = [&value](const std::string& text) { value = QString::fromLocal8Bit(text.c_str()); };
     return Option(m_app->add_option_function<std::string>(names, set, help)->type_name("TEXT"));
+}
+
+Option Command::configuration(QString& file)
+{
+    const auto set = [&file](const std::string& text) {
+        file = QString::fromLocal8Bit(text.c_str());
+        QFile input;
+        if (file == "-" && input.open(STDIN_FILENO, QIODevice::ReadOnly | QIODevice::Text))
+            OXA::setConfigurationText(file, input.readAll());
+    };
+    return Option(m_app
+                      ->add_option_function<std::string>(
+                          "FILE", set, "The configuration; - is standard input")
+                      ->type_name("TEXT")
+                      ->required());
 }
 
 Option Command::texts(const std::string& names, QStringList& values, const std::string& help)

@@ -44,6 +44,8 @@ public:
         const std::string& details);
 
     Option text(const std::string& names, QString& value, const std::string& help);
+    /// The argument FILE, the configuration; "-" is the standard input.
+    Option configuration(QString& file);
     /// May be repeated.
     Option texts(const std::string& names, QStringList& values, const std::string& help);
     Option flag(const std::string& names, bool& value, const std::string& help);

@@ -4,7 +4,11 @@
 
 #include "text_out.h"
 
-/// Shows progress in one line of a terminal; prints nothing elsewhere.
+#include <QDeadlineTimer>
+
+/// Shows progress on standard error: on a terminal in one line that changes, elsewhere in lines:
+/// one when a stage has lasted for a second, and another one every ten seconds. The environment
+/// variable OXA_PROGRESS switches these lines off with 0.
 class ProgressLine {
 public:
     explicit ProgressLine(TextOut& err);
@@ -12,14 +16,22 @@ public:
     ProgressLine(const ProgressLine&) = delete;
     ProgressLine& operator=(const ProgressLine&) = delete;
 
+    /// Called often during a stage.
     void show(const QString& stage, int percent);
-    void show(const QString& text);
-    void clear();
+    void show(const QString& text); ///< of a job without stages
+    void clear(); ///< before anything else is printed
 
 private:
+    void showOnTerminal(const QString& text);
+    void showLine(const QString& stage, const QString& text);
+
     TextOut& m_err;
     bool m_terminal;
-    bool m_shown = false;
+    bool m_hasLines;
+    bool m_shown = false; // on the terminal
+    QString m_stage;
+    QString m_text; // of the last line
+    QDeadlineTimer m_nextLine;
 };
 
 #endif

@@ -2,24 +2,24 @@
 #ifndef APPS_OXA_RUN_SETTINGS_H
 #define APPS_OXA_RUN_SETTINGS_H
 
-#include "oxacapture/trigger/trigger_setup.h"
+#include "command.h"
+#include "core_changes.h"
 
-#include <QStringList>
-
-/// Settings of one run that replace those of the configuration file.
+/// What a run has that the configuration file has not, in the words of `oxa set`.
 struct RunSettings {
-    QStringList units; ///< "M3=10XR", or "M3=0010..0111" for a range
-    QStringList counters; ///< "M3=12"
-    qint64 position = -1; ///< samples of a window before its trigger; -1: as in the file
-    qint64 windows = 0; ///< of the run; 0: as in the file
-    qint64 samples = 0; ///< of a window; 0: as in the file
+    CoreChanges changes;
+    QString builtFrom; ///< what the analyzer is built from; empty: the configuration file
+
+    bool change() const; ///< whether there are changes
 };
 
-/// Changes match units of `cores`, those that run. Errors are added to `problems`.
-void changeUnits(
-    const RunSettings& settings, const QList<OXA::AoCore*>& cores, OXA_CAPTURE::Messages& problems);
+/// Adds --unit, --expression, --position, --samples, --windows and --built-from.
+void addRunSettings(Command& command, RunSettings& settings);
 
-/// Changes the windows of a core.
-void changeWindows(const RunSettings& settings, OXA_CAPTURE::TriggerSetup& setup);
+/// Changes `configuration`, read from `file`, which also names the design with the names of values.
+/// False, with the reasons on `err`, when `oxa check` then finds a new error in its match units or
+/// expressions.
+bool changeSettings(const RunSettings& settings, const QString& file,
+    OXA::Configuration& configuration, TextOut& err);
 
 #endif

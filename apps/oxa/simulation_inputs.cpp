@@ -3,14 +3,35 @@
 
 #include "progress_line.h"
 
+#include "oxautils/check/check.h"
 #include "oxautils/generate/installed.h"
 
 using namespace OXA_CAPTURE;
 
+namespace {
+
+constexpr char kIcarus[] = "icarus";
+constexpr char kVerilator[] = "verilator";
+constexpr char kAuto[] = "auto";
+
+}
+
+Simulator SimulationInputs::simulatorKind() const
+{
+    return simulator == kIcarus ? Simulator::Icarus
+        : simulator == kAuto    ? Simulator::Auto
+                                : Simulator::Verilator;
+}
+
 Option addSimulationInputs(Command& command, SimulationInputs& inputs)
 {
     addPartOptions(command, inputs.request.part).required();
-    return command.text("--stimulus", inputs.stimulus, "The waveform").typeName("WAVE.vcd");
+    command
+        .text("--simulator", inputs.simulator,
+            "icarus; verilator, for long waveforms; or auto: by the waveform's length (default)")
+        .oneOf({kIcarus, kVerilator, kAuto})
+        .typeName("SIMULATOR");
+    return command.text("--stimulus", inputs.stimulus, "The waveform").typeName("WAVE");
 }
 
 SimulatorDirs installedSimulator()
@@ -19,8 +40,25 @@ SimulatorDirs installedSimulator()
         OXA::installed(OXA_LIBDIR "/oxautils"), OXA::installed("share/oxautils/ip/boards/uart")};
 }
 
-bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& cores,
-    SampledWaveform& waveform, TextOut& err)
+// Reports on `err` what is wrong with the waveform, or with signals that `configuration` names.
+static bool reportStimulus(
+    const Messages& messages, const QString& configuration, const QString& stimulus, TextOut& err)
+{
+    for (const Message& message : messages) {
+        const OXA::Place place = OXA::placeOfSignal(configuration, message.place);
+        if (place.line == 0)
+            err.error(message.message(), stimulus);
+        else
+            err.error(QString("%1:%2:%3: %4")
+                          .arg(configuration, QString::number(place.line),
+                              QString::number(place.column), message.message()),
+                configuration);
+    }
+    return messages.isEmpty();
+}
+
+bool readStimulus(const SimulationInputs& inputs, const QString& configuration,
+    const std::vector<CorePlan>& cores, SampledWaveform& waveform, TextOut& err)
 {
     std::vector<SampleRequest> requests;
     requests.reserve(cores.size());
@@ -34,7 +72,7 @@ bool readStimulus(const SimulationInputs& inputs, const std::vector<CorePlan>& c
     Messages messages;
     const bool read = sampleWaveform(inputs.stimulus, requests, waveform, messages, show);
     line.clear();
-    return report(messages, err, inputs.stimulus) && read;
+    return reportStimulus(messages, configuration, inputs.stimulus, err) && read;
 }
 
 bool report(const Messages& messages, TextOut& err, const QString& file)

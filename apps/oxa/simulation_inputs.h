@@ -11,10 +11,14 @@
 /// Inputs of a simulated analyzer beside its configuration.
 struct SimulationInputs {
     RequestOptions request;
+    QString simulator = "auto";
     QString stimulus;
+
+    OXA_CAPTURE::Simulator simulatorKind() const;
 };
 
-/// Adds --part, --device, --device-db and --stimulus; returns the last, so that it can be required.
+/// Adds --part, --device, --device-db, --simulator and --stimulus; returns the last, so that it can
+/// be required.
 Option addSimulationInputs(Command& command, SimulationInputs& inputs);
 
 /// The installed directories that a simulation needs.
@@ -23,8 +27,9 @@ OXA_CAPTURE::SimulatorDirs installedSimulator();
 // On failure, each returns false with the error on `err`.
 
 /// Reads the samples of the cores from the waveform.
-bool readStimulus(const SimulationInputs& inputs, const std::vector<OXA_CAPTURE::CorePlan>& cores,
-    OXA_CAPTURE::SampledWaveform& waveform, TextOut& err);
+bool readStimulus(const SimulationInputs& inputs, const QString& configuration,
+    const std::vector<OXA_CAPTURE::CorePlan>& cores, OXA_CAPTURE::SampledWaveform& waveform,
+    TextOut& err);
 /// Prints the messages; true when there are none.
 bool report(const OXA_CAPTURE::Messages& messages, TextOut& err, const QString& file = {});
 

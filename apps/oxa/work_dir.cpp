@@ -37,6 +37,8 @@ bool mayEmpty(const QString& path, bool force, const OXA_FILES::Inputs& inputs, 
 
 bool mayWrite(const QString& output, const OXA_FILES::Inputs& inputs, TextOut& err)
 {
+    if (output == "-") // standard output, and an input of this name is standard input
+        return true;
     const QString lost = OXA_FILES::lostByWriting(output, inputs);
     if (!lost.isEmpty())
         err.error(output + " would replace " + lost

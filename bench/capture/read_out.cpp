@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The time to read a core, from a simulated target through the real OpenOCD: milliseconds (the
-// minimum and the median of several), commands to OpenOCD, and TCK cycles for each captured bit,
-// counted at the target's pads. A Standard core's word has a mark beside its sample; there are
-// figures for both.
+// minimum and the median of several) in each simulator, and those that OpenOCD needs for as many
+// scans of as many cycles with a target that answers at once. Then commands to OpenOCD, and TCK
+// cycles for each captured bit, counted at the target's pads. A Standard core's word has a mark
+// beside its sample; there are figures for both.
+
+#include "instant_target.h"
 
 #include "oxacapture/target/capture_session.h"
 #include "oxacapture/target/openocd_link.h"
@@ -17,6 +20,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <memory>
 
@@ -65,11 +69,40 @@ struct Measure {
     qint64 cycles; // 0: not counted
 };
 
+/// Counts the cycles of TCK that pass through a proxy.
+class CycleCounter {
+public:
+    explicit CycleCounter(JtagProxy& proxy)
+    {
+        proxy.rewrite = [this](const QByteArray& commands) {
+            for (const char command : commands) {
+                const bool isPads = command >= '0' && command <= '7';
+                m_cycles += isPads && command & 4 && !m_isHigh;
+                m_isHigh = isPads ? command & 4 : m_isHigh;
+            }
+            return commands;
+        };
+    }
+
+    qint64 cycles() const { return m_cycles; }
+
+private:
+    std::atomic<qint64> m_cycles {0};
+    bool m_isHigh = false; // TCK
+};
+
+void setTimes(std::vector<double>& times, Measure& result)
+{
+    std::sort(times.begin(), times.end());
+    result.least = times.front();
+    result.median = times[times.size() / 2];
+}
+
 // Captures once and reads the core: repeatedly, or once through a slow proxy that counts.
 bool measure(const QString& address, const std::vector<BuiltConfiguration>& builds,
-    const JtagProxy* proxy, Measure& result)
+    const CycleCounter* counter, Measure& result)
 {
-    const int reads = proxy ? 1 : kReads;
+    const int reads = counter ? 1 : kReads;
     OpenOcdLink link;
     if (!link.connectTo(address) || !link.selectTap("fpga.tap"))
         return false;
@@ -84,41 +117,87 @@ bool measure(const QString& address, const std::vector<BuiltConfiguration>& buil
     for (int i = 0; i < reads; ++i) {
         ReadOut readOut;
         const int commands = link.commandCount();
-        const qint64 cycles = proxy ? proxy->cycles() : 0;
+        const qint64 cycles = counter ? counter->cycles() : 0;
         QElapsedTimer timer;
         timer.start();
         if (!session.read(0, readOut) || readOut.windows.size() != 1)
             return false;
         times.push_back(double(timer.nsecsElapsed()) / 1e6);
         result.commands = link.commandCount() - commands;
-        result.cycles = proxy ? proxy->cycles() - cycles : 0;
+        result.cycles = counter ? counter->cycles() - cycles : 0;
     }
-    std::sort(times.begin(), times.end());
-    result.least = times.front();
-    result.median = times[times.size() / 2];
+    setTimes(times, result);
     return session.stop(0);
+}
+
+bool measureTarget(const QString& simulator, const QString& configuration, const QString& wave,
+    const std::vector<BuiltConfiguration>& builds, Measure& timed, Measure* counted)
+{
+    LiveTarget live;
+    if (!live.start(configuration, wave, {"--simulator", simulator})
+        || !measure(live.address(), builds, nullptr, timed))
+        return false;
+    if (!counted)
+        return true;
+    live.openocd.end();
+    JtagProxy proxy;
+    const CycleCounter counter(proxy);
+    Service openocd;
+    const QString address = startOpenOcd(openocd, proxy.start(live.port()));
+    return measure(address, builds, &counter, *counted);
+}
+
+// As many scans as reading takes, of as many cycles in all.
+bool measureOpenOcd(const Measure& counted, Measure& result)
+{
+    InstantTarget target;
+    Service openocd;
+    OpenOcdLink link;
+    if (!link.connectTo(startOpenOcd(openocd, target.start())) || !link.selectTap("fpga.tap")
+        || !link.reset() || !link.scanIr(link.instruction()))
+        return false;
+    BitString bits;
+    while (bits.size() < counted.cycles / counted.commands)
+        bits.append(0, 1);
+    std::vector<double> times;
+    for (int i = 0; i < kReads; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        for (int command = 0; command < counted.commands; ++command) {
+            BitString in;
+            if (!link.scanDr(bits, &in))
+                return false;
+        }
+        times.push_back(double(timer.nsecsElapsed()) / 1e6);
+    }
+    setTimes(times, result);
+    return true;
+}
+
+void print(const char* what, const Measure& measure, const Measure& openocd)
+{
+    std::printf("  %-20s least %6.1f ms, median %6.1f ms   %.2f times\n", what, measure.least,
+        measure.median, measure.least / openocd.least);
 }
 
 bool report(const char* kind, int width, int wordBits, const QString& configuration,
     const QString& wave, const std::vector<BuiltConfiguration>& builds)
 {
-    LiveTarget live;
-    Measure timed {};
+    Measure icarus {};
+    Measure verilator {};
+    Measure openocd {};
     Measure counted {};
-    if (!live.start(configuration, wave) || !measure(live.address(), builds, nullptr, timed))
+    if (!measureTarget("icarus", configuration, wave, builds, icarus, &counted)
+        || !measureTarget("verilator", configuration, wave, builds, verilator, nullptr)
+        || !measureOpenOcd(counted, openocd))
         return false;
-    live.openocd.end();
-    JtagProxy proxy;
-    Service openocd;
-    const QString address = startOpenOcd(openocd, proxy.start(live.port()));
-    if (!measure(address, builds, &proxy, counted))
-        return false;
-    std::printf("%-8s %d x %2d   least %6.1f ms, median %6.1f ms   %2d commands   %6lld TCK   %.3f "
-                "a data bit   %.3f a"
-                " bit of memory\n",
-        kind, kDepth, width, timed.least, timed.median, timed.commands,
-        static_cast<long long>(counted.cycles), double(counted.cycles) / (double(kDepth) * width),
+    std::printf("%s %d x %d: %d commands, %lld TCK, %.3f a data bit, %.3f a bit of memory\n", kind,
+        kDepth, width, counted.commands, static_cast<long long>(counted.cycles),
+        double(counted.cycles) / (double(kDepth) * width),
         double(counted.cycles) / (double(kDepth) * wordBits));
+    print("an instant target", openocd, openocd);
+    print("Icarus", icarus, openocd);
+    print("Verilator", verilator, openocd);
     return true;
 }
 

@@ -4,11 +4,14 @@
 #include "files/fail.h"
 #include "files/replace_file.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/waveform/waveform_input.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <algorithm>
 
 namespace OXA_CAPTURE {
 
@@ -16,19 +19,24 @@ namespace {
 
 struct Format {
     const char* ending;
-    bool (*write)(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
+    bool (*write)(QIODevice& out, const Capture& capture, const Progress& goesOn,
+        const CaptureFileOptions& options, QString* error);
 };
 
 constexpr int kDone = 100; // percent
 
+// In the order of CaptureFormat.
 constexpr Format kFormats[] = {
     {"vcd", writeVcd   },
+    {"fst", writeFst   },
     {"csv", writeCsv   },
     {"sr",  writeSigrok},
 };
 
 const Format* formatOf(const QString& path)
 {
+    if (path == kStandardStream)
+        return kFormats;
     const QString ending = QFileInfo(path).suffix().toLower();
     for (const Format& format : kFormats) {
         if (ending == format.ending)
@@ -64,12 +72,43 @@ std::vector<CapturedWindow> cutWindows(
     return windows;
 }
 
+CaptureFormat captureFormat(const QString& path)
+{
+    return CaptureFormat(formatOf(path) - kFormats);
+}
+
+QString captureFileOf(const QString& path)
+{
+    const Format* format = formatOf(path);
+    const bool isOutput = path == kStandardStream
+        || (format && path == QLatin1String(kStandardStream) + '.' + format->ending);
+    return isOutput ? QString("/dev/stdout") : path;
+}
+
+void addTimes(CapturedCore& core, const std::vector<quint64>& times, std::optional<int> exponent)
+{
+    if (!exponent)
+        return;
+    core.timeExponent = *exponent;
+    for (CapturedWindow& window : core.windows) {
+        if (window.samples.size() == 0)
+            continue;
+        const auto first = times.begin() + window.place.firstSample;
+        const auto end = first + window.samples.size();
+        window.times.assign(first, end);
+        const quint64 last = window.times.back();
+        const quint64 period = window.times.size() > 1 ? last - *(end - 2) : 1;
+        window.times.push_back(end != times.end() ? *end : last + std::min(period, ~last));
+    }
+}
+
 bool mayWriteCapture(const QString& path, QString* error)
 {
     if (!formatOf(path))
-        return OXA::fail(error, QString("%1: the suffix has to be .vcd, .csv or .sr").arg(path));
+        return OXA::fail(
+            error, QString("%1: the suffix has to be .vcd, .fst, .csv or .sr").arg(path));
     const QString cannot = path + ": cannot be written: ";
-    const QFileInfo file(path);
+    const QFileInfo file(captureFileOf(path));
     const QFileInfo directory(file.absolutePath());
     if (file.isDir())
         return OXA::fail(error, cannot + "it is a directory");
@@ -85,6 +124,12 @@ bool mayWriteCapture(const QString& path, QString* error)
 bool writeCapture(
     const QString& path, const Capture& capture, QString* error, const Progress& progress)
 {
+    return writeCapture(path, capture, CaptureFileOptions(), error, progress);
+}
+
+bool writeCapture(const QString& path, const Capture& capture, const CaptureFileOptions& options,
+    QString* error, const Progress& progress)
+{
     if (!mayWriteCapture(path, error))
         return false;
     const auto fill = [&](QIODevice& out, QString* reason) {
@@ -93,11 +138,14 @@ bool writeCapture(
             stopped = stopped || (progress && !progress(percent));
             return !stopped;
         };
-        const bool written = formatOf(path)->write(out, capture, goesOn, reason) && goesOn(kDone);
+        const bool written
+            = formatOf(path)->write(out, capture, goesOn, options, reason) && goesOn(kDone);
         return stopped ? OXA::fail(reason, "stopped") : written;
     };
-    return OXA_FILES::replaceFile(path, fill, error);
+    return OXA_FILES::replaceFile(captureFileOf(path), fill, error);
 }
+
+bool isCaptureStream(const QString& path) { return OXA_FILES::isStream(captureFileOf(path)); }
 
 QJsonObject captureObject(const Capture& capture)
 {

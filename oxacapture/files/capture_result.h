@@ -8,6 +8,8 @@
 #include <QJsonObject>
 #include <QList>
 
+#include <optional>
+
 namespace OXA_CAPTURE {
 
 /// A window with its samples.
@@ -15,6 +17,9 @@ struct CapturedWindow {
     Window place; ///< its numbers; of a target, from 0 in each window
     SampleTable samples; ///< field 0: the core's data signals
     bool untriggered = false; ///< the core was stopped while it waited for its trigger
+    /// The time of each sample and, as one more, of the end of the last one, in the units of the
+    /// core's `timeExponent`; empty: not known.
+    std::vector<quint64> times {};
 
     /// Where the trigger sample is in `samples`; `kNoSample` without one.
     qint64 triggerOffset() const
@@ -41,7 +46,10 @@ struct CapturedCore {
     qint64 window = 0; ///< the window that it waited for, counted from 0
     std::vector<UnitMatches> matches; ///< up to `kCountedMatches`
     QString names; ///< of a target's core: "verified" against its sums of names, or "unknown"
-    double clockHz = 0; ///< of the sample clock, the same for all cores of a file; 0: unknown
+    /// Frequency of the sample clock, for times when those of the windows are not known; 0:
+    /// unknown.
+    double clockHz = 0;
+    int timeExponent = 0; ///< a unit of the windows' times is 10 to the power of this, in seconds
 
     /// Whether there is a window with a trigger; for a Lite core, whether there are samples.
     bool triggered() const { return !windows.empty() && !windows.front().untriggered; }
@@ -54,15 +62,25 @@ using Capture = std::vector<CapturedCore>;
 OXACAPTURE_EXPORT std::vector<CapturedWindow> cutWindows(
     const std::vector<Window>& places, const SampleTable& sampled);
 
-/// Writes a capture in the format given by the suffix of `path`: .vcd, .csv or .sr. The file is
-/// written as a whole, or unchanged: then the result is false, and `error` has the reason. When
-/// `progress` stops the work, that is an error too.
+/// Gives the samples of `core` their times. `times` has those of all samples that the core took its
+/// windows from, in units of 10 to the power of `exponent` in seconds; without it, does nothing.
+OXACAPTURE_EXPORT void addTimes(
+    CapturedCore& core, const std::vector<quint64>& times, std::optional<int> exponent);
+
+/// Writes a capture in the format given by the suffix of `path`: .vcd, .fst, .csv or .sr. The file
+/// is written as a whole, or unchanged: then the result is false, and `error` has the reason. When
+/// `progress` stops the work, that is an error too. "-" is the standard output, for a .vcd file,
+/// and
+/// "-.csv" for another format.
 OXACAPTURE_EXPORT bool writeCapture(
     const QString& path, const Capture& capture, QString* error, const Progress& progress = {});
 
 /// Whether `writeCapture` can write to `path`, as far as that is known before the capture: the
 /// suffix is known, and an existing file can be replaced. Else `error` has the reason.
 OXACAPTURE_EXPORT bool mayWriteCapture(const QString& path, QString* error);
+
+/// Whether the samples go to the standard output, or another stream that cannot be read back.
+OXACAPTURE_EXPORT bool isCaptureStream(const QString& path);
 
 /// The windows of every core, without their samples, for programs.
 OXACAPTURE_EXPORT QJsonObject captureObject(const Capture& capture);

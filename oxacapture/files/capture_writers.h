@@ -2,7 +2,7 @@
 #ifndef OXACAPTURE_FILES_CAPTURE_WRITERS_H
 #define OXACAPTURE_FILES_CAPTURE_WRITERS_H
 
-#include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/capture_file.h"
 
 class QIODevice;
 
@@ -11,14 +11,34 @@ namespace OXA_CAPTURE {
 // One function for each format (docs/captures.md). False when writing fails, when `goesOn`
 // returned false or, with `error`, when the format does not allow it.
 
-bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
-bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
-bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error);
+bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions& options, QString* error);
+bool writeFst(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions& options, QString* error);
+bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions& options, QString* error);
+bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions& options, QString* error);
+
+enum class CaptureFormat { Vcd, Fst, Csv, Sigrok };
+
+/// The format that the name of a file gives, as `mayWriteCapture` allows it.
+CaptureFormat captureFormat(const QString& path);
+/// The file to write for `path`: for the standard output, its device.
+QString captureFileOf(const QString& path);
 
 constexpr qint64 kSamplesAtOnce = 4096; ///< at most this many between two calls of `goesOn`
 
 /// The samples of all windows of a core together.
 qint64 capturedSamples(const CapturedCore& core);
+
+/// A signal of a core in a dump.
+struct DumpName {
+    QString name; ///< "count [7:0]"; the trigger is the last one
+    QStringList bits; ///< their names in the configuration
+};
+/// The signals of `core` as `writeVcd` names them.
+std::vector<DumpName> dumpNames(const CapturedCore& core);
 
 /// `wanted`, with "oxa_" in front as long as one of the core's signals has that name.
 QString freeName(const CapturedCore& core, QString wanted);

@@ -1,15 +1,21 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/time_unit.h"
+#include "oxacapture/files/unique_names.h"
 
 #include <QHash>
 #include <QIODevice>
 #include <QRegularExpression>
+#include <QSet>
+
+#include <algorithm>
 
 namespace OXA_CAPTURE {
 
 namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
+constexpr int kDigitBits = 4;
 
 // Spreadsheets evaluate such text, even in quotes, unless an apostrophe is before it. For some,
 // semicolons and tabs separate cells.
@@ -28,31 +34,169 @@ QByteArray cell(const QString& name)
     return text.toUtf8();
 }
 
-// The data signals of all cores, each name once.
-QStringList columnNames(const Capture& capture)
+// The data signals of a core; with `bits`, each bit as a signal.
+QList<OXA::SignalItem> shownItems(const CapturedCore& core, bool bits)
 {
-    QStringList names;
-    for (const CapturedCore& core : capture)
-        names += OXA::flattenedNames(core.items);
-    names.removeDuplicates();
-    return names;
+    if (!bits)
+        return core.items;
+    QList<OXA::SignalItem> items;
+    for (const QString& name : OXA::flattenedNames(core.items)) {
+        items += OXA::SignalItem();
+        items.last().name = name;
+    }
+    return items;
 }
 
-// For each column, the core's bit in it; -1: none.
-std::vector<int> bitsOf(const CapturedCore& core, const QStringList& columns)
+// A column, with another one for the names of its values when it has some.
+struct Column {
+    OXA::SignalItem item;
+    QStringList bits;
+    QHash<QByteArray, QByteArray> states; // cells by digits
+};
+
+Column columnOf(const OXA::SignalItem& item, const CaptureFileOptions& options)
 {
-    const QStringList names = OXA::flattenedNames(core.items);
-    QHash<QString, int> bits;
-    for (int bit = names.size() - 1; bit >= 0; --bit)
-        bits.insert(names.at(bit), bit);
-    std::vector<int> result;
-    for (const QString& column : columns)
-        result.push_back(bits.value(column, -1));
+    Column column {item, OXA::flattenedNames({item}), {}};
+    const QHash<QString, QString> states = OXA::statesOf(options.states, column.bits);
+    for (auto state = states.begin(); state != states.end() && !options.bits; ++state)
+        column.states.insert(state.key().toLatin1(), cell(*state));
+    return column;
+}
+
+// The data signals of all cores, those of the same bits once.
+std::vector<Column> columnsOf(const Capture& capture, const CaptureFileOptions& options)
+{
+    std::vector<Column> columns;
+    QSet<QStringList> shown;
+    for (const CapturedCore& core : capture) {
+        for (const OXA::SignalItem& item : shownItems(core, options.bits)) {
+            const Column column = columnOf(item, options);
+            if (!shown.contains(column.bits))
+                columns.push_back(column);
+            shown += column.bits;
+        }
+    }
+    return columns;
+}
+
+QByteArray header(const std::vector<Column>& columns, bool time, bool bits)
+{
+    QStringList cells {"core", "window", "sample", "trigger"};
+    if (time)
+        cells += "time";
+    UniqueNames names;
+    for (const QString& name : cells)
+        names.take(name);
+    QByteArray text = cells.join(',').toUtf8();
+    for (const Column& column : columns) {
+        text += ',' + cell(bits ? column.item.name : names.take(column.item.name));
+        if (!column.states.isEmpty())
+            text += ',' + cell(names.take(column.item.name + " name"));
+    }
+    return text + '\n';
+}
+
+// A column as one core has it.
+struct CoreColumn {
+    const Column* column;
+    int firstBit; // of the core's samples; -1: the core does not capture it
+};
+
+std::vector<CoreColumn> columnsIn(
+    const CapturedCore& core, const std::vector<Column>& columns, bool bits)
+{
+    QHash<QStringList, int> places;
+    int bit = 0;
+    for (const OXA::SignalItem& item : shownItems(core, bits)) {
+        const QStringList names = OXA::flattenedNames({item});
+        if (!places.contains(names))
+            places.insert(names, bit);
+        bit += item.bitCount();
+    }
+    std::vector<CoreColumn> result;
+    result.reserve(columns.size());
+    for (const Column& column : columns)
+        result.push_back({&column, places.value(column.bits, -1)});
     return result;
 }
 
-bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>& bits,
-    const std::function<bool(qint64 sample)>& goesOn)
+// A digit for each bit.
+QByteArray digitsOf(const SampleTable& samples, qint64 sample, const CoreColumn& column)
+{
+    QByteArray digits;
+    for (int bit = 0; bit < column.column->bits.size(); ++bit)
+        digits += "01x"[int(samples.bit(sample, 0, column.firstBit + bit))];
+    return digits;
+}
+
+// A digit for each four bits, the first for those that are left over; x when one is unknown.
+void addHexadecimal(const QByteArray& digits, QByteArray& text)
+{
+    text += "0x";
+    int digit = 0;
+    bool known = true;
+    for (int left = int(digits.size()); left > 0; --left) {
+        const char bit = digits.at(int(digits.size()) - left);
+        known = known && bit != 'x';
+        digit = 2 * digit + (bit == '1');
+        if (left % kDigitBits != 1)
+            continue;
+        text += known ? "0123456789abcdef"[digit] : 'x';
+        digit = 0;
+        known = true;
+    }
+}
+
+void addCells(const SampleTable& samples, qint64 sample, const std::vector<CoreColumn>& columns,
+    QByteArray& text)
+{
+    for (const CoreColumn& column : columns) {
+        const bool isCaptured = column.firstBit >= 0;
+        const QByteArray digits = isCaptured ? digitsOf(samples, sample, column) : QByteArray();
+        text += ',';
+        if (isCaptured && column.column->item.isBus())
+            addHexadecimal(digits, text);
+        else
+            text += digits;
+        if (!column.column->states.isEmpty())
+            text += ',' + column.column->states.value(digits);
+    }
+}
+
+// The times of a core's samples: those of the waveform, or since the first sample of their window,
+// for how far the windows of a target are apart is not known.
+class TimeCells {
+public:
+    TimeCells(const CapturedCore& core, bool shown)
+        : m_core(core)
+        , m_decimals(std::max(-timeExponentFor(core.clockHz), 0))
+        , m_shown(shown)
+    {
+    }
+
+    void add(const CapturedWindow& window, qint64 sample, QByteArray& text) const
+    {
+        if (m_shown)
+            text += ',';
+        if (m_shown && !window.times.empty())
+            text += secondsText(window.times[size_t(sample)], m_core.timeExponent);
+        else if (m_shown && m_core.clockHz > 0)
+            text += QByteArray::number(double(sample) / m_core.clockHz, 'f', m_decimals);
+    }
+
+private:
+    const CapturedCore& m_core;
+    int m_decimals;
+    bool m_shown; // there is a column
+};
+
+bool hasTimes(const CapturedCore& core)
+{
+    return core.clockHz > 0 || (!core.windows.empty() && !core.windows.front().times.empty());
+}
+
+bool writeRows(QIODevice& out, const CapturedCore& core, const TimeCells& times,
+    const std::vector<CoreColumn>& columns, const std::function<bool(qint64 sample)>& goesOn)
 {
     QByteArray text;
     qint64 done = 0;
@@ -62,11 +206,8 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>&
         for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
             text += head + ',' + QByteArray::number(sample)
                 + (sample == window.triggerOffset() ? ",1" : ",0");
-            for (const int bit : bits) {
-                text += ',';
-                if (bit >= 0)
-                    text += "01x"[int(window.samples.bit(sample, 0, bit))];
-            }
+            times.add(window, sample, text);
+            addCells(window.samples, sample, columns, text);
             text += '\n';
             if (++done % kSamplesAtOnce != 0 && text.size() < kFlushAt)
                 continue;
@@ -80,13 +221,12 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const std::vector<int>&
 
 }
 
-bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QString*)
+bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions& options, QString*)
 {
-    const QStringList columns = columnNames(capture);
-    QByteArray header = "core,window,sample,trigger";
-    for (const QString& name : columns)
-        header += ',' + cell(name);
-    if (out.write(header += '\n') < 0)
+    const std::vector<Column> columns = columnsOf(capture, options);
+    const bool time = std::any_of(capture.begin(), capture.end(), hasTimes);
+    if (out.write(header(columns, time, options.bits)) < 0)
         return false;
     qint64 samples = 0;
     for (const CapturedCore& core : capture)
@@ -94,7 +234,7 @@ bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn, QS
     qint64 before = 0;
     for (const CapturedCore& core : capture) {
         const auto tell = [&](qint64 done) { return goesOn(int((before + done) * 100 / samples)); };
-        if (!writeRows(out, core, bitsOf(core, columns), tell))
+        if (!writeRows(out, core, {core, time}, columnsIn(core, columns, options.bits), tell))
             return false;
         before += capturedSamples(core);
     }

@@ -2,6 +2,8 @@
 #include "oxacapture/files/capture_writers.h"
 
 #include "files/fail.h"
+#include "oxacapture/files/bus_range.h"
+#include "oxacapture/files/sample_grid.h"
 #include "oxacapture/files/unique_names.h"
 
 #include <QHash>
@@ -17,10 +19,11 @@ namespace OXA_CAPTURE {
 
 namespace {
 
+constexpr double kLeastRate = 0.5; // Hz
 constexpr qint64 kMostAtOnce = 1 << 20; // bytes, of samples and of the archive
 
-// One bit of the session's samples. The samples of all cores begin together; after a core's last
-// sample its channels are 0, as are unknown values.
+// One bit of the session's samples. Before, between and after its core's windows it is 0, as are
+// unknown values.
 struct Channel {
     enum Source { Data, Trigger, WindowParity };
 
@@ -29,6 +32,18 @@ struct Channel {
     Source source;
     int bit; // of the core's samples
 };
+
+// A name for each bit of a signal.
+QStringList bitNames(const OXA::SignalItem& item)
+{
+    QStringList names = OXA::flattenedNames({item});
+    if (!item.isBus())
+        return names;
+    const OXA::BitRange range = busRange(names, item.name);
+    for (int bit = 0; bit < names.size(); ++bit)
+        names[bit] = range.base + QString("[%1]").arg(range.index(bit));
+    return names;
+}
 
 std::vector<Channel> channelsOf(const Capture& capture)
 {
@@ -39,12 +54,16 @@ std::vector<Channel> channelsOf(const Capture& capture)
         ++uses[channel.name];
     };
     for (const CapturedCore& core : capture) {
-        const QStringList names = OXA::flattenedNames(core.items);
-        QSet<QString> shown;
-        for (int bit = 0; bit < names.size(); ++bit) {
-            if (!shown.contains(names.at(bit))) // signals captured twice are shown once
+        const QStringList bits = OXA::flattenedNames(core.items);
+        QStringList names;
+        for (const OXA::SignalItem& item : core.items)
+            names += bitNames(item);
+        QSet<QStringList> shown;
+        for (int bit = 0; bit < bits.size(); ++bit) {
+            const QStringList both {names.at(bit), bits.at(bit)};
+            if (!shown.contains(both)) // signals captured twice are shown once
                 add({names.at(bit), &core, Channel::Data, bit});
-            shown += names.at(bit);
+            shown += both;
         }
         add({freeName(core, "trigger"), &core, Channel::Trigger, 0});
         add({freeName(core, "window"), &core, Channel::WindowParity, 0});
@@ -63,12 +82,12 @@ QString channelName(const QString& signal)
     return QString(signal).remove('\\').replace(unusable, " ").simplified();
 }
 
-QByteArray metadata(const std::vector<Channel>& channels, int unitSize, double clockHz)
+QByteArray metadata(const std::vector<Channel>& channels, int unitSize, double hz)
 {
     QString text = "[global]\nsigrok version=0.5.2\n\n[device 1]\ncapturefile=logic-1\n";
     text += QString("total probes=%1\ntotal analog=0\n").arg(channels.size());
-    if (clockHz > 0)
-        text += QString("samplerate=%1 Hz\n").arg(std::max(qRound64(clockHz), qint64(1)));
+    if (hz >= kLeastRate)
+        text += QString("samplerate=%1 Hz\n").arg(qRound64(hz));
     int number = 0;
     UniqueNames names;
     for (const Channel& channel : channels) {
@@ -96,11 +115,13 @@ bool isHigh(const Channel& channel, size_t window, qint64 sample)
 // are in memory at once.
 class LogicData {
 public:
-    LogicData(const Capture& capture, const std::vector<Channel>& channels, int unitSize,
-        const Progress& goesOn)
-        : m_channels(channels)
+    LogicData(const Capture& capture, const SampleGrid& grid, const std::vector<Channel>& channels,
+        int unitSize, const Progress& goesOn)
+        : m_grid(grid)
+        , m_channels(channels)
         , m_unitSize(unitSize)
         , m_goesOn(goesOn)
+        , m_samples(grid.size())
     {
         for (const CapturedCore& core : capture) {
             const auto isOther = [&core](const Channel& channel) { return channel.core != &core; };
@@ -108,7 +129,6 @@ public:
             const auto begin = channels.begin() + std::ptrdiff_t(first);
             const auto end = std::find_if(begin, channels.end(), isOther);
             m_cores.push_back({&core, first, size_t(end - channels.begin())});
-            m_samples = std::max(m_samples, capturedSamples(core));
         }
     }
 
@@ -173,35 +193,41 @@ private:
         m_made.fill('\0', int(count * m_unitSize)); // at most kMostAtOnce
         m_at = 0;
         for (qint64 i = 0; i < count; ++i)
-            addUnit(m_made.data() + i * m_unitSize);
+            addUnit(m_next + i, m_made.data() + i * m_unitSize);
         m_next += count;
         return true;
     }
 
-    void addUnit(char* unit)
+    void addUnit(qint64 number, char* unit)
     {
-        for (Place& place : m_cores) {
+        for (size_t core = 0; core < m_cores.size(); ++core) {
+            Place& place = m_cores[core];
             const std::vector<CapturedWindow>& windows = place.core->windows;
+            // To the last sample that is not later.
             while (place.window < windows.size()
-                && place.sample == windows[place.window].samples.size()) {
+                && (windows[place.window].samples.size() == 0
+                    || m_grid.at(core, place.window, place.sample + 1) <= number)) {
+                if (++place.sample < windows[place.window].samples.size())
+                    continue;
                 ++place.window;
                 place.sample = 0;
             }
-            if (place.window == windows.size())
+            if (place.window == windows.size()
+                || m_grid.at(core, place.window, place.sample) > number)
                 continue;
             for (size_t i = place.firstChannel; i < place.endChannel; ++i) {
                 if (isHigh(m_channels[i], place.window, place.sample))
                     unit[i / 8] = char(unit[i / 8] | 1 << (i % 8));
             }
-            ++place.sample;
         }
     }
 
+    const SampleGrid& m_grid;
     const std::vector<Channel>& m_channels;
     qint64 m_unitSize;
     const Progress& m_goesOn;
+    qint64 m_samples; // units
     std::vector<Place> m_cores;
-    qint64 m_samples = 0; // units
     qint64 m_next = 0; // next to generate
     QByteArray m_made;
     int m_at = 0; // next byte of the generated units to be read
@@ -267,14 +293,17 @@ private:
 
 }
 
-bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn, QString* error)
+bool writeSigrok(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions&, QString* error)
 {
+    const SampleGrid grid(capture);
+    if (!grid.isUsable(error))
+        return false;
     const std::vector<Channel> channels = channelsOf(capture);
     const int unitSize = int(channels.size() + 7) / 8;
     const QByteArray version = "2";
-    const double clockHz = capture.empty() ? 0 : capture.front().clockHz;
-    const QByteArray about = metadata(channels, unitSize, clockHz);
-    LogicData data(capture, channels, unitSize, goesOn);
+    const QByteArray about = metadata(channels, unitSize, grid.hz());
+    LogicData data(capture, grid, channels, unitSize, goesOn);
     Archive archive;
     return (archive.add("version", version) && archive.add("metadata", about)
                && archive.add("logic-1-1", data) && archive.write(out))

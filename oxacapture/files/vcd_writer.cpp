@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/time_axis.h"
+#include "oxacapture/files/time_unit.h"
 #include "oxacapture/files/unique_names.h"
 
+#include <QHash>
 #include <QIODevice>
 #include <QRegularExpression>
 #include <QSet>
@@ -12,52 +16,6 @@ namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
 constexpr int kWindowBits = 32;
-
-// A dump's unit of time for clocks of at least a frequency: their periods have at least a thousand
-// units.
-struct TimeUnit {
-    const char* name;
-    double leastHz;
-    double unitsPerSecond;
-};
-
-constexpr TimeUnit kTimeUnits[] = {
-    {"1 fs", 1e9, 1e15},
-    {"1 ps", 1e6, 1e12},
-    {"1 ns", 1e3, 1e9 },
-    {"1 us", 1,   1e6 },
-    {"1 ms", 0,   1e3 },
-};
-
-// The times of samples: one unit for each when no clock is known.
-class TimeScale {
-public:
-    explicit TimeScale(const Capture& capture)
-    {
-        for (const CapturedCore& core : capture)
-            m_hz = std::max(m_hz, core.clockHz);
-        for (const TimeUnit& unit : kTimeUnits) {
-            if (m_hz > 0 && !m_unit && m_hz >= unit.leastHz)
-                m_unit = &unit;
-        }
-    }
-
-    QByteArray head() const
-    {
-        return m_unit ? QByteArray("$timescale ") + m_unit->name + " $end\n"
-                      : QByteArray("$comment\n    Captured samples, one time unit each.\n$end\n"
-                                   "$timescale 1 ns $end\n");
-    }
-
-    qint64 at(qint64 sample) const
-    {
-        return m_unit ? qRound64(double(sample) * m_unit->unitsPerSecond / m_hz) : sample;
-    }
-
-private:
-    double m_hz = 0;
-    const TimeUnit* m_unit = nullptr;
-};
 
 // An identifier of a dump: a number in base 94.
 QByteArray identifier(int number)
@@ -76,29 +34,21 @@ struct DataVariable {
     QString name; // with its range
     int firstBit; // of a sample
     int width;
+    QHash<QByteArray, QByteArray> states; // texts of values
+    QByteArray stateId; // of the variable with these texts
+    QString stateName;
     QByteArray last; // the value written last
 };
 
 struct CoreVariables {
     std::vector<DataVariable> data;
+    QByteArray sample;
+    QString sampleName;
     QByteArray trigger;
     QString triggerName;
     QByteArray window;
     QString windowName;
 };
-
-// Removes "[7]" from the end of "count[7]"; false when there is no such index.
-bool takeIndex(QString& name, int& index)
-{
-    static const QRegularExpression indexed("^(.+)\\[(-?\\d+)\\]$");
-    const auto match = indexed.match(name);
-    bool ok = false;
-    index = match.captured(2).toInt(&ok);
-    if (!ok || QString::number(index) != match.captured(2))
-        return false;
-    name = match.captured(1);
-    return true;
-}
 
 // Spaces separate words in a dump, and a word with a leading dollar sign ends a declaration.
 QString oneWord(const QString& name)
@@ -108,25 +58,15 @@ QString oneWord(const QString& name)
     return word.startsWith('$') ? '_' + word : word;
 }
 
-// "count" with its range for "count[7]" to "count[0]"; otherwise the bus's name with a range down
-// to 0.
 QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
 {
     static const QRegularExpression blanks("\\s+");
     QStringList bits;
     for (const OXA::SignalItem& bit : bus.subItems)
         bits += oneWord(QString(bit.name).remove(blanks));
-    QString base = bits.first();
-    QString last = bits.last();
-    int msb = 0;
-    int lsb = 0;
-    bool counts = takeIndex(base, msb) && takeIndex(last, lsb);
-    const int step = msb <= lsb ? 1 : -1;
-    for (int bit = 0; counts && bit < bits.size(); ++bit)
-        counts = bits.at(bit) == base + QString("[%1]").arg(qint64(msb) + qint64(bit) * step);
-    if (!counts)
-        return names.take(oneWord(bus.name), QString(" [%1:0]").arg(bits.size() - 1));
-    return names.take(base, QString(" [%1:%2]").arg(QString::number(msb), QString::number(lsb)));
+    const OXA::BitRange range = busRange(bits, oneWord(bus.name));
+    return names.take(range.base,
+        QString(" [%1:%2]").arg(QString::number(range.msb), QString::number(range.lsb)));
 }
 
 // Replaces the brackets of a single signal, which would look like a range.
@@ -141,7 +81,19 @@ QString takeSignalName(const QString& signal, UniqueNames& names)
     return names.take(name);
 }
 
-CoreVariables variablesOf(const CapturedCore& core, int& count)
+// A variable with the texts of the values with names.
+void addStates(
+    DataVariable& variable, const QHash<QString, QString>& states, UniqueNames& names, int& count)
+{
+    if (states.isEmpty())
+        return;
+    for (auto state = states.begin(); state != states.end(); ++state)
+        variable.states.insert(state.key().toLatin1(), oneWord(*state).toUtf8());
+    variable.stateId = identifier(count++);
+    variable.stateName = names.take(variable.name.section(' ', 0, 0) + "_name");
+}
+
+CoreVariables variablesOf(const CapturedCore& core, const OXA::StateNames& states, int& count)
 {
     CoreVariables variables;
     UniqueNames names;
@@ -149,13 +101,21 @@ CoreVariables variablesOf(const CapturedCore& core, int& count)
     int bit = 0;
     for (const OXA::SignalItem& item : core.items) {
         const QStringList bits = OXA::flattenedNames({item});
-        if (!shown.contains(bits)) // signals captured twice are shown once
-            variables.data.push_back({identifier(count++),
-                item.isBus() ? takeBusName(item, names) : takeSignalName(item.name, names), bit,
-                item.bitCount(), {}});
+        if (!shown.contains(bits)) { // signals captured twice are shown once
+            DataVariable variable;
+            variable.id = identifier(count++);
+            variable.name
+                = item.isBus() ? takeBusName(item, names) : takeSignalName(item.name, names);
+            variable.firstBit = bit;
+            variable.width = item.bitCount();
+            addStates(variable, OXA::statesOf(states, bits), names, count);
+            variables.data.push_back(variable);
+        }
         shown += bits;
         bit += item.bitCount();
     }
+    variables.sample = identifier(count++);
+    variables.sampleName = names.takeOwn(freeName(core, "sample"));
     variables.trigger = identifier(count++);
     variables.triggerName = names.takeOwn(freeName(core, "trigger"));
     variables.window = identifier(count++);
@@ -167,8 +127,12 @@ QByteArray declarations(const CapturedCore& core, const CoreVariables& variables
 {
     const QString line("$var %1 %2 %3 %4 $end\n");
     QString text = QString("$scope module core%1 $end\n").arg(core.index);
-    for (const DataVariable& variable : variables.data)
+    for (const DataVariable& variable : variables.data) {
         text += line.arg("wire", QString::number(variable.width), variable.id, variable.name);
+        if (!variable.states.isEmpty())
+            text += line.arg("string", "1", variable.stateId, variable.stateName);
+    }
+    text += line.arg("wire", "1", variables.sample, variables.sampleName);
     text += line.arg("wire", "1", variables.trigger, variables.triggerName);
     text += line.arg(
         "integer", QString::number(kWindowBits), variables.window, variables.windowName);
@@ -183,6 +147,11 @@ void addChange(const QByteArray& bits, const QByteArray& id, QByteArray& text)
         text.append('b').append(bits).append(' ').append(id).append('\n');
 }
 
+void addText(const QByteArray& word, const QByteArray& id, QByteArray& text)
+{
+    text.append('s').append(word).append(' ').append(id).append('\n');
+}
+
 // A comment before a dump's samples, because a signal `trigger` that stays 0 is easily overlooked.
 QByteArray untriggeredNote(const Capture& capture)
 {
@@ -195,35 +164,45 @@ QByteArray untriggeredNote(const Capture& capture)
     return text.toUtf8();
 }
 
-// Reads the samples of all windows of a core, one time unit each.
+// Reads the samples of all windows of a core, and the ends of the windows.
 class CoreTrace {
 public:
-    CoreTrace(const CapturedCore& core, CoreVariables variables)
-        : m_core(core)
+    CoreTrace(const Capture& capture, size_t core, const TimeAxis& axis, CoreVariables variables)
+        : m_core(capture[core])
+        , m_place(core)
+        , m_axis(axis)
         , m_variables(std::move(variables))
     {
     }
 
-    /// Adds the changes at the next time unit.
+    bool isAtEnd() const { return m_window == m_core.windows.size(); }
+    quint64 time() const { return m_axis.at(m_place, m_window, m_sample); } ///< of the next changes
+
+    /// Adds the next changes: a sample or the end of a window.
     void next(QByteArray& text)
     {
-        while (m_window < m_core.windows.size() && m_sample == window().samples.size()) {
-            ++m_window;
-            m_sample = 0;
-        }
-        if (m_window == m_core.windows.size())
-            return end(text);
+        if (m_sample == window().samples.size())
+            return endWindow(text);
         if (m_sample == 0)
             addChange(QByteArray::number(int(m_window), 2).rightJustified(2, '0'),
                 m_variables.window, text);
         for (DataVariable& variable : m_variables.data)
             addData(variable, text);
+        addChange(m_read % 2 ? "1" : "0", m_variables.sample, text);
         const qint64 trigger = window().triggerOffset();
         if (m_sample == trigger)
             addChange("1", m_variables.trigger, text);
         else if (m_sample == 0 || m_sample == trigger + 1)
             addChange("0", m_variables.trigger, text);
         ++m_sample;
+        ++m_read;
+    }
+
+    /// Signals are unknown between windows, and before the first one unless that begins at `time`.
+    void begin(quint64 first, QByteArray& text)
+    {
+        if (isAtEnd() || time() > first)
+            addUnknown(text);
     }
 
 private:
@@ -239,60 +218,104 @@ private:
             changed |= *last != now;
             *last = now;
         }
-        if (changed)
-            addChange(variable.last, variable.id, text);
+        if (!changed)
+            return;
+        addChange(variable.last, variable.id, text);
+        if (!variable.states.isEmpty())
+            addText(variable.states.value(variable.last, variable.last), variable.stateId, text);
     }
 
-    // After its last sample, a core's signals are unknown.
-    void end(QByteArray& text)
+    // The next window may begin at this time.
+    void endWindow(QByteArray& text)
     {
-        if (m_ended)
-            return;
-        m_ended = true;
-        for (const DataVariable& variable : m_variables.data)
+        const quint64 end = time();
+        ++m_window;
+        m_sample = 0;
+        if (isAtEnd() || time() > end)
+            addUnknown(text);
+    }
+
+    void addUnknown(QByteArray& text)
+    {
+        for (DataVariable& variable : m_variables.data) {
             addChange(variable.width == 1 ? "x" : "xx", variable.id, text);
+            if (!variable.states.isEmpty())
+                addText("x", variable.stateId, text);
+            variable.last.clear();
+        }
+        addChange("x", m_variables.sample, text);
         addChange("x", m_variables.trigger, text);
         addChange("xx", m_variables.window, text);
     }
 
     const CapturedCore& m_core;
+    size_t m_place; // of the capture
+    const TimeAxis& m_axis;
     CoreVariables m_variables;
     size_t m_window = 0;
     qint64 m_sample = 0;
-    bool m_ended = false;
+    qint64 m_read = 0; // samples, of all windows
 };
+
+// The trace with the earliest next changes; null after the last ones.
+CoreTrace* earliest(std::vector<CoreTrace>& traces)
+{
+    CoreTrace* first = nullptr;
+    for (CoreTrace& trace : traces) {
+        if (!trace.isAtEnd() && (!first || trace.time() < first->time()))
+            first = &trace;
+    }
+    return first;
+}
 
 }
 
-bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn, QString*)
+std::vector<DumpName> dumpNames(const CapturedCore& core)
 {
-    const TimeScale scale(capture);
-    QByteArray text = scale.head();
+    int count = 0;
+    const CoreVariables variables = variablesOf(core, {}, count);
+    const QStringList bits = OXA::flattenedNames(core.items);
+    std::vector<DumpName> names;
+    for (const DataVariable& variable : variables.data)
+        names.push_back({variable.name, bits.mid(variable.firstBit, variable.width)});
+    names.push_back({variables.triggerName, {variables.triggerName}});
+    return names;
+}
+
+bool writeVcd(QIODevice& out, const Capture& capture, const Progress& goesOn,
+    const CaptureFileOptions& options, QString*)
+{
+    const TimeAxis axis(capture);
+    QByteArray text = "$version\n    " + axis.text().toUtf8() + "\n$end\n$timescale "
+        + timescaleText(axis.exponent()) + " $end\n";
     std::vector<CoreTrace> traces;
-    qint64 times = 0;
+    qint64 samples = 0;
     int variableCount = 0;
-    for (const CapturedCore& core : capture) {
-        const CoreVariables variables = variablesOf(core, variableCount);
-        text += declarations(core, variables);
-        traces.emplace_back(core, variables);
-        times = std::max(times, capturedSamples(core));
+    for (size_t core = 0; core < capture.size(); ++core) {
+        const CoreVariables variables = variablesOf(capture[core], options.states, variableCount);
+        text += declarations(capture[core], variables);
+        traces.emplace_back(capture, core, axis, variables);
+        samples += capturedSamples(capture[core]);
     }
     text += untriggeredNote(capture) + "$enddefinitions $end\n";
-    for (qint64 time = 0; time <= times; ++time) {
-        QByteArray changes;
-        for (CoreTrace& trace : traces) {
-            if (time < times || time == 0)
-                trace.next(changes);
-        }
-        if (!changes.isEmpty() || time == times)
-            text += '#' + QByteArray::number(scale.at(time)) + '\n' + changes;
-        if (text.size() < kFlushAt && time < times && time % kSamplesAtOnce != 0)
+    CoreTrace* trace = earliest(traces);
+    quint64 time = trace ? trace->time() : 0;
+    text += '#' + QByteArray::number(time) + '\n';
+    for (CoreTrace& other : traces)
+        other.begin(time, text);
+    qint64 done = 0;
+    for (; trace; trace = earliest(traces)) {
+        if (trace->time() != time)
+            text += '#' + QByteArray::number(trace->time()) + '\n';
+        time = trace->time();
+        trace->next(text);
+        if (++done % kSamplesAtOnce != 0 && text.size() < kFlushAt)
             continue;
-        if (!goesOn(int(time * 100 / std::max(times, qint64(1)))) || out.write(text) != text.size())
+        if (!goesOn(int(std::min(done, samples) * 100 / samples)) || out.write(text) != text.size())
             return false;
         text.clear();
     }
-    return true;
+    return goesOn(100) && out.write(text) == text.size();
 }
 
 }

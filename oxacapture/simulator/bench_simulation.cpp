@@ -3,7 +3,7 @@
 
 #include "files/fail.h"
 #include "oxacapture/simulator/icarus.h"
-#include "oxacapture/simulator/stimulus_file.h"
+#include "oxacapture/simulator/stimulus.h"
 #include "oxautils/design/attach.h"
 #include "oxautils/model/shown_text.h"
 

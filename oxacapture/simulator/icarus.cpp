@@ -84,6 +84,15 @@ QString compilerFailure(const QProcess& iverilog, const QString& log)
 
 }
 
+void workIn(const QString& directory, QProcess& compiler)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"TMP", "TMPDIR", "TEMP"})
+        environment.insert(name, ".");
+    compiler.setProcessEnvironment(environment);
+    compiler.setWorkingDirectory(directory);
+}
+
 bool finishes(QProcess& process, const std::function<bool()>& goesOn)
 {
     while (!process.waitForFinished(kPoll) && process.state() != QProcess::NotRunning) {
@@ -112,12 +121,7 @@ bool compileVerilog(const QStringList& arguments, const QString& workDir,
     const QString log = workDir + "/iverilog.log";
     iverilog.setProcessChannelMode(QProcess::MergedChannels);
     iverilog.setStandardOutputFile(log);
-    // When it is ended, it leaves its temporary files; it passes their directory to a shell.
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const char* name : {"TMP", "TMPDIR", "TEMP"})
-        environment.insert(name, ".");
-    iverilog.setProcessEnvironment(environment);
-    iverilog.setWorkingDirectory(workDir);
+    workIn(workDir, iverilog); // iverilog passes the directory of temporary files to a shell
     iverilog.start("iverilog", arguments);
     if (!iverilog.waitForStarted(-1))
         return OXA::fail(

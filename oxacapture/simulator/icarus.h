@@ -16,6 +16,10 @@ namespace OXA_CAPTURE {
 bool compileVerilog(const QStringList& arguments, const QString& workDir,
     const std::function<bool()>& goesOn, QString* error);
 
+/// Lets a compiler work in `directory`, also with its temporary files, which it leaves when it is
+/// ended.
+void workIn(const QString& directory, QProcess& compiler);
+
 /// Waits for the end of `process`. When `goesOn` returns false, ends it and returns false.
 bool finishes(QProcess& process, const std::function<bool()>& goesOn);
 

@@ -5,6 +5,8 @@
 #include "oxacapture/simulator/icarus.h"
 #include "oxacapture/simulator/process_patience.h"
 #include "oxacapture/simulator/serial_pads.h"
+#include "oxacapture/simulator/stimulus.h"
+#include "oxacapture/simulator/verilator.h"
 #include "oxacapture/trigger/core_plan.h"
 #include "oxautils/generate/oxa_prepare.h"
 #include "oxautils/generate/uart_defines.h"
@@ -46,10 +48,10 @@ SimulatedTarget::~SimulatedTarget()
     m_servesSerial = false;
     if (m_serialThread.joinable())
         m_serialThread.join();
-    if (m_vvp.state() == QProcess::NotRunning)
+    if (m_simulator.state() == QProcess::NotRunning)
         return;
-    m_vvp.kill();
-    m_vvp.waitForFinished(-1);
+    m_simulator.kill();
+    m_simulator.waitForFinished(-1);
 }
 
 bool SimulatedTarget::fail(const QString& error)
@@ -68,38 +70,47 @@ void SimulatedTarget::setGoesOn(const std::function<bool()>& goesOn)
 bool SimulatedTarget::build(
     const Design& design, const QByteArray& testbench, const std::function<bool()>& goesOn)
 {
-    m_workDir = absolute(design.workDir);
-    m_plugin = design.dirs.plugin;
+    m_isVerilated = false;
+    m_hasBench = !design.bench.isEmpty();
     // Verilog suppresses unknown values where gates do not.
     if (!design.netlist.isEmpty())
         m_options += "+oxa_settle=1";
-    m_hasBench = !design.bench.isEmpty();
     if (m_hasBench)
         m_options += "+oxa_bench=1";
-    const QString bench = m_workDir + "/testbench.v";
     QStringList sources;
-    if (!generate(design, sources))
-        return false;
-    if (!OXA_FILES::writeFile(bench, testbench, &m_error))
-        return false;
-    return compileVerilog(QStringList {"-g2005", "-s", "oxa_testbench", "-o",
+    return generate(design, testbench, sources)
+        && compileVerilog(QStringList {"-g2005", "-s", "oxa_testbench", "-o",
                               m_workDir + "/target.vvp", "-y", design.dirs.models}
-            + sources + QStringList {bench} + design.bench,
-        m_workDir, goesOn, &m_error);
+                + sources + design.bench,
+            m_workDir, goesOn, &m_error);
 }
 
-bool SimulatedTarget::generate(const Design& design, QStringList& sources)
+bool SimulatedTarget::buildVerilated(const Design& design, const QByteArray& testbench,
+    const QByteArray& frame, const std::function<bool()>& goesOn)
 {
+    m_isVerilated = true;
+    QStringList sources;
+    return generate(design, testbench, sources)
+        && compileVerilated(
+            QStringList {"-y", design.dirs.models} + sources, frame, m_workDir, goesOn, &m_error);
+}
+
+bool SimulatedTarget::generate(
+    const Design& design, const QByteArray& testbench, QStringList& sources)
+{
+    m_workDir = absolute(design.workDir);
+    m_plugin = design.dirs.plugin;
+    const QString bench = m_workDir + "/testbench.v";
     OXA::OxaPrepare prepared;
     if (prepared.prepare(design.arg) != 1 || !OXA::writeNameSums(design.arg.workDir, design.names))
         return fail("the Verilog could not be generated");
-    QString error;
-    if (design.overUart
-        && !OXA::writeUartDefines(
-            design.arg.workDir, {SerialPads::kClockHz, SerialPads::kBaud}, &error))
-        return fail(error);
+    if (!OXA_FILES::writeFile(bench, testbench, &m_error)
+        || (design.overUart
+            && !OXA::writeUartDefines(
+                design.arg.workDir, {SerialPads::kClockHz, SerialPads::kBaud}, &m_error)))
+        return false;
     if (!design.netlist.isEmpty()) {
-        sources = QStringList {"-y", design.dirs.cells, absolute(design.netlist)};
+        sources = QStringList {"-y", design.dirs.cells, absolute(design.netlist), bench};
         return true;
     }
     for (const QString& path : qAsConst(prepared.includePaths))
@@ -110,45 +121,56 @@ bool SimulatedTarget::generate(const Design& design, QStringList& sources)
     }
     for (const QString& path : qAsConst(prepared.files))
         sources += absolute(path);
+    sources += bench;
     return true;
 }
 
-bool SimulatedTarget::run(const QString& stimulus, const QString& jtag)
+void SimulatedTarget::setStimulus(std::unique_ptr<Stimulus> stimulus)
 {
-    m_vvp.setProcessChannelMode(QProcess::MergedChannels);
-    m_vvp.setStandardOutputFile(m_workDir + "/vvp.log");
-    m_vvp.start("vvp",
-        QStringList {"-n", "-M", m_plugin, "-m", "oxa_target", m_workDir + "/target.vvp",
-            "+oxa_jtag=" + jtag, "+oxa_control=unix:" + m_sockets.filePath("control")}
-            + (stimulus.isEmpty() ? QStringList() : QStringList("+oxa_stimulus=" + stimulus))
+    m_stimulus = std::move(stimulus);
+}
+
+bool SimulatedTarget::run(const QString& jtag)
+{
+    const QString program = m_isVerilated ? m_plugin + "/oxa_verilated" : "vvp";
+    const QStringList design = m_isVerilated
+        ? QStringList(m_workDir + "/design.so")
+        : QStringList {"-n", "-M", m_plugin, "-m", "oxa_target", m_workDir + "/target.vvp"};
+    m_simulator.setProcessChannelMode(QProcess::MergedChannels);
+    m_simulator.setStandardOutputFile(log());
+    m_simulator.start(program,
+        design
+            + QStringList {"+oxa_jtag=" + jtag,
+                "+oxa_control=unix:" + m_sockets.filePath("control")}
             + m_options);
-    if (!m_vvp.waitForStarted(-1))
-        return fail("vvp does not start (package iverilog): " + m_vvp.errorString());
+    if (!m_simulator.waitForStarted(-1))
+        return fail(program + " does not start" + (m_isVerilated ? ": " : " (package iverilog): ")
+            + m_simulator.errorString());
     const auto mayAnswer = [this](int looks) { return this->mayAnswer(looks); };
     m_control.setPatience(mayAnswer);
     m_jtag.setPatience(mayAnswer);
     return connectTo("control", [this](const QString& at) { return m_control.connectTo(at); });
 }
 
-bool SimulatedTarget::start(const QString& stimulus)
+bool SimulatedTarget::start()
 {
-    return run(stimulus, "unix:" + m_sockets.filePath("jtag"))
+    return run("unix:" + m_sockets.filePath("jtag"))
         && connectTo("jtag", [this](const QString& at) { return m_jtag.connectTo(at); });
 }
 
-bool SimulatedTarget::serve(const QString& stimulus, int port)
+bool SimulatedTarget::serve(int port)
 {
     // It prints its port when it is ready for commands.
-    if (!run(stimulus, QString("tcp:%1").arg(port)) || !rewind())
+    if (!run(QString("tcp:%1").arg(port)) || !play(0))
         return false;
     static const QRegularExpression listens("at port (\\d+)");
     m_port = listens.match(lastWords()).captured(1).toInt();
     return m_port > 0 || fail("the simulator does not print its port: " + lastWords());
 }
 
-bool SimulatedTarget::serveSerial(const QString& stimulus)
+bool SimulatedTarget::serveSerial()
 {
-    if (!run(stimulus, "unix:" + m_sockets.filePath("jtag"))
+    if (!run("unix:" + m_sockets.filePath("jtag"))
         || !connectTo("jtag", [this](const QString& at) { return m_serial->open(at); }))
         return false;
     m_servesSerial = true;
@@ -165,9 +187,9 @@ QString SimulatedTarget::serialDevice() const { return m_serial->device(); }
 bool SimulatedTarget::connectTo(
     const QString& name, const std::function<bool(const QString&)>& connect)
 {
-    m_patience->begin(m_vvp.processId());
+    m_patience->begin(m_simulator.processId());
     while (!connect("unix:" + m_sockets.filePath(name))) {
-        if (m_vvp.waitForFinished(10) || !m_patience->lasts() || (m_goesOn && !m_goesOn()))
+        if (m_simulator.waitForFinished(10) || !m_patience->lasts() || (m_goesOn && !m_goesOn()))
             return fail("the simulator does not run: " + lastWords());
     }
     return true;
@@ -177,14 +199,14 @@ bool SimulatedTarget::connectTo(
 bool SimulatedTarget::mayAnswer(int looks)
 {
     if (looks == 1)
-        m_patience->begin(m_vvp.processId());
+        m_patience->begin(m_simulator.processId());
     return m_patience->lasts();
 }
 
-bool SimulatedTarget::order(const QByteArray& line, QByteArray& answer)
+bool SimulatedTarget::order(const QByteArray& bytes, QByteArray& answer)
 {
     const auto isWhole = [](const QByteArray& so) { return so.endsWith('\n'); };
-    if (!m_control.exchange(line + '\n', isWhole, answer, {kLook, kLook, kMostAnswer}))
+    if (!m_control.exchange(bytes, isWhole, answer, {kLook, kLook, kMostAnswer}))
         return fail("the simulator stopped: " + m_control.error() + lastWords());
     answer.chop(1);
     return true;
@@ -194,22 +216,25 @@ bool SimulatedTarget::play(qint64 steps)
 {
     QByteArray answer;
     const QByteArray count = QByteArray::number(steps);
-    return order("run " + count, answer)
-        && (answer == "ran " + count || (m_hasBench && answer.startsWith("ran "))
+    if (m_hasBench)
+        return order("run " + count + '\n', answer)
+            && (answer.startsWith("ran ") || fail("the simulator did not run: " + QString(answer)));
+    const QByteArray bytes = m_stimulus->next(steps);
+    return order("play " + count + ' ' + QByteArray::number(bytes.size()) + '\n' + bytes, answer)
+        && (answer == "ran " + count
             || fail("the simulator did not play the waveform: " + QString(answer)));
 }
 
-bool SimulatedTarget::rewind()
+void SimulatedTarget::rewind()
 {
-    QByteArray answer;
-    return order("rewind", answer)
-        && (answer == "rewound" || fail("the simulator does not rewind: " + QString(answer)));
+    if (m_stimulus)
+        m_stimulus->rewind();
 }
 
 bool SimulatedTarget::look(const QStringList& names, std::vector<Level>& levels)
 {
     QByteArray answer;
-    if (!order("look " + names.join(' ').toUtf8(), answer))
+    if (!order("look " + names.join(' ').toUtf8() + '\n', answer))
         return false;
     if (!answer.startsWith("saw ") || answer.size() != 4 + names.size())
         return fail("the simulator does not read the nets: " + QString(answer));
@@ -219,9 +244,14 @@ bool SimulatedTarget::look(const QStringList& names, std::vector<Level>& levels)
     return true;
 }
 
+QString SimulatedTarget::log() const
+{
+    return m_workDir + (m_isVerilated ? "/verilated.log" : "/vvp.log");
+}
+
 QString SimulatedTarget::printed()
 {
-    QFile log(m_workDir + "/vvp.log");
+    QFile log(this->log());
     if (!log.open(QIODevice::ReadOnly) || !log.seek(m_printed))
         return {};
     const QByteArray text = log.readAll();
@@ -234,7 +264,7 @@ QString SimulatedTarget::printed()
 
 QString SimulatedTarget::lastWords()
 {
-    QFile log(m_workDir + "/vvp.log");
+    QFile log(this->log());
     return log.open(QIODevice::ReadOnly)
         ? QString::fromLocal8Bit(log.readAll().right(500)).trimmed()
         : QString();

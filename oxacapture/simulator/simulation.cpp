@@ -2,8 +2,10 @@
 #include "oxacapture/simulator/simulation.h"
 
 #include "files/fail.h"
-#include "oxacapture/simulator/stimulus_file.h"
+#include "oxacapture/simulator/stimulus.h"
 #include "oxacapture/simulator/target_capture.h"
+#include "oxacapture/simulator/target_player.h"
+#include "oxacapture/simulator/verilator.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/oxa_mode.h"
 #include "oxautils/config/standard_config.h"
@@ -11,6 +13,8 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
+
+#include <limits>
 
 namespace OXA_CAPTURE {
 
@@ -107,8 +111,34 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
         : QList<OXA::AOCore_Lite*>();
 }
 
+/// Decides which simulator is used to play `steps` steps.
+bool chooseSimulator(const Simulation& simulation, qint64 steps, bool& verilated, QString* error)
+{
+    const bool isNetlist = !simulation.netlist.isEmpty();
+    if (isNetlist && simulation.simulator == Simulator::Verilator)
+        return OXA::fail(error,
+            "Verilator has no unknown values, which a netlist needs; simulate it with Icarus");
+    verilated = simulation.simulator == Simulator::Verilator
+        || (simulation.simulator == Simulator::Auto && !isNetlist && steps >= kVerilatorPays
+            && hasVerilator());
+    return true;
+}
+
+bool buildVerilated(const Simulation& simulation, const SimulatedTarget::Design& design,
+    const StimulusPorts& ports, const std::vector<CorePlan>& cores,
+    const std::vector<quint32>& clocksBefore, SimulatedTarget& target, QString* error)
+{
+    const QStringList looked = playerNets(cores);
+    const auto goesOn
+        = [&simulation] { return simulation.progress("compiling with Verilator", 0); };
+    return target.buildVerilated(design, verilatedTestbench(ports, looked),
+               verilatedFrame(looked, clocksBefore), goesOn)
+        || OXA::fail(error, target.error());
+}
+
 bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
-    const Preparation& preparation, SimulatedTarget& target, QString* error)
+    const Preparation& preparation, const Stimulus& stimulus, bool verilated,
+    SimulatedTarget& target, QString* error)
 {
     SimulatedTarget::Design design(simulation.dirs, simulation.arg, simulation.workDir, cores);
     design.netlist = simulation.netlist;
@@ -119,35 +149,91 @@ bool build(const Simulation& simulation, const std::vector<CorePlan>& cores,
                 + QStringList(preparation.clockNames.keys()).join(", ") + ')');
     if (!preparation.clockNames.isEmpty())
         design.arg.configFile = renamedConfiguration(simulation, preparation.clockNames);
+    QString why;
+    if (verilated
+        && buildVerilated(
+            simulation, design, preparation.ports, cores, stimulus.clocksBefore(), target, &why))
+        return true;
+    if (verilated && (why.isEmpty() || simulation.simulator == Simulator::Verilator))
+        return OXA::fail(error, why);
+    if (verilated)
+        simulation.warn("simulated with Icarus, because Verilator cannot be used: " + why);
     const auto goesOn = [&simulation] { return simulation.progress("compiling", 0); };
     return target.build(design, testbench(preparation.ports), goesOn)
         || OXA::fail(error, target.error());
 }
 
-// Clock periods until those cores are at rest that run from power-up on with another trigger
-// position than the configuration's.
-int periodsInFront(const std::vector<CorePlan>& cores)
+/// Builds a target, of whose steps about `toPlay` will be played.
+bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& cores,
+    const SampledWaveform& waveform, int leadIn, qint64 toPlay, SimulatedTarget& target,
+    qint64& steps, QString* error)
 {
-    const bool any = std::any_of(cores.begin(), cores.end(), [](const CorePlan& core) {
+    const QList<OXA::AOCore_Lite*> liteCores = liteCoresOf(simulation.arg.configFile);
+    const Preparation preparation = prepare(cores, liteCores, waveform);
+    qDeleteAll(liteCores);
+    auto stimulus
+        = std::make_unique<Stimulus>(preparation.ports, leadIn, kLeadOut, waveform, cores);
+    steps = stimulus->steps();
+    bool verilated = false;
+    if (!chooseSimulator(simulation, std::min(steps, toPlay), verilated, error)
+        || !simulation.progress("generating", 0)
+        || !build(simulation, cores, preparation, *stimulus, verilated, target, error))
+        return false;
+    target.setStimulus(std::move(stimulus));
+    return true;
+}
+
+// Clock periods until those cores are at rest that run from power-up on with other settings than
+// those of the run.
+int periodsInFront(const Simulation& simulation, const std::vector<CorePlan>& cores)
+{
+    const bool all = !simulation.built.empty();
+    const bool any = std::any_of(cores.begin(), cores.end(), [all](const CorePlan& core) {
         return core.core && core.core->captureInitDataEnabled
-            && core.powerUpPosition != core.setup.triggerPos;
+            && (all || core.powerUpPosition != core.setup.triggerPos);
     });
     return any ? kLeadIn : 0;
 }
 
+// Steps of the waveform after which every core has finished, by the trigger model; any number when
+// one of them does not.
+qint64 expectedSteps(const std::vector<CorePlan>& cores, const SampledWaveform& waveform,
+    const std::vector<ModelRun>& runs)
+{
+    qint64 steps = 0;
+    for (size_t core = 0; core < cores.size(); ++core) {
+        if (runs[core].windows.empty())
+            return std::numeric_limits<qint64>::max();
+        const Window& last = runs[core].windows.back();
+        const qint64 step
+            = stepOfSample(waveform, cores[core].request, last.firstSample + last.samples - 1);
+        steps = std::max(steps, step + 1 + qint64(2) * kLeadOut);
+    }
+    return steps;
+}
+
+const std::vector<CorePlan>& builtCores(
+    const Simulation& simulation, const std::vector<CorePlan>& cores)
+{
+    return simulation.built.empty() ? cores : simulation.built;
+}
+
 bool capture(const Simulation& simulation, const std::vector<CorePlan>& cores,
-    const SampledWaveform& waveform, qint64 steps, SimulatedTarget& target,
+    const SampledWaveform& waveform, qint64 steps, qint64 expected, SimulatedTarget& target,
     std::vector<ModelRun>& runs, QString* error)
 {
-    TargetCapture client(target, cores, waveform);
-    const qint64 leadIn = qint64(2) * periodsInFront(cores);
-    const qint64 leadOut = qint64(2) * kLeadOut;
+    TargetCapture client(target, builtCores(simulation, cores), cores, waveform);
+    PlayedSteps played;
+    played.leadIn = qint64(2) * periodsInFront(simulation, cores);
+    played.leadOut = qint64(2) * kLeadOut;
+    played.waveform = steps - played.leadIn - played.leadOut;
+    played.expected = std::min(expected, played.waveform);
     const auto progress
         = [&simulation](int percent) { return simulation.progress("simulating", percent); };
     bool ok = client.begin(simulation.workDir + "/generated");
     if (ok && !client.namesWarning().isEmpty())
         simulation.warn(client.namesWarning());
-    ok = ok && client.run(leadIn, steps - leadIn - leadOut, leadOut, simulation.forceAt, progress);
+    ok = ok && client.run(played, simulation.forceAt, progress);
     for (size_t core = 0; ok && core < cores.size(); ++core) {
         const std::vector<Window> expected = runs[core].windows;
         ok = simulation.progress("reading out", int(100 * core / cores.size()))
@@ -159,22 +245,11 @@ bool capture(const Simulation& simulation, const std::vector<CorePlan>& cores,
 }
 
 bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& cores,
-    const SampledWaveform& waveform, int leadIn, SimulatedTarget& target, const QString& stimulus,
-    qint64& steps, QString* error)
+    const SampledWaveform& waveform, int leadIn, SimulatedTarget& target, qint64& steps,
+    QString* error)
 {
-    const QList<OXA::AOCore_Lite*> liteCores = liteCoresOf(simulation.arg.configFile);
-    const Preparation preparation = prepare(cores, liteCores, waveform);
-    qDeleteAll(liteCores);
-
-    std::vector<SampleRequest> requests;
-    requests.reserve(cores.size());
-    for (const CorePlan& core : cores)
-        requests.push_back(core.request);
-    if (!simulation.progress("generating", 0)
-        || !build(simulation, cores, preparation, target, error))
-        return false;
-    steps = writeStimulus(stimulus, preparation.ports, leadIn, kLeadOut, waveform, requests, error);
-    return steps >= 0;
+    return buildTarget(simulation, cores, waveform, leadIn, std::numeric_limits<qint64>::max(),
+        target, steps, error);
 }
 
 bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
@@ -182,14 +257,14 @@ bool simulate(const Simulation& simulation, const std::vector<CorePlan>& cores,
 {
     SimulatedTarget target;
     target.setGoesOn(simulation.goesOn);
-    const QString stimulus = simulation.workDir + "/stimulus.txt";
     qint64 steps = 0;
-    if (!buildTarget(
-            simulation, cores, waveform, periodsInFront(cores), target, stimulus, steps, error))
+    const qint64 expected = expectedSteps(cores, waveform, runs);
+    if (!buildTarget(simulation, builtCores(simulation, cores), waveform,
+            periodsInFront(simulation, cores), expected, target, steps, error))
         return false;
-    if (!target.start(stimulus))
+    if (!target.start())
         return OXA::fail(error, target.error());
-    return capture(simulation, cores, waveform, steps, target, runs, error);
+    return capture(simulation, cores, waveform, steps, expected, target, runs, error);
 }
 
 }

@@ -10,25 +10,7 @@ namespace {
 constexpr int kInstructionEr1 = 0x08; // of the simulated target (docs/simulated-target.md)
 constexpr int kInstructionBits = 5;
 constexpr qint64 kStepsAnOrder = 5000; // between two progress reports
-
-/// The step of the stimulus at which each core takes its sample `sample`; none past the last one.
-std::vector<std::pair<qint64, size_t>> stepsOfSample(
-    const SampledWaveform& waveform, const std::vector<CorePlan>& cores, qint64 sample)
-{
-    std::vector<std::pair<qint64, size_t>> steps;
-    std::vector<qint64> taken(cores.size());
-    qint64 step = -1;
-    for (const ClockEdge& edge : waveform.edges) {
-        step += edge.sameTime ? 0 : 1;
-        for (size_t core = 0; core < cores.size(); ++core) {
-            const SampleRequest& request = cores[core].request;
-            if (waveform.clocks.at(edge.clock) == request.clock && edge.level != request.fallingEdge
-                && taken[core]++ == sample)
-                steps.emplace_back(step, core);
-        }
-    }
-    return steps;
-}
+constexpr qint64 kFirstPause = 32; // steps between two checks whether the cores have finished
 
 bool isAt(const SampleTable& samples, const SampleTable& waveform, qint64 first)
 {
@@ -43,10 +25,24 @@ bool isAt(const SampleTable& samples, const SampleTable& waveform, qint64 first)
 
 }
 
-TargetCapture::TargetCapture(
-    SimulatedTarget& target, const std::vector<CorePlan>& cores, const SampledWaveform& waveform)
+qint64 stepOfSample(const SampledWaveform& waveform, const SampleRequest& request, qint64 sample)
+{
+    const int clock = waveform.clocks.indexOf(request.clock);
+    qint64 step = -1;
+    qint64 taken = 0;
+    for (const ClockEdge& edge : waveform.edges) {
+        step += edge.sameTime ? 0 : 1;
+        if (edge.clock == clock && edge.level != request.fallingEdge && taken++ == sample)
+            return step;
+    }
+    return -1;
+}
+
+TargetCapture::TargetCapture(SimulatedTarget& target, const std::vector<CorePlan>& built,
+    const std::vector<CorePlan>& cores, const SampledWaveform& waveform)
     : m_target(target)
     , m_session(target.jtag(), BitString(kInstructionEr1, kInstructionBits))
+    , m_built(built)
     , m_cores(cores)
     , m_waveform(waveform)
 {
@@ -66,9 +62,9 @@ bool TargetCapture::failAt(size_t core, const QString& error)
 bool TargetCapture::begin(const QString& generatedDir)
 {
     BuiltConfiguration built;
-    built.cores = m_cores;
+    built.cores = m_built;
     QString error;
-    if (!generatedFingerprints(generatedDir, m_cores, built.fingerprints, &error))
+    if (!generatedFingerprints(generatedDir, m_built, built.fingerprints, &error))
         return fail(error);
     return (m_session.begin() && m_session.match({built})) || fail(m_session.error());
 }
@@ -81,7 +77,7 @@ bool TargetCapture::play(qint64 steps)
             return fail(m_target.error());
         steps -= now;
         m_played += now;
-        if (m_progress && !m_progress(int(100 * m_played / m_toPlay)))
+        if (m_progress && !m_progress(int(std::min<qint64>(100, 100 * m_played / m_toPlay))))
             return fail({});
     }
     return true;
@@ -99,31 +95,66 @@ bool TargetCapture::arm(qint64 leadIn)
         if (!isArmed || leadIn > 0)
             runs.push_back({core, m_cores[core].setup});
     }
-    return play(leadIn)
-        && (m_session.arm(runs, CaptureSession::Tables::Kept) || fail(m_session.error()));
+    const auto written
+        = &m_built == &m_cores ? CaptureSession::Written::Settings : CaptureSession::Written::All;
+    return play(leadIn) && (m_session.arm(runs, written) || fail(m_session.error()));
 }
 
-bool TargetCapture::run(
-    qint64 leadIn, qint64 steps, qint64 leadOut, qint64 forceAt, const Progress& progress)
+// To a step of the waveform, unless that was played.
+bool TargetCapture::playTo(qint64 step) { return play(m_steps.leadIn + step - m_played); }
+
+bool TargetCapture::haveFinished(bool& finished)
 {
+    finished = true;
+    for (size_t core = 0; finished && core < m_cores.size(); ++core) {
+        CoreProgress progress;
+        if (!m_session.poll(core, progress))
+            return fail(m_session.error());
+        finished = progress.state == CoreProgress::Finished;
+    }
+    return true;
+}
+
+// A check takes as long as hundreds of steps.
+bool TargetCapture::playUntilFinished(bool& finished)
+{
+    finished = false;
+    qint64 pause = kFirstPause;
+    for (qint64 next = m_steps.expected; next < m_steps.waveform && !finished; next += pause) {
+        if (!playTo(next) || !haveFinished(finished))
+            return false;
+        m_toPlay = m_steps.leadIn + m_steps.waveform + m_steps.leadOut;
+        pause *= 2;
+    }
+    return finished || playTo(m_steps.waveform);
+}
+
+bool TargetCapture::run(const PlayedSteps& steps, qint64 forceAt, const Progress& progress)
+{
+    m_steps = steps;
     m_progress = progress;
     m_played = 0;
-    m_toPlay = leadIn + steps + leadOut;
-    if (!arm(leadIn))
+    m_toPlay = steps.leadIn + steps.expected;
+    if (!arm(steps.leadIn))
         return false;
-    for (const auto& [step, core] : stepsOfSample(m_waveform, m_cores, forceAt)) {
-        if (!play(leadIn + step - m_played))
+    std::vector<std::pair<qint64, size_t>> forces;
+    for (size_t core = 0; forceAt >= 0 && core < m_cores.size(); ++core)
+        forces.emplace_back(stepOfSample(m_waveform, m_cores[core].request, forceAt), core);
+    std::sort(forces.begin(), forces.end());
+    for (const auto& [step, core] : forces) {
+        if (step >= 0 && !playTo(step))
             return false;
-        if (!m_session.force(core))
+        if (step >= 0 && !m_session.force(core))
             return fail(m_session.error());
     }
-    if (!play(leadIn + steps - m_played))
+    bool finished = false;
+    if (!playUntilFinished(finished))
         return false;
-    for (size_t core = 0; core < m_cores.size(); ++core) {
+    for (size_t core = 0; !finished && core < m_cores.size(); ++core) {
         if (!m_session.stop(core))
             return fail(m_session.error());
     }
-    return play(leadOut);
+    return finished || play(steps.leadOut);
 }
 
 bool TargetCapture::read(size_t core, const std::vector<Window>& expected, ModelRun& captured)

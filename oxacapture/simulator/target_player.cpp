@@ -3,8 +3,9 @@
 
 #include "oxacapture/simulator/simulation.h"
 
-#include <QElapsedTimer>
 #include <QThread>
+
+#include <algorithm>
 
 namespace OXA_CAPTURE {
 
@@ -12,6 +13,8 @@ namespace {
 
 constexpr qint64 kStepsAnOrder = 400; // between two checks of JTAG
 constexpr int kPause = 20; // ms between two checks of the cores
+constexpr int kShortPause = 1; // ms, when a client has just armed or stopped a core
+constexpr int kClientPause = 1000; // ms after which it takes its time
 constexpr int kArmingPause = 100; // ms in which further cores are armed
 
 // What tells whether a core waits for its sample clock: what JTAG asks for, and how far that
@@ -21,20 +24,27 @@ constexpr const char* kNets[NetCount] = {"arm_tck", "stop_tck", "running", "fini
 
 }
 
+QStringList playerNets(const std::vector<CorePlan>& cores)
+{
+    QStringList nets;
+    for (size_t position = 0; position < cores.size(); ++position) {
+        const QString core = cores[position].lite
+            ? QString("oxa_testbench.u_oxa.u_ao_top")
+            : QString("oxa_testbench.u_oxa.u_la%1_top").arg(position);
+        for (const char* net : kNets)
+            nets += core + '.' + net;
+    }
+    return nets;
+}
+
 TargetPlayer::TargetPlayer(
     SimulatedTarget& target, qint64 steps, bool loop, const std::vector<CorePlan>& cores)
     : m_target(target)
     , m_steps(steps)
     , m_end(steps - qint64(2) * kLeadOut)
     , m_loop(loop)
+    , m_names(playerNets(cores))
 {
-    for (size_t position = 0; position < cores.size(); ++position) {
-        const QString core = cores[position].lite
-            ? QString("oxa_testbench.u_oxa.u_ao_top")
-            : QString("oxa_testbench.u_oxa.u_la%1_top").arg(position);
-        for (const char* net : kNets)
-            m_names += core + '.' + net;
-    }
 }
 
 bool TargetPlayer::look(Cores& cores)
@@ -68,21 +78,29 @@ bool TargetPlayer::step()
     m_playing = m_playing && !now.anew;
     const bool ok = !now.busy || (m_playing ? playOn(now) : begin(now));
     m_playing = m_playing && now.busy;
+    if (now.busy || now.armed != m_before.armed)
+        m_active.start();
     m_before = now;
     if (!m_playing)
-        QThread::msleep(kPause);
+        QThread::msleep(
+            m_active.isValid() && m_active.elapsed() < kClientPause ? kShortPause : kPause);
     return ok;
 }
 
-// Waits until no core is armed.
+// Waits until no further core is armed.
 bool TargetPlayer::begin(const Cores& now)
 {
-    if (now.anew || now.armed != m_before.armed) {
+    const auto isArmed = [](bool armed) { return armed; };
+    const auto count = std::count_if(now.armed.begin(), now.armed.end(), isArmed);
+    const auto before = std::count_if(m_before.armed.begin(), m_before.armed.end(), isArmed);
+    if (size_t(count) < now.armed.size() && (now.anew || count > before)) {
         QThread::msleep(kArmingPause);
         return true;
     }
     m_playing = true;
-    return m_loop || now.stopping || rewind();
+    if (!m_loop && !now.stopping)
+        rewind();
+    return true;
 }
 
 bool TargetPlayer::playOn(const Cores& now)
@@ -92,8 +110,9 @@ bool TargetPlayer::playOn(const Cores& now)
     if (now.stopping && m_at < m_steps)
         return play(m_steps);
     if (now.stopping || m_loop)
-        return rewind();
-    QThread::msleep(kPause);
+        rewind();
+    else
+        QThread::msleep(kPause);
     return true;
 }
 
@@ -110,10 +129,10 @@ bool TargetPlayer::play(qint64 end)
     return true;
 }
 
-bool TargetPlayer::rewind()
+void TargetPlayer::rewind()
 {
     m_at = 0;
-    return m_target.rewind();
+    m_target.rewind();
 }
 
 }

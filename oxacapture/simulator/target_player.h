@@ -5,7 +5,12 @@
 #include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/trigger/core_plan.h"
 
+#include <QElapsedTimer>
+
 namespace OXA_CAPTURE {
+
+/// The nets of `cores` that a player looks at.
+QStringList playerNets(const std::vector<CorePlan>& cores);
 
 /// Plays a waveform to a simulated target that other programs arm.
 ///
@@ -34,12 +39,13 @@ private:
     bool begin(const Cores& now);
     bool playOn(const Cores& now);
     bool play(qint64 end);
-    bool rewind();
+    void rewind();
 
     SimulatedTarget& m_target;
     qint64 m_steps;
     qint64 m_end; // of the waveform
     bool m_loop;
+    QElapsedTimer m_active; // since a core was busy
     QStringList m_names; // of the nets with the cores' states
     Cores m_before;
     bool m_playing = false;

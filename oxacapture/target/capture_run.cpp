@@ -142,7 +142,9 @@ bool CaptureRun::plan(const QList<OXA::AoCore*>& cores, const QList<OXA::AOCore_
 {
     const std::vector<CorePlan> wanted
         = corePlans(cores, liteCores, m_session->build().arg, messages);
-    if (messages.isEmpty() && !fitsHardware(*m_session, wanted, messages) && m_remembered)
+    const std::vector<CorePlan>& built = m_session->build().cores;
+    if (messages.isEmpty() && !fitsHardware(m_session->identities(), built, wanted, messages)
+        && m_remembered)
         messages.append(Message {{},
             QString("the chip was built from %1; %2 is a copy of that file")
                 .arg(m_remembered->text(), m_remembered->configuration)});
@@ -161,7 +163,11 @@ bool CaptureRun::capture(const RunOptions& options, QString* error)
     setGoesOn([this, more = aSecondLonger(goesOn)] { return !isAbandoned() && more(); });
     const QDeadlineTimer deadline = options.timeout > 0 ? QDeadlineTimer(options.timeout)
                                                         : QDeadlineTimer(QDeadlineTimer::Forever);
-    if (start(options) && wait(options, deadline))
+    m_forced.assign(m_runs.size(), {});
+    const bool isArmed = start(options);
+    if (isArmed)
+        armed();
+    if (isArmed && wait(options, deadline))
         return true;
     const QString fault = m_session->error();
     for (const CoreRun& run : m_runs)
@@ -171,9 +177,14 @@ bool CaptureRun::capture(const RunOptions& options, QString* error)
 
 bool CaptureRun::start(const RunOptions& options)
 {
-    return options.powerUp ? std::all_of(m_runs.begin(), m_runs.end(),
-               [this](const CoreRun& run) { return m_session->resume(run.core); })
-                           : m_session->arm(m_runs);
+    const auto each
+        = [this](const auto& begin) { return std::all_of(m_runs.begin(), m_runs.end(), begin); };
+    if (options.powerUp)
+        return each([this](const CoreRun& run) { return m_session->resume(run.core); });
+    if (options.stopOnly)
+        return each([this](const CoreRun& run) { return m_session->takeOver(run); });
+    return m_session->arm(
+        m_runs, options.again ? CaptureSession::Written::Nothing : CaptureSession::Written::All);
 }
 
 bool CaptureRun::wait(const RunOptions& options, const QDeadlineTimer& deadline)
@@ -189,7 +200,7 @@ bool CaptureRun::wait(const RunOptions& options, const QDeadlineTimer& deadline)
         const bool asked = forces() || (options.immediate && first);
         first = false;
         forced = (!asked && !options.immediate) || force(asked);
-        return forced && goesOn() && !deadline.hasExpired();
+        return forced && goesOn() && !options.stopOnly && !deadline.hasExpired();
     });
     return polled && forced;
 }
@@ -210,8 +221,12 @@ bool CaptureRun::force(bool withoutClock)
     for (size_t i = 0; i < m_runs.size(); ++i) {
         const bool waits = m_last[i].state == CoreProgress::Waiting
             || (withoutClock && m_last[i].state == CoreProgress::NoClock);
-        if (waits && !m_session->force(m_runs[i].core))
+        if (!waits)
+            continue;
+        if (!m_session->force(m_runs[i].core))
             return false;
+        if (m_forced[i].empty() || m_forced[i].back() != m_last[i].window)
+            m_forced[i].push_back(m_last[i].window);
     }
     return true;
 }
@@ -222,8 +237,10 @@ std::vector<CoreOutcome> CaptureRun::read()
     const bool wasStopped = !goesOn();
     setGoesOn([this, wasStopped] { return !isAbandoned() && (wasStopped || goesOn()); });
     std::vector<CoreOutcome> outcomes;
-    for (size_t i = 0; i < m_runs.size(); ++i)
+    for (size_t i = 0; i < m_runs.size(); ++i) {
         outcomes.push_back(read(m_runs[i], m_last[i]));
+        outcomes.back().forced = m_forced[i];
+    }
     return outcomes;
 }
 

@@ -28,6 +28,9 @@ struct ChipAddress {
 
 /// How the cores of a run start and end.
 struct RunOptions {
+    bool again = false; ///< like the last run of this object, whose cores have all finished
+    /// Stop runs that are already armed: by another program, or before the link was lost.
+    bool stopOnly = false;
     bool powerUp = false; ///< read their power-up capture, instead of arming them
     bool immediate = false; ///< trigger every window at once
     qint64 timeout = 0; ///< ms until cores that wait are stopped; 0: no limit
@@ -38,6 +41,7 @@ struct CoreOutcome {
     CoreRun run; ///< its settings
     bool finished = false; ///< else the core was stopped
     QString error; ///< why it could not be read; else empty
+    std::vector<qint64> forced; ///< windows whose trigger was forced, counted from 0
     CapturedCore captured; ///< its samples; none with an `error`
 };
 
@@ -62,6 +66,8 @@ public:
     std::function<bool()> isAbandoned = [] { return false; };
     /// Called after each status read of the cores: when it returns true, all that wait trigger.
     std::function<bool()> forces = [] { return false; };
+    /// Called when all cores are armed.
+    std::function<void()> armed = [] {};
     /// Called with the progress of each core that runs, when that changes.
     std::function<void(const QStringList& texts)> progress = [](const QStringList&) {};
 
@@ -123,6 +129,7 @@ private:
     bool m_isOtherFound = false; // an analyzer that is built from no given configuration
     std::vector<CoreRun> m_runs;
     std::vector<CoreProgress> m_last; // of the runs
+    std::vector<std::vector<qint64>> m_forced; // windows of each run
     QStringList m_told;
 };
 

@@ -141,8 +141,7 @@ bool CaptureSession::matchStructure(const std::vector<CorePlan>& cores)
                         .arg(QString::number(m_identities.size()), QString::number(cores.size())));
     for (size_t core = 0; core < cores.size(); ++core) {
         const CorePlan& own = cores[core];
-        const QStringList others = own.core ? differences(m_identities[core], *own.core)
-                                            : differences(m_identities[core], *own.lite);
+        const QStringList others = differences(m_identities[core], identityOf(own, int(core)));
         if (!others.isEmpty())
             return fail(own.name() + ": the target was built from another configuration; it has "
                 + others.join(", "));
@@ -194,14 +193,14 @@ bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
     return failAt(core, "its expressions are static: other expressions need another netlist");
 }
 
-bool CaptureSession::arm(const std::vector<CoreRun>& runs, Tables tables)
+bool CaptureSession::arm(const std::vector<CoreRun>& runs, Written written)
 {
     for (const CoreRun& run : runs) {
         if (!m_identities[run.core].lite && !checkLevels(run.core, run.setup))
             return false;
     }
     for (const CoreRun& run : runs) {
-        if (!prepare(run, tables))
+        if (!prepare(run, written))
             return false;
     }
     for (const CoreRun& run : runs) {
@@ -214,21 +213,21 @@ bool CaptureSession::arm(const std::vector<CoreRun>& runs, Tables tables)
 }
 
 // Stops the core, waits until it is at rest, and writes its settings.
-bool CaptureSession::prepare(const CoreRun& run, Tables tables)
+bool CaptureSession::prepare(const CoreRun& run, Written written)
 {
     const CoreIdentity& identity = m_identities[run.core];
     CoreStatus status;
-    if (!stop(run.core) || !settle(run.core, status))
+    if ((written != Written::Nothing && !stop(run.core)) || !settle(run.core, status))
         return false;
     if (!failUnlessAtRest(run.core, status))
         return false;
     if (status.armed || status.running)
         return failAt(run.core, "it does not end its previous run");
     m_before[run.core] = status;
-    if (identity.lite)
+    if (identity.lite || written == Written::Nothing)
         return true;
     if (!m_client.writeSettings(identity, run.setup)
-        || (tables == Tables::Written && identity.dynamic && identity.expressions > 0
+        || (written == Written::All && identity.dynamic && identity.expressions > 0
             && !m_client.writeTables(identity, run.setup)))
         return fail(m_client.error());
     m_setups[run.core] = run.setup;
@@ -251,6 +250,16 @@ bool CaptureSession::adopt(size_t core)
     m_setups[core] = own.setup;
     m_setups[core].triggerPos = own.powerUpPosition;
     return true;
+}
+
+bool CaptureSession::takeOver(const CoreRun& run)
+{
+    CoreStatus status;
+    m_begun[run.core] = false;
+    m_ticked[run.core].invalidate();
+    m_setups[run.core] = run.setup;
+    return readStatus(run.core, status)
+        && (status.armed || failAt(run.core, "it is not armed, so there is no run to stop"));
 }
 
 bool CaptureSession::resume(size_t core)

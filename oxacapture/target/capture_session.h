@@ -86,13 +86,17 @@ public:
     /// The warning about cores without sums of names; empty when all have them.
     QString namesWarning() const;
 
-    /// Whether dynamic expressions are written when a core is armed. Writing them takes long; they
-    /// can be kept when no others were written since power-up.
-    enum class Tables { Written, Kept };
+    /// What is written when a core is armed.
+    enum class Written {
+        All,
+        /// Not the dynamic expressions, which take long: when none were written since power-up.
+        Settings,
+        Nothing, ///< for another run like the last one, which has been read
+    };
 
     /// Stops the cores, writes their settings, and then arms one after the other. False, and
     /// nothing armed, when a core is not built for its setup.
-    bool arm(const std::vector<CoreRun>& runs, Tables tables = Tables::Written);
+    bool arm(const std::vector<CoreRun>& runs, Written written = Written::All);
 
     /// Continues the power-up capture of a core, with the settings and the `powerUpPosition` that
     /// it was built with; arms the core when there is none.
@@ -100,6 +104,10 @@ public:
 
     /// The same, but false when the core's power-up capture was ended.
     bool resume(size_t core);
+
+    /// Continues a run of a core that was armed before this session, with the settings of `run`;
+    /// false when it is not armed.
+    bool takeOver(const CoreRun& run);
 
     /// What a core that was armed is doing; false also when it is no longer armed.
     bool poll(size_t core, CoreProgress& progress);
@@ -133,7 +141,7 @@ private:
     bool matchStructure(const std::vector<CorePlan>& cores);
     bool matchNames(const std::vector<CorePlan>& cores);
     bool checkLevels(size_t core, const TriggerSetup& setup);
-    bool prepare(const CoreRun& run, Tables tables);
+    bool prepare(const CoreRun& run, Written written);
     bool readStatus(size_t core, CoreStatus& status);
     bool settle(size_t core, CoreStatus& status);
     bool failUnlessAtRest(size_t core, const CoreStatus& status);

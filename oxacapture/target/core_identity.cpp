@@ -4,6 +4,8 @@
 #include "files/fail.h"
 #include "oxautils/model/limits.h"
 
+#include <algorithm>
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -60,7 +62,14 @@ public:
     QStringList texts;
 };
 
+QString kindName(bool lite) { return lite ? "a Lite core" : "a Standard core"; }
+
 QString edgeName(bool falling) { return falling ? "falling edges" : "rising edges"; }
+
+QString expressionsName(bool dynamic)
+{
+    return dynamic ? "dynamic expressions" : "static expressions";
+}
 
 template <typename Entry> QStringList numbersOf(const std::vector<Entry>& entries, const char* name)
 {
@@ -75,63 +84,65 @@ QString listText(const QStringList& list, const QString& what)
     return list.isEmpty() ? "no " + what : what + ' ' + list.join(' ');
 }
 
-QString unitText(int number, int port)
+QString unitText(const CoreIdentity::Unit& unit)
 {
-    return QString("M%1 at T%2").arg(QString::number(number), QString::number(port));
+    return QString("M%1 at T%2").arg(QString::number(unit.number), QString::number(unit.port));
 }
 
-QString unitText(int number, int port, OXA::MatchType type, int counterBits)
+QString wholeText(const CoreIdentity::Unit& unit)
 {
     return QString("M%1 of type \"%2\" at T%3, counter of %4 bits")
-        .arg(QString::number(number), OXA::type2string(type), QString::number(port),
-            QString::number(counterBits));
+        .arg(QString::number(unit.number), OXA::type2string(unit.matchType),
+            QString::number(unit.port), QString::number(unit.counterBits));
 }
 
-void comparePorts(const CoreIdentity& identity, const OXA::AoCore& core, Comparison& comparison)
+template <typename Entry> const Entry* entryOf(const std::vector<Entry>& entries, int number)
 {
-    QStringList wanted;
+    const auto found = std::find_if(entries.begin(), entries.end(),
+        [number](const Entry& entry) { return entry.number == number; });
+    return found == entries.end() ? nullptr : &*found;
+}
+
+void comparePorts(const CoreIdentity& is, const CoreIdentity& wanted, Comparison& comparison)
+{
+    comparison.text(listText(numbersOf(is.ports, "T"), "trigger ports"),
+        listText(numbersOf(wanted.ports, "T"), "trigger ports"));
+    for (const CoreIdentity::Port& port : is.ports) {
+        if (const CoreIdentity::Port* other = entryOf(wanted.ports, port.number))
+            comparison.number(
+                port.signalCount, other->signalCount, QString("signals of T%1").arg(port.number));
+    }
+}
+
+void compareUnits(
+    const CoreIdentity& is, const CoreIdentity& wanted, Compared compared, Comparison& comparison)
+{
+    comparison.text(listText(numbersOf(is.units, "M"), "match units"),
+        listText(numbersOf(wanted.units, "M"), "match units"));
+    for (const CoreIdentity::Unit& unit : is.units) {
+        const CoreIdentity::Unit* other = entryOf(wanted.units, unit.number);
+        if (other && compared == Compared::Fixed)
+            comparison.text(unitText(unit), unitText(*other));
+        else if (other)
+            comparison.text(wholeText(unit), wholeText(*other));
+    }
+}
+
+// What only a Standard core has.
+void setIdentity(const OXA::AoCore& core, CoreIdentity& identity)
+{
+    identity.armedAtPowerUp = core.captureInitDataEnabled;
+    identity.dynamic = core.expressionType == OXA::DynamicExpressions;
+    identity.expressions = int(core.expressions.size());
+    identity.depth = core.storageDepth;
+    identity.mostWindows = qint64(1) << bitsToCount(core.windowNum);
     for (const OXA::TriggerPort* port : core.availableTriggers())
-        wanted += QString("T%1").arg(port->index);
-    comparison.text(listText(numbersOf(identity.ports, "T"), "trigger ports"),
-        listText(wanted, "trigger ports"));
-    for (const CoreIdentity::Port& port : identity.ports) {
-        if (const OXA::TriggerPort* own = core.getTrigger(port.number))
-            comparison.number(port.signalCount, own->singleSignals().size(),
-                QString("signals of T%1").arg(port.number));
+        identity.ports.push_back({port->index, int(port->singleSignals().size())});
+    for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
+        const int port = unit->trigger ? unit->trigger->index : -1;
+        identity.units.push_back(
+            {unit->index, port, unit->matchType, unit->counterEnable ? unit->counterWidth : 0});
     }
-}
-
-void compareUnits(const CoreIdentity& identity, const OXA::AoCore& core, Compared compared,
-    Comparison& comparison)
-{
-    QStringList wanted;
-    for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
-        wanted += QString("M%1").arg(unit->index);
-    comparison.text(
-        listText(numbersOf(identity.units, "M"), "match units"), listText(wanted, "match units"));
-    for (const CoreIdentity::Unit& unit : identity.units) {
-        const OXA::MatchUnit* own = core.matchUnit(unit.number);
-        if (!own || !own->enabled || !own->trigger)
-            continue;
-        if (compared == Compared::Fixed)
-            comparison.text(
-                unitText(unit.number, unit.port), unitText(own->index, own->trigger->index));
-        else
-            comparison.text(unitText(unit.number, unit.port, unit.matchType, unit.counterBits),
-                unitText(own->index, own->trigger->index, own->matchType,
-                    own->counterEnable ? own->counterWidth : 0));
-    }
-}
-
-// Properties of every core.
-template <typename Core>
-void compareCapture(const CoreIdentity& identity, const Core& core, const char* kind, qint64 depth,
-    Comparison& comparison)
-{
-    comparison.text(identity.lite ? "a Lite core" : "a Standard core", kind);
-    comparison.text(edgeName(identity.fallingEdge), edgeName(sampleRequest(core).fallingEdge));
-    comparison.number(identity.signalCount, core.dataSignals().size(), "data signals");
-    comparison.number(identity.depth, depth, "words of memory");
 }
 
 // Why `bits` are not the identity of a core that this program knows; empty when they are.
@@ -153,6 +164,14 @@ QString complaint(const BitString& bits)
     return {};
 }
 
+}
+
+int bitsToCount(qint64 count)
+{
+    int bits = 0;
+    while (qint64(1) << bits < count)
+        ++bits;
+    return bits;
 }
 
 int identityBits(const BitString& head)
@@ -186,24 +205,37 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     return true;
 }
 
-QStringList differences(const CoreIdentity& identity, const OXA::AoCore& core, Compared compared)
+CoreIdentity identityOf(const CorePlan& core, int position)
 {
-    Comparison comparison;
-    compareCapture(identity, core, "a Standard core", core.storageDepth, comparison);
-    comparison.text(identity.dynamic ? "dynamic expressions" : "static expressions",
-        core.expressionType == OXA::DynamicExpressions ? "dynamic expressions"
-                                                       : "static expressions");
-    comparePorts(identity, core, comparison);
-    compareUnits(identity, core, compared, comparison);
-    if (compared == Compared::All)
-        comparison.number(identity.expressions, core.expressions.size(), "expressions");
-    return comparison.texts;
+    CoreIdentity identity;
+    identity.position = position;
+    identity.fallingEdge = core.request.fallingEdge;
+    identity.signalCount = int(core.request.fields.front().size());
+    identity.lite = core.lite != nullptr;
+    if (identity.lite) {
+        identity.armedAtPowerUp = core.lite->captureInitDataEnabled;
+        identity.depth = core.lite->captureAmount;
+    } else {
+        setIdentity(*core.core, identity);
+    }
+    identity.addressBits = std::max(bitsToCount(identity.depth), 1);
+    return identity;
 }
 
-QStringList differences(const CoreIdentity& identity, const OXA::AOCore_Lite& core)
+QStringList differences(const CoreIdentity& is, const CoreIdentity& wanted, Compared compared)
 {
     Comparison comparison;
-    compareCapture(identity, core, "a Lite core", core.captureAmount, comparison);
+    comparison.text(kindName(is.lite), kindName(wanted.lite));
+    comparison.text(edgeName(is.fallingEdge), edgeName(wanted.fallingEdge));
+    comparison.number(is.signalCount, wanted.signalCount, "data signals");
+    comparison.number(is.depth, wanted.depth, "words of memory");
+    if (is.lite || wanted.lite)
+        return comparison.texts;
+    comparison.text(expressionsName(is.dynamic), expressionsName(wanted.dynamic));
+    comparePorts(is, wanted, comparison);
+    compareUnits(is, wanted, compared, comparison);
+    if (compared == Compared::All)
+        comparison.number(is.expressions, wanted.expressions, "expressions");
     return comparison.texts;
 }
 

@@ -3,7 +3,7 @@
 #define OXACAPTURE_TARGET_CORE_IDENTITY_H
 
 #include "oxacapture/target/bit_string.h"
-#include "oxacapture/trigger/trigger_setup.h"
+#include "oxacapture/trigger/core_plan.h"
 
 #include <QStringList>
 
@@ -41,6 +41,9 @@ struct CoreIdentity {
     int wordBits() const { return lite ? signalCount : signalCount + 1; }
 };
 
+/// Bits of a number from 0 to `count` - 1.
+int bitsToCount(qint64 count);
+
 /// Bits of the identity register that every core has.
 constexpr int kIdentityHeadBits = 192;
 /// Bits of the whole register, found from these.
@@ -51,18 +54,18 @@ OXACAPTURE_EXPORT int identityBits(const BitString& head);
 OXACAPTURE_EXPORT bool parseIdentity(
     const BitString& bits, int position, CoreIdentity& identity, QString* error);
 
+/// The identity of `core` when it is built at `position` of the wrapper.
+OXACAPTURE_EXPORT CoreIdentity identityOf(const CorePlan& core, int position);
+
 /// What of a core is compared.
 enum class Compared {
     All,
     Fixed, ///< what no settings (`settingsFaults`) and no tables can change
 };
 
-/// How a target's core differs from `core`: "8 data signals instead of 9".
+/// How the core in a target differs from the `wanted` one: "8 data signals instead of 9".
 OXACAPTURE_EXPORT QStringList differences(
-    const CoreIdentity& identity, const OXA::AoCore& core, Compared compared = Compared::All);
-/// The same for a Lite core.
-OXACAPTURE_EXPORT QStringList differences(
-    const CoreIdentity& identity, const OXA::AOCore_Lite& core);
+    const CoreIdentity& is, const CoreIdentity& wanted, Compared compared = Compared::All);
 
 }
 

@@ -62,12 +62,10 @@ QString complaint(const CoreIdentity& identity, const CorePlan& built, const Cor
         return "in the chip it is of the other kind";
     QStringList others = otherWires(built, wanted);
     QStringList faults;
+    others += differences(identity, identityOf(wanted, identity.position), Compared::Fixed);
     if (wanted.core) {
-        others += differences(identity, *wanted.core, Compared::Fixed)
-            + otherExpressions(built, wanted);
+        others += otherExpressions(built, wanted);
         faults = settingsFaults(identity, wanted.setup);
-    } else {
-        others += differences(identity, *wanted.lite);
     }
     if (!others.isEmpty())
         faults.prepend("in the chip it has " + others.join(", "));
@@ -76,10 +74,9 @@ QString complaint(const CoreIdentity& identity, const CorePlan& built, const Cor
 
 }
 
-bool fitsHardware(
-    const CaptureSession& session, const std::vector<CorePlan>& wanted, Messages& messages)
+bool fitsHardware(const std::vector<CoreIdentity>& identities, const std::vector<CorePlan>& built,
+    const std::vector<CorePlan>& wanted, Messages& messages)
 {
-    const std::vector<CorePlan>& built = session.build().cores;
     if (wanted.size() != built.size()) {
         messages.append(Message {{},
             QString("the chip has %1 cores, the configuration %2: generate and synthesize it")
@@ -87,7 +84,7 @@ bool fitsHardware(
         return false;
     }
     for (size_t place = 0; place < wanted.size(); ++place) {
-        const QString fault = complaint(session.identities()[place], built[place], wanted[place]);
+        const QString fault = complaint(identities[place], built[place], wanted[place]);
         if (!fault.isEmpty())
             messages.append(Message {{},
                 QString("%1 cannot be changed so without synthesis: %2")

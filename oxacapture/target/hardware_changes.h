@@ -2,14 +2,15 @@
 #ifndef OXACAPTURE_TARGET_HARDWARE_CHANGES_H
 #define OXACAPTURE_TARGET_HARDWARE_CHANGES_H
 
-#include "oxacapture/target/capture_session.h"
+#include "oxacapture/target/core_identity.h"
+#include "oxacapture/trigger/core_plan.h"
 
 namespace OXA_CAPTURE {
 
-/// Whether the chip of `session` can run as `wanted`. Adds what needs another synthesis to
-/// `messages`.
-bool fitsHardware(
-    const CaptureSession& session, const std::vector<CorePlan>& wanted, Messages& messages);
+/// Whether cores with these `identities`, built as `built`, can run as `wanted`. Adds what needs
+/// another synthesis to `messages`.
+OXACAPTURE_EXPORT bool fitsHardware(const std::vector<CoreIdentity>& identities,
+    const std::vector<CorePlan>& built, const std::vector<CorePlan>& wanted, Messages& messages);
 
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/openocd_link.h"
 
+#include <QDeadlineTimer>
 #include <QRandomGenerator>
 
 namespace OXA_CAPTURE {
@@ -20,6 +21,8 @@ constexpr int kFieldBits = 256;
 constexpr int kLongZeros = 64;
 
 constexpr int kUsualScanBits = 255; // of adapters that cut long scans off
+
+constexpr int kReleaseTime = 1000; // ms
 
 // The parts of a scan but the last one: how many times a part of so many bits with this value.
 constexpr char kParts[] = R"(set oxautils_bits {}
@@ -116,6 +119,9 @@ OpenOcdLink::OpenOcdLink()
 
 OpenOcdLink::~OpenOcdLink()
 {
+    // Also after a stop, but not for long.
+    const QDeadlineTimer deadline(kReleaseTime);
+    m_socket.setGoesOn([deadline] { return !deadline.hasExpired(); });
     if (m_owns && m_socket.isConnected())
         run(ours(kRelease));
 }

@@ -11,15 +11,22 @@ namespace {
 
 constexpr int kFunctionBits = 3;
 
-int bitsToCount(qint64 count)
+bool isBasic(OXA::MatchType type) { return OXA::optionalFunctions(type).size() == 2; }
+
+// "==", "!=": those that the type has.
+QString functionsText(OXA::MatchType type)
 {
-    int bits = 0;
-    while (qint64(1) << bits < count)
-        ++bits;
-    return bits;
+    QStringList functions;
+    for (const int function : OXA::optionalFunctions(type))
+        functions += QString("\"%1\"").arg(OXA::func2string(OXA::MatchFunc(function)));
+    return functions.join(", ");
 }
 
-bool isBasic(OXA::MatchType type) { return OXA::optionalFunctions(type).size() == 2; }
+QString counterText(const CoreIdentity::Unit& unit)
+{
+    return unit.counterBits == 0 ? QString("it has no counter")
+                                 : QString("only to %1").arg(qint64(1) << unit.counterBits);
+}
 
 void appendWords(BitString& bits, const std::vector<quint64>& words, int width)
 {
@@ -53,15 +60,17 @@ QString complaint(const CoreIdentity::Unit& unit, int width, const UnitSetup& se
     if (setup.index != unit.number)
         return name + " has no setting";
     if (!OXA::optionalFunctions(unit.matchType).contains(setup.func))
-        return name + " does not have the function \"" + OXA::func2string(setup.func) + '"';
+        return QString("%1 does not have the function \"%2\", only %3")
+            .arg(name, OXA::func2string(setup.func), functionsText(unit.matchType));
     const bool usesEdges
         = std::any_of(setup.m2.begin(), setup.m2.end(), [](quint64 word) { return word != 0; });
     if (usesEdges && !OXA::matchTypeHasEdges(unit.matchType))
-        return name + " does not detect edges";
+        return name + " does not detect edges, only 0, 1 and X";
     if (int(setup.m0.size()) != (width + 63) / 64)
         return name + " compares values of another width";
     if (setup.counter > 0 && (unit.counterBits == 0 || setup.counter > 1ll << unit.counterBits))
-        return QString("%1 does not count to %2").arg(name, QString::number(setup.counter));
+        return QString("%1 does not count to %2, %3")
+            .arg(name, QString::number(setup.counter), counterText(unit));
     return {};
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/vcd_declarations.h"
 
+#include "oxacapture/files/time_unit.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -10,6 +12,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kMostBits = 1 << 18; // of one variable
+constexpr qint64 kMostText = qint64(1) << 30; // a small compressed file may declare more
 constexpr size_t kShortId = 3; // characters: a table of 94^3 places at most
 
 const char* const kKindsWithoutBits[] = {"real", "realtime", "event", "string", "shortreal"};
@@ -120,6 +123,8 @@ bool VcdDeclarations::read(VcdWords& words)
             return words.skipToEnd(word);
         if (!readSection(words, word))
             return false;
+        if (words.position() > kMostText)
+            return words.fail("more than 1 GiB of declarations");
     }
     return words.failAtEnd("before $enddefinitions");
 }
@@ -130,12 +135,44 @@ bool VcdDeclarations::readSection(VcdWords& words, std::string_view keyword)
         return readScope(words);
     if (keyword == "$var")
         return readVariable(words);
+    if (keyword == "$timescale")
+        return readTimescale(words);
+    if (keyword == "$version")
+        return readVersion(words);
     if (keyword != "$upscope")
-        return words.skipToEnd(keyword); // $date, $timescale, and extensions
+        return words.skipToEnd(keyword); // $date, and extensions
     if (m_open < 0)
         return words.fail("$upscope without an open scope");
     m_open = scopes[size_t(m_open)].parent;
     return words.skipToEnd(keyword);
+}
+
+bool VcdDeclarations::readVersion(VcdWords& words)
+{
+    std::vector<std::string> parts;
+    if (!words.untilEnd("$version", parts))
+        return false;
+    version.clear();
+    for (const std::string& part : parts)
+        version += (version.empty() ? "" : " ") + part;
+    return true;
+}
+
+// "10ns" or "10 ns"; without one of these, times have no unit.
+bool VcdDeclarations::readTimescale(VcdWords& words)
+{
+    std::vector<std::string> parts;
+    if (!words.untilEnd("$timescale", parts))
+        return false;
+    std::string text;
+    for (const std::string& part : parts)
+        text += part;
+    for (int exponent = kLeastTimeExponent; exponent <= kMostTimeExponent; ++exponent) {
+        const QByteArray known = timescaleText(exponent);
+        if (text == QByteArray(known).remove(known.indexOf(' '), 1).toStdString())
+            timeExponent = exponent;
+    }
+    return true;
 }
 
 bool VcdDeclarations::readScope(VcdWords& words)

@@ -5,6 +5,7 @@
 #include "oxacapture/waveform/vcd_reader.h"
 #include "oxacapture/waveform/vcd_words.h"
 
+#include <optional>
 #include <unordered_map>
 
 namespace OXA_CAPTURE {
@@ -34,11 +35,15 @@ public:
     std::vector<VcdScope> scopes;
     VcdCodes codes;
     std::vector<int> codeWidths; ///< 0 for a code without bits
+    std::string version; ///< the words of $version
+    std::optional<int> timeExponent; ///< a time unit is 10 to the power of this, in seconds
 
 private:
     bool readSection(VcdWords& words, std::string_view keyword);
     bool readScope(VcdWords& words);
     bool readVariable(VcdWords& words);
+    bool readTimescale(VcdWords& words);
+    bool readVersion(VcdWords& words);
 
     int m_open = -1; ///< the innermost scope open now
 };

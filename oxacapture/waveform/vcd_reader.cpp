@@ -9,6 +9,9 @@ namespace OXA_CAPTURE {
 
 namespace {
 
+constexpr qint64 kReportedText = 1 << 20; // bytes, when their percentage is not known
+constexpr qint64 kLook = 1 << 14; // bytes between two looks at the percentage, a call of the system
+
 // The meaning of a value's character: '0', '1', 'x' or 'z', or NUL for none. Includes upper case
 // and the other states of VHDL's std_logic.
 constexpr char kMeanings[][2] = {
@@ -69,6 +72,8 @@ struct VcdReader::Private {
     VcdSink* sink = nullptr;
     Progress progress;
     int percent = 0;
+    qint64 reported = 0; // position in the text
+    qint64 looked = 0; // the same at the last look
     std::string bits;
     quint64 time = 0;
 };
@@ -85,6 +90,10 @@ bool VcdReader::readHeader() { return d->words.open() && d->declarations.read(d-
 const std::vector<VcdVariable>& VcdReader::variables() const { return d->declarations.variables; }
 
 const std::vector<VcdScope>& VcdReader::scopes() const { return d->declarations.scopes; }
+
+std::optional<int> VcdReader::timeExponent() const { return d->declarations.timeExponent; }
+
+const std::string& VcdReader::version() const { return d->declarations.version; }
 
 std::string VcdReader::fullName(const VcdVariable& variable) const
 {
@@ -147,10 +156,15 @@ bool VcdReader::Private::readTime(std::string_view word)
 
 bool VcdReader::Private::reportProgress()
 {
-    const int now = progress ? words.percentRead() : 0;
-    if (now == percent)
+    if (!progress || words.position() - looked < kLook)
+        return true;
+    looked = words.position();
+    const int now = words.percentRead();
+    const bool isMore = looked - reported >= kReportedText;
+    if (now == percent && !isMore)
         return true;
     percent = now;
+    reported = looked;
     return progress(now);
 }
 

@@ -7,6 +7,7 @@
 #include "oxacapture/progress.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,13 +45,15 @@ public:
 };
 
 /// Reads a value change dump (IEEE 1364) in one pass; memory depends on its declarations, not on
-/// its changes.
+/// its changes. The file may be compressed by gzip; FST files and sigrok sessions are read through
+/// the installed programs fst2vcd and sigrok-cli.
 ///
 /// Reals, events and strings are skipped. What the format does not allow is an error with its line;
 /// a file that was truncated between two changes looks like a complete one.
 class OXACAPTURE_EXPORT VcdReader {
 public:
-    explicit VcdReader(const QString& path); ///< opens it in `readHeader`
+    /// The file is opened in `readHeader`; "-" is the standard input.
+    explicit VcdReader(const QString& path);
     ~VcdReader();
 
     /// Reads the declarations; false when that fails, and `message()` has the reason.
@@ -58,6 +61,13 @@ public:
 
     const std::vector<VcdVariable>& variables() const; ///< after `readHeader`, as declared
     const std::vector<VcdScope>& scopes() const; ///< after `readHeader`, as declared
+
+    /// After `readHeader`: a unit of times is 10 to the power of this in seconds, as -9 for ns;
+    /// none when the waveform does not say it.
+    std::optional<int> timeExponent() const;
+
+    /// After `readHeader`: what the waveform says of the program that wrote it.
+    const std::string& version() const;
 
     /// The full name of a variable: its scopes and its own name, joined by dots. Scopes may be
     /// nested deeply, so full names of all variables may take far more memory than the file.

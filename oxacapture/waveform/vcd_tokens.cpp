@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/vcd_tokens.h"
 
-#include <QIODevice>
+#include "oxacapture/waveform/waveform_input.h"
 
 #include <cstring>
 
@@ -15,8 +15,8 @@ bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 
 }
 
-VcdTokens::VcdTokens(QIODevice& device)
-    : m_device(device)
+VcdTokens::VcdTokens(WaveformInput& input)
+    : m_input(input)
     , m_buffer(kBufferSize)
 {
 }
@@ -63,7 +63,7 @@ bool VcdTokens::refill()
     m_at -= m_start;
     m_start = 0;
     m_end = kept;
-    const qint64 got = m_device.read(m_buffer.data() + kept, qint64(m_buffer.size() - kept));
+    const qint64 got = m_input.read(m_buffer.data() + kept, qint64(m_buffer.size() - kept));
     m_failed = got < 0;
     if (got <= 0)
         return false;

@@ -7,14 +7,14 @@
 #include <string_view>
 #include <vector>
 
-class QIODevice;
-
 namespace OXA_CAPTURE {
+
+class WaveformInput;
 
 /// The words of a text, one after the other, in memory that does not grow with the text.
 class VcdTokens {
 public:
-    explicit VcdTokens(QIODevice& device);
+    explicit VcdTokens(WaveformInput& input);
 
     /// The next word, valid until the next call. False at the end of the text, after a read error
     /// and before a word too long to be one.
@@ -29,7 +29,7 @@ private:
     bool skipBlanks();
     bool refill();
 
-    QIODevice& m_device;
+    WaveformInput& m_input;
     std::vector<char> m_buffer;
     size_t m_start = 0; ///< of the word being read
     size_t m_at = 0;

@@ -6,6 +6,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr size_t kShownLength = 40;
+constexpr qint64 kLongestSection = 1 << 24; // bytes
 
 }
 
@@ -19,16 +20,16 @@ QString quotedWord(std::string_view word)
 
 VcdWords::VcdWords(const QString& path)
     : m_path(path)
-    , m_file(path)
-    , m_tokens(m_file)
+    , m_input(path)
+    , m_tokens(m_input)
 {
 }
 
 bool VcdWords::open()
 {
-    if (m_file.open(QIODevice::ReadOnly))
+    if (m_input.open())
         return true;
-    message = {m_path, "cannot be read: " + m_file.errorString()};
+    message = {m_path, m_input.error()};
     return false;
 }
 
@@ -39,7 +40,7 @@ bool VcdWords::next(std::string_view& word)
     if (m_tokens.overlong())
         fail("a word is too long for a value change dump");
     else if (m_tokens.failed())
-        fail("cannot be read further: " + m_file.errorString());
+        fail(m_input.error());
     return false;
 }
 
@@ -48,7 +49,10 @@ bool VcdWords::untilEnd(std::string_view section, std::vector<std::string>& word
     words.clear();
     std::string_view word;
     const std::string name(section); // the next word invalidates the view
+    const qint64 start = position();
     while (next(word)) {
+        if (isTooLong(start, name))
+            return false;
         if (word == "$end")
             return true;
         words.emplace_back(word);
@@ -60,11 +64,20 @@ bool VcdWords::skipToEnd(std::string_view section)
 {
     std::string_view word;
     const std::string name(section);
+    const qint64 start = position();
     while (next(word)) {
+        if (isTooLong(start, name))
+            return false;
         if (word == "$end")
             return true;
     }
     return failAtEnd("inside " + QString::fromStdString(name));
+}
+
+bool VcdWords::isTooLong(qint64 start, const std::string& section)
+{
+    return position() - start > kLongestSection
+        && !fail(QString::fromStdString(section) + " has no $end within 16 MiB");
 }
 
 bool VcdWords::fail(const QString& text)
@@ -78,9 +91,6 @@ bool VcdWords::failAtEnd(const QString& where)
     return message.text.isEmpty() ? fail("the file ends " + where) : false;
 }
 
-int VcdWords::percentRead() const
-{
-    return m_file.size() > 0 ? int(100 * m_tokens.position() / m_file.size()) : 0;
-}
+int VcdWords::percentRead() const { return m_input.percentRead(m_tokens.position()); }
 
 }

@@ -4,8 +4,7 @@
 
 #include "oxacapture/message.h"
 #include "oxacapture/waveform/vcd_tokens.h"
-
-#include <QFile>
+#include "oxacapture/waveform/waveform_input.h"
 
 #include <string>
 
@@ -22,7 +21,8 @@ public:
     /// The next word; false at the end of the file too, which is no error: `message` has no text.
     bool next(std::string_view& word);
 
-    /// The words before the next "$end", of the section that began with `section`.
+    /// The words before the next "$end", of the section that began with `section`. A section has
+    /// at most 16 MiB.
     bool untilEnd(std::string_view section, std::vector<std::string>& words);
     bool skipToEnd(std::string_view section);
 
@@ -30,12 +30,15 @@ public:
     bool failAtEnd(const QString& where);
 
     int percentRead() const;
+    qint64 position() const { return m_tokens.position(); } ///< bytes of the text that are read
 
     Message message;
 
 private:
+    bool isTooLong(qint64 start, const std::string& section);
+
     QString m_path;
-    QFile m_file;
+    WaveformInput m_input;
     VcdTokens m_tokens;
 };
 

@@ -8,8 +8,9 @@
 
 namespace OXA_CAPTURE {
 
-/// The signals that the value change dump `path` declares, as those of a design; bits that are
-/// declared one by one become one signal. False when it cannot be read, with a line in `error`.
+/// The signals that the waveform `path`, of any kind that `VcdReader` reads, declares, as those of
+/// a design; bits that are declared one by one become one signal. False when it cannot be read,
+/// with a line in `error`.
 OXACAPTURE_EXPORT bool readWaveformSignals(
     const QString& path, OXA::Design& design, QString* error);
 

@@ -58,8 +58,8 @@ private:
     int planClock(const QString& name);
     Slot& slotOf(int code);
     WaveformBit find(const QString& name);
-    void seeClock(int clock, char level, bool& firstEdge);
-    void takeSamples(const ClockEdge& edge);
+    void seeClock(int clock, char level, quint64 time, bool& firstEdge);
+    void takeSamples(const ClockEdge& edge, quint64 time);
     void settle(Slot& slot);
 
     const VcdReader& m_waveform;
@@ -89,6 +89,7 @@ void Sampler::planCore(int core, const SampleRequest& request)
     for (const QStringList& names : request.fields)
         widths.push_back(names.size());
     m_result.cores.emplace_back(SampleLayout(widths));
+    m_result.times.emplace_back();
     const SampleLayout& layout = m_result.cores.back().layout();
     m_cores.push_back({planClock(request.clock), !request.fallingEdge,
         std::vector<quint64>(size_t(layout.rowWords()))});
@@ -148,19 +149,19 @@ void Sampler::change(int slot, std::string_view bits)
     changed.changed = true;
 }
 
-void Sampler::endOfTime(quint64)
+void Sampler::endOfTime(quint64 time)
 {
     bool firstEdge = true;
     for (const int slot : m_changed) {
         for (const ClockUse& use : m_slots[size_t(slot)].clocks)
-            seeClock(use.clock, m_slots[size_t(slot)].next[size_t(use.bit)], firstEdge);
+            seeClock(use.clock, m_slots[size_t(slot)].next[size_t(use.bit)], time, firstEdge);
     }
     for (const int slot : m_changed)
         settle(m_slots[size_t(slot)]);
     m_changed.clear();
 }
 
-void Sampler::seeClock(int clock, char level, bool& firstEdge)
+void Sampler::seeClock(int clock, char level, quint64 time, bool& firstEdge)
 {
     char& known = m_levels[size_t(clock)];
     if (level == known || (level != '0' && level != '1'))
@@ -168,16 +169,18 @@ void Sampler::seeClock(int clock, char level, bool& firstEdge)
     if (known != 'x') {
         m_result.edges.push_back({quint16(clock), level == '1', !firstEdge});
         firstEdge = false;
-        takeSamples(m_result.edges.back());
+        takeSamples(m_result.edges.back(), time);
     }
     known = level;
 }
 
-void Sampler::takeSamples(const ClockEdge& edge)
+void Sampler::takeSamples(const ClockEdge& edge, quint64 time)
 {
     for (size_t core = 0; core < m_cores.size(); ++core) {
-        if (m_cores[core].clock == edge.clock && m_cores[core].activeLevel == edge.level)
-            m_result.cores[core].append(m_cores[core].row.data());
+        if (m_cores[core].clock != edge.clock || m_cores[core].activeLevel != edge.level)
+            continue;
+        m_result.cores[core].append(m_cores[core].row.data());
+        m_result.times[core].push_back(time);
     }
 }
 
@@ -221,6 +224,7 @@ bool sampleWaveform(const QString& path, const std::vector<SampleRequest>& reque
         messages.append(reader.message());
         return false;
     }
+    result.timeExponent = reader.timeExponent();
     Sampler sampler(reader, result);
     const int before = messages.size();
     sampler.plan(requests, messages);

@@ -26,11 +26,13 @@ struct ClockEdge {
 /// A waveform as cores sample it.
 struct SampledWaveform {
     std::vector<SampleTable> cores; ///< in the order of the requests
+    std::vector<std::vector<quint64>> times; ///< of the samples of each of these, in time units
+    std::optional<int> timeExponent; ///< a time unit is 10 to the power of this, in seconds
     QStringList clocks; ///< the names of the sample clocks, each once
     std::vector<ClockEdge> edges; ///< of all clocks, in time
 };
 
-/// Samples the waveform in the file `path`.
+/// Samples the waveform in the file `path`, of any kind that `VcdReader` reads.
 ///
 /// A sample contains the values just before an active edge of its clock, as a register would store
 /// them: what changes at the same time as the clock belongs to the next sample. An edge is a change

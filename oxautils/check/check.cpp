@@ -100,6 +100,11 @@ Checked checkFile(const QString& path, const DEV::ChipInfo* part)
     return checked;
 }
 
+Place placeOfSignal(const QString& path, const QString& name)
+{
+    return ConfigFile(path).placeOfSignal(name);
+}
+
 QList<Problem> checkConfigFile(const QString& path, const DEV::ChipInfo* part)
 {
     return checkFile(path, part).problems;

@@ -38,6 +38,9 @@ struct OXAUTILS_EXPORT RuleInfo {
 /// All rules (docs/checks.md).
 OXAUTILS_EXPORT QList<RuleInfo> checkRules();
 
+/// Where the configuration `path` names the signal `name` first; line 0 when it does not.
+OXAUTILS_EXPORT Place placeOfSignal(const QString& path, const QString& name);
+
 }
 
 #endif

@@ -120,6 +120,36 @@ Place ConfigFile::placeOf(const XmlElement& element) const
     return place;
 }
 
+// Adds the signals below `element`, each once.
+static void addSignals(const XmlElement& element, QHash<QString, XmlElement>& signalElements)
+{
+    for (XmlElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        const QString name = child.tagName() == NODE_SIGNAL ? child.text() : QString();
+        if (!name.isEmpty() && !signalElements.contains(name))
+            signalElements.insert(name, child);
+        addSignals(child, signalElements);
+    }
+}
+
+XmlElement ConfigFile::signalIn(const XmlElement& element, const QString& name) const
+{
+    const auto key = tagEnd(element);
+    if (!m_signals.contains(key))
+        addSignals(element, m_signals[key]);
+    return m_signals[key].value(name, element);
+}
+
+Place ConfigFile::placeOfSignal(const QString& name) const
+{
+    for (const CoreElements& core : m_cores) {
+        const XmlElement element = signalIn(core.core, name);
+        if (element.tagName() == NODE_SIGNAL || element.attribute(ATTR_AO_SAMPLE_CLK) == name)
+            return placeOf(element);
+    }
+    return {};
+}
+
 void ConfigFile::locate(Place& place) const
 {
     const CoreElements elements = m_cores.value(place.core);
@@ -130,6 +160,8 @@ void ConfigFile::locate(Place& place) const
         element = elements.units.value(place.unit, element);
     else if (place.expression >= 0)
         element = elements.expressions.value(place.expression, element);
+    if (!place.signal.isEmpty())
+        element = signalIn(element, place.signal);
     setStart(element, place);
 }
 

@@ -25,7 +25,10 @@ struct ConfigFile {
     /// Where the start tag of `element` begins, and which core, port or unit it is in.
     Place placeOf(const XmlElement& element) const;
 
-    /// Adds the line and column to a place in a core.
+    /// Where a core names the signal `name` first, or has it as its clock; line 0 when none does.
+    Place placeOfSignal(const QString& name) const;
+
+    /// Adds the line and column to a place in a core, or to that of a signal.
     void locate(Place& place) const;
 
     bool lite = false;
@@ -48,10 +51,13 @@ private:
 
     void indexCores();
     void setStart(const XmlElement& element, Place& place) const;
+    XmlElement signalIn(const XmlElement& element, const QString& name) const;
 
     QStringList m_lines;
     QList<CoreElements> m_cores;
     QHash<QPair<int, int>, int> m_positions; // of cores, by the line and column of their tags' ends
+    /// The first element of each signal below an element, by that element's line and column.
+    mutable QHash<QPair<int, int>, QHash<QString, XmlElement>> m_signals;
 };
 
 /// The children of `parent` named `tag`.

@@ -26,6 +26,7 @@ struct OXAUTILS_EXPORT Place {
     int expression = -1; ///< position in the core's list, from 0
     int line = 0; ///< of the configuration file, from 1
     int column = 0; ///< from 1
+    QString signal {}; ///< a name there; its first line is meant; may be empty
 
     /// "core 2, M3"; outside of cores "line 7", or an empty text.
     QString text() const;

@@ -4,7 +4,8 @@
 
 #include "oxautils/oxautils_export.h"
 
-#include <QtGlobal>
+#include <QByteArray>
+#include <QString>
 
 namespace OXA {
 
@@ -22,6 +23,11 @@ public:
 private:
     Q_DISABLE_COPY(ParseOnce)
 };
+
+/// From now on, `content` is read in place of the configuration file `path`, which need not exist:
+/// the library reads a file several times, which a pipe does not allow. Not while other threads
+/// read.
+OXAUTILS_EXPORT void setConfigurationText(const QString& path, const QByteArray& content);
 
 }
 

@@ -66,6 +66,14 @@ struct LastRead {
 
 thread_local LastRead lastRead;
 
+/// What is read in place of a file.
+struct GivenText {
+    QString path; // null: no file
+    QByteArray content;
+};
+
+GivenText givenText;
+
 /// The encoding that the XML declaration names; else empty.
 QByteArray namedEncoding(const QByteArray& content)
 {
@@ -108,6 +116,11 @@ bool endsInBareAmpersand(const QString& text, const XmlError& error)
 
 }
 
+void setConfigurationText(const QString& path, const QByteArray& content)
+{
+    givenText = {path, content};
+}
+
 ParseOnce::ParseOnce() { ++lastParsed.keepers; }
 
 ParseOnce::~ParseOnce()
@@ -129,6 +142,10 @@ QString XmlError::hint() const
 
 bool readFile(const QString& path, QByteArray& content, QString* error)
 {
+    if (!path.isNull() && path == givenText.path) {
+        content = givenText.content;
+        return true;
+    }
     const auto state = OXA_FILES::statOf(path);
     if (state && lastRead.holds(path, *state)) {
         content = lastRead.content;

@@ -135,13 +135,19 @@ void DesignCheck::checkItems(const QList<SignalItem>& items, const Place& place)
     bool areDeclared = true;
     for (const SignalItem& item : items) {
         QVector<DesignBit> bits;
-        for (const QString& name : flattenedNames({item}))
-            bits += checkBit(name, place);
-        if (item.isBus() && !checkBus(item, bits, place))
+        const QStringList names = flattenedNames({item});
+        Place at = place;
+        for (const QString& name : names) {
+            at.signal = name;
+            bits += checkBit(name, at);
+        }
+        at.signal = names.first();
+        if (item.isBus() && !checkBus(item, bits, at))
             areDeclared = false;
-        for (const DesignBit& bit : qAsConst(bits)) {
-            if (bit.signal >= 0)
-                checkRegister(bit.signal, place);
+        for (int i = 0; i < names.size(); ++i) {
+            at.signal = names.at(i);
+            if (bits.at(i).signal >= 0)
+                checkRegister(bits.at(i).signal, at);
         }
     }
     const auto isRefuted = [&](const Problem& problem) {

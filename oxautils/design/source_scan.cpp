@@ -38,6 +38,20 @@ int behindText(const QByteArray& text, int at)
 
 }
 
+QByteArray withoutComments(const QByteArray& text)
+{
+    QByteArray result;
+    for (int at = 0; at < text.size();) {
+        const int behind = behindText(text, at);
+        if (behind > at)
+            result += ' ' + QByteArray(text.mid(at, behind - at).count('\n'), '\n');
+        else
+            result += text.at(at);
+        at = qMax(behind, at + 1);
+    }
+    return result;
+}
+
 SourceScan::SourceScan(const QStringList& files)
 {
     for (const QString& path : files) {

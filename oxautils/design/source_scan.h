@@ -2,11 +2,15 @@
 #ifndef OXAUTILS_DESIGN_SOURCE_SCAN_H
 #define OXAUTILS_DESIGN_SOURCE_SCAN_H
 
+#include <QByteArray>
 #include <QSet>
 #include <QString>
 #include <QStringList>
 
 namespace OXA {
+
+/// The text of a Verilog source with a space for each comment and string; line ends stay.
+QByteArray withoutComments(const QByteArray& text);
 
 /// Information in Verilog sources that Yosys does not keep.
 class SourceScan {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxautils/design/value_names.h"
 
+#include "oxautils/config/names_file.h"
+#include "oxautils/model/bit_range.h"
 #include "oxautils/model/trigger_port.h"
 
 namespace OXA {
@@ -33,6 +35,27 @@ QString valueOf(
     return value;
 }
 
+}
+
+StateNames statesOf(const DesignIndex& index, const QStringList& bits)
+{
+    StateNames all;
+    for (const QString& bit : bits) {
+        QString name = bit;
+        int position = 0;
+        takeIndex(name, position);
+        const int number = all.contains(name) ? -1 : index.bit(bit).signal;
+        if (number < 0 || index.design().items.at(number).states.isEmpty())
+            continue;
+        const DesignSignal& signal = index.design().items.at(number);
+        SignalStates& states = all[name];
+        states.range = signal.rangeText();
+        for (const auto& state : signal.states) {
+            if (!binaryDigits("0b" + state.first).isEmpty())
+                states.values.insert(state.second, state.first);
+        }
+    }
+    return all;
 }
 
 ValueNames valueNames(const DesignIndex& index)

@@ -11,6 +11,9 @@ namespace OXA {
 /// `index` has to outlive the function.
 OXAUTILS_EXPORT ValueNames valueNames(const DesignIndex& index);
 
+/// The enumerations of the signals that `bits` are bits of, by their names there.
+OXAUTILS_EXPORT StateNames statesOf(const DesignIndex& index, const QStringList& bits);
+
 }
 
 #endif

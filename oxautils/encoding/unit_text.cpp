@@ -38,7 +38,23 @@ constexpr Comparison kComparisons[] = {
 
 int widthOf(const TriggerPort* port) { return port ? port->singleSignals().size() : 0; }
 
-QString comparisonText(const MatchUnit& unit)
+/// `value`, by its name if that is read back as the same value.
+QString namedValueText(const QString& value, const MatchUnit& unit, const StateNames& states)
+{
+    const int width = widthOf(unit.trigger);
+    const QString name = states.isEmpty() || !unit.trigger
+        ? QString()
+        : statesOf(states, unit.trigger->singleSignals()).value(value);
+    static const QRegularExpression word("^[A-Za-z_]\\w*$");
+    QString read;
+    QString expected;
+    const auto names = [&](const QString&, QStringList&) { return value; };
+    const bool isReadBack = word.match(name).hasMatch()
+        && valueFromText(name, width, names, read, expected) && read == value;
+    return isReadBack ? name : valueText(value, width);
+}
+
+QString comparisonText(const MatchUnit& unit, const StateNames& states)
 {
     const int width = widthOf(unit.trigger);
     for (const Comparison& comparison : kComparisons) {
@@ -49,8 +65,11 @@ QString comparisonText(const MatchUnit& unit)
     for (const Comparison& comparison : kComparisons) {
         if (unit.matchFunc != comparison.func)
             continue;
-        const QString text = QString(comparison.text) + ' ' + valueText(unit.value0, width);
-        return isRangeFunction(unit.matchFunc) ? text + ".." + valueText(unit.value1, width) : text;
+        const QString text
+            = QString(comparison.text) + ' ' + namedValueText(unit.value0, unit, states);
+        return isRangeFunction(unit.matchFunc)
+            ? text + ".." + namedValueText(unit.value1, unit, states)
+            : text;
     }
     return QString("function %1").arg(unit.matchFunc);
 }
@@ -72,14 +91,20 @@ QStringList typeNames()
     return names;
 }
 
-/// The first type with the function and the edges of `unit`.
+/// Whether hardware of `type` has the function and the edges of `unit`.
+bool suffices(MatchType type, const MatchUnit& unit)
+{
+    const QString values
+        = isRangeFunction(unit.matchFunc) ? unit.value0 + unit.value1 : unit.value0;
+    return optionalFunctions(type).contains(unit.matchFunc)
+        && (matchTypeHasEdges(type) || !valueHasEdges(values));
+}
+
+/// The first sufficient type.
 MatchType sufficientType(const MatchUnit& unit)
 {
-    const bool edges = valueHasEdges(unit.value0 + unit.value1);
     int type = MatchBasic;
-    while (type < MatchRangeEdges
-        && (!optionalFunctions(MatchType(type)).contains(unit.matchFunc)
-            || (edges && !matchTypeHasEdges(MatchType(type)))))
+    while (type < MatchRangeEdges && !suffices(MatchType(type), unit))
         ++type;
     return MatchType(type);
 }
@@ -91,6 +116,8 @@ int sufficientWidth(int counter)
         ++width;
     return width;
 }
+
+constexpr char kTimes[] = "(\\d+)\\s+times?\\b(\\s+in\\s+a\\s+row\\b)?";
 
 /// Reads a text from start to end.
 class UnitReader {
@@ -110,16 +137,17 @@ public:
     const QString& error() const { return m_error; }
 
 private:
-    bool take(const char* pattern);
+    bool take(const QString& pattern);
     bool fail(const QString& expected) { return failAt(m_at, expected); }
     bool failAt(int place, const QString& expected);
     bool readSwitch();
+    bool readNewParts();
     bool readType();
     bool readPort();
     bool readComparison();
-    bool readValues(const Comparison& comparison);
+    bool readValues(MatchFunc func);
     bool readValue(QString& value);
-    bool readCounter();
+    bool readCounter(bool behindComma = true);
 
     QString taken(int group = 1) const { return m_match.captured(group); }
 
@@ -134,7 +162,7 @@ private:
 };
 
 /// Reads `pattern` at the current position, and the spaces after it.
-bool UnitReader::take(const char* pattern)
+bool UnitReader::take(const QString& pattern)
 {
     m_match = QRegularExpression(QString("\\G(?:%1)\\s*").arg(pattern)).match(m_text, m_at);
     if (m_match.hasMatch())
@@ -157,13 +185,32 @@ bool UnitReader::read()
     take("");
     if (readSwitch())
         return true;
-    if (!readType() || !readPort() || !readComparison() || !readCounter())
+    const bool isWhole = m_at == m_text.size() || take("(?=[A-Za-z/ ]+:|nothing\\b|T\\d{1,2}\\b)");
+    if (!(isWhole ? readType() && readPort() && readComparison() && readCounter() : readNewParts()))
         return false;
     m_unit.enabled = true;
-    m_unit.matchType = m_typed < 0 ? sufficientType(m_unit) : MatchType(m_typed);
+    if (m_typed >= 0)
+        m_unit.matchType = MatchType(m_typed);
+    else if (isWhole || !suffices(m_unit.matchType, m_unit))
+        m_unit.matchType = sufficientType(m_unit);
     if (unitText(m_unit) == unitText(m_old))
         m_unit = m_old;
     return true;
+}
+
+/// Reads other values, another counter or both, for the unit as it is.
+bool UnitReader::readNewParts()
+{
+    m_unit = m_old;
+    if (!m_unit.trigger)
+        return fail("the unit has no port yet; write a trigger port, T0 to T15, and what it is "
+                    "compared with");
+    const bool onlyCounter = take(QString("(?=%1)").arg(kTimes));
+    if ((onlyCounter || readValues(m_unit.matchFunc)) && readCounter(!onlyCounter))
+        return true;
+    if (!onlyCounter)
+        m_error += "; or write a trigger port first, T0 to T15, and what it is compared with";
+    return false;
 }
 
 bool UnitReader::readSwitch()
@@ -209,7 +256,7 @@ bool UnitReader::readComparison()
             continue;
         m_unit.matchFunc = comparison.func;
         if (!comparison.value)
-            return readValues(comparison);
+            return readValues(comparison.func);
         m_unit.value0 = comparison.value;
         return widthOf(m_unit.trigger) == 1
             || failAt(place,
@@ -221,9 +268,9 @@ bool UnitReader::readComparison()
     return fail("write one of " + texts.join(", "));
 }
 
-bool UnitReader::readValues(const Comparison& comparison)
+bool UnitReader::readValues(MatchFunc func)
 {
-    if (!readValue(m_unit.value0) || !isRangeFunction(comparison.func))
+    if (!readValue(m_unit.value0) || !isRangeFunction(func))
         return m_error.isEmpty();
     if (!take("\\.\\."))
         return fail("write \"..\" and the range's upper bound, as in T0 in 3..7");
@@ -251,15 +298,17 @@ bool UnitReader::readValue(QString& value)
         || failAt(place, expected);
 }
 
-bool UnitReader::readCounter()
+/// Without a width in the text, a counter keeps its own if that is sufficient.
+bool UnitReader::readCounter(bool behindComma)
 {
     const int place = m_at;
     bool ok = true;
-    if (take(",\\s*(\\d+)\\s+times?\\b(\\s+in\\s+a\\s+row\\b)?")) {
+    if (take((behindComma ? ",\\s*" : "") + QString(kTimes))) {
+        const int before = m_unit.counterEnable ? m_unit.counterWidth : 0;
         m_unit.counterEnable = true;
         m_unit.continuous = !taken(2).isEmpty();
         m_unit.counter = taken().toInt(&ok);
-        m_unit.counterWidth = sufficientWidth(m_unit.counter);
+        m_unit.counterWidth = std::max(before, sufficientWidth(m_unit.counter));
         if (ok && take("\\(\\s*counter\\s+of\\s+(\\d+)\\s+bits?\\s*\\)"))
             m_unit.counterWidth = taken().toInt(&ok);
     }
@@ -272,7 +321,9 @@ bool UnitReader::readCounter()
 
 }
 
-QString unitText(const MatchUnit& unit)
+QString unitText(const MatchUnit& unit) { return unitText(unit, {}); }
+
+QString unitText(const MatchUnit& unit, const StateNames& states)
 {
     if (!unit.enabled)
         return "off";
@@ -281,7 +332,16 @@ QString unitText(const MatchUnit& unit)
         = unit.trigger ? QString("T%1").arg(unit.trigger->index) : QString("nothing");
     return QString("%1: %2 ").arg(
                type.isEmpty() ? QString("type %1").arg(unit.matchType) : type, port)
-        + comparisonText(unit) + counterText(unit);
+        + comparisonText(unit, states) + counterText(unit);
+}
+
+ValueNames valueNames(const StateNames& states)
+{
+    return [&states](const TriggerPort& port, const QString& name, QStringList& known) {
+        const QMap<QString, QString> values = valuesOf(states, port.singleSignals());
+        known += values.keys();
+        return values.value(name);
+    };
 }
 
 bool unitFromText(const QString& text, MatchUnit& unit, QString* error, const ValueNames& names)

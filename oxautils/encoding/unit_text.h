@@ -3,6 +3,7 @@
 #define OXAUTILS_ENCODING_UNIT_TEXT_H
 
 #include "oxautils/model/match_unit.h"
+#include "oxautils/model/state_names.h"
 
 #include <functional>
 
@@ -26,19 +27,26 @@ using ValueNames
 /// begins with "nothing". Types and functions that do not exist, shown by number, and values with a
 /// quotation mark cannot be read back.
 OXAUTILS_EXPORT QString unitText(const MatchUnit& unit);
+/// The same with the names of values; with them, `unitFromText` reads it back.
+OXAUTILS_EXPORT QString unitText(const MatchUnit& unit, const StateNames& states);
+
+/// The values of `states`, for `unitFromText`. They have to outlive the function.
+OXAUTILS_EXPORT ValueNames valueNames(const StateNames& states);
 
 /// Sets `unit`, which has a core, from `text`. False, with the place and what is accepted there in
 /// `error`, when that cannot be read; `unit` is then not changed.
 ///
 ///     UNIT    = off | on | [TYPE :] PORT COMPARE [, COUNTER]
+///             | VALUE [, COUNTER] | VALUE..VALUE [, COUNTER] | COUNTER
 ///     PORT    = T0 to T15 | nothing
 ///     COMPARE = (== | != | < | <= | > | >=) VALUE | [not] in VALUE..VALUE
 ///             | rises | falls | changes             (of a port of one signal)
 ///     COUNTER = N times [in a row] [(counter of N bits)]
 ///
-/// Without TYPE the first sufficient type is used, without a counter width the smallest. What the
-/// text does not contain is as in a new unit, except that "off" and "on" keep everything else, and
-/// that the text of the unit as it is changes nothing. VALUE is the first possible of these:
+/// Without TYPE the first sufficient type is used, without a counter width the smallest. What a
+/// text with PORT does not contain is as in a new unit, except that the text of the unit as it is
+/// changes nothing. Other texts keep everything else, also TYPE and the counter's width if they
+/// are sufficient. VALUE is the first possible of these:
 ///
 /// - digits 0 1 X R F B N, exactly one for each signal of the port. So `10` is 2 on a port of 2
 ///   signals and ten on every wider one;

@@ -231,8 +231,9 @@ BuildResult BuildRun::synthesize()
     }
     result.files += m_arg.outputFile;
     result.cells = cellCounts(writtenNetlist(m_arg));
-    const QStringList texts = misfits(
-        "the netlist takes", amountsOf(result.cells), chipOf(m_arg), &AnalyzerResource::exceeds);
+    result.takes = amountsOf(result.cells);
+    const QStringList texts
+        = misfits("the netlist takes", result.takes, chipOf(m_arg), &AnalyzerResource::exceeds);
     if (!texts.isEmpty())
         result.end = BuildEnd::TooLarge;
     result.messages += texts;

@@ -6,6 +6,7 @@
 #include "oxautils/generate/oxa_arg.h"
 #include "oxautils/generate/remembered_builds.h"
 #include "oxautils/generate/uart_defines.h"
+#include "oxautils/resource/analyzer_estimate.h"
 
 #include <QList>
 #include <QMap>
@@ -44,6 +45,7 @@ struct OXAUTILS_EXPORT BuildResult {
     QStringList boardSources; ///< the Verilog of `link`, which a simulator may have models for
     QStringList boardFiles; ///< OpenOCD's configuration and constraints for `link`
     QMap<QString, int> cells; ///< number of cells of each type in the netlist
+    OXA_TOOL::AnalyzerAmounts takes; ///< what the cells take of the part
 };
 
 /// A build of an analyzer: checks the configuration, claims and empties the work directory,

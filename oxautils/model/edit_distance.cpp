@@ -9,6 +9,10 @@ namespace OXA {
 
 int editDistance(std::string_view a, std::string_view b, int limit)
 {
+    const auto same = [&](size_t left, size_t right) {
+        return std::tolower(static_cast<unsigned char>(a[left]))
+            == std::tolower(static_cast<unsigned char>(b[right]));
+    };
     const int rows = int(a.size());
     const int columns = int(b.size());
     if (std::abs(rows - columns) > limit)
@@ -16,19 +20,23 @@ int editDistance(std::string_view a, std::string_view b, int limit)
     std::vector<int> above(size_t(columns) + 1);
     for (int column = 0; column <= columns; ++column)
         above[size_t(column)] = column;
+    std::vector<int> before(above.size()); // the line above that
     std::vector<int> line(above.size());
-    for (int row = 1; row <= rows; ++row) {
-        line[0] = row;
-        int least = row;
+    int lastLeast = 0;
+    for (size_t row = 1; row <= a.size(); ++row) {
+        line[0] = int(row);
+        int least = line[0];
         for (size_t column = 1; column < line.size(); ++column) {
-            const bool same = std::tolower(static_cast<unsigned char>(a[size_t(row) - 1]))
-                == std::tolower(static_cast<unsigned char>(b[column - 1]));
-            line[column] = std::min(
-                {above[column] + 1, line[column - 1] + 1, above[column - 1] + (same ? 0 : 1)});
+            line[column] = std::min({above[column] + 1, line[column - 1] + 1,
+                above[column - 1] + (same(row - 1, column - 1) ? 0 : 1)});
+            if (row > 1 && column > 1 && same(row - 1, column - 2) && same(row - 2, column - 1))
+                line[column] = std::min(line[column], before[column - 2] + 1);
             least = std::min(least, line[column]);
         }
-        if (least > limit)
+        if (least > limit && lastLeast >= limit) // an exchange skips a line
             return limit + 1;
+        lastLeast = least;
+        before.swap(above);
         line.swap(above);
     }
     return std::min(above.back(), limit + 1);

@@ -8,8 +8,9 @@
 
 namespace OXA {
 
-/// The number of letters to insert, delete or replace to turn `a` into `b`, ignoring case;
-/// `limit` + 1 when there are more than `limit`.
+/// The number of changes that turn `a` into `b`, ignoring case: a letter is inserted, deleted or
+/// replaced, or two that follow one another are exchanged; `limit` + 1 when there are more than
+/// `limit`.
 OXAUTILS_EXPORT int editDistance(std::string_view a, std::string_view b, int limit);
 
 }

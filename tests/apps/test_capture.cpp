@@ -22,35 +22,36 @@ struct Change {
     int counter, samples, windows, position;
 };
 
+// With _ for a space.
 constexpr Change kChanges[] = {
-    {"a trigger that is early", "--unit M0=0000000101 --counter M1=1",    "0000000101", 1,  50,  2, 20},
-    {"a counter",               "--counter M1=16",                        "0010000000", 16, 50,  2, 20},
-    {"the last position",       "--position 49",                          "0010000000", 3,  50,  2, 49},
-    {"one window of all",       "--samples 256 --windows 1 --position 0", "0010000000", 3,  256, 1, 0 },
+    {"a trigger that is early", "--unit 0.M0=0b101 --unit 0.M1=1_time",         "0000000101", 1,  50,  2, 20},
+    {"a counter",               "--unit 0.M1=1X,_16_times",                     "0010000000", 16, 50,  2, 20},
+    {"the last position",       "--position 0=49",                              "0010000000", 3,  50,  2, 49},
+    {"one window of all",       "--samples 0=256 --windows 0=1 --position 0=0", "0010000000", 3,  256, 1,
+     0                                                                                                      },
 };
 
 constexpr Call kUnusable[] = {
-    {"--unit M0=101",                           2, "several cores have this match unit; choose one"            },
-    {"--core 9 --unit M0=101",                  2, "value0 \"101\" has 3 characters for the 10"                },
-    {"--core 9 --unit M0=Z000000000",           2, "--unit M0=Z000000000: value0"                              },
-    {"--unit M7=1",                             2, "no core that runs has this match unit"                     },
-    {"--core 9 --unit M99999999999=0000000000", 2, "write it like M3=10XR"                                     },
-    {"--core 9 --unit M0=0000000000..1",        2, "the unit compares with one value"                          },
-    {"--core 4 --counter M1=17",                2, "M1=17: "                                                   },
-    {"--core 4 --counter M1=2x",                2, "\"2x\" is not a number"                                    },
-    {"--core 4 --counter M0=2",                 2, "the unit was built without a counter"                      },
-    {"--core 5",                                2, "no such core, only 4, 9"                                   },
-    {"--windows 6",                             1, "built for 2 windows at most"                               },
-    {"--samples 200",                           1, "2 windows of 200 samples do not fit into its memory of 256"},
-    {"--position 50",                           1, "the trigger position is outside of the window"             },
-    {"--position -1",                           2, "--position: \"-1\" is not a number from 0 to 1000000000;"  },
-    {"--timeout nan",                           2, "\"nan\" is not a number from 0.001"                        },
-    {"--clock 1e-300",                          2, "is not a number from 1 to"                                 },
-    {"--power-up --windows 1",                  2, "settings cannot change in a run that has started"          },
-    {"--power-up",                              2, "core 9 does not capture from power-up on"                  },
-    {"--tap cpu.tap",                           1, "no device \"cpu.tap\", only fpga.tap"                      },
-    {"-o out.txt",                              2, "out.txt: the suffix has to be"                             },
-    {"-o /no/such/out.vcd",                     2, "out.vcd: cannot be written: there is no directory /no/such"},
+    {"--unit M0=101",                              2, "there are 2 cores; write the core first, 0 to 1"           },
+    {"--unit 1.M0=Z000000000",                     2, "--unit 1.M0=Z000000000: character 1, "                     },
+    {"--unit 0.M0=T0>5",                           2, "M0 does not have the function \">\", only \"==\", \"!=\""  },
+    {"--unit 0.M1=17_times",                       2, "M1 does not count to 17, only to 16"                       },
+    {"--unit 0.M0=2_times",                        2, "M0 does not count to 2, it has no counter"                 },
+    {"--unit 0.M1=T0==5",                          2, "M1 at T1 instead of M1 at T0"                              },
+    {"--expression 0.0=M1",                        2, "the static expression 0 \"M0\" instead of \"M1\""          },
+    {"--core 5",                                   2, "no such core, only 4, 9"                                   },
+    {"--samples 0=9 --position 0=0 --windows 0=6", 2, "built for 2 windows at most"                               },
+    {"--samples 0=200",                            2, "2 windows of 200 samples do not fit into its memory of 256"},
+    {"--position 0=50",                            2, "a window of 50 samples has no trigger position 50"         },
+    {"--timeout nan",                              2, "\"nan\" is not a number from 0.001"                        },
+    {"--clock 1e-300",                             2, "is not a frequency from 1 to"                              },
+    {"--clock 4=1e6",                              2, "core 9: its clock is not known"                            },
+    {"--power-up --windows 0=1",                   2, "settings cannot change in a run that has started"          },
+    {"--power-up",                                 2, "core 9 does not capture from power-up on"                  },
+    {"--tap cpu.tap",                              1, "no device \"cpu.tap\", only fpga.tap"                      },
+    {"--repeat 2 -o out%dof%d.vcd",                2, "needs one place for the number"                            },
+    {"-o out.txt",                                 2, "out.txt: the suffix has to be"                             },
+    {"-o /no/such/out.vcd",                        2, "out.vcd: cannot be written: there is no directory /no/such"},
 };
 
 // A counter, and a package at which Icarus crashes.
@@ -92,8 +93,10 @@ constexpr const char* kJson[] = {
     "attach DIR/counter.oxa --for ice40 --work-dir DIR/w",
     "simulate DIR/c.oxa --part PART --stimulus DIR/wave.vcd --model",
     "probe DIR/c.oxa --openocd LIVE",
-    "capture DIR/c.oxa --openocd LIVE --core 4 --unit M0=1111111111 --timeout 0.001",
+    "capture DIR/c.oxa --openocd LIVE --core 4 --unit 0.M0=1111111111 --timeout 0.001",
     "capture DIR/c.oxa --openocd LIVE",
+    "capture DIR/c.oxa --openocd LIVE --immediate --repeat 1 -o DIR/n%d.csv",
+    "convert DIR/wave.vcd DIR/w.csv",
     "devices QX1N-9",
     "devices --families",
     "voltage --part QX1N-9UV-QFN88-C6",
@@ -121,9 +124,8 @@ void noteFields(const QString& place, const QJsonObject& object, QMap<QString, Q
 int followingRows(const QByteArray& csv)
 {
     const QList<QByteArray> rows = csv.trimmed().split('\n').mid(1);
-    const auto number = [&rows](int row) {
-        return rows.at(row).split(',').mid(4, 10).join("").toInt(nullptr, 2);
-    };
+    const auto number
+        = [&rows](int row) { return rows.at(row).split(',').at(4).toInt(nullptr, 16); };
     for (int i = 1; i < rows.size(); ++i) {
         if (rows.at(i).split(',').at(2) != "0" && number(i) != (number(i - 1) + 1) % kRound)
             return -1;
@@ -215,7 +217,14 @@ void TestCapture::timeInFiles()
     const QByteArray vcd = bytesOf(path("live.vcd"));
     QVERIFY(vcd.contains("$timescale 1 ps $end"));
     QVERIFY(vcd.contains("\n#37037\n"));
-    QVERIFY2(vcd.endsWith("\n#3703704\n"), vcd.right(200)); // 100 periods
+    // Two windows, and 3 periods behind the first.
+    QVERIFY2(vcd.contains("\n#1851852\nbxx") && vcd.contains("\n#1962963\nb01 "), vcd.right(200));
+    QVERIFY2(vcd.contains("\n#3814815\nbxx"), vcd.right(200));
+
+    writeFile(path("c.oxa.names"), R"({"clocks": {"4": 27e6, "9": 1}, "later": []})");
+    QCOMPARE(capture({"-o", path("two.vcd"), "--clock", "9=13.5e6"}).status, 0);
+    QFile::remove(path("c.oxa.names"));
+    QVERIFY(bytesOf(path("two.vcd")).contains("core 4 at 27000000 Hz, core 9 at 13500000 Hz\n"));
 }
 
 // What options change is what the model says of a file that is changed alike.
@@ -232,7 +241,7 @@ void TestCapture::changesForOneRun()
     QCOMPARE(model(path("edited.oxa"), {"-o", path("model.csv")}).status, 0);
     const Result result = capture(
         QStringList {"--core", "4", "--timeout", patienceSeconds(), "-o", path("live.csv")}
-        + QString(change.options).split(' ', Qt::SkipEmptyParts));
+        + QString(change.options).split(' ').replaceInStrings("_", " "));
     QCOMPARE(result.err, QString());
     QCOMPARE(result.status, 0);
     QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
@@ -250,7 +259,7 @@ void TestCapture::withoutATrigger()
     OXA::writeOXAConfigToXml({never.get()}, path("edited.oxa"));
     const Result expected = model(path("edited.oxa"), {});
     const QStringList call {"--core", "4", "-o", path("live.csv"), "--unit"};
-    Result result = captureUntilStopped(call + QStringList {"M0=" + value, "--json"});
+    Result result = captureUntilStopped(call + QStringList {"0.M0=" + value, "--json"});
     QCOMPARE(result.status, 1);
     QVERIFY2(result.err.contains(expected.err.trimmed()
                  + "; its sample clock ran, but has stopped or is very slow"),
@@ -263,11 +272,11 @@ void TestCapture::withoutATrigger()
     QCOMPARE(core["windows"][0]["triggerSample"], QJsonValue(QJsonValue::Null));
     const QByteArray csv = bytesOf(path("live.csv"));
     QCOMPARE(followingRows(csv), 50);
-    const QString last = QString("%1").arg((kSamples - 1) % kRound, 10, 2, QChar('0'));
-    QCOMPARE(QString(csv).trimmed().section('\n', -1).split(',').mid(3, 11).join(""), "0" + last);
+    const QString last = QString("0,0x%1").arg((kSamples - 1) % kRound, 3, 16, QChar('0'));
+    QCOMPARE(QString(csv).trimmed().section('\n', -1).section(',', 3, 4), last);
     QVERIFY(!QString(csv).contains(QRegularExpression("\\n\\d+,\\d+,\\d+,1")));
 
-    result = captureUntilStopped(call + QStringList("M0=0011110000"));
+    result = captureUntilStopped(call + QStringList("0.M0=0011110000"));
     QCOMPARE(result.status, 1);
     QVERIFY2(result.err.contains("core 4 was stopped with 1 of 2 windows complete"),
         qPrintable(result.err));
@@ -284,7 +293,7 @@ void TestCapture::progressOnATerminal()
         QSKIP(Terminal::kNone);
     Terminal terminal;
     terminal.run(
-        OXA_PROGRAM " " + captureCall({"--core", "4", "--unit", "M0=1111111111"}).join(' '),
+        OXA_PROGRAM " " + captureCall({"--core", "4", "--unit", "0.M0=1111111111"}).join(' '),
         "stty cols 40; ");
     QVERIFY2(terminal.says("core 4: [^\r]{30}…\r"), terminal.said());
     terminal.interrupt();
@@ -331,6 +340,12 @@ void TestCapture::immediately()
     const Result result = capture({"--core", "4", "--immediate", "-o", path("live.csv")});
     QVERIFY2(result.status == 0, qPrintable(result.err));
     QVERIFY(followingRows(bytesOf(path("live.csv"))) >= 60); // windows may be short in front
+
+    const Result series
+        = capture({"--core", "4", "--immediate", "--repeat", "2", "-o", path("n%02d.csv")});
+    QVERIFY2(series.out.startsWith("2 captures in "), qPrintable(series.err));
+    QVERIFY(followingRows(bytesOf(path("n00.csv"))) > 50);
+    QVERIFY(followingRows(bytesOf(path("n01.csv"))) > 50);
 }
 
 // The counter runs on behind the end of its bench, which is before the trigger.
@@ -363,7 +378,7 @@ void TestCapture::besideTheDesign()
     QVERIFY2(result.status == 0, qPrintable(result.err));
     const QByteArray captured = bytesOf(path("beside.csv"));
     QCOMPARE(followingRows(captured), 50);
-    QVERIFY2(captured.contains("\n0,0,20,1,0,0,1,1,0,0,1,0,0,0\n"), captured);
+    QVERIFY2(captured.contains("\n0,0,20,1,0x0c8\n"), captured);
     QVERIFY(live.target.says("\\$finish at 100; the design continues"));
 }
 
@@ -397,7 +412,7 @@ void TestCapture::lite()
 void TestCapture::unusableCalls()
 {
     const Call& row = rowOf(kUnusable);
-    const Result result = capture(QString(row.what).split(' '));
+    const Result result = capture(QString(row.what).split(' ').replaceInStrings("_", " "));
     QVERIFY2(result.err.contains(row.said), qPrintable(result.err));
     QCOMPARE(result.status, row.status);
 }

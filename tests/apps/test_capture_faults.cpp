@@ -307,6 +307,11 @@ void TestCaptureFaults::openOcdRestarted()
     QVERIFY(finished(waiting));
     const QString said = waiting.said();
     fails({waiting.exitCode(), {}, said}, 1, "the other side closed the connection");
+    const QStringList stop {"--stop-and-show", "--unit", "M0=1111111111"};
+    const Result stopped = oxa(captureCall(m_live.address(), stop));
+    QVERIFY2(stopped.err.contains("core 0 did not trigger: level 0 of 2"), qPrintable(stopped.err));
+    QVERIFY(bytesOf(path("live.csv")).count("\n0,0,") > 20);
+    fails(oxa(captureCall(m_live.address(), stop)), 1, "it is not armed, so there is no run to");
     QCOMPARE(oxa(captureCall(m_live.address())).status, 0);
 }
 

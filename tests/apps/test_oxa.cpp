@@ -56,6 +56,9 @@ constexpr Call kCalls[] = {
     {"generate DIR/malformed.oxa ON LIST",                            2, "tag mismatch at 4:"                                                     },
     {"show DIR/newer.oxa",                                            2, "this program reads versions up to 3.0"                                  },
     {"target UART ON --design UART --bench DIR/none.v",               2, "none.v: there is no such bench"                                         },
+    {"simulate - ON --stimulus -",                                    2, "either FILE or the waveform"                                            },
+    {"convert UART DIR/x.fst",                                        1, "uart.oxa: is no waveform"                                               },
+    {"convert UART DIR/x.txt",                                        2, "the suffix has to be .vcd, .fst, .csv or .sr"                           },
     {"show DIR/w",                                                    2, "No such file"                                                           }, // nothing was written
     {"generate UART ON LIST --ip-dir /no/such",                       2, "no installed cores in /no/such"                                         },
     {"generate UART --work-dir DIR/w",                                2, "error: --part or --for is required"                                     },
@@ -230,6 +233,15 @@ void TestOxa::streamsTakeResults()
         statusInto(path("out.v"), "generate UART ON --work-dir DIR/streamed -o /dev/stdout"), 0);
     QCOMPARE(bytesOf(path("out.v")), QByteArray("module qx_oxa; endmodule\n"));
     QCOMPARE(statusInto("/dev/full", "show UART"), 1);
+    QProcess pipe;
+    pipe.start("sh",
+        {"-c", "\"$0\" set - --samples 64 <\"$1\" 2>/dev/null | \"$0\" check -", OXA_PROGRAM,
+            words("UART").first()});
+    QVERIFY(finished(pipe));
+    QCOMPARE(pipe.readAllStandardOutput(), QByteArray("-: no problems\n"));
+    pipe.start("sh", {"-c", "echo '$enddefinitions $end #5' | \"$0\" convert - -", OXA_PROGRAM});
+    QVERIFY(finished(pipe));
+    QCOMPARE(pipe.readAllStandardOutput(), QByteArray("$enddefinitions $end #5\n"));
 }
 
 // tools/cli-reference BUILD/bin/oxa markdown >docs/cli.md

@@ -306,7 +306,7 @@ void TestOxaAttach::compareCapture()
     LiveTarget live;
     QVERIFY2(live.startSimulation(path("bench.vvp")), live.target.said() + live.openocd.said());
     const Result result = oxa({"capture", path("c.oxa"), "--openocd", live.address(), "--immediate",
-        "-o", path("captured.csv")});
+        "--bits", "-o", path("captured.csv")});
     QVERIFY2(result.status == 0, qPrintable(result.err));
     live.target.end();
     QByteArray samples;

@@ -67,12 +67,20 @@ constexpr Row kCalls[] = {
         ": error: core 0: \"top/z\" is not in the waveform; the nearest names are top/n[2:0] ["},
     {"not a word", "add FILE --clock ck --data a`b --wave WAVE", 1, "[unusable-name]"},
     {"value's name", "add FILE --clock clk2 --data state --trigger state TRAPS"
-        " | set FILE --unit M0=T0~==~STOP", 0, "core 0, M0: Basic: T0 == 11\n"},
+        " | set FILE --unit M0=T0~==~STOP", 0, "core 0, M0: Basic: T0 == STOP\n"},
     {"no such value", "add FILE --clock clk2 --data state --trigger state TRAPS"
         " | set FILE --unit M0=T0~==~STOPP", 2,
         "; or a name, of which the nearest are STOP, "},
     {"no value of two", "add FILE --clock clk2 --data state --trigger state z TRAPS"
         " | set FILE --unit M0=T0~==~STOP", 2, "\"STOP\": write 3 digits"},
+    {"constants", "add FILE --clock top/clk --data b --trigger b TRAPS --enum b=B_*"
+        " | set FILE --unit M0=T0~in~B_RUN..0b00101010 | show FILE", 0, "T0 in B_RUN..B_IDLE\n"},
+    {"list of names", "add FILE --clock top/clk --data b --trigger b TRAPS"
+        " | set FILE --enum b=NAMES --unit M0=DONE", 0, "core 0, M0: Basic: T0 == DONE\n"},
+    {"no constants", "add FILE --clock top/clk --data b TRAPS | set FILE --enum b=C_*", 2,
+        "--enum b=C_*: the sources have no constant C_*"},
+    {"no such signal", "add FILE --clock top/clk --data b TRAPS | set FILE --enum c=NAMES", 2,
+        "the configuration has no such signal"},
     {"of the call", "add FILE --clock top/state[0] --data top/state[1] top/state[0] --trigger state"
         " --wave STATE | set FILE TRAPS --unit M0=T0~==~RUN", 0, "T0 == 10\n"},
     {"parameter of the call", "add FILE --clock top/clk --data sized TRAPS | check FILE -P N=2", 1,
@@ -130,7 +138,11 @@ class TestOxaEdit : public QObject, OxaCalls {
 
 private Q_SLOTS:
     void init() { QFile::remove(path("f.oxa")); }
-    void cleanup() { QFile::remove(path("f.oxa.design")); }
+    void cleanup()
+    {
+        QFile::remove(path("f.oxa.names"));
+        QFile::remove(path("f.oxa.design"));
+    }
     void calls_data() { addRows(kCalls); }
     void calls();
     void designsThatAreGone();
@@ -152,6 +164,7 @@ QStringList TestOxaEdit::words(const QString& call) const
         "TRAPS", "--design " OXA_SOURCE_DIR "/tests/design/traps.sv --top top -D GO=8'd1 -P N=3");
     text.replace("FILE", path("f.oxa")).replace("WAVE", path("w.vcd"));
     text.replace("STATE", path("state.vcd"));
+    text.replace("NAMES", writeFile(path("states"), "# of b\n DONE = 0x1f # 31\nGO 2'd1\n"));
     return text.split(' ', Qt::SkipEmptyParts).replaceInStrings("~", " ");
 }
 

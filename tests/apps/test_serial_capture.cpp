@@ -47,8 +47,8 @@ void TestSerialCapture::initTestCase()
     m_expected = modelCapture(m_dir.path());
     QVERIFY(!m_expected.isEmpty());
     m_target.start(OXA_PROGRAM,
-        {"target", path("c.oxa"), "--link", "uart", "--part", kPart, "--stimulus",
-            path("wave.vcd")});
+        {"target", path("c.oxa"), "--link", "uart", "--simulator", "verilator", "--part", kPart,
+            "--stimulus", path("wave.vcd")});
     m_device = m_target.after("waits at ").split(';').first();
     QVERIFY2(!m_device.isEmpty(), m_target.said());
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "oxacapture/simulator/simulation.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/standard_config.h"
 #include "support/files.h"
@@ -53,6 +54,7 @@ private Q_SLOTS:
     void verilogCapturesAsTheModel_data() { addRows(kComparisons); }
     void verilogCapturesAsTheModel();
     void netlistsWithoutNames();
+    void verilatorThatCannotBeUsed();
     void compilersLeaveNothingAndSayLittle();
     void unusableInputs();
     void aSilentSimulatorIsAwaited();
@@ -94,9 +96,9 @@ void TestSimulate::capturesOfTheModel()
         "core 9, window 0: trigger at sample 3, 3 samples from 2 on\n"
             + path("out.csv") + ": written\n");
     QCOMPARE(bytesOf(path("out.csv")),
-        QByteArray("core,window,sample,trigger,a,b[1],b[0]\n"
-                   "4,0,0,0,x,0,1\n4,0,1,1,1,1,0\n4,0,2,0,0,1,1\n"
-                   "9,0,0,0,1,1,0\n9,0,1,1,0,1,1\n9,0,2,0,1,0,0\n"));
+        QByteArray("core,window,sample,trigger,a,b\n"
+                   "4,0,0,0,x,0x1\n4,0,1,1,1,0x2\n4,0,2,0,0,0x3\n"
+                   "9,0,0,0,1,0x2\n9,0,1,1,0,0x3\n9,0,2,0,1,0x0\n"));
     QCOMPARE(saidBy(simulate({first.get()}, {"--json"})),
         QString(
             R"({"cores":[{"index":4,"triggered":true,"windows":[)"
@@ -185,6 +187,32 @@ void TestSimulate::netlistsWithoutNames()
     QVERIFY2(broken.err.contains("iverilog does not accept"), qPrintable(broken.err));
 }
 
+// Icarus takes its place, unless the user has chosen it.
+void TestSimulate::verilatorThatCannotBeUsed()
+{
+    const auto core0 = core(0, "10");
+    OXA::writeOXAConfigToXml({core0.get()}, path("c.oxa"));
+    QDir(m_dir.path()).mkpath("broken");
+    writeProgram(path("broken/verilator_bin"), "echo broken; exit 1\n");
+    const QString search = "PATH=" + path("broken:") + qgetenv("PATH");
+    const QStringList chosen
+        = m_verilog + QStringList {path("wave.vcd"), "--simulator", "verilator"};
+    const Result said = oxa(chosen, {search});
+    QVERIFY2(said.err.contains("error: verilator_bin fails:\n    broken"), qPrintable(said.err));
+    const Result netlist = oxa(chosen + QStringList {"--netlist", path("c.oxa")});
+    QVERIFY2(netlist.err.contains("Verilator has no unknown values"), qPrintable(netlist.err));
+    QStringList samples = kSamples;
+    while (samples.size() < OXA_CAPTURE::kVerilatorPays / 2)
+        samples += kSamples;
+    Service target;
+    target.setEnvironment(QProcess::systemEnvironment() + QStringList(search));
+    target.start(OXA_PROGRAM,
+        QStringList {"target", "--port", "0"} + m_verilog.mid(1)
+            + QStringList(writeFile(path("long.vcd"), vcdOf(kNames, samples))));
+    QVERIFY2(!target.after("waits at port ").isEmpty(), target.said());
+    QVERIFY2(target.said().contains("Verilator cannot be used: verilator_bin"), target.said());
+}
+
 void TestSimulate::compilersLeaveNothingAndSayLittle()
 {
     const auto core0 = core(0, "10");
@@ -236,10 +264,10 @@ void TestSimulate::startSilentSimulation()
     QDir(m_dir.path()).mkdir("bin");
     const QByteArray search = qgetenv("PATH");
     writeProgram(path("bin/iverilog"),
-        "mkfifo " + fifo + "; (sleep 13; echo >" + fifo + ") >/dev/null 2>&1 &\nPATH=" + search
-            + " exec iverilog -s wait_for_test \"$@\" " + path("wait.v").toUtf8() + '\n');
-    m_silent.setEnvironment(
-        QProcess::systemEnvironment() + QStringList("PATH=" + path("bin:") + search));
+        "mkfifo " + fifo + "; (sleep 15; echo >" + fifo + ") >/dev/null 2>&1 &\nsleep 2\nPATH="
+            + search + " exec iverilog -s wait_for_test \"$@\" " + path("wait.v").toUtf8() + '\n');
+    m_silent.setEnvironment(QProcess::systemEnvironment()
+        + QStringList {"PATH=" + path("bin:") + search, "OXA_PROGRESS=1"});
     m_silent.start(OXA_PROGRAM,
         {"simulate", path("silent.oxa"), "--part", kPart, "--stimulus", path("wave.vcd")});
 }
@@ -248,6 +276,7 @@ void TestSimulate::aSilentSimulatorIsAwaited()
 {
     QVERIFY(finished(m_silent));
     QVERIFY2(m_silent.exitCode() == 0, m_silent.said());
+    QVERIFY2(m_silent.said().contains("compiling: 0 %\n"), m_silent.said());
     QVERIFY(QFile::exists(path("fifo")));
 }
 

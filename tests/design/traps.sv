@@ -48,3 +48,8 @@ endmodule
 bind leaf observer c();
 
 (* blackbox *) module hollow(input clk); endmodule
+
+`define B_IDLE 8'h2_A
+package states;
+    localparam [7:0] B_RUN = 8'b101, /* ; B_NO = 1; */ B_X = 8'hx;
+endpackage

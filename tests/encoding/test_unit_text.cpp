@@ -43,6 +43,17 @@ constexpr TextRow kTexts[] = {
     {"off",              "off",                                         "off"                                                   },
 };
 
+// One after the other, for a unit with "T4 == 1X01".
+constexpr TextRow kParts[] = {
+    {"value",       "0x3",              "Basic: T4 == 0011"                                     },
+    {"and counter", "4, 9 times",       "Basic: T4 == 0100, 9 times (counter of 4 bits)"        },
+    {"edges",       " R00X",            "Basic w/edges: T4 == R00X, 9 times (counter of 4 bits)"},
+    {"counter",     "3 times in a row",
+     "Basic w/edges: T4 == R00X, 3 times in a row (counter of 4 bits)"                          },
+    {"whole",       "T4 in 1..2",       "Range: T4 in 0001..0010"                               },
+    {"bounds",      "IDLE .. 7",        "Range: T4 in 0011..0111"                               },
+};
+
 constexpr TextRow kFaults[] = {
     {"empty",          "",                          "at the end: write a trigger port"           },
     {"no such port",   "T16 == 1",                  "character 1, \"T16 == 1\": write a trigger" },
@@ -50,6 +61,7 @@ constexpr TextRow kFaults[] = {
     {"assignment",     "T4 = 1",                    "character 4, \"= 1\": write one of ==, !=," },
     {"no value",       "T4 ==",                     "at the end: write a value"                  },
     {"octal?",         "T4 == 017",                 "character 7, \"017\": write 4 digits 0, 1," },
+    {"only a value",   "1X00",                      "the unit has no port yet; write a trigger"  },
     {"few digits",     "T4 == 1X0",                 "character 7, \"1X0\": write 4 digits"       },
     {"unknown name",   "T4 == BUSY",                "character 7, \"BUSY\": write 4 digits"      },
     {"bare 0b",        "T4 == 0b",                  "character 7, \"0b\": write 4 digits"        },
@@ -95,7 +107,7 @@ private Q_SLOTS:
     void faults_data() { addRows(kFaults); }
     void faults();
     void readsWhatItShows();
-    void switchesKeepSettings();
+    void keepsOtherSettings();
     void signalNamesWithCommas();
 };
 
@@ -146,7 +158,7 @@ void TestUnitText::readsWhatItShows()
 }
 
 // What a text does not name is kept only when nothing changes.
-void TestUnitText::switchesKeepSettings()
+void TestUnitText::keepsOtherSettings()
 {
     const auto core = makeCore();
     MatchUnit& unit = enableUnit(*core, 0, 4, "1X00");
@@ -157,6 +169,13 @@ void TestUnitText::switchesKeepSettings()
     QCOMPARE(unit.counter, 9);
     QVERIFY(unitFromText("T4 == 1X01", unit, nullptr));
     QCOMPARE(unit.counter, 2);
+    for (const TextRow& row : kParts) {
+        QString error;
+        QVERIFY2(unitFromText(row.text, unit, &error, valueOf), qPrintable(error));
+        QCOMPARE(unitText(unit), QString(row.shown));
+    }
+    QVERIFY(!unitFromText("9, 3 apples", unit, nullptr));
+    QVERIFY(!unitFromText("5", unit, nullptr));
 }
 
 void TestUnitText::signalNamesWithCommas()

@@ -3,6 +3,7 @@
 // variable is shown finds it, or others that it may mean, too.
 #include "fuzz_support.h"
 
+#include "oxacapture/files/capture_file.h"
 #include "oxacapture/waveform/signal_finder.h"
 
 #include <algorithm>
@@ -65,11 +66,30 @@ void requireFound(VcdReader& reader)
     }
 }
 
+// As a capture, too: every sample has a time, and every window an end.
+void requireCapture(const QString& path)
+{
+    Capture capture;
+    QString error;
+    require(readCapture(path, capture, &error) || !error.isEmpty(), "says why");
+    for (const CapturedCore& core : capture) {
+        for (const CapturedWindow& window : core.windows) {
+            const auto samples = size_t(window.samples.size());
+            require(samples > 0 && qint64(samples) == window.place.samples, "a sample a time");
+            require(window.times.empty() || window.times.size() == samples + 1, "and an end");
+            require(std::is_sorted(window.times.begin(), window.times.end()), "in order");
+        }
+    }
+}
+
 }
 
 void fuzz(const QByteArray& input)
 {
+    if (input.startsWith("PK") || input.startsWith('\0') || input.startsWith('\xfe'))
+        return; // for other programs
     const MemoryFile file(input);
+    requireCapture(file.path());
     VcdReader reader(file.path());
     if (!reader.readHeader())
         return require(!reader.message().text.isEmpty(), "a refusal says why");

@@ -3,7 +3,7 @@
 // sessions: each signal has a name of its own there, and no name becomes anything else.
 #include "fuzz_support.h"
 
-#include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/capture_file.h"
 #include "oxacapture/waveform/vcd_reader.h"
 #include "support/files.h"
 #include "support/signals.h"
@@ -44,11 +44,12 @@ Capture captureOf(const QByteArray& input)
 }
 
 /// The bytes that the writer for the ending makes of a capture.
-QByteArray written(const Capture& capture, const char* ending)
+QByteArray written(
+    const Capture& capture, const char* ending, const CaptureFileOptions& options = {})
 {
     const QString path = QString("/dev/shm/fuzz_writers.%1.").arg(getpid()) + ending;
     QString error;
-    require(writeCapture(path, capture, &error), "a capture can be written");
+    require(writeCapture(path, capture, options, &error), "a capture can be written");
     return bytesOf(path);
 }
 
@@ -71,11 +72,20 @@ QList<QStringList> rowsOf(const QString& csv)
     return rows;
 }
 
+/// The signals of a core, those of the same bits once.
+int itemsOf(const CapturedCore& core)
+{
+    QSet<QStringList> items;
+    for (const OXA::SignalItem& item : core.items)
+        items += OXA::flattenedNames({item});
+    return items.size();
+}
+
 void requireCsv(const Capture& capture)
 {
     QStringList columns = OXA::flattenedNames(capture[0].items);
     columns.removeDuplicates();
-    const QList<QStringList> rows = rowsOf(QString::fromUtf8(written(capture, "csv")));
+    const QList<QStringList> rows = rowsOf(QString::fromUtf8(written(capture, "csv", {true})));
     require(rows.size() == 1 + 2 * kSamples + 1, "a row a sample");
     for (const QStringList& row : rows.mid(0, rows.size() - 1))
         require(row.size() == 4 + columns.size(), "a column a signal");
@@ -84,6 +94,9 @@ void requireCsv(const Capture& capture)
         require(QString(shown).remove('\'') == QString(columns.at(i)).remove('\''), "its name");
         require(shown.isEmpty() || !QString("=+-@\t\r\n").contains(shown.at(0)), "no formula");
     }
+    QStringList buses = rowsOf(QString::fromUtf8(written(capture, "csv"))).first();
+    const int count = buses.size();
+    require(buses.removeDuplicates() == 0 && count == 4 + itemsOf(capture[0]), "a column a bus");
 }
 
 void requireVcd(const Capture& capture)
@@ -97,10 +110,14 @@ void requireVcd(const Capture& capture)
                      .arg(QString::number(variable.scope), QString::fromStdString(variable.name),
                          QString::number(variable.msb), QString::number(variable.hasRange));
     require(names.size() == int(reader.variables().size()), "no two variables have one name");
-    QSet<QStringList> items;
-    for (const OXA::SignalItem& item : capture[0].items)
-        items += OXA::flattenedNames({item});
-    require(names.size() == 2 * (items.size() + 2), "a variable a signal, a trigger and a window");
+    require(names.size() == 2 * (itemsOf(capture[0]) + 3),
+        "a variable a signal, a sample, a trigger and a window");
+    Capture back;
+    require(readCapture(file.path(), back, nullptr) && back.size() == 2, "it is read back");
+    for (const CapturedCore& core : back)
+        require(core.windows.size() == 1 && core.windows[0].samples.size() == kSamples
+                && core.windows[0].place.triggerSample == 1 && core.windows[0].times.empty(),
+            "with its samples");
 }
 
 QByteArray member(zip_t* zip, const char* name)

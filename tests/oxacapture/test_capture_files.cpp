@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/capture_file.h"
 #include "oxacapture/target/window_decoder.h"
 
 #include "oxacapture/sample_text.h"
@@ -72,7 +72,12 @@ class TestCaptureFiles : public QObject {
 
 private Q_SLOTS:
     void csv();
+    void csvOfBuses();
     void vcd();
+    void oneTimeAxis();
+    void capturesAreReadBack();
+    void namesOfValues();
+    void fst();
     void sigrok();
     void sigrokOfManySamples();
     void samplesOfACoreThatWaits();
@@ -80,21 +85,23 @@ private Q_SLOTS:
     void aStoppedFileStaysAsItWas();
 
 private:
-    QByteArray written(const QString& name, const Capture& capture);
+    QByteArray written(
+        const QString& name, const Capture& capture, const CaptureFileOptions& options = {});
 
     QTemporaryDir m_dir;
 };
 
-QByteArray TestCaptureFiles::written(const QString& name, const Capture& capture)
+QByteArray TestCaptureFiles::written(
+    const QString& name, const Capture& capture, const CaptureFileOptions& options)
 {
+    const QString path = m_dir.filePath(name);
     QString error;
-    return writeCapture(m_dir.filePath(name), capture, &error) ? bytesOf(m_dir.filePath(name))
-                                                               : error.toUtf8();
+    return writeCapture(path, capture, options, &error) ? bytesOf(path) : error.toUtf8();
 }
 
 void TestCaptureFiles::csv()
 {
-    QCOMPARE(written("out.csv", twoCores()),
+    QCOMPARE(written("out.csv", twoCores(), {true}),
         QByteArray("core,window,sample,trigger,count[1],count[0],\"a,b\",trigger\n"
                    "3,0,0,0,1,0,0,\n"
                    "3,0,1,1,0,1,1,\n"
@@ -114,36 +121,199 @@ void TestCaptureFiles::csv()
                    "\"a;'=\"\"b\"\"\",c=-d\n"));
 }
 
+// Of bits that the bus's name does not count, with names that are columns already.
+void TestCaptureFiles::csvOfBuses()
+{
+    Capture capture = twoCores();
+    capture[0].items = {signalOf("\"a\", b", {"x", "y", "z"})};
+    capture[1].items = {busOf("time", 1), signalOf("trigger"), signalOf("y")};
+    capture[1].clockHz = 27e6;
+    CapturedCore wide = capture[1];
+    wide.items = {busOf("w", 6)};
+    wide.windows = cutWindows(
+        {
+            {0, 1, kNoSample}
+    },
+        samplesOf({"1x0110"}));
+    capture.push_back(wide);
+    written("buses.csv", capture);
+    QProcess reader;
+    reader.start("python3",
+        {"-c",
+            "import csv, sys\n"
+            "for row in csv.reader(open(sys.argv[1], newline='')): print(*row, sep='|')",
+            m_dir.filePath("buses.csv")});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    QCOMPARE(QString(reader.readAllStandardOutput()),
+        QString("core|window|sample|trigger|time|\"a\", b|time_2|trigger_2|y|w\n"
+                "3|0|0|0||0x4||||\n"
+                "3|0|1|1||0x3||||\n"
+                "3|1|0|1||0x0||||\n"
+                "7|0|0|0|0.000000000000||0x1|0|0|\n"
+                "7|0|1|0|0.000000037037||0x0|1|1|\n"
+                "7|0|2|0|0.000000074074||0x0|x|x|\n"
+                "7|0|3|0|0.000000111111||0x0|0|0|\n"
+                "7|0|0|0|0.000000000000|||||0xx6\n"));
+}
+
 void TestCaptureFiles::vcd()
 {
     QCOMPARE(QString(written("out.vcd", twoCores())).section("$timescale 1 ns $end\n", 1),
         QString("$scope module core3 $end\n"
                 "$var wire 2 ! count [1:0] $end\n"
                 "$var wire 1 \" a,b $end\n"
-                "$var wire 1 # trigger $end\n"
-                "$var integer 32 $ window $end\n"
+                "$var wire 1 # sample $end\n"
+                "$var wire 1 $ trigger $end\n"
+                "$var integer 32 % window $end\n"
                 "$upscope $end\n"
                 "$scope module core7 $end\n"
-                "$var wire 1 % trigger $end\n"
-                "$var wire 1 & a,b $end\n"
-                "$var wire 1 ' oxa_trigger $end\n"
-                "$var integer 32 ( window $end\n"
+                "$var wire 1 & trigger $end\n"
+                "$var wire 1 ' a,b $end\n"
+                "$var wire 1 ( sample $end\n"
+                "$var wire 1 ) oxa_trigger $end\n"
+                "$var integer 32 * window $end\n"
                 "$upscope $end\n"
                 "$enddefinitions $end\n"
-                "#0\nb00 $\nb10 !\n0\"\n0#\nb00 (\n1%\n0&\n0'\n"
-                "#1\nb01 !\n1\"\n1#\n0%\n1&\n"
-                "#2\nb01 $\nb00 !\n0\"\n1#\nx&\n"
-                "#3\nbxx !\nx\"\nx#\nbxx $\n0&\n"
-                "#4\n"));
-    Capture timed = twoCores();
-    timed[0].clockHz = timed[1].clockHz = 27e6;
-    const QByteArray text = written("timed.vcd", timed);
-    QVERIFY(text.contains("$timescale 1 ps $end\n") && text.contains("\n#37037\n"));
+                "#0\nb00 %\nb10 !\n0\"\n0#\n0$\nb00 *\n1&\n0'\n0(\n0)\n"
+                "#1\nb01 !\n1\"\n1#\n1$\n0&\n1'\n1(\n"
+                "#2\nbxx !\nx\"\nx#\nx$\nbxx %\nx'\n0(\n"
+                "#3\nb01 %\nb00 !\n0\"\n0#\n1$\n0'\n1(\n"
+                "#4\nbxx !\nx\"\nx#\nx$\nbxx %\nx&\nx'\nx(\nx)\nbxx *\n"));
+}
+
+// The clocks' periods are 2 and 3 units. The windows of core 3 follow one another, and core 7
+// begins before them.
+void TestCaptureFiles::oneTimeAxis()
+{
+    Capture capture = twoCores();
+    addTimes(capture[0], {5, 7, 9, 11, 13}, -8);
+    addTimes(capture[1], {2, 5, 8, 11}, -8);
+    const QString waveform = written("waveform.vcd", capture);
+    QVERIFY(
+        waveform.startsWith("$version\n    oxa: times of the waveform\n$end\n$timescale 10 ns"));
+    QCOMPARE(QString(waveform).section("$enddefinitions $end\n", 1),
+        QString("#2\nbxx !\nx\"\nx#\nx$\nbxx %\nb00 *\n1&\n0'\n0(\n0)\n"
+                "#5\nb00 %\nb10 !\n0\"\n0#\n0$\n0&\n1'\n1(\n"
+                "#7\nb01 !\n1\"\n1#\n1$\n"
+                "#8\nx'\n0(\n"
+                "#9\nbxx !\nx\"\nx#\nx$\nbxx %\n"
+                "#11\nb01 %\nb00 !\n0\"\n0#\n1$\n0'\n1(\n"
+                "#13\nbxx !\nx\"\nx#\nx$\nbxx %\n"
+                "#14\nx&\nx'\nx(\nx)\nbxx *\n"));
+    QVERIFY(written("waveform.csv", capture).contains("\n7,0,1,0,0.00000005,"));
+    written("waveform.sr", capture);
+
+    Capture clocked = twoCores();
+    clocked[0].clockHz = 3e6;
+    clocked[1].clockHz = 2e6;
+    QVERIFY(
+        written("clocks.vcd", clocked).contains("core 3 at 3000000 Hz, core 7 at 2000000 Hz\n"));
+    written("clocks.sr", clocked);
+    clocked[0].clockHz = 3.5;
+    QVERIFY(written("none.sr", clocked).contains("the format has one sample rate"));
+    const struct {
+        const char *file, *rate, *count, *b;
+    } sessions[] = {
+        {"waveform.sr", "100 MHz", "00011000 0000", "00011100 0000"},
+        {"clocks.sr",   "6 MHz",   "11000000 0000", "00011100 0000"},
+    };
+    for (const auto& session : sessions) {
+        QProcess reader;
+        reader.start("sigrok-cli", {"-i", m_dir.filePath(session.file), "-O", "bits"});
+        QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+        const QString text = reader.readAllStandardOutput();
+        QVERIFY2(text.contains(QString("at ") + session.rate)
+                && text.contains(QString("\ncount[1]:") + session.count + '\n')
+                && text.contains(QString("\ncore7.a,b:") + session.b + '\n'),
+            qPrintable(text));
+    }
+}
+
+// What is read back becomes the same table, whatever the kind of its times.
+void TestCaptureFiles::capturesAreReadBack()
+{
+    const std::vector<double> clocks {0, 0, 27e6};
+    for (size_t kind = 0; kind < clocks.size(); ++kind) {
+        Capture capture = twoCores();
+        capture[1].items.removeLast(); // files have it once
+        capture[1].items[0].name = "d";
+        capture[0].clockHz = capture[1].clockHz = clocks[kind];
+        if (kind == 0) {
+            addTimes(capture[0], {5, 7, 9, 11, 13}, -8);
+            addTimes(capture[1], {2, 5, 8, 11}, -8);
+        }
+        const QByteArray expected = written("expected.csv", capture);
+        for (const char* suffix : {"vcd", "fst"}) {
+            const QString path = m_dir.filePath(QString("in.") + suffix);
+            written(QString("in.") + suffix, capture);
+            QString error;
+            QVERIFY2(
+                convertCapture(path, m_dir.filePath("back.csv"), {}, &error), qPrintable(error));
+            QCOMPARE(QString(bytesOf(m_dir.filePath("back.csv"))), QString(expected));
+        }
+    }
+    // Of another waveform, all signals and times.
+    writeFile(m_dir.filePath("w.vcd"),
+        "$timescale 1us $end $scope module t $end $var reg 2 ! d [1:0] $end $var wire 1 \" e $end\n"
+        "$upscope $end $enddefinitions $end #0 b10 ! #3 #4 1\" bx1 ! #9");
+    QVERIFY(convertCapture(m_dir.filePath("w.vcd"), m_dir.filePath("w.csv"), {}, nullptr));
+    QCOMPARE(QString(bytesOf(m_dir.filePath("w.csv"))),
+        QString("core,window,sample,trigger,time,t.d,t.e\n"
+                "0,0,0,0,0.000000,0x2,x\n0,0,1,0,0.000004,0xx,1\n"));
+}
+
+// As texts in all formats that have some.
+void TestCaptureFiles::namesOfValues()
+{
+    CaptureFileOptions options;
+    options.states["count"] = {
+        "[1:0]", {{"=IDLE", "0"}, {"RUN", "10"}, {"WIDE", "110"}}
+    };
+    const QByteArray vcd = written("names.vcd", twoCores(), options);
+    QVERIFY(vcd.contains("$var wire 2 ! count [1:0] $end\n$var string 1 \" count_name $end\n"));
+    QVERIFY2(vcd.contains("b10 !\nsRUN \"\n") && vcd.contains("b01 !\ns01 \"\n"), vcd);
+    const QByteArray csv = written("names.csv", twoCores(), options);
+    QVERIFY2(csv.startsWith("core,window,sample,trigger,count,count name,\"a,b\",trigger_2\n"
+                            "3,0,0,0,0x2,RUN,0,\n"
+                            "3,0,1,1,0x1,,1,\n"
+                            "3,1,0,1,0x0,\"'=IDLE\",0,\n"
+                            "7,0,0,0,,,0,1\n"),
+        csv);
+    written("names.fst", twoCores(), options);
+    QProcess reader;
+    reader.start("fst2vcd", {m_dir.filePath("names.fst")});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    const QByteArray dump = reader.readAllStandardOutput();
+    QVERIFY2(dump.contains("count_name $end") && dump.contains("\nsRUN "), dump);
+}
+
+// GTKWave's program reads from an FST file what is in the dump.
+void TestCaptureFiles::fst()
+{
+    QVERIFY(!written("out.fst", twoCores()).contains("cannot"));
+    writeFile(m_dir.filePath("back.vcd"), "");
+    QProcess reader;
+    reader.start("sh",
+        {"-c",
+            "fst2vcd \"$0\"/out.fst | sed 2d >\"$0\"/back.vcd && " // without the date
+            "vcd2fst \"$0\"/out.vcd \"$0\"/same.fst && "
+            "fst2vcd \"$0\"/same.fst | sed 2d | diff - \"$0\"/back.vcd && grep -c '^#3$' "
+            "\"$0\"/back.vcd",
+            m_dir.path()});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    QCOMPARE(QString(reader.readAllStandardOutput()), QString("1\n"));
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "/nowhere");
+    const QByteArray missing = written("out.fst", twoCores());
+    qputenv("PATH", path);
+    QVERIFY2(missing.contains("install the package gtkwave"), missing);
 }
 
 void TestCaptureFiles::sigrok()
 {
-    QVERIFY(written("out.sr", twoCores()).startsWith("PK"));
+    Capture capture = twoCores();
+    capture[0].items[0].subItems[0].name = "other"; // its channel is named by its bus
+    QVERIFY(written("out.sr", capture).startsWith("PK"));
     QProcess reader;
     reader.start("sigrok-cli", {"-i", m_dir.filePath("out.sr")});
     QVERIFY2(finished(reader), qPrintable(reader.errorString()));
@@ -246,7 +416,7 @@ void TestCaptureFiles::aShortWindowBeginsWithItsTrigger()
 void TestCaptureFiles::aStoppedFileStaysAsItWas()
 {
     const CapturedCore core = wideCore(kManySamples, 1);
-    for (const QString name : {"stopped.vcd", "stopped.csv", "stopped.sr"}) {
+    for (const QString name : {"stopped.vcd", "stopped.fst", "stopped.csv", "stopped.sr"}) {
         const QString path = writeFile(m_dir.filePath(name), "old");
         bool written = false;
         for (int steps = 0; !written; ++steps) {

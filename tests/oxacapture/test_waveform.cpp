@@ -5,7 +5,9 @@
 #include "oxacapture/sample_text.h"
 #include "oxacapture/wave_text.h"
 #include "support/files.h"
+#include "support/patience.h"
 
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -23,6 +25,7 @@ private Q_SLOTS:
     void deepScopesTakeLittleMemory();
     void damageIsReportedWithItsLine();
     void wordsMayCrossEveryBuffer();
+    void everyKindIsReadAlike();
 
 private:
     bool sample(const QByteArray& vcd, const std::vector<SampleRequest>& requests);
@@ -210,6 +213,47 @@ void TestWaveform::wordsMayCrossEveryBuffer()
             {"tb.clk", false, {}}
     }));
     QVERIFY(messages().value(0).contains("too long for a value change dump"));
+}
+
+// Written by programs that are not ours; a kind is known by its content.
+void TestWaveform::everyKindIsReadAlike()
+{
+    const struct {
+        const char *what, *command, *message;
+    } rows[] = {
+        {"two members of gzip",  "{ head -c 99 w | gzip; tail -c +100 w | gzip; } >k",               ""                                 },
+        {"FST",                  "vcd2fst w k",                                                      ""                                 },
+        {"packed FST",           "vcd2fst -c w k",                                                   ""                                 },
+        {"gzip without its end", "gzip <w | head -c -9 >k",
+         "k:41: the compressed file is truncated"                                                                                       },
+        {"damaged gzip",         "{ gzip <w | head -c 60; yes | head -c 999; } >k",
+         "the compressed file is damaged: "                                                                                             },
+        {"FST without its end",  "vcd2fst w v && head -c -1 v >k",
+         "the FST file is truncated, or still"                                                                                          },
+        {"packed nothing",       "printf '\\376\\0\\0\\0\\0\\0\\0\\0\\11x' >k",
+         "fst2vcd cannot read it; the FST file "                                                                                        },
+        {"no session",           "printf 'PK\\3\\4' >k",                                             "the sigrok session may be damaged"},
+        {"endless text",         "{ cat w; echo '$comment'; yes | head -c 17000000; } | gzip -1 >k",
+         "has no $end within 16 MiB"                                                                                                    },
+    };
+    writeFile(m_dir.filePath("w"), QByteArray(kHeader) + kChanges);
+    const SampleRequest request {"clk", false, {{"dut.count[3]", "late/one"}}};
+    for (const auto& row : rows) {
+        QProcess shell;
+        shell.setWorkingDirectory(m_dir.path());
+        shell.start("sh", {"-c", row.command});
+        QVERIFY2(finished(shell) && shell.exitCode() == 0, row.what);
+        m_messages.clear();
+        const bool read = sampleWaveform(m_dir.filePath("k"), {request}, m_result, m_messages);
+        QCOMPARE(read, *row.message == '\0');
+        QVERIFY2(messages().join('|').contains(row.message), qPrintable(messages().join('|')));
+        QCOMPARE(read ? samplesText(m_result.cores[0]) : "0x 01 x1", QString("0x 01 x1"));
+    }
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "/nowhere");
+    const bool read = sampleWaveform(m_dir.filePath("v"), {request}, m_result, m_messages);
+    qputenv("PATH", path);
+    QVERIFY(!read && messages().last().contains("install the package gtkwave"));
 }
 
 QTEST_APPLESS_MAIN(TestWaveform)

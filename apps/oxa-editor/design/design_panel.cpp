@@ -197,7 +197,7 @@ void DesignPanel::readWaveform()
 {
     const QString path = QFileDialog::getOpenFileName(this, tr("Read a Waveform"),
         QFileInfo(m_document.path()).absolutePath(),
-        tr("Value change dumps (*.vcd);;All files (*)"));
+        tr("Waveforms (*.vcd *.vcd.gz *.fst *.sr);;All files (*)"));
     if (path.isEmpty())
         return;
     m_wanted = true;

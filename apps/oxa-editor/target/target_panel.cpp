@@ -17,6 +17,7 @@
 #include <QPushButton>
 #include <QSettings>
 #include <QSplitter>
+#include <QTime>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -50,6 +51,7 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     , m_cores(new QTreeWidget)
     , m_state(new QLabel)
     , m_problems(new QListWidget)
+    , m_age(new QLabel)
     , m_view(new WaveView)
 {
     auto* splitter = new QSplitter;
@@ -69,6 +71,8 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
                                  .arg(QDir::toNativeSeparators(path), QString::number(percent)));
     });
     connect(m_save, &SaveJob::finished, this, &TargetPanel::showSaved);
+    for (QLineEdit* field : {m_address, m_tap})
+        connect(field, &QLineEdit::returnPressed, this, &TargetPanel::connectToChip);
     connect(m_cores, &QTreeWidget::currentItemChanged, this, &TargetPanel::showWaveform);
     connect(m_builtFrom, &QLineEdit::editingFinished, this,
         [this] { m_builtFromOf.insert(m_document.path(), m_builtFrom->text()); });
@@ -135,10 +139,12 @@ QWidget* TargetPanel::makeSamples()
     m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
     m_problems->setWordWrap(true);
     m_problems->hide();
+    m_age->hide();
     auto* samples = new QWidget;
     auto* layout = new QVBoxLayout(samples);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_problems);
+    layout->addWidget(m_age);
     layout->addWidget(m_view, 1);
     return samples;
 }
@@ -173,6 +179,7 @@ void TargetPanel::documentReplaced()
     m_isUnsaved = false;
     m_cores->clear();
     m_problems->hide();
+    showAge(false);
     m_view->setWaveform(std::make_shared<Waveform>());
     m_state->setText(tr("Start OpenOCD for the chip, then connect."));
     showState();
@@ -211,6 +218,12 @@ void TargetPanel::start(bool arm)
     m_problems->hide();
     m_isArming = arm;
     m_isForeign = false;
+    m_isFound = false;
+    if (arm) {
+        showAge(!m_result.capture->empty());
+        for (int i = 0; i < m_cores->topLevelItemCount(); ++i)
+            setState(*m_cores->topLevelItem(i), {});
+    }
     m_state->setText(tr("Connecting to OpenOCD at %1…").arg(request.address));
     m_job->start(request);
     showState();
@@ -235,6 +248,7 @@ void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtF
 {
     if (m_isForeign)
         return;
+    m_isFound = true;
     const QList<int> chosen = m_armed;
     if (m_cores->topLevelItemCount() != cores.size()) {
         m_cores->clear();
@@ -281,18 +295,24 @@ void TargetPanel::showResult(const TargetResult& result)
     for (const QString& text : result.problems + result.warnings)
         m_problems->addItem(OXA::shownText(text));
     m_problems->setVisible(m_problems->count() > 0);
+    for (int i = 0; m_isArming && i < m_cores->topLevelItemCount(); ++i)
+        setState(*m_cores->topLevelItem(i), m_armed.contains(i) ? tr("not captured") : QString());
     for (size_t i = 0; i < result.places.size(); ++i) {
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
             setState(*item, result.remarks.at(int(i)));
     }
     if (!result.capture->empty()) { // else keep the earlier samples
         m_result = result;
+        m_capturedAt = QTime::currentTime().toString("HH:mm:ss");
+        showAge(false);
         m_isUnsaved = std::any_of(result.capture->begin(), result.capture->end(),
             [](const OXA_CAPTURE::CapturedCore& core) { return !core.windows.empty(); });
     }
     if (!result.problems.isEmpty())
-        m_state->setText(result.capture->empty() ? tr("Nothing was captured.")
-                                                 : tr("Not everything was captured."));
+        m_state->setText(!m_isFound ? tr("Not connected: %1").arg(m_problems->item(0)->text())
+                : result.capture->empty()
+                ? tr("Nothing was captured: %1").arg(m_problems->item(0)->text())
+                : tr("Not everything was captured."));
     else if (!result.capture->empty())
         m_state->setText(tr("Captured."));
     else if (!m_stop->isEnabled())
@@ -302,9 +322,20 @@ void TargetPanel::showResult(const TargetResult& result)
     Q_EMIT runningChanged();
 }
 
+/// Samples that are not of the last run look so.
+void TargetPanel::showAge(bool isEarlier)
+{
+    m_age->setText(isEarlier
+            ? tr("These samples were captured at %1, not by the last run.").arg(m_capturedAt)
+            : QString());
+    m_age->setVisible(isEarlier);
+    m_view->setDimmed(isEarlier);
+}
+
 /// Shows the samples of the current core.
 void TargetPanel::showWaveform()
 {
+    m_view->setNamesOf(m_document.path());
     const int place = m_cores->indexOfTopLevelItem(m_cores->currentItem());
     for (size_t i = 0; i < m_result.places.size(); ++i) {
         if (m_result.places[i] == place)

@@ -49,7 +49,7 @@ public:
     void save();
     /// Writes the samples to the file `path`, in the format of its suffix, in the background. A
     /// stop leaves the file unchanged.
-    void saveTo(const QString& path);
+    void saveTo(const QString& path, const OXA_CAPTURE::CaptureFileOptions& options = {});
 
 Q_SIGNALS:
     void runningChanged();
@@ -68,6 +68,7 @@ private:
     void waitForSave();
     void showSaved(const QString& path, const QString& error);
     void showResult(const TargetResult& result);
+    void showAge(bool isEarlier);
     void showWaveform();
     void showState();
 
@@ -77,8 +78,10 @@ private:
     QHash<QString, QString> m_builtFromOf; // by the document's path
     QList<int> m_armed; // positions of the cores that run
     TargetResult m_result;
+    QString m_capturedAt; // the time of day
     bool m_isUnsaved = false; // m_result
     bool m_isArming = false; // the run may capture samples
+    bool m_isFound = false; // the analyzer, in the last run
     bool m_isForeign = false; // the run began with another document
     QLineEdit* m_address;
     QLineEdit* m_tap;
@@ -91,6 +94,7 @@ private:
     QTreeWidget* m_cores;
     QLabel* m_state;
     QListWidget* m_problems;
+    QLabel* m_age;
     WaveView* m_view;
 };
 

@@ -4,6 +4,7 @@
 #include "target_panel.h"
 
 #include "oxa-editor/wave/wave_view.h"
+#include "oxautils/config/names_file.h"
 
 #include <QDir>
 #include <QFileDialog>
@@ -14,24 +15,31 @@
 
 void TargetPanel::save()
 {
-    QFileDialog dialog(this, tr("Save Samples"), QFileInfo(m_document.path()).path(),
-        tr("Value change dump (*.vcd);;Table (*.csv);;sigrok session (*.sr)"));
+    const QString bits = tr("Table of single bits (*.csv)");
+    QFileDialog dialog(this, tr("Save Samples"), QFileInfo(m_document.path()).path());
+    dialog.setNameFilters({tr("Value change dump (*.vcd)"), tr("Compressed waveform (*.fst)"),
+        tr("Table of buses (*.csv)"), bits, tr("sigrok session (*.sr)")});
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix("vcd");
+    dialog.selectFile(QFileInfo(m_document.path()).baseName()); // the format adds its suffix
     connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
         dialog.setDefaultSuffix(filter.section("*.", 1).section(')', 0, 0));
     });
     if (dialog.exec() == QDialog::Accepted)
-        saveTo(dialog.selectedFiles().value(0));
+        saveTo(dialog.selectedFiles().value(0), {dialog.selectedNameFilter() == bits, {}});
 }
 
-void TargetPanel::saveTo(const QString& path)
+void TargetPanel::saveTo(const QString& path, const OXA_CAPTURE::CaptureFileOptions& options)
 {
     if (isRunning())
         return;
     for (OXA_CAPTURE::CapturedCore& core : *m_result.capture)
         core.clockHz = m_view->clock();
-    m_save->start(path, m_result.capture);
+    OXA::KnownNames names;
+    OXA::readKnownNames(m_document.path(), names, nullptr);
+    OXA_CAPTURE::CaptureFileOptions named = options;
+    named.states = names.states;
+    m_save->start(path, m_result.capture, named);
     showState();
     Q_EMIT runningChanged();
 }

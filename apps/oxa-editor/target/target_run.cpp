@@ -51,18 +51,31 @@ std::vector<BuiltConfiguration> buildsOf(
     return builds;
 }
 
+/// "1 of 4 windows"
+QString windowsText(qint64 taken, qint64 wanted)
+{
+    if (taken < wanted)
+        return tr("%1 of %2 windows").arg(QString::number(taken), QString::number(wanted));
+    return taken == 1 ? tr("1 window") : tr("%1 windows").arg(taken);
+}
+
 QString remarkOf(const CoreOutcome& outcome)
 {
     const CapturedCore& captured = outcome.captured;
-    const size_t windows = captured.windows.size();
-    const QString end = outcome.finished ? tr("captured") : tr("stopped");
-    const QString many = windows == 1 ? tr("1 window") : tr("%1 windows").arg(windows);
-    const bool waited = windows > 0 && captured.windows.back().untriggered;
-    return (captured.triggered() ? end + ", " + many
-                                 : tr("did not trigger: %1").arg(captured.progress))
-        + (waited ? tr("; its last %1 samples are shown, without a trigger")
-                        .arg(captured.windows.back().samples.size())
-                  : QString());
+    const bool waited = !captured.windows.empty() && captured.windows.back().untriggered;
+    const qint64 taken = qint64(captured.windows.size()) - int(waited);
+    QString text = tr("did not trigger: %1").arg(captured.progress);
+    if (captured.triggered())
+        text = tr("%1, %2").arg(outcome.finished ? tr("captured") : tr("stopped"),
+            windowsText(taken, outcome.run.setup.windowNum));
+    for (const qint64 window : outcome.forced) {
+        if (window < taken)
+            text += tr(", window %1 forced").arg(window);
+    }
+    if (waited)
+        text += tr("; its last %1 samples are shown, without a trigger")
+                    .arg(captured.windows.back().samples.size());
+    return text;
 }
 
 }

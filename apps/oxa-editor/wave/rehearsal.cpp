@@ -128,6 +128,8 @@ bool Rehearsal::Run::sample()
         return false;
     }
     fresh->samples = std::make_shared<SampleTable>(std::move(waveform.cores.front()));
+    fresh->times = std::move(waveform.times.front());
+    fresh->timeExponent = waveform.timeExponent;
     fresh->rows = stimulusRows(fresh->samples);
     sampled = fresh;
     return true;
@@ -157,6 +159,7 @@ void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
     waveform->samples = sampled->samples->size();
     waveform->rows = sampled->rows;
     waveform->captured = capturedCore(core, *sampled->samples, run);
+    addTimes(waveform->captured, sampled->times, sampled->timeExponent);
     for (const Window& window : run.windows)
         waveform->windows.push_back({window.firstSample, window.samples, window.triggerSample});
     if (core.core) {

@@ -26,6 +26,8 @@ struct SampledStimulus {
     QDateTime modified; ///< of the file
     OXA_CAPTURE::SampleRequest request;
     std::shared_ptr<const OXA_CAPTURE::SampleTable> samples;
+    std::vector<quint64> times; ///< of the samples
+    std::optional<int> timeExponent; ///< of their unit
     WaveRows rows;
 };
 

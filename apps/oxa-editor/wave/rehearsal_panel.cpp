@@ -92,8 +92,8 @@ void RehearsalPanel::setStimulus(const QString& path)
 
 void RehearsalPanel::browse()
 {
-    const QString path = QFileDialog::getOpenFileName(
-        this, tr("Stimulus"), stimulus(), tr("Value change dumps (*.vcd);;All files (*)"));
+    const QString path = QFileDialog::getOpenFileName(this, tr("Stimulus"), stimulus(),
+        tr("Waveforms (*.vcd *.vcd.gz *.fst *.sr);;All files (*)"));
     if (!path.isEmpty())
         setStimulus(path);
 }
@@ -153,5 +153,7 @@ void RehearsalPanel::show(const RehearsalResult& result)
     if (result.remarks.size() > kRemarks)
         remarks += tr("and %n more", nullptr, result.remarks.size() - kRemarks);
     m_state->setText(remarks.join("; "));
+    setFocusProxy(stimulus().isEmpty() ? static_cast<QWidget*>(m_path) : m_view);
+    m_view->setNamesOf(m_document.path());
     m_view->setWaveform(result.waveform ? result.waveform : std::make_shared<Waveform>());
 }

@@ -13,7 +13,8 @@ SaveJob::~SaveJob()
         m_thread->wait();
 }
 
-void SaveJob::start(const QString& path, const std::shared_ptr<const OXA_CAPTURE::Capture>& capture)
+void SaveJob::start(const QString& path, const std::shared_ptr<const OXA_CAPTURE::Capture>& capture,
+    const OXA_CAPTURE::CaptureFileOptions& options)
 {
     if (isRunning())
         return;
@@ -27,7 +28,7 @@ void SaveJob::start(const QString& path, const std::shared_ptr<const OXA_CAPTURE
             told = percent;
             return !m_stop;
         };
-        OXA_CAPTURE::writeCapture(path, *capture, error.get(), goesOn);
+        OXA_CAPTURE::writeCapture(path, *capture, options, error.get(), goesOn);
     }));
     connect(m_thread.get(), &QThread::finished, this, [=] {
         m_thread->wait();

@@ -2,7 +2,7 @@
 #ifndef APPS_OXA_EDITOR_WAVE_SAVE_JOB_H
 #define APPS_OXA_EDITOR_WAVE_SAVE_JOB_H
 
-#include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/capture_file.h"
 
 #include <QObject>
 #include <QThread>
@@ -23,7 +23,8 @@ public:
 
     /// Starts writing `capture`, which must not change until `finished`, in the format of the
     /// suffix of `path`. Does nothing while another file is being written.
-    void start(const QString& path, const std::shared_ptr<const OXA_CAPTURE::Capture>& capture);
+    void start(const QString& path, const std::shared_ptr<const OXA_CAPTURE::Capture>& capture,
+        const OXA_CAPTURE::CaptureFileOptions& options = {});
 
     /// Stops writing; the file is not changed. `finished` follows.
     void stop() { m_stop = true; }

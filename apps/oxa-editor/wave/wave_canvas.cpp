@@ -19,6 +19,7 @@ constexpr double kWheelZoom = 1.25; // for each notch
 constexpr int kNotch = 120; // of a wheel's angle
 constexpr double kWheelPan = 0.1; // of the visible width, for each notch
 constexpr int kRowTint = 40; // of 255, on the current row and the cursors' samples
+constexpr int kDimming = 150; // of 255, the background's part on dimmed samples
 constexpr int kDash = 4; // dash and gap of a border
 constexpr int kTick = 4; // height
 constexpr int kTickRoom = 12; // characters between two numbers of the ruler
@@ -114,6 +115,12 @@ void WaveCanvas::setCursor(int which, qint64 sample)
     m_cursors[which] = samples() > 0 ? qBound(qint64(-1), sample, samples() - 1) : -1;
     update();
     Q_EMIT cursorMoved();
+}
+
+void WaveCanvas::setDimmed(bool dimmed)
+{
+    m_isDimmed = dimmed;
+    update();
 }
 
 void WaveCanvas::reveal(qint64 sample)
@@ -236,6 +243,11 @@ void WaveCanvas::paintEvent(QPaintEvent*)
         drawRows(painter, colors);
         painter.setClipping(false);
         drawBorders(painter, colors);
+        if (m_isDimmed) {
+            QColor veil = colors.base;
+            veil.setAlpha(kDimming);
+            painter.fillRect(0, rulerHeight(), width(), height() - rulerHeight(), veil);
+        }
         drawCursors(painter, colors);
     }
     if (hasFocus()) {
@@ -297,7 +309,8 @@ void WaveCanvas::drawRows(QPainter& painter, const WaveColors& colors) const
             tint.setAlpha(kRowTint);
             painter.fillRect(0, top, width(), place.height(), tint);
         }
-        rows.add(*m_model.row(index), m_model.radix(index), top, place.height());
+        const WaveRow& row = *m_model.row(index);
+        rows.add(row, m_model.radix(index), m_model.statesOf(row), top, place.height());
     }
     rows.paint(painter, colors);
 }

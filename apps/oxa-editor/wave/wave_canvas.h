@@ -31,6 +31,8 @@ public:
     qint64 cursor(int which) const { return m_cursors[which]; }
     void setCursor(int which, qint64 sample);
 
+    void setDimmed(bool dimmed);
+
     /// Scrolls to a sample.
     void reveal(qint64 sample);
 
@@ -66,6 +68,7 @@ private:
     QTreeView& m_rows;
     WaveModel& m_model;
     WaveScale m_scale;
+    bool m_isDimmed = false;
     bool m_fitted = true; // all samples are shown, also after a resize
     qint64 m_cursors[2] = {-1, -1};
     int m_dragged = 0; // cursor that is dragged

@@ -63,7 +63,25 @@ Radix WaveModel::radix(const QModelIndex& index) const
     const WaveRow* shown = row(index);
     if (!shown || !shown->isBus())
         return Radix::Binary;
-    return m_radixes.value(shown->name, shown->isEvent ? Radix::Decimal : Radix::Hexadecimal);
+    return m_radixes.value(shown->name,
+        shown->isEvent                   ? Radix::Decimal
+            : statesOf(*shown).isEmpty() ? Radix::Hexadecimal
+                                         : Radix::Names);
+}
+
+void WaveModel::setStates(const OXA::StateNames& states)
+{
+    m_states = states;
+    valuesChanged();
+}
+
+QHash<QString, QString> WaveModel::statesOf(const WaveRow& row) const
+{
+    QStringList bits;
+    for (const WaveRow& bit : row.bits)
+        bits += bit.name;
+    return m_states.isEmpty() || row.isEvent ? QHash<QString, QString>()
+                                             : OXA::statesOf(m_states, bits);
 }
 
 void WaveModel::setRadix(const QModelIndex& index, Radix radix)
@@ -127,7 +145,7 @@ QString WaveModel::valueText(const QModelIndex& index, const WaveRow& row) const
     const WaveValue value = row.valueAt(m_sample);
     if (row.isEvent && !value.isKnown())
         return QString(QChar(0x2013)); // a dash: unknown event
-    return ::valueText(value, radix(index));
+    return namedText(value, radix(index), statesOf(row));
 }
 
 QVariant WaveModel::data(const QModelIndex& index, int role) const

@@ -4,6 +4,8 @@
 
 #include "waveform.h"
 
+#include "oxautils/model/state_names.h"
+
 #include <QAbstractItemModel>
 #include <QHash>
 
@@ -25,6 +27,11 @@ public:
 
     Radix radix(const QModelIndex& index) const;
 
+    /// The names of values, which buses that have some are shown with.
+    void setStates(const OXA::StateNames& states);
+    /// Those of a bus by their digits; may be empty.
+    QHash<QString, QString> statesOf(const WaveRow& row) const;
+
     /// The radix of a bus, also in later waveforms.
     void setRadix(const QModelIndex& index, Radix radix);
 
@@ -44,6 +51,7 @@ private:
     void valuesChanged();
 
     WaveformPtr m_waveform;
+    OXA::StateNames m_states;
     QHash<QString, Radix> m_radixes; // by the name of a bus
     qint64 m_sample = 0;
 };

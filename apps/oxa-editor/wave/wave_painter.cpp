@@ -93,9 +93,10 @@ WavePainter::WavePainter(
     m_digitWidth = qMax(QFontMetrics(font).horizontalAdvance('0'), 1);
 }
 
-void WavePainter::add(const WaveRow& row, Radix radix, int top, int height)
+void WavePainter::add(
+    const WaveRow& row, Radix radix, const QHash<QString, QString>& states, int top, int height)
 {
-    const Lane lane {row, radix, top + kMargin, top + height - 1 - kMargin,
+    const Lane lane {row, radix, states, top + kMargin, top + height - 1 - kMargin,
         row.isEvent       ? Event
             : row.isBus() ? Bus
                           : Signal};
@@ -177,7 +178,7 @@ void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, i
     if (slope == 0)
         edge(ink, from, lane.high, lane.low);
     if (to - from >= m_digitWidth + 2 * kSlope)
-        addText(valueText(value, lane.radix), from, to, middle);
+        addText(namedText(value, lane.radix, lane.states), from, to, middle);
 }
 
 /// The text in the middle of the run, shortened when there is not enough space.

@@ -40,7 +40,9 @@ class WavePainter {
 public:
     WavePainter(const WaveScale& scale, qint64 samples, int left, int right, const QFont& font);
 
-    void add(const WaveRow& row, Radix radix, int top, int height);
+    /// With the names of values in `states`, by binary digits.
+    void add(const WaveRow& row, Radix radix, const QHash<QString, QString>& states, int top,
+        int height);
     void paint(QPainter& painter, const WaveColors& colors) const;
 
 private:
@@ -49,6 +51,7 @@ private:
     struct Lane {
         const WaveRow& row;
         Radix radix;
+        const QHash<QString, QString>& states;
         int high; // y of a 1, or of a bus's upper edge
         int low;
         Ink ink;

@@ -20,6 +20,7 @@ constexpr RadixFacts kRadixFacts[] = {
     {QT_TRANSLATE_NOOP("WaveView", "Decimal, signed"), 0},
     {QT_TRANSLATE_NOOP("WaveView", "Hexadecimal"),     4},
     {QT_TRANSLATE_NOOP("WaveView", "Text"),            8},
+    {QT_TRANSLATE_NOOP("WaveView", "Names of values"), 4},
 };
 
 constexpr char kDigits[] = "0123456789ABCDEF";
@@ -199,6 +200,13 @@ QString valueText(const WaveValue& value, Radix radix)
                                                       : QChar(kDigits[bits]);
     }
     return text;
+}
+
+QString namedText(const WaveValue& value, Radix radix, const QHash<QString, QString>& states)
+{
+    const QString name
+        = radix == Radix::Names ? states.value(valueText(value, Radix::Binary)) : QString();
+    return name.isEmpty() ? valueText(value, radix) : name;
 }
 
 bool WavePattern::matches(const WaveValue& candidate) const

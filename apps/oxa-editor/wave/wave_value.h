@@ -2,6 +2,7 @@
 #ifndef APPS_OXA_EDITOR_WAVE_WAVE_VALUE_H
 #define APPS_OXA_EDITOR_WAVE_WAVE_VALUE_H
 
+#include <QHash>
 #include <QString>
 
 #include <vector>
@@ -17,17 +18,20 @@ struct WaveValue {
 };
 
 /// How a value is written.
-enum class Radix { Binary, Octal, Decimal, Signed, Hexadecimal, Text };
+enum class Radix { Binary, Octal, Decimal, Signed, Hexadecimal, Text, Names };
 
-constexpr int kRadixes = 6;
+constexpr int kRadixes = 7;
 
 /// The radix as shown to users, such as "Hexadecimal".
 QString radixName(Radix radix);
 
 /// The digits of the value: binary, octal and hexadecimal with leading zeros and "x" for a digit
-/// with unknown bits; decimal without leading zeros, "x" when any bit is unknown; text with one
-/// character for each byte.
+/// with unknown bits, also for values without a name; decimal without leading zeros, "x" when any
+/// bit is unknown; text with one character for each byte.
 QString valueText(const WaveValue& value, Radix radix);
+
+/// The same, with the name in `states`, by binary digits, for `Radix::Names`.
+QString namedText(const WaveValue& value, Radix radix, const QHash<QString, QString>& states);
 
 /// A set of values to search for.
 struct WavePattern {

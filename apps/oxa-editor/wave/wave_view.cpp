@@ -6,6 +6,8 @@
 #include "wave_canvas.h"
 #include "wave_model.h"
 
+#include "oxautils/config/names_file.h"
+
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -188,6 +190,15 @@ QMenu* WaveView::makeMenu()
 }
 
 WaveformPtr WaveView::waveform() const { return m_model->waveform(); }
+
+void WaveView::setDimmed(bool dimmed) { m_canvas->setDimmed(dimmed); }
+
+void WaveView::setNamesOf(const QString& configuration)
+{
+    OXA::KnownNames names;
+    OXA::readKnownNames(configuration, names, nullptr);
+    m_model->setStates(names.states);
+}
 
 void WaveView::setWaveform(const WaveformPtr& waveform)
 {

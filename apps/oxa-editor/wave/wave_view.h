@@ -28,7 +28,12 @@ public:
     /// Shows `waveform`, never null. The user's choices (radixes, expanded buses, zoom, cursors)
     /// stay where they apply.
     void setWaveform(const WaveformPtr& waveform);
+
+    /// Shows values by the names beside the configuration's file; none when it cannot be read.
+    void setNamesOf(const QString& configuration);
     WaveformPtr waveform() const;
+    /// Draws the samples pale, as those that are not the newest.
+    void setDimmed(bool dimmed);
 
     QTreeView* rows() const { return m_rows; }
     WaveCanvas* canvas() const { return m_canvas; }

@@ -13,11 +13,18 @@ void putBit(vpiHandle net, bool bit)
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
-void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits)
+void putWords(
+    vpiHandle net, const std::vector<uint32_t>& words, const std::vector<uint32_t>& unknown)
 {
+    std::vector<s_vpi_vecval> vector(words.size());
+    for (size_t i = 0; i < words.size(); ++i) {
+        const uint32_t x = unknown.empty() ? 0 : unknown[i];
+        vector[i].aval = PLI_INT32(words[i] | x);
+        vector[i].bval = PLI_INT32(x);
+    }
     s_vpi_value value = {};
-    value.format = format;
-    value.value.str = digits.data();
+    value.format = vpiVectorVal;
+    value.value.vector = vector.data();
     vpi_put_value(net, &value, nullptr, vpiNoDelay);
 }
 
@@ -52,7 +59,7 @@ WatchedNets::Watched* WatchedNets::watch(const std::string& name)
         return nullptr;
     Watched& watched = m_nets[name];
     watched.net = net;
-    watched.changes = &changed;
+    watched.changes = &m_changed;
     s_vpi_time time = {};
     time.type = vpiSuppressTime;
     s_vpi_value value = {};

@@ -4,26 +4,32 @@
 
 #include <vpi_user.h>
 
+#include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 namespace oxa_target {
 
 void putBit(vpiHandle net, bool bit);
 
-/// `format` is that of `digits`: vpiHexStrVal or vpiBinStrVal.
-void putDigits(vpiHandle net, PLI_INT32 format, std::string& digits);
+/// The words have 32 bits, the least significant first. Bits of `unknown`, which may be empty,
+/// become x.
+void putWords(
+    vpiHandle net, const std::vector<uint32_t>& words, const std::vector<uint32_t>& unknown);
 
 bool isHigh(vpiHandle net); ///< whether any of its bits is 1
 
 /// Nets that are watched from their first `look` on.
 class WatchedNets {
 public:
-    /// Appends to `levels` that of the net `name`: 0, 1, or 2 for a 1 that was a 0 since the
-    /// previous call. False when there is no such net.
-    bool look(const std::string& name, std::string& levels);
+    /// `changed` is set to true when one of them changes.
+    explicit WatchedNets(bool& changed)
+        : m_changed(changed)
+    {
+    }
 
-    bool changed = false; ///< set to true when one of them changes
+    bool look(const std::string& name, std::string& levels); ///< as `Design::look`
 
 private:
     struct Watched {
@@ -34,6 +40,7 @@ private:
 
     Watched* watch(const std::string& name);
 
+    bool& m_changed;
     std::map<std::string, Watched> m_nets;
 };
 

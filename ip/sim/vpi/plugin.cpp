@@ -9,18 +9,18 @@
 //
 //   +oxa_jtag=ADDRESS      address for remote_bitbang (docs/simulated-target.md)
 //   +oxa_control=ADDRESS   address for control lines (docs/simulated-target.md)
-//   +oxa_stimulus=FILE     the steps for the command "run"
 //   +oxa_settle=1          unknown registers and memories start at 0
 //   +oxa_bench=1           the design has its own bench: "run" counts the times at which something
 //                          happens, and ends when a net changes that "look" has read; JTAG takes
 //                          no simulation time
 //   +oxa_find=MODULE       prints the paths of a module's instances and ends
 //
-// with an ADDRESS as in server_socket.h. It ends when its control client disconnects, or the
-// process that started it ends.
+// with an ADDRESS as in clients/server_socket.h. It ends when its control client disconnects, or
+// the process that started it ends.
 
+#include "clients/simulation.h"
 #include "instances.h"
-#include "simulation.h"
+#include "stopped.h"
 #include "target.h"
 
 #include <vpi_user.h>

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "simulation.h"
+#include "stopped.h"
+
+#include "clients/simulation.h"
 
 #include <vpi_user.h>
 
@@ -26,6 +28,14 @@ const char* option(const char* name)
     }
     return nullptr;
 }
+
+void say(const std::string& text)
+{
+    vpi_printf("oxa_target: %s\n", text.c_str());
+    vpi_flush();
+}
+
+void flush() { vpi_flush(); }
 
 bool isStopped() { return stopped; }
 

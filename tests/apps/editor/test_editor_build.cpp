@@ -7,6 +7,7 @@
 
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QStatusBar>
 
 namespace {
 
@@ -123,7 +124,9 @@ void TestEditorBuild::whatCannotBeBuiltIsNot()
 void TestEditorBuild::synthesisIsStopped()
 {
     Run run(m_folder, "stopped");
+    run.keys("Ctrl+9"); // which covers the panel
     run.keys("F8");
+    QVERIFY(run.panel.isVisible());
     auto* progress = run.panel.findChild<QProgressBar*>();
     QTRY_VERIFY_WITH_TIMEOUT(progress->value() > 0 || !run.panel.isRunning(), kPatience);
     QVERIFY(run.panel.isRunning());
@@ -132,6 +135,7 @@ void TestEditorBuild::synthesisIsStopped()
     run.press("Stop");
     run.finish();
     QVERIFY2(run.state().contains("Stopped"), qPrintable(run.state()));
+    QCOMPARE(run.window.statusBar()->currentMessage(), QString("Stopped"));
     QVERIFY(!QFile::exists(m_folder.path("stopped/qx_oxa_netlist.v")));
 }
 

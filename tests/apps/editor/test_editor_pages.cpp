@@ -76,6 +76,14 @@ struct Driver {
     }
 
     QString text() const { return dump(editor.model()->items()); }
+
+    QString selected() const
+    {
+        QStringList names;
+        for (const QModelIndex& row : editor.view()->selectionModel()->selectedRows())
+            names += editor.model()->itemAt(row)->name;
+        return names.join(' ');
+    }
 };
 
 /// A core whose units 0 to 9 are switched on.
@@ -235,11 +243,13 @@ void TestEditorPages::dragging()
     };
     QVERIFY(drag({model.index(3, 0), model.index(0, 0)}, 2, {}));
     QCOMPARE(driver.text(), QString("b a e d(d[1] d[0])"));
+    QCOMPARE(driver.selected(), QString("a e"));
     QVERIFY(drag({model.index(0, 0)}, -1, {}));
     QCOMPARE(driver.text(), QString("a e d(d[1] d[0]) b"));
     const QModelIndex bus = model.index(2, 0);
     QVERIFY(drag({model.index(1, 0, bus)}, 0, bus));
     QCOMPARE(driver.text(), QString("a e d(d[0] d[1]) b"));
+    QCOMPARE(driver.selected(), QString("d[0]"));
     QVERIFY(!drag({model.index(0, 0, bus)}, 0, {}));
     QVERIFY(!drag({model.index(0, 0)}, 1, bus));
     const std::unique_ptr<QMimeData> foreign(SignalModel(true).mimeData({}));

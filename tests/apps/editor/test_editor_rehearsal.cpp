@@ -183,6 +183,8 @@ void TestEditorRehearsal::stimulusStaysWithItsDocument()
     QCOMPARE(run.shown(), QString());
     QCOMPARE(run.panel.stimulus(), QString());
     QVERIFY(run.state().contains("Choose a stimulus"));
+    run.keys("Ctrl+8");
+    QVERIFY(run.find<QLineEdit>("Stimulus:")->hasFocus());
     run.window.open(m_folder.path("core.oxa"));
     QVERIFY(run.shown().startsWith("4+4@5"));
     QCOMPARE(run.panel.stimulus(), m_folder.path("wave.vcd"));

@@ -171,6 +171,14 @@ void TestEditorTarget::capturesAndTakesEditsOver()
     run.finish();
     QVERIFY2(run.state().contains("captured.csv: written"), qPrintable(run.state()));
     QCOMPARE(bytesOf(file).count('\n'), 4);
+
+    run.set(0, run.core().storageDepth, 32);
+    run.panel.cores()->topLevelItem(0)->setCheckState(0, Qt::Checked);
+    run.capture();
+    const QString refused = "Nothing was captured: core 0 cannot be changed so without synthesis";
+    QVERIFY2(run.state().contains(refused), qPrintable(run.state()));
+    QVERIFY2(run.cores().endsWith("not captured"), qPrintable(run.cores()));
+    QVERIFY(run.state().contains("not by the last run") && run.samples().startsWith("128"));
 }
 
 void TestEditorTarget::aRunIsStopped()
@@ -197,21 +205,23 @@ void TestEditorTarget::forces()
     run.neverTrigger();
     run.press("Force");
     run.finish();
-    QVERIFY2(
-        run.cores().startsWith("core 0: 8 signals, 16 samples: captured"), qPrintable(run.cores()));
+    QVERIFY2(run.cores().startsWith(
+                 "core 0: 8 signals, 16 samples: captured, 1 window, window 0 forced"),
+        qPrintable(run.cores()));
 }
 
 void TestEditorTarget::whatCannotBeCaptured()
 {
     Run run(m_folder, "127.0.0.1:1");
     run.capture();
-    QVERIFY2(run.problems().contains("127.0.0.1:1"), qPrintable(run.problems()));
-    run.enter("OpenOCD or port:", m_live.address());
-    run.set(0, run.core().storageDepth, 32);
-    run.capture();
-    QVERIFY2(run.problems().contains("core 0 cannot be changed so without synthesis"),
-        qPrintable(run.problems()));
-    QVERIFY(run.state().contains("Nothing was captured"));
+    QVERIFY2(run.state().contains("Not connected: OpenOCD: cannot connect to 127.0.0.1:1"),
+        qPrintable(run.state()));
+    auto* address = run.find<QLineEdit>("OpenOCD or port:");
+    QVERIFY(!address->hasFocus()); // a key would replace it
+    address->setText(m_live.address());
+    QTest::keyClick(address, Qt::Key_Return);
+    run.finish();
+    QVERIFY(run.state().contains("built from the configuration shown"));
 }
 
 // The window goes on while somebody who says nothing is waited for, and a stop does not wait.

@@ -18,6 +18,7 @@
 #include <QCompleter>
 #include <QListWidget>
 #include <QMimeData>
+#include <QRadioButton>
 #include <QSpinBox>
 #include <QTableView>
 #include <QTreeView>
@@ -209,6 +210,30 @@ void TestEditorWindow::unitsAreEditedInTheDialog()
     QCOMPARE(units->model()->index(9, 2).data().toString(), QString("Trigger 1"));
     driver.keys("Ctrl+Z");
     QCOMPARE(units->model()->index(9, 2).data().toString(), QString("NONE"));
+    QTest::keyClick(units, Qt::Key_Home);
+    QCOMPARE(units->currentIndex().row(), 0);
+
+    // HEX has no edges.
+    const auto inHex = [&](QMessageBox::StandardButton answer) {
+        QString question;
+        driver.inModal<MatchUnitDialog>(
+            [&](MatchUnitDialog* dialog) {
+                dialog->findChild<QRadioButton*>("rbtnHex")->click();
+                question
+                    = driver.answering(answer, [&] { QTest::keyClick(dialog, Qt::Key_Return); });
+                dialog->hide();
+                return true;
+            },
+            [&] { QTest::keyClick(units, Qt::Key_Return); });
+        return question;
+    };
+    const QString value = driver.core().matchUnit(0)->value0;
+    QVERIFY(inHex(QMessageBox::No).contains("R becomes 0"));
+    QCOMPARE(driver.core().matchUnit(0)->value0, value);
+    QVERIFY(inHex(QMessageBox::Yes).contains("R becomes 0"));
+    QVERIFY(driver.core().matchUnit(0)->value0 != value);
+    driver.keys("Ctrl+Z");
+    QCOMPARE(driver.core().matchUnit(0)->value0, value);
 }
 
 void TestEditorWindow::typingIsOneStep()
@@ -238,6 +263,17 @@ void TestEditorWindow::typingIsOneStep()
     driver.keys("Ctrl+Z");
     QCOMPARE(driver.core().triggerPos, 32);
     QCOMPARE(driver.page(), QString("Capture")); // where it was edited
+
+    auto* amount = driver.find<QSpinBox>("Capture amount:");
+    const int before = amount->value();
+    driver.enter("Capture amount:", "128");
+    amount->setFocus();
+    QTest::keyClick(amount, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(driver.core().captureAmount, before);
+    QTest::keyClicks(amount, "7");
+    QTest::keyClick(amount, Qt::Key_Z, Qt::ControlModifier); // only what is being typed
+    QCOMPARE(amount->cleanText(), QString::number(before));
+    QVERIFY(stack.canRedo());
 }
 
 void TestEditorWindow::badFilesLeaveTheOldOne()
@@ -278,8 +314,9 @@ void TestEditorWindow::changesAreNotLost()
     const QString path = m_folder.example("uart.oxa");
     const QByteArray before = bytesOf(path);
     WindowDriver driver(path);
-    const auto asks = [](QMessageBox::StandardButton button, const std::function<void()>& action) {
-        return WindowDriver::answering(button, action).contains("changes that are not saved");
+    const auto asks = [&](QMessageBox::StandardButton button, const std::function<void()>& action) {
+        const QString file = driver.window.windowTitle().section("[*]", 0, 0);
+        return driver.answering(button, action) == file + " has changes that are not saved.";
     };
     const auto create = [&] { driver.keys("Ctrl+N"); };
     const auto close = [&] { driver.window.close(); };
@@ -334,6 +371,12 @@ void TestEditorWindow::fileChangedByOthers()
     QVERIFY(driver.window.isWindowModified()); // the file is not what it was
     driver.keys("Ctrl+S");
     QVERIFY(bytesOf(path).contains("trigger_pos=\"48\""));
+
+    const QByteArray saved = bytesOf(path);
+    QVERIFY(QFile::remove(path));
+    QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("was removed"), kPatience);
+    writeFile(path, saved);
+    QTRY_COMPARE_WITH_TIMEOUT(driver.message(), QString(), kPatience);
 
     QVERIFY(QDir(folder).removeRecursively());
     QTRY_VERIFY_WITH_TIMEOUT(driver.message().contains("was removed"), kPatience);

@@ -7,9 +7,11 @@
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxacapture/sample_text.h"
+#include "oxautils/config/names_file.h"
 #include "support/signals.h"
 
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QTreeView>
 
 #include <random>
@@ -142,6 +144,11 @@ void TestWaveView::values()
         {Radix::Signed,      "0111",             "7",                      "7",                      "8"    },
         {Radix::Text,        "100101101011",     ".k",                     nullptr,                  nullptr},
         {Radix::Text,        "0100111101001011", "OK",                     "OK",                     "abc"  },
+        {Radix::Names,       "0101",             "RUN",                    "5",                      "RUN"  },
+        {Radix::Names,       "00101",            "05",                     "05",                     nullptr},
+    };
+    const QHash<QString, QString> states {
+        {"0101", "RUN"}
     };
     for (const auto& row : rows) {
         WaveRow wave;
@@ -149,7 +156,7 @@ void TestWaveView::values()
         wave.firstBit = 1;
         wave.width = row.bits.size();
         const WaveValue value = wave.valueAt(0);
-        QCOMPARE(valueText(value, row.radix), QString(row.text));
+        QCOMPARE(namedText(value, row.radix, states), QString(row.text));
         WavePattern pattern;
         QVERIFY(!row.wrong || !readPattern(row.wrong, row.radix, value.width, pattern));
         QVERIFY(!row.wanted || readPattern(row.wanted, row.radix, value.width, pattern));
@@ -240,6 +247,12 @@ void TestWaveView::choicesSurviveAnotherWaveform()
     Shown shown;
     shown.view.canvas()->setCursor(0, 3);
     QCOMPARE(shown.rows(), QString("data=A go=1"));
+    const QTemporaryDir directory;
+    OXA::StateNames names;
+    names["data"] = {"[3:0]", {{"FULL", "1010"}}};
+    QVERIFY(OXA::addKnownStates(directory.filePath("c.oxa"), names, nullptr));
+    shown.view.setNamesOf(directory.filePath("c.oxa"));
+    QCOMPARE(shown.rows(), QString("data=FULL go=1"));
     shown.choose(0);
     QTest::keyClick(shown.view.rows(), Qt::Key_Right);
     shown.view.setRadix(Radix::Signed);

@@ -95,7 +95,8 @@ QString BoardTarget::capture(int value)
 {
     QString error = run(OXA_PROGRAM,
         {"capture", "counter.oxa", "--openocd", m_address, "--unit",
-            "M0=" + binary(value, kCountBits), "--timeout", patienceSeconds(), "-o", "out.csv"});
+            "M0=" + binary(value, kCountBits), "--timeout", patienceSeconds(), "--bits", "-o",
+            "out.csv"});
     if (!error.isEmpty())
         return error;
     const QStringList rows

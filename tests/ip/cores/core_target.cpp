@@ -53,10 +53,9 @@ QString CoreTarget::start(const QString& part)
         return messages.last().message();
     qint64 steps = 0;
     QString error;
-    const QString stimulus = path("stimulus.txt");
-    if (!buildTarget(simulation, plans, waveform, 0, m_target, stimulus, steps, &error))
+    if (!buildTarget(simulation, plans, waveform, 0, m_target, steps, &error))
         return error;
-    if (!m_target.start(stimulus))
+    if (!m_target.start())
         return m_target.error();
     return m_client.begin() && m_client.discover(identities) ? QString() : m_client.error();
 }

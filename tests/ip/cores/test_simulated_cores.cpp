@@ -52,6 +52,7 @@ class TestSimulatedCores : public QObject {
 private Q_SLOTS:
     void randomCores_data();
     void randomCores();
+    void coresInVerilator();
     void aTriggerAtTheFirstSample();
     void liteCores();
 
@@ -79,7 +80,8 @@ QStringList TestSimulatedCores::call(const QByteArray& waveform, const Part& par
         writeFile(path("w.vcd"), waveform), "--json", "-o", path("out.csv")};
 }
 
-// Writes a configuration with a waveform, and returns the call that simulates it.
+// Writes a configuration with a waveform, and returns the call that simulates it, with its own
+// settings or others.
 QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
 {
     Random random(seed);
@@ -102,6 +104,12 @@ QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
     OXA::writeOXAConfigToXml(list, path("c.oxa"));
     QStringList result
         = call(randomWaveform(random, names, clocks), kParts[seed % 2 ? 1 + seed / 2 % 4 : 0]);
+    if (seed % 4 > 1) {
+        for (OXA::AoCore* core : list)
+            changeSettings(random, *core);
+        OXA::writeOXAConfigToXml(list, result[1] = path("run.oxa"));
+        result += {"--built-from", path("c.oxa")};
+    }
     if (seed % 3 == 1)
         result += {"--force-trigger-at", QString::number(between(random, 0, kSamples))};
     return result;
@@ -125,6 +133,12 @@ void TestSimulatedCores::randomCores()
     QFETCH(unsigned, seed);
     QFETCH(int, cores);
     compare(randomCall(seed, cores));
+}
+
+// Several clocks, and a first core that runs from power-up on.
+void TestSimulatedCores::coresInVerilator()
+{
+    compare(randomCall(2, 3) + QStringList {"--simulator", "verilator"});
 }
 
 // Of a core that runs from power-up on, and is stopped and armed again before the waveform begins.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef IP_SIM_VPI_BITBANG_H
-#define IP_SIM_VPI_BITBANG_H
+#ifndef IP_SIM_CLIENTS_BITBANG_H
+#define IP_SIM_CLIENTS_BITBANG_H
 
 #include "server_socket.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef IP_SIM_VPI_SERVER_SOCKET_H
-#define IP_SIM_VPI_SERVER_SOCKET_H
+#ifndef IP_SIM_CLIENTS_SERVER_SOCKET_H
+#define IP_SIM_CLIENTS_SERVER_SOCKET_H
 
 #include <string>
 

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef OXACAPTURE_FILES_BUS_RANGE_H
+#define OXACAPTURE_FILES_BUS_RANGE_H
+
+#include "oxautils/model/bit_range.h"
+
+namespace OXA_CAPTURE {
+
+using OXA::takeIndex;
+
+/// The vector that a bus is in a file, and the indexes of its bits: those of `bits`; when they are
+/// no range, `name`, down to 0.
+OXA::BitRange busRange(const QStringList& bits, const QString& name);
+
+}
+
+#endif

@@ -1,0 +1,327 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "files/fail.h"
+#include "oxacapture/files/capture_file.h"
+#include "oxacapture/files/time_axis.h"
+#include "oxacapture/waveform/vcd_reader.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr size_t kOwnVariables = 3; // that a capture's core has behind its data signals
+constexpr qint64 kMostWords = qint64(1) << 29; // of samples
+constexpr qint64 kMostBits = 1 << 20; // of all signals
+constexpr qint64 kMostCharacters = qint64(1) << 28; // of names
+constexpr int kIndexBits = 32; // of the variable that counts the windows
+
+/// Where a variable's bits go.
+struct BitsOfCore {
+    size_t core;
+    int first; // bit of the sample
+};
+
+/// A variable that says where the samples of a capture's core are.
+struct Mark {
+    enum Kind { Sample, Trigger, Window };
+    size_t core;
+    Kind kind;
+};
+
+struct Slot {
+    std::vector<BitsOfCore> uses;
+    std::vector<Mark> marks;
+};
+
+/// A core while its samples are read.
+struct CoreReading {
+    CapturedCore core;
+    SampleLayout layout;
+    std::vector<quint64> row;
+    std::string window; // number of the window being read; empty outside of windows
+    std::string nextWindow;
+    bool isTrigger = false;
+    bool isSample = false; // there is one at this time
+    bool isEnd = false; // the window ends at this time
+};
+
+/// Reads samples: in a capture those of its cores; in another waveform one whenever a signal
+/// changes.
+class CaptureReading : public VcdSink {
+public:
+    explicit CaptureReading(const VcdReader& waveform)
+        : m_waveform(waveform)
+    {
+    }
+
+    /// Finds out what the variables are.
+    bool plan(QString* error);
+    const std::vector<int>& watched() const { return m_watched; }
+
+    void change(int slot, std::string_view bits) override;
+    void endOfTime(quint64 time) override;
+
+    bool isTooLarge() const { return m_words > kMostWords; }
+    /// The capture, after the last change.
+    Capture finish();
+
+private:
+    void planCore(int index, size_t from, size_t to, const std::vector<QString>& names);
+    Slot& slotOf(int code);
+    void takeSample(CoreReading& reading, quint64 time);
+    void endWindow(CoreReading& reading, quint64 time);
+
+    const VcdReader& m_waveform;
+    bool m_isCapture = false;
+    std::vector<int> m_watched;
+    std::vector<int> m_slotOfCode;
+    std::vector<Slot> m_slots;
+    std::vector<CoreReading> m_cores;
+    bool m_isChanged = false;
+    quint64 m_time = 0;
+    qint64 m_words = 0;
+};
+
+/// The index of the capture's core whose scope this is; -1 for other scopes.
+int coreOf(const VcdScope& scope)
+{
+    static const QRegularExpression own("^core(\\d+)$");
+    const auto match = own.match(QString::fromStdString(scope.name));
+    return scope.parent < 0 && match.hasMatch() ? match.captured(1).toInt() : -1;
+}
+
+/// The end, from `from` on, of the variables in the same scope.
+size_t endOfScope(const std::vector<VcdVariable>& variables, size_t from)
+{
+    size_t to = from;
+    while (to < variables.size() && variables[to].scope == variables[from].scope)
+        ++to;
+    return to;
+}
+
+/// Whether the variables are what a capture's core has; see docs/captures.md.
+bool isCaptureScope(const VcdReader& waveform, size_t from, size_t to)
+{
+    const auto& variables = waveform.variables();
+    if (to - from < kOwnVariables || variables[from].scope < 0
+        || coreOf(waveform.scopes()[size_t(variables[from].scope)]) < 0)
+        return false;
+    const char* const names[] = {"sample", "trigger", "window"};
+    for (size_t i = 0; i < kOwnVariables; ++i) {
+        const VcdVariable& variable = variables[to - kOwnVariables + i];
+        if (!QString::fromStdString(variable.name).endsWith(names[i])
+            || variable.width != (i == kOwnVariables - 1 ? kIndexBits : 1))
+            return false;
+    }
+    return true;
+}
+
+bool isCapture(const VcdReader& waveform)
+{
+    const auto& variables = waveform.variables();
+    size_t from = 0;
+    while (from < variables.size()) {
+        const size_t to = endOfScope(variables, from);
+        if (!isCaptureScope(waveform, from, to))
+            return false;
+        from = to;
+    }
+    return from > 0;
+}
+
+OXA::SignalItem itemOf(const VcdVariable& variable, const QString& name)
+{
+    OXA::SignalItem item;
+    item.name = name;
+    if (variable.width == 1 && !variable.hasRange)
+        return item;
+    const int step = variable.msb <= variable.lsb ? 1 : -1;
+    for (int bit = 0; bit < variable.width; ++bit) {
+        OXA::SignalItem one;
+        one.name = name + QString("[%1]").arg(qint64(variable.msb) + qint64(bit) * step);
+        if (variable.width == 1)
+            return one;
+        item.subItems += one;
+    }
+    return item;
+}
+
+Slot& CaptureReading::slotOf(int code)
+{
+    if (size_t(code) >= m_slotOfCode.size())
+        m_slotOfCode.resize(size_t(code) + 1, -1);
+    int& slot = m_slotOfCode[size_t(code)];
+    if (slot < 0) {
+        slot = int(m_slots.size());
+        m_slots.emplace_back();
+        m_watched.push_back(code);
+    }
+    return m_slots[size_t(slot)];
+}
+
+bool CaptureReading::plan(QString* error)
+{
+    const auto& variables = m_waveform.variables();
+    m_isCapture = isCapture(m_waveform);
+    std::vector<QString> names;
+    qint64 characters = 0;
+    qint64 bits = 0;
+    for (const VcdVariable& variable : variables) {
+        const std::string full = m_isCapture ? variable.name : m_waveform.fullName(variable);
+        names.push_back(QString::fromStdString(full));
+        characters += names.back().size() * qint64(std::max(variable.width, 1)); // of all bits
+        bits += variable.width;
+        if (characters > kMostCharacters || bits > kMostBits)
+            return OXA::fail(error, "has too many signals, or their names are too long");
+    }
+    for (size_t from = 0; from < variables.size();) {
+        const size_t to = m_isCapture ? endOfScope(variables, from) : variables.size();
+        const int index
+            = m_isCapture ? coreOf(m_waveform.scopes()[size_t(variables[from].scope)]) : 0;
+        planCore(index, from, to, names);
+        from = to;
+    }
+    return true;
+}
+
+void CaptureReading::planCore(int index, size_t from, size_t to, const std::vector<QString>& names)
+{
+    const auto& variables = m_waveform.variables();
+    const size_t place = m_cores.size();
+    m_cores.emplace_back();
+    CoreReading& reading = m_cores.back();
+    reading.core.index = index;
+    const size_t end = m_isCapture ? to - kOwnVariables : to;
+    int width = 0;
+    for (size_t i = from; i < end; ++i) {
+        if (variables[i].width == 0)
+            continue;
+        reading.core.items += itemOf(variables[i], names[i]);
+        slotOf(variables[i].code).uses.push_back({place, width});
+        width += variables[i].width;
+    }
+    for (size_t i = end; i < to; ++i)
+        slotOf(variables[i].code).marks.push_back({place, Mark::Kind(i - end)});
+    reading.layout = SampleLayout({width});
+    reading.row.resize(size_t(reading.layout.rowWords()));
+    for (int bit = 0; bit < width; ++bit)
+        setBit(reading.layout, reading.row, 0, bit, Logic::Unknown);
+}
+
+void CaptureReading::change(int slot, std::string_view bits)
+{
+    const Slot& changed = m_slots[size_t(slot)];
+    for (const BitsOfCore& use : changed.uses) {
+        CoreReading& reading = m_cores[use.core];
+        int bit = use.first;
+        for (const char c : bits)
+            setBit(reading.layout, reading.row, 0, bit++,
+                c == '1'       ? Logic::One
+                    : c == '0' ? Logic::Zero
+                               : Logic::Unknown);
+    }
+    const char last = bits.back();
+    for (const Mark& mark : changed.marks) {
+        CoreReading& reading = m_cores[mark.core];
+        if (mark.kind == Mark::Window) {
+            reading.nextWindow = bits;
+        } else if (mark.kind == Mark::Trigger) {
+            reading.isTrigger = last == '1';
+        } else {
+            reading.isSample = last == '0' || last == '1';
+            reading.isEnd = !reading.isSample;
+        }
+    }
+    m_isChanged = true;
+}
+
+void CaptureReading::endWindow(CoreReading& reading, quint64 time)
+{
+    if (!reading.window.empty())
+        reading.core.windows.back().times.push_back(time);
+    reading.window.clear();
+}
+
+void CaptureReading::takeSample(CoreReading& reading, quint64 time)
+{
+    if (isTooLarge())
+        return;
+    if (reading.window != reading.nextWindow || reading.window.empty()) {
+        endWindow(reading, time);
+        reading.window = m_isCapture ? reading.nextWindow : "0";
+        reading.nextWindow = reading.window;
+        reading.core.windows.emplace_back();
+        m_words += qint64(sizeof(CapturedWindow) / sizeof(quint64));
+        reading.core.windows.back().samples = SampleTable(reading.layout);
+    }
+    CapturedWindow& window = reading.core.windows.back();
+    if (reading.isTrigger)
+        window.place.triggerSample = window.samples.size();
+    window.samples.append(reading.row.data());
+    window.times.push_back(time);
+    ++window.place.samples;
+    m_words += reading.layout.rowWords() + 1;
+}
+
+void CaptureReading::endOfTime(quint64 time)
+{
+    for (CoreReading& reading : m_cores) {
+        if (m_isCapture ? reading.isSample : m_isChanged)
+            takeSample(reading, time);
+        else if (reading.isEnd)
+            endWindow(reading, time);
+        reading.isSample = reading.isEnd = false;
+    }
+    m_isChanged = false;
+    m_time = time;
+}
+
+Capture CaptureReading::finish()
+{
+    QMap<int, double> clocks;
+    const TimeKind kind = readTimeText(QString::fromStdString(m_waveform.version()), clocks);
+    const bool timed = m_waveform.timeExponent() && (!m_isCapture || kind == TimeKind::Waveform);
+    Capture capture;
+    for (CoreReading& reading : m_cores) {
+        endWindow(reading, m_time);
+        CapturedCore& core = reading.core;
+        if (timed)
+            core.timeExponent = *m_waveform.timeExponent();
+        else if (m_isCapture)
+            core.clockHz = clocks.value(core.index);
+        for (CapturedWindow& window : core.windows) {
+            if (!timed)
+                window.times.clear();
+        }
+        capture.push_back(std::move(core));
+    }
+    return capture;
+}
+
+}
+
+bool readCapture(const QString& path, Capture& capture, QString* error, const Progress& progress)
+{
+    VcdReader reader(path);
+    if (!reader.readHeader())
+        return OXA::fail(error, reader.message().message());
+    CaptureReading reading(reader);
+    QString problem;
+    if (!reading.plan(&problem))
+        return OXA::fail(error, path + ": " + problem);
+    const Progress goesOn
+        = [&](int percent) { return !reading.isTooLarge() && (!progress || progress(percent)); };
+    const bool read = reader.readChanges(reading.watched(), reading, goesOn);
+    if (reading.isTooLarge())
+        return OXA::fail(error, path + ": has too many samples of too many signals");
+    if (!read)
+        return OXA::fail(
+            error, reader.message().text.isEmpty() ? "stopped" : reader.message().message());
+    capture = reading.finish();
+    return true;
+}
+
+}

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "oxacapture/files/time_axis.h"
+
+#include "oxacapture/files/time_unit.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr qint64 kGap = 16; // a window is this many times as long as the gap behind it
+constexpr int kNumbersExponent = -9; // a unit that viewers can show
+
+constexpr int kDigits = 15; // of a frequency
+
+// In the order of TimeKind.
+constexpr const char* kTexts[] = {
+    "oxa: times of the waveform", "oxa: times in each window", "oxa: numbers of samples, no times"};
+
+TimeKind kindOf(const Capture& capture)
+{
+    TimeKind kind = TimeKind::Waveform;
+    for (const CapturedCore& core : capture) {
+        const bool timed = std::all_of(core.windows.begin(), core.windows.end(),
+            [](const CapturedWindow& window) { return !window.times.empty(); });
+        if (!core.windows.empty() && !timed)
+            kind = std::max(kind, core.clockHz > 0 ? TimeKind::Window : TimeKind::Numbers);
+    }
+    return kind;
+}
+
+}
+
+TimeAxis::TimeAxis(const Capture& capture)
+    : m_capture(capture)
+    , m_kind(kindOf(capture))
+{
+    double fastest = 0;
+    int finest = kMostTimeExponent;
+    for (const CapturedCore& core : capture) {
+        fastest = std::max(fastest, core.clockHz);
+        finest = std::min(finest, core.timeExponent);
+    }
+    m_exponent = m_kind == TimeKind::Waveform ? finest
+        : m_kind == TimeKind::Window          ? timeExponentFor(fastest)
+                                              : kNumbersExponent;
+    for (const CapturedCore& core : capture) {
+        m_starts.emplace_back();
+        quint64 start = 0;
+        for (const CapturedWindow& window : core.windows) {
+            m_starts.back().push_back(start);
+            const qint64 samples = window.samples.size();
+            start += since(core, samples + std::max(samples / kGap, qint64(1)));
+        }
+    }
+}
+
+quint64 TimeAxis::since(const CapturedCore& core, qint64 sample) const
+{
+    if (m_kind != TimeKind::Window)
+        return quint64(sample);
+    return quint64(std::llround(double(sample) / core.clockHz * std::pow(10, -m_exponent)));
+}
+
+quint64 TimeAxis::at(size_t core, size_t window, qint64 sample) const
+{
+    const CapturedCore& own = m_capture[core];
+    if (m_kind != TimeKind::Waveform)
+        return m_starts[core][window] + since(own, sample);
+    quint64 time = own.windows[window].times[size_t(sample)];
+    for (int exponent = own.timeExponent; exponent > m_exponent; --exponent)
+        time *= 10;
+    return time;
+}
+
+QString TimeAxis::text() const
+{
+    if (m_kind != TimeKind::Window)
+        return kTexts[int(m_kind)];
+    QStringList clocks;
+    for (const CapturedCore& core : m_capture)
+        clocks
+            += QString("core %1 at %2 Hz")
+                   .arg(QString::number(core.index), QString::number(core.clockHz, 'g', kDigits));
+    return kTexts[int(m_kind)] + (", " + clocks.join(", "));
+}
+
+TimeKind readTimeText(const QString& text, QMap<int, double>& clocks)
+{
+    static const QRegularExpression clock("core (\\d+) at (\\S+) Hz");
+    for (auto it = clock.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        clocks.insert(match.captured(1).toInt(), match.captured(2).toDouble());
+    }
+    for (const TimeKind kind : {TimeKind::Window, TimeKind::Numbers}) {
+        if (text.startsWith(kTexts[int(kind)]))
+            return kind;
+    }
+    return TimeKind::Waveform;
+}
+
+}
