@@ -2,21 +2,19 @@
 #include "main_window.h"
 
 #include "build_panel.h"
-#include "capture_page.h"
 #include "core_list.h"
+#include "core_page.h"
+#include "core_pages.h"
 #include "cost_panel.h"
 #include "design/design_panel.h"
-#include "expressions_page.h"
 #include "file_watch.h"
 #include "message_bar.h"
 #include "part_choice.h"
-#include "ports_page.h"
+#include "problem_location.h"
 #include "problems_panel.h"
 #include "recent_files.h"
-#include "signals_page.h"
 #include "target/target_panel.h"
 #include "undo_keys.h"
-#include "units_page.h"
 #include "wave/rehearsal_panel.h"
 
 #include "oxautils/model/shown_text.h"
@@ -30,56 +28,11 @@
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace {
 
 constexpr int kJudgeDelay = 150; // ms after an edit
-
-// The pages for rules about a core as a whole; other rules: the first page.
-struct RulePage {
-    const char* rule;
-    Page page;
-};
-
-constexpr RulePage kRulePages[] = {
-    {"no-data",              Page::Signals    },
-    {"signal-twice",         Page::Signals    },
-    {"sampled-clock",        Page::Signals    },
-    {"unusable-name",        Page::Signals    },
-    {"hidden-characters",    Page::Signals    },
-    {"wrapper-name",         Page::Signals    },
-    {"shared-data",          Page::Signals    },
-    {"not-in-design",        Page::Signals    },
-    {"watched-memory",       Page::Signals    },
-    {"declared-bits",        Page::Signals    },
-    {"other-clock",          Page::Signals    },
-    {"no-expression",        Page::Expressions},
-    {"too-many-expressions", Page::Expressions},
-    {"table-memory",         Page::Expressions},
-};
-
-Page pageOf(const OXA::Problem& problem)
-{
-    if (problem.place.expression >= 0)
-        return Page::Expressions;
-    if (problem.place.unit >= 0)
-        return Page::Units;
-    if (problem.place.port >= 0)
-        return Page::Ports;
-    for (const RulePage& known : kRulePages) {
-        if (problem.rule == known.rule)
-            return known.page;
-    }
-    return Page::Capture;
-}
-
-int itemOf(const OXA::Place& place)
-{
-    return place.expression >= 0 ? place.expression : place.unit >= 0 ? place.unit : place.port;
-}
 
 QString fileText(bool exists)
 {
@@ -99,7 +52,7 @@ QString fileSetting(const char* group, const QString& path)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_cores(new CoreList(m_document))
-    , m_tabs(new QTabWidget)
+    , m_pages(new CorePages(m_document))
     , m_middle(new QStackedWidget)
     , m_message(new MessageBar)
     , m_problems(new ProblemsPanel)
@@ -144,13 +97,9 @@ MainWindow::~MainWindow()
 
 void MainWindow::layOut()
 {
-    m_tabs->setDocumentMode(true);
-    // Allows dragging signals of the design to a hidden page.
-    m_tabs->tabBar()->setAcceptDrops(true);
-    m_tabs->tabBar()->setChangeCurrentOnDrag(true);
     auto* empty = new QLabel(tr("There is no core. Add one to begin."));
     empty->setAlignment(Qt::AlignCenter);
-    m_middle->addWidget(m_tabs);
+    m_middle->addWidget(m_pages);
     m_middle->addWidget(empty);
     auto* splitter = new QSplitter;
     splitter->addWidget(m_cores);
@@ -181,37 +130,6 @@ void MainWindow::layOut()
     }
 }
 
-/// Puts a panel into a dock, with scroll bars when the dock is small. A panel that another dock
-/// covers is hidden, or its Alt shortcuts would still be active.
-void MainWindow::fillDock(QDockWidget* dock, const char* name, QWidget* panel)
-{
-    auto* area = new QScrollArea;
-    area->setWidget(panel);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // focus scrolls to the panel's fields
-    area->setFocusProxy(panel);
-    dock->setObjectName(name);
-    dock->setWidget(area);
-    connect(dock, &QDockWidget::visibilityChanged, panel, &QWidget::setVisible);
-}
-
-/// Raises a waveform or the design, with space for some rows: in place of the build panel unless
-/// the user moved it.
-void MainWindow::showLargeDock(QDockWidget* dock)
-{
-    const bool comes = !dock->isVisible();
-    if (dockWidgetArea(dock) == Qt::NoDockWidgetArea && !dock->isFloating()) {
-        addDockWidget(Qt::BottomDockWidgetArea, dock);
-        tabifyDockWidget(m_buildDock, dock);
-    }
-    dock->show();
-    dock->raise();
-    if (comes && !dock->isFloating() && dock->height() < height() / 2)
-        resizeDocks({dock}, {height() / 2}, Qt::Vertical);
-    dock->widget()->setFocus(Qt::ShortcutFocusReason);
-}
-
 QWidget* MainWindow::makeSide()
 {
     auto* cost = new QWidget;
@@ -231,7 +149,8 @@ QWidget* MainWindow::makeSide()
 
 void MainWindow::connectParts()
 {
-    connect(&m_document, &Document::replaced, this, &MainWindow::makePages);
+    connect(&m_document, &Document::replaced, this, &MainWindow::showDocument);
+    connect(m_pages, &CorePages::designWanted, this, &MainWindow::showDesign);
     connect(&m_document, &Document::changed, this, &MainWindow::showChange);
     connect(&m_document, &Document::pathChanged, this, &MainWindow::showTitle);
     connect(&m_document, &Document::pathChanged, this, &MainWindow::restoreFileSettings);
@@ -251,72 +170,28 @@ void MainWindow::connectParts()
     connect(&m_checkTimer, &QTimer::timeout, this, &MainWindow::updateChecks);
 }
 
-/// The pages for cores of the document's mode.
-void MainWindow::makePages()
+void MainWindow::showDocument()
 {
-    while (m_tabs->count() > 0)
-        delete m_tabs->widget(0);
-    if (m_document.mode() == OXA::Lite) {
-        m_tabs->addTab(new LiteCapturePage(m_document), tr("Capture"));
-        m_tabs->addTab(new SignalsPage(m_document), tr("Signals"));
-    } else {
-        m_tabs->addTab(new CapturePage(m_document), tr("Capture"));
-        m_tabs->addTab(new SignalsPage(m_document), tr("Signals"));
-        m_tabs->addTab(new PortsPage(m_document), tr("Trigger ports"));
-        m_tabs->addTab(new UnitsPage(m_document), tr("Match units"));
-        m_tabs->addTab(new ExpressionsPage(m_document), tr("Expressions"));
-    }
-    for (int i = 0; i < m_tabs->count(); ++i)
-        connect(static_cast<CorePage*>(m_tabs->widget(i)), &CorePage::designWanted, this,
-            &MainWindow::showDesign);
-    orderTabs();
+    m_pages->makePages();
     m_message->hide();
     m_cores->refresh();
     m_checkTimer.start();
-}
-
-/// Puts the pages into the Tab order behind their tabs. New widgets would come last.
-void MainWindow::orderTabs()
-{
-    QWidget* last = m_tabs->tabBar();
-    for (int i = 0; i < m_tabs->count(); ++i) {
-        QWidget* page = m_tabs->widget(i);
-        QList<QWidget*> stops;
-        for (QWidget* at = page->nextInFocusChain(); at != page; at = at->nextInFocusChain()) {
-            if (page->isAncestorOf(at) && at->focusPolicy() & Qt::TabFocus && !at->focusProxy())
-                stops += at;
-        }
-        for (QWidget* stop : qAsConst(stops)) {
-            setTabOrder(last, stop);
-            last = stop;
-        }
-    }
 }
 
 void MainWindow::showCore()
 {
     const CorePtr core = m_cores->current();
     m_middle->setCurrentIndex(core ? 0 : 1);
-    for (int i = 0; i < m_tabs->count(); ++i)
-        static_cast<CorePage*>(m_tabs->widget(i))->setCore(core);
+    m_pages->setCore(core);
     m_rehearsal->setCore(core);
     m_design->setCore(core);
-}
-
-void MainWindow::showPage(Page page)
-{
-    for (int i = 0; i < m_tabs->count(); ++i) {
-        if (static_cast<CorePage*>(m_tabs->widget(i))->page() == page)
-            m_tabs->setCurrentIndex(i);
-    }
 }
 
 void MainWindow::showChange(const Location& location)
 {
     if (!location.core || location.page == Page::Capture)
         m_cores->refresh();
-    for (int i = 0; i < m_tabs->count(); ++i)
-        static_cast<CorePage*>(m_tabs->widget(i))->contentChanged();
+    m_pages->contentChanged();
     m_checkTimer.start();
 }
 
@@ -326,17 +201,17 @@ void MainWindow::showPlace(const Location& location)
     if (!location.core)
         return;
     m_cores->setCurrent(location.core);
-    showPage(location.page);
-    static_cast<CorePage*>(m_tabs->currentWidget())->reveal(location.item);
+    m_pages->showPage(location.page);
+    m_pages->page()->reveal(location.item);
 }
 
 void MainWindow::showProblem(const OXA::Problem& problem)
 {
-    const CorePtr core = m_document.cores().value(problem.place.core);
-    if (!core)
+    const Location location = locationOf(problem, m_document.cores());
+    if (!location.core)
         return;
-    showPlace({core, pageOf(problem), itemOf(problem.place)});
-    static_cast<CorePage*>(m_tabs->currentWidget())->revealNamedIn(problem.text);
+    showPlace(location);
+    m_pages->page()->revealNamedIn(problem.text);
 }
 
 void MainWindow::updateChecks()

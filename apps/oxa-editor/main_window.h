@@ -12,7 +12,7 @@ struct Problem;
 }
 class BuildPanel;
 class CoreList;
-class CorePage;
+class CorePages;
 class CostPanel;
 class DesignPanel;
 class FileWatch;
@@ -22,7 +22,6 @@ class ProblemsPanel;
 class QAction;
 class QDockWidget;
 class QStackedWidget;
-class QTabWidget;
 class RecentFiles;
 class RehearsalPanel;
 class TargetPanel;
@@ -72,11 +71,8 @@ private:
     void fillDock(QDockWidget* dock, const char* name, QWidget* panel);
     void showLargeDock(QDockWidget* dock);
     void showDesign();
-    void insert(Page page, const QList<OXA::SignalItem>& items);
-    void makePages();
-    void orderTabs();
+    void showDocument();
     void showCore();
-    void showPage(Page page);
     void showChange(const Location& location);
     void showPlace(const Location& location);
     void showProblem(const OXA::Problem& problem);
@@ -91,7 +87,7 @@ private:
 
     Document m_document;
     CoreList* m_cores;
-    QTabWidget* m_tabs;
+    CorePages* m_pages;
     QStackedWidget* m_middle; // the pages, or a hint when there is no core
     MessageBar* m_message;
     ProblemsPanel* m_problems;

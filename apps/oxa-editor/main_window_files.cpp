@@ -1,32 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
-// The functions of the window for files, and its menus.
+// The functions of the window for files.
 
 #include "main_window.h"
 
 #include "build_panel.h"
-#include "core_list.h"
-#include "core_page.h"
 #include "message_bar.h"
-#include "part_choice.h"
-#include "problems_panel.h"
 #include "recent_files.h"
 #include "target/target_panel.h"
-#include "wave/wave_view.h"
 
 #include "oxautils/model/shown_text.h"
 
-#include <QAction>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QListWidget>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QSettings>
-#include <QStatusBar>
-#include <QTabWidget>
+#include <QTimer>
 
 namespace {
 
@@ -44,135 +34,6 @@ QString fileIn(const QMimeData* data)
     return urls.size() == 1 ? urls.first().toLocalFile() : QString();
 }
 
-}
-
-void MainWindow::makeActions()
-{
-    makeFileMenu();
-    makeEditMenu();
-    makeViewMenu();
-    makeBuildMenu();
-    makeTargetMenu();
-}
-
-void MainWindow::makeFileMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&File"));
-    menu->addAction(
-        tr("&New Standard"), this, [this] { newDocument(OXA::Standard); }, QKeySequence::New);
-    menu->addAction(
-        tr("New &Lite"), this, [this] { newDocument(OXA::Lite); }, QKeySequence("Ctrl+Shift+N"));
-    menu->addAction(tr("&Open…"), this, &MainWindow::chooseFile, QKeySequence::Open);
-    menu->addMenu(m_recent);
-    menu->addSeparator();
-    menu->addAction(tr("&Save"), this, &MainWindow::save, QKeySequence::Save);
-    menu->addAction(tr("Save &As…"), this, &MainWindow::saveAs, QKeySequence("Ctrl+Shift+S"));
-    menu->addSeparator();
-    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
-}
-
-void MainWindow::makeEditMenu()
-{
-    QUndoStack& stack = m_document.undoStack();
-    QMenu* menu = menuBar()->addMenu(tr("&Edit"));
-    const auto addStep
-        = [&](const QString& name, const QList<QKeySequence>& keys, void (QUndoStack::*go)()) {
-              QAction* action = menu->addAction(name);
-              action->setShortcuts(keys);
-              action->setEnabled(false);
-              connect(action, &QAction::triggered, this, [this, go] { step(go); });
-              return action;
-          };
-    const auto setStepText = [](QAction* action, const QString& name, const QString& step) {
-        action->setText(step.isEmpty() ? name : QString("%1: %2").arg(name, step));
-    };
-    QAction* undo = addStep(tr("&Undo"), {QKeySequence("Ctrl+Z")}, &QUndoStack::undo);
-    QAction* redo = addStep(
-        tr("&Redo"), {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")}, &QUndoStack::redo);
-    connect(&stack, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
-    connect(&stack, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
-    connect(&stack, &QUndoStack::undoTextChanged, undo,
-        [=](const QString& text) { setStepText(undo, tr("&Undo"), text); });
-    connect(&stack, &QUndoStack::redoTextChanged, redo,
-        [=](const QString& text) { setStepText(redo, tr("&Redo"), text); });
-    menu->addSeparator();
-    menu->addAction(tr("&Add Core"), m_cores, &CoreList::add);
-    menu->addAction(tr("&Duplicate Core"), m_cores, &CoreList::duplicate);
-    menu->addAction(tr("Re&move Core"), m_cores, &CoreList::remove);
-}
-
-/// Undoes or redoes one step, and shows its place.
-void MainWindow::step(void (QUndoStack::*go)())
-{
-    finishEdit();
-    Location place;
-    const auto note = [&place](const Location& location) { place = location; };
-    const auto connection = connect(&m_document, &Document::changed, this, note);
-    (m_document.undoStack().*go)();
-    disconnect(connection);
-    showPlace(place);
-}
-
-void MainWindow::makeViewMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&View"));
-    const auto addFocus = [&](const QString& text, const QString& keys, QWidget* widget) {
-        menu->addAction(
-            text, widget, [widget] { widget->setFocus(Qt::ShortcutFocusReason); },
-            QKeySequence(keys));
-    };
-    addFocus(tr("&Cores"), "Ctrl+0", m_cores->list());
-    const QList<QPair<Page, QString>> pages = {
-        {Page::Capture,     tr("C&apture")      },
-        {Page::Signals,     tr("&Signals")      },
-        {Page::Ports,       tr("&Trigger ports")},
-        {Page::Units,       tr("&Match units")  },
-        {Page::Expressions, tr("&Expressions")  }
-    };
-    for (const auto& entry : pages)
-        menu->addAction(
-            entry.second, this,
-            [this, page = entry.first] {
-                showPage(page);
-                static_cast<CorePage*>(m_tabs->currentWidget())->enter();
-            },
-            QKeySequence(QString("Ctrl+%1").arg(int(entry.first) + 1)));
-    addFocus(tr("&Problems"), "Ctrl+6", m_problems->list());
-    addFocus(tr("Par&t"), "Ctrl+7", m_part);
-    const auto addWave = [&](const QString& text, const QString& keys, QDockWidget* dock) {
-        menu->addAction(
-            text, this, [this, dock] { showLargeDock(dock); }, QKeySequence(keys));
-    };
-    addWave(tr("&Rehearsal"), "Ctrl+8", m_rehearsalDock);
-    addWave(tr("Tar&get"), "Ctrl+9", m_targetDock);
-    menu->addAction(tr("&Design"), this, &MainWindow::showDesign, QKeySequence("Ctrl+Shift+D"));
-    menu->addSeparator();
-    menu->addAction(m_buildDock->toggleViewAction());
-}
-
-void MainWindow::makeBuildMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&Build"));
-    const auto prepare = [this] {
-        finishEdit();
-        m_buildDock->show();
-        m_buildDock->raise();
-        return m_build;
-    };
-    QAction* generate = menu->addAction(
-        tr("&Generate"), this, [=] { prepare()->generate(); }, QKeySequence("F7"));
-    QAction* synthesize = menu->addAction(
-        tr("&Synthesize"), this, [=] { prepare()->synthesize(); }, QKeySequence("F8"));
-    QAction* stop
-        = menu->addAction(tr("S&top"), m_build, &BuildPanel::stop, QKeySequence("Shift+F8"));
-    stop->setEnabled(false);
-    connect(m_build, &BuildPanel::stageChanged, this,
-        [this](const QString& text) { statusBar()->showMessage(text); });
-    connect(m_build, &BuildPanel::runningChanged, this, [=] {
-        generate->setEnabled(!m_build->isRunning());
-        synthesize->setEnabled(!m_build->isRunning());
-        stop->setEnabled(m_build->isRunning());
-    });
 }
 
 /// Applies the text that is being typed, as leaving its field would.
@@ -288,40 +149,6 @@ bool MainWindow::mayLoseChanges()
 
 /// Samples belong to the configuration that captured them, and are lost with it.
 bool MainWindow::mayReplaceDocument() { return mayLoseChanges() && m_target->mayLoseSamples(); }
-
-void MainWindow::makeTargetMenu()
-{
-    QMenu* menu = menuBar()->addMenu(tr("&Target"));
-    const auto showTarget = [this] {
-        finishEdit();
-        showLargeDock(m_targetDock);
-        m_target->view()->setFocus(); // a key would replace the address, which is selected
-    };
-    QAction* connectTo = menu->addAction(tr("&Connect"), this, [=] {
-        showTarget();
-        m_target->connectToChip();
-    });
-    const auto armChip = [=] {
-        showTarget();
-        m_target->arm();
-    };
-    QAction* arm = menu->addAction(tr("&Arm"), this, armChip, QKeySequence("F9"));
-    QAction* force
-        = menu->addAction(tr("&Force"), m_target, &TargetPanel::force, QKeySequence("Ctrl+F9"));
-    QAction* stop
-        = menu->addAction(tr("S&top"), m_target, &TargetPanel::stop, QKeySequence("Shift+F9"));
-    menu->addSeparator();
-    QAction* save = menu->addAction(tr("&Save Samples…"), m_target, &TargetPanel::save);
-    connect(menu, &QMenu::aboutToShow, this, [=] { save->setEnabled(m_target->canSave()); });
-    const auto showState = [=] {
-        connectTo->setEnabled(!m_target->isRunning());
-        arm->setEnabled(!m_target->isRunning());
-        force->setEnabled(m_target->isRunning());
-        stop->setEnabled(m_target->isRunning());
-    };
-    connect(m_target, &TargetPanel::runningChanged, this, showState);
-    showState();
-}
 
 bool MainWindow::mayStopRuns()
 {
