@@ -12,6 +12,7 @@
 #include "oxacapture/oxacapture_export.h"
 #include "oxacapture/progress.h"
 #include "oxacapture/simulator/bench_simulation.h"
+#include "oxacapture/simulator/early_build.h"
 #include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/simulator/simulation.h"
 #include "oxacapture/simulator/target_player.h"

@@ -11,7 +11,7 @@
 
 #include "files/empty_directory.h"
 #include "oxacapture/files/capture_result.h"
-#include "oxacapture/simulator/simulation.h"
+#include "oxacapture/simulator/early_build.h"
 #include "oxacapture/target/hardware_changes.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/generate/file_names.h"
@@ -99,46 +99,71 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
     });
 }
 
-/// Replaces the models' results by those of the generated Verilog; false, with the error on `err`,
-/// when there are none.
-bool runVerilog(const Options& options, const Job& job, const SampledWaveform& waveform,
-    std::vector<ModelRun>& runs, TextOut& err)
-{
-    const std::vector<CorePlan>& cores = job.cores;
-    const std::vector<ModelRun> models = runs;
-    const QTemporaryDir temporary;
-    ProgressLine line(err);
-    const Interrupt interrupt([] {});
-    Simulation simulation;
-    simulation.dirs = installedSimulator();
-    simulation.arg = job.arg;
-    if (options.run.change() || !options.run.builtFrom.isEmpty())
-        simulation.built = job.builtCores;
-    simulation.netlist = options.netlist;
-    simulation.workDir = options.workDir.isEmpty() ? temporary.path() : options.workDir;
-    simulation.forceAt = options.forceAt;
-    simulation.simulator = options.inputs.simulatorKind();
-    simulation.progress = [&](const QString& stage, int percent) {
-        line.show(stage, percent);
-        return !interrupt.happened();
-    };
-    simulation.goesOn = [&interrupt] { return !interrupt.happened(); };
-    simulation.warn = [&](const QString& text) {
-        line.clear();
-        err.warning(text);
-    };
-    QString error;
-    const bool ok = simulate(simulation, cores, waveform, runs, &error);
-    line.clear();
-    if (!ok)
-        err.error(interrupt.happened() ? "interrupted" : error);
-    for (size_t i = 0; ok && i < cores.size(); ++i) {
-        if (!sameWindows(models[i].windows, runs[i].windows))
-            err.warning(cores[i].name()
-                + ": the trigger model expects other windows; one of the two is wrong");
+/// Runs the generated Verilog, which is compiled while the waveform is read.
+class VerilogRun {
+public:
+    VerilogRun(const Options& options, const Job& job, TextOut& err)
+        : m_cores(job.cores)
+        , m_err(err)
+        , m_line(err)
+        , m_simulation(simulation(options, job))
+        , m_early(m_simulation, job.builtCores, QFileInfo(options.inputs.stimulus).size())
+    {
+        m_simulation.early = &m_early;
     }
-    return ok;
-}
+
+    bool goesOn() const { return !m_interrupt.happened(); }
+
+    /// Replaces the models' results by those of the Verilog; false, with the error, when there are
+    /// none.
+    bool run(const SampledWaveform& waveform, std::vector<ModelRun>& runs)
+    {
+        const std::vector<ModelRun> models = runs;
+        QString error;
+        const bool ok = simulate(m_simulation, m_cores, waveform, runs, &error);
+        m_line.clear();
+        if (!ok)
+            m_err.error(goesOn() ? error : "interrupted");
+        for (size_t i = 0; ok && i < m_cores.size(); ++i) {
+            if (!sameWindows(models[i].windows, runs[i].windows))
+                m_err.warning(m_cores[i].name()
+                    + ": the trigger model expects other windows; one of the two is wrong");
+        }
+        return ok;
+    }
+
+private:
+    Simulation simulation(const Options& options, const Job& job)
+    {
+        Simulation simulation;
+        simulation.dirs = installedSimulator();
+        simulation.arg = job.arg;
+        if (options.run.change() || !options.run.builtFrom.isEmpty())
+            simulation.built = job.builtCores;
+        simulation.netlist = options.netlist;
+        simulation.workDir = options.workDir.isEmpty() ? m_temporary.path() : options.workDir;
+        simulation.forceAt = options.forceAt;
+        simulation.simulator = options.inputs.simulatorKind();
+        simulation.progress = [this](const QString& stage, int percent) {
+            m_line.show(stage, percent);
+            return goesOn();
+        };
+        simulation.goesOn = [this] { return goesOn(); };
+        simulation.warn = [this](const QString& text) {
+            m_line.clear();
+            m_err.warning(text);
+        };
+        return simulation;
+    }
+
+    const std::vector<CorePlan>& m_cores;
+    TextOut& m_err;
+    const QTemporaryDir m_temporary;
+    ProgressLine m_line;
+    const Interrupt m_interrupt {[] {}};
+    Simulation m_simulation;
+    EarlyBuild m_early;
+};
 
 Capture cutCapture(const std::vector<CorePlan>& cores, const SampledWaveform& waveform,
     const std::vector<ModelRun>& runs)
@@ -225,13 +250,17 @@ int run(const Options& options, Io& io)
         status != kDone)
         return status;
     if (!changeSettings(options.run, options.file, job.wanted, io.err)
-        || !prepare(options, job, io.err)
-        || !readStimulus(options.inputs, options.file, job.cores, waveform, io.err)
-        || !prepareWorkDir(options.workDir, workDir, io.err))
+        || !prepare(options, job, io.err) || !prepareWorkDir(options.workDir, workDir, io.err))
         return kUnusable;
 
+    std::optional<VerilogRun> verilog;
+    if (!options.model)
+        verilog.emplace(options, job, io.err);
+    const auto goesOn = [&verilog] { return !verilog || verilog->goesOn(); };
+    if (!readStimulus(options.inputs, options.file, job.cores, waveform, io.err, goesOn))
+        return goesOn() ? kUnusable : kJobFailed;
     std::vector<ModelRun> runs = runModels(options, job.cores, waveform, io.err);
-    if (!options.model && !runVerilog(options, job, waveform, runs, io.err))
+    if (verilog && !verilog->run(waveform, runs))
         return kJobFailed;
     const Capture capture = cutCapture(job.cores, waveform, runs);
     const bool delivered = deliver(options.output, capture, io);

@@ -58,20 +58,23 @@ static bool reportStimulus(
 }
 
 bool readStimulus(const SimulationInputs& inputs, const QString& configuration,
-    const std::vector<CorePlan>& cores, SampledWaveform& waveform, TextOut& err)
+    const std::vector<CorePlan>& cores, SampledWaveform& waveform, TextOut& err,
+    const std::function<bool()>& goesOn)
 {
     std::vector<SampleRequest> requests;
     requests.reserve(cores.size());
     for (const CorePlan& core : cores)
         requests.push_back(core.request);
     ProgressLine line(err);
-    const auto show = [&line](int percent) {
+    const auto show = [&](int percent) {
         line.show("reading the waveform", percent);
-        return true;
+        return !goesOn || goesOn();
     };
     Messages messages;
     const bool read = sampleWaveform(inputs.stimulus, requests, waveform, messages, show);
     line.clear();
+    if (!read && messages.isEmpty())
+        err.error("interrupted");
     return reportStimulus(messages, configuration, inputs.stimulus, err) && read;
 }
 

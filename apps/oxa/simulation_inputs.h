@@ -8,6 +8,8 @@
 #include "oxacapture/simulator/simulated_target.h"
 #include "oxacapture/trigger/core_plan.h"
 
+#include <functional>
+
 /// Inputs of a simulated analyzer beside its configuration.
 struct SimulationInputs {
     RequestOptions request;
@@ -26,10 +28,10 @@ OXA_CAPTURE::SimulatorDirs installedSimulator();
 
 // On failure, each returns false with the error on `err`.
 
-/// Reads the samples of the cores from the waveform.
+/// Reads the samples of the cores from the waveform, until `goesOn` returns false; it may be empty.
 bool readStimulus(const SimulationInputs& inputs, const QString& configuration,
     const std::vector<OXA_CAPTURE::CorePlan>& cores, OXA_CAPTURE::SampledWaveform& waveform,
-    TextOut& err);
+    TextOut& err, const std::function<bool()>& goesOn = {});
 /// Prints the messages; true when there are none.
 bool report(const OXA_CAPTURE::Messages& messages, TextOut& err, const QString& file = {});
 

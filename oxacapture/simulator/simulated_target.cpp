@@ -128,6 +128,8 @@ bool SimulatedTarget::generate(
 void SimulatedTarget::setStimulus(std::unique_ptr<Stimulus> stimulus)
 {
     m_stimulus = std::move(stimulus);
+    if (m_isVerilated)
+        m_options += "+oxa_clocks=" + m_stimulus->clocksBefore();
 }
 
 bool SimulatedTarget::run(const QString& jtag)

@@ -9,6 +9,8 @@
 
 namespace OXA_CAPTURE {
 
+class EarlyBuild;
+
 /// One run of the generated Verilog of a configuration, with a waveform at its ports.
 struct Simulation {
     SimulatorDirs dirs; ///< of the installation
@@ -19,6 +21,8 @@ struct Simulation {
     QString workDir; ///< an empty directory, for everything that the run writes
     bool overUart = false; ///< the analyzer's link is a UART, not JTAG
     Simulator simulator = Simulator::Icarus; ///< what simulates
+    /// What compiles it since before the waveform was read; may be null.
+    EarlyBuild* early = nullptr;
     qint64 forceAt = kNoSample; ///< sample of each core to force its trigger at
     /// Called with the stage and its percentage; the run stops when it returns false.
     std::function<bool(const QString& stage, int percent)> progress;

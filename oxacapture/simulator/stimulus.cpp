@@ -36,8 +36,6 @@ constexpr char kVerilatedHead[] = R"(module oxa_testbench (
 constexpr char kFrame[] = R"(#include "Vdesign.h"
 #include "verilated.h"
 
-#include <cstring>
-
 namespace {
 
 VerilatedContext context;
@@ -63,12 +61,7 @@ PortBytes oxa_ports[] = {
     {&design.looked, sizeof design.looked},
 };
 
-void oxa_evaluate()
-{
-    static const void* const begun = std::memcpy(&design.clocks, before, sizeof design.clocks);
-    static_cast<void>(begun);
-    design.eval();
-}
+void oxa_evaluate() { design.eval(); }
 
 }
 #pragma GCC visibility pop
@@ -134,17 +127,13 @@ QByteArray verilatedTestbench(const StimulusPorts& ports, const QStringList& loo
         .toUtf8();
 }
 
-QByteArray verilatedFrame(const QStringList& looked, const std::vector<quint32>& clocks)
+QByteArray verilatedFrame(const QStringList& looked)
 {
-    QStringList words;
-    for (const quint32 word : clocks)
-        words += QString::number(word);
-    const QString facts
+    const QString names
         = QString("extern \"C\" __attribute__((visibility(\"default\"))) const char* oxa_looked;\n"
-                  "const char* oxa_looked = \"%1\";\n"
-                  "static const unsigned before[] = {%2, 0}; // levels of the clocks\n\n")
-              .arg(looked.join(' '), words.join(", "));
-    return (facts + kFrame).toUtf8();
+                  "const char* oxa_looked = \"%1\";\n\n")
+              .arg(looked.join(' '));
+    return (names + kFrame).toUtf8();
 }
 
 QByteArray testbench(const QByteArray& analyzer)
@@ -199,6 +188,14 @@ void Stimulus::rewind()
         core.nextSample = 0;
         showSample(core, 0);
     }
+}
+
+QByteArray Stimulus::clocksBefore() const
+{
+    QByteArray levels;
+    for (int clock = 0; clock < m_clockCount; ++clock)
+        levels += (m_before[size_t(clock) / kWordBits] >> clock % kWordBits & 1) != 0 ? '1' : '0';
+    return levels;
 }
 
 QByteArray Stimulus::next(qint64 count)

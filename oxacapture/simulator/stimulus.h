@@ -25,9 +25,8 @@ QByteArray testbench(const StimulusPorts& ports);
 /// `looked` has the level of net `looked[i]`.
 QByteArray verilatedTestbench(const StimulusPorts& ports, const QStringList& looked);
 
-/// C++ that makes this module, compiled by Verilator, a library for the program oxa_verilated. It
-/// begins with the clocks at the levels `clocks`, words as those of a step.
-QByteArray verilatedFrame(const QStringList& looked, const std::vector<quint32>& clocks);
+/// C++ that makes this module, compiled by Verilator, a library for the program oxa_verilated.
+QByteArray verilatedFrame(const QStringList& looked);
 
 /// The same module without ports, around `analyzer`: an instance u_oxa of qx_oxa and what it needs
 /// beside the pads, which are nets of this module under the names of its ports.
@@ -42,8 +41,8 @@ public:
     Stimulus(const StimulusPorts& ports, int leadIn, int leadOut, const SampledWaveform& waveform,
         const std::vector<CorePlan>& cores);
 
-    /// The clocks' levels before their first edges.
-    const std::vector<quint32>& clocksBefore() const { return m_before; }
+    /// The clocks' levels before their first edges, the first clock's first, as "10".
+    QByteArray clocksBefore() const;
 
     /// How many there are, with two for each of the periods before and after the waveform.
     qint64 steps() const { return m_steps; }

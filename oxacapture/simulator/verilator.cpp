@@ -59,7 +59,7 @@ public:
         Object design;
         runtime.name = "runtime";
         design.name = "design";
-        const bool ok = begin(runtime, kRuntime, {}, "-O1", error) && translate(arguments, error)
+        const bool ok = begin(runtime, kRuntime, {}, "-O0", error) && translate(arguments, error)
             && begin(design, designText(frame), translatedText(), "-O2", error)
             && ends(design, error) && ends(runtime, error) && link(error);
         for (Object* object : {&runtime, &design}) {

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // A simulated target whose design was compiled by Verilator:
 //
-//   oxa_verilated DESIGN.so +oxa_jtag=ADDRESS +oxa_control=ADDRESS
+//   oxa_verilated DESIGN.so +oxa_jtag=ADDRESS +oxa_control=ADDRESS +oxa_clocks=LEVELS
 //
-// with options as the plugin for vvp has them. The library exports what `Library` lists; its module
-// has a port for each Port.
+// with options as the plugin for vvp has them, and the level of each clock before its first edge,
+// the first clock's first, as in 10: a change of it would be an edge. The library exports what
+// `Library` lists; its module has a port for each Port.
 
 #include "clients/clients.h"
 
@@ -35,6 +36,7 @@ class VerilatedDesign : public Design {
 public:
     bool load(const char* path);
     size_t words(Port port) const { return (m_ports[port].size + 3) / 4; }
+    void begin(const char* clocks); ///< with these levels; null: all low
     void settle();
 
     void put(Pad pad, bool level) override { *byte(pad) = level ? 1 : 0; }
@@ -80,6 +82,15 @@ bool VerilatedDesign::load(const char* path)
     return true;
 }
 
+void VerilatedDesign::begin(const char* clocks)
+{
+    for (size_t i = 0; clocks && clocks[i] && i / 8 < m_ports[Clocks].size; ++i) {
+        if (clocks[i] == '1')
+            byte(Clocks)[i / 8] |= static_cast<unsigned char>(1U << i % 8);
+    }
+    settle();
+}
+
 void VerilatedDesign::settle()
 {
     m_evaluate();
@@ -92,7 +103,7 @@ void VerilatedDesign::set(Port port, const std::vector<uint32_t>& words)
     std::memcpy(m_ports[port].bytes, words.data(), m_ports[port].size);
 }
 
-// A clock without an edge keeps the level with which the library begins.
+// A clock without an edge keeps the level with which it began.
 void VerilatedDesign::putClocks(
     const std::vector<uint32_t>& clocks, const std::vector<uint32_t>& unknown)
 {
@@ -158,7 +169,7 @@ int main(int argc, char** argv)
     VerilatedDesign design;
     if (!design.load(argv[1]))
         return 1;
-    design.settle();
+    design.begin(option("oxa_clocks"));
     Clients clients(design, design.words(Values), design.words(Clocks), false);
     if (clients.open()) {
         do

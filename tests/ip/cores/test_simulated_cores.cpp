@@ -53,13 +53,14 @@ private Q_SLOTS:
     void randomCores_data();
     void randomCores();
     void coresInVerilator();
+    void coresAsNetlist();
     void aTriggerAtTheFirstSample();
     void liteCores();
 
 private:
     QStringList call(const QByteArray& waveform, const Part& part);
     QStringList randomCall(unsigned seed, int cores);
-    void compare(const QStringList& call);
+    void compare(const QStringList& call, const QStringList& how = {});
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
     QTemporaryDir m_dir;
@@ -115,12 +116,12 @@ QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
     return result;
 }
 
-// The model's answers to `call` against those of the Verilog.
-void TestSimulatedCores::compare(const QStringList& call)
+// The model's answers to `call` against those of the Verilog, simulated with the options `how`.
+void TestSimulatedCores::compare(const QStringList& call, const QStringList& how)
 {
     const Result model = oxa(call + QStringList {"--model"});
     const QByteArray modelSamples = bytesOf(path("out.csv"));
-    const Result verilog = oxa(call);
+    const Result verilog = oxa(call + how);
     QVERIFY2(!model.out.isEmpty() && !model.err.contains("error:"), qPrintable(model.err));
     QCOMPARE(verilog.err, model.err);
     QCOMPARE(verilog.out, model.out);
@@ -138,7 +139,20 @@ void TestSimulatedCores::randomCores()
 // Several clocks, and a first core that runs from power-up on.
 void TestSimulatedCores::coresInVerilator()
 {
-    compare(randomCall(2, 3) + QStringList {"--simulator", "verilator"});
+    compare(randomCall(2, 3), {"--simulator", "verilator"});
+}
+
+// A core with other settings than those it was built with, as what was synthesized.
+void TestSimulatedCores::coresAsNetlist()
+{
+    const int seeds = std::max(11, qEnvironmentVariableIntValue("NETLIST_SEEDS"));
+    for (int seed = 10; seed < seeds; seed += 4) {
+        const QStringList call = randomCall(unsigned(seed), 1);
+        const Result built = oxa(
+            QStringList {"generate", path("c.oxa"), "--work-dir", path("work")} + call.mid(2, 4));
+        QVERIFY2(built.status == 0, qPrintable(built.err));
+        compare(call, {"--netlist", path("work/qx_oxa_netlist.v")});
+    }
 }
 
 // Of a core that runs from power-up on, and is stopped and armed again before the waveform begins.
