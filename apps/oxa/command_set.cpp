@@ -109,6 +109,13 @@ void printJson(TextOut& out, const QString& file, bool written, const QJsonArray
 
 int run(const Options& options, Io& io)
 {
+    QString output = options.output.isEmpty() ? options.file : options.output;
+    if (output == "-")
+        output = "/dev/stdout";
+    if (!options.enums.isEmpty() && OXA_FILES::isStream(output)) {
+        io.err.error("--enum: the names are kept beside a file, which the output is not");
+        return kUnusable;
+    }
     ConfigurationChange change;
     if (!change.read(options.file, io.err))
         return kUnusable;
@@ -123,9 +130,6 @@ int run(const Options& options, Io& io)
     if (!report(messages, io.err))
         return kUnusable;
 
-    QString output = options.output.isEmpty() ? options.file : options.output;
-    if (output == "-")
-        output = "/dev/stdout";
     const QList<OXA::Problem> problems = change.newProblems();
     QString error;
     const bool written

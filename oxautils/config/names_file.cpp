@@ -151,6 +151,8 @@ bool readKnownNames(const QString& path, KnownNames& names, QString* error)
 
 bool addKnownStates(const QString& path, const StateNames& states, QString* error)
 {
+    if (states.isEmpty())
+        return true;
     QJsonObject object;
     if (!readObject(fileOf(path), object, error))
         return false;
@@ -160,7 +162,7 @@ bool addKnownStates(const QString& path, const StateNames& states, QString* erro
         all[signal.key()] = toJson(*signal);
     object["states"] = all;
     QString problem;
-    return states.isEmpty() || object == before
+    return object == before
         || OXA_FILES::replaceFile(fileOf(path), QJsonDocument(object).toJson(), &problem)
         || fail(error, fileOf(path) + ": " + problem);
 }

@@ -19,6 +19,17 @@ namespace {
 constexpr size_t kReadSize = 65536;
 constexpr int kBacklog = 4;
 
+template <typename Address> int listenOn(int handle, const Address& address)
+{
+    if (handle >= 0
+        && bind(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0
+        && listen(handle, kBacklog) == 0)
+        return handle;
+    if (handle >= 0)
+        close(handle);
+    return -1;
+}
+
 int listenAtPath(const std::string& path)
 {
     sockaddr_un address = {};
@@ -29,12 +40,7 @@ int listenAtPath(const std::string& path)
     address.sun_family = AF_UNIX;
     std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
     const int handle = socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-    if (handle >= 0 && bind(handle, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0
-        && listen(handle, kBacklog) == 0)
-        return handle;
-    if (handle >= 0)
-        close(handle);
-    return -1;
+    return listenOn(handle, address);
 }
 
 int listenAtPort(const std::string& port)
@@ -46,12 +52,7 @@ int listenAtPort(const std::string& port)
     const int handle = socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
     const int on = 1;
     setsockopt(handle, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
-    if (handle >= 0 && bind(handle, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0
-        && listen(handle, kBacklog) == 0)
-        return handle;
-    if (handle >= 0)
-        close(handle);
-    return -1;
+    return listenOn(handle, address);
 }
 
 }
