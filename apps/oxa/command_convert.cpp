@@ -12,15 +12,18 @@ constexpr char kSummary[] = "Convert a waveform or a capture into another format
 
 constexpr char kHelp[]
     = R"(IN is a value change dump (VCD), also compressed by gzip; an FST file; or a sigrok
-session. Its first bytes tell which it is. The suffix of OUT is .vcd, .fst, .csv or
-.sr. - is the standard input, or the standard output, to which a VCD is written.
+session. Its first bytes tell which it is. It may also be a table that oxa wrote: a file
+with the suffix .csv. The suffix of OUT is .vcd, .fst, .csv or .sr. - is the standard
+input, or the standard output, to which a VCD is written.
 
 Any waveform becomes a .vcd or .fst file. A .vcd or .fst file that oxa wrote becomes
 the table or session that oxa would have written. From another waveform, these have a
-sample whenever a signal changes, and all signals, so that a table gets large.
+sample whenever a signal changes, and all signals, so that a table gets large. A bus of
+a table gets four bits for each of its digits.
 
   oxa convert soc.vcd soc.fst
   oxa convert captured.fst captured.csv
+  oxa convert captured.csv captured.vcd
   zcat soc.vcd.gz | oxa convert - soc.fst
   oxa convert captured.fst -- -.csv | head
 

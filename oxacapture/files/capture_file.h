@@ -21,14 +21,17 @@ OXACAPTURE_EXPORT bool writeCapture(const QString& path, const Capture& capture,
 
 /// Reads the samples in the waveform `path`, of any kind that `VcdReader` reads. Of a file that
 /// `writeCapture` wrote as .vcd or .fst, it makes the capture again; the names of signals are those
-/// in the file, and samples are counted from 0 in each window. Any other waveform becomes one core
-/// with all signals and one window, with a sample whenever a signal changes. False when it cannot
-/// be read, with "PATH: REASON" in `error`, or when `progress` stopped the work.
+/// in the file, and samples are counted from 0 in each window. A file with the suffix .csv, too,
+/// has to be one that `writeCapture` wrote; there, a bus has four bits for each of its digits. Any
+/// other waveform becomes one core with all signals and one window, with a sample whenever a signal
+/// changes. False when it cannot be read, with "PATH: REASON" or "PATH:LINE: REASON" in `error`, or
+/// when `progress` stopped the work.
 OXACAPTURE_EXPORT bool readCapture(
     const QString& path, Capture& capture, QString* error, const Progress& progress = {});
 
 /// Writes the waveform `from`, as `readCapture` reads it, in the format given by the suffix of
-/// `to`, as `writeCapture` does. As .vcd or .fst, it stays the waveform that it is.
+/// `to`, as `writeCapture` does. As .vcd or .fst, it stays the waveform that it is, unless it is a
+/// .csv file.
 OXACAPTURE_EXPORT bool convertCapture(const QString& from, const QString& to,
     const CaptureFileOptions& options, QString* error, const Progress& progress = {});
 

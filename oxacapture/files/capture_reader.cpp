@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/fail.h"
 #include "oxacapture/files/capture_file.h"
+#include "oxacapture/files/capture_limits.h"
+#include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/vcd_reader.h"
 
@@ -13,9 +15,6 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr size_t kOwnVariables = 3; // that a capture's core has behind its data signals
-constexpr qint64 kMostWords = qint64(1) << 29; // of samples
-constexpr qint64 kMostBits = 1 << 20; // of all signals
-constexpr qint64 kMostCharacters = qint64(1) << 28; // of names
 constexpr int kIndexBits = 32; // of the variable that counts the windows
 
 /// Where a variable's bits go.
@@ -305,6 +304,8 @@ Capture CaptureReading::finish()
 
 bool readCapture(const QString& path, Capture& capture, QString* error, const Progress& progress)
 {
+    if (isCsv(path))
+        return readCsv(path, capture, error, progress);
     VcdReader reader(path);
     if (!reader.readHeader())
         return OXA::fail(error, reader.message().message());

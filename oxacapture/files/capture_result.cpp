@@ -96,9 +96,7 @@ void addTimes(CapturedCore& core, const std::vector<quint64>& times, std::option
         const auto first = times.begin() + window.place.firstSample;
         const auto end = first + window.samples.size();
         window.times.assign(first, end);
-        const quint64 last = window.times.back();
-        const quint64 period = window.times.size() > 1 ? last - *(end - 2) : 1;
-        window.times.push_back(end != times.end() ? *end : last + std::min(period, ~last));
+        window.times.push_back(end != times.end() ? *end : endOfLast(window.times));
     }
 }
 
@@ -180,6 +178,13 @@ QJsonObject captureObject(const Capture& capture)
 QByteArray captureJson(const Capture& capture)
 {
     return QJsonDocument(captureObject(capture)).toJson(QJsonDocument::Indented);
+}
+
+quint64 endOfLast(const std::vector<quint64>& times)
+{
+    const quint64 last = times.back();
+    const quint64 period = times.size() > 1 ? last - times[times.size() - 2] : 1;
+    return last + std::min(period, ~last);
 }
 
 qint64 capturedSamples(const CapturedCore& core)

@@ -29,6 +29,9 @@ QString captureFileOf(const QString& path);
 
 constexpr qint64 kSamplesAtOnce = 4096; ///< at most this many between two calls of `goesOn`
 
+/// The end of the last of the samples at `times`, as long after it as it is after the one before.
+quint64 endOfLast(const std::vector<quint64>& times);
+
 /// The samples of all windows of a core together.
 qint64 capturedSamples(const CapturedCore& core);
 

@@ -3,6 +3,7 @@
 #include "files/replace_file.h"
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/fst_writer.h"
 #include "oxacapture/waveform/waveform_input.h"
 
@@ -50,7 +51,7 @@ bool convertCapture(const QString& from, const QString& to, const CaptureFileOpt
         return !stopped;
     };
     const CaptureFormat format = captureFormat(to);
-    if (format != CaptureFormat::Vcd && format != CaptureFormat::Fst) {
+    if (isCsv(from) || (format != CaptureFormat::Vcd && format != CaptureFormat::Fst)) {
         Capture capture;
         return readCapture(from, capture, error, goesOn)
             && writeCapture(to, capture, options, error, goesOn);

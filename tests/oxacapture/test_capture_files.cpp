@@ -76,6 +76,8 @@ private Q_SLOTS:
     void vcd();
     void oneTimeAxis();
     void capturesAreReadBack();
+    void tablesAreReadBack();
+    void otherTablesAreRefused();
     void namesOfValues();
     void fst();
     void sigrok();
@@ -243,7 +245,7 @@ void TestCaptureFiles::capturesAreReadBack()
             addTimes(capture[1], {2, 5, 8, 11}, -8);
         }
         const QByteArray expected = written("expected.csv", capture);
-        for (const char* suffix : {"vcd", "fst"}) {
+        for (const char* suffix : {"vcd", "fst", "csv"}) {
             const QString path = m_dir.filePath(QString("in.") + suffix);
             written(QString("in.") + suffix, capture);
             QString error;
@@ -260,6 +262,83 @@ void TestCaptureFiles::capturesAreReadBack()
     QCOMPARE(QString(bytesOf(m_dir.filePath("w.csv"))),
         QString("core,window,sample,trigger,time,t.d,t.e\n"
                 "0,0,0,0,0.000000,0x2,x\n0,0,1,0,0.000004,0xx,1\n"));
+}
+
+// With what a spreadsheet may have changed, names of values, and the clock whose times they are.
+void TestCaptureFiles::tablesAreReadBack()
+{
+    Capture capture = twoCores();
+    capture[0].items[1].name = "=a\n\"b\"";
+    capture[0].clockHz = 27.3e6;
+    capture[1].clockHz = 8;
+    CaptureFileOptions options;
+    options.states["count"] = {"[1:0]", {{"0x3", "1"}}};
+    const QByteArray table = written("names.csv", capture, options);
+    QVERIFY2(table.contains(",count,count name,"), table);
+    writeFile(
+        m_dir.filePath("crlf.csv"), "\xef\xbb\xbf" + QByteArray(table).replace("\n3,", "\r\n3,"));
+    QString error;
+    Capture back;
+    QVERIFY2(readCapture(m_dir.filePath("crlf.csv"), back, &error), qPrintable(error));
+    QCOMPARE(back.size(), size_t(2));
+    QCOMPARE(back[0].clockHz, 27.3e6);
+    QCOMPARE(back[1].clockHz, 8.0);
+    QCOMPARE(OXA::flattenedNames(back[0].items),
+        QStringList({"count[3]", "count[2]", "count[1]", "count[0]", "=a\n\"b\""}));
+    QCOMPARE(samplesText(back[0].windows[0].samples), QString("00100 00011"));
+    QCOMPARE(back[0].windows[0].triggerOffset(), 1);
+
+    const QByteArray bits = written("bits.csv", capture, {true, {}});
+    QVERIFY2(
+        convertCapture(m_dir.filePath("bits.csv"), m_dir.filePath("back.csv"), {true, {}}, &error),
+        qPrintable(error));
+    QCOMPARE(bytesOf(m_dir.filePath("back.csv")), bits);
+    QVERIFY(convertCapture(m_dir.filePath("names.csv"), m_dir.filePath("back.vcd"), {}, nullptr));
+    QVERIFY(bytesOf(m_dir.filePath("back.vcd"))
+                .contains("core 3 at 27300000 Hz, core 7 at 8 Hz\n$end\n$timescale 1 ps"));
+}
+
+void TestCaptureFiles::otherTablesAreRefused()
+{
+    const QByteArray head = "core,window,sample,trigger,time,a,b\n";
+    const struct {
+        const char* table; // behind "core,window,sample,trigger,time,a,b"
+        const char* error;
+    } rows[] = {
+        {"",                                         "t.csv: has no samples"                     },
+        {"\n0,0,0,0,0.1,1",                          "t.csv:3: has 6 cells, the first row 7"     },
+        {"0,0,0,2,0.1,1,0",                          "t.csv:2: trigger cannot be \"2\""          },
+        {"-1,0,0,0,0.1,1,0",                         "t.csv:2: core cannot be \"-1\""            },
+        {"0,1,0,0,0.1,1,0",                          "is not the sample behind that of the row"  },
+        {"0,0,0,1,0.1,1,0\n0,0,1,1,0.2,1,0",         "t.csv:3: is the second trigger"            },
+        {"0,0,0,0,1e-3,1,0",                         "t.csv:2: time cannot be \"1e-3\""          },
+        {"0,0,0,0,0.1,1,0\n0,0,1,0,0.10,1,0",        "t.csv:3: time has other decimals"          },
+        {"0,0,0,0,0.1,1,0\n0,0,1,0,0.1,1,0",         "t.csv:3: time is not later"                },
+        {"0,0,0,0,0.1,1,0\n0,0,1,0,,1,0",            "t.csv:3: time cannot be \"\""              },
+        {"0,0,0,0,0.2,1,0\n0,1,0,0,0.1,1,0",         "t.csv: the times of core 0 are neither"    },
+        {"0,0,0,0,0.1,2,0",                          "t.csv:2: a cannot be \"2\", only 0, 1 or x"},
+        {"0,0,0,0,0.1,,\n",                          "t.csv:2: core 0 has no signals"            },
+        {"0,0,0,0,0.1,0x1g,0",                       "only 0x and 2 hexadecimal digits or x"     },
+        {"0,0,0,0,0.1,0x1,0\n0,0,1,0,0.2,0x11,0",    "t.csv:3: a cannot be \"0x11\""             },
+        {"0,0,0,0,0.1,1,\n0,0,1,0,0.2,1,1",          "t.csv:3: b cannot be \"1\", only empty"    },
+        {"0,0,0,0,,1,0\n1,0,0,0,,1,0\n0,0,1,0,,1,0", "t.csv:4: core 0 is not together"           },
+        {"0,0,0,0,0.1,\"1,0\n",                      "t.csv:2: a quote has no end"               },
+        {"0,0,0,0,99999999999999999999.1,1,0",       "t.csv:2: time cannot be"                   },
+    };
+    const QString path = m_dir.filePath("t.csv");
+    Capture capture;
+    for (const auto& row : rows) {
+        QString error;
+        writeFile(path, head + row.table);
+        QVERIFY2(!readCapture(path, capture, &error), row.table);
+        QVERIFY2(error.contains(row.error), qPrintable(error));
+    }
+    for (const char* other :
+        {"", "a,b\n", "core;window;sample;trigger;a\n", "core,window,sample,trigger,\n"}) {
+        writeFile(path, other);
+        QVERIFY2(!readCapture(path, capture, nullptr), other);
+    }
+    QVERIFY(!readCapture(m_dir.path() + "/none.csv", capture, nullptr));
 }
 
 // As texts in all formats that have some.

@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "oxacapture/files/csv_reader.h"
+
+#include "files/fail.h"
+#include "oxacapture/files/capture_limits.h"
+#include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/csv_core.h"
+#include "oxacapture/files/csv_records.h"
+#include "oxacapture/files/csv_times.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kMostIndex = 1 << 20; // of cores
+
+// In their order; the time may be missing.
+enum OwnColumn { Core, WindowNumber, Sample, Trigger, OwnColumns, Time = OwnColumns };
+constexpr const char* kOwnNames[] = {"core", "window", "sample", "trigger", "time"};
+
+// The name of a signal, whose cell has apostrophes before what looks like a formula.
+QString nameOf(const QByteArray& cell)
+{
+    static const QRegularExpression mark("(^|[;\t\r\n])'(?=[=+\\-@'\t\r\n])");
+    return QString::fromUtf8(cell).replace(mark, "\\1");
+}
+
+// Whether a column has the names of values of the one before.
+bool namesValues(const QString& name, const QString& before)
+{
+    if (before.isEmpty())
+        return false;
+    static const QRegularExpression number("_\\d+$");
+    const QString base = QString(name).remove(number);
+    return base == before + " name" || base == QString(before).remove(number) + " name";
+}
+
+class CsvReading {
+public:
+    /// Each reads a row. False, with `error`, for one that the table cannot have.
+    bool takeHeader(const std::vector<QByteArray>& cells, QString* error);
+    bool takeRow(const std::vector<QByteArray>& cells, QString* error);
+
+    Capture finish();
+
+private:
+    bool beginCore(int index, const std::vector<QByteArray>& cells, QString* error);
+    void beginWindow();
+    bool takePlace(const std::vector<QByteArray>& cells, bool& triggers, QString* error);
+    bool takeTime(const std::vector<QByteArray>& cells, QString* error);
+
+    QStringList m_names; // of the columns; empty for those that are no signals
+    bool m_hasTime = false;
+    std::vector<CsvCore> m_cores;
+    qint64 m_words = 0;
+};
+
+bool CsvReading::takeHeader(const std::vector<QByteArray>& cells, QString* error)
+{
+    for (size_t i = 0; i < OwnColumns; ++i) {
+        if (i >= cells.size() || cells[i] != kOwnNames[i])
+            return OXA::fail(error,
+                "the columns are not those of a capture: core, window, sample,"
+                " trigger, then its signals, separated by commas");
+    }
+    m_hasTime = cells.size() > Time && cells[Time] == kOwnNames[Time];
+    QString before;
+    for (size_t i = 0; i < cells.size(); ++i) {
+        const bool isOwn = i < size_t(m_hasTime ? Time + 1 : OwnColumns);
+        const QString name = nameOf(cells[i]);
+        const bool isSignal = !isOwn && !namesValues(name, before);
+        m_names += isSignal ? name : QString();
+        before = isSignal ? name : QString();
+        if (isSignal && name.isEmpty())
+            return OXA::fail(error, QString("column %1 has no name").arg(i + 1));
+    }
+    return true;
+}
+
+bool CsvReading::beginCore(int index, const std::vector<QByteArray>& cells, QString* error)
+{
+    for (const CsvCore& other : m_cores) {
+        if (other.core.index == index)
+            return OXA::fail(
+                error, QString("core %1 is not together with its rows before").arg(index));
+    }
+    m_cores.emplace_back();
+    m_cores.back().core.index = index;
+    m_cores.back().timed = m_hasTime && !cells[Time].isEmpty();
+    return m_cores.back().begin(m_names, cells, error);
+}
+
+void CsvReading::beginWindow()
+{
+    CsvCore& reading = m_cores.back();
+    reading.core.windows.emplace_back();
+    reading.core.windows.back().samples = SampleTable(reading.layout);
+    m_words += qint64(sizeof(CapturedWindow) / sizeof(quint64));
+}
+
+/// Finds the core and the window of a row, whose sample is the window's next one.
+bool CsvReading::takePlace(const std::vector<QByteArray>& cells, bool& triggers, QString* error)
+{
+    int numbers[OwnColumns];
+    for (size_t i = 0; i < OwnColumns; ++i) {
+        bool ok = false;
+        numbers[i] = cells[i].toInt(&ok);
+        if (!ok || numbers[i] < 0 || (i == Core && numbers[i] > kMostIndex)
+            || (i == Trigger && numbers[i] > 1))
+            return OXA::fail(error, QString("%1 cannot be \"%2\"").arg(kOwnNames[i], cells[i]));
+    }
+    const bool isNew = m_cores.empty() || m_cores.back().core.index != numbers[Core];
+    if (isNew && !beginCore(numbers[Core], cells, error))
+        return false;
+    std::vector<CapturedWindow>& windows = m_cores.back().core.windows;
+    if (numbers[WindowNumber] == int(windows.size()))
+        beginWindow();
+    const qint64 sample = windows.empty() ? 0 : windows.back().samples.size();
+    if (numbers[WindowNumber] + 1 != int(windows.size()) || numbers[Sample] != sample)
+        return OXA::fail(error, "is not the sample behind that of the row before");
+    triggers = numbers[Trigger] == 1;
+    return !triggers || windows.back().place.triggerSample == kNoSample
+        || OXA::fail(error, "is the second trigger of its window");
+}
+
+bool CsvReading::takeTime(const std::vector<QByteArray>& cells, QString* error)
+{
+    CsvCore& reading = m_cores.back();
+    if (!m_hasTime || (!reading.timed && cells[Time].isEmpty()))
+        return true;
+    quint64 time = 0;
+    int decimals = 0;
+    if (!readSeconds(cells[Time], time, decimals))
+        return OXA::fail(error,
+            QString(
+                "time cannot be \"%1\", only seconds such as 0.000020, with 15 decimals at most")
+                .arg(QString(cells[Time])));
+    std::vector<quint64>& times = reading.core.windows.back().times;
+    const bool isFirst = times.empty() && reading.core.windows.size() == 1;
+    if (isFirst)
+        reading.core.timeExponent = -decimals;
+    if (!reading.timed || reading.core.timeExponent != -decimals)
+        return OXA::fail(error, "time has other decimals than in the core's row before");
+    if (!times.empty() && time <= times.back())
+        return OXA::fail(error, "time is not later than in the row before");
+    times.push_back(time);
+    return true;
+}
+
+bool CsvReading::takeRow(const std::vector<QByteArray>& cells, QString* error)
+{
+    if (int(cells.size()) != m_names.size())
+        return OXA::fail(error,
+            QString("has %1 cells, the first row %2")
+                .arg(QString::number(cells.size()), QString::number(m_names.size())));
+    bool triggers = false;
+    if (!takePlace(cells, triggers, error) || !takeTime(cells, error)
+        || !m_cores.back().takeValues(m_names, cells, error))
+        return false;
+    CsvCore& reading = m_cores.back();
+    CapturedWindow& window = reading.core.windows.back();
+    if (triggers)
+        window.place.triggerSample = window.samples.size();
+    window.samples.append(reading.row.data());
+    ++window.place.samples;
+    m_words += reading.layout.rowWords() + 1;
+    return m_words <= kMostWords || OXA::fail(error, "has too many samples of too many signals");
+}
+
+Capture CsvReading::finish()
+{
+    Capture capture;
+    for (CsvCore& reading : m_cores)
+        capture.push_back(std::move(reading.core));
+    return capture;
+}
+
+bool readRecords(CsvRecords& records, Capture& capture, QString* error, const Progress& progress)
+{
+    if (!records.open())
+        return false;
+    CsvReading reading;
+    std::vector<QByteArray> cells;
+    if (!records.next(cells) || !reading.takeHeader(cells, error))
+        return false;
+    qint64 rows = 0;
+    while (records.next(cells)) {
+        if (!reading.takeRow(cells, error))
+            return false;
+        if (++rows % kSamplesAtOnce == 0 && progress && !progress(records.percentRead()))
+            return OXA::fail(error, "stopped");
+    }
+    capture = reading.finish();
+    return records.error().isEmpty();
+}
+
+}
+
+bool isCsv(const QString& path)
+{
+    return QFileInfo(path).suffix().compare("csv", Qt::CaseInsensitive) == 0;
+}
+
+bool readCsv(const QString& path, Capture& capture, QString* error, const Progress& progress)
+{
+    CsvRecords records(path);
+    QString problem;
+    Capture read;
+    const bool ok = readRecords(records, read, &problem, progress);
+    if (!records.error().isEmpty())
+        problem = records.error();
+    if (!ok && problem.isEmpty())
+        problem = "is empty";
+    if (!ok && records.line() > 0)
+        return OXA::fail(
+            error, QString("%1:%2: %3").arg(path, QString::number(records.line()), problem));
+    if (ok && read.empty())
+        problem = "has no samples";
+    if (!problem.isEmpty() || !completeTimes(read, &problem))
+        return OXA::fail(error, path + ": " + problem);
+    capture = std::move(read);
+    return true;
+}
+
+}
