@@ -2,6 +2,7 @@
 #ifndef OXAUTILS_MODEL_AO_CORE_H
 #define OXAUTILS_MODEL_AO_CORE_H
 
+#include "oxautils/model/core_storage.h"
 #include "oxautils/model/match_unit.h"
 #include "oxautils/model/signal_item.h"
 #include "oxautils/model/trigger_port.h"
@@ -47,6 +48,7 @@ public:
     QString moduleName; ///< the design's module, for the host
     bool forceTriggerByFallingEdge = false; ///< samples at falling edges, whatever `trigType` is
     bool captureInitDataEnabled = false; ///< armed at power-up
+    CoreStorage storage; ///< which samples are stored
 
     /// The port numbered `i`; null when there is none.
     TriggerPort* getTrigger(int i) const;
