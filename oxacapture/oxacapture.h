@@ -6,6 +6,7 @@
 /// captures.
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/capture_sampler.h"
 #include "oxacapture/files/gtkw_writer.h"
 #include "oxacapture/files/numbered_path.h"
 #include "oxacapture/message.h"

@@ -2,6 +2,7 @@
 #include "main_window.h"
 
 #include "build_panel.h"
+#include "captures/captures_panel.h"
 #include "core_list.h"
 #include "core_page.h"
 #include "core_pages.h"
@@ -64,9 +65,14 @@ MainWindow::MainWindow(QWidget* parent)
     , m_rehearsalDock(new QDockWidget(tr("Rehearsal")))
     , m_design(new DesignPanel(m_document))
     , m_designDock(new QDockWidget(tr("Design")))
-    , m_target(new TargetPanel(m_document))
+    , m_history(new CaptureHistory(this))
+    , m_saver(new CaptureSaver(*m_history, this))
+    , m_target(new TargetPanel(m_document, *m_history, *m_saver))
     , m_targetDock(new QDockWidget(tr("Target")))
-    , m_recent(new RecentFiles(this))
+    , m_captures(new CapturesPanel(m_document, *m_history, *m_saver))
+    , m_capturesDock(new QDockWidget(tr("Captures")))
+    , m_recent(new RecentFiles(tr("Open &Recent"), "recentFiles", this))
+    , m_recentCaptures(new RecentFiles(tr("Open Recent Cap&ture"), "recentCaptures", this))
     , m_watch(new FileWatch(m_document, this))
 {
     m_checkTimer.setSingleShot(true);
@@ -77,6 +83,7 @@ MainWindow::MainWindow(QWidget* parent)
     makeActions();
     connectParts();
     connectDesign();
+    connectCaptures();
     m_document.create(OXA::Standard);
     m_part->setKey(QSettings().value("part/last").toString());
     restoreGeometry(QSettings().value("window/geometry").toByteArray());
@@ -92,6 +99,7 @@ MainWindow::~MainWindow()
     delete m_rehearsalDock;
     delete m_designDock;
     delete m_targetDock;
+    delete m_capturesDock;
     delete takeCentralWidget();
 }
 
@@ -123,8 +131,9 @@ void MainWindow::layOut()
     fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
     fillDock(m_designDock, "designDock", m_design);
     fillDock(m_targetDock, "targetDock", m_target);
+    fillDock(m_capturesDock, "capturesDock", m_captures);
     // Hidden until `showLargeDock`.
-    for (QDockWidget* dock : {m_rehearsalDock, m_designDock, m_targetDock}) {
+    for (QDockWidget* dock : {m_rehearsalDock, m_designDock, m_targetDock, m_capturesDock}) {
         dock->setParent(this);
         dock->hide();
     }

@@ -11,6 +11,9 @@ namespace OXA {
 struct Problem;
 }
 class BuildPanel;
+class CaptureHistory;
+class CaptureSaver;
+class CapturesPanel;
 class CoreList;
 class CorePages;
 class CostPanel;
@@ -56,14 +59,18 @@ private:
     void makeViewMenu();
     void connectParts();
     void connectDesign();
+    void connectCaptures();
 
     void newDocument(OXA::OxaMode mode);
     void chooseFile();
+    void chooseCapture();
+    void openCapture(const QString& path);
     bool save();
     bool saveAs();
     bool saveTo(const QString& path);
     bool mayLoseChanges();
     bool mayReplaceDocument();
+    bool mayLoseSamples();
     bool mayStopRuns();
     void finishEdit();
     void step(void (QUndoStack::*go)());
@@ -71,6 +78,7 @@ private:
     void fillDock(QDockWidget* dock, const char* name, QWidget* panel);
     void showLargeDock(QDockWidget* dock);
     void showDesign();
+    void showCaptures();
     void showDocument();
     void showCore();
     void showChange(const Location& location);
@@ -99,9 +107,14 @@ private:
     QDockWidget* m_rehearsalDock;
     DesignPanel* m_design;
     QDockWidget* m_designDock;
+    CaptureHistory* m_history;
+    CaptureSaver* m_saver;
     TargetPanel* m_target;
     QDockWidget* m_targetDock;
+    CapturesPanel* m_captures;
+    QDockWidget* m_capturesDock;
     RecentFiles* m_recent;
+    RecentFiles* m_recentCaptures;
     FileWatch* m_watch;
     QTimer m_checkTimer; // updates problems and cost after an edit
 };

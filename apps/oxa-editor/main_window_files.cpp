@@ -27,6 +27,12 @@ QString fileFilter()
     return MainWindow::tr("Analyzer configurations (*.%1);;All files (*)").arg(kSuffix);
 }
 
+bool isCaptureName(const QString& path)
+{
+    static const QStringList suffixes {"vcd", "gz", "fst", "csv", "sr"};
+    return suffixes.contains(QFileInfo(path).suffix().toLower());
+}
+
 /// The dragged file; empty when it is not exactly one file.
 QString fileIn(const QMimeData* data)
 {
@@ -83,7 +89,7 @@ void MainWindow::reload()
     QString error;
     QStringList warnings;
     const QString path = m_document.path();
-    if (!m_target->mayLoseSamples())
+    if (!m_target->mayStop())
         return showFileChange(true);
     if (!m_document.load(path, warnings, &error))
         QMessageBox::critical(this, tr("Cannot Open"), OXA::shownLines(error));
@@ -147,8 +153,8 @@ bool MainWindow::mayLoseChanges()
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }
 
-/// Samples belong to the configuration that captured them, and are lost with it.
-bool MainWindow::mayReplaceDocument() { return mayLoseChanges() && m_target->mayLoseSamples(); }
+/// A run belongs to the configuration that it began with; samples stay in the history.
+bool MainWindow::mayReplaceDocument() { return mayLoseChanges() && m_target->mayStop(); }
 
 bool MainWindow::mayStopRuns()
 {
@@ -165,8 +171,8 @@ bool MainWindow::mayStopRuns()
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     // During a run the target panel cannot save; the question about the run names the loss.
-    const bool goes = mayLoseChanges() && (m_target->isRunning() || m_target->mayLoseSamples())
-        && mayStopRuns();
+    const bool goes
+        = mayLoseChanges() && (m_target->isRunning() || mayLoseSamples()) && mayStopRuns();
     event->setAccepted(goes);
     if (!goes)
         return;
@@ -188,5 +194,10 @@ void MainWindow::dropEvent(QDropEvent* event)
     const QString path = fileIn(event->mimeData());
     event->acceptProposedAction();
     // The source of the drag waits for the end of this event, and `open` may show a question.
-    QTimer::singleShot(0, this, [this, path] { open(path); });
+    QTimer::singleShot(0, this, [this, path] {
+        if (isCaptureName(path))
+            openCapture(path);
+        else
+            open(path);
+    });
 }

@@ -37,6 +37,10 @@ void MainWindow::makeFileMenu()
     menu->addAction(tr("&Open…"), this, &MainWindow::chooseFile, QKeySequence::Open);
     menu->addMenu(m_recent);
     menu->addSeparator();
+    menu->addAction(
+        tr("Open &Capture…"), this, &MainWindow::chooseCapture, QKeySequence("Ctrl+Shift+O"));
+    menu->addMenu(m_recentCaptures);
+    menu->addSeparator();
     menu->addAction(tr("&Save"), this, &MainWindow::save, QKeySequence::Save);
     menu->addAction(tr("Save &As…"), this, &MainWindow::saveAs, QKeySequence("Ctrl+Shift+S"));
     menu->addSeparator();
@@ -113,6 +117,7 @@ void MainWindow::makeViewMenu()
     };
     addWave(tr("&Rehearsal"), "Ctrl+8", m_rehearsalDock);
     addWave(tr("Tar&get"), "Ctrl+9", m_targetDock);
+    menu->addAction(tr("Captu&res"), this, &MainWindow::showCaptures, QKeySequence("Ctrl+Shift+H"));
     menu->addAction(tr("&Design"), this, &MainWindow::showDesign, QKeySequence("Ctrl+Shift+D"));
     menu->addSeparator();
     menu->addAction(m_buildDock->toggleViewAction());

@@ -7,30 +7,30 @@
 
 namespace {
 
-constexpr char kSetting[] = "recentFiles";
 constexpr int kMostFiles = 10;
 
 }
 
-RecentFiles::RecentFiles(QWidget* parent)
-    : QMenu(tr("Open &Recent"), parent)
+RecentFiles::RecentFiles(const QString& title, const QString& setting, QWidget* parent)
+    : QMenu(title, parent)
+    , m_setting(setting)
 {
     fill();
 }
 
 void RecentFiles::add(const QString& path)
 {
-    QStringList paths = QSettings().value(kSetting).toStringList();
+    QStringList paths = QSettings().value(m_setting).toStringList();
     paths.removeAll(path);
     paths.prepend(path);
-    QSettings().setValue(kSetting, QStringList(paths.mid(0, kMostFiles)));
+    QSettings().setValue(m_setting, QStringList(paths.mid(0, kMostFiles)));
     fill();
 }
 
 void RecentFiles::fill()
 {
     clear();
-    const QStringList paths = QSettings().value(kSetting).toStringList();
+    const QStringList paths = QSettings().value(m_setting).toStringList();
     for (int i = 0; i < paths.size(); ++i) {
         QString name = QDir::toNativeSeparators(paths.at(i));
         name.replace('&', "&&");

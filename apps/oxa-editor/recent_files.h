@@ -4,12 +4,13 @@
 
 #include <QMenu>
 
-/// The menu of recently opened files, saved between runs.
+/// A menu of recently opened files, saved between runs.
 class RecentFiles : public QMenu {
     Q_OBJECT
 
 public:
-    explicit RecentFiles(QWidget* parent = nullptr);
+    /// `setting`: where the paths are saved.
+    RecentFiles(const QString& title, const QString& setting, QWidget* parent = nullptr);
 
     /// Puts `path` on top.
     void add(const QString& path);
@@ -19,6 +20,8 @@ Q_SIGNALS:
 
 private:
     void fill();
+
+    QString m_setting;
 };
 
 #endif

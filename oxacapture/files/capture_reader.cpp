@@ -2,20 +2,16 @@
 #include "files/fail.h"
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_limits.h"
+#include "oxacapture/files/capture_scopes.h"
 #include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/vcd_reader.h"
-
-#include <QRegularExpression>
 
 #include <algorithm>
 
 namespace OXA_CAPTURE {
 
 namespace {
-
-constexpr size_t kOwnVariables = 3; // that a capture's core has behind its data signals
-constexpr int kIndexBits = 32; // of the variable that counts the windows
 
 /// Where a variable's bits go.
 struct BitsOfCore {
@@ -83,53 +79,6 @@ private:
     quint64 m_time = 0;
     qint64 m_words = 0;
 };
-
-/// The index of the capture's core whose scope this is; -1 for other scopes.
-int coreOf(const VcdScope& scope)
-{
-    static const QRegularExpression own("^core(\\d+)$");
-    const auto match = own.match(QString::fromStdString(scope.name));
-    return scope.parent < 0 && match.hasMatch() ? match.captured(1).toInt() : -1;
-}
-
-/// The end, from `from` on, of the variables in the same scope.
-size_t endOfScope(const std::vector<VcdVariable>& variables, size_t from)
-{
-    size_t to = from;
-    while (to < variables.size() && variables[to].scope == variables[from].scope)
-        ++to;
-    return to;
-}
-
-/// Whether the variables are what a capture's core has; see docs/captures.md.
-bool isCaptureScope(const VcdReader& waveform, size_t from, size_t to)
-{
-    const auto& variables = waveform.variables();
-    if (to - from < kOwnVariables || variables[from].scope < 0
-        || coreOf(waveform.scopes()[size_t(variables[from].scope)]) < 0)
-        return false;
-    const char* const names[] = {"sample", "trigger", "window"};
-    for (size_t i = 0; i < kOwnVariables; ++i) {
-        const VcdVariable& variable = variables[to - kOwnVariables + i];
-        if (!QString::fromStdString(variable.name).endsWith(names[i])
-            || variable.width != (i == kOwnVariables - 1 ? kIndexBits : 1))
-            return false;
-    }
-    return true;
-}
-
-bool isCapture(const VcdReader& waveform)
-{
-    const auto& variables = waveform.variables();
-    size_t from = 0;
-    while (from < variables.size()) {
-        const size_t to = endOfScope(variables, from);
-        if (!isCaptureScope(waveform, from, to))
-            return false;
-        from = to;
-    }
-    return from > 0;
-}
 
 OXA::SignalItem itemOf(const VcdVariable& variable, const QString& name)
 {

@@ -1,24 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "target_panel.h"
 
-#include "oxa-editor/least_lines.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxautils/model/shown_text.h"
 
 #include <QDir>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <QFormLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QSettings>
 #include <QSplitter>
 #include <QTime>
 #include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -26,7 +24,6 @@ namespace {
 
 constexpr char kAddressSetting[] = "target/openocd";
 constexpr char kTapSetting[] = "target/tap";
-constexpr int kProblemLines = 3; // visible
 
 enum Column { Name, Shape, State, Columns };
 
@@ -39,11 +36,13 @@ void setState(QTreeWidgetItem& item, const QString& text)
 
 }
 
-TargetPanel::TargetPanel(Document& document, QWidget* parent)
+TargetPanel::TargetPanel(
+    Document& document, CaptureHistory& history, CaptureSaver& saver, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
+    , m_history(history)
+    , m_saver(saver)
     , m_job(new TargetJob(this))
-    , m_save(new SaveJob(this))
     , m_address(new QLineEdit(
           QSettings().value(kAddressSetting, OXA_CAPTURE::kOpenOcdAddress).toString()))
     , m_tap(new QLineEdit(QSettings().value(kTapSetting).toString()))
@@ -64,13 +63,17 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     setFocusProxy(m_address);
     connect(m_job, &TargetJob::found, this, &TargetPanel::showFound);
     connect(m_job, &TargetJob::progress, this, &TargetPanel::showProgress);
-    connect(m_job, &TargetJob::finished, this, &TargetPanel::showResult);
-    connect(m_save, &SaveJob::progress, this, [this](const QString& path, int percent) {
+    connect(m_job, &TargetJob::finished, this, &TargetPanel::takeResult);
+    connect(&m_saver, &CaptureSaver::started, this, [this] {
+        showState();
+        Q_EMIT runningChanged();
+    });
+    connect(&m_saver, &CaptureSaver::progress, this, [this](const QString& path, int percent) {
         if (m_stop->isEnabled())
             m_state->setText(tr("%1: %2 % written")
                                  .arg(QDir::toNativeSeparators(path), QString::number(percent)));
     });
-    connect(m_save, &SaveJob::finished, this, &TargetPanel::showSaved);
+    connect(&m_saver, &CaptureSaver::finished, this, &TargetPanel::showSaved);
     for (QLineEdit* field : {m_address, m_tap})
         connect(field, &QLineEdit::returnPressed, this, &TargetPanel::connectToChip);
     connect(m_cores, &QTreeWidget::currentItemChanged, this, &TargetPanel::showWaveform);
@@ -81,102 +84,13 @@ TargetPanel::TargetPanel(Document& document, QWidget* parent)
     showState();
 }
 
-QWidget* TargetPanel::makeControls()
-{
-    m_address->setToolTip(tr(
-        "The host and port of OpenOCD's Tcl server, or the serial port of an analyzer with a UART"
-        " link: /dev/ttyUSB1, or /dev/ttyUSB1@9600 when it does not start at 115200"));
-    m_tap->setPlaceholderText(tr("the chip with an analyzer"));
-    m_tap->setToolTip(tr("The chip's name in OpenOCD's chain"));
-    m_builtFrom->setPlaceholderText(tr("the configuration's file"));
-    m_builtFrom->setToolTip(
-        tr("The configuration that the chip was built from, when the one shown was "
-           "changed since"));
-    m_cores->setAccessibleName(tr("Cores of the chip"));
-    m_cores->setHeaderLabels({tr("Core"), tr("Signals and depth"), tr("State")});
-    m_cores->setRootIsDecorated(false);
-    m_cores->setUniformRowHeights(true);
-    m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    keepLeastLines(*m_cores);
-    m_state->setWordWrap(true);
-    m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
-
-    auto* controls = new QWidget;
-    auto* layout = new QVBoxLayout(controls);
-    layout->setContentsMargins(0, 0, 0, 0);
-    auto* form = new QFormLayout;
-    form->addRow(tr("OpenOCD or port:"), m_address);
-    form->addRow(tr("TAP:"), m_tap);
-    auto* file = new QHBoxLayout;
-    auto* label = new QLabel(tr("Built from:"));
-    label->setBuddy(m_builtFrom);
-    file->addWidget(m_builtFrom, 1);
-    addButton(
-        tr("Bro&wse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
-    form->addRow(label, file);
-    layout->addLayout(form);
-    auto* buttons = new QHBoxLayout;
-    m_connect = addButton(tr("Connect"), tr("Find the analyzer in the chip, without arming it"),
-        &TargetPanel::connectToChip, *buttons);
-    m_arm = addButton(tr("Arm"),
-        tr("Arm the chosen cores, and read the samples when they have triggered"),
-        &TargetPanel::arm, *buttons);
-    m_force = addButton(tr("Force"), tr("Force the trigger of all cores that wait for it"),
-        &TargetPanel::force, *buttons);
-    m_stop = addButton(tr("&Stop"), tr("Stop the cores, and read what they captured"),
-        &TargetPanel::stop, *buttons);
-    m_saveButton
-        = addButton(tr("Save…"), tr("Write the samples to a file"), &TargetPanel::save, *buttons);
-    layout->addLayout(buttons);
-    layout->addWidget(m_cores, 1);
-    layout->addWidget(m_state);
-    return controls;
-}
-
-QWidget* TargetPanel::makeSamples()
-{
-    m_problems->setAccessibleName(tr("Problems of the capture"));
-    m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
-    m_problems->setWordWrap(true);
-    m_problems->hide();
-    m_age->hide();
-    auto* samples = new QWidget;
-    auto* layout = new QVBoxLayout(samples);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_problems);
-    layout->addWidget(m_age);
-    layout->addWidget(m_view, 1);
-    return samples;
-}
-
-QPushButton* TargetPanel::addButton(
-    const QString& text, const QString& tip, void (TargetPanel::*act)(), QLayout& layout)
-{
-    auto* button = new QPushButton(text);
-    button->setToolTip(tip);
-    connect(button, &QPushButton::clicked, this, act);
-    layout.addWidget(button);
-    return button;
-}
-
-void TargetPanel::browse()
-{
-    const QString path = QFileDialog::getOpenFileName(this, tr("Configuration of the Chip"),
-        QFileInfo(m_document.path()).path(), tr("Analyzer configurations (*.oxa);;All files (*)"));
-    if (path.isEmpty())
-        return;
-    m_builtFrom->setText(QDir::toNativeSeparators(path));
-    m_builtFromOf.insert(m_document.path(), m_builtFrom->text());
-}
-
-/// The captured samples belong to the old document.
+/// The captured samples belong to the old document; they stay in the history.
 void TargetPanel::documentReplaced()
 {
     m_builtFrom->setText(m_builtFromOf.value(m_document.path()));
     m_isForeign = m_job->isRunning();
     m_job->stop();
-    m_result = {};
-    m_isUnsaved = false;
+    m_record.reset();
     m_cores->clear();
     m_problems->hide();
     showAge(false);
@@ -200,7 +114,7 @@ QList<int> TargetPanel::chosenCores() const
 
 void TargetPanel::start(bool arm)
 {
-    if (isRunning() || (arm && !mayLoseSamples()))
+    if (isRunning())
         return;
     const QString file = QDir::fromNativeSeparators(m_builtFrom->text().trimmed());
     TargetRequest request;
@@ -213,6 +127,12 @@ void TargetPanel::start(bool arm)
     request.arm = arm;
     request.chosen = chosenCores();
     m_armed = request.chosen;
+    QStringList asked;
+    for (const int place : m_armed)
+        asked += place < m_document.cores().size() ? askedText(*m_document.cores().at(place))
+                                                   : tr("core at place %1").arg(place);
+    m_asked = asked.join("; ");
+    m_askedFrom = m_document.path();
     QSettings().setValue(kAddressSetting, request.address);
     QSettings().setValue(kTapSetting, request.tap);
     m_problems->hide();
@@ -220,7 +140,7 @@ void TargetPanel::start(bool arm)
     m_isForeign = false;
     m_isFound = false;
     if (arm) {
-        showAge(!m_result.capture->empty());
+        showAge(m_record != nullptr);
         for (int i = 0; i < m_cores->topLevelItemCount(); ++i)
             setState(*m_cores->topLevelItem(i), {});
     }
@@ -239,7 +159,7 @@ void TargetPanel::stop()
     m_state->setText(isSaving() ? tr("Stopping; the file is not changed…")
                                 : tr("Stopping; reading what was captured…"));
     m_job->stop();
-    m_save->stop();
+    m_saver.stop();
 }
 
 void TargetPanel::force() { m_job->force(); }
@@ -284,13 +204,43 @@ void TargetPanel::showProgress(const QStringList& texts)
     m_force->setEnabled(m_stop->isEnabled());
 }
 
+/// Samples of a run that began with another document are in the history only.
+void TargetPanel::takeResult(const TargetResult& result)
+{
+    if (m_isArming)
+        record(result, endedText(result));
+    if (!m_isForeign)
+        showResult(result);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+QString TargetPanel::endedText(const TargetResult& result) const
+{
+    QStringList texts = result.remarks + result.problems;
+    return texts.isEmpty() ? tr("stopped") : texts.join("; ");
+}
+
+void TargetPanel::record(const TargetResult& result, const QString& ended)
+{
+    auto record = std::make_shared<CaptureRecord>();
+    record->time = QTime::currentTime().toString("HH:mm:ss");
+    record->asked = m_asked;
+    record->ended = ended;
+    record->configuration = m_askedFrom;
+    record->capture = result.capture;
+    record->waveforms = result.waveforms;
+    record->isUnsaved = std::any_of(result.capture->begin(), result.capture->end(),
+        [](const OXA_CAPTURE::CapturedCore& core) { return !core.windows.empty(); });
+    m_history.add(record);
+    if (result.capture->empty() || m_isForeign) // else keep the earlier samples
+        return;
+    m_record = record;
+    m_places = result.places;
+}
+
 void TargetPanel::showResult(const TargetResult& result)
 {
-    if (m_isForeign) {
-        showState();
-        Q_EMIT runningChanged();
-        return;
-    }
     m_problems->clear();
     for (const QString& text : result.problems + result.warnings)
         m_problems->addItem(OXA::shownText(text));
@@ -301,13 +251,8 @@ void TargetPanel::showResult(const TargetResult& result)
         if (QTreeWidgetItem* item = m_cores->topLevelItem(result.places[i]))
             setState(*item, result.remarks.at(int(i)));
     }
-    if (!result.capture->empty()) { // else keep the earlier samples
-        m_result = result;
-        m_capturedAt = QTime::currentTime().toString("HH:mm:ss");
+    if (!result.capture->empty())
         showAge(false);
-        m_isUnsaved = std::any_of(result.capture->begin(), result.capture->end(),
-            [](const OXA_CAPTURE::CapturedCore& core) { return !core.windows.empty(); });
-    }
     if (!result.problems.isEmpty())
         m_state->setText(!m_isFound ? tr("Not connected: %1").arg(m_problems->item(0)->text())
                 : result.capture->empty()
@@ -318,15 +263,13 @@ void TargetPanel::showResult(const TargetResult& result)
     else if (!m_stop->isEnabled())
         m_state->setText(tr("Stopped."));
     showWaveform();
-    showState();
-    Q_EMIT runningChanged();
 }
 
 /// Samples that are not of the last run look so.
 void TargetPanel::showAge(bool isEarlier)
 {
     m_age->setText(isEarlier
-            ? tr("These samples were captured at %1, not by the last run.").arg(m_capturedAt)
+            ? tr("These samples were captured at %1, not by the last run.").arg(m_record->time)
             : QString());
     m_age->setVisible(isEarlier);
     m_view->setDimmed(isEarlier);
@@ -337,9 +280,9 @@ void TargetPanel::showWaveform()
 {
     m_view->setNamesOf(m_document.path());
     const int place = m_cores->indexOfTopLevelItem(m_cores->currentItem());
-    for (size_t i = 0; i < m_result.places.size(); ++i) {
-        if (m_result.places[i] == place)
-            return m_view->setWaveform(m_result.waveforms[i]);
+    for (size_t i = 0; m_record && i < m_places.size(); ++i) {
+        if (m_places[i] == place)
+            return m_view->setWaveform(m_record->waveforms[i]);
     }
     m_view->setWaveform(std::make_shared<Waveform>());
 }
@@ -352,4 +295,29 @@ void TargetPanel::showState()
     m_stop->setEnabled(isRunning());
     m_saveButton->setEnabled(canSave());
     m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);
+}
+
+void TargetPanel::save() { m_saver.ask(m_record, m_view->clock()); }
+
+void TargetPanel::saveTo(const QString& path, const OXA_CAPTURE::CaptureFileOptions& options)
+{
+    if (canSave())
+        m_saver.start(m_record, path, m_view->clock(), options);
+}
+
+void TargetPanel::showSaved(const QString& path, const QString& error)
+{
+    m_state->setText(
+        error.isEmpty() ? tr("%1: written").arg(QDir::toNativeSeparators(path)) : error);
+    showState();
+    Q_EMIT runningChanged();
+}
+
+bool TargetPanel::mayStop()
+{
+    return !m_job->isRunning() || m_isForeign || !m_isArming
+        || QMessageBox::question(this, tr("Stop the Run?"),
+               tr("A run is in progress. Stop it? What it captured will be among the captures of "
+                  "this session."))
+        == QMessageBox::Yes;
 }

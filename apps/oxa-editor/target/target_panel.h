@@ -4,8 +4,8 @@
 
 #include "target_job.h"
 
+#include "oxa-editor/captures/capture_saver.h"
 #include "oxa-editor/document.h"
-#include "oxa-editor/wave/save_job.h"
 
 #include <QHash>
 #include <QWidget>
@@ -23,12 +23,13 @@ class TargetPanel : public QWidget {
     Q_OBJECT
 
 public:
-    explicit TargetPanel(Document& document, QWidget* parent = nullptr);
+    TargetPanel(Document& document, CaptureHistory& history, CaptureSaver& saver,
+        QWidget* parent = nullptr);
 
     /// A run, or `isSaving`.
     bool isRunning() const { return m_job->isRunning() || isSaving(); }
     /// The samples are being written to a file.
-    bool isSaving() const { return m_save->isRunning(); }
+    bool isSaving() const { return m_saver.isRunning(); }
     WaveView* view() const { return m_view; }
     QTreeWidget* cores() const { return m_cores; }
     QListWidget* problems() const { return m_problems; }
@@ -41,14 +42,12 @@ public:
     void stop();
 
     /// There are samples, and nothing is running.
-    bool canSave() const { return !isRunning() && !m_result.capture->empty(); }
-    /// Asks what to do with unsaved samples and with a run that may capture some. False when the
-    /// user cancelled, or saving failed.
-    bool mayLoseSamples();
-    /// Asks for a file, and writes the samples.
+    bool canSave() const { return !isRunning() && m_record; }
+    /// Asks whether to stop a run that may capture samples. False when the user does not want it.
+    bool mayStop();
+    /// Asks for a file, and writes the shown samples.
     void save();
-    /// Writes the samples to the file `path`, in the format of its suffix, in the background. A
-    /// stop leaves the file unchanged.
+    /// Writes the shown samples to the file `path`, in the format of its suffix.
     void saveTo(const QString& path, const OXA_CAPTURE::CaptureFileOptions& options = {});
 
 Q_SIGNALS:
@@ -65,21 +64,25 @@ private:
     QList<int> chosenCores() const;
     void showFound(const QList<FoundCore>& cores, const QString& builtFrom);
     void showProgress(const QStringList& texts);
-    void waitForSave();
+    void record(const TargetResult& result, const QString& ended);
     void showSaved(const QString& path, const QString& error);
+    void takeResult(const TargetResult& result);
     void showResult(const TargetResult& result);
+    QString endedText(const TargetResult& result) const;
     void showAge(bool isEarlier);
     void showWaveform();
     void showState();
 
     Document& m_document;
+    CaptureHistory& m_history;
+    CaptureSaver& m_saver;
     TargetJob* m_job;
-    SaveJob* m_save;
     QHash<QString, QString> m_builtFromOf; // by the document's path
     QList<int> m_armed; // positions of the cores that run
-    TargetResult m_result;
-    QString m_capturedAt; // the time of day
-    bool m_isUnsaved = false; // m_result
+    QString m_asked; // of the last run
+    QString m_askedFrom; // its configuration's path
+    CaptureRecordPtr m_record; // that is shown; null without samples
+    std::vector<int> m_places; // of its cores
     bool m_isArming = false; // the run may capture samples
     bool m_isFound = false; // the analyzer, in the last run
     bool m_isForeign = false; // the run began with another document

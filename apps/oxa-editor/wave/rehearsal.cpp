@@ -3,6 +3,7 @@
 
 #include "wave_events.h"
 
+#include "oxacapture/files/capture_sampler.h"
 #include "oxautils/check/check.h"
 #include "oxautils/model/shown_text.h"
 
@@ -120,10 +121,14 @@ bool Rehearsal::Run::sample()
         progress(percent);
         return !*dropped;
     };
-    if (fresh->request.clock.isEmpty())
+    const bool isCapture = isCaptureFile(request.stimulus);
+    if (!isCapture && fresh->request.clock.isEmpty())
         problems.append({{}, tr("the core has no sample clock")});
-    if (!problems.isEmpty()
-        || !sampleWaveform(request.stimulus, {fresh->request}, waveform, problems, goesOn)) {
+    if (problems.isEmpty() && isCapture)
+        sampleCapture(request.stimulus, fresh->request, waveform, problems, goesOn);
+    else if (problems.isEmpty())
+        sampleWaveform(request.stimulus, {fresh->request}, waveform, problems, goesOn);
+    if (!problems.isEmpty() || *dropped) {
         append(problems, result.problems);
         return false;
     }

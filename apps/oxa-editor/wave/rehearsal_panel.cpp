@@ -93,7 +93,7 @@ void RehearsalPanel::setStimulus(const QString& path)
 void RehearsalPanel::browse()
 {
     const QString path = QFileDialog::getOpenFileName(this, tr("Stimulus"), stimulus(),
-        tr("Waveforms (*.vcd *.vcd.gz *.fst *.sr);;All files (*)"));
+        tr("Waveforms and captures (*.vcd *.vcd.gz *.fst *.sr *.csv);;All files (*)"));
     if (!path.isEmpty())
         setStimulus(path);
 }

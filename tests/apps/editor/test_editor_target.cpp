@@ -154,12 +154,12 @@ void TestEditorTarget::capturesAndTakesEditsOver()
     run.set(1, run.core(1).triggerPos, 0);
     run.set(1, run.core(1).captureAmount, 3);
     run.panel.cores()->topLevelItem(0)->setCheckState(0, Qt::Unchecked);
-    run.answering(QMessageBox::Discard, [&] { run.capture(); });
+    run.capture();
     QCOMPARE(run.problems(), QString());
     QCOMPARE(run.samples(), QString("128 129 130 @ 128"));
 
     const QString file = writeFile(m_folder.path("captured.csv"), "old");
-    auto* save = run.panel.findChild<SaveJob*>();
+    auto* save = run.window.findChild<CaptureSaver*>()->findChild<SaveJob*>();
     const auto stop = connect(save, &SaveJob::progress, save, &SaveJob::stop, Qt::DirectConnection);
     run.panel.saveTo(file);
     QVERIFY(run.panel.isSaving() && !run.find<QAbstractButton>("Arm")->isEnabled());
@@ -254,38 +254,43 @@ void TestEditorTarget::anotherDocument()
     QVERIFY(run.panel.view()->waveform()->rows.empty());
 }
 
+// They stay in the history, also when another configuration is opened; closing the window asks.
 void TestEditorTarget::samplesThatAreNotSaved()
 {
     Run run(m_folder, m_live.address());
     run.capture();
-    const QString taken = run.samples();
     const QString path = run.document().path();
-    const auto close = [&] { run.window.close(); };
-    const auto arm = [&] { run.keys("F9"); };
-    const auto open = [&] { run.window.open(m_folder.example("uart.oxa")); };
-    const std::function<void()> losses[]
-        = {close, arm, open, [&] { run.keys("Ctrl+N"); }, [&] { run.press("Reload"); }};
     writeFile(path, bytesOf(path) + '\n');
     QTRY_VERIFY_WITH_TIMEOUT(run.message().contains("Another program"), kPatience);
-    for (const auto& loss : losses) {
-        QCOMPARE(run.answering(QMessageBox::Cancel, loss),
-            QString("The samples captured from the chip are not saved."));
-        QVERIFY(run.window.isVisible() && !run.panel.isRunning());
-        QCOMPARE(run.document().path() + run.samples(), path + taken);
-    }
-    QVERIFY(run.message().contains("Another program"));
+    run.press("Reload");
+    run.capture(); // with other samples than the first ones
+    QVERIFY(run.window.open(m_folder.example("uart.oxa")));
+    run.enter("OpenOCD or port:", "127.0.0.1:1");
+    run.capture();
+    const auto& history = *run.window.findChild<CaptureHistory*>();
+    QCOMPARE(history.rowCount(), 3);
+    QVERIFY2(history.at(0)->asked.startsWith("core 0: M0 (M0: T0 == 00010100), 2 × 8 samples"),
+        qPrintable(history.at(0)->asked));
+    QCOMPARE(history.at(1)->ended, QString("captured, 2 windows; captured, 2 windows"));
+    QVERIFY2(history.at(2)->ended.contains("127.0.0.1:1"), qPrintable(history.at(2)->ended));
 
-    const auto saving = [&](const QString& name, const std::function<void()>& loss) {
-        run.choosing(m_folder.path(name), [&] { run.answering(QMessageBox::Save, loss); });
+    const auto close = [&] { run.window.close(); };
+    QCOMPARE(run.answering(QMessageBox::Cancel, close),
+        QString("The samples of 2 captures are not saved."));
+    QVERIFY(run.window.isVisible());
+    const auto saving = [&](const QString& name) {
+        run.choosing(m_folder.path(name), [&] { run.answering(QMessageBox::Save, close); });
     };
-    run.answering(QMessageBox::Ok, [&] { saving("taken.doc", close); });
+    run.answering(QMessageBox::Ok, [&] { saving("taken.doc"); });
     QVERIFY(run.window.isVisible()); // such a file cannot be written
-    saving("taken.csv", arm);
+    auto* saver = run.window.findChild<CaptureSaver*>();
+    saver->start(history.at(0), m_folder.path("first.csv"), 0);
+    QTRY_VERIFY_WITH_TIMEOUT(!saver->isRunning(), kPatience);
+    QCOMPARE(history.data(history.index(0, CaptureHistory::File)).toString(), QString("first.csv"));
+    QVERIFY(run.answering(QMessageBox::Cancel, close).startsWith("The samples captured at "));
+    saving("taken.csv");
+    QVERIFY(!run.window.isVisible());
     QCOMPARE(bytesOf(m_folder.path("taken.csv")).count('\n'), 2 * 16 + 1);
-    run.finish(); // with other samples than those that were saved
-    QVERIFY(!run.answering(QMessageBox::Discard, open).isEmpty());
-    QVERIFY(run.document().path().endsWith("uart.oxa"));
-    QVERIFY(run.window.close());
 }
 
 // Neither the window nor the file says any more what the chip was built from.

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef APPS_OXA_EDITOR_CAPTURES_CAPTURE_SAVER_H
+#define APPS_OXA_EDITOR_CAPTURES_CAPTURE_SAVER_H
+
+#include "capture_history.h"
+
+#include "oxa-editor/wave/save_job.h"
+
+class QWidget;
+
+/// Saves captures of the history to files, one at a time in the background.
+class CaptureSaver : public QObject {
+    Q_OBJECT
+
+public:
+    /// `window`, the owner, is that of the dialogs.
+    CaptureSaver(CaptureHistory& history, QWidget* window);
+
+    bool isRunning() const { return m_job->isRunning(); }
+
+    /// Asks for a file, and writes the samples. Those of a run get times of a clock of `clockHz`,
+    /// unless that is 0.
+    void ask(const CaptureRecordPtr& record, double clockHz);
+    /// Writes the samples to the file `path`, in the format of its suffix.
+    void start(const CaptureRecordPtr& record, const QString& path, double clockHz,
+        const OXA_CAPTURE::CaptureFileOptions& options = {});
+    /// Stops writing; the file is not changed.
+    void stop() { m_job->stop(); }
+
+    /// Asks what to do with samples that are not saved. False when the user cancelled, or saving
+    /// failed.
+    bool mayLose(const QList<CaptureRecordPtr>& records, double clockHz);
+
+Q_SIGNALS:
+    void started();
+    void progress(const QString& path, int percent);
+    void finished(const QString& path, const QString& error); ///< empty `error`: written
+
+private:
+    void wait();
+
+    CaptureHistory& m_history;
+    QWidget* m_window;
+    SaveJob* m_job;
+    CaptureRecordPtr m_record; // that is being written
+};
+
+#endif

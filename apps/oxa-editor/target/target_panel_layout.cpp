@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: Apache-2.0
+// The widgets of the panel.
+
+#include "target_panel.h"
+
+#include "oxa-editor/least_lines.h"
+#include "oxa-editor/wave/wave_view.h"
+
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFormLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTreeWidget>
+
+namespace {
+
+constexpr int kProblemLines = 3; // visible
+
+}
+
+QWidget* TargetPanel::makeControls()
+{
+    m_address->setToolTip(tr(
+        "The host and port of OpenOCD's Tcl server, or the serial port of an analyzer with a UART"
+        " link: /dev/ttyUSB1, or /dev/ttyUSB1@9600 when it does not start at 115200"));
+    m_tap->setPlaceholderText(tr("the chip with an analyzer"));
+    m_tap->setToolTip(tr("The chip's name in OpenOCD's chain"));
+    m_builtFrom->setPlaceholderText(tr("the configuration's file"));
+    m_builtFrom->setToolTip(
+        tr("The configuration that the chip was built from, when the one shown was "
+           "changed since"));
+    m_cores->setAccessibleName(tr("Cores of the chip"));
+    m_cores->setHeaderLabels({tr("Core"), tr("Signals and depth"), tr("State")});
+    m_cores->setRootIsDecorated(false);
+    m_cores->setUniformRowHeights(true);
+    m_cores->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    keepLeastLines(*m_cores);
+    m_state->setWordWrap(true);
+    m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
+
+    auto* controls = new QWidget;
+    auto* layout = new QVBoxLayout(controls);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* form = new QFormLayout;
+    form->addRow(tr("OpenOCD or port:"), m_address);
+    form->addRow(tr("TAP:"), m_tap);
+    auto* file = new QHBoxLayout;
+    auto* label = new QLabel(tr("Built from:"));
+    label->setBuddy(m_builtFrom);
+    file->addWidget(m_builtFrom, 1);
+    addButton(
+        tr("Bro&wse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
+    form->addRow(label, file);
+    layout->addLayout(form);
+    auto* buttons = new QHBoxLayout;
+    m_connect = addButton(tr("Connect"), tr("Find the analyzer in the chip, without arming it"),
+        &TargetPanel::connectToChip, *buttons);
+    m_arm = addButton(tr("Arm"),
+        tr("Arm the chosen cores, and read the samples when they have triggered"),
+        &TargetPanel::arm, *buttons);
+    m_force = addButton(tr("Force"), tr("Force the trigger of all cores that wait for it"),
+        &TargetPanel::force, *buttons);
+    m_stop = addButton(tr("&Stop"), tr("Stop the cores, and read what they captured"),
+        &TargetPanel::stop, *buttons);
+    m_saveButton
+        = addButton(tr("Save…"), tr("Write the samples to a file"), &TargetPanel::save, *buttons);
+    layout->addLayout(buttons);
+    layout->addWidget(m_cores, 1);
+    layout->addWidget(m_state);
+    return controls;
+}
+
+QWidget* TargetPanel::makeSamples()
+{
+    m_problems->setAccessibleName(tr("Problems of the capture"));
+    m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
+    m_problems->setWordWrap(true);
+    m_problems->hide();
+    m_age->hide();
+    auto* samples = new QWidget;
+    auto* layout = new QVBoxLayout(samples);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_problems);
+    layout->addWidget(m_age);
+    layout->addWidget(m_view, 1);
+    return samples;
+}
+
+QPushButton* TargetPanel::addButton(
+    const QString& text, const QString& tip, void (TargetPanel::*act)(), QLayout& layout)
+{
+    auto* button = new QPushButton(text);
+    button->setToolTip(tip);
+    connect(button, &QPushButton::clicked, this, act);
+    layout.addWidget(button);
+    return button;
+}
+
+void TargetPanel::browse()
+{
+    const QString path = QFileDialog::getOpenFileName(this, tr("Configuration of the Chip"),
+        QFileInfo(m_document.path()).path(), tr("Analyzer configurations (*.oxa);;All files (*)"));
+    if (path.isEmpty())
+        return;
+    m_builtFrom->setText(QDir::toNativeSeparators(path));
+    m_builtFromOf.insert(m_document.path(), m_builtFrom->text());
+}
