@@ -3,6 +3,7 @@
 
 #include "document.h"
 #include "file_viewer.h"
+#include "least_lines.h"
 
 #include "files/replace_file.h"
 
@@ -26,6 +27,7 @@
 
 namespace {
 
+constexpr int kWidestPath = 140; // characters
 constexpr int kMostLines = 5000; // of the log
 
 }
@@ -35,8 +37,8 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
     , m_document(document)
     , m_job(new BuildJob(this))
     , m_workDir(new QLineEdit)
-    , m_generate(new QPushButton(tr("&Generate")))
-    , m_synthesize(new QPushButton(tr("S&ynthesize")))
+    , m_generate(new QPushButton(tr("Generate")))
+    , m_synthesize(new QPushButton(tr("Synthesize")))
     , m_stop(new QPushButton(tr("&Stop")))
     , m_progress(new QProgressBar)
     , m_stage(new QLabel(tr("Ready")))
@@ -59,13 +61,14 @@ BuildPanel::BuildPanel(Document& document, QWidget* parent)
 
 void BuildPanel::layOut()
 {
-    m_generate->setToolTip(tr("Write the Verilog of the analyzer into the work directory"));
-    m_synthesize->setToolTip(tr("Write the Verilog and synthesize a netlist"));
+    m_generate->setToolTip(tr("Write the Verilog of the analyzer into the work directory (F7)"));
+    m_synthesize->setToolTip(tr("Write the Verilog and synthesize a netlist (F8)"));
     m_progress->setAccessibleName(tr("Progress"));
     QSizePolicy policy = m_progress->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
     m_progress->setSizePolicy(policy);
     m_log->setAccessibleName(tr("Log"));
+    keepLeastLines(*m_log);
     m_log->setUniformItemSizes(true);
     m_log->setTextElideMode(Qt::ElideNone);
     auto* browse = new QPushButton(tr("Bro&wse…"));
@@ -75,11 +78,13 @@ void BuildPanel::layOut()
 
     auto* where = new QHBoxLayout;
     where->addWidget(label);
+    m_workDir->setMaximumWidth(fontMetrics().averageCharWidth() * kWidestPath);
     where->addWidget(m_workDir, 1);
     where->addWidget(browse);
     where->addWidget(m_generate);
     where->addWidget(m_synthesize);
     where->addWidget(m_stop);
+    where->addStretch();
     auto* state = new QHBoxLayout;
     state->addWidget(m_stage, 2);
     state->addWidget(m_progress, 1);

@@ -2,6 +2,7 @@
 #include "capture_page.h"
 
 #include "core_form.h"
+#include "scrolling.h"
 #include "window_drawing.h"
 
 #include "oxacapture/trigger/trigger_setup.h"
@@ -10,27 +11,23 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
 
+constexpr int kWidest = 90; // characters, of the form
 constexpr int kDeepest = 1 << 24; // samples; more than any part can store
 
 /// A form that scrolls when the window is small.
 QFormLayout* makeForm(QWidget* page)
 {
-    auto* area = new QScrollArea(page);
     auto* content = new QWidget;
     auto* layout = new QFormLayout(content);
     layout->setRowWrapPolicy(QFormLayout::WrapLongRows);
-    area->setWidget(content);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // focus scrolls to its fields
+    content->setMaximumWidth(content->fontMetrics().averageCharWidth() * kWidest);
     auto* outer = new QVBoxLayout(page);
     outer->setContentsMargins(0, 0, 0, 0);
-    outer->addWidget(area);
+    outer->addWidget(scrolling(content));
     return layout;
 }
 
@@ -51,7 +48,7 @@ QLineEdit* addHead(CoreForm& form)
     form.addSignalName(CapturePage::tr("Samp&le clock:"),
         CapturePage::tr("change the sample clock"),
         [](const Core& core) -> QString& { return core.sampleClock(); });
-    form.addChoice(CapturePage::tr("E&dge:"), CapturePage::tr("change the sampling edge"),
+    form.addChoice(CapturePage::tr("Ed&ge:"), CapturePage::tr("change the sampling edge"),
         [](const Core& core) -> int& {
             return core.trigType();
     },
@@ -86,7 +83,7 @@ void CapturePage::addWindowRows(QFormLayout* layout)
 {
     const QString samples = tr(" samples");
     m_form->addNumber(
-        tr("Storage dept&h:"), tr("change the depth"),
+        tr("Storage &depth:"), tr("change the depth"),
         [](const Core& core) -> int& { return core.standard->storageDepth; },
         makeBox<DoublingSpinBox>(16, kDeepest, samples));
     m_form->addNumber(

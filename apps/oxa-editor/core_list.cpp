@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "core_list.h"
 
+#include "flow_layout.h"
+#include "least_lines.h"
 #include "signal_names.h"
 
 #include "oxautils/model/shown_text.h"
 
-#include <QGridLayout>
 #include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 #include <QShortcut>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -63,19 +64,20 @@ CoreList::CoreList(Document& document, QWidget* parent)
     m_list->setDragDropMode(QAbstractItemView::InternalMove);
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::DoubleClicked);
-    auto* buttons = new QGridLayout;
+    keepLeastLines(*m_list);
+    auto* buttons = new FlowLayout;
     buttons->addWidget(
-        addButton(tr("Add"), tr("Add a core"), QKeySequence(Qt::Key_Insert), &CoreList::add), 0, 0);
+        addButton(tr("Add"), tr("Add a core"), QKeySequence(Qt::Key_Insert), &CoreList::add));
     m_needCore = {addButton(tr("Duplicate"), tr("Add a copy of the core"), QKeySequence("Ctrl+D"),
                       &CoreList::duplicate),
         addButton(tr("Remove"), tr("Remove the core"), QKeySequence::Delete, &CoreList::remove),
         addButton(tr("Up"), tr("Move the core up"), QKeySequence("Alt+Up"), &CoreList::moveUp),
         addButton(
             tr("Down"), tr("Move the core down"), QKeySequence("Alt+Down"), &CoreList::moveDown)};
-    buttons->addWidget(m_needCore.at(0), 0, 1);
-    buttons->addWidget(m_needCore.at(1), 1, 0, 1, 2);
-    buttons->addWidget(m_needCore.at(2), 2, 0);
-    buttons->addWidget(m_needCore.at(3), 2, 1);
+    m_needCore.at(2)->setArrowType(Qt::UpArrow);
+    m_needCore.at(3)->setArrowType(Qt::DownArrow);
+    for (QToolButton* button : qAsConst(m_needCore))
+        buttons->addWidget(button);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(label);
     layout->addWidget(m_list, 1);
@@ -90,13 +92,15 @@ CoreList::CoreList(Document& document, QWidget* parent)
 }
 
 /// A button with a keyboard shortcut in the list.
-QPushButton* CoreList::addButton(
+QToolButton* CoreList::addButton(
     const QString& text, const QString& hint, const QKeySequence& keys, void (CoreList::*done)())
 {
-    auto* button = new QPushButton(text);
+    auto* button = new QToolButton;
+    button->setText(text);
+    button->setFocusPolicy(Qt::StrongFocus);
     button->setToolTip(QString("%1 (%2)").arg(hint, keys.toString(QKeySequence::NativeText)));
     button->setAccessibleName(hint);
-    connect(button, &QPushButton::clicked, this, done);
+    connect(button, &QToolButton::clicked, this, done);
     auto* shortcut = new QShortcut(keys, m_list, nullptr, nullptr, Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, done);
     return button;
@@ -125,7 +129,7 @@ void CoreList::refresh()
             static_cast<CoreItem*>(m_list->item(i))->assign(i, cores.at(i)->moduleName());
         m_list->setCurrentRow(qBound(cores.isEmpty() ? -1 : 0, row, cores.size() - 1));
     }
-    for (QPushButton* button : qAsConst(m_needCore))
+    for (QToolButton* button : qAsConst(m_needCore))
         button->setEnabled(m_list->count() > 0);
     Q_EMIT currentChanged();
 }

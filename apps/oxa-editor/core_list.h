@@ -7,7 +7,7 @@
 #include <QWidget>
 
 class QListWidget;
-class QPushButton;
+class QToolButton;
 
 /// The list of cores, for choosing the current one, adding, copying, removing, reordering and
 /// renaming.
@@ -32,7 +32,7 @@ Q_SIGNALS:
     void currentChanged();
 
 private:
-    QPushButton* addButton(const QString& text, const QString& hint, const QKeySequence& keys,
+    QToolButton* addButton(const QString& text, const QString& hint, const QKeySequence& keys,
         void (CoreList::*done)());
     void move(int by);
     void takeOrder();
@@ -40,7 +40,7 @@ private:
 
     Document& m_document;
     QListWidget* m_list;
-    QList<QPushButton*> m_needCore;
+    QList<QToolButton*> m_needCore;
 };
 
 #endif

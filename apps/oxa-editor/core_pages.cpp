@@ -3,11 +3,25 @@
 
 #include "capture_page.h"
 #include "expressions_page.h"
+#include "help_window.h"
 #include "ports_page.h"
 #include "signals_page.h"
 #include "units_page.h"
 
 #include <QTabBar>
+
+namespace {
+
+// In docs/editor.md, in the order of Page.
+constexpr const char* kHelpAnchors[] = {
+    "capture",
+    "signals-and-trigger-ports",
+    "signals-and-trigger-ports",
+    "match-units",
+    "expressions",
+};
+
+}
 
 CorePages::CorePages(Document& document, QWidget* parent)
     : QTabWidget(parent)
@@ -33,8 +47,10 @@ void CorePages::makePages()
         addTab(new UnitsPage(m_document), tr("Match units"));
         addTab(new ExpressionsPage(m_document), tr("Expressions"));
     }
-    for (const CorePage* page : pages())
+    for (CorePage* page : pages()) {
+        setHelpAnchor(page, kHelpAnchors[int(page->page())]);
         connect(page, &CorePage::designWanted, this, &CorePages::designWanted);
+    }
     orderTabs();
 }
 

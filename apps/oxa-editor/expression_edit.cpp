@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "expression_edit.h"
 
+#include "error_underline.h"
+
 #include "oxautils/encoding/expression_tokens.h"
 
 #include <QAbstractItemView>
@@ -83,16 +85,12 @@ void ExpressionEdit::setText(const QString& text)
 
 void ExpressionEdit::setMarks(const QList<ExpressionMark>& marks)
 {
-    const bool onDark = palette().color(QPalette::Base).lightness() < 128;
     QList<QTextEdit::ExtraSelection> selections;
     for (const ExpressionMark& mark : marks) {
-        QTextEdit::ExtraSelection selection;
-        selection.format.setUnderlineStyle(QTextCharFormat::WaveUnderline);
-        selection.format.setUnderlineColor(onDark ? QColor(255, 110, 110) : QColor(Qt::red));
-        selection.cursor = textCursor();
-        selection.cursor.setPosition(mark.start);
-        selection.cursor.setPosition(mark.start + mark.length, QTextCursor::KeepAnchor);
-        selections += selection;
+        QTextCursor place = textCursor();
+        place.setPosition(mark.start);
+        place.setPosition(mark.start + mark.length, QTextCursor::KeepAnchor);
+        selections += errorUnderline(place, palette());
     }
     setExtraSelections(selections);
 }

@@ -2,7 +2,9 @@
 #include "expressions_page.h"
 
 #include "expression_edit.h"
+#include "flow_layout.h"
 #include "least_lines.h"
+#include "scrolling.h"
 #include "signal_names.h"
 #include "truth_table.h"
 
@@ -26,6 +28,7 @@ using namespace OXA;
 
 namespace {
 
+constexpr int kFewestCharacters = 16; // of a choice
 constexpr int kPlaceRole = Qt::UserRole; // position of an expression in the core's list
 
 }
@@ -62,7 +65,7 @@ ExpressionsPage::ExpressionsPage(Document& document, QWidget* parent)
     tableColumn->addWidget(m_reason);
 
     auto* splitter = new QSplitter;
-    splitter->addWidget(left);
+    splitter->addWidget(scrolling(left));
     splitter->addWidget(right);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
@@ -79,6 +82,10 @@ QWidget* ExpressionsPage::makeKind()
     m_kind->addItems(
         {tr("Static: part of the netlist"), tr("Dynamic: tables, rewritten at run time")});
     m_memory->addItems({tr("Block SRAM"), tr("Registers"), tr("Shadow SRAM")});
+    for (QComboBox* box : {m_kind, m_memory}) { // narrower than its longest text, if need be
+        box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        box->setMinimumContentsLength(kFewestCharacters);
+    }
     form->addRow(tr("E&xpressions:"), m_kind);
     form->addRow(tr("Tables &in:"), m_memory);
     connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
@@ -103,14 +110,13 @@ QWidget* ExpressionsPage::makeList()
     keepLeastLines(*m_list);
     m_list->setDragDropMode(QAbstractItemView::InternalMove);
     layout->addWidget(m_list, 1);
-    auto* buttons = new QHBoxLayout;
+    auto* buttons = new FlowLayout;
     buttons->addWidget(addButton(tr("&Add"), QKeySequence(Qt::Key_Insert), [this] { add(); }));
     m_needRow = {addButton(tr("&Remove"), QKeySequence::Delete, [this] { remove(); }),
         addButton(tr("&Up"), QKeySequence("Alt+Up"), [this] { move(-1); }),
         addButton(tr("Dow&n"), QKeySequence("Alt+Down"), [this] { move(1); })};
     for (QPushButton* button : qAsConst(m_needRow))
         buttons->addWidget(button);
-    buttons->addStretch();
     layout->addLayout(buttons);
     connect(m_list, &QListWidget::currentRowChanged, this, [this] {
         document().endRun();

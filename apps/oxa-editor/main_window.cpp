@@ -14,9 +14,11 @@
 #include "problem_location.h"
 #include "problems_panel.h"
 #include "recent_files.h"
+#include "scrolling.h"
 #include "target/target_panel.h"
 #include "undo_keys.h"
 #include "wave/rehearsal_panel.h"
+#include "welcome_page.h"
 
 #include "oxautils/model/shown_text.h"
 
@@ -25,7 +27,6 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
-#include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -53,6 +54,8 @@ QString fileSetting(const char* group, const QString& path)
 MainWindow::MainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_cores(new CoreList(m_document))
+    , m_content(new QStackedWidget)
+    , m_welcome(new WelcomePage)
     , m_pages(new CorePages(m_document))
     , m_middle(new QStackedWidget)
     , m_message(new MessageBar)
@@ -85,6 +88,7 @@ MainWindow::MainWindow(QWidget* parent)
     connectDesign();
     connectCaptures();
     m_document.create(OXA::Standard);
+    showWelcome();
     m_part->setKey(QSettings().value("part/last").toString());
     restoreGeometry(QSettings().value("window/geometry").toByteArray());
     restoreState(QSettings().value("window/state").toByteArray());
@@ -122,21 +126,12 @@ void MainWindow::layOut()
     auto* layout = new QVBoxLayout(content);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_message);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_content, 1);
+    m_content->addWidget(splitter);
+    m_content->addWidget(m_welcome);
     setCentralWidget(content);
-    fillDock(m_buildDock, "buildDock", m_build);
-    addDockWidget(Qt::BottomDockWidgetArea, m_buildDock);
     resize(character * 170, fontMetrics().height() * 46);
-    resizeDocks({m_buildDock}, {fontMetrics().height() * 12}, Qt::Vertical);
-    fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal);
-    fillDock(m_designDock, "designDock", m_design);
-    fillDock(m_targetDock, "targetDock", m_target);
-    fillDock(m_capturesDock, "capturesDock", m_captures);
-    // Hidden until `showLargeDock`.
-    for (QDockWidget* dock : {m_rehearsalDock, m_designDock, m_targetDock, m_capturesDock}) {
-        dock->setParent(this);
-        dock->hide();
-    }
+    layOutDocks();
 }
 
 QWidget* MainWindow::makeSide()
@@ -146,7 +141,7 @@ QWidget* MainWindow::makeSide()
     auto* form = new QFormLayout;
     form->addRow(tr("Part:"), m_part);
     costLayout->addLayout(form);
-    costLayout->addWidget(m_cost, 1);
+    costLayout->addWidget(scrolling(m_cost), 1);
     auto* side = new QSplitter(Qt::Vertical);
     side->addWidget(m_problems);
     side->addWidget(cost);
@@ -171,6 +166,12 @@ void MainWindow::connectParts()
     connect(m_build, &BuildPanel::workDirChanged, this,
         [this] { QSettings().setValue(workDirSetting(), m_build->workDir()); });
     connect(m_recent, &RecentFiles::chosen, this, &MainWindow::open);
+    connect(m_welcome, &WelcomePage::chosen, this, &MainWindow::open);
+    connect(m_welcome, &WelcomePage::openWanted, this, &MainWindow::chooseFile);
+    connect(m_welcome, &WelcomePage::designWanted, this, &MainWindow::beginWithDesign);
+    connect(m_welcome, &WelcomePage::exampleWanted, this, &MainWindow::openExample);
+    connect(m_welcome, &WelcomePage::standardWanted, this, [this] { newDocument(OXA::Standard); });
+    connect(m_welcome, &WelcomePage::liteWanted, this, [this] { newDocument(OXA::Lite); });
     connect(m_watch, &FileWatch::changed, this, &MainWindow::showFileChange);
     connect(m_watch, &FileWatch::unchanged, this, [this] {
         if (m_message->text() == fileText(true) || m_message->text() == fileText(false))
@@ -179,8 +180,17 @@ void MainWindow::connectParts()
     connect(&m_checkTimer, &QTimer::timeout, this, &MainWindow::updateChecks);
 }
 
+void MainWindow::showWelcome()
+{
+    m_welcome->setFiles(m_recent->paths());
+    m_content->setCurrentWidget(m_welcome);
+}
+
+void MainWindow::leaveWelcome() { m_content->setCurrentIndex(0); }
+
 void MainWindow::showDocument()
 {
+    leaveWelcome();
     m_pages->makePages();
     m_message->hide();
     m_cores->refresh();
@@ -198,6 +208,7 @@ void MainWindow::showCore()
 
 void MainWindow::showChange(const Location& location)
 {
+    leaveWelcome();
     if (!location.core || location.page == Page::Capture)
         m_cores->refresh();
     m_pages->contentChanged();

@@ -19,6 +19,7 @@ class CorePages;
 class CostPanel;
 class DesignPanel;
 class FileWatch;
+class HelpWindow;
 class MessageBar;
 class PartChoice;
 class ProblemsPanel;
@@ -28,6 +29,7 @@ class QStackedWidget;
 class RecentFiles;
 class RehearsalPanel;
 class TargetPanel;
+class WelcomePage;
 
 /// The window: one configuration, the pages of its cores, its problems and its resources.
 class MainWindow : public QMainWindow {
@@ -57,6 +59,7 @@ private:
     void makeBuildMenu();
     void makeTargetMenu();
     void makeViewMenu();
+    void makeHelpMenu();
     void connectParts();
     void connectDesign();
     void connectCaptures();
@@ -65,6 +68,8 @@ private:
     void chooseFile();
     void chooseCapture();
     void openCapture(const QString& path);
+    void beginWithDesign();
+    void openExample();
     bool save();
     bool saveAs();
     bool saveTo(const QString& path);
@@ -75,11 +80,18 @@ private:
     void finishEdit();
     void step(void (QUndoStack::*go)());
 
-    void fillDock(QDockWidget* dock, const char* name, QWidget* panel);
+    void fillDock(QDockWidget* dock, const char* name, QWidget* panel, const char* helpAnchor);
+    void layOutDocks();
+    void showDock(QDockWidget* dock, int height);
     void showLargeDock(QDockWidget* dock);
+    void showBuild();
     void showDesign();
     void showCaptures();
     void showDocument();
+    void showWelcome();
+    void leaveWelcome();
+    void showHelp(const QString& page);
+    void showAbout();
     void showCore();
     void showChange(const Location& location);
     void showPlace(const Location& location);
@@ -95,6 +107,8 @@ private:
 
     Document m_document;
     CoreList* m_cores;
+    QStackedWidget* m_content; // the welcome page, or the configuration
+    WelcomePage* m_welcome;
     CorePages* m_pages;
     QStackedWidget* m_middle; // the pages, or a hint when there is no core
     MessageBar* m_message;
@@ -116,6 +130,7 @@ private:
     RecentFiles* m_recent;
     RecentFiles* m_recentCaptures;
     FileWatch* m_watch;
+    HelpWindow* m_help = nullptr;
     QTimer m_checkTimer; // updates problems and cost after an edit
 };
 

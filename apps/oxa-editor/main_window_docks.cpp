@@ -3,43 +3,81 @@
 
 #include "main_window.h"
 
+#include "build_panel.h"
+#include "captures/captures_panel.h"
 #include "core_list.h"
 #include "core_pages.h"
 #include "design/design_panel.h"
+#include "help_window.h"
+#include "scrolling.h"
+#include "target/target_panel.h"
+#include "wave/rehearsal_panel.h"
 
 #include <QDockWidget>
-#include <QScrollArea>
+
+namespace {
+
+constexpr int kBuildLines = 14; // height of the build panel when it is first shown
+
+}
+
+void MainWindow::layOutDocks()
+{
+    fillDock(m_buildDock, "buildDock", m_build, "generate-and-synthesize");
+    fillDock(m_rehearsalDock, "rehearsalDock", m_rehearsal, "rehearsal");
+    fillDock(m_designDock, "designDock", m_design, "signals-of-the-design");
+    fillDock(m_targetDock, "targetDock", m_target, "target");
+    fillDock(m_capturesDock, "capturesDock", m_captures, "captures");
+    addDockWidget(Qt::BottomDockWidgetArea, m_buildDock);
+    m_buildDock->hide();
+    // Hidden until `showDock`.
+    for (QDockWidget* dock : {m_rehearsalDock, m_designDock, m_targetDock, m_capturesDock}) {
+        dock->setParent(this);
+        dock->hide();
+    }
+}
 
 /// Puts a panel into a dock, with scroll bars when the dock is small. A panel that another dock
 /// covers is hidden, or its Alt shortcuts would still be active.
-void MainWindow::fillDock(QDockWidget* dock, const char* name, QWidget* panel)
+void MainWindow::fillDock(
+    QDockWidget* dock, const char* name, QWidget* panel, const char* helpAnchor)
 {
-    auto* area = new QScrollArea;
-    area->setWidget(panel);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // focus scrolls to the panel's fields
+    QScrollArea* area = scrolling(panel);
     area->setFocusProxy(panel);
     dock->setObjectName(name);
     dock->setWidget(area);
+    setHelpAnchor(dock, helpAnchor);
     connect(dock, &QDockWidget::visibilityChanged, panel, &QWidget::setVisible);
 }
 
-/// Raises a waveform or the design, with space for some rows: in place of the build panel unless
+/// Raises a dock, at least `height` high: at the bottom, in place of those that are there, unless
 /// the user moved it.
-void MainWindow::showLargeDock(QDockWidget* dock)
+void MainWindow::showDock(QDockWidget* dock, int height)
 {
+    leaveWelcome();
     const bool comes = !dock->isVisible();
     if (dockWidgetArea(dock) == Qt::NoDockWidgetArea && !dock->isFloating()) {
         addDockWidget(Qt::BottomDockWidgetArea, dock);
-        tabifyDockWidget(m_buildDock, dock);
+        for (QDockWidget* other :
+            {m_buildDock, m_rehearsalDock, m_designDock, m_targetDock, m_capturesDock}) {
+            if (other != dock && dockWidgetArea(other) == Qt::BottomDockWidgetArea)
+                tabifyDockWidget(other, dock);
+        }
     }
     dock->show();
     dock->raise();
-    if (comes && !dock->isFloating() && dock->height() < height() / 2)
-        resizeDocks({dock}, {height() / 2}, Qt::Vertical);
+    if (comes && !dock->isFloating() && dock->height() < height)
+        resizeDocks({dock}, {height}, Qt::Vertical);
+}
+
+/// Raises a waveform or the design, with space for some rows.
+void MainWindow::showLargeDock(QDockWidget* dock)
+{
+    showDock(dock, height() / 2);
     dock->widget()->setFocus(Qt::ShortcutFocusReason);
 }
+
+void MainWindow::showBuild() { showDock(m_buildDock, fontMetrics().height() * kBuildLines); }
 
 void MainWindow::connectDesign()
 {

@@ -4,6 +4,9 @@
 #include "main_window.h"
 
 #include "build_panel.h"
+#include "core_pages.h"
+#include "design/design_panel.h"
+#include "example_copy.h"
 #include "message_bar.h"
 #include "recent_files.h"
 #include "target/target_panel.h"
@@ -11,6 +14,7 @@
 #include "oxautils/model/shown_text.h"
 
 #include <QCloseEvent>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
@@ -63,6 +67,30 @@ void MainWindow::chooseFile()
         this, tr("Open"), QFileInfo(m_document.path()).path(), fileFilter());
     if (!path.isEmpty())
         open(path);
+}
+
+void MainWindow::beginWithDesign()
+{
+    if (!mayReplaceDocument())
+        return;
+    m_document.create(OXA::Standard);
+    m_pages->showPage(Page::Signals);
+    showDesign();
+    m_design->addSources();
+}
+
+void MainWindow::openExample()
+{
+    const QString directory
+        = QFileDialog::getExistingDirectory(this, tr("Copy the Example into"), QDir::homePath());
+    QString configuration;
+    QString error;
+    if (directory.isEmpty())
+        return;
+    if (copyExample(directory, configuration, &error))
+        open(configuration);
+    else
+        QMessageBox::critical(this, tr("Cannot Copy"), OXA::shownLines(error));
 }
 
 bool MainWindow::open(const QString& path)

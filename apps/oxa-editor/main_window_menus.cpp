@@ -4,19 +4,37 @@
 #include "main_window.h"
 
 #include "build_panel.h"
+#include "clipboard_actions.h"
 #include "core_list.h"
 #include "core_pages.h"
+#include "help_window.h"
 #include "part_choice.h"
 #include "problems_panel.h"
 #include "recent_files.h"
 #include "target/target_panel.h"
 #include "wave/wave_view.h"
 
+#include "oxautils/oxautils_version.h"
+
 #include <QAction>
+#include <QApplication>
+#include <QDir>
 #include <QDockWidget>
 #include <QListWidget>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QStatusBar>
+
+namespace {
+
+/// Gives `action` an icon of the desktop's theme, if that has it.
+QAction* withIcon(const char* icon, QAction* action)
+{
+    action->setIcon(QIcon::fromTheme(icon));
+    return action;
+}
+
+}
 
 void MainWindow::makeActions()
 {
@@ -25,26 +43,34 @@ void MainWindow::makeActions()
     makeViewMenu();
     makeBuildMenu();
     makeTargetMenu();
+    makeHelpMenu();
 }
 
 void MainWindow::makeFileMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&File"));
-    menu->addAction(
-        tr("&New Standard"), this, [this] { newDocument(OXA::Standard); }, QKeySequence::New);
+    withIcon("document-new",
+        menu->addAction(
+            tr("&New Standard"), this, [this] { newDocument(OXA::Standard); }, QKeySequence::New));
     menu->addAction(
         tr("New &Lite"), this, [this] { newDocument(OXA::Lite); }, QKeySequence("Ctrl+Shift+N"));
-    menu->addAction(tr("&Open…"), this, &MainWindow::chooseFile, QKeySequence::Open);
+    menu->addAction(tr("New from a &Design…"), this, &MainWindow::beginWithDesign);
+    withIcon("document-open",
+        menu->addAction(tr("&Open…"), this, &MainWindow::chooseFile, QKeySequence::Open));
     menu->addMenu(m_recent);
+    menu->addAction(tr("Open the &Example…"), this, &MainWindow::openExample);
     menu->addSeparator();
     menu->addAction(
         tr("Open &Capture…"), this, &MainWindow::chooseCapture, QKeySequence("Ctrl+Shift+O"));
     menu->addMenu(m_recentCaptures);
     menu->addSeparator();
-    menu->addAction(tr("&Save"), this, &MainWindow::save, QKeySequence::Save);
-    menu->addAction(tr("Save &As…"), this, &MainWindow::saveAs, QKeySequence("Ctrl+Shift+S"));
+    withIcon(
+        "document-save", menu->addAction(tr("&Save"), this, &MainWindow::save, QKeySequence::Save));
+    withIcon("document-save-as",
+        menu->addAction(tr("Save &As…"), this, &MainWindow::saveAs, QKeySequence("Ctrl+Shift+S")));
     menu->addSeparator();
-    menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    withIcon("application-exit",
+        menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit));
 }
 
 void MainWindow::makeEditMenu()
@@ -62,15 +88,19 @@ void MainWindow::makeEditMenu()
     const auto setStepText = [](QAction* action, const QString& name, const QString& step) {
         action->setText(step.isEmpty() ? name : QString("%1: %2").arg(name, step));
     };
-    QAction* undo = addStep(tr("&Undo"), {QKeySequence("Ctrl+Z")}, &QUndoStack::undo);
-    QAction* redo = addStep(
-        tr("&Redo"), {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")}, &QUndoStack::redo);
+    QAction* undo
+        = withIcon("edit-undo", addStep(tr("&Undo"), {QKeySequence("Ctrl+Z")}, &QUndoStack::undo));
+    QAction* redo = withIcon("edit-redo",
+        addStep(tr("&Redo"), {QKeySequence("Ctrl+Shift+Z"), QKeySequence("Ctrl+Y")},
+            &QUndoStack::redo));
     connect(&stack, &QUndoStack::canUndoChanged, undo, &QAction::setEnabled);
     connect(&stack, &QUndoStack::canRedoChanged, redo, &QAction::setEnabled);
     connect(&stack, &QUndoStack::undoTextChanged, undo,
         [=](const QString& text) { setStepText(undo, tr("&Undo"), text); });
     connect(&stack, &QUndoStack::redoTextChanged, redo,
         [=](const QString& text) { setStepText(redo, tr("&Redo"), text); });
+    menu->addSeparator();
+    new ClipboardActions(menu);
     menu->addSeparator();
     menu->addAction(tr("&Add Core"), m_cores, &CoreList::add);
     menu->addAction(tr("&Duplicate Core"), m_cores, &CoreList::duplicate);
@@ -94,7 +124,11 @@ void MainWindow::makeViewMenu()
     QMenu* menu = menuBar()->addMenu(tr("&View"));
     const auto addFocus = [&](const QString& text, const QString& keys, QWidget* widget) {
         menu->addAction(
-            text, widget, [widget] { widget->setFocus(Qt::ShortcutFocusReason); },
+            text, this,
+            [this, widget] {
+                leaveWelcome();
+                widget->setFocus(Qt::ShortcutFocusReason);
+            },
             QKeySequence(keys));
     };
     addFocus(tr("&Cores"), "Ctrl+0", m_cores->list());
@@ -107,7 +141,11 @@ void MainWindow::makeViewMenu()
     };
     for (const auto& entry : pages)
         menu->addAction(
-            entry.second, this, [this, page = entry.first] { m_pages->enter(page); },
+            entry.second, this,
+            [this, page = entry.first] {
+                leaveWelcome();
+                m_pages->enter(page);
+            },
             QKeySequence(QString("Ctrl+%1").arg(int(entry.first) + 1)));
     addFocus(tr("&Problems"), "Ctrl+6", m_problems->list());
     addFocus(tr("Par&t"), "Ctrl+7", m_part);
@@ -119,8 +157,7 @@ void MainWindow::makeViewMenu()
     addWave(tr("Tar&get"), "Ctrl+9", m_targetDock);
     menu->addAction(tr("Captu&res"), this, &MainWindow::showCaptures, QKeySequence("Ctrl+Shift+H"));
     menu->addAction(tr("&Design"), this, &MainWindow::showDesign, QKeySequence("Ctrl+Shift+D"));
-    menu->addSeparator();
-    menu->addAction(m_buildDock->toggleViewAction());
+    menu->addAction(tr("&Build"), this, &MainWindow::showBuild);
 }
 
 void MainWindow::makeBuildMenu()
@@ -128,16 +165,16 @@ void MainWindow::makeBuildMenu()
     QMenu* menu = menuBar()->addMenu(tr("&Build"));
     const auto prepare = [this] {
         finishEdit();
-        m_buildDock->show();
-        m_buildDock->raise();
+        showBuild();
         return m_build;
     };
     QAction* generate = menu->addAction(
         tr("&Generate"), this, [=] { prepare()->generate(); }, QKeySequence("F7"));
-    QAction* synthesize = menu->addAction(
-        tr("&Synthesize"), this, [=] { prepare()->synthesize(); }, QKeySequence("F8"));
-    QAction* stop
-        = menu->addAction(tr("S&top"), m_build, &BuildPanel::stop, QKeySequence("Shift+F8"));
+    QAction* synthesize = withIcon("run-build",
+        menu->addAction(
+            tr("&Synthesize"), this, [=] { prepare()->synthesize(); }, QKeySequence("F8")));
+    QAction* stop = withIcon("process-stop",
+        menu->addAction(tr("S&top"), m_build, &BuildPanel::stop, QKeySequence("Shift+F8")));
     stop->setEnabled(false);
     connect(m_build, &BuildPanel::stageChanged, this,
         [this](const QString& text) { statusBar()->showMessage(text); });
@@ -164,11 +201,12 @@ void MainWindow::makeTargetMenu()
         showTarget();
         m_target->arm();
     };
-    QAction* arm = menu->addAction(tr("&Arm"), this, armChip, QKeySequence("F9"));
+    QAction* arm
+        = withIcon("media-record", menu->addAction(tr("&Arm"), this, armChip, QKeySequence("F9")));
     QAction* force
         = menu->addAction(tr("&Force"), m_target, &TargetPanel::force, QKeySequence("Ctrl+F9"));
-    QAction* stop
-        = menu->addAction(tr("S&top"), m_target, &TargetPanel::stop, QKeySequence("Shift+F9"));
+    QAction* stop = withIcon("media-playback-stop",
+        menu->addAction(tr("S&top"), m_target, &TargetPanel::stop, QKeySequence("Shift+F9")));
     menu->addSeparator();
     QAction* save = menu->addAction(tr("&Save Samples…"), m_target, &TargetPanel::save);
     connect(menu, &QMenu::aboutToShow, this, [=] { save->setEnabled(m_target->canSave()); });
@@ -180,4 +218,38 @@ void MainWindow::makeTargetMenu()
     };
     connect(m_target, &TargetPanel::runningChanged, this, showState);
     showState();
+}
+
+void MainWindow::makeHelpMenu()
+{
+    QMenu* menu = menuBar()->addMenu(tr("&Help"));
+    withIcon("help-contents",
+        menu->addAction(
+            tr("&Help"), this, [this] { showHelp("editor.md"); }, QKeySequence("F1")));
+    menu->addAction(tr("&First Capture"), this, [this] { showHelp("first-capture.md"); });
+    menu->addAction(tr("All &Pages"), this, [this] { showHelp("README.md"); });
+    menu->addSeparator();
+    menu->addAction(tr("&Welcome Page"), this, [this] { showWelcome(); });
+    withIcon("help-about", menu->addAction(tr("&About"), this, &MainWindow::showAbout));
+}
+
+/// Shows a page of the documentation; that of the editor at what has the focus.
+void MainWindow::showHelp(const QString& page)
+{
+    if (!m_help)
+        m_help = new HelpWindow(this);
+    const QString anchor = page == "editor.md" ? helpAnchorOf(focusWidget()) : QString();
+    if (!m_help->showPage(page, anchor))
+        QMessageBox::information(this, tr("Help"),
+            tr("The pages of the documentation are not installed in %1. In Debian they are in the "
+               "package oxautils-doc; \"man oxa-editor\" lists the keys.")
+                .arg(QDir::toNativeSeparators(HelpWindow::directory())));
+}
+
+void MainWindow::showAbout()
+{
+    QMessageBox::about(this, tr("About oxa-editor"),
+        tr("oxa-editor %1\n\nEdits the configuration of embedded logic analyzers for FPGA designs, "
+           "generates them and captures from them.\n\nApache License 2.0. Uses Qt %2.")
+            .arg(OXAUTILS_VERSION_STR, qVersion()));
 }

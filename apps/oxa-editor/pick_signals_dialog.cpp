@@ -8,6 +8,7 @@
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 PickSignalsDialog::PickSignalsDialog(const QList<OXA::SignalItem>& items, QWidget* parent)
@@ -29,12 +30,18 @@ PickSignalsDialog::PickSignalsDialog(const QList<OXA::SignalItem>& items, QWidge
     search->setAccessibleName(tr("Search"));
     search->setClearButtonEnabled(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    QPushButton* ok = buttons->button(QDialogButtonBox::Ok);
+    ok->setText(tr("&Add"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(search);
     layout->addWidget(m_list, 1);
     layout->addWidget(buttons);
     connect(search, &QLineEdit::textChanged, this, &PickSignalsDialog::filter);
-    connect(m_list, &QListWidget::itemActivated, this, &QDialog::accept);
+    const auto showChoice = [=] { ok->setEnabled(!this->items().isEmpty()); };
+    connect(search, &QLineEdit::textChanged, this, showChoice);
+    connect(m_list, &QListWidget::itemSelectionChanged, this, showChoice);
+    connect(m_list, &QListWidget::itemActivated, ok, &QPushButton::click); // needs a choice
+    showChoice();
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     resize(fontMetrics().averageCharWidth() * 60, fontMetrics().height() * 24);

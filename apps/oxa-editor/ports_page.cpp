@@ -70,6 +70,7 @@ void PortsPage::refresh()
 
 void PortsPage::showPort()
 {
+    m_editor->setDesign(document().design());
     m_editor->setItems(port() ? port()->signalList : QList<SignalItem>());
 }
 

@@ -18,9 +18,11 @@ RecentFiles::RecentFiles(const QString& title, const QString& setting, QWidget* 
     fill();
 }
 
+QStringList RecentFiles::paths() const { return QSettings().value(m_setting).toStringList(); }
+
 void RecentFiles::add(const QString& path)
 {
-    QStringList paths = QSettings().value(m_setting).toStringList();
+    QStringList paths = this->paths();
     paths.removeAll(path);
     paths.prepend(path);
     QSettings().setValue(m_setting, QStringList(paths.mid(0, kMostFiles)));
@@ -30,7 +32,7 @@ void RecentFiles::add(const QString& path)
 void RecentFiles::fill()
 {
     clear();
-    const QStringList paths = QSettings().value(m_setting).toStringList();
+    const QStringList paths = this->paths();
     for (int i = 0; i < paths.size(); ++i) {
         QString name = QDir::toNativeSeparators(paths.at(i));
         name.replace('&', "&&");

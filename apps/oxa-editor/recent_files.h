@@ -12,6 +12,9 @@ public:
     /// `setting`: where the paths are saved.
     RecentFiles(const QString& title, const QString& setting, QWidget* parent = nullptr);
 
+    /// The last one first.
+    QStringList paths() const;
+
     /// Puts `path` on top.
     void add(const QString& path);
 

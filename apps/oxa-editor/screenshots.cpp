@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // Makes the pictures in docs/images; run by tools/screenshots.
 //
-//   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD DIRECTORY [dark]
+//   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD DIRECTORY [LOOK]
 //
-// OPENOCD is the address of its Tcl server, for a chip with the configuration.
+// OPENOCD is the address of its Tcl server, for a chip with the configuration. LOOK is a row of
+// `kLooks`; without it, the pictures are those of docs/images.
 
 #include "build_panel.h"
 #include "core_list.h"
 #include "design/design_panel.h"
 #include "expressions_page.h"
+#include "help_window.h"
 #include "main_window.h"
 #include "target/target_panel.h"
 #include "wave/rehearsal_panel.h"
@@ -36,11 +38,36 @@
 #include <QTemporaryDir>
 #include <QTreeView>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int kSettleTime = 600; // ms: the problems are found in the background
 constexpr int kSmallest = 0; // quality: for PNG, the best compression
 constexpr char kPart[] = "QX1N-9LV-QFN88-C6|QX1N-9";
+
+/// How the window looks: its size, and the colours.
+struct Look {
+    const char* name;
+    QSize size;
+    QSize large; // with a waveform or the design
+    QPalette (*palette)();
+};
+
+constexpr QSize kUsual(1180, 760);
+constexpr QSize kUsualLarge(1180, 880);
+
+QPalette darkPalette();
+QPalette contrastPalette();
+
+const Look kLooks[] = {
+    {"",          kUsual,       kUsualLarge,  nullptr        },
+    {"dark",      kUsual,       kUsualLarge,  darkPalette    },
+    {"contrast",  kUsual,       kUsualLarge,  contrastPalette},
+    {"960x540",   {960, 540},   {960, 540},   nullptr        },
+    {"1440x900",  {1440, 900},  {1440, 900},  nullptr        },
+    {"3840x2160", {3840, 2160}, {3840, 2160}, nullptr        },
+};
 
 void settle()
 {
@@ -58,9 +85,6 @@ void take(QWidget& widget, const QString& path)
 
 void takePages(MainWindow& window, const QString& directory)
 {
-    // A capture may have enlarged it.
-    auto* build = window.findChild<QDockWidget*>("buildDock");
-    window.resizeDocks({build}, {window.fontMetrics().height() * 12}, Qt::Vertical);
     auto* tabs = window.findChild<QTabWidget*>();
     for (int i = 0; i < tabs->count(); ++i) {
         tabs->setCurrentIndex(i);
@@ -85,8 +109,6 @@ void press(MainWindow& window, const char* keys)
 void takeTarget(MainWindow& window, const QString& address, const QString& path)
 {
     auto* panel = window.findChild<TargetPanel*>();
-    const QSize size = window.size();
-    window.resize(window.width(), 880);
     press(window, "Ctrl+9");
     auto* field = qobject_cast<QLineEdit*>(panel->focusProxy());
     field->setText(address);
@@ -100,14 +122,12 @@ void takeTarget(MainWindow& window, const QString& address, const QString& path)
     panel->view()->canvas()->setCursor(0, 41);
     take(window, path);
     window.findChild<QDockWidget*>("targetDock")->hide();
-    window.resize(size);
 }
 
 /// Two cursors in the waveform of a rehearsal, some rows above and below them.
 void takeRehearsal(MainWindow& window, const QString& stimulus, const QString& path)
 {
     auto* panel = window.findChild<RehearsalPanel*>();
-    window.resize(window.width(), 880);
     press(window, "Ctrl+8");
     panel->setStimulus(stimulus);
     settle();
@@ -140,7 +160,7 @@ void showSomething(MainWindow& window)
 }
 
 /// The signals of the design of `configuration`; a copy is opened.
-void takeDesign(const QString& configuration, const QString& path)
+void takeDesign(const QString& configuration, const Look& look, const QString& path)
 {
     const QTemporaryDir directory;
     for (const char* name : {"uart.oxa", "uart_tx.v"})
@@ -149,7 +169,7 @@ void takeDesign(const QString& configuration, const QString& path)
     OXA::DesignSources sources;
     sources.files += directory.filePath("uart_tx.v");
     MainWindow window;
-    window.resize(1180, 880);
+    window.resize(look.large);
     window.show();
     if (!OXA::rememberDesign(copy, sources, nullptr) || !window.open(copy))
         return;
@@ -212,6 +232,56 @@ QPalette darkPalette()
     return palette;
 }
 
+QPalette contrastPalette()
+{
+    QPalette palette(Qt::black, Qt::black);
+    for (const QPalette::ColorRole role :
+        {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
+            QPalette::Light, QPalette::Midlight, QPalette::Mid})
+        palette.setColor(role, Qt::white);
+    palette.setColor(QPalette::Highlight, Qt::yellow);
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::Link, Qt::cyan);
+    return palette;
+}
+
+void takeHelp(MainWindow& window, const QString& path)
+{
+    window.setFocus();
+    press(window, "F1");
+    take(*window.findChild<HelpWindow*>(), path);
+    window.findChild<HelpWindow*>()->close();
+}
+
+/// All pictures, of a window whose settings are empty.
+int takeAll(const QStringList& arguments, const Look& look)
+{
+    const QString& directory = arguments.at(4);
+    QSettings().setValue("part/last", kPart);
+    QSettings().setValue("recentFiles",
+        QStringList {"/home/ada/uart/uart.oxa", "/home/ada/soc/fpga/soc_capture.oxa"});
+    MainWindow window;
+    window.resize(look.size);
+    window.show();
+    take(window, directory + "/editor-welcome.png");
+    if (!window.open(arguments.at(1)))
+        return 1;
+    window.resize(look.large);
+    takeTarget(window, arguments.at(3), directory + "/editor-target.png");
+    window.resize(look.size);
+    showSomething(window);
+    takePages(window, directory);
+    press(window, "F7");
+    take(window, directory + "/editor-build.png");
+    window.resize(look.large);
+    takeRehearsal(window, arguments.at(2), directory + "/editor-rehearsal.png");
+    takeHelp(window, directory + "/editor-help.png");
+    window.document().undoStack().setClean();
+    takeDesign(arguments.at(1), look, directory + "/editor-design.png");
+    takeDialogs(arguments.at(1), directory);
+    return 0;
+}
+
 }
 
 int main(int argc, char** argv)
@@ -227,21 +297,12 @@ int main(int argc, char** argv)
     QFont font("DejaVu Sans");
     font.setPixelSize(12);
     QApplication::setFont(font);
-    if (arguments.value(5) == "dark")
-        QApplication::setPalette(darkPalette());
-
-    QSettings().setValue("part/last", kPart);
-    MainWindow window;
-    window.resize(1180, 760);
-    window.show();
-    if (!window.open(arguments.at(1)))
-        return 1;
-    takeTarget(window, arguments.at(3), arguments.at(4) + "/editor-target.png");
-    showSomething(window);
-    takePages(window, arguments.at(4));
-    takeRehearsal(window, arguments.at(2), arguments.at(4) + "/editor-rehearsal.png");
-    window.document().undoStack().setClean();
-    takeDesign(arguments.at(1), arguments.at(4) + "/editor-design.png");
-    takeDialogs(arguments.at(1), arguments.at(4));
-    return 0;
+    const QString name = arguments.value(5);
+    const auto look = std::find_if(
+        std::begin(kLooks), std::end(kLooks), [&](const Look& each) { return name == each.name; });
+    if (look == std::end(kLooks))
+        return 2;
+    if (look->palette)
+        QApplication::setPalette(look->palette());
+    return takeAll(arguments, *look);
 }

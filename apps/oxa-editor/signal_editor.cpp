@@ -3,6 +3,7 @@
 
 #include "add_signals_dialog.h"
 #include "cell_delegate.h"
+#include "flow_layout.h"
 #include "signal_clipboard.h"
 #include "signal_model.h"
 #include "signal_names.h"
@@ -10,12 +11,12 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QToolButton>
 #include <QTreeView>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
@@ -24,12 +25,11 @@ using namespace OXA;
 SignalEditor::SignalEditor(bool captures, QWidget* parent)
     : QWidget(parent)
     , m_model(new SignalModel(captures, this))
-    , m_buttons(new QHBoxLayout)
+    , m_buttons(new FlowLayout)
 {
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(m_buttons);
-    m_buttons->addStretch();
     makeActions();
     m_view = new QTreeView; // now, because the order of creation is the Tab order
     layout->addWidget(m_view, 1);
@@ -69,6 +69,7 @@ void SignalEditor::makeActions()
                   tr("Move the selected signals down"), &SignalEditor::moveDown)))
         ->setArrowType(Qt::DownArrow);
     forSelection(makeAction(tr("Re&name"), {}, {}, &SignalEditor::rename));
+    forSelection(makeAction(tr("Cu&t"), QKeySequence::Cut, {}, &SignalEditor::cut));
     forSelection(makeAction(tr("&Copy"), QKeySequence::Copy, {}, &SignalEditor::copy));
     makeAction(tr("Pa&ste Names"), QKeySequence::Paste, {}, &SignalEditor::paste);
 }
@@ -135,7 +136,7 @@ QToolButton* SignalEditor::addButton(QAction* action)
     button->setDefaultAction(action);
     button->setAccessibleName(action->iconText());
     button->setFocusPolicy(Qt::StrongFocus);
-    m_buttons->insertWidget(m_buttons->count() - 1, button);
+    m_buttons->addWidget(button);
     if (m_view)
         setTabOrder(button, m_view);
     return button;
@@ -233,9 +234,15 @@ void SignalEditor::insert(const QList<SignalItem>& items, const QString& step)
 
 void SignalEditor::add()
 {
-    AddSignalsDialog dialog(this);
+    AddSignalsDialog dialog(m_design, this);
     if (dialog.exec() == QDialog::Accepted)
         insert(dialog.items(), tr("add signals"));
+}
+
+void SignalEditor::cut()
+{
+    copy();
+    remove();
 }
 
 void SignalEditor::copy() { QApplication::clipboard()->setMimeData(toMimeData(selectedItems())); }

@@ -7,8 +7,11 @@
 #include <QSet>
 #include <QWidget>
 
+#include <memory>
+
+class DesignTree;
+class FlowLayout;
 class QAction;
-class QHBoxLayout;
 class QToolButton;
 class QTreeView;
 class SignalModel;
@@ -24,6 +27,10 @@ public:
     explicit SignalEditor(bool captures, QWidget* parent = nullptr);
 
     void setItems(const QList<OXA::SignalItem>& items);
+
+    /// The design that typed names are checked with; may be null.
+    void setDesign(const std::shared_ptr<const DesignTree>& design) { m_design = design; }
+
     QTreeView* view() const { return m_view; }
     SignalModel* model() const { return m_model; }
 
@@ -35,6 +42,11 @@ public:
 
     /// Selects the first signal or bit that `text` names.
     void selectNamedIn(const QString& text);
+
+public Q_SLOTS:
+    void cut(); ///< the selected signals, to the clipboard
+    void copy();
+    void paste(); ///< signals, or a list of names
 
 Q_SIGNALS:
     void edited(const QList<OXA::SignalItem>& items, const QString& step);
@@ -53,8 +65,6 @@ private:
     QList<OXA::SignalItem> selectedItems() const;
 
     void add();
-    void copy();
-    void paste();
     void rename();
     void remove();
     void group();
@@ -63,9 +73,10 @@ private:
     void moveDown();
     void move(bool up);
 
+    std::shared_ptr<const DesignTree> m_design;
     SignalModel* m_model;
     QTreeView* m_view = nullptr;
-    QHBoxLayout* m_buttons;
+    FlowLayout* m_buttons;
     QList<QAction*> m_needSelection;
     QAction* m_ungroup;
     QSet<QString> m_expanded; // names of buses

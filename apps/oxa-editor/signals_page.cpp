@@ -30,5 +30,6 @@ void SignalsPage::insert(const QList<OXA::SignalItem>& items)
 
 void SignalsPage::refresh()
 {
+    m_editor->setDesign(document().design());
     m_editor->setItems(core() ? core()->signalList() : QList<OXA::SignalItem>());
 }

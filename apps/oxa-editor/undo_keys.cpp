@@ -9,14 +9,6 @@
 
 namespace {
 
-/// The text of a field of one line; null for other objects.
-QLineEdit* textOf(QObject* object)
-{
-    if (qobject_cast<QAbstractSpinBox*>(object) || qobject_cast<QComboBox*>(object))
-        return object->findChild<QLineEdit*>();
-    return qobject_cast<QLineEdit*>(object);
-}
-
 bool isUndoOrRedo(const QKeyEvent& key)
 {
     const Qt::KeyboardModifiers with = key.modifiers() & ~Qt::KeypadModifier;
@@ -37,6 +29,13 @@ bool isAccepting(const QEvent& event)
 
 }
 
+QLineEdit* lineEditOf(QObject* object)
+{
+    if (qobject_cast<QAbstractSpinBox*>(object) || qobject_cast<QComboBox*>(object))
+        return object->findChild<QLineEdit*>();
+    return qobject_cast<QLineEdit*>(object);
+}
+
 UndoKeys::UndoKeys(QWidget* window)
     : QObject(window)
     , m_window(window)
@@ -49,7 +48,7 @@ bool UndoKeys::eventFilter(QObject* watched, QEvent* event)
     const QEvent::Type type = event->type();
     if (type != QEvent::FocusOut && type != QEvent::KeyPress && type != QEvent::ShortcutOverride)
         return false;
-    QLineEdit* text = textOf(watched);
+    QLineEdit* text = lineEditOf(watched);
     if (!text || text->window() != m_window)
         return false;
     if (isAccepting(*event))

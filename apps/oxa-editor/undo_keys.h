@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+class QLineEdit;
 class QWidget;
 
 /// Leaves the keys of undo and redo to the menu of `window`, except in a field whose text is being
@@ -20,5 +21,8 @@ protected:
 private:
     QWidget* m_window;
 };
+
+/// The text of a field of one line; null for other objects.
+QLineEdit* lineEditOf(QObject* object);
 
 #endif

@@ -4,6 +4,8 @@
 #include "design_model.h"
 #include "design_sources_form.h"
 
+#include "oxa-editor/least_lines.h"
+
 #include "oxautils/model/shown_text.h"
 
 #include <QAction>
@@ -69,7 +71,7 @@ QLayout* DesignPanel::layOutReading()
     m_state->setWordWrap(true);
     m_messages->setAccessibleName(tr("Messages about the design"));
     m_messages->setWordWrap(true);
-    m_messages->setMaximumHeight(fontMetrics().lineSpacing() * (kMessageLines + 1));
+    keepMostLines(*m_messages, kMessageLines);
     m_messages->hide();
     connect(m_read, &QPushButton::clicked, this, &DesignPanel::read);
     connect(m_readWaveform, &QPushButton::clicked, this, &DesignPanel::readWaveform);
@@ -183,6 +185,12 @@ void DesignPanel::begin()
 {
     if (!m_document.design() && !m_job->isRunning() && !m_sources->sources().isEmpty())
         read();
+}
+
+void DesignPanel::addSources()
+{
+    m_sources->browse();
+    begin();
 }
 
 void DesignPanel::read()

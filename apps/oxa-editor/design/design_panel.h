@@ -34,6 +34,9 @@ public:
     /// already.
     void begin();
 
+    /// Lets the user add sources, and reads the design when there are any.
+    void addSources();
+
     DesignSourcesForm* sources() const { return m_sources; }
 
 Q_SIGNALS:

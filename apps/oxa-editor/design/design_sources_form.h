@@ -23,6 +23,9 @@ public:
 
     const OXA::DesignSources& sources() const { return m_sources; }
 
+    /// Adds files that the user chooses.
+    void browse();
+
     /// Adds `files`; for a file that ends in ".f", the sources that it lists.
     void add(const QStringList& files);
 
@@ -32,7 +35,6 @@ Q_SIGNALS:
 
 private:
     void layOut();
-    void browse();
     void remove();
     void takeTop();
     void load();

@@ -78,7 +78,7 @@ QWidget* TargetPanel::makeControls()
 QWidget* TargetPanel::makeSamples()
 {
     m_problems->setAccessibleName(tr("Problems of the capture"));
-    m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
+    keepMostLines(*m_problems, kProblemLines);
     m_problems->setWordWrap(true);
     m_problems->hide();
     m_age->hide();

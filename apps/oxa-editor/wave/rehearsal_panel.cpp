@@ -3,6 +3,8 @@
 
 #include "wave_view.h"
 
+#include "oxa-editor/least_lines.h"
+
 #include "oxautils/model/shown_text.h"
 
 #include <QDir>
@@ -17,6 +19,7 @@
 namespace {
 
 constexpr int kProblemLines = 3; // visible
+constexpr int kWidestPath = 140; // characters
 constexpr int kRemarks = 3; // windows that are listed
 
 }
@@ -34,8 +37,10 @@ RehearsalPanel::RehearsalPanel(Document& document, QWidget* parent)
     layOut();
     connect(m_path, &QLineEdit::editingFinished, this, &RehearsalPanel::takeStimulus);
     connect(m_rehearsal, &Rehearsal::finished, this, &RehearsalPanel::show);
-    connect(m_rehearsal, &Rehearsal::progress, this,
-        [this](int percent) { m_state->setText(tr("Reading the stimulus: %1 %").arg(percent)); });
+    connect(m_rehearsal, &Rehearsal::progress, this, [this](int percent) {
+        m_state->setText(tr("Reading the stimulus: %1 %").arg(percent));
+        m_state->show();
+    });
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &RehearsalPanel::rehearse);
     connect(&m_document, &Document::changed, this, &RehearsalPanel::rehearse);
     connect(&m_document, &Document::replaced, this, &RehearsalPanel::restoreStimulus);
@@ -47,7 +52,7 @@ void RehearsalPanel::layOut()
 {
     m_path->setPlaceholderText(tr("a waveform (VCD) of a simulation or an earlier capture"));
     m_problems->setAccessibleName(tr("Problems that prevent triggering"));
-    m_problems->setMaximumHeight(fontMetrics().lineSpacing() * (kProblemLines + 1));
+    keepMostLines(*m_problems, kProblemLines);
     m_problems->setWordWrap(true);
     m_problems->hide();
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -58,8 +63,10 @@ void RehearsalPanel::layOut()
 
     auto* where = new QHBoxLayout;
     where->addWidget(label);
+    m_path->setMaximumWidth(fontMetrics().averageCharWidth() * kWidestPath);
     where->addWidget(m_path, 1);
     where->addWidget(browse);
+    where->addStretch();
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(where);
     layout->addWidget(m_state);
@@ -153,6 +160,7 @@ void RehearsalPanel::show(const RehearsalResult& result)
     if (result.remarks.size() > kRemarks)
         remarks += tr("and %n more", nullptr, result.remarks.size() - kRemarks);
     m_state->setText(remarks.join("; "));
+    m_state->setVisible(!remarks.isEmpty());
     setFocusProxy(stimulus().isEmpty() ? static_cast<QWidget*>(m_path) : m_view);
     m_view->setNamesOf(m_document.path());
     m_view->setWaveform(result.waveform ? result.waveform : std::make_shared<Waveform>());
