@@ -2,16 +2,22 @@
 // The window around the pages: welcome page, docks, help and the menu Edit.
 #include "window_driver.h"
 
-#include "oxa-editor/core_pages.h"
+#include "oxa-editor/add_signals_dialog.h"
+#include "oxa-editor/design/design_tree.h"
 #include "oxa-editor/help_window.h"
+#include "oxa-editor/pick_signals_dialog.h"
 #include "oxa-editor/welcome_page.h"
 
 #include <QClipboard>
+#include <QDialogButtonBox>
 #include <QDockWidget>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeView>
+
+using namespace OXA;
 
 class TestEditorShell : public QObject {
     Q_OBJECT
@@ -23,6 +29,8 @@ private Q_SLOTS:
     void docksAreRemembered();
     void helpIsAboutTheFocus();
     void editMenuServesTheFocus();
+    void typedNamesAreChecked();
+    void pickingNeedsAChoice();
 
 private:
     TestFolder m_folder;
@@ -199,6 +207,59 @@ void TestEditorShell::editMenuServesTheFocus()
     choose("Copy");
     QVERIFY(QApplication::clipboard()->text().endsWith("uart_tx"));
     QVERIFY(!actionOf(driver, "Edit", "Paste")->isEnabled());
+}
+
+void TestEditorShell::typedNamesAreChecked()
+{
+    struct Row {
+        const char *typed, *result, *button;
+        int marks;
+    };
+    constexpr Row kRows[] = {
+        {"soc/cpu/pc[3:0]\nrun",     "5 bits",                                                 "&Add",        0}, // the end of a path suffices
+        {"soc/cpu/pc[8:7]\nrun",     "soc/cpu/pc[8] is not in the range [7:0]",                "&Add Anyway", 1},
+        {"rn\nrun\n\nsoc/cup/pc[0]", "rn is not in the design; the nearest names are soc/run",
+         "&Add Anyway",                                                                                       2}, // also soc/cup/pc[0], which has another parent
+        {"ram[0]",                   "ram[0] is in a memory",                                  "&Add Anyway", 1},
+    };
+    Design design;
+    for (const char* path : {"soc/cpu/pc", "soc/ram", "soc/run"}) {
+        DesignSignal signal;
+        signal.path = path;
+        signal.width = signal.path.endsWith("run") ? 1 : 8;
+        signal.memoryWords = signal.path.endsWith("ram") ? 16 : 0;
+        design.items += signal;
+    }
+    AddSignalsDialog dialog(std::make_shared<const DesignTree>(design));
+    auto* names = dialog.findChild<QPlainTextEdit*>();
+    const auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    QVERIFY(!ok->isEnabled());
+    for (const Row& row : kRows) {
+        names->setPlainText(row.typed);
+        QVERIFY2(labelsIn(dialog).contains(row.result), qPrintable(labelsIn(dialog)));
+        QCOMPARE(ok->text(), QString(row.button));
+        QCOMPARE(int(names->extraSelections().size()), row.marks);
+        QVERIFY(ok->isEnabled());
+    }
+}
+
+void TestEditorShell::pickingNeedsAChoice()
+{
+    SignalItem item;
+    item.name = "a";
+    PickSignalsDialog dialog({item});
+    dialog.show();
+    auto* list = dialog.findChild<QListWidget*>();
+    for (QWidget* widget :
+        {static_cast<QWidget*>(dialog.findChild<QLineEdit*>()), static_cast<QWidget*>(list)}) {
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+    }
+    list->setCurrentRow(0);
+    QTest::keyClick(list, Qt::Key_Return);
+    QVERIFY(!dialog.isVisible());
+    QCOMPARE(dialog.items().size(), 1);
 }
 
 QTEST_MAIN(TestEditorShell)
