@@ -12,7 +12,6 @@
 #include "oxautils/editor/match_unit_dialog.h"
 
 #include <QAbstractItemModelTester>
-#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
@@ -43,7 +42,6 @@ private Q_SLOTS:
     void problemsLeadToTheirPlace();
     void costOnAPart();
     void signalsOfTheDesign();
-    void everythingIsReachedByKeys();
 
 private:
     TestFolder m_folder;
@@ -459,59 +457,6 @@ void TestEditorWindow::costOnAPart()
 
 namespace {
 
-QString nameOf(QWidget* widget)
-{
-    return QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name);
-}
-
-/// Everything that takes input has a name for a screen reader and can be reached by Tab.
-void expectTabOrder(const WindowDriver& driver)
-{
-    QList<QWidget*> reached;
-    for (QWidget* at = driver.find<QListWidget>("Cores"); !reached.contains(at);) {
-        at->setFocus();
-        reached += at;
-        QTest::keyClick(at, Qt::Key_Tab);
-        at = driver.window.focusWidget();
-    }
-    for (QWidget* widget : driver.window.findChildren<QWidget*>()) {
-        const QByteArray type = widget->metaObject()->className();
-        const bool input = qobject_cast<QAbstractSpinBox*>(widget)
-            || qobject_cast<QComboBox*>(widget) || qobject_cast<QAbstractItemView*>(widget)
-            || qobject_cast<QAbstractButton*>(widget) || qobject_cast<ExpressionEdit*>(widget);
-        if (!input || !widget->isVisible() || !widget->isEnabled()
-            || widget->focusPolicy() == Qt::NoFocus || type.startsWith("QDockWidget"))
-            continue;
-        QVERIFY2(!nameOf(widget).isEmpty(), type);
-        QVERIFY2(reached.contains(widget) || reached.contains(widget->focusProxy()),
-            qPrintable(nameOf(widget)));
-    }
-}
-
-/// Two that share a letter would take it from each other, and from the menus.
-void expectOneMeaningOfMnemonics(const WindowDriver& driver)
-{
-    QStringList texts;
-    for (const QAction* action : driver.window.menuBar()->actions())
-        texts += action->text();
-    for (const QLabel* label : driver.window.findChildren<QLabel*>())
-        texts += label->isVisible() && label->buddy() ? label->text() : QString();
-    for (const QAbstractButton* button : driver.window.findChildren<QAbstractButton*>())
-        texts += button->isVisible() ? button->text() : QString();
-    QHash<QString, QString> meanings;
-    for (const QString& text : qAsConst(texts)) {
-        const QString key = QKeySequence::mnemonic(text).toString();
-        QVERIFY2(key.isEmpty() || !meanings.contains(key),
-            qPrintable(text + " and " + meanings.value(key)));
-        meanings[key] = text;
-    }
-    QVERIFY(meanings.size() > 5);
-}
-
-}
-
-namespace {
-
 /// Filters the design's signals by `filter`, and returns their names as "a b [memory]".
 QString filtered(WindowDriver& driver, const QString& filter)
 {
@@ -601,24 +546,6 @@ void TestEditorWindow::signalsOfTheDesign()
     other.keys("Ctrl+Shift+D"); // begins to read
     QVERIFY(textsIn(*other.find<QListWidget>("Sources of the design:")).endsWith("traps.sv"));
     QTRY_VERIFY_WITH_TIMEOUT(other.document().design(), kPatience);
-}
-
-void TestEditorWindow::everythingIsReachedByKeys()
-{
-    for (const char* file : {"uart.oxa", "uart_lite.oxa"}) {
-        WindowDriver driver(m_folder.example(file));
-        auto* tabs = driver.window.findChild<QTabWidget*>();
-        for (const char* dock :
-            {"Ctrl+0", "Ctrl+9", "Ctrl+8", "Ctrl+Shift+D"}) { // each in front of those before
-            driver.keys(dock);
-            for (int page = 0; page < tabs->count(); ++page) {
-                tabs->setCurrentIndex(page);
-                expectOneMeaningOfMnemonics(driver);
-                if (QByteArray(dock) == "Ctrl+0" || QByteArray(dock) == "Ctrl+Shift+D")
-                    expectTabOrder(driver);
-            }
-        }
-    }
 }
 
 QTEST_MAIN(TestEditorWindow)
