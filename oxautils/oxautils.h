@@ -33,6 +33,7 @@
 #include "oxautils/design/value_names.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/signals_text.h"
+#include "oxautils/encoding/storage_text.h"
 #include "oxautils/encoding/trigger_expression.h"
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/generate/build_run.h"

@@ -27,6 +27,7 @@ AoCore* copyOf(const AoCore& from)
     core->moduleName = from.moduleName;
     core->forceTriggerByFallingEdge = from.forceTriggerByFallingEdge;
     core->captureInitDataEnabled = from.captureInitDataEnabled;
+    core->storage = from.storage;
     for (const TriggerPort* port : from.triggers)
         core->getTrigger(port->index)->signalList = port->signalList;
     for (const MatchUnit* unit : from.matchUnits) {

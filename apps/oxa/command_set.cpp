@@ -50,6 +50,14 @@ by commas, the most significant first; "none" removes all signals of the port.
 LEVEL is the position of an expression, from 0; the first unused position adds an
 expression, and "none" removes one.
 
+--store takes which samples a core stores: "all"; "changes", when a data signal differs
+from the sample before; "changes of NAME NAME", when one of these does; or "when" and
+an expression. After the last three, ", gap BITS" sets how long a gap between stored
+samples can be (default: 16 bits), and ", limit SAMPLES" ends a window that many samples
+after its trigger (docs/settings.md):
+
+  oxa set uart.oxa --store 'changes of uart_tx/state uart_tx/busy, gap 12'
+
 Without options, the file is written again with a correct checksum. When `oxa check`
 would find a new error, nothing is written and the exit status is 1; when an option
 cannot be read, it is 2.)";

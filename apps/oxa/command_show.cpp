@@ -10,6 +10,7 @@
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/encoding/signals_text.h"
+#include "oxautils/encoding/storage_text.h"
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/model/limits.h"
 
@@ -26,8 +27,8 @@ another checksum was damaged, or changed by a program that does not update it; h
 may refuse it. `oxa set FILE` corrects the checksum.
 
 `oxa set` takes the texts of match units and trigger ports, after the name and the
-number of bits, and of expressions, as they are printed here; --json has them as
-"text".
+number of bits, of expressions, and after "stores", as they are printed here; --json has
+them as "text".
 
 Programs write the trigger position when they arm a core. For captures from power-up
 on, some devices use a trigger position one higher: the output lists these devices;
@@ -82,6 +83,8 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const Shown& 
         << " samples in " << storageText(core.implementation) << ": "
         << OXA::signalsText(core.signalList) << "\n  windows  " << core.windowNum << " of "
         << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
+    if (!core.storage.isDefault())
+        out << "  stores   " << OXA::storageText(core.storage) << '\n';
     if (core.captureInitDataEnabled)
         out << "  armed    from power-up on; its windows then have "
             << OXA_CAPTURE::powerUpText(core, shown.file) << '\n';
@@ -148,6 +151,21 @@ QJsonObject toJson(const OXA::MatchUnit& unit, const OXA::StateNames& states)
     };
 }
 
+QJsonObject toJson(const OXA::CoreStorage& storage)
+{
+    QJsonObject object {
+        {"keep",    OXA::kKeepWords[storage.keep]},
+        {"gapBits", storage.gapBits              },
+        {"limit",   storage.limit                },
+        {"text",    OXA::storageText(storage)    },
+    };
+    if (storage.keep == OXA::CoreStorage::When)
+        object.insert("when", storage.when);
+    else
+        object.insert("watch", QJsonArray::fromStringList(storage.watch));
+    return object;
+}
+
 QJsonObject toJson(const OXA::AoCore& core, const Shown& shown)
 {
     QJsonArray ports;
@@ -163,7 +181,7 @@ QJsonObject toJson(const OXA::AoCore& core, const Shown& shown)
     const QJsonValue powerUp = powerUpJson(core, shown);
     const QJsonArray signalNames = QJsonArray::fromStringList(core.dataSignals());
     const QJsonArray expressions = QJsonArray::fromStringList(core.expressions);
-    return {
+    QJsonObject object {
         {"index",           core.index                      },
         {"module",          core.moduleName                 },
         {"sampleClock",     core.sampleClock                },
@@ -180,6 +198,9 @@ QJsonObject toJson(const OXA::AoCore& core, const Shown& shown)
         {"expressionType",  expressionKind(core)            },
         {"expressions",     expressions                     },
     };
+    if (!core.storage.isDefault())
+        object.insert("stores", toJson(core.storage));
+    return object;
 }
 
 QJsonObject toJson(const OXA::AOCore_Lite& core, const Shown&)

@@ -6,6 +6,7 @@
 
 #include "oxautils/config/configuration.h"
 #include "oxautils/encoding/signals_text.h"
+#include "oxautils/encoding/storage_text.h"
 #include "oxautils/encoding/unit_text.h"
 #include "oxautils/model/shown_text.h"
 
@@ -166,6 +167,15 @@ Candidates expressionWords(const Call& call)
     });
 }
 
+Candidates storeWords(const Call& call)
+{
+    return coreWords(call, [](const OXA::AoCore& core, QString start, Candidates& words) {
+        start.replace('.', '=');
+        for (const char* keep : OXA::kKeepWords)
+            words += Candidate {start + keep, OXA::storageText(core.storage)};
+    });
+}
+
 Candidates coreIndexWords(const Call& call)
 {
     return coreWords(call, [](const OXA::AoCore& core, const QString&, Candidates& words) {
@@ -186,6 +196,7 @@ constexpr Values kValues[] = {
     {"--link",       linkWords                                                    },
     {"--unit",       unitWords                                                    },
     {"--expression", expressionWords                                              },
+    {"--store",      storeWords                                                   },
     {"--core",       coreIndexWords                                               },
 };
 

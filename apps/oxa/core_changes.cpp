@@ -3,6 +3,7 @@
 
 #include "files/fail.h"
 #include "oxautils/encoding/signals_text.h"
+#include "oxautils/encoding/storage_text.h"
 #include "oxautils/model/limits.h"
 
 #include <QHash>
@@ -84,6 +85,17 @@ bool splitSetting(
     const int equals = text.indexOf('=');
     change.value = text.mid(equals + 1);
     return findCore(text.left(qMax(equals, 0)), configuration, change.core, error);
+}
+
+// A text without a core may have a "=" in a name.
+bool splitStore(
+    const QString& text, const Configuration& configuration, Change& change, QString* error)
+{
+    static const QRegularExpression form(
+        "^(?:\\s*(\\d+)\\s*=)?(.*)$", QRegularExpression::DotMatchesEverythingOption);
+    const auto match = form.match(text);
+    change.value = match.captured(2);
+    return findCore(match.captured(1), configuration, change.core, error);
 }
 
 bool setPort(const Change& change, AoCore& core, QString* error)
@@ -178,12 +190,14 @@ void changeEach(const char* option, const QStringList& texts, const Configuratio
     }
 }
 
-/// `set` for the cores of a Standard configuration.
-template <typename Set> auto standardOnly(const Configuration& configuration, const Set& set)
+/// `set` for the cores of a Standard configuration; others have no `missing`.
+template <typename Set>
+auto standardOnly(
+    const Configuration& configuration, const Set& set, const char* missing = "trigger")
 {
-    return [&configuration, set](const Change& change, QString* error) {
+    return [&configuration, set, missing](const Change& change, QString* error) {
         return configuration.mode == Lite
-            ? fail(error, "Lite cores have no trigger")
+            ? fail(error, QString("Lite cores have no %1").arg(missing))
             : set(change, *configuration.cores.at(change.core), error);
     };
 }
@@ -236,6 +250,8 @@ void addCoreChanges(Command& command, CoreChanges& changes, Changed changed)
         .typeName("[CORE.]UNIT=TEXT");
     command.texts("--expression", changes.expressions, "A trigger expression")
         .typeName("[CORE.]LEVEL=TEXT");
+    command.texts("--store", changes.stores, "Which samples are stored: all, changes, when")
+        .typeName("[CORE=]TEXT");
     for (size_t i = 0; i < coreSettings().size(); ++i) {
         const CoreSetting& setting = coreSettings()[i];
         if (changed == Changed::All || setting.inRuns)
@@ -266,6 +282,13 @@ void changeCores(const CoreChanges& changes, Configuration& configuration, Messa
         }));
     for (AoCore* core : qAsConst(configuration.cores))
         removeExpressions(*core, removed.value(core));
+    changeEach("--store", changes.stores, configuration, problems, splitStore,
+        standardOnly(
+            configuration,
+            [](const Change& change, AoCore& core, QString* error) {
+                return storageFromText(change.value, core, error);
+            },
+            "choice of samples"));
 }
 
 const MatchUnit* changedUnit(const QString& text, const Configuration& configuration, int* core)

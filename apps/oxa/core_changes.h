@@ -32,6 +32,7 @@ struct CoreChanges {
     QStringList ports; ///< "CORE.T0=u/start, u/data"
     QStringList units; ///< "CORE.M3=T0 == 5"
     QStringList expressions; ///< "CORE.0=M1 && M2"
+    QStringList stores; ///< "CORE=changes, gap 16"
     /// "CORE=256", a list for each of `coreSettings`
     std::vector<QStringList> settings = std::vector<QStringList>(coreSettings().size());
     OXA::ValueNames valueNames; ///< for units; may be empty

@@ -11,7 +11,7 @@ using namespace OXA_CAPTURE;
 
 bool RunSettings::change() const
 {
-    return !changes.units.isEmpty() || !changes.expressions.isEmpty()
+    return !changes.units.isEmpty() || !changes.expressions.isEmpty() || !changes.stores.isEmpty()
         || std::any_of(changes.settings.begin(), changes.settings.end(),
             [](const QStringList& texts) { return !texts.isEmpty(); });
 }
@@ -39,7 +39,8 @@ bool changeSettings(const RunSettings& settings, const QString& file,
     QList<OXA::Problem> errors;
     for (const OXA::Problem& problem : without(problemsOf(configuration), before)) {
         // Other rules are about what is built: the windows of a run may be any.
-        const bool isOfRuns = problem.place.unit >= 0 || problem.place.expression >= 0;
+        const bool isOfRuns
+            = problem.place.unit >= 0 || problem.place.expression >= 0 || problem.place.storage;
         if (problem.severity == OXA::Severity::Error && isOfRuns)
             errors += problem;
     }

@@ -13,7 +13,7 @@ struct RunSettings {
     bool change() const; ///< whether there are changes
 };
 
-/// Adds --unit, --expression, --position, --samples, --windows and --built-from.
+/// Adds --unit, --expression, --store, --position, --samples, --windows and --built-from.
 void addRunSettings(Command& command, RunSettings& settings);
 
 /// Changes `configuration`, read from `file`, which also names the design with the names of values.

@@ -22,6 +22,8 @@ void checkStandardCore(const StandardCore& core, QList<Problem>& problems)
         applyRules(Unit {*unit, core.position}, problems);
     for (int i = 0; i < core.core.expressions.size(); ++i)
         applyRules(Expression(core.core, core.position, i), problems);
+    if (core.core.storage.keep == CoreStorage::When)
+        applyRules(Expression(core.core, core.position), problems);
 }
 
 template <typename Core>
@@ -70,8 +72,8 @@ void checkCoresIn(
 bool isBefore(const Problem& a, const Problem& b)
 {
     const auto key = [](const Place& place) {
-        return std::make_tuple(
-            place.line, place.column, place.core, place.expression, place.unit, place.port);
+        return std::make_tuple(place.line, place.column, place.core, place.storage,
+            place.expression, place.unit, place.port);
     };
     return key(a.place) < key(b.place);
 }

@@ -16,6 +16,8 @@ void findUnreadElements(const ConfigFile& file, Findings& findings);
 void findMissingAttributes(const ConfigFile& file, Findings& findings);
 void findBadNumbers(const ConfigFile& file, Findings& findings);
 void findBadWords(const ConfigFile& file, Findings& findings);
+void findStorageKinds(const ConfigFile& file, Findings& findings);
+void findIdleStorage(const ConfigFile& file, Findings& findings);
 void findPortNumbers(const ConfigFile& file, Findings& findings);
 void findRepeatedPorts(const ConfigFile& file, Findings& findings);
 void findUnitNumbers(const ConfigFile& file, Findings& findings);

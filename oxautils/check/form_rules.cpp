@@ -2,6 +2,7 @@
 #include "oxautils/check/file_rules.h"
 
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/core_storage.h"
 
 #include <algorithm>
 #include <functional>
@@ -27,6 +28,7 @@ constexpr Child kChildren[] = {
     {NODE_AOCORE,       NODE_TRIGGER_LIST, Times::Once},
     {NODE_AOCORE,       NODE_MATCH_UNITS,  Times::Once},
     {NODE_AOCORE,       NODE_EXPRESSIONS,  Times::Once},
+    {NODE_AOCORE,       NODE_STORAGE,      Times::Once},
     {NODE_AOCORE_LITE,  NODE_SIGNAL_LIST,  Times::Once},
     {NODE_SIGNAL_LIST,  NODE_SIGNAL,       Times::Many},
     {NODE_SIGNAL_LIST,  NODE_BUS,          Times::Many},
@@ -40,6 +42,7 @@ constexpr Child kChildren[] = {
 enum class Holds {
     Text,
     Number,
+    LongNumber,
     TrueOrFalse,
     ExpressionType,
 };
@@ -83,6 +86,9 @@ constexpr Attribute kAttributes[] = {
     {NODE_MATCH_UNIT,  ATTR_MU_TRIGGER,                   Holds::Number,         false},
     {NODE_EXPRESSIONS, ATTR_EXP_TYPE,                     Holds::ExpressionType, false},
     {NODE_EXPRESSIONS, ATTR_EXP_IMPLEMENTATION,           Holds::Number,         false},
+    {NODE_STORAGE,     ATTR_STORAGE_KEEP,                 Holds::Text,           true },
+    {NODE_STORAGE,     ATTR_STORAGE_GAP_BITS,             Holds::Number,         false},
+    {NODE_STORAGE,     ATTR_STORAGE_LIMIT,                Holds::LongNumber,     false},
     {NODE_SIGNAL_LIST, ATTR_AO_CAPTURE_FROM_TR,           Holds::Number,         false},
     {NODE_SIGNAL,      ATTR_SIGNAL_CAPTURE_ENABLE,        Holds::TrueOrFalse,    false},
     {NODE_BUS,         ATTR_SIGNAL_CAPTURE_ENABLE,        Holds::TrueOrFalse,    false},
@@ -108,6 +114,17 @@ void visitAttributes(const ConfigFile& file, const Visit& visit)
 {
     for (const XmlElement& core : file.coreElements())
         visitAttributes(core, visit);
+}
+
+/// Visits the element of each core that says which samples are stored, with its "keep".
+template <typename VisitStorage>
+void visitStorages(const ConfigFile& file, const VisitStorage& visitStorage)
+{
+    for (const XmlElement& core : file.coreElements()) {
+        const XmlElement storage = core.firstChildElement(NODE_STORAGE);
+        if (!file.lite && !storage.isNull())
+            visitStorage(storage, storage.attribute(ATTR_STORAGE_KEEP));
+    }
 }
 
 /// How often readers read `tag` below `parent`; null when they do not.
@@ -144,11 +161,17 @@ void findUnreadBelow(
     }
 }
 
-bool isNumber(const QString& text)
+/// Bits of the numbers of such an attribute; 0 for other kinds.
+int numberBits(Holds holds)
+{
+    return holds == Holds::Number ? 32 : holds == Holds::LongNumber ? 64 : 0;
+}
+
+bool isNumber(const QString& text, int bits)
 {
     bool ok = false;
-    text.toInt(&ok);
-    return ok;
+    const qint64 number = text.toLongLong(&ok);
+    return ok && (bits == 64 || number == qint32(number));
 }
 
 /// The allowed words of such an attribute; empty for other kinds.
@@ -184,10 +207,43 @@ void findBadNumbers(const ConfigFile& file, Findings& findings)
         const QString value = element.attribute(attribute.name);
         const bool absent
             = value.isEmpty() && (!attribute.required || !element.hasAttribute(attribute.name));
-        if (attribute.holds == Holds::Number && !absent && !isNumber(value))
+        const int bits = numberBits(attribute.holds);
+        if (bits > 0 && !absent && !isNumber(value, bits))
             findings.add(file.placeOf(element),
-                QString("\"%1\" is \"%2\", which is not an integer of 32 bits and reads as 0")
-                    .arg(attribute.name, value));
+                QString("\"%1\" is \"%2\", which is not an integer of %3 bits and reads as 0")
+                    .arg(attribute.name, value, QString::number(bits)));
+    });
+}
+
+void findStorageKinds(const ConfigFile& file, Findings& findings)
+{
+    visitStorages(file, [&](const XmlElement& storage, const QString& keep) {
+        const auto* end = std::end(kKeepWords);
+        if (storage.hasAttribute(ATTR_STORAGE_KEEP) && std::find(kKeepWords, end, keep) == end)
+            findings.add(file.placeOf(storage),
+                QString("\"%1\" is \"%2\", neither \"%3\" nor \"%4\", so all samples are stored")
+                    .arg(ATTR_STORAGE_KEEP, keep, kKeepWords[CoreStorage::Changes],
+                        kKeepWords[CoreStorage::When]));
+    });
+}
+
+void findIdleStorage(const ConfigFile& file, Findings& findings)
+{
+    struct Part {
+        const char* name;
+        CoreStorage::Keep keep; // that has it
+    };
+    static constexpr Part kParts[] = {
+        {ATTR_STORAGE_WATCH, CoreStorage::Changes},
+        {ATTR_STORAGE_WHEN,  CoreStorage::When   },
+    };
+    visitStorages(file, [&](const XmlElement& storage, const QString& keep) {
+        for (const Part& part : kParts) {
+            if (keep != kKeepWords[part.keep] && !storage.attribute(part.name).isEmpty())
+                findings.add(file.placeOf(storage),
+                    QString("\"%1\" is ignored, because \"%2\" is \"%3\"")
+                        .arg(part.name, ATTR_STORAGE_KEEP, keep));
+        }
     });
 }
 

@@ -27,8 +27,9 @@ struct OXAUTILS_EXPORT Place {
     int line = 0; ///< of the configuration file, from 1
     int column = 0; ///< from 1
     QString signal {}; ///< a name there; its first line is meant; may be empty
+    bool storage = false; ///< in what says which samples the core stores
 
-    /// "core 2, M3"; outside of cores "line 7", or an empty text.
+    /// "core 2, M3" or "core 2, storage"; outside of cores "line 7", or an empty text.
     QString text() const;
 };
 

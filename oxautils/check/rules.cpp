@@ -49,6 +49,12 @@ const std::vector<Rule>& rules()
         {"not-a-word", kWarning, findBadWords,
             "An attribute that has to be one of two words is neither, and is read as the second.",
             "Write one of the two words, in these letters."},
+        {"storage-kind", kError, findStorageKinds,
+            "The \"keep\" of a <Storage> is not a word that is known, so all samples are stored.",
+            "Write \"changes\" or \"when\", or remove the element."},
+        {"idle-storage", kWarning, findIdleStorage,
+            "A <Storage> has an attribute that its \"keep\" does not use.",
+            "Remove it, or change \"keep\"."},
         {"port-number", kError, findPortNumbers,
             "A trigger port's index is not 0 to 15, so the port is skipped.",
             "Give it a free index from 0 to 15."},
@@ -166,6 +172,22 @@ const std::vector<Rule>& rules()
         {"narrow-registers", kError, findNarrowRegisters,
             "A core's registers, as wide as its data register, are too narrow for its amounts.",
             "Capture less, or widen a sample or a port: their width is the registers'."},
+
+        // Which samples a Standard core stores.
+        {"gap-bits", kError, findGapBits,
+            "The gaps between a core's stored samples have a number of bits that is not possible.",
+            "Set \"gap_bits\" to 0 to 32; to store changes, to 1 or more."},
+        {"few-gap-bits", kWarning, findFewGapBits,
+            "The gaps between a core's stored samples are so short that storing fewer samples "
+            "hardly lengthens a window: to twice at most what the same bits of memory store of all "
+            "samples.",
+            "Use more bits: with 16, up to 65535 samples are passed over."},
+        {"storage-limit", kError, findStorageLimit,
+            "The limit of a core's windows is not a number of 32 bits.",
+            "Set \"limit\" to 0, for no limit, to 4294967295."},
+        {"unknown-watch", kError, findUnknownWatched,
+            "A name whose changes are to be stored is no data signal of the core.",
+            "Use the name of a data signal, of a bus or of a bit of one, as in <SignalList>."},
 
         // A match unit that is switched on.
         {"unit-unbound", kError, findUnboundUnit,

@@ -17,6 +17,12 @@ void findTableMemory(const StandardCore& core, Findings& findings);
 void findNoExpression(const StandardCore& core, Findings& findings);
 void findTooManyExpressions(const StandardCore& core, Findings& findings);
 
+// Rules about which samples a core stores.
+void findGapBits(const StandardCore& core, Findings& findings);
+void findFewGapBits(const StandardCore& core, Findings& findings);
+void findStorageLimit(const StandardCore& core, Findings& findings);
+void findUnknownWatched(const StandardCore& core, Findings& findings);
+
 /// The only one of these rules that applies to Lite cores too.
 void findLiteAmount(const AnyCore& core, Findings& findings);
 

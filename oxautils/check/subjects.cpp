@@ -54,11 +54,28 @@ Place Unit::place() const
     return place;
 }
 
+Place StandardCore::storagePlace() const
+{
+    Place place {position};
+    place.storage = true;
+    return place;
+}
+
 Expression::Expression(const AoCore& core, int corePosition, int number)
+    : Expression(core, corePosition, number, core.expressions.at(number))
+{
+}
+
+Expression::Expression(const AoCore& core, int corePosition)
+    : Expression(core, corePosition, -1, core.storage.when)
+{
+}
+
+Expression::Expression(const AoCore& core, int corePosition, int number, const QString& text)
     : core(core)
     , position(corePosition)
     , number(number)
-    , text(core.expressions.at(number))
+    , text(text)
     , tokens(tokensOf(text))
     , parsed(parseStatic(tokens))
     , compiled(dynamic() ? compileExpression(text, unitSwitches(core)) : TruthTable())
@@ -69,6 +86,7 @@ Place Expression::place() const
 {
     Place place {position};
     place.expression = number;
+    place.storage = number < 0;
     return place;
 }
 

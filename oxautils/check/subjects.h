@@ -45,6 +45,7 @@ struct AllCores {
 
 struct StandardCore {
     Place place() const { return {position}; }
+    Place storagePlace() const;
 
     const AoCore& core;
     int position;
@@ -63,20 +64,24 @@ struct Unit {
     int position; ///< of its core
 };
 
-/// A trigger expression, parsed.
+/// A trigger expression, or the one by which samples are stored, parsed.
 struct Expression {
     Expression(const AoCore& core, int corePosition, int number);
+    Expression(const AoCore& core, int corePosition); ///< the one of the core's storage
 
     Place place() const;
     bool dynamic() const { return core.expressionType == DynamicExpressions; }
 
     const AoCore& core;
     int position; ///< of its core
-    int number; ///< in its core's list
+    int number; ///< in its core's list; -1: of the core's storage
     QString text;
     QList<Token> tokens;
     StaticExpression parsed; ///< as Verilog reads it
     TruthTable compiled; ///< of a dynamic one
+
+private:
+    Expression(const AoCore& core, int corePosition, int number, const QString& text);
 };
 
 }

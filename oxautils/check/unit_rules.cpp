@@ -58,7 +58,8 @@ bool counterWidthIsGood(const MatchUnit& unit)
 
 bool isNamed(const Unit& unit)
 {
-    for (const QString& expression : unit.unit.core->expressions) {
+    const QStringList expressions = allExpressions(*unit.unit.core);
+    for (const QString& expression : expressions) {
         if (namedUnits(tokensOf(expression)).contains(unit.unit.index))
             return true;
     }

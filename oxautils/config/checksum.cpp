@@ -87,6 +87,22 @@ void addExpressions(ChecksumText& text, const AoCore& core)
         text.add(expression);
 }
 
+void addStorage(ChecksumText& text, const AoCore& core)
+{
+    const CoreStorage& storage = core.storage;
+    if (storage.isDefault())
+        return;
+    text.add(storage.keep);
+    text.add(storage.gapBits);
+    text.add(int(storage.limit));
+    if (storage.keep == CoreStorage::Changes) {
+        for (const QString& name : storage.watch)
+            text.add(name);
+    } else if (core.expressionType != DynamicExpressions) {
+        text.add(storage.when);
+    }
+}
+
 void addCore(ChecksumText& text, const AoCore& core)
 {
     text.add(core.index);
@@ -101,6 +117,7 @@ void addCore(ChecksumText& text, const AoCore& core)
     for (const MatchUnit* unit : core.matchUnits)
         addUnit(text, *unit);
     addExpressions(text, core);
+    addStorage(text, core);
 }
 
 void addCore(ChecksumText& text, const AOCore_Lite& core)

@@ -73,15 +73,37 @@ void readMatchUnit(const XmlElement& element, AoCore& core)
 
 QString normalised(QString expression) { return expression.remove("atch[").remove(']').toUpper(); }
 
+QString expressionOf(const QString& text, ExpressionText expressions)
+{
+    return expressions == ExpressionText::AsWritten ? text : normalised(text);
+}
+
 void readExpressions(const XmlElement& element, AoCore& core, ExpressionText expressions)
 {
     core.expressionType
         = element.attribute(ATTR_EXP_TYPE) == "Dynamic" ? DynamicExpressions : StaticExpressions;
     core.exImplementation = intAttribute(element, ATTR_EXP_IMPLEMENTATION);
     forEachChild(element, NODE_EXPRESSION, [&](const XmlElement& child) {
-        const bool asWritten = expressions == ExpressionText::AsWritten;
-        core.expressions += asWritten ? child.text() : normalised(child.text());
+        core.expressions += expressionOf(child.text(), expressions);
     });
+}
+
+// Attributes that the kind of storage does not use are skipped.
+void readStorage(const XmlElement& element, CoreStorage& storage, ExpressionText expressions)
+{
+    const QString keep = element.attribute(ATTR_STORAGE_KEEP);
+    if (keep == kKeepWords[CoreStorage::Changes]) {
+        storage.keep = CoreStorage::Changes;
+        storage.watch = watchFromText(element.attribute(ATTR_STORAGE_WATCH));
+    } else if (keep == kKeepWords[CoreStorage::When]) {
+        storage.keep = CoreStorage::When;
+        storage.when = expressionOf(element.attribute(ATTR_STORAGE_WHEN), expressions);
+    } else {
+        return;
+    }
+    if (!element.attribute(ATTR_STORAGE_GAP_BITS).isEmpty())
+        storage.gapBits = intAttribute(element, ATTR_STORAGE_GAP_BITS);
+    storage.limit = element.attribute(ATTR_STORAGE_LIMIT).toLongLong();
 }
 
 }
@@ -99,6 +121,7 @@ QList<AoCore*> readCores(const XmlElement& root, ExpressionText expressions)
         forEachChild(element.firstChildElement(NODE_MATCH_UNITS), NODE_MATCH_UNIT,
             [core](const XmlElement& unit) { readMatchUnit(unit, *core); });
         readExpressions(element.firstChildElement(NODE_EXPRESSIONS), *core, expressions);
+        readStorage(element.firstChildElement(NODE_STORAGE), core->storage, expressions);
     });
     return cores;
 }

@@ -92,6 +92,21 @@ void writeExpressions(QXmlStreamWriter& xml, const AoCore& core)
     xml.writeEndElement();
 }
 
+void writeStorage(QXmlStreamWriter& xml, const CoreStorage& storage)
+{
+    if (storage.isDefault())
+        return;
+    const bool when = storage.keep == CoreStorage::When;
+    xml.writeEmptyElement(NODE_STORAGE);
+    xml.writeAttribute(ATTR_STORAGE_KEEP, kKeepWords[storage.keep]);
+    if (when)
+        xml.writeAttribute(ATTR_STORAGE_WHEN, storage.when);
+    xml.writeAttribute(ATTR_STORAGE_GAP_BITS, QString::number(storage.gapBits));
+    if (!when && !storage.watch.isEmpty())
+        xml.writeAttribute(ATTR_STORAGE_WATCH, watchText(storage.watch));
+    xml.writeAttribute(ATTR_STORAGE_LIMIT, QString::number(storage.limit));
+}
+
 void writeCore(QXmlStreamWriter& xml, const AoCore& core)
 {
     xml.writeStartElement(NODE_AOCORE);
@@ -103,6 +118,7 @@ void writeCore(QXmlStreamWriter& xml, const AoCore& core)
         writeMatchUnit(xml, *unit);
     xml.writeEndElement();
     writeExpressions(xml, core);
+    writeStorage(xml, core.storage);
     xml.writeEndElement();
 }
 

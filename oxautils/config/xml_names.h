@@ -24,6 +24,7 @@ constexpr char NODE_MATCH_UNITS[] = "MatchUnits";
 constexpr char NODE_MATCH_UNIT[] = "MatchUnit";
 constexpr char NODE_EXPRESSIONS[] = "Expressions";
 constexpr char NODE_EXPRESSION[] = "Expression";
+constexpr char NODE_STORAGE[] = "Storage"; ///< only of a core that does not store all samples
 constexpr char NODE_OXA_ID[] = "OXA_ID";
 /// @}
 
@@ -59,6 +60,12 @@ constexpr char ATTR_MU_TRIGGER[] = "trigger";
 
 constexpr char ATTR_EXP_TYPE[] = "type";
 constexpr char ATTR_EXP_IMPLEMENTATION[] = "ex_implementation";
+
+constexpr char ATTR_STORAGE_KEEP[] = "keep";
+constexpr char ATTR_STORAGE_GAP_BITS[] = "gap_bits";
+constexpr char ATTR_STORAGE_WATCH[] = "watch";
+constexpr char ATTR_STORAGE_WHEN[] = "when";
+constexpr char ATTR_STORAGE_LIMIT[] = "limit";
 
 constexpr char ATTR_SIGNAL_CAPTURE_ENABLE[] = "capture_enable";
 constexpr char ATTR_SIGNAL_TEXT[] = "text";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxautils/encoding/expression_tokens.h"
 
+#include "oxautils/model/ao_core.h"
 #include "oxautils/model/limits.h"
 
 #include <algorithm>
@@ -89,6 +90,13 @@ bool isForeign(const Token& token, bool dynamic)
     const bool doubled = token.kind == Token::Binary && token.text.size() > 1;
     return token.kind == Token::Other
         || (dynamic && (token.kind == Token::Constant || doubled || token.text == "~"));
+}
+
+QStringList allExpressions(const AoCore& core)
+{
+    const bool storesByExpression = core.storage.keep == CoreStorage::When;
+    return storesByExpression ? core.expressions + QStringList(core.storage.when)
+                              : core.expressions;
 }
 
 QList<int> namedUnits(const QList<Token>& tokens)

@@ -5,9 +5,11 @@
 #include "oxautils/oxautils_export.h"
 
 #include <QList>
-#include <QString>
+#include <QStringList>
 
 namespace OXA {
+
+class AoCore;
 
 /// A piece of a trigger expression.
 struct Piece {
@@ -41,6 +43,9 @@ OXAUTILS_EXPORT QList<Token> tokensOf(const QString& text);
 /// Whether expressions do not allow the piece. Dynamic ones only allow names, single operators and
 /// parentheses.
 OXAUTILS_EXPORT bool isForeign(const Token& token, bool dynamic);
+
+/// The trigger expressions of `core`, then the one by which it stores samples, if it has one.
+OXAUTILS_EXPORT QStringList allExpressions(const AoCore& core);
 
 /// The units named by `tokens`, ascending, each once.
 OXAUTILS_EXPORT QList<int> namedUnits(const QList<Token>& tokens);

@@ -69,17 +69,11 @@ bool bitsOf(
 }
 
 /// "; or a name" for a message, with those of `known` that look most like `word`.
-QString nearestNames(const QString& word, QStringList known)
+QString orName(const QString& word, const QStringList& known)
 {
-    const std::string wanted = word.toStdString();
-    const auto distance = [&](const QString& name) {
-        return editDistance(wanted, name.toStdString(), std::max(word.size(), name.size()));
-    };
-    std::stable_sort(known.begin(), known.end(),
-        [&](const QString& a, const QString& b) { return distance(a) < distance(b); });
-    return known.isEmpty()
-        ? QString()
-        : "; or a name, of which the nearest are " + known.mid(0, kShownNames).join(", ");
+    return known.isEmpty() ? QString()
+                           : "; or a name, of which the nearest are "
+            + nearestNames(word, known, kShownNames).join(", ");
 }
 
 }
@@ -100,7 +94,7 @@ bool valueFromText(
         expected = QString("write %1 digits 0, 1, X, R, F, B or N, one for each signal, most "
                            "significant first; or a number: decimal, or beginning with 0b or 0x")
                        .arg(width)
-            + nearestNames(word, known);
+            + orName(word, known);
         return false;
     }
     // Leading bits that are 0 or X beyond the port's width can be dropped.

@@ -4,12 +4,34 @@
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/signal_item.h"
 
+#include <QRegularExpression>
+
+#include <algorithm>
+
 namespace OXA {
+
+int CoreStorage::extraBits() const
+{
+    return isDefault() ? 0 : std::clamp(gapBits, 0, kMostGapBits) + (limit > 0 ? 1 : 0);
+}
 
 bool operator==(const CoreStorage& a, const CoreStorage& b)
 {
     return a.keep == b.keep && a.gapBits == b.gapBits && a.watch == b.watch && a.when == b.when
         && a.limit == b.limit;
+}
+
+QString watchText(const QStringList& names) { return names.join(' '); }
+
+QStringList watchFromText(const QString& text)
+{
+    static const QRegularExpression form("\\S+");
+    QStringList names;
+    for (auto match = form.globalMatch(text); match.hasNext();) {
+        const QString name = match.next().captured();
+        names += name.startsWith('\\') ? name + ' ' : name;
+    }
+    return names;
 }
 
 std::vector<bool> watchedForChanges(const AoCore& core)

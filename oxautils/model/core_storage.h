@@ -39,10 +39,23 @@ struct CoreStorage {
 
     /// Whether the core stores all samples, so that nothing about it is written or generated.
     bool isDefault() const { return keep == All; }
+
+    /// Bits of a stored word beside the sample and the trigger's mark: its gap, and with a limit
+    /// the mark of a window's last sample.
+    OXAUTILS_EXPORT int extraBits() const;
 };
+
+/// The words for `CoreStorage::Keep` in files and texts, in its order.
+constexpr const char* kKeepWords[] = {"all", "changes", "when"};
 
 OXAUTILS_EXPORT bool operator==(const CoreStorage& a, const CoreStorage& b);
 inline bool operator!=(const CoreStorage& a, const CoreStorage& b) { return !(a == b); }
+
+/// The names of `CoreStorage::watch` as one text, in which spaces separate them.
+OXAUTILS_EXPORT QString watchText(const QStringList& names);
+
+/// The names in such a text. A name that begins with a backslash ends with a space, as in Verilog.
+OXAUTILS_EXPORT QStringList watchFromText(const QString& text);
 
 class AoCore;
 

@@ -42,4 +42,20 @@ int editDistance(std::string_view a, std::string_view b, int limit)
     return std::min(above.back(), limit + 1);
 }
 
+QStringList nearestNames(const QString& word, const QStringList& known, int count)
+{
+    const std::string wanted = word.toStdString();
+    std::vector<std::pair<int, int>> places; // distance, place
+    for (int place = 0; place < known.size(); ++place) {
+        const std::string name = known.at(place).toStdString();
+        const int most = int(std::max(wanted.size(), name.size()));
+        places.emplace_back(editDistance(wanted, name, most), place);
+    }
+    std::sort(places.begin(), places.end());
+    QStringList names;
+    for (int i = 0; i < std::min(count, int(places.size())); ++i)
+        names += known.at(places[size_t(i)].second);
+    return names;
+}
+
 }

@@ -98,6 +98,31 @@ constexpr Broken kBrokenLiteForms[] = {
     {"missing-attribute", " implemention='0'", "", "core 0", 5},
 };
 
+/// A core that does not store all samples.
+struct BrokenStorage {
+    const char* rule;
+    const char* attributes; ///< of the element
+    bool isForm = false; ///< cores in memory do not break it
+};
+
+constexpr BrokenStorage kBrokenStorages[] = {
+    {"",                                 "keep='changes' watch='a'"                 },
+    {"",                                 "keep='when' when='!M0' gap_bits='0'"      },
+    {"storage-kind",                     "keep='never'",                              true},
+    {"missing-attribute",                                  "gap_bits='9'",                                                           true},
+    {"unread-element",                              "keep='all'/><Storage keep='all'",               true},
+    {"idle-storage","keep='all' watch='a'",true},
+    {"idle-storage",                     "keep='when' when='M0' watch='a'",                                                                       true},
+    {"not-a-number",                                  "keep='changes' limit='-'",                                                                true},
+    {"gap-bits",                              "keep='changes' gap_bits='0'"  },
+    {"gap-bits","keep='when' when='M0' gap_bits='33'"},
+    {"few-gap-bits",                         "keep='changes' gap_bits='2' limit='1'"         },
+    {"storage-limit",                         "keep='changes' limit='4294967296'"                                                        },
+    {"unknown-watch",                     "keep='changes' watch='a p1'"},
+    {"disabled-unit",                    "keep='when' when='M0 &amp;&amp; M1'"   },
+    {"expression-syntax",                    "keep='when'"             },
+};
+
 constexpr char kSecondLite[]
     = "<AoCore_Lite index='0' sample_clock='clk' trig_type='0' capture_amount='1' implemention='2' "
       "input_register_enabled='0' capture_init_data_enabled='0'><SignalList><Signal>a</Signal>"
@@ -235,9 +260,20 @@ QList<Case> changesOf(const char* file, const Broken (&rows)[count], bool isForm
     return cases;
 }
 
+QList<Case> brokenStorages()
+{
+    QList<Case> cases;
+    for (const BrokenStorage& row : kBrokenStorages)
+        cases += {row.rule,
+            changed(
+                kStandard, "</AoCore>", QString("<Storage %1/>\n</AoCore>").arg(row.attributes)),
+            "core 0, storage", 18, row.isForm};
+    return cases;
+}
+
 QList<Case> brokenCores()
 {
-    QList<Case> cases = changesOf(kStandard, kBrokenCores, false);
+    QList<Case> cases = changesOf(kStandard, kBrokenCores, false) + brokenStorages();
     cases += {"no-cores", "<A><Version>3.0</Version><Mode>Standard</Mode></A>", "line 1", 1, true};
     cases += {"too-many-expressions",
         changed(kStandard, "<Expression>",

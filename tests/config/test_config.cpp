@@ -76,6 +76,39 @@ constexpr Variant kLite[] = {
     {"true\" name=\"uart_tx/state\"", "true\" name=\"b\" restorename=\"uart_tx/state\"", false},
 };
 
+/// What says which samples a core stores, read and written again.
+struct StorageRow {
+    const char *read, *written;
+    bool counts; // its checksum is not that of the row before
+};
+
+// clang-format off
+constexpr StorageRow kStorages[] = {
+    {R"(keep="changes")",
+        R"(keep="changes" gap_bits="16" limit="0")", true},
+    {R"(limit="0" gap_bits="16" keep="changes")",
+        R"(keep="changes" gap_bits="16" limit="0")", false},
+    {R"(keep="changes" watch="b[0]")",
+        R"(keep="changes" gap_bits="16" watch="b[0]" limit="0")", true},
+    {R"(keep="changes" watch="b[0] c" limit="4294967295")",
+        R"(keep="changes" gap_bits="16" watch="b[0] c" limit="4294967295")", true},
+    {R"(keep="changes" watch=" b[0]&#9;c" when="M0" limit="4294967295")",
+        R"(keep="changes" gap_bits="16" watch="b[0] c" limit="4294967295")", false},
+    {R"(keep="changes" watch="\a+b  c")",
+        R"(keep="changes" gap_bits="16" watch="\a+b  c" limit="0")", true},
+    {R"(keep="changes" gap_bits="-2" watch="\a+b")",
+        R"(keep="changes" gap_bits="-2" watch="\a+b " limit="0")", true},
+    {R"(keep="when" when="match[0] &amp;&amp; !m1" watch="a" gap_bits="0" limit="x")",
+        R"(keep="when" when="M0 &amp;&amp; !M1" gap_bits="0" limit="0")", true},
+    {R"(keep="when" when="M0" gap_bits="0")",
+        R"(keep="when" when="M0" gap_bits="0" limit="0")", true},
+    {R"(keep="all" when="M1" gap_bits="9")",
+        "", true},
+    {R"(keep="never" gap_bits="9" limit="2")",
+        "", false},
+};
+// clang-format on
+
 struct VersionRow {
     const char *a, *b;
     int result; // 0: throws
@@ -145,6 +178,7 @@ private Q_SLOTS:
     void hostileDocuments();
     void textsOfOldFiles();
     void variantsComeBackFromTheirFile();
+    void storages();
     void readingOldAndOddFiles();
     void readerErrors();
     void requiredAttributes();
@@ -299,6 +333,27 @@ void TestConfig::variantsComeBackFromTheirFile()
         "uart_lite.oxa", kLite, readOXAConfigFromXml_Lite, writeOXAConfigToXml_Lite);
     writeOXAConfigToXml_Lite({}, path("none"));
     QCOMPARE(readOXACRCForXml(path("none")), QString("0000001001111000"));
+}
+
+void TestConfig::storages()
+{
+    const QByteArray text = bytesOf(kExamples + "uart.oxa");
+    const auto with = [&](const QByteArray& attributes) {
+        const QByteArray end = "\n        <Storage " + attributes + "/>";
+        return QByteArray(text).replace(
+            "</Expressions>", "</Expressions>" + (attributes.isEmpty() ? QByteArray() : end));
+    };
+    QByteArray before;
+    for (const StorageRow& row : kStorages) {
+        const QString file = writeFile(path("storage"), with(row.read));
+        const Cores<AoCore> cores = readOXAConfigFromXml(file);
+        const QByteArray sum = checksumOf(cores).toLatin1();
+        QVERIFY2((sum != before) == row.counts, row.read);
+        writeOXAConfigToXml(cores, path("again"));
+        const QByteArray stored = readOXACRCForXml(kExamples + "uart.oxa").toLatin1();
+        QCOMPARE(bytesOf(path("again")), with(row.written).replace(stored, sum));
+        before = sum;
+    }
 }
 
 void TestConfig::readingOldAndOddFiles()
