@@ -52,7 +52,7 @@ QString noteText(const OXA_TOOL::AnalyzerResource& resource, const OXA_TOOL::Ana
 Memory memoryOf(const Core& core)
 {
     if (core.standard)
-        return {int(core.standard->dataSignals().size()), core.standard->storageDepth, true};
+        return {OXA_TOOL::storedBits(*core.standard), core.standard->storageDepth, true};
     return {int(core.lite->dataSignals().size()), core.lite->captureAmount, false};
 }
 

@@ -93,8 +93,7 @@ Estimate countAll(const OXA::Configuration& configuration, const DEV::ChipInfo& 
     estimate.total = OXA_TOOL::estimateOf(configuration, chip);
     for (int i = 0; i < configuration.cores.size(); ++i) {
         const OXA::AoCore& core = *configuration.cores.at(i);
-        add(estimate,
-            {i, core.index, int(core.dataSignals().size()), core.storageDepth, true, 0, {}},
+        add(estimate, {i, core.index, OXA_TOOL::storedBits(core), core.storageDepth, true, 0, {}},
             core.implementation, chip);
     }
     if (!configuration.liteCores.isEmpty()) { // only the first is built

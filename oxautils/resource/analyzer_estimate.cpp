@@ -2,6 +2,7 @@
 #include "oxautils/resource/analyzer_estimate.h"
 
 #include "oxautils/config/configuration.h"
+#include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/model/limits.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/logic_costs.h"
@@ -32,7 +33,7 @@ void addMemory(
 MemoryAmounts tableMemory(const OXA::AoCore& core, const QString& device)
 {
     const int units = std::max(int(core.enabledMatchUnits().size()), 1);
-    return captureMemory(core.expressions.size(), 1 << units, false, device);
+    return captureMemory(OXA::allExpressions(core).size(), 1 << units, false, device);
 }
 
 }
@@ -55,8 +56,8 @@ void AnalyzerEstimate::add(const OXA::AoCore& core)
     const DEV::ChipInfo& part = m_state->part;
     countCore(m_state->logic, core, part);
     addMemory(m_state->memories,
-        captureMemory(core.dataSignals().size(), core.storageDepth, true, part.name),
-        core.implementation, part);
+        captureMemory(storedBits(core), core.storageDepth, true, part.name), core.implementation,
+        part);
     if (core.expressionType == OXA::DynamicExpressions)
         addMemory(m_state->memories, tableMemory(core, part.name), core.exImplementation, part);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxautils/resource/capture_memory.h"
 
+#include "oxautils/model/ao_core.h"
 #include "oxautils/model/limits.h"
 #include "oxautils/resource/resource_estimate.h"
 
@@ -54,6 +55,11 @@ int* MemoryAmounts::find(int kind)
     default:
         return nullptr;
     }
+}
+
+int storedBits(const OXA::AoCore& core)
+{
+    return int(core.dataSignals().size()) + core.storage.extraBits();
 }
 
 MemoryAmounts captureMemory(int width, int depth, bool mark, const QString& device)

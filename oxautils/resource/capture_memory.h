@@ -6,6 +6,10 @@
 
 #include <QString>
 
+namespace OXA {
+class AoCore;
+}
+
 namespace OXA_TOOL {
 
 /// Amounts of memory: blocks of block SRAM, registers, 64-bit blocks of shadow SRAM.
@@ -20,6 +24,10 @@ struct OXAUTILS_EXPORT MemoryAmounts {
     /// The same, to be changed; null for a number that is not a kind.
     int* find(int kind);
 };
+
+/// Bits of a word in the capture memory of `core` without its mark: the sample, and with a
+/// `OXA::CoreStorage` the gap and the mark of a window's end.
+OXAUTILS_EXPORT int storedBits(const OXA::AoCore& core);
 
 /// What a memory of `width` data bits and `depth` samples takes on the device named `device`, for
 /// each of the kinds. `mark` adds the bit that Standard cores store with each sample. A memory

@@ -124,12 +124,13 @@ int kindOn(const DEV::ChipInfo& part, int kind)
 QList<int> namedUnits(const OXA::AoCore& core)
 {
     QList<int> units;
-    if (core.expressionType == OXA::DynamicExpressions && !core.expressions.isEmpty()) {
+    const QStringList expressions = OXA::allExpressions(core);
+    if (core.expressionType == OXA::DynamicExpressions && !expressions.isEmpty()) {
         for (const OXA::MatchUnit* unit : core.enabledMatchUnits())
             units += unit->index;
         return units;
     }
-    for (const QString& expression : core.expressions)
+    for (const QString& expression : expressions)
         units += OXA::namedUnits(OXA::tokensOf(expression));
     return units;
 }
@@ -173,17 +174,37 @@ void addExpressions(LogicCounts& counts, const OXA::AoCore& core, const DEV::Chi
         counts.registers += qint64(2) * levels; // the level, and the settings
     }
     counts.registers += std::max(levels, 1); // in the status
+    const QStringList expressions = OXA::allExpressions(core);
     if (core.expressionType != OXA::DynamicExpressions) {
-        for (const QString& expression : core.expressions)
+        for (const QString& expression : expressions)
             counts.items[ExpressionTables] += expressionTables(expression);
         return;
     }
     counts.items[DynamicCores] += 1;
-    if (levels == 0)
+    if (expressions.isEmpty())
         return; // nothing reads the table
     const int units = std::max(int(core.enabledMatchUnits().size()), 1);
-    addMemory(counts, {kindOn(part, core.exImplementation), levels, qint64(1) << units}, part);
-    counts.registers += levels - 1; // for a word to write
+    addMemory(counts, {kindOn(part, core.exImplementation), expressions.size(), qint64(1) << units},
+        part);
+    counts.registers += expressions.size() - 1; // for a word to write
+}
+
+/// What decides which samples are stored, and counts the others.
+void addStorage(LogicCounts& counts, const OXA::AoCore& core)
+{
+    constexpr int kGroup = 8; // signals that are compared together
+    if (core.storage.isDefault())
+        return;
+    counts.registers += 1; // the next sample is the first of a window
+    if (core.storage.keep == OXA::CoreStorage::Changes) {
+        const std::vector<bool> watched = OXA::watchedForChanges(core);
+        const bool dynamic = core.expressionType == OXA::DynamicExpressions;
+        counts.items[WatchedBits] += double(std::count(watched.begin(), watched.end(), true));
+        counts.registers += (int(watched.size()) + kGroup - 1) / kGroup + (dynamic ? 2 : 1);
+    }
+    const int gapBits = core.storage.extraBits() - (core.storage.limit > 0 ? 1 : 0);
+    counts.items[GapBits] += gapBits;
+    counts.registers += gapBits > 0 ? 2 * gapBits + 1 : 0; // counted, stored, and the last one
 }
 
 void addWindows(LogicCounts& counts, const OXA::AoCore& core)
@@ -260,7 +281,7 @@ void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo
     const bool dynamic = core.expressionType == OXA::DynamicExpressions;
     const int units = core.enabledMatchUnits().size();
     const int ports = core.availableTriggers().size();
-    const int width = core.dataSignals().size() + 1; // the mark
+    const int width = storedBits(core) + 1; // the mark
     counts.items[Wrappers] = 1;
     counts.items[StandardCores] += 1;
     counts.items[TriggerPorts] += ports;
@@ -268,10 +289,11 @@ void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo
     addUnits(counts, core);
     addExpressions(counts, core, part);
     addWindows(counts, core);
+    addStorage(counts, core);
     const int identityBits = bitsFor(kIdentityHead + kIdentityWord * (ports + units));
     addCaptureMemory(counts, {kindOn(part, core.implementation), width, core.storageDepth},
         std::max({kLeastIndexBits, identityBits, dynamic ? units : 0}),
-        bitsFor(std::max(width, int(core.expressions.size()))), part);
+        bitsFor(std::max(width, int(OXA::allExpressions(core).size()))), part);
 }
 
 void countCore(LogicCounts& counts, const OXA::AOCore_Lite& core, const DEV::ChipInfo& part)

@@ -37,6 +37,8 @@ enum LogicItem : int {
     RegisterWords,
     BankMux,
     Banks,
+    WatchedBits,
+    GapBits,
     kLogicItems,
     kCommonItems = TriggerPorts ///< wrappers and cores
 };
@@ -65,6 +67,8 @@ constexpr const char* kLogicItemTexts[kLogicItems] = {
     "word of such a memory",
     "the same, a block of blocks behind each other",
     "block behind others",
+    "data signal whose changes are stored",
+    "bit of a gap between stored samples",
 };
 
 /// The items and registers of the cores of an analyzer.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxautils/model/ao_core_lite.h"
+#include "oxautils/model/limits.h"
 #include "oxautils/resource/analyzer_estimate.h"
 #include "oxautils/resource/capture_memory.h"
 #include "oxautils/resource/resource_estimate.h"
@@ -131,6 +132,27 @@ void TestResourceEstimate::wholeAnalyzers()
     };
     // Four counts of 2 bits, two places of 10, and the register of each window and of the one read.
     QCOMPARE(registersOf(4) - registersOf(1), 4 * 2 + 2 * 10 + 5 - 1);
+
+    // A word of registers has 8 bits of a gap and the mark of a window's end more.
+    const auto amountsOf = [](OXA::CoreStorage::Keep keep) {
+        OXA::AoCore core(0);
+        core.implementation = OXA::Registers;
+        core.captureSignals = core.signalList = signalsOf("a", 20);
+        core.storage.keep = keep;
+        core.storage.gapBits = 8;
+        core.storage.limit = 1;
+        core.storage.watch = QStringList("a[3]");
+        core.storage.when = "M0";
+        AnalyzerEstimate estimate({});
+        estimate.add(core);
+        return estimate.amounts();
+    };
+    const AnalyzerAmounts all = amountsOf(OXA::CoreStorage::All);
+    const AnalyzerAmounts changes = amountsOf(OXA::CoreStorage::Changes);
+    const AnalyzerAmounts when = amountsOf(OXA::CoreStorage::When);
+    QVERIFY(changes.luts > all.luts && when.luts > all.luts);
+    QCOMPARE(when.registers - all.registers, (1024 + 1) * (8 + 1) + 2 * 8 + 2);
+    QCOMPARE(changes.registers - when.registers, 3 + 1); // comparison of 20 signals
 
     AnalyzerEstimate lite({});
     OXA::AOCore_Lite core;
