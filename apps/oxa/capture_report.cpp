@@ -24,7 +24,10 @@ void print(const CapturedCore& core, TextOut& out)
             out << "trigger at sample " << window.triggerSample << ", ";
         else if (core.windows[i].untriggered)
             out << "no trigger, ";
-        out << window.samples << " samples from " << window.firstSample << " on\n";
+        out << window.samples << " samples from " << window.firstSample << " on";
+        if (!core.storage.isDefault() && core.knowsGaps())
+            out << ", which span " << window.span();
+        out << '\n';
     }
 }
 
@@ -41,6 +44,10 @@ void addCaptureFile(Command& command, CaptureOutput& output)
     command
         .flag("--bits", output.options.bits,
             "In a .csv file, a column for each bit instead of one for each bus")
+        .needs(file);
+    command
+        .flag("--every", output.options.every,
+            "In a .csv file, also the samples between those that a core stored")
         .needs(file);
     command
         .flag("--gtkw", output.gtkw,

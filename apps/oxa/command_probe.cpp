@@ -93,6 +93,8 @@ void printUnits(const CoreIdentity& core, TextOut& out)
 {
     out << "\n    trigger      " << counted(core.expressions, "expression") << ", "
         << expressionWord(core) << "; at most " << counted(core.mostWindows, "window");
+    if (core.keep != OXA::CoreStorage::All)
+        out << "; stores " << storageText(core);
     for (const CoreIdentity::Port& port : core.ports)
         out << "\n    " << QString("T%1").arg(port.number).leftJustified(kColumn)
             << counted(port.signalCount, "signal");

@@ -95,7 +95,7 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Window& x, const Window& y) {
         return x.firstSample == y.firstSample && x.samples == y.samples
-            && x.triggerSample == y.triggerSample;
+            && x.triggerSample == y.triggerSample && x.stored == y.stored;
     });
 }
 

@@ -26,7 +26,7 @@ lite() { # SIGNALS
 </SignalList></AoCore_Lite><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
 }
 
-standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS
+standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS STORAGE
     echo "<OXA_CONFIG><Version>3.0</Version><Mode>Standard</Mode>
 <AoCore index=\"0\" sample_clock=\"clk\" trig_type=\"0\" storage_depth=\"1024\" window_num=\"$5\"
  capture_amount=\"$((1024 / $5))\" implementation=\"0\" trigger_pos=\"100\" module_name=\"\"
@@ -39,7 +39,7 @@ standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS
     done
     echo "</MatchUnits><Expressions type=\"Static\">"
     for ((i = 0; i < $4; i++)); do echo "<Expression>M$((i % $2))</Expression>"; done
-    echo "</Expressions></AoCore><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
+    echo "</Expressions>${6:-}</AoCore><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
 }
 
 # A design with the wrapper and its probes
@@ -86,6 +86,10 @@ lite 32 | measure "Lite, 32 signals" 32
 standard 8 1 0 1 1 | measure "Basic unit, 8 signals" 8
 standard 32 1 0 1 1 | measure "Basic unit, 32 signals" 32
 standard 32 1 0 1 4 | measure "the same, 4 windows" 32
+standard 32 1 0 1 1 '<Storage keep="changes" gap_bits="16" limit="0"/>' \
+    | measure "the same, 1 window, stores changes" 32
+standard 32 1 0 1 1 '<Storage keep="when" when="M0" gap_bits="0" limit="0"/>' \
+    | measure "the same, stores by an expression" 32
 standard 32 4 2 1 1 | measure "4 Extended units, 32 signals" 32
 standard 32 16 5 16 1 | measure "16 Range w/edges units, 16 levels" 32
 yosys -q -p "read_verilog oxa/board/QX_JTAG.v; synth_ice40 -top QX_JTAG; tee -q -o stat.txt stat" >yosys.log 2>&1

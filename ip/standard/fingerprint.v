@@ -18,6 +18,9 @@
     function [31:0] fingerprint_parameters;
         input [31:0] crc;
         reg [31:0] sum;
+`ifdef AO_STORES
+        integer i;
+`endif
         begin
             sum = fingerprint_step(crc, DATA_OUT_SHIFT_WIDTH);
             sum = fingerprint_step(sum, MEM_DATA_WIDTH);
@@ -38,6 +41,12 @@
             sum = fingerprint_step(sum, MATCH_TYPE_@U@);
             sum = fingerprint_step(sum, MATCHER_@U@);
 //@end U
+`ifdef AO_STORES
+            sum = fingerprint_step(sum, STORE_GAP_BITS);
+            sum = fingerprint_step(sum, STORE_LIMIT);
+            for (i = 0; i < (SIG_PORT_WIDTH + 31) / 32; i = i + 1)
+                sum = fingerprint_step(sum, WATCH >> 32 * i);
+`endif
             fingerprint_parameters = sum;
         end
     endfunction
@@ -64,6 +73,7 @@
 `ifdef AO_DYNAMIC
     localparam TABLE_WORDS = UNITS > 5 ? 1 << (UNITS - 5) : 1;
 
+    localparam [(1<<TABLE_ADDRESS_BITS)-1:0] TABLE_WHEN = `AO_TABLE_WHEN;
 //@repeat U 16
     localparam [(1<<TABLE_ADDRESS_BITS)-1:0] TABLE_@U@ = LEVELS > @U@ ? EXPRESSION@U@_INIT : 0;
 //@end U
@@ -88,6 +98,8 @@
                 fingerprint_expressions
                     = fingerprint_table(fingerprint_expressions, TABLE_@U@);
 //@end U
+            if (KEEP == 2)
+                fingerprint_expressions = fingerprint_table(fingerprint_expressions, TABLE_WHEN);
         end
     endfunction
 `else
@@ -100,6 +112,12 @@
         end
     endfunction
 //@end U
+    function static_value_when;
+        input [15:0] match;
+        begin
+            static_value_when = `AO_WHEN;
+        end
+    endfunction
     /* verilator lint_on UNUSED */
 
     // Outputs for row r of the tables that represent static expressions
@@ -125,7 +143,7 @@
         input [31:0] crc;
         integer r;
         reg [15:0] outputs;
-        reg [16*64-1:0] tables;
+        reg [17*64-1:0] tables;  // the qualifier's after those of the levels
         begin
             tables = 0;
             for (r = 0; r < 64; r = r + 1) begin
@@ -133,9 +151,10 @@
 //@repeat U 16
                 if (LEVELS > @U@) tables[64*@U@+r] = static_value_@U@(outputs);
 //@end U
+                if (KEEP == 2) tables[64*LEVELS+r] = static_value_when(outputs);
             end
             fingerprint_expressions = crc;
-            for (r = 0; r < 2 * LEVELS; r = r + 1)
+            for (r = 0; r < 2 * (LEVELS + (KEEP == 2)); r = r + 1)
                 fingerprint_expressions
                     = fingerprint_step(fingerprint_expressions, tables[32*r+:32]);
         end
@@ -156,6 +175,7 @@
             fingerprint = fingerprint_step(fingerprint, `AO_FALLING);
             fingerprint = fingerprint_step(fingerprint, ARMED);
             fingerprint = fingerprint_step(fingerprint, `AO_ZV1);
+            if (KEEP != 0) fingerprint = fingerprint_step(fingerprint, KEEP);
         end
     endfunction
     localparam [31:0] FINGERPRINT = fingerprint(1'b0);

@@ -40,7 +40,9 @@
     localparam [7:0] ID_PORTS = NUM_TRIG_PORTS;
     localparam CONSTANTS = 192 + 32 * (NUM_TRIG_PORTS + UNITS) > 256
         ? 1 << $clog2(192 + 32 * (NUM_TRIG_PORTS + UNITS)) : 256;
-    localparam [15:0] ID_OPTIONS = {13'd0, DYNAMIC, ARMED, FALLING};
+    localparam [0:0] ID_LIMITED = LIMIT > 0;
+    localparam [7:0] ID_GAP_BITS = GAP_BITS;
+    localparam [15:0] ID_OPTIONS = {9'd0, ID_LIMITED, KEEP, 1'b0, DYNAMIC, ARMED, FALLING};
     localparam [15:0] ID_SIGNALS = SIG_PORT_WIDTH;
     localparam [7:0] ID_LEVELS = LEVELS;
     localparam [7:0] ID_UNITS = UNITS;
@@ -50,7 +52,7 @@
         = {512'd0, port_list(PORTS_PRESENT), 192'd0}
         | {unit_list(1'b0), 704'd0} >> 32 * (16 - NUM_TRIG_PORTS);
     localparam [191:0] ID_HEAD
-        = {32'd1 << WINDOW_BITS, ID_DEPTH + 32'd0, 8'd0, ID_ADDRESS_BITS, 8'd@P@, ID_UNITS, ID_PORTS,
+        = {32'd1 << WINDOW_BITS, ID_DEPTH + 32'd0, ID_GAP_BITS, ID_ADDRESS_BITS, 8'd@P@, ID_UNITS, ID_PORTS,
            ID_LEVELS, ID_SIGNALS, ID_OPTIONS, 8'd1, PROTOCOL};
     localparam [CONSTANTS-1:0] IDENTITY = ID_LISTS | ID_HEAD;
 

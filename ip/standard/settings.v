@@ -4,6 +4,8 @@
     /* verilator lint_off WIDTH */
     localparam LEVELS = MAX_TRIG_LEVELS;
     localparam LEVEL_BITS = LEVELS > 1 ? LEVELS : 1;
+    // Values of the tables: the expressions', and the qualifier's
+    localparam VALUES = LEVEL_BITS + (`AO_IS_DYNAMIC && `AO_KEEP == 2);
     localparam ADDRESS_BITS = STORAGE_DEPTH > 2 ? $clog2(STORAGE_DEPTH) : 1;
     localparam [31:0] AMOUNT = MAX_DATA_DEPTH_INIT;
     localparam [31:0] WINDOWS = NUM_WINDOWS_INIT;  // less one
@@ -146,6 +148,8 @@
         if (MEM_DATA_WIDTH != SIG_PORT_WIDTH + 1)
             `AO_STOP(impossible_core_@P@__a_word_of_memory_is_a_sample_and_its_mark)
         if (TRIG_TYPE != 0 && TRIG_TYPE != 1) `AO_STOP(impossible_core_@P@__the_trigger_clock_type_is_0_or_1)
+        if (GAP_BITS > 32 || (KEEP == 1 && GAP_BITS == 0))
+            `AO_STOP(impossible_core_@P@__a_gap_has_from_1_to_32_bits)
         if (LEVELS > 16) `AO_STOP(impossible_core_@P@__a_core_has_at_most_16_expressions)
         if (&AMOUNT) `AO_STOP(impossible_core_@P@__a_window_has_at_least_one_sample)
         if (&WINDOWS) `AO_STOP(impossible_core_@P@__a_core_takes_at_least_one_window)

@@ -10,6 +10,7 @@ namespace OXA_CAPTURE {
 /// How samples are shown in a file.
 struct CaptureFileOptions {
     bool bits = false; ///< of a .csv file: a column for each bit, instead of one for each bus
+    bool every = false; ///< of a .csv file: also rows for samples that were not stored
     /// Values with names get these as texts: in .csv files in a column, in .vcd and .fst files as
     /// another variable.
     OXA::StateNames states {};

@@ -5,9 +5,11 @@
 #include "oxacapture/files/capture_scopes.h"
 #include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/time_axis.h"
+#include "oxacapture/waveform/code_slots.h"
 #include "oxacapture/waveform/vcd_reader.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace OXA_CAPTURE {
 
@@ -41,6 +43,8 @@ struct CoreReading {
     bool isTrigger = false;
     bool isSample = false; // there is one at this time
     bool isEnd = false; // the window ends at this time
+    bool isData = false; // the data signals change at this time
+    bool changesBetween = false; // they have changed within a window without a sample
 };
 
 /// Reads samples: in a capture those of its cores; in another waveform one whenever a signal
@@ -54,7 +58,7 @@ public:
 
     /// Finds out what the variables are.
     bool plan(QString* error);
-    const std::vector<int>& watched() const { return m_watched; }
+    const std::vector<int>& watched() const { return m_slots.codes(); }
 
     void change(int slot, std::string_view bits) override;
     void endOfTime(quint64 time) override;
@@ -65,15 +69,12 @@ public:
 
 private:
     void planCore(int index, size_t from, size_t to, const std::vector<QString>& names);
-    Slot& slotOf(int code);
     void takeSample(CoreReading& reading, quint64 time);
     void endWindow(CoreReading& reading, quint64 time);
 
     const VcdReader& m_waveform;
     bool m_isCapture = false;
-    std::vector<int> m_watched;
-    std::vector<int> m_slotOfCode;
-    std::vector<Slot> m_slots;
+    CodeSlots<Slot> m_slots;
     std::vector<CoreReading> m_cores;
     bool m_isChanged = false;
     quint64 m_time = 0;
@@ -95,19 +96,6 @@ OXA::SignalItem itemOf(const VcdVariable& variable, const QString& name)
         item.subItems += one;
     }
     return item;
-}
-
-Slot& CaptureReading::slotOf(int code)
-{
-    if (size_t(code) >= m_slotOfCode.size())
-        m_slotOfCode.resize(size_t(code) + 1, -1);
-    int& slot = m_slotOfCode[size_t(code)];
-    if (slot < 0) {
-        slot = int(m_slots.size());
-        m_slots.emplace_back();
-        m_watched.push_back(code);
-    }
-    return m_slots[size_t(slot)];
 }
 
 bool CaptureReading::plan(QString* error)
@@ -148,11 +136,11 @@ void CaptureReading::planCore(int index, size_t from, size_t to, const std::vect
         if (variables[i].width == 0)
             continue;
         reading.core.items += itemOf(variables[i], names[i]);
-        slotOf(variables[i].code).uses.push_back({place, width});
+        m_slots.of(variables[i].code).uses.push_back({place, width});
         width += variables[i].width;
     }
     for (size_t i = end; i < to; ++i)
-        slotOf(variables[i].code).marks.push_back({place, Mark::Kind(i - end)});
+        m_slots.of(variables[i].code).marks.push_back({place, Mark::Kind(i - end)});
     reading.layout = SampleLayout({width});
     reading.row.resize(size_t(reading.layout.rowWords()));
     for (int bit = 0; bit < width; ++bit)
@@ -161,15 +149,13 @@ void CaptureReading::planCore(int index, size_t from, size_t to, const std::vect
 
 void CaptureReading::change(int slot, std::string_view bits)
 {
-    const Slot& changed = m_slots[size_t(slot)];
+    const Slot& changed = m_slots[slot];
     for (const BitsOfCore& use : changed.uses) {
         CoreReading& reading = m_cores[use.core];
+        reading.isData = true;
         int bit = use.first;
         for (const char c : bits)
-            setBit(reading.layout, reading.row, 0, bit++,
-                c == '1'       ? Logic::One
-                    : c == '0' ? Logic::Zero
-                               : Logic::Unknown);
+            setBit(reading.layout, reading.row, 0, bit++, logicOf(c));
     }
     const char last = bits.back();
     for (const Mark& mark : changed.marks) {
@@ -221,10 +207,31 @@ void CaptureReading::endOfTime(quint64 time)
             takeSample(reading, time);
         else if (reading.isEnd)
             endWindow(reading, time);
-        reading.isSample = reading.isEnd = false;
+        else
+            reading.changesBetween |= reading.isData && !reading.window.empty();
+        reading.isSample = reading.isEnd = reading.isData = false;
     }
     m_isChanged = false;
     m_time = time;
+}
+
+/// Takes the numbers of a core's samples from their times, which have `perSample` units for each.
+void takeNumbers(CoreReading& reading, double perSample)
+{
+    CapturedCore& core = reading.core;
+    for (CapturedWindow& window : core.windows) {
+        std::vector<qint64> numbers;
+        for (qint64 sample = 0; sample < window.samples.size(); ++sample)
+            numbers.push_back(std::llround(
+                double(window.times[size_t(sample)] - window.times.front()) / perSample));
+        if (numbers.back() < window.samples.size())
+            continue;
+        if (window.place.triggerSample != kNoSample)
+            window.place.triggerSample = numbers[size_t(window.place.triggerSample)];
+        window.place.stored = std::move(numbers);
+        core.storage.keep
+            = reading.changesBetween ? OXA::CoreStorage::When : OXA::CoreStorage::Changes;
+    }
 }
 
 Capture CaptureReading::finish()
@@ -240,6 +247,10 @@ Capture CaptureReading::finish()
             core.timeExponent = *m_waveform.timeExponent();
         else if (m_isCapture)
             core.clockHz = clocks.value(core.index);
+        if (m_isCapture && kind == TimeKind::Numbers)
+            takeNumbers(reading, 1);
+        else if (m_isCapture && core.clockHz > 0 && m_waveform.timeExponent())
+            takeNumbers(reading, std::pow(10, -*m_waveform.timeExponent()) / core.clockHz);
         for (CapturedWindow& window : core.windows) {
             if (!timed)
                 window.times.clear();

@@ -66,7 +66,10 @@ std::vector<CapturedWindow> cutWindows(
     std::vector<CapturedWindow> windows;
     for (const Window& place : places) {
         SampleTable samples(SampleLayout({sampled.layout().width(0)}));
-        samples.appendField(sampled, 0, place.firstSample, place.samples);
+        if (place.stored.empty())
+            samples.appendField(sampled, 0, place.firstSample, place.samples);
+        for (const qint64 sample : place.stored)
+            samples.appendField(sampled, 0, place.firstSample + sample, 1);
         windows.push_back({place, std::move(samples)});
     }
     return windows;
@@ -94,7 +97,7 @@ void addTimes(CapturedCore& core, const std::vector<quint64>& times, std::option
         if (window.samples.size() == 0)
             continue;
         const auto first = times.begin() + window.place.firstSample;
-        const auto end = first + window.samples.size();
+        const auto end = first + window.place.span();
         window.times.assign(first, end);
         window.times.push_back(end != times.end() ? *end : endOfLast(window.times));
     }
@@ -152,12 +155,15 @@ QJsonObject captureObject(const Capture& capture)
         QJsonArray windows;
         for (const CapturedWindow& window : core.windows) {
             const Window& place = window.place;
-            windows += QJsonObject {
+            QJsonObject entry {
                 {"triggerSample",
                  place.triggerSample == kNoSample ? QJsonValue() : place.triggerSample},
                 {"firstSample",   place.firstSample                                   },
                 {"samples",       place.samples                                       },
             };
+            if (!core.storage.isDefault())
+                entry.insert("span", core.knowsGaps() ? QJsonValue(place.span()) : QJsonValue());
+            windows += entry;
         }
         QJsonObject object {
             {"index",     core.index      },

@@ -15,18 +15,14 @@ namespace OXA_CAPTURE {
 /// A window with its samples.
 struct CapturedWindow {
     Window place; ///< its numbers; of a target, from 0 in each window
-    SampleTable samples; ///< field 0: the core's data signals
+    SampleTable samples; ///< those that were stored; field 0: the core's data signals
     bool untriggered = false; ///< the core was stopped while it waited for its trigger
-    /// The time of each sample and, as one more, of the end of the last one, in the units of the
-    /// core's `timeExponent`; empty: not known.
+    /// The times of all samples from the first to the last one, stored or not, and, as one more, of
+    /// the end of the last one, in the units of the core's `timeExponent`; empty: not known.
     std::vector<quint64> times {};
 
     /// Where the trigger sample is in `samples`; `kNoSample` without one.
-    qint64 triggerOffset() const
-    {
-        return place.triggerSample == kNoSample ? kNoSample
-                                                : place.triggerSample - place.firstSample;
-    }
+    qint64 triggerOffset() const { return place.triggerIndex(); }
 };
 
 /// How often a match unit matched while its core waited.
@@ -39,6 +35,7 @@ struct UnitMatches {
 struct CapturedCore {
     int index = 0; ///< the core's index in the configuration
     QList<OXA::SignalItem> items; ///< the data signals, most significant first
+    OXA::CoreStorage storage {}; ///< which samples were stored
     std::vector<CapturedWindow> windows; ///< in the order in which they were taken
     QString progress; ///< how far the trigger's sequence got
     bool waited = false; ///< a target's core was stopped while it waited for a trigger; then:
@@ -50,6 +47,15 @@ struct CapturedCore {
     /// unknown.
     double clockHz = 0;
     int timeExponent = 0; ///< a unit of the windows' times is 10 to the power of this, in seconds
+
+    /// Whether the signals keep their values from one stored sample to the next.
+    bool holds() const
+    {
+        return storage.isDefault()
+            || (storage.keep == OXA::CoreStorage::Changes && storage.watch.isEmpty());
+    }
+    /// Whether how far the stored samples are apart is known.
+    bool knowsGaps() const { return storage.isDefault() || storage.gapBits > 0; }
 
     /// Whether there is a window with a trigger; for a Lite core, whether there are samples.
     bool triggered() const { return !windows.empty() && !windows.front().untriggered; }

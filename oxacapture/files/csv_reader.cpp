@@ -12,6 +12,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 
 namespace OXA_CAPTURE {
 
@@ -51,8 +52,10 @@ public:
 private:
     bool beginCore(int index, const std::vector<QByteArray>& cells, QString* error);
     void beginWindow();
+    void passOver(qint64 number);
     bool takePlace(const std::vector<QByteArray>& cells, bool& triggers, QString* error);
     bool takeTime(const std::vector<QByteArray>& cells, QString* error);
+    bool addTime(quint64 time, std::vector<quint64>& times, QString* error);
 
     QStringList m_names; // of the columns; empty for those that are no signals
     bool m_hasTime = false;
@@ -103,7 +106,18 @@ void CsvReading::beginWindow()
     m_words += qint64(sizeof(CapturedWindow) / sizeof(quint64));
 }
 
-/// Finds the core and the window of a row, whose sample is the window's next one.
+/// The next row is that of sample `number`; those between were not stored.
+void CsvReading::passOver(qint64 number)
+{
+    CapturedCore& core = m_cores.back().core;
+    Window& place = core.windows.back().place;
+    while (qint64(place.stored.size()) < place.samples) // all so far were consecutive
+        place.stored.push_back(qint64(place.stored.size()));
+    place.stored.push_back(number);
+    core.storage.keep = OXA::CoreStorage::When; // what was between is not known
+}
+
+/// Finds the core and the window of a row, whose sample is a later one of the window.
 bool CsvReading::takePlace(const std::vector<QByteArray>& cells, bool& triggers, QString* error)
 {
     int numbers[OwnColumns];
@@ -120,12 +134,32 @@ bool CsvReading::takePlace(const std::vector<QByteArray>& cells, bool& triggers,
     std::vector<CapturedWindow>& windows = m_cores.back().core.windows;
     if (numbers[WindowNumber] == int(windows.size()))
         beginWindow();
-    const qint64 sample = windows.empty() ? 0 : windows.back().samples.size();
-    if (numbers[WindowNumber] + 1 != int(windows.size()) || numbers[Sample] != sample)
-        return OXA::fail(error, "is not the sample behind that of the row before");
+    const qint64 sample = windows.empty() ? 0 : windows.back().place.span();
+    if (numbers[WindowNumber] + 1 != int(windows.size()) || numbers[Sample] < sample
+        || (sample == 0 && numbers[Sample] != 0))
+        return OXA::fail(error, "is not a sample behind that of the row before");
+    if (numbers[Sample] > sample || !windows.back().place.stored.empty())
+        passOver(numbers[Sample]);
     triggers = numbers[Trigger] == 1;
     return !triggers || windows.back().place.triggerSample == kNoSample
         || OXA::fail(error, "is the second trigger of its window");
+}
+
+/// Adds the time of the row's sample, and those of samples passed over in front of it, which are
+/// as long.
+bool CsvReading::addTime(quint64 time, std::vector<quint64>& times, QString* error)
+{
+    const std::vector<qint64>& stored = m_cores.back().core.windows.back().place.stored;
+    const qint64 passed = stored.empty() ? 0 : stored.back() - qint64(times.size());
+    m_words += passed;
+    if (m_words > kMostWords)
+        return OXA::fail(error, "has too many samples");
+    const quint64 before = passed > 0 ? times.back() : 0;
+    for (qint64 i = 1; i <= passed; ++i)
+        times.push_back(
+            before + quint64(std::llround(double(time - before) * double(i) / double(passed + 1))));
+    times.push_back(time);
+    return true;
 }
 
 bool CsvReading::takeTime(const std::vector<QByteArray>& cells, QString* error)
@@ -148,8 +182,7 @@ bool CsvReading::takeTime(const std::vector<QByteArray>& cells, QString* error)
         return OXA::fail(error, "time has other decimals than in the core's row before");
     if (!times.empty() && time <= times.back())
         return OXA::fail(error, "time is not later than in the row before");
-    times.push_back(time);
-    return true;
+    return addTime(time, times, error);
 }
 
 bool CsvReading::takeRow(const std::vector<QByteArray>& cells, QString* error)
@@ -165,7 +198,7 @@ bool CsvReading::takeRow(const std::vector<QByteArray>& cells, QString* error)
     CsvCore& reading = m_cores.back();
     CapturedWindow& window = reading.core.windows.back();
     if (triggers)
-        window.place.triggerSample = window.samples.size();
+        window.place.triggerSample = window.place.offset(window.samples.size());
     window.samples.append(reading.row.data());
     ++window.place.samples;
     m_words += reading.layout.rowWords() + 1;

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "files/fail.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/every_sample.h"
 #include "oxacapture/files/time_unit.h"
 #include "oxacapture/files/unique_names.h"
 
@@ -16,6 +18,7 @@ namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
 constexpr int kDigitBits = 4;
+constexpr qint64 kMostRows = qint64(1) << 24; // of samples that were not stored, for a core
 
 // Spreadsheets evaluate such text, even in quotes, unless an apostrophe is before it. For some,
 // semicolons and tabs separate cells.
@@ -179,9 +182,11 @@ public:
         if (m_shown)
             text += ',';
         if (m_shown && !window.times.empty())
-            text += secondsText(window.times[size_t(sample)], m_core.timeExponent);
-        else if (m_shown && m_core.clockHz > 0)
-            text += QByteArray::number(double(sample) / m_core.clockHz, 'f', m_decimals);
+            text += secondsText(
+                window.times[size_t(window.place.offset(sample))], m_core.timeExponent);
+        else if (m_shown && m_core.clockHz > 0 && m_core.knowsGaps())
+            text += QByteArray::number(
+                double(window.place.offset(sample)) / m_core.clockHz, 'f', m_decimals);
     }
 
 private:
@@ -204,7 +209,7 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const TimeCells& times,
         const CapturedWindow& window = core.windows[w];
         const QByteArray head = QByteArray::number(core.index) + ',' + QByteArray::number(int(w));
         for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
-            text += head + ',' + QByteArray::number(sample)
+            text += head + ',' + QByteArray::number(window.place.offset(sample))
                 + (sample == window.triggerOffset() ? ",1" : ",0");
             times.add(window, sample, text);
             addCells(window.samples, sample, columns, text);
@@ -221,9 +226,17 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const TimeCells& times,
 
 }
 
-bool writeCsv(QIODevice& out, const Capture& capture, const Progress& goesOn,
-    const CaptureFileOptions& options, QString*)
+bool writeCsv(QIODevice& out, const Capture& stored, const Progress& goesOn,
+    const CaptureFileOptions& options, QString* error)
 {
+    Capture capture = stored;
+    for (CapturedCore& core : capture) {
+        if (options.every && !addPassedOver(core, kMostRows))
+            return OXA::fail(error,
+                QString("all samples would be more than %1 rows for core %2")
+                    .arg(QString::number(kMostRows), QString::number(core.index)));
+    }
+
     const std::vector<Column> columns = columnsOf(capture, options);
     const bool time = std::any_of(capture.begin(), capture.end(), hasTimes);
     if (out.write(header(columns, time, options.bits)) < 0)

@@ -79,16 +79,33 @@ void SampleGrid::placeNumbers()
         qint64 start = 0;
         for (const CapturedWindow& window : core.windows) {
             m_starts.back().push_back(start);
-            start += window.samples.size();
+            start += window.place.offset(window.samples.size());
         }
     }
 }
 
+qint64 SampleGrid::ofTime(quint64 time) const
+{
+    return qint64((time - m_first + m_period - 1) / m_period);
+}
+
+qint64 SampleGrid::ofNumber(size_t core, size_t window, qint64 number) const
+{
+    return (m_starts[core][window] + number) * m_steps[core];
+}
+
 qint64 SampleGrid::at(size_t core, size_t window, qint64 sample) const
 {
-    if (m_steps.empty())
-        return qint64((m_axis.at(core, window, sample) - m_first + m_period - 1) / m_period);
-    return (m_starts[core][window] + sample) * m_steps[core];
+    return m_steps.empty()
+        ? ofTime(m_axis.at(core, window, sample))
+        : ofNumber(core, window, m_capture[core].windows[window].place.offset(sample));
+}
+
+qint64 SampleGrid::after(size_t core, size_t window, qint64 sample) const
+{
+    return m_steps.empty()
+        ? ofTime(m_axis.after(core, window, sample))
+        : ofNumber(core, window, m_capture[core].windows[window].place.offset(sample) + 1);
 }
 
 bool SampleGrid::isUsable(QString* error) const

@@ -20,10 +20,14 @@ public:
     double hz() const { return m_hz; } ///< the rate; 0: unknown
     qint64 size() const { return m_size; } ///< samples of the grid
 
-    /// The number in the grid of a sample; past the last one, of the end of the window.
+    /// The number in the grid of a stored sample; past the last one, of the end of the window.
     qint64 at(size_t core, size_t window, qint64 sample) const;
+    /// The same of the sample behind it, which need not be stored.
+    qint64 after(size_t core, size_t window, qint64 sample) const;
 
 private:
+    qint64 ofTime(quint64 time) const;
+    qint64 ofNumber(size_t core, size_t window, qint64 number) const;
     void placeTimes();
     void placeNumbers();
 

@@ -31,6 +31,12 @@ struct Channel {
     const CapturedCore* core;
     Source source;
     int bit; // of the core's samples
+
+    /// At a sample that was passed over.
+    bool isUnknownBetween() const
+    {
+        return source == Trigger || (source == Data && !core->holds());
+    }
 };
 
 // A name for each bit of a signal.
@@ -215,8 +221,10 @@ private:
             if (place.window == windows.size()
                 || m_grid.at(core, place.window, place.sample) > number)
                 continue;
+            const bool passedOver = m_grid.after(core, place.window, place.sample) <= number;
             for (size_t i = place.firstChannel; i < place.endChannel; ++i) {
-                if (isHigh(m_channels[i], place.window, place.sample))
+                if (!(passedOver && m_channels[i].isUnknownBetween())
+                    && isHigh(m_channels[i], place.window, place.sample))
                     unit[i / 8] = char(unit[i / 8] | 1 << (i % 8));
             }
         }

@@ -27,7 +27,8 @@ TimeKind kindOf(const Capture& capture)
         const bool timed = std::all_of(core.windows.begin(), core.windows.end(),
             [](const CapturedWindow& window) { return !window.times.empty(); });
         if (!core.windows.empty() && !timed)
-            kind = std::max(kind, core.clockHz > 0 ? TimeKind::Window : TimeKind::Numbers);
+            kind = std::max(
+                kind, core.clockHz > 0 && core.knowsGaps() ? TimeKind::Window : TimeKind::Numbers);
     }
     return kind;
 }
@@ -52,7 +53,7 @@ TimeAxis::TimeAxis(const Capture& capture)
         quint64 start = 0;
         for (const CapturedWindow& window : core.windows) {
             m_starts.back().push_back(start);
-            const qint64 samples = window.samples.size();
+            const qint64 samples = window.place.offset(window.samples.size());
             start += since(core, samples + std::max(samples / kGap, qint64(1)));
         }
     }
@@ -67,10 +68,20 @@ quint64 TimeAxis::since(const CapturedCore& core, qint64 sample) const
 
 quint64 TimeAxis::at(size_t core, size_t window, qint64 sample) const
 {
+    return atNumber(core, window, m_capture[core].windows[window].place.offset(sample));
+}
+
+quint64 TimeAxis::after(size_t core, size_t window, qint64 sample) const
+{
+    return atNumber(core, window, m_capture[core].windows[window].place.offset(sample) + 1);
+}
+
+quint64 TimeAxis::atNumber(size_t core, size_t window, qint64 number) const
+{
     const CapturedCore& own = m_capture[core];
     if (m_kind != TimeKind::Waveform)
-        return m_starts[core][window] + since(own, sample);
-    quint64 time = own.windows[window].times[size_t(sample)];
+        return m_starts[core][window] + since(own, number);
+    quint64 time = own.windows[window].times[size_t(number)];
     for (int exponent = own.timeExponent; exponent > m_exponent; --exponent)
         time *= 10;
     return time;

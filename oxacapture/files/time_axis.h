@@ -26,13 +26,17 @@ public:
     TimeKind kind() const { return m_kind; }
     int exponent() const { return m_exponent; } ///< of the unit
 
-    /// The time of a sample; past the last one, the end of the window.
+    /// The time of a stored sample; past the last one, the end of the window.
     quint64 at(size_t core, size_t window, qint64 sample) const;
+
+    /// The time of the sample behind a stored one, which need not be stored.
+    quint64 after(size_t core, size_t window, qint64 sample) const;
 
     /// What the times are, with the clocks of the cores, for people and for `readTimeText`.
     QString text() const;
 
 private:
+    quint64 atNumber(size_t core, size_t window, qint64 number) const;
     quint64 since(const CapturedCore& core, qint64 sample) const;
 
     const Capture& m_capture;

@@ -176,11 +176,19 @@ public:
     }
 
     bool isAtEnd() const { return m_window == m_core.windows.size(); }
-    quint64 time() const { return m_axis.at(m_place, m_window, m_sample); } ///< of the next changes
+    quint64 time() const ///< of the next changes
+    {
+        return m_passesOver ? m_axis.after(m_place, m_window, m_sample - 1)
+                            : m_axis.at(m_place, m_window, m_sample);
+    }
 
-    /// Adds the next changes: a sample or the end of a window.
+    /// Adds the next changes: a sample, the first of passed over ones, or the end of a window.
     void next(QByteArray& text)
     {
+        if (m_passesOver) {
+            m_passesOver = false;
+            return passOver(text);
+        }
         if (m_sample == window().samples.size())
             return endWindow(text);
         if (m_sample == 0)
@@ -189,13 +197,13 @@ public:
         for (DataVariable& variable : m_variables.data)
             addData(variable, text);
         addChange(m_read % 2 ? "1" : "0", m_variables.sample, text);
-        const qint64 trigger = window().triggerOffset();
-        if (m_sample == trigger)
-            addChange("1", m_variables.trigger, text);
-        else if (m_sample == 0 || m_sample == trigger + 1)
-            addChange("0", m_variables.trigger, text);
+        const bool triggers = m_sample == window().triggerOffset();
+        if (triggers || m_isTrigger || m_sample == 0)
+            addChange(triggers ? "1" : "0", m_variables.trigger, text);
+        m_isTrigger = triggers;
         ++m_sample;
         ++m_read;
+        m_passesOver = window().place.offset(m_sample) > window().place.offset(m_sample - 1) + 1;
     }
 
     /// Signals are unknown between windows, and before the first one unless that begins at `time`.
@@ -235,7 +243,17 @@ private:
             addUnknown(text);
     }
 
-    void addUnknown(QByteArray& text)
+    // The samples behind a stored one, up to the next.
+    void passOver(QByteArray& text)
+    {
+        if (!m_core.holds())
+            addUnknownData(text);
+        if (m_isTrigger)
+            addChange("0", m_variables.trigger, text);
+        m_isTrigger = false;
+    }
+
+    void addUnknownData(QByteArray& text)
     {
         for (DataVariable& variable : m_variables.data) {
             addChange(variable.width == 1 ? "x" : "xx", variable.id, text);
@@ -243,6 +261,11 @@ private:
                 addText("x", variable.stateId, text);
             variable.last.clear();
         }
+    }
+
+    void addUnknown(QByteArray& text)
+    {
+        addUnknownData(text);
         addChange("x", m_variables.sample, text);
         addChange("x", m_variables.trigger, text);
         addChange("xx", m_variables.window, text);
@@ -255,6 +278,8 @@ private:
     size_t m_window = 0;
     qint64 m_sample = 0;
     qint64 m_read = 0; // samples, of all windows
+    bool m_isTrigger = false; // the signal is 1
+    bool m_passesOver = false; // the next changes are those of samples that were not stored
 };
 
 // The trace with the earliest next changes; null after the last ones.

@@ -97,7 +97,7 @@ qint64 expectedSteps(const std::vector<CorePlan>& cores, const SampledWaveform& 
             return std::numeric_limits<qint64>::max();
         const Window& last = runs[core].windows.back();
         const qint64 step
-            = stepOfSample(waveform, cores[core].request, last.firstSample + last.samples - 1);
+            = stepOfSample(waveform, cores[core].request, last.firstSample + last.span() - 1);
         steps = std::max(steps, step + 1 + qint64(2) * kLeadOut);
     }
     return steps;

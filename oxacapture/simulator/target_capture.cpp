@@ -12,11 +12,12 @@ constexpr int kInstructionBits = 5;
 constexpr qint64 kStepsAnOrder = 5000; // between two progress reports
 constexpr qint64 kFirstPause = 32; // steps between two checks whether the cores have finished
 
-bool isAt(const SampleTable& samples, const SampleTable& waveform, qint64 first)
+// Whether the samples of `place`, read as `samples`, are there in the waveform.
+bool isAt(const SampleTable& samples, const SampleTable& waveform, const Window& place)
 {
     for (qint64 sample = 0; sample < samples.size(); ++sample) {
         const quint64* read = samples.value(sample, 0);
-        const quint64* there = waveform.value(first + sample, 0);
+        const quint64* there = waveform.value(place.firstSample + place.offset(sample), 0);
         if (!std::equal(read, read + samples.layout().words(0), there))
             return false;
     }
@@ -167,30 +168,34 @@ bool TargetCapture::read(size_t core, const std::vector<Window>& expected, Model
     const std::vector<DecodedWindow>& windows = readOut.windows;
     qint64 earliest = 0;
     for (size_t i = 0; i < windows.size(); ++i) {
-        const qint64 guess = i < expected.size() ? expected[i].firstSample : earliest;
         Window place;
-        if (!locate(core, windows[i], earliest, guess, place))
+        place.firstSample = i < expected.size() ? expected[i].firstSample : earliest;
+        place.samples = windows[i].samples.size();
+        place.stored = windows[i].stored;
+        // A core that stores no gaps does not tell the distances.
+        if (place.stored.empty() && i < expected.size())
+            place.stored = expected[i].stored;
+        if (!locate(core, windows[i], earliest, place))
             return failAt(core, QString("the samples of window %1 are not in the waveform").arg(i));
         captured.windows.push_back(place);
-        earliest = place.firstSample + place.samples;
+        earliest = place.firstSample + place.span();
     }
     return true;
 }
 
-bool TargetCapture::locate(
-    size_t core, const DecodedWindow& window, qint64 earliest, qint64 guess, Window& place)
+bool TargetCapture::locate(size_t core, const DecodedWindow& window, qint64 earliest, Window& place)
 {
     const SampleTable& waveform = m_waveform.cores[core];
-    const qint64 last = waveform.size() - window.samples.size();
-    place.samples = window.samples.size();
-    place.firstSample = guess;
-    if (guess < earliest || guess > last || !isAt(window.samples, waveform, guess)) {
+    const qint64 last = waveform.size() - place.span();
+    if (place.firstSample < earliest || place.firstSample > last
+        || !isAt(window.samples, waveform, place)) {
         place.firstSample = earliest;
-        while (place.firstSample <= last && !isAt(window.samples, waveform, place.firstSample))
+        while (place.firstSample <= last && !isAt(window.samples, waveform, place))
             ++place.firstSample;
     }
-    place.triggerSample
-        = window.triggerOffset == kNoSample ? kNoSample : place.firstSample + window.triggerOffset;
+    place.triggerSample = window.triggerOffset == kNoSample
+        ? kNoSample
+        : place.firstSample + place.offset(window.triggerOffset);
     return place.firstSample <= last;
 }
 

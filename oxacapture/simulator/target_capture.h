@@ -52,8 +52,7 @@ private:
     bool playTo(qint64 step);
     bool playUntilFinished(bool& finished);
     bool haveFinished(bool& finished);
-    bool locate(
-        size_t core, const DecodedWindow& window, qint64 earliest, qint64 guess, Window& place);
+    bool locate(size_t core, const DecodedWindow& window, qint64 earliest, Window& place);
 
     SimulatedTarget& m_target;
     CaptureSession m_session;

@@ -279,7 +279,7 @@ bool AnalyzerClient::readMemory(const CoreIdentity& core, qint64 words, BitStrin
 
 bool AnalyzerClient::readSamples(const CoreIdentity& core, qint64 words, BitString& samples)
 {
-    return readWords(core, Samples, words, core.signalCount, samples);
+    return readWords(core, Samples, words, core.unmarkedBits(), samples);
 }
 
 bool AnalyzerClient::readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes)

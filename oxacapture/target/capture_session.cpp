@@ -227,7 +227,8 @@ bool CaptureSession::prepare(const CoreRun& run, Written written)
     if (identity.lite || written == Written::Nothing)
         return true;
     if (!m_client.writeSettings(identity, run.setup)
-        || (written == Written::All && identity.dynamic && identity.expressions > 0
+        || (written == Written::All && identity.dynamic
+            && (identity.expressions > 0 || identity.keep == OXA::CoreStorage::When)
             && !m_client.writeTables(identity, run.setup)))
         return fail(m_client.error());
     m_setups[run.core] = run.setup;
@@ -424,23 +425,27 @@ bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
     return readMemory(core, status, withWaiting, readOut);
 }
 
+// Its numbers count from its first sample.
+static Window placeOf(const DecodedWindow& window)
+{
+    Window place {0, window.samples.size(), kNoSample, window.stored};
+    if (window.triggerOffset != kNoSample)
+        place.triggerSample = place.offset(window.triggerOffset);
+    return place;
+}
+
 CapturedCore capturedCore(const CorePlan& core, const ReadOut& readOut, const TriggerSetup& setup)
 {
     CapturedCore captured;
     captured.index = core.index();
     captured.items = core.items();
     for (const DecodedWindow& window : readOut.windows)
-        captured.windows.push_back({
-            {0, window.samples.size(), window.triggerOffset},
-            window.samples
-        });
-    if (readOut.waiting.size() > 0)
-        captured.windows.push_back({
-            {0, readOut.waiting.size()},
-            readOut.waiting, true
-        });
+        captured.windows.push_back({placeOf(window), window.samples});
+    if (readOut.waiting.samples.size() > 0)
+        captured.windows.push_back({placeOf(readOut.waiting), readOut.waiting.samples, true});
     if (!core.core)
         return captured;
+    captured.storage = core.core->storage;
     captured.progress = progressText(setup, readOut.progress);
     captured.waited = readOut.waited;
     captured.level = readOut.progress.reached;

@@ -43,7 +43,7 @@ struct ReadOut {
     std::vector<DecodedWindow> windows; ///< in the order in which they were taken
     qint64 whole = 0; ///< complete windows; a stop ended the one after them early
     /// The last samples of a core that waited for a trigger when it was stopped; may be empty.
-    SampleTable waiting;
+    DecodedWindow waiting;
     bool waited = false; ///< the core waited for a trigger when it was stopped
     TriggerProgress progress; ///< how far the run got; without `firstUnknown`
 };

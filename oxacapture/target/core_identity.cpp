@@ -24,11 +24,14 @@ constexpr Field kKindField = {40, 8};
 constexpr Field kFallingField = {48, 1};
 constexpr Field kArmedField = {49, 1};
 constexpr Field kDynamicField = {50, 1};
+constexpr Field kKeepField = {52, 2};
+constexpr Field kEndsField = {54, 1};
 constexpr Field kSignalsField = {64, 16};
 constexpr Field kExpressionsField = {80, 8};
 constexpr Field kPortsField = {88, 8};
 constexpr Field kUnitsField = {96, 8};
 constexpr Field kAddressField = {112, 8};
+constexpr Field kGapField = {120, 8};
 constexpr Field kDepthField = {128, 32};
 constexpr Field kWindowsField = {160, 32};
 
@@ -134,6 +137,11 @@ void setIdentity(const OXA::AoCore& core, CoreIdentity& identity)
     identity.armedAtPowerUp = core.captureInitDataEnabled;
     identity.dynamic = core.expressionType == OXA::DynamicExpressions;
     identity.expressions = int(core.expressions.size());
+    identity.keep = core.storage.keep;
+    if (!core.storage.isDefault()) {
+        identity.gapBits = core.storage.gapBits;
+        identity.marksEnds = core.storage.limit > 0;
+    }
     identity.depth = core.storageDepth;
     identity.mostWindows = qint64(1) << bitsToCount(core.windowNum);
     for (const OXA::TriggerPort* port : core.availableTriggers())
@@ -161,9 +169,20 @@ QString complaint(const BitString& bits)
         return "its identity is cut off after its head";
     if (get(bits, kKindField) == 0 && get(bits, kSignalsField) == 0)
         return "it captures no signal";
+    if (get(bits, kKeepField) > OXA::CoreStorage::When
+        || get(bits, kGapField) > OXA::CoreStorage::kMostGapBits)
+        return "it stores its samples in a way that this program does not know";
     return {};
 }
 
+}
+
+QString storageText(const CoreIdentity& core)
+{
+    static const QStringList names {"all samples", "changes", "samples by an expression"};
+    const QString gaps = QString(" with gaps of %1 bits").arg(core.gapBits);
+    return names.value(core.keep) + (core.gapBits > 0 ? gaps : QString())
+        + (core.marksEnds ? " and a limit" : "");
 }
 
 int bitsToCount(qint64 count)
@@ -191,6 +210,9 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     identity.fallingEdge = get(bits, kFallingField);
     identity.armedAtPowerUp = get(bits, kArmedField);
     identity.dynamic = get(bits, kDynamicField);
+    identity.keep = OXA::CoreStorage::Keep(get(bits, kKeepField));
+    identity.gapBits = int(get(bits, kGapField));
+    identity.marksEnds = get(bits, kEndsField);
     identity.signalCount = int(get(bits, kSignalsField));
     identity.expressions = int(get(bits, kExpressionsField));
     identity.addressBits = int(get(bits, kAddressField));
@@ -232,6 +254,7 @@ QStringList differences(const CoreIdentity& is, const CoreIdentity& wanted, Comp
     if (is.lite || wanted.lite)
         return comparison.texts;
     comparison.text(expressionsName(is.dynamic), expressionsName(wanted.dynamic));
+    comparison.text("memory for " + storageText(is), "memory for " + storageText(wanted));
     comparePorts(is, wanted, comparison);
     compareUnits(is, wanted, compared, comparison);
     if (compared == Compared::All)

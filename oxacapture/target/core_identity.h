@@ -29,6 +29,9 @@ struct CoreIdentity {
     bool fallingEdge = false; ///< samples at falling edges of the sample clock
     bool armedAtPowerUp = false; ///< captures from power-up on
     bool dynamic = false; ///< expressions are tables that can be rewritten
+    OXA::CoreStorage::Keep keep = OXA::CoreStorage::All; ///< what makes a sample be stored
+    int gapBits = 0; ///< of a word in memory for the samples passed over in front of it
+    bool marksEnds = false; ///< a word has a mark for the last sample of its window
     int signalCount = 0; ///< bits of a sample
     int expressions = 0; ///< levels of the sequence
     int addressBits = 0; ///< of the memory
@@ -37,9 +40,19 @@ struct CoreIdentity {
     std::vector<Port> ports; ///< ascending
     std::vector<Unit> units; ///< ascending
 
-    /// Bits of a word in memory: a sample, then the mark.
-    int wordBits() const { return lite ? signalCount : signalCount + 1; }
+    /// Bits of a word in memory: a sample, its gap, the marks of a window's end and of a trigger.
+    int wordBits() const { return lite ? signalCount : unmarkedBits() + (marksEnds ? 2 : 1); }
+    /// Bits of a word in memory without its marks.
+    int unmarkedBits() const { return signalCount + gapBits; }
+    /// Bits of a word in the tables: the expressions', and the qualifier's.
+    int tableBits() const
+    {
+        return std::max(expressions, 1) + (keep == OXA::CoreStorage::When ? 1 : 0);
+    }
 };
+
+/// Which samples a core stores: "changes with gaps of 16 bits and a limit".
+OXACAPTURE_EXPORT QString storageText(const CoreIdentity& core);
 
 /// Bits of a number from 0 to `count` - 1.
 int bitsToCount(qint64 count);

@@ -54,6 +54,27 @@ QStringList otherExpressions(const CorePlan& built, const CorePlan& wanted)
     return texts;
 }
 
+// What of the storage is logic that `wanted` would change, besides what its identity tells.
+QStringList otherStorage(const OXA::AoCore& built, const OXA::AoCore& wanted)
+{
+    const OXA::CoreStorage& is = built.storage;
+    const OXA::CoreStorage& asked = wanted.storage;
+    QStringList texts;
+    if (is.keep != asked.keep || is.isDefault())
+        return texts;
+    if (is.keep == OXA::CoreStorage::Changes
+        && OXA::watchedForChanges(built) != OXA::watchedForChanges(wanted))
+        texts += "other signals whose changes are stored";
+    if (is.limit != asked.limit)
+        texts += QString("a limit of %1 samples instead of %2")
+                     .arg(QString::number(is.limit), QString::number(asked.limit));
+    if (is.keep == OXA::CoreStorage::When && built.expressionType == OXA::StaticExpressions
+        && is.when != asked.when)
+        texts += QString("the static expression \"%1\" for what is stored instead of \"%2\"")
+                     .arg(is.when, asked.when);
+    return texts;
+}
+
 // Why the core, built as `built`, cannot run as `wanted`: "in the chip it has 512 words of memory
 // instead of 256; M0 does not detect edges".
 QString complaint(const CoreIdentity& identity, const CorePlan& built, const CorePlan& wanted)
@@ -65,6 +86,7 @@ QString complaint(const CoreIdentity& identity, const CorePlan& built, const Cor
     others += differences(identity, identityOf(wanted, identity.position), Compared::Fixed);
     if (wanted.core) {
         others += otherExpressions(built, wanted);
+        others += otherStorage(*built.core, *wanted.core);
         faults = settingsFaults(identity, wanted.setup);
     }
     if (!others.isEmpty())

@@ -136,9 +136,11 @@ bool tableBits(const CoreIdentity& core, const TriggerSetup& setup, BitString& b
         quint32 outputs = 0;
         for (size_t unit = 0; unit < core.units.size(); ++unit)
             outputs |= (row >> unit & 1) << core.units[unit].number;
-        for (int level = 0; level < core.expressions; ++level)
+        for (int level = 0; level < std::max(core.expressions, 1); ++level)
             bits.append(
                 size_t(level) < setup.levels.size() && setup.levels[size_t(level)].at(outputs));
+        if (core.keep == OXA::CoreStorage::When)
+            bits.append(setup.storage.when.at(outputs));
     }
     return true;
 }

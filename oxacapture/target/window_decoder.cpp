@@ -24,16 +24,27 @@ bool hasOpenWindow(const CoreStatus& status) { return status.open && !status.com
 // The words of one window, which it uses as a ring, counted from its first word.
 class WindowWords {
 public:
-    WindowWords(const BitString& memory, int signalCount, int wordBits, qint64 first, qint64 amount)
-        : m_memory(memory)
-        , m_signalCount(signalCount)
-        , m_wordBits(wordBits)
+    WindowWords(
+        const CoreIdentity& core, const BitString& memory, bool marked, qint64 first, qint64 amount)
+        : m_core(core)
+        , m_memory(memory)
+        , m_wordBits(marked ? core.wordBits() : core.unmarkedBits())
         , m_first(first)
         , m_amount(amount)
     {
     }
 
-    bool isMarked(qint64 word) const { return m_memory.at(at(word) + m_signalCount); }
+    bool isMarked(qint64 word) const { return m_memory.at(at(word) + m_wordBits - 1); }
+
+    /// The word after the last one of a window that ends at most `most` words after `trigger`.
+    qint64 endAfter(qint64 trigger, qint64 most) const
+    {
+        qint64 last = trigger;
+        while (m_core.marksEnds && last < trigger + most
+            && !m_memory.at(at(last) + m_core.unmarkedBits()))
+            ++last;
+        return m_core.marksEnds ? last + 1 : trigger + most + 1;
+    }
 
     /// The first marked word from 0 to `end` - 1; `kNoSample` when there is none.
     qint64 firstMarked(qint64 end) const
@@ -47,16 +58,28 @@ public:
 
     SampleTable samples(qint64 from, qint64 count) const
     {
-        const SampleLayout layout({m_signalCount});
+        const int signalCount = m_core.signalCount;
+        const SampleLayout layout({signalCount});
         SampleTable table(layout);
         std::vector<quint64> row(size_t(layout.rowWords()));
         for (qint64 word = from; word < from + count; ++word) {
             for (int i = 0; i < layout.words(0); ++i)
                 row[size_t(i)]
-                    = m_memory.number(at(word) + 64 * i, std::min(64, m_signalCount - 64 * i));
+                    = m_memory.number(at(word) + 64 * i, std::min(64, signalCount - 64 * i));
             table.append(row.data());
         }
         return table;
+    }
+
+    /// The numbers of the same samples, counted from the first one, by their gaps.
+    std::vector<qint64> numbers(qint64 from, qint64 count) const
+    {
+        std::vector<qint64> numbers;
+        for (qint64 word = from; m_core.gapBits > 0 && word < from + count; ++word) {
+            const auto gap = qint64(m_memory.number(at(word) + m_core.signalCount, m_core.gapBits));
+            numbers.push_back(numbers.empty() ? 0 : numbers.back() + 1 + gap);
+        }
+        return numbers;
     }
 
 private:
@@ -66,8 +89,8 @@ private:
         return int(m_first + inWindow) * m_wordBits;
     }
 
+    const CoreIdentity& m_core;
     const BitString& m_memory;
-    int m_signalCount;
     int m_wordBits;
     qint64 m_first;
     qint64 m_amount;
@@ -75,14 +98,15 @@ private:
 
 DecodedWindow cut(const WindowWords& words, qint64 from, qint64 trigger, qint64 end)
 {
-    return {words.samples(from, end - from), trigger - from};
+    return {words.samples(from, end - from), trigger - from, words.numbers(from, end - from)};
 }
 
 DecodedWindow completeWindow(
     const WindowWords& words, const TriggerSetup& setup, qint64 trigger, bool isShort)
 {
-    const qint64 end = trigger + samplesFromTrigger(setup);
-    return cut(words, isShort ? 0 : end - setup.captureAmount, trigger, end);
+    const qint64 from = trigger - setup.triggerPos;
+    return cut(words, isShort ? std::max(from, qint64(0)) : from, trigger,
+        words.endAfter(trigger, samplesFromTrigger(setup) - 1));
 }
 
 // A window that a stop cut short: its last sample is before the status's position.
@@ -134,7 +158,8 @@ qint64 waitingWords(const CoreIdentity& core, const CoreStatus& status, const Tr
 
 bool samplesSuffice(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup)
 {
-    return !core.lite && core.signalCount > 0 && setup.windowNum == 1 && status.complete;
+    return !core.lite && core.signalCount > 0 && setup.windowNum == 1 && status.complete
+        && !core.marksEnds;
 }
 
 bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
@@ -149,15 +174,13 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
     if (core.lite) {
         if (words > 0)
             windows.push_back(
-                {WindowWords(memory, core.signalCount, core.wordBits(), 0, words).samples(0, words),
-                    kNoSample});
+                {WindowWords(core, memory, true, 0, words).samples(0, words), kNoSample});
         return true;
     }
     const qint64 amount = setup.captureAmount;
     const bool unmarked = samplesSuffice(core, status, setup);
-    const int wordBits = unmarked ? core.signalCount : core.wordBits();
     for (qint64 window = 0; window * amount < words; ++window) {
-        const WindowWords own(memory, core.signalCount, wordBits, window * amount, amount);
+        const WindowWords own(core, memory, !unmarked, window * amount, amount);
         const bool isOpen = window == completeWindows(status, setup);
         const bool isShort = !isOpen && shortOnes.at(int(window));
         const qint64 trigger = unmarked
@@ -173,20 +196,22 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
 }
 
 bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
-    const BitString& memory, SampleTable& samples, QString* error)
+    const BitString& memory, DecodedWindow& waiting, QString* error)
 {
-    samples = SampleTable(SampleLayout({core.signalCount}));
+    waiting = {SampleTable(SampleLayout({core.signalCount}))};
     const QString fault = complaint(core, status, setup);
     if (!fault.isEmpty())
         return OXA::fail(error, fault);
     const qint64 count = waitingWords(core, status, setup);
     if (count == 0)
         return true;
-    const WindowWords words(memory, core.signalCount, core.wordBits(),
-        usedWords(core, status, setup), setup.captureAmount);
+    const WindowWords words(
+        core, memory, true, usedWords(core, status, setup), setup.captureAmount);
     if (words.firstMarked(count) != kNoSample)
         return OXA::fail(error, "it waits for a trigger, but its memory has a trigger");
-    samples = words.samples(status.wentRound ? status.position : 0, count);
+    const qint64 from = status.wentRound ? status.position : 0;
+    waiting.samples = words.samples(from, count);
+    waiting.stored = words.numbers(from, count);
     return true;
 }
 

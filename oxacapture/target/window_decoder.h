@@ -11,6 +11,9 @@ namespace OXA_CAPTURE {
 struct DecodedWindow {
     SampleTable samples; ///< field 0: the data signals; none is unknown
     qint64 triggerOffset = kNoSample; ///< where the trigger sample is in `samples`
+    /// The numbers of the samples, counted from the first one; empty: they are consecutive, or of a
+    /// core that stores no gaps.
+    std::vector<qint64> stored {};
 };
 
 /// Words of memory that `decodeWindows` needs, for a run with the settings of `setup`.
@@ -39,7 +42,7 @@ OXACAPTURE_EXPORT bool decodeWindows(const CoreIdentity& core, const CoreStatus&
 /// oldest first; none when it did not wait. `memory` has the words of `usedWords` and
 /// `waitingWords`. False, with `error`, when the status cannot be that of such a run.
 OXACAPTURE_EXPORT bool decodeWaiting(const CoreIdentity& core, const CoreStatus& status,
-    const TriggerSetup& setup, const BitString& memory, SampleTable& samples, QString* error);
+    const TriggerSetup& setup, const BitString& memory, DecodedWindow& waiting, QString* error);
 
 }
 

@@ -50,8 +50,10 @@ CapturedCore capturedCore(const CorePlan& core, const SampleTable& samples, cons
     captured.index = core.index();
     captured.items = core.items();
     captured.windows = cutWindows(run.windows, samples);
-    if (core.core)
+    if (core.core) {
+        captured.storage = core.core->storage;
         captured.progress = progressText(core.setup, run.progress);
+    }
     return captured;
 }
 

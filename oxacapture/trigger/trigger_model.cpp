@@ -82,9 +82,26 @@ bool comparesUnknown(const UnitSetup& unit, Words unknown)
 
 }
 
+qint64 Window::offset(qint64 index) const
+{
+    if (stored.empty())
+        return index;
+    const qint64 behind = index - qint64(stored.size());
+    return behind < 0 ? stored[size_t(index)] : stored.back() + 1 + behind;
+}
+
+qint64 Window::triggerIndex() const
+{
+    const qint64 trigger = triggerSample - firstSample;
+    if (triggerSample == kNoSample || stored.empty())
+        return triggerSample == kNoSample ? kNoSample : trigger;
+    return std::lower_bound(stored.begin(), stored.end(), trigger) - stored.begin();
+}
+
 TriggerModel::TriggerModel(TriggerSetup setup, const SampleLayout& layout)
     : m_setup(std::move(setup))
     , m_layout(layout)
+    , m_storage(m_setup.storage)
 {
     m_counts.resize(m_setup.units.size());
     m_progress.matches.resize(m_setup.units.size());
@@ -96,23 +113,43 @@ SampleEvents TriggerModel::take(const quint64* row, bool force)
     SampleEvents events;
     if (m_previous.empty()) // no edges yet: the sample before counts as equal
         m_previous.assign(row, row + m_layout.rowWords());
-    if (m_state == Armed) {
-        events.armed = true;
-        events.matches = compareUnits(row);
-        events.outputs = countMatches(events.matches);
-        events.trigger = advance(events.outputs, events) || force;
-        if (events.trigger)
-            openWindow();
+    quint32 outputs = 0;
+    if (m_state == Armed || (m_state == Open && m_storage.needsOutputs())) {
+        const quint32 matches = compareUnits(row);
+        outputs = countMatches(matches);
+        if (m_state == Armed) {
+            events.armed = true;
+            events.matches = matches;
+            events.outputs = outputs;
+            events.trigger = advance(outputs, events) || force;
+        }
     }
-    if (m_state == Open) {
-        events.captured = true;
-        Window& window = m_windows.back();
-        window.samples = m_sample + 1 - window.firstSample;
-        closeFullWindow();
-    }
+    if (events.trigger)
+        openWindow();
+    events.captured = m_state == Open;
+    const bool atLimit = events.captured && m_setup.storage.limit > 0
+        && m_sample == m_windows.back().triggerSample + m_setup.storage.limit;
+    m_isStored = m_state != Finished
+        && m_storage.take(row + m_layout.valueAt(0), m_previous.data() + m_layout.valueAt(0),
+            m_layout.words(0), outputs, events.trigger || atLimit);
+    if (m_isStored)
+        store();
+    if (m_isStored && events.captured)
+        closeFullWindow(atLimit);
     m_previous.assign(row, row + m_layout.rowWords());
     ++m_sample;
     return events;
+}
+
+void TriggerModel::stop()
+{
+    if (m_state == Finished || m_isStored || m_sample == 0)
+        return;
+    --m_sample;
+    store();
+    if (m_state == Open)
+        closeFullWindow(false);
+    ++m_sample;
 }
 
 quint32 TriggerModel::compareUnits(const quint64* row)
@@ -128,7 +165,8 @@ quint32 TriggerModel::compareUnits(const quint64* row)
         if (!holds(unit, row + at, m_previous.data() + at))
             continue;
         matches |= quint32(1) << unit.index;
-        ++m_progress.matches[i];
+        if (m_state == Armed)
+            ++m_progress.matches[i];
     }
     return matches;
 }
@@ -168,16 +206,40 @@ bool TriggerModel::advance(quint32 outputs, SampleEvents& events)
 void TriggerModel::openWindow()
 {
     Window window;
-    window.firstSample = std::max(m_armedAt, m_sample - m_setup.triggerPos);
     window.triggerSample = m_sample;
+    if (m_storage.all()) {
+        window.firstSample = std::max(m_armedAt, m_sample - m_setup.triggerPos);
+        window.samples = m_sample - window.firstSample;
+    } else {
+        window.firstSample = m_stored.empty() ? m_sample : m_stored.front();
+        window.samples = qint64(m_stored.size());
+        for (const qint64 sample : m_stored)
+            window.stored.push_back(sample - window.firstSample);
+    }
     m_windows.push_back(window);
     m_state = Open;
 }
 
-void TriggerModel::closeFullWindow()
+// The sample being taken.
+void TriggerModel::store()
 {
-    const qint64 after = m_sample - m_windows.back().triggerSample;
-    if (after < m_setup.captureAmount - m_setup.triggerPos - 1)
+    if (m_state == Open) {
+        Window& window = m_windows.back();
+        ++window.samples;
+        if (!m_storage.all())
+            window.stored.push_back(m_sample - window.firstSample);
+    } else if (!m_storage.all()) {
+        m_stored.push_back(m_sample);
+        if (qint64(m_stored.size()) > m_setup.triggerPos)
+            m_stored.pop_front();
+    }
+}
+
+void TriggerModel::closeFullWindow(bool atLimit)
+{
+    const Window& window = m_windows.back();
+    const qint64 after = window.samples - 1 - window.triggerIndex();
+    if (!atLimit && after < m_setup.captureAmount - m_setup.triggerPos - 1)
         return;
     if (qint64(m_windows.size()) == m_setup.windowNum) {
         m_state = Finished;
@@ -185,6 +247,8 @@ void TriggerModel::closeFullWindow()
     }
     m_state = Armed;
     m_armedAt = m_sample + 1;
+    m_stored.clear();
+    m_storage.endWindow();
     m_progress.reached = 0;
     std::fill(m_counts.begin(), m_counts.end(), 0);
 }
@@ -201,6 +265,7 @@ ModelRun runModel(
         if (withEvents)
             run.events.push_back(events);
     }
+    model.stop();
     run.windows = model.windows();
     run.progress = model.progress();
     return run;

@@ -2,18 +2,30 @@
 #ifndef OXACAPTURE_TRIGGER_TRIGGER_MODEL_H
 #define OXACAPTURE_TRIGGER_TRIGGER_MODEL_H
 
-#include "oxacapture/trigger/trigger_setup.h"
+#include "oxacapture/trigger/storage_model.h"
 #include "oxacapture/waveform/sample_table.h"
+
+#include <deque>
 
 namespace OXA_CAPTURE {
 
 constexpr qint64 kNoSample = -1; ///< stands for the number of a sample that is not there
 
-/// Consecutive samples that a core keeps, by their numbers in what it samples.
-struct Window {
+/// Samples that a core stores, by their numbers in what it samples.
+struct OXACAPTURE_EXPORT Window {
     qint64 firstSample = 0; ///< number of its first sample
-    qint64 samples = 0; ///< taken so far
+    qint64 samples = 0; ///< stored so far
     qint64 triggerSample = kNoSample; ///< none in a Lite core
+    /// The numbers of the stored samples, ascending and counted from `firstSample`; empty: they are
+    /// consecutive.
+    std::vector<qint64> stored {};
+
+    /// The number, counted from `firstSample`, of stored sample `index`; after the last one, of the
+    /// sample behind it, and so on.
+    qint64 offset(qint64 index) const;
+    qint64 span() const { return offset(samples); } ///< samples from its first to its last one
+    /// Which of the stored samples is the trigger sample; `kNoSample` without one.
+    qint64 triggerIndex() const;
 };
 
 /// What happens at one sample. Bit k of a mask is for unit k.
@@ -41,7 +53,8 @@ struct TriggerProgress {
 /// counter, the output is true at the match that completes the count. The expressions of the
 /// sequence are satisfied one after the other, each at a later sample than the one before; the
 /// last one's sample is the trigger sample. The window then takes its other samples; it has fewer
-/// before an early trigger. After its last sample, counters and sequence restart.
+/// before an early trigger. After its last sample, counters and sequence restart. Windows consist
+/// of the samples that are stored (`StorageModel`), and the trigger sample, which always is.
 class OXACAPTURE_EXPORT TriggerModel {
 public:
     /// `setup` and samples of `layout` have to belong together.
@@ -49,6 +62,9 @@ public:
 
     /// Takes the next sample; `force` makes it the trigger sample unless a window is open.
     SampleEvents take(const quint64* row, bool force = false);
+
+    /// The core is stopped behind the sample taken last.
+    void stop();
 
     /// The windows so far; an incomplete one has the samples taken.
     const std::vector<Window>& windows() const { return m_windows; }
@@ -62,13 +78,17 @@ private:
     quint32 countMatches(quint32 matches);
     bool advance(quint32 outputs, SampleEvents& events);
     void openWindow();
-    void closeFullWindow();
+    void store();
+    void closeFullWindow(bool atLimit);
 
     TriggerSetup m_setup;
     SampleLayout m_layout;
     State m_state = Armed;
     qint64 m_sample = 0; ///< the one being taken
     qint64 m_armedAt = 0;
+    StorageModel m_storage;
+    std::deque<qint64> m_stored; ///< those stored last while it waits, unless it stores all
+    bool m_isStored = false; ///< the sample taken last
     std::vector<quint64> m_previous;
     std::vector<qint64> m_counts; ///< matches of each unit towards its next output
     std::vector<Window> m_windows;

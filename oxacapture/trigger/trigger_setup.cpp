@@ -112,6 +112,30 @@ void addLevels(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complai
     }
 }
 
+void addStorage(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
+{
+    StorageSetup& storage = setup.storage;
+    storage.keep = core.storage.keep;
+    if (storage.all())
+        return;
+    storage.gapBits = core.storage.gapBits;
+    storage.limit = core.storage.limit;
+    QBitArray watch(core.dataSignals().size());
+    const std::vector<bool> watched = OXA::watchedForChanges(core);
+    for (int bit = 0; bit < watch.size(); ++bit)
+        watch.setBit(bit, watched[size_t(bit)]);
+    storage.watch = wordsOf(watch);
+    QString error;
+    if (storage.gapBits < (storage.keep == OXA::CoreStorage::Changes ? 1 : 0)
+        || storage.gapBits > OXA::CoreStorage::kMostGapBits)
+        complaints.add("storage", QString("a gap cannot have %1 bits").arg(storage.gapBits));
+    if (storage.limit < 0 || storage.limit > OXA::CoreStorage::kMostLimit)
+        complaints.add("storage", QString("there is no limit of %1 samples").arg(storage.limit));
+    if (storage.keep == OXA::CoreStorage::When
+        && !triggerTable(core, core.storage.when, storage.when, &error))
+        complaints.add("storage", error);
+}
+
 void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& complaints)
 {
     setup.captureAmount = core.captureAmount;
@@ -202,6 +226,7 @@ bool triggerSetup(
     addUnits(core, setup, complaints);
     addLevels(core, setup, complaints);
     addWindows(core, setup, complaints);
+    addStorage(core, setup, complaints);
     return messages.size() == before;
 }
 

@@ -28,13 +28,25 @@ struct UnitSetup {
     bool continuous = false; ///< count only matches at consecutive samples
 };
 
+/// Which samples a core stores (`OXA::CoreStorage`).
+struct StorageSetup {
+    OXA::CoreStorage::Keep keep = OXA::CoreStorage::All; ///< what makes a sample be stored
+    int gapBits = 0; ///< of a stored word for the samples passed over in front of it
+    std::vector<quint64> watch; ///< of the data signals, those whose changes count
+    TriggerTable when; ///< the qualifier
+    qint64 limit = 0; ///< samples behind the trigger after which a window ends; 0: when it is full
+
+    bool all() const { return keep == OXA::CoreStorage::All; }
+};
+
 /// Everything that decides what a core captures.
 struct TriggerSetup {
     std::vector<UnitSetup> units; ///< those that are enabled
     std::vector<TriggerTable> levels; ///< the sequence; empty: triggers by force only
-    qint64 captureAmount = 0; ///< samples of a window
-    qint64 triggerPos = 0; ///< trigger position: samples of a window before its trigger
+    qint64 captureAmount = 0; ///< stored samples of a window
+    qint64 triggerPos = 0; ///< trigger position: stored samples of a window before its trigger
     qint64 windowNum = 0; ///< windows of a run
+    StorageSetup storage; ///< which samples are stored; amounts and positions count these
 };
 
 /// The signals that a core samples: data signals in field 0, then a field for each available port.

@@ -40,6 +40,12 @@ private:
 /// One sampled bit.
 enum class Logic : quint8 { Zero, One, Unknown };
 
+/// That of a character of a dump: 0, 1, or anything else, which is unknown.
+inline Logic logicOf(char c)
+{
+    return c == '1' ? Logic::One : c == '0' ? Logic::Zero : Logic::Unknown;
+}
+
 /// Consecutive samples of one core, packed.
 ///
 /// Bits of a field are counted as its signals are listed: bit 0 is the most significant.

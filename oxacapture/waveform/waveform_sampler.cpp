@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/waveform_sampler.h"
 
+#include "oxacapture/waveform/code_slots.h"
 #include "oxacapture/waveform/signal_finder.h"
 
 #include <QSet>
@@ -36,8 +37,6 @@ struct CoreSampler {
     std::vector<quint64> row; // the values before the time being read
 };
 
-Logic logicOf(char c) { return c == '1' ? Logic::One : c == '0' ? Logic::Zero : Logic::Unknown; }
-
 class Sampler : public VcdSink {
 public:
     Sampler(const VcdReader& waveform, SampledWaveform& result)
@@ -48,7 +47,7 @@ public:
     }
 
     void plan(const std::vector<SampleRequest>& requests, Messages& messages);
-    const std::vector<int>& watched() const { return m_watched; }
+    const std::vector<int>& watched() const { return m_slots.codes(); }
 
     void change(int slot, std::string_view bits) override;
     void endOfTime(quint64 time) override;
@@ -56,7 +55,6 @@ public:
 private:
     void planCore(int core, const SampleRequest& request);
     int planClock(const QString& name);
-    Slot& slotOf(int code);
     WaveformBit find(const QString& name);
     void seeClock(int clock, char level, quint64 time, bool& firstEdge);
     void takeSamples(const ClockEdge& edge, quint64 time);
@@ -67,9 +65,7 @@ private:
     SampledWaveform& m_result;
     Messages* m_messages = nullptr;
     QSet<QString> m_reported;
-    std::vector<int> m_watched; // codes, by slot
-    std::vector<int> m_slotOfCode;
-    std::vector<Slot> m_slots;
+    CodeSlots<Slot> m_slots;
     std::vector<int> m_changed;
     std::vector<CoreSampler> m_cores;
     std::vector<char> m_levels; // of the clocks; 'x' until one is known
@@ -100,7 +96,7 @@ void Sampler::planCore(int core, const SampleRequest& request)
             setBit(layout, m_cores.back().row, field, place, Logic::Unknown);
             const WaveformBit found = find(names.at(place));
             if (found.code >= 0)
-                slotOf(found.code).uses.push_back({found.bit, core, field, place});
+                m_slots.of(found.code).uses.push_back({found.bit, core, field, place});
         }
     }
 }
@@ -114,7 +110,7 @@ int Sampler::planClock(const QString& name)
     m_result.clocks += name;
     const WaveformBit found = find(name);
     if (found.code >= 0)
-        slotOf(found.code).clocks.push_back({found.bit, clock});
+        m_slots.of(found.code).clocks.push_back({found.bit, clock});
     return clock;
 }
 
@@ -127,22 +123,9 @@ WaveformBit Sampler::find(const QString& name)
     return found;
 }
 
-Slot& Sampler::slotOf(int code)
-{
-    if (size_t(code) >= m_slotOfCode.size())
-        m_slotOfCode.resize(size_t(code) + 1, -1);
-    int& slot = m_slotOfCode[size_t(code)];
-    if (slot < 0) {
-        slot = int(m_slots.size());
-        m_slots.emplace_back();
-        m_watched.push_back(code);
-    }
-    return m_slots[size_t(slot)];
-}
-
 void Sampler::change(int slot, std::string_view bits)
 {
-    Slot& changed = m_slots[size_t(slot)];
+    Slot& changed = m_slots[slot];
     changed.next = bits;
     if (!changed.changed)
         m_changed.push_back(slot);
@@ -153,11 +136,11 @@ void Sampler::endOfTime(quint64 time)
 {
     bool firstEdge = true;
     for (const int slot : m_changed) {
-        for (const ClockUse& use : m_slots[size_t(slot)].clocks)
-            seeClock(use.clock, m_slots[size_t(slot)].next[size_t(use.bit)], time, firstEdge);
+        for (const ClockUse& use : m_slots[slot].clocks)
+            seeClock(use.clock, m_slots[slot].next[size_t(use.bit)], time, firstEdge);
     }
     for (const int slot : m_changed)
-        settle(m_slots[size_t(slot)]);
+        settle(m_slots[slot]);
     m_changed.clear();
 }
 

@@ -36,12 +36,12 @@ bool apply(char symbol, std::string& stack)
     return true;
 }
 
-void writeTable(QTextStream& out, int number, const TruthTable& table)
+void writeTable(QTextStream& out, const QString& name, const TruthTable& table)
 {
     constexpr int kLeastRows = 4;
     const int rows = table.rows() == 2 ? kLeastRows : table.rows();
-    out << "parameter EXPRESSION" << number << "_INIT = " << rows << "'h" << tableDigits(table)
-        << ';' << Qt::endl;
+    out << "parameter " << name << "_INIT = " << rows << "'h" << tableDigits(table) << ';'
+        << Qt::endl;
 }
 
 }
@@ -66,10 +66,12 @@ void generateExpression(AoCore* core, QTextStream& out)
                 << "core " << core->index << ": expression " << i << " \""
                 << core->expressions.at(i)
                 << "\" contains more than unit names, the operators ! & ^ | and parentheses";
-        writeTable(out, i, table);
+        writeTable(out, QString("EXPRESSION%1").arg(i), table);
     }
     for (int i = core->expressions.size(); i < kMostExpressions; ++i)
         out << "parameter EXPRESSION" << i << "_INIT = 16'h0000;" << Qt::endl;
+    if (core->storage.keep == CoreStorage::When)
+        writeTable(out, "WHEN", compileExpression(core->storage.when, enables));
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): hosts link against this signature.

@@ -200,6 +200,11 @@ bool addTables(Crc32& crc, const Generated& generated, const AoCore& core, QStri
         else if (!addStaticTable(crc, core, core.expressions.at(e), error))
             return false;
     }
+    if (core.storage.keep != CoreStorage::When)
+        return true;
+    if (core.expressionType != DynamicExpressions)
+        return addStaticTable(crc, core, core.storage.when, error);
+    addBits(crc, find(generated.initials, "WHEN_INIT"), rows);
     return true;
 }
 
@@ -239,11 +244,13 @@ bool generatedFingerprint(
     Crc32 crc;
     addWord(crc, 1);
     for (const Value& value : generated.parameters)
-        addBits(crc, &value, 32);
+        addBits(crc, &value, value.name == "STORE_WATCH" ? int(core.dataSignals().size()) : 32);
     addInitials(crc, generated, core.dataOutShiftWidth());
     if (!addTables(crc, generated, core, error))
         return false;
     addDefines(crc, generated.defines, core.index);
+    if (!core.storage.isDefault())
+        addWord(crc, core.storage.keep);
     fingerprint = crc.sum();
     return true;
 }

@@ -55,6 +55,9 @@ void writeDefines(QTextStream& out, const AoCore& core, const DEV::ChipInfo& chi
     if (core.captureInitDataEnabled)
         out << prefix << "DEF_CAPTURE_INIT_DATA\n";
     out << prefix << "SEG" << segmentOf(core.storageDepth) << '\n';
+    if (!core.storage.isDefault())
+        out << prefix << "DEF_STORE_"
+            << (core.storage.keep == CoreStorage::When ? "WHEN" : "CHANGES") << '\n';
 }
 
 QString binary(int value, int digits)
@@ -87,6 +90,16 @@ void writeUnit(QTextStream& out, const MatchUnit& unit)
         << ";\n";
 }
 
+void writeStorageParameters(QTextStream& out, const AoCore& core)
+{
+    QString watch; // the first signal is the most significant
+    for (const bool watched : watchedForChanges(core))
+        watch += watched ? '1' : '0';
+    out << "parameter STORE_GAP_BITS = " << core.storage.gapBits << ";\n"
+        << "parameter STORE_LIMIT = 32'h" << QString::number(core.storage.limit, 16) << ";\n"
+        << "parameter STORE_WATCH = " << watch.size() << "'b" << watch << ";\n";
+}
+
 void writeParameters(QTextStream& out, const AoCore& core)
 {
     const int signalCount = core.dataSignals().size();
@@ -103,6 +116,8 @@ void writeParameters(QTextStream& out, const AoCore& core)
         writePort(out, *port);
     for (const MatchUnit* unit : core.matchUnits)
         writeUnit(out, *unit);
+    if (!core.storage.isDefault())
+        writeStorageParameters(out, core);
 }
 
 /// `text` with unit names replaced by their outputs, also of units that do not exist.
@@ -123,6 +138,9 @@ void writeExpressions(QTextStream& out, const AoCore& core)
         const QString text = verilogOf(core.expressions.value(i, "1"));
         out << "`define CORE" << core.index << "_DF_AO_EXPRESSION_" << i << "  " << text << '\n';
     }
+    if (core.storage.keep == CoreStorage::When)
+        out << "`define CORE" << core.index << "_DF_AO_WHEN  " << verilogOf(core.storage.when)
+            << '\n';
 }
 
 void warnOfUnboundUnits(const AoCore& core, int position)

@@ -83,6 +83,8 @@ constexpr const char* kJson[] = {
     "add DIR/f.oxa --clock top/clk --data z --trigger z --design TRAPS",
     "set DIR/f.oxa --unit M0=T0==1 --power-up on",
     "show DIR/f.oxa",
+    "show DIR/c.oxa",
+    "show DIR/when.oxa",
     "show UART",
     "check DIR/wrong.oxa",
     "estimate UART --part PART",
@@ -172,6 +174,7 @@ void TestCapture::initTestCase()
     writeFile(path("wave.vcd"), countingWaveform());
     const auto fast = countingCore(4, "clk");
     const auto slow = countingCore(9, "slow");
+    slow->storage.keep = OXA::CoreStorage::Changes; // the data signals count: all are stored
     OXA::writeOXAConfigToXml({fast.get(), slow.get()}, path("c.oxa"));
     QVERIFY2(m_live.start(path("c.oxa"), path("wave.vcd")), m_live.target.said());
 }
@@ -423,6 +426,10 @@ void TestCapture::jsonIsAsDocumented()
     QByteArray wrong = bytesOf(uart);
     wrong.replace("uart_tx/start", "uart_tx/data[6]").replace("M1 &amp;", "M3 &amp;");
     writeFile(path("wrong.oxa"), wrong.replace("R01000110", "r1000110"));
+    const auto when = countingCore(4, "clk");
+    when->storage.keep = OXA::CoreStorage::When;
+    when->storage.when = "M0";
+    OXA::writeOXAConfigToXml({when.get()}, path("when.oxa"));
     const QStringList remembers {"OXA_REMEMBER=1", "XDG_DATA_HOME=" + path("data")};
     const QString engine
         = writeProgram(path("engine"), "echo 'module qx_oxa; endmodule' >netlist.v\n");

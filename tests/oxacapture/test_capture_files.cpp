@@ -75,6 +75,7 @@ private Q_SLOTS:
     void csvOfBuses();
     void vcd();
     void oneTimeAxis();
+    void samplesThatWereNotStored();
     void capturesAreReadBack();
     void tablesAreReadBack();
     void otherTablesAreRefused();
@@ -232,6 +233,57 @@ void TestCaptureFiles::oneTimeAxis()
 }
 
 // What is read back becomes the same table, whatever the kind of its times.
+// Samples 0, 1 and 5 of a window, 6 and 8 of the next.
+void TestCaptureFiles::samplesThatWereNotStored()
+{
+    CapturedCore core;
+    core.items = {signalOf("d")};
+    core.storage.keep = OXA::CoreStorage::Changes;
+    core.clockHz = 1e6;
+    core.windows.push_back({
+        {0,  3, 1, {0, 1, 5}},
+        samplesOf({"0 1 0"}
+        )
+    });
+    core.windows.push_back({
+        {0,  2, 2, {0, 2}},
+        samplesOf({"1 0"}
+        )
+    });
+    CapturedCore other = core;
+    other.storage.keep = OXA::CoreStorage::When;
+    const QByteArray table = "core,window,sample,trigger,time,d\n0,0,0,0,0.000000000000,0\n"
+                             "0,0,1,1,0.000001000000,1\n0,0,5,0,0.000005000000,0\n"
+                             "0,1,0,0,0.000000000000,1\n0,1,2,1,0.000002000000,0\n";
+    QCOMPARE(written("changes.csv", {core}), table);
+    CaptureFileOptions every;
+    every.every = true;
+    const QByteArray all = written("every.csv", {core}, every);
+    QVERIFY2(all.count('\n') == 10 && all.contains("\n0,0,4,0,0.000004000000,1\n"), all);
+    QVERIFY(written("every.csv", {other}, every).contains("\n0,0,4,0,0.000004000000,x\n"));
+    const QString changes = written("changes.vcd", {core});
+    QCOMPARE(changes.section("$enddefinitions $end\n", 1),
+        QString("#0\nb00 $\n0!\n0\"\n0#\n#1000000\n1!\n1\"\n1#\n#2000000\n0#\n#5000000\n0!\n0\"\n"
+                "#6000000\nx!\nx\"\nx#\nbxx $\n#7000000\nb01 "
+                "$\n1!\n1\"\n0#\n#8000000\n#9000000\n0!\n0\"\n1#\n"
+                "#10000000\nx!\nx\"\nx#\nbxx $\n"));
+    QVERIFY(written("when.vcd", {other}).contains("#2000000\nx!\n0#\n#5000000\n0!\n"));
+    for (const char* file : {"changes.vcd", "when.vcd", "changes.csv"}) {
+        Capture back;
+        QString error;
+        QVERIFY2(readCapture(m_dir.filePath(file), back, &error), qPrintable(error));
+        QCOMPARE(back[0].holds(), QByteArray(file) == "changes.vcd");
+        QCOMPARE(written("back.csv", back), table);
+    }
+    written("changes.sr", {core});
+    QProcess reader;
+    reader.start("sigrok-cli", {"-i", m_dir.filePath("changes.sr"), "-O", "bits"});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    const QString bits = reader.readAllStandardOutput();
+    QVERIFY2(bits.contains("\nd:01111011 0\n"), qPrintable(bits));
+    QVERIFY2(bits.contains("\ntrigger:01000000 1\n"), qPrintable(bits));
+}
+
 void TestCaptureFiles::capturesAreReadBack()
 {
     const std::vector<double> clocks {0, 0, 27e6};
@@ -309,7 +361,7 @@ void TestCaptureFiles::otherTablesAreRefused()
         {"\n0,0,0,0,0.1,1",                          "t.csv:3: has 6 cells, the first row 7"     },
         {"0,0,0,2,0.1,1,0",                          "t.csv:2: trigger cannot be \"2\""          },
         {"-1,0,0,0,0.1,1,0",                         "t.csv:2: core cannot be \"-1\""            },
-        {"0,1,0,0,0.1,1,0",                          "is not the sample behind that of the row"  },
+        {"0,1,0,0,0.1,1,0",                          "is not a sample behind that of the row"    },
         {"0,0,0,1,0.1,1,0\n0,0,1,1,0.2,1,0",         "t.csv:3: is the second trigger"            },
         {"0,0,0,0,1e-3,1,0",                         "t.csv:2: time cannot be \"1e-3\""          },
         {"0,0,0,0,0.1,1,0\n0,0,1,0,0.10,1,0",        "t.csv:3: time has other decimals"          },
@@ -459,11 +511,11 @@ void TestCaptureFiles::samplesOfACoreThatWaits()
         status.windows = row.windows;
         status.position = row.position;
         status.wentRound = row.wentRound;
-        SampleTable waiting;
+        DecodedWindow waiting;
         QString said;
         if (decodeWaiting(core, status, setup, memory, waiting, &said)) {
-            for (qint64 sample = 0; sample < waiting.size(); ++sample)
-                said += QString::number(*waiting.value(sample, 0)) + ' ';
+            for (qint64 sample = 0; sample < waiting.samples.size(); ++sample)
+                said += QString::number(*waiting.samples.value(sample, 0)) + ' ';
         }
         QVERIFY2(*row.samples ? said.contains(row.samples) : said.isEmpty(), qPrintable(said));
     }

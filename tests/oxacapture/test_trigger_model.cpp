@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/trigger/trigger_model.h"
 
+#include "oxacapture/files/every_sample.h"
 #include "oxacapture/sample_text.h"
+#include "oxacapture/trigger/core_plan.h"
 #include "support/signals.h"
 
 #include "oxautils/model/limits.h"
@@ -37,6 +39,7 @@ private Q_SLOTS:
     void unknownBitsCountAsZero();
     void expressions();
     void dynamicTablesAreTheCompilers();
+    void storesWhatIsAskedFor();
     void refusesWhatNoHardwareDoes();
 };
 
@@ -124,6 +127,61 @@ void TestTriggerModel::dynamicTablesAreTheCompilers()
     for (const char* text : {"M0&&M3", "M0|", "~M0", "M00", "M0 & &M3", "!!M0", "", "1'b1"}) {
         QVERIFY2(!triggerTable(core, text, table, &error), text);
         QVERIFY(!error.isEmpty());
+    }
+}
+
+// Windows of 4 stored samples, 1 of them before the trigger. In a result "*" marks the trigger, "|"
+// begins a window.
+void TestTriggerModel::storesWhatIsAskedFor()
+{
+    using OXA::CoreStorage;
+    const struct {
+        CoreStorage storage;
+        const char *data, *trigger, *result;
+    } rows[] = {
+        {{CoreStorage::Changes, 4, {}, {}, 0}, "0 0 1 1 0 0 0 0 1 0 0 0 0",
+         "0 0 0 0 0 0 1 0 0 0 0 0 0",                                                                    "4 *6 8 9"          },
+        {{CoreStorage::Changes, 1, {}, {}, 0}, "0 0 0 0 0 0 0 0 0 0 0 0 0",
+         "0 0 0 0 0 1 0 0 0 0 0 0 0",                                                                    "4 *5 7 9"          },
+        {{CoreStorage::Changes, 4, {}, {}, 0}, "0 0 0 0 0 0 0 0 0 0 0 0 0",
+         "0 0 0 0 0 1 0 0 0 0 0 0 0",                                                                    "0 *5 12"           }, // stopped
+        {{CoreStorage::Changes, 4, {}, {}, 3}, "0 0 0 0 0 0 0 0 0 0 0 0 0",
+         "0 0 0 0 0 1 0 0 0 0 1 0 0",                                                                    "0 *5 8|9 *10 12"   },
+        {{CoreStorage::Changes, 4, {}, {}, 0}, "0 1 0 1 0 1 0 1 0 1 0 1 0",
+         "0 0 1 0 0 0 0 0 1 0 0 0 0",                                                                    "1 *2 3 4|7 *8 9 10"},
+        {{CoreStorage::When, 4, {}, "M0", 0},  "0 1 0 1 0 1 0 1 0 1 0 1 0",
+         "0 0 1 1 0 0 0 1 1 0 0 0 1",                                                                    "0 *2 3 7|*8 12"    },
+        {{CoreStorage::When, 0, {}, "M0", 0},  "0 0 0 0 0 0 0 0 0 0 0 0 0",
+         "1 0 0 0 0 0 0 0 0 0 0 0 1",                                                                    "*0 12"             },
+        {{CoreStorage::All, 4, {}, {}, 0},     "0 0 0 0 0 0 0 0 0 0 0 0 0", "0 0 0 1 0 0 0 0 0 1 0 0 0",
+         "2 *3 4 5|8 *9 10 11"                                                                                               },
+    };
+    for (const auto& row : rows) {
+        const auto core = coreOf(0, {signalOf("d")}, signalOf("t"), "1", 4, 1);
+        core->windowNum = 2;
+        core->storage = row.storage;
+        CorePlan plan;
+        plan.core = core.get();
+        Messages messages;
+        QVERIFY(triggerSetup(*core, {}, plan.setup, messages));
+        const SampleTable samples = samplesOf({row.data, row.trigger});
+        CapturedCore captured = capturedCore(plan, samples, runModel(plan, samples));
+        QStringList windows;
+        for (const CapturedWindow& window : captured.windows) {
+            QStringList numbers;
+            for (qint64 i = 0; i < window.samples.size(); ++i)
+                numbers += (i == window.triggerOffset() ? "*" : "")
+                    + QString::number(window.place.firstSample + window.place.offset(i));
+            windows += numbers.join(' ');
+        }
+        QCOMPARE(windows.join('|'), QString(row.result));
+        const bool holds = captured.holds();
+        QVERIFY(addPassedOver(captured, 100));
+        for (const CapturedWindow& window : captured.windows) {
+            for (qint64 i = 0; holds && i < window.samples.size(); ++i)
+                QCOMPARE(
+                    *window.samples.value(i, 0), *samples.value(window.place.firstSample + i, 0));
+        }
     }
 }
 

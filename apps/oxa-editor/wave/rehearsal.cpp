@@ -166,7 +166,7 @@ void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
     waveform->captured = capturedCore(core, *sampled->samples, run);
     addTimes(waveform->captured, sampled->times, sampled->timeExponent);
     for (const Window& window : run.windows)
-        waveform->windows.push_back({window.firstSample, window.samples, window.triggerSample});
+        waveform->windows.push_back({window.firstSample, window.span(), window.triggerSample});
     if (core.core) {
         const WaveRows events = eventRows(*core.core, core.setup, run.events);
         waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());

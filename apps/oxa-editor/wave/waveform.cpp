@@ -3,6 +3,8 @@
 
 #include "wave_events.h"
 
+#include "oxacapture/files/every_sample.h"
+
 #include <algorithm>
 
 using namespace OXA_CAPTURE;
@@ -47,6 +49,27 @@ std::vector<ChangeIndex> bitChanges(const SampleTable& samples, int field)
         }
     }
     return changes;
+}
+
+constexpr qint64 kMostShown = 4'000'000; // samples with those that were passed over
+
+// A row that is high at the samples that were stored, of windows that are shown whole.
+WaveRows storedRow(const CapturedCore& captured)
+{
+    auto flags = std::make_shared<SampleTable>(SampleLayout({1}));
+    const quint64 passed[] = {0, 0};
+    const quint64 stored[] = {1, 0};
+    for (const CapturedWindow& window : captured.windows) {
+        const qint64 first = flags->size();
+        for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
+            flags->append(stored);
+            while (flags->size() - first < window.place.offset(sample + 1))
+                flags->append(passed);
+        }
+    }
+    OXA::SignalItem item;
+    item.name = "stored";
+    return signalRows({item}, flags, 0, true);
 }
 
 QString shownName(const OXA::SignalItem& item)
@@ -107,7 +130,9 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
     auto waveform = std::make_shared<Waveform>();
     auto samples = std::make_shared<SampleTable>(
         SampleLayout({int(OXA::flattenedNames(captured.items).size())}));
-    for (const CapturedWindow& window : captured.windows) {
+    CapturedCore shown = captured;
+    const bool isWhole = addPassedOver(shown, kMostShown);
+    for (const CapturedWindow& window : shown.windows) {
         const qint64 first = samples->size();
         samples->appendField(window.samples, 0, 0, window.samples.size());
         const qint64 trigger = window.triggerOffset();
@@ -117,9 +142,13 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
     waveform->samples = samples->size();
     waveform->rows = signalRows(captured.items, samples, 0);
     waveform->captured = captured;
-    if (core) {
-        const WaveRows events = capturedEventRows(*core, captured, *samples, waveform->windows);
-        waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());
+    WaveRows events;
+    if (core)
+        events = capturedEventRows(*core, captured, *samples, waveform->windows);
+    if (isWhole && !captured.storage.isDefault()) {
+        const WaveRows stored = storedRow(captured);
+        events.insert(events.end(), stored.begin(), stored.end());
     }
+    waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());
     return waveform;
 }

@@ -52,8 +52,9 @@ WaveRows signalRows(const QList<OXA::SignalItem>& items,
     const std::shared_ptr<const OXA_CAPTURE::SampleTable>& samples, int field,
     bool isEvent = false);
 
-/// A captured core's windows, one after the other. With the `core` that it was captured with (may
-/// be null), the matches of those units whose signals are all data signals.
+/// A captured core's windows, one after the other, with the samples that were passed over as far as
+/// there are not too many; a row "stored" then tells them apart. With the `core` that it was
+/// captured with (may be null), the matches of those units whose signals are all data signals.
 WaveformPtr capturedWaveform(const OXA_CAPTURE::CapturedCore& captured, const OXA::AoCore* core);
 
 #endif

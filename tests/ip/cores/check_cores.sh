@@ -8,7 +8,8 @@
 #                                             the neutral file beside the cores
 #   check_cores.sh estimate   CONFIGURATION   synthesis comes to the estimate, as near as that promises
 #   check_cores.sh proof      CONFIGURATION   match units do what their functions mean, and the dynamic
-#                                             expression of core 1 what the static one of core 0 does
+#                                             expression of core 1 what the static one of core 0 does;
+#                                             for 16 samples, what is stored tells those that are not
 #   check_cores.sh handshake  CONFIGURATION   for 32 changes of two clocks, no core says that it is
 #                                             at rest and moves, and a stop withdraws a force
 #   check_cores.sh crossings  CONFIGURATION   no signal gets from a clock's domain into another's but through
@@ -79,7 +80,9 @@ proof)
             echo "chparam -set TYPE $type match_proof; hierarchy -top match_proof"
             echo "$prove match_proof; design -load read"
         done
-        echo "hierarchy -top table_proof; $prove table_proof"
+        echo "hierarchy -top table_proof; $prove table_proof; design -load read"
+        echo "hierarchy -top store_proof; proc; flatten; opt_clean"
+        echo "sat -verify -prove ok_o 1 -seq 16 -set-init-zero store_proof"
     } >"$work/proofs.ys"
     yosys -q "$work/proofs.ys" >"$work/log" 2>&1 || { tail -30 "$work/log"; exit 1; }
     ;;

@@ -77,4 +77,45 @@ module table_proof (
     assign ok_o = values == value_q;
 endmodule
 
+// ok_o while what can be told of the samples of a run is true: a sample that is not stored has the
+// value of the stored one before it, and a gap is the number of these samples.
+module store_proof (
+    input  wire       clk_i,
+    input  wire       arm_i,      // any arming and stop
+    input  wire [1:0] value_i,
+    input  wire       trigger_i,  // the sample is stored in any case
+    input  wire       ends_i,     // and ends a window
+    output wire       ok_o
+);
+    reg arm_q = 1'b0, take_q = 1'b0;
+    reg [1:0] data0_q = 0, data1_q = 0, data2_q = 0;
+    always @(posedge clk_i) begin
+        {take_q, arm_q} <= {arm_q, arm_i};
+        {data2_q, data1_q, data0_q} <= {data1_q, data0_q, value_i};
+    end
+    wire is_last = take_q & ~arm_q;
+    wire store, stores = store | trigger_i;
+    wire [1:0] gap;
+    ao_store_0 #(.KEEP(1), .WIDTH(2), .WATCH(2'b11), .GAP_BITS(2), .STAGES(2)) u_store (
+        .clk_i(clk_i), .clear_i(arm_q & ~take_q), .now_i(data0_q), .before_i(data1_q),
+        .qualifies_i(1'b0), .active_i(take_q), .is_last_i(is_last), .stores_i(stores),
+        .ends_i(stores & ends_i), .store_o(store), .gap_o(gap)
+    );
+
+    reg first_q = 1'b1, ended_q = 1'b0, stored_q = 1'b0;
+    reg [1:0] value_q = 0;                   // stored last
+    reg [2:0] passed_q = 0, expected_q = 0;  // since; in front of the last one
+    always @(posedge clk_i) begin
+        first_q <= ~take_q;
+        ended_q <= take_q & stores & ends_i;
+        stored_q <= take_q & stores;
+        expected_q <= passed_q;
+        if (take_q & stores) value_q <= data2_q;
+        passed_q <= ~take_q | stores ? 0 : passed_q + 1'b1;
+    end
+    wire passes = take_q & ~stores;
+    assign ok_o = (~passes | (data2_q == value_q & passed_q < 3 & ~first_q & ~ended_q & ~is_last))
+        & (~stored_q | gap == expected_q);
+endmodule
+
 `default_nettype wire

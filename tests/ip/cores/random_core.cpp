@@ -70,6 +70,23 @@ void addUnits(Random& random, OXA::AoCore& core)
     }
 }
 
+void setStorage(Random& random, OXA::AoCore& core)
+{
+    constexpr int kGapBits[] = {1, 2, 3, 4, 16, 32};
+    OXA::CoreStorage& storage = core.storage;
+    storage.keep = OXA::CoreStorage::Keep(between(random, 0, 2));
+    storage.gapBits = kGapBits[between(random, 0, int(std::size(kGapBits)) - 1)];
+    if (storage.keep == OXA::CoreStorage::When) {
+        storage.when = randomExpression(random, core.enabledMatchUnits());
+        storage.gapBits *= between(random, 0, 3) ? 1 : 0;
+    }
+    for (const QString& name : core.dataSignals()) {
+        if (storage.keep == OXA::CoreStorage::Changes && !between(random, 0, 3))
+            storage.watch += name;
+    }
+    storage.limit = between(random, 0, 2) ? 0 : between(random, 1, 40);
+}
+
 }
 
 int between(Random& random, int low, int high)
@@ -101,6 +118,7 @@ std::unique_ptr<OXA::AoCore> randomCore(Random& random, int position)
     const int levels = between(random, 0, 9) ? between(random, 1, 3) : 0;
     for (int level = 0; level < levels; ++level)
         core->expressions += randomExpression(random, core->enabledMatchUnits());
+    setStorage(random, *core);
     changeSettings(random, *core);
     return core;
 }
