@@ -5,6 +5,7 @@ TargetJob::TargetJob(QObject* parent)
     : QObject(parent)
 {
     qRegisterMetaType<QList<FoundCore>>();
+    qRegisterMetaType<TargetResult>();
 }
 
 TargetJob::~TargetJob()
@@ -24,6 +25,7 @@ void TargetJob::start(const TargetRequest& request)
         Q_EMIT found(cores, builtFrom);
     };
     run->progress = [this](const QStringList& texts) { Q_EMIT progress(texts); };
+    run->captured = [this](const TargetResult& result) { Q_EMIT captured(result); };
     m_run = run;
     m_thread.reset(QThread::create([run] { run->work(); }));
     connect(m_thread.get(), &QThread::finished, this, [this] {

@@ -29,6 +29,7 @@ public:
 Q_SIGNALS:
     void found(const QList<FoundCore>& cores, const QString& builtFrom);
     void progress(const QStringList& texts); ///< of the cores that were armed
+    void captured(const TargetResult& result); ///< of a run that goes on: its latest capture
     void finished(const TargetResult& result);
 
 private:

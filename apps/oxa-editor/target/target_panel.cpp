@@ -1,29 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "target_panel.h"
 
+#include "target_link.h"
+
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxautils/model/shown_text.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QSettings>
 #include <QSplitter>
-#include <QTime>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace {
-
-constexpr char kAddressSetting[] = "target/openocd";
-constexpr char kTapSetting[] = "target/tap";
 
 enum Column { Name, Shape, State, Columns };
 
@@ -43,9 +38,6 @@ TargetPanel::TargetPanel(
     , m_history(history)
     , m_saver(saver)
     , m_job(new TargetJob(this))
-    , m_address(new QLineEdit(
-          QSettings().value(kAddressSetting, OXA_CAPTURE::kOpenOcdAddress).toString()))
-    , m_tap(new QLineEdit(QSettings().value(kTapSetting).toString()))
     , m_builtFrom(new QLineEdit)
     , m_cores(new QTreeWidget)
     , m_state(new QLabel)
@@ -60,7 +52,7 @@ TargetPanel::TargetPanel(
     splitter->setChildrenCollapsible(false);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
-    setFocusProxy(m_address);
+    setFocusProxy(m_link->addressField());
     connect(m_job, &TargetJob::found, this, &TargetPanel::showFound);
     connect(m_job, &TargetJob::progress, this, &TargetPanel::showProgress);
     connect(m_job, &TargetJob::finished, this, &TargetPanel::takeResult);
@@ -74,8 +66,10 @@ TargetPanel::TargetPanel(
                                  .arg(QDir::toNativeSeparators(path), QString::number(percent)));
     });
     connect(&m_saver, &CaptureSaver::finished, this, &TargetPanel::showSaved);
-    for (QLineEdit* field : {m_address, m_tap})
-        connect(field, &QLineEdit::returnPressed, this, &TargetPanel::connectToChip);
+    connect(m_job, &TargetJob::captured, this, &TargetPanel::showLatest);
+    connect(m_link, &TargetLink::connectWanted, this, &TargetPanel::connectToChip);
+    connect(m_link, &TargetLink::ready, this, &TargetPanel::runWaiting);
+    connect(m_link, &TargetLink::ended, this, &TargetPanel::linkEnded);
     connect(m_cores, &QTreeWidget::currentItemChanged, this, &TargetPanel::showWaveform);
     connect(m_builtFrom, &QLineEdit::editingFinished, this,
         [this] { m_builtFromOf.insert(m_document.path(), m_builtFrom->text()); });
@@ -89,6 +83,7 @@ void TargetPanel::documentReplaced()
 {
     m_builtFrom->setText(m_builtFromOf.value(m_document.path()));
     m_isForeign = m_job->isRunning();
+    m_waiting.reset();
     m_job->stop();
     m_record.reset();
     m_cores->clear();
@@ -98,71 +93,6 @@ void TargetPanel::documentReplaced()
     m_state->setText(tr("Start OpenOCD for the chip, then connect."));
     showState();
 }
-
-QList<int> TargetPanel::chosenCores() const
-{
-    QList<int> chosen;
-    for (int i = 0; i < m_cores->topLevelItemCount(); ++i) {
-        if (m_cores->topLevelItem(i)->checkState(Name) == Qt::Checked)
-            chosen += i;
-    }
-    // Before cores are found, all are chosen.
-    for (int i = 0; m_cores->topLevelItemCount() == 0 && i < m_document.cores().size(); ++i)
-        chosen += i;
-    return chosen;
-}
-
-void TargetPanel::start(bool arm)
-{
-    if (isRunning())
-        return;
-    const QString file = QDir::fromNativeSeparators(m_builtFrom->text().trimmed());
-    TargetRequest request;
-    request.address = m_address->text().trimmed();
-    request.tap = m_tap->text().trimmed();
-    for (const CorePtr& core : m_document.cores())
-        request.cores += core->clone();
-    request.configFile = m_document.path().isEmpty() ? "untitled.oxa" : m_document.path();
-    request.builtFrom = file.isEmpty() ? m_document.path() : file;
-    request.arm = arm;
-    request.chosen = chosenCores();
-    m_armed = request.chosen;
-    QStringList asked;
-    for (const int place : m_armed)
-        asked += place < m_document.cores().size() ? askedText(*m_document.cores().at(place))
-                                                   : tr("core at place %1").arg(place);
-    m_asked = asked.join("; ");
-    m_askedFrom = m_document.path();
-    QSettings().setValue(kAddressSetting, request.address);
-    QSettings().setValue(kTapSetting, request.tap);
-    m_problems->hide();
-    m_isArming = arm;
-    m_isForeign = false;
-    m_isFound = false;
-    if (arm) {
-        showAge(m_record != nullptr);
-        for (int i = 0; i < m_cores->topLevelItemCount(); ++i)
-            setState(*m_cores->topLevelItem(i), {});
-    }
-    m_state->setText(tr("Connecting to OpenOCD at %1…").arg(request.address));
-    m_job->start(request);
-    showState();
-    Q_EMIT runningChanged();
-}
-
-void TargetPanel::stop()
-{
-    if (!isRunning())
-        return;
-    m_stop->setEnabled(false);
-    m_force->setEnabled(false);
-    m_state->setText(isSaving() ? tr("Stopping; the file is not changed…")
-                                : tr("Stopping; reading what was captured…"));
-    m_job->stop();
-    m_saver.stop();
-}
-
-void TargetPanel::force() { m_job->force(); }
 
 void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtFrom)
 {
@@ -193,6 +123,25 @@ void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtF
                       .arg(OXA::shownText(builtFrom)));
 }
 
+QList<int> TargetPanel::chosenCores() const
+{
+    QList<int> chosen;
+    for (int i = 0; i < m_cores->topLevelItemCount(); ++i) {
+        if (m_cores->topLevelItem(i)->checkState(Name) == Qt::Checked)
+            chosen += i;
+    }
+    // Before cores are found, all are chosen.
+    for (int i = 0; m_cores->topLevelItemCount() == 0 && i < m_document.cores().size(); ++i)
+        chosen += i;
+    return chosen;
+}
+
+void TargetPanel::clearStates()
+{
+    for (int i = 0; i < m_cores->topLevelItemCount(); ++i)
+        setState(*m_cores->topLevelItem(i), {});
+}
+
 void TargetPanel::showProgress(const QStringList& texts)
 {
     if (m_isForeign)
@@ -202,41 +151,6 @@ void TargetPanel::showProgress(const QStringList& texts)
             setState(*item, texts.at(i));
     }
     m_force->setEnabled(m_stop->isEnabled());
-}
-
-/// Samples of a run that began with another document are in the history only.
-void TargetPanel::takeResult(const TargetResult& result)
-{
-    if (m_isArming)
-        record(result, endedText(result));
-    if (!m_isForeign)
-        showResult(result);
-    showState();
-    Q_EMIT runningChanged();
-}
-
-QString TargetPanel::endedText(const TargetResult& result) const
-{
-    QStringList texts = result.remarks + result.problems;
-    return texts.isEmpty() ? tr("stopped") : texts.join("; ");
-}
-
-void TargetPanel::record(const TargetResult& result, const QString& ended)
-{
-    auto record = std::make_shared<CaptureRecord>();
-    record->time = QTime::currentTime().toString("HH:mm:ss");
-    record->asked = m_asked;
-    record->ended = ended;
-    record->configuration = m_askedFrom;
-    record->capture = result.capture;
-    record->waveforms = result.waveforms;
-    record->isUnsaved = std::any_of(result.capture->begin(), result.capture->end(),
-        [](const OXA_CAPTURE::CapturedCore& core) { return !core.windows.empty(); });
-    m_history.add(record);
-    if (result.capture->empty() || m_isForeign) // else keep the earlier samples
-        return;
-    m_record = record;
-    m_places = result.places;
 }
 
 void TargetPanel::showResult(const TargetResult& result)
@@ -259,7 +173,7 @@ void TargetPanel::showResult(const TargetResult& result)
                 ? tr("Nothing was captured: %1").arg(m_problems->item(0)->text())
                 : tr("Not everything was captured."));
     else if (!result.capture->empty())
-        m_state->setText(tr("Captured."));
+        m_state->setText(result.series.isEmpty() ? tr("Captured.") : result.series);
     else if (!m_stop->isEnabled())
         m_state->setText(tr("Stopped."));
     showWaveform();
@@ -311,13 +225,4 @@ void TargetPanel::showSaved(const QString& path, const QString& error)
         error.isEmpty() ? tr("%1: written").arg(QDir::toNativeSeparators(path)) : error);
     showState();
     Q_EMIT runningChanged();
-}
-
-bool TargetPanel::mayStop()
-{
-    return !m_job->isRunning() || m_isForeign || !m_isArming
-        || QMessageBox::question(this, tr("Stop the Run?"),
-               tr("A run is in progress. Stop it? What it captured will be among the captures of "
-                  "this session."))
-        == QMessageBox::Yes;
 }

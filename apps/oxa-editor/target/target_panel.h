@@ -10,12 +10,16 @@
 #include <QHash>
 #include <QWidget>
 
+#include <optional>
+
 class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QTreeWidget;
+class RepeatRows;
+class TargetLink;
 class WaveView;
 
 /// Captures from a running chip with the shown settings.
@@ -26,8 +30,8 @@ public:
     TargetPanel(Document& document, CaptureHistory& history, CaptureSaver& saver,
         QWidget* parent = nullptr);
 
-    /// A run, or `isSaving`.
-    bool isRunning() const { return m_job->isRunning() || isSaving(); }
+    /// A run, the start of OpenOCD for it, or `isSaving`.
+    bool isRunning() const;
     /// The samples are being written to a file.
     bool isSaving() const { return m_saver.isRunning(); }
     WaveView* view() const { return m_view; }
@@ -61,11 +65,16 @@ private:
     void browse();
     void documentReplaced();
     void start(bool arm);
+    bool plan(bool arm, TargetRequest& request);
+    void linkEnded(const QString& reason);
+    void runWaiting();
+    void clearStates();
     QList<int> chosenCores() const;
     void showFound(const QList<FoundCore>& cores, const QString& builtFrom);
     void showProgress(const QStringList& texts);
-    void record(const TargetResult& result, const QString& ended);
+    CaptureRecordPtr recordOf(const TargetResult& result, const QString& ended) const;
     void showSaved(const QString& path, const QString& error);
+    void showLatest(const TargetResult& result);
     void takeResult(const TargetResult& result);
     void showResult(const TargetResult& result);
     QString endedText(const TargetResult& result) const;
@@ -86,8 +95,9 @@ private:
     bool m_isArming = false; // the run may capture samples
     bool m_isFound = false; // the analyzer, in the last run
     bool m_isForeign = false; // the run began with another document
-    QLineEdit* m_address;
-    QLineEdit* m_tap;
+    std::optional<TargetRequest> m_waiting; // for OpenOCD
+    TargetLink* m_link = nullptr;
+    RepeatRows* m_repeat = nullptr;
     QLineEdit* m_builtFrom;
     QPushButton* m_connect = nullptr;
     QPushButton* m_arm = nullptr;

@@ -3,6 +3,9 @@
 
 #include "target_panel.h"
 
+#include "repeat_rows.h"
+#include "target_link.h"
+
 #include "oxa-editor/least_lines.h"
 #include "oxa-editor/wave/wave_view.h"
 
@@ -14,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeWidget>
 
@@ -25,11 +29,6 @@ constexpr int kProblemLines = 3; // visible
 
 QWidget* TargetPanel::makeControls()
 {
-    m_address->setToolTip(tr(
-        "The host and port of OpenOCD's Tcl server, or the serial port of an analyzer with a UART"
-        " link: /dev/ttyUSB1, or /dev/ttyUSB1@9600 when it does not start at 115200"));
-    m_tap->setPlaceholderText(tr("the chip with an analyzer"));
-    m_tap->setToolTip(tr("The chip's name in OpenOCD's chain"));
     m_builtFrom->setPlaceholderText(tr("the configuration's file"));
     m_builtFrom->setToolTip(
         tr("The configuration that the chip was built from, when the one shown was "
@@ -47,8 +46,7 @@ QWidget* TargetPanel::makeControls()
     auto* layout = new QVBoxLayout(controls);
     layout->setContentsMargins(0, 0, 0, 0);
     auto* form = new QFormLayout;
-    form->addRow(tr("OpenOCD or port:"), m_address);
-    form->addRow(tr("TAP:"), m_tap);
+    m_link = new TargetLink(*form, this);
     auto* file = new QHBoxLayout;
     auto* label = new QLabel(tr("Built from:"));
     label->setBuddy(m_builtFrom);
@@ -56,6 +54,7 @@ QWidget* TargetPanel::makeControls()
     addButton(
         tr("Bro&wse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
     form->addRow(label, file);
+    m_repeat = new RepeatRows(*form, this);
     layout->addLayout(form);
     auto* buttons = new QHBoxLayout;
     m_connect = addButton(tr("Connect"), tr("Find the analyzer in the chip, without arming it"),
@@ -72,6 +71,7 @@ QWidget* TargetPanel::makeControls()
     layout->addLayout(buttons);
     layout->addWidget(m_cores, 1);
     layout->addWidget(m_state);
+    layout->addWidget(m_link->log());
     return controls;
 }
 

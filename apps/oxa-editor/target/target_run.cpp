@@ -158,6 +158,8 @@ bool TargetRun::plan(CaptureRun& run)
 void TargetRun::capture(CaptureRun& run)
 {
     QString error;
+    if (m_request.repeat != 1)
+        return captureSeries(run);
     if (!run.capture({}, &error))
         m_result.problems += error;
     else

@@ -5,7 +5,10 @@
 #include "oxa-editor/core.h"
 #include "oxa-editor/wave/waveform.h"
 
+#include "oxacapture/files/capture_file.h"
 #include "oxacapture/target/capture_run.h"
+
+#include <QElapsedTimer>
 
 #include <atomic>
 
@@ -22,6 +25,10 @@ struct TargetRequest {
     QString builtFrom; ///< the configuration file of the chip, when it is not `cores`
     bool arm = false; ///< else only find the analyzer
     QList<int> chosen; ///< positions of the cores to arm
+    qint64 repeat = 1; ///< captures, one after the other; 0: until `stop`
+    QString pattern; ///< of the files of repeated captures; empty: no files
+    OXA_CAPTURE::CaptureFileOptions fileOptions;
+    double clockHz = 0; ///< of the sample clock, for the files; 0: unknown
 };
 
 /// A core found in the chip.
@@ -38,6 +45,8 @@ struct TargetResult {
     std::vector<int> places; ///< of the captured cores
     std::shared_ptr<OXA_CAPTURE::Capture> capture = std::make_shared<OXA_CAPTURE::Capture>();
     std::vector<WaveformPtr> waveforms; ///< of the captured cores
+    QString series; ///< of repeated captures: how many, and their files
+    QString file; ///< of these: the last one, with the samples above; empty: not written
 };
 
 /// One run on a chip, from connecting to the samples. One thread calls `work`; others may call
@@ -50,6 +59,8 @@ public:
     std::function<void(const QList<FoundCore>&, const QString& builtFrom)> found;
     /// Called when the state of a chosen core changes, with texts in the order of positions.
     std::function<void(const QStringList&)> progress;
+    /// Called with some of the captures when they are repeated, not more than twice a second.
+    std::function<void(const TargetResult&)> captured;
 
     void work();
 
@@ -67,12 +78,16 @@ private:
     void tellCores(const OXA_CAPTURE::CaptureRun& run) const;
     bool plan(OXA_CAPTURE::CaptureRun& run);
     void capture(OXA_CAPTURE::CaptureRun& run);
+    void captureSeries(OXA_CAPTURE::CaptureRun& run);
+    bool takeCapture(qint64 number, std::vector<OXA_CAPTURE::CoreOutcome>& outcomes);
+    void tellCapture();
     void take(OXA_CAPTURE::CoreOutcome&& outcome);
 
     const TargetRequest m_request;
     QList<OXA::AoCore*> m_cores; // of the request
     QList<OXA::AOCore_Lite*> m_liteCores;
     TargetResult m_result;
+    QElapsedTimer m_told; // since `captured` was called
     std::atomic_bool m_stop {false};
     std::atomic_bool m_abandoned {false};
     std::atomic_bool m_force {false};

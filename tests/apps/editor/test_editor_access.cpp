@@ -92,8 +92,8 @@ void TestEditorAccess::everythingIsReachedByKeys()
     for (const char* file : {"uart.oxa", "uart_lite.oxa"}) {
         WindowDriver driver(m_folder.example(file));
         auto* tabs = driver.window.findChild<QTabWidget*>();
-        for (const char* dock :
-            {"Ctrl+0", "Ctrl+9", "Ctrl+8", "Ctrl+Shift+D"}) { // each in front of those before
+        for (const char* dock : {"Ctrl+0", "Ctrl+9", "Ctrl+8", "Ctrl+Shift+H",
+                 "Ctrl+Shift+D"}) { // each in front of those before
             driver.keys(dock);
             for (int page = 0; page < tabs->count(); ++page) {
                 tabs->setCurrentIndex(page);

@@ -13,6 +13,7 @@
 #include "support/signals.h"
 #include "support/waveforms.h"
 
+#include <QPlainTextEdit>
 #include <QTcpServer>
 #include <QTreeWidget>
 
@@ -116,6 +117,8 @@ private Q_SLOTS:
     void silentServer();
     void anotherDocument();
     void samplesThatAreNotSaved();
+    void repeats();
+    void startsOpenOcd();
     void savedSettings();
 
 private:
@@ -308,6 +311,73 @@ void TestEditorTarget::savedSettings()
     run.keys("Ctrl+S");
     run.capture();
     QVERIFY2(run.samples().endsWith(" @ 30 30"), qPrintable(run.samples()));
+}
+
+// Each capture to a file; they are not unsaved then. Without files, the last one is kept.
+void TestEditorTarget::repeats()
+{
+    Run run(m_folder, m_live.address());
+    run.enter("Captures:", "3");
+    run.enter("Files:", "cap.vcd");
+    run.keys("F9");
+    QVERIFY2(run.state().contains("needs one place for the number"), qPrintable(run.state()));
+    run.enter("Files:", "cap-%02d.csv");
+    run.capture();
+    QVERIFY2(run.state().contains(" s, cap-00.csv to cap-02.csv"), qPrintable(run.state()));
+    for (const char* name : {"cap-00.csv", "cap-01.csv", "cap-02.csv"})
+        QCOMPARE(bytesOf(m_folder.path(name)).count('\n'), 2 * 16 + 1);
+    QVERIFY(run.samples().endsWith(" @ 20 20"));
+    const auto& history = *run.window.findChild<CaptureHistory*>();
+    QVERIFY(history.at(0)->ended.startsWith("3 captures in "));
+    QVERIFY(history.at(0)->file.endsWith("/cap-02.csv") && history.unsaved().isEmpty());
+    const QString question = run.answering(QMessageBox::No, [&] { run.keys("F9"); });
+    QVERIFY2(question.startsWith("cap-00.csv exists."), qPrintable(question));
+    QVERIFY(!run.panel.isRunning());
+
+    run.enter("Files:", {});
+    run.enter("Captures:", "0");
+    run.keys("F9");
+    run.waitFor("capture 3: ");
+    run.keys("Shift+F9");
+    run.finish();
+    QVERIFY2(run.state().contains(" captures in "), qPrintable(run.state()));
+    QVERIFY2(run.samples().endsWith(" @ 20 20"), qPrintable(run.samples()));
+    QCOMPARE(history.unsaved().size(), 1);
+    run.answering(QMessageBox::Discard, [&] { run.window.close(); });
+}
+
+// It ends with the window: the target serves one OpenOCD at a time.
+void TestEditorTarget::startsOpenOcd()
+{
+    m_live.openocd.end();
+    {
+        Run run(m_folder, "127.0.0.1:1");
+        const auto connecting = [&](const QString& file) {
+            run.enter("Start OpenOCD with:", file);
+            run.press("Connect");
+            run.finish();
+            return run.state();
+        };
+        QVERIFY2(connecting("/none.cfg").contains("no such file"), qPrintable(run.state()));
+        const QString wrong = writeFile(m_folder.path("wrong.cfg"), "adapter driver none\n");
+        QVERIFY2(connecting(wrong).contains("OpenOCD has ended: "), qPrintable(run.state()));
+        const QString right = writeFile(m_folder.path("right.cfg"),
+            "set OXA_PORT " + m_live.port()
+                + "\nsource " OXA_BINARY_DIR "/share/oxautils/openocd/simulated-target.cfg\n");
+        QVERIFY2(connecting(right).contains("built from the configuration shown"),
+            qPrintable(run.state()));
+        const auto* output = run.find<QPlainTextEdit>("Output of OpenOCD");
+        QVERIFY(output && output->toPlainText().contains("Listening"));
+        run.capture(); // through the same one
+        QVERIFY2(run.samples().endsWith(" @ 20 20"), qPrintable(run.samples()));
+        run.press("End");
+        QTRY_VERIFY_WITH_TIMEOUT(run.state().contains("OpenOCD has ended."), kPatience);
+        run.press("Connect");
+        run.finish();
+        QVERIFY(run.state().contains("built from the configuration shown"));
+    }
+    QSettings().remove("target/openocdConfiguration");
+    QVERIFY(m_live.connectOpenOcd());
 }
 
 QTEST_MAIN(TestEditorTarget)
