@@ -3,6 +3,7 @@
 
 #include "core_form.h"
 #include "scrolling.h"
+#include "storage_group.h"
 #include "window_drawing.h"
 
 #include "oxacapture/trigger/trigger_setup.h"
@@ -61,6 +62,7 @@ QLineEdit* addHead(CoreForm& form)
 CapturePage::CapturePage(Document& document, QWidget* parent)
     : CorePage(document, Page::Capture, parent)
     , m_drawing(new WindowDrawing)
+    , m_storage(new StorageGroup(document))
     , m_powerUp(new QLabel)
 {
     QFormLayout* layout = makeForm(this);
@@ -77,6 +79,7 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
     m_powerUp->setAccessibleName(tr("Windows from power-up on"));
     m_powerUp->setWordWrap(true);
     layout->addRow(m_powerUp);
+    layout->addRow(m_storage);
 }
 
 void CapturePage::addWindowRows(QFormLayout* layout)
@@ -113,6 +116,7 @@ void CapturePage::addSwitches()
 void CapturePage::refresh()
 {
     m_form->show(core());
+    m_storage->show(core());
     if (!standard())
         return;
     const OXA::AoCore& shown = *standard();

@@ -7,6 +7,7 @@
 class CoreForm;
 class QFormLayout;
 class QLabel;
+class StorageGroup;
 class WindowDrawing;
 
 /// The settings of a core's capture: clock, memory, windows, trigger position.
@@ -25,6 +26,7 @@ private:
 
     CoreForm* m_form;
     WindowDrawing* m_drawing;
+    StorageGroup* m_storage;
     QLabel* m_powerUp; // trigger position in a capture from power-up on
 };
 

@@ -10,8 +10,10 @@
 #include "oxa-editor/recent_files.h"
 
 #include "oxautils/editor/match_unit_dialog.h"
+#include "oxautils/encoding/storage_text.h"
 
 #include <QAbstractItemModelTester>
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
@@ -60,6 +62,19 @@ void editEveryPage(WindowDriver& driver)
     driver.keyIn("Storage depth:", Qt::Key_Up);
     driver.keyIn("Edge:", Qt::Key_Down);
     driver.keyIn("Armed at power-up", Qt::Key_Space);
+    driver.keyIn("Stored:", Qt::Key_Down);
+    auto* watch = driver.find<QLineEdit>("Changes of:");
+    QTest::keyClicks(watch, "uart_tx/busy STAT");
+    QCOMPARE(watch->completer()->completionCount(), 3); // the bus, and its bits
+    watch->completer()->popup()->hide();
+    watch->setText(" uart_tx/busy  uart_tx/state ");
+    QTest::keyClick(watch, Qt::Key_Return);
+    QCOMPARE(OXA::storageText(driver.core().storage),
+        QString("changes of uart_tx/busy uart_tx/state, gap 16"));
+    driver.keyIn("Stored:", Qt::Key_Down);
+    QTest::keyClicks(driver.find<ExpressionEdit>("Stored when"), "m1&!m2");
+    driver.enter("Gap:", "9");
+    driver.enter("Window ends:", "4294967295");
 
     driver.keys("Ctrl+2");
     auto* signalTree = driver.find<QTreeView>("Signals");
@@ -124,6 +139,7 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
     QCOMPARE(core.captureAmount, 128);
     QCOMPARE(core.trigType, 1);
     QVERIFY(core.captureInitDataEnabled);
+    QCOMPARE(OXA::storageText(core.storage), QString("when M1&!M2, gap 9, limit 4294967295"));
     QCOMPARE(core.signalList.at(1).name, QString("uart_tx/tx"));
     QCOMPARE(core.dataSignals().size(), 16);
     QCOMPARE(core.getTrigger(0)->signalList.at(1).name, QString("uart_tx/start"));
