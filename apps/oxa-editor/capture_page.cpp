@@ -12,6 +12,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
 #include <QVBoxLayout>
 
 namespace {
@@ -76,7 +77,7 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
         {{tr("Block SRAM"), OXA::BlockSram}, {tr("Registers"), OXA::Registers},
             {tr("Shadow SRAM"), OXA::ShadowSram}});
     addSwitches();
-    m_powerUp->setAccessibleName(tr("Windows from power-up on"));
+    m_powerUp->setAccessibleName(tr("Windows of a power-up capture"));
     m_powerUp->setWordWrap(true);
     layout->addRow(m_powerUp);
     layout->addRow(m_storage);
@@ -86,7 +87,7 @@ void CapturePage::addWindowRows(QFormLayout* layout)
 {
     const QString samples = tr(" samples");
     m_form->addNumber(
-        tr("Storage &depth:"), tr("change the depth"),
+        tr("Storage &depth:"), tr("change the storage depth"),
         [](const Core& core) -> int& { return core.standard->storageDepth; },
         makeBox<DoublingSpinBox>(16, kDeepest, samples));
     m_form->addNumber(
@@ -98,7 +99,7 @@ void CapturePage::addWindowRows(QFormLayout* layout)
         [](const Core& core) -> int& { return core.standard->captureAmount; },
         makeBox<QSpinBox>(1, kDeepest, tr(" samples a window")));
     m_form->addNumber(
-        tr("Tr&igger position:"), tr("move the trigger"),
+        tr("Tr&igger position:"), tr("change the trigger position"),
         [](const Core& core) -> int& { return core.standard->triggerPos; },
         makeBox<QSpinBox>(0, kDeepest, tr(" samples before the trigger")));
     layout->addRow(m_drawing);
@@ -109,7 +110,7 @@ void CapturePage::addSwitches()
     m_form->addSwitch(tr("Force the trigge&r by a falling edge"),
         tr("change how the trigger is forced"),
         [](const Core& core) -> bool& { return core.standard->forceTriggerByFallingEdge; });
-    m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming"),
+    m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming at power-up"),
         [](const Core& core) -> bool& { return core.captureInitData(); });
 }
 
@@ -126,8 +127,8 @@ void CapturePage::refresh()
     if (!shown.captureInitDataEnabled)
         return;
     const QString file = document().path().isEmpty() ? "untitled.oxa" : document().path();
-    m_powerUp->setText(tr("Windows of a capture from power-up on: %1.")
-                           .arg(OXA_CAPTURE::powerUpText(shown, file)));
+    m_powerUp->setText(
+        tr("Windows of a power-up capture: %1.").arg(OXA_CAPTURE::powerUpText(shown, file)));
 }
 
 LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
@@ -146,7 +147,7 @@ LiteCapturePage::LiteCapturePage(Document& document, QWidget* parent)
         {{tr("Block SRAM"), OXA::BlockSram}, {tr("Shadow SRAM"), OXA::ShadowSram}});
     m_form->addSwitch(tr("&Register before the memory"), tr("change the input register"),
         [](const Core& core) -> bool& { return core.lite->inputRegisterEnabled; });
-    m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming"),
+    m_form->addSwitch(tr("Armed at power-&up"), tr("change the arming at power-up"),
         [](const Core& core) -> bool& { return core.captureInitData(); });
 }
 

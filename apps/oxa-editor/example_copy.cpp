@@ -37,7 +37,7 @@ bool copyExample(const QString& directory, QString& configuration, QString* erro
     if (!from.exists(kConfiguration))
         return OXA::fail(error, tr("The example is not installed in %1.").arg(from.path()));
     if (!QDir().mkpath(to.path()))
-        return OXA::fail(error, tr("%1: the directory cannot be made").arg(to.path()));
+        return OXA::fail(error, tr("%1: the directory cannot be created").arg(to.path()));
     for (const QString& name : from.entryList(QDir::Files)) {
         if (!copyMissing(from.filePath(name), to.filePath(name), error))
             return false;

@@ -18,6 +18,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
@@ -28,6 +29,7 @@ using namespace OXA;
 
 namespace {
 
+constexpr int kWidest = 140; // characters, of an expression
 constexpr int kFewestCharacters = 16; // of a choice
 constexpr int kPlaceRole = Qt::UserRole; // position of an expression in the core's list
 
@@ -65,6 +67,7 @@ ExpressionsPage::ExpressionsPage(Document& document, QWidget* parent)
     tableColumn->addWidget(m_reason);
 
     auto* splitter = new QSplitter;
+    left->setMaximumWidth(fontMetrics().averageCharWidth() * kWidest);
     splitter->addWidget(scrolling(left));
     splitter->addWidget(right);
     splitter->setStretchFactor(0, 3);
@@ -90,13 +93,13 @@ QWidget* ExpressionsPage::makeKind()
     form->addRow(tr("Tables &in:"), m_memory);
     connect(m_kind, QOverload<int>::of(&QComboBox::activated), this, [this](int kind) {
         if (standard())
-            document().set(
-                location(), standard()->expressionType, kind, tr("change the expressions' kind"));
+            document().set(location(), standard()->expressionType, kind,
+                tr("change the kind of the expressions"));
     });
     connect(m_memory, QOverload<int>::of(&QComboBox::activated), this, [this](int memory) {
         if (standard())
-            document().set(
-                location(), standard()->exImplementation, memory, tr("change the tables' memory"));
+            document().set(location(), standard()->exImplementation, memory,
+                tr("change the memory of the tables"));
     });
     return widget;
 }

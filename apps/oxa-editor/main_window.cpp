@@ -27,12 +27,16 @@
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QSettings>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
 namespace {
+
+// In `m_content`.
+enum Content { kConfiguration, kWelcome };
 
 constexpr int kJudgeDelay = 150; // ms after an edit
 
@@ -119,7 +123,7 @@ void MainWindow::layOut()
     splitter->addWidget(makeSide());
     splitter->setStretchFactor(1, 1);
     const int character = fontMetrics().averageCharWidth();
-    splitter->setSizes({character * 26, character * 90, character * 52});
+    splitter->setSizes({character * 26, character * 90, character * 44});
     splitter->setChildrenCollapsible(false);
 
     auto* content = new QWidget;
@@ -128,7 +132,7 @@ void MainWindow::layOut()
     layout->addWidget(m_message);
     layout->addWidget(m_content, 1);
     m_content->addWidget(splitter);
-    m_content->addWidget(m_welcome);
+    m_content->addWidget(scrolling(m_welcome));
     setCentralWidget(content);
     resize(character * 170, fontMetrics().height() * 46);
     layOutDocks();
@@ -183,10 +187,10 @@ void MainWindow::connectParts()
 void MainWindow::showWelcome()
 {
     m_welcome->setFiles(m_recent->paths());
-    m_content->setCurrentWidget(m_welcome);
+    m_content->setCurrentIndex(kWelcome);
 }
 
-void MainWindow::leaveWelcome() { m_content->setCurrentIndex(0); }
+void MainWindow::leaveWelcome() { m_content->setCurrentIndex(kConfiguration); }
 
 void MainWindow::showDocument()
 {

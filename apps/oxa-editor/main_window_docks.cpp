@@ -14,6 +14,7 @@
 #include "wave/rehearsal_panel.h"
 
 #include <QDockWidget>
+#include <QScrollArea>
 
 namespace {
 

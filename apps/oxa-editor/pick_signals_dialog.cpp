@@ -26,8 +26,8 @@ PickSignalsDialog::PickSignalsDialog(const QList<OXA::SignalItem>& items, QWidge
     m_list->setTextElideMode(Qt::ElideMiddle);
     m_list->setAccessibleName(tr("Data signals"));
     auto* search = new QLineEdit;
-    search->setPlaceholderText(tr("Search"));
-    search->setAccessibleName(tr("Search"));
+    search->setPlaceholderText(tr("Filter"));
+    search->setAccessibleName(tr("Filter"));
     search->setClearButtonEnabled(true);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     QPushButton* ok = buttons->button(QDialogButtonBox::Ok);

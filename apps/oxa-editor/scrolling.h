@@ -2,17 +2,11 @@
 #ifndef APPS_OXA_EDITOR_SCROLLING_H
 #define APPS_OXA_EDITOR_SCROLLING_H
 
-#include <QScrollArea>
+class QScrollArea;
+class QWidget;
 
-/// An area around `content`, its owner, with scroll bars when the window is small.
-inline QScrollArea* scrolling(QWidget* content)
-{
-    auto* area = new QScrollArea;
-    area->setWidget(content);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setFocusPolicy(Qt::NoFocus); // focus scrolls to the fields in it
-    return area;
-}
+/// An area around `content`, its owner, with scroll bars where the content does not fit although
+/// it is as small as its layout allows.
+QScrollArea* scrolling(QWidget* content);
 
 #endif

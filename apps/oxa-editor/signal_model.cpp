@@ -175,7 +175,7 @@ bool SignalModel::setData(const QModelIndex& index, const QVariant& value, int r
         step = item.captureEnable ? tr("capture %1") : tr("do not capture %1");
     } else if (role == Qt::EditRole && index.column() == TextColumn) {
         item.text = cleanName(value.toString());
-        step = tr("show %1 as another text");
+        step = tr("change the display text of %1");
     } else if (role == Qt::EditRole && index.column() == NameColumn) {
         const QString name = cleanName(value.toString());
         if (name.isEmpty())

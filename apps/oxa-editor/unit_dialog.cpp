@@ -85,8 +85,8 @@ void UnitDialog::done(int result)
         texts = texts.mid(0, kMostLosses) << tr("and others");
     if (!texts.isEmpty()
         && QMessageBox::question(this, tr("Clear Values?"),
-               tr("Another radix, type or function has cleared values:\n\n%1\n\nStore them so?"
-                  " Cancel of the dialog keeps the old ones.")
+               tr("Another radix, type or function has cleared values:\n\n%1\n\nStore these?"
+                  " No returns to the dialog, whose Cancel keeps the old values.")
                    .arg(texts.join('\n')),
                QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
             != QMessageBox::Yes) {

@@ -66,7 +66,7 @@ void WindowDrawing::drawWindow(QPainter& painter, const QRectF& area) const
     const QRectF above(area.left(), 0, area.width(), line);
     const int after = m_amount - m_triggerPos;
     painter.drawText(above, Qt::AlignLeft, tr("%1 before the trigger").arg(m_triggerPos));
-    painter.drawText(above, Qt::AlignRight, tr("%1 from it on").arg(after));
+    painter.drawText(above, Qt::AlignRight, tr("%1 from the trigger on").arg(after));
 }
 
 void WindowDrawing::drawMemory(QPainter& painter, const QRectF& area) const

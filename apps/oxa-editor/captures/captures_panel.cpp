@@ -257,7 +257,7 @@ void CapturesPanel::showDifference(int step)
 {
     const qint64 sample = m_comparison.find(m_view->canvas()->cursor(0), step);
     if (sample < 0)
-        return m_state->setText(step > 0 ? tr("There is no difference behind cursor A.")
+        return m_state->setText(step > 0 ? tr("There is no difference after cursor A.")
                                          : tr("There is no difference before cursor A."));
     m_view->canvas()->setCursor(0, sample);
     m_view->canvas()->reveal(sample);

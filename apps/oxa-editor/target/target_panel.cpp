@@ -74,7 +74,7 @@ TargetPanel::TargetPanel(
     connect(m_builtFrom, &QLineEdit::editingFinished, this,
         [this] { m_builtFromOf.insert(m_document.path(), m_builtFrom->text()); });
     connect(&m_document, &Document::replaced, this, &TargetPanel::documentReplaced);
-    m_state->setText(tr("Start OpenOCD for the chip, then connect."));
+    m_state->setText(tr("Start OpenOCD for the target, or enter its serial port; then connect."));
     showState();
 }
 
@@ -90,7 +90,7 @@ void TargetPanel::documentReplaced()
     m_problems->hide();
     showAge(false);
     m_view->setWaveform(std::make_shared<Waveform>());
-    m_state->setText(tr("Start OpenOCD for the chip, then connect."));
+    m_state->setText(tr("Start OpenOCD for the target, or enter its serial port; then connect."));
     showState();
 }
 
@@ -117,8 +117,8 @@ void TargetPanel::showFound(const QList<FoundCore>& cores, const QString& builtF
         m_cores->setCurrentItem(m_cores->topLevelItem(0));
     if (m_stop->isEnabled())
         m_state->setText(builtFrom.isEmpty()
-                ? tr("The chip is built from the configuration shown.")
-                : tr("The chip is built from %1. Later changes are applied where they need no "
+                ? tr("The target was built from the configuration shown.")
+                : tr("The target was built from %1. Later changes are applied where they need no "
                      "synthesis.")
                       .arg(OXA::shownText(builtFrom)));
 }

@@ -31,9 +31,9 @@ QWidget* TargetPanel::makeControls()
 {
     m_builtFrom->setPlaceholderText(tr("the configuration's file"));
     m_builtFrom->setToolTip(
-        tr("The configuration that the chip was built from, when the one shown was "
+        tr("The configuration that the target was built from, when the one shown was "
            "changed since"));
-    m_cores->setAccessibleName(tr("Cores of the chip"));
+    m_cores->setAccessibleName(tr("Cores of the target"));
     m_cores->setHeaderLabels({tr("Core"), tr("Signals and depth"), tr("State")});
     m_cores->setRootIsDecorated(false);
     m_cores->setUniformRowHeights(true);
@@ -51,13 +51,13 @@ QWidget* TargetPanel::makeControls()
     auto* label = new QLabel(tr("Built from:"));
     label->setBuddy(m_builtFrom);
     file->addWidget(m_builtFrom, 1);
-    addButton(
-        tr("Bro&wse…"), tr("Choose the configuration of the chip"), &TargetPanel::browse, *file);
+    addButton(tr("Bro&wse…"), tr("Choose the configuration that the target was built from"),
+        &TargetPanel::browse, *file);
     form->addRow(label, file);
     m_repeat = new RepeatRows(*form, this);
     layout->addLayout(form);
     auto* buttons = new QHBoxLayout;
-    m_connect = addButton(tr("Connect"), tr("Find the analyzer in the chip, without arming it"),
+    m_connect = addButton(tr("Connect"), tr("Find the analyzer in the target, without arming it"),
         &TargetPanel::connectToChip, *buttons);
     m_arm = addButton(tr("Arm"),
         tr("Arm the chosen cores, and read the samples when they have triggered"),
@@ -103,7 +103,7 @@ QPushButton* TargetPanel::addButton(
 
 void TargetPanel::browse()
 {
-    const QString path = QFileDialog::getOpenFileName(this, tr("Configuration of the Chip"),
+    const QString path = QFileDialog::getOpenFileName(this, tr("Configuration of the Target"),
         QFileInfo(m_document.path()).path(), tr("Analyzer configurations (*.oxa);;All files (*)"));
     if (path.isEmpty())
         return;

@@ -50,7 +50,7 @@ RehearsalPanel::RehearsalPanel(Document& document, QWidget* parent)
 
 void RehearsalPanel::layOut()
 {
-    m_path->setPlaceholderText(tr("a waveform (VCD) of a simulation or an earlier capture"));
+    m_path->setPlaceholderText(tr("a waveform of a simulation, or an earlier capture"));
     m_problems->setAccessibleName(tr("Problems that prevent triggering"));
     keepMostLines(*m_problems, kProblemLines);
     m_problems->setWordWrap(true);

@@ -163,7 +163,7 @@ void TestEditorCaptures::twoAreCompared()
     QCOMPARE(run.cursor(), 3);
     QTest::keyClick(run.panel.view()->canvas(), Qt::Key_D);
     QCOMPARE(run.cursor(), 3);
-    QVERIFY(run.state().contains("no difference behind"));
+    QVERIFY(run.state().contains("no difference after"));
     run.panel.view()->canvas()->setCursor(0, 6);
     run.press("Previous difference");
     QCOMPARE(run.cursor(), 3);
