@@ -29,6 +29,7 @@ class QStackedWidget;
 class RecentFiles;
 class RehearsalPanel;
 class TargetPanel;
+class WaveView;
 class WelcomePage;
 
 /// The window: one configuration, the pages of its cores, its problems and its resources.
@@ -63,6 +64,7 @@ private:
     void connectParts();
     void connectDesign();
     void connectCaptures();
+    void offerSamples(WaveView& view);
 
     void newDocument(OXA::OxaMode mode);
     void chooseFile();

@@ -4,6 +4,9 @@
 #include "main_window.h"
 
 #include "captures/captures_panel.h"
+#include "captures/sample_menu.h"
+#include "core_list.h"
+#include "core_pages.h"
 #include "recent_files.h"
 #include "target/target_panel.h"
 #include "wave/rehearsal_panel.h"
@@ -20,6 +23,27 @@ void MainWindow::connectCaptures()
     connect(m_captures, &CapturesPanel::stimulusWanted, this, [this](const QString& path) {
         m_rehearsal->setStimulus(path);
         showLargeDock(m_rehearsalDock);
+    });
+    for (WaveView* view : {m_rehearsal->view(), m_target->view(), m_captures->view()})
+        offerSamples(*view);
+}
+
+/// Lets values in a waveform become triggers and signals of the core that they were captured by,
+/// else of the current one.
+void MainWindow::offerSamples(WaveView& view)
+{
+    const auto core = [this, &view] {
+        for (const CorePtr& own : m_document.cores()) {
+            if (&view != m_rehearsal->view() && own->index() == view.waveform()->captured.index)
+                return own;
+        }
+        return m_cores->current();
+    };
+    auto* menu = new SampleMenu(m_document, view, core);
+    connect(menu, &SampleMenu::edited, this, &MainWindow::showPlace);
+    connect(menu, &SampleMenu::dataWanted, this, [this, core](const QList<OXA::SignalItem>& items) {
+        m_cores->setCurrent(core());
+        m_pages->insert(Page::Signals, items);
     });
 }
 

@@ -3,6 +3,7 @@
 
 #include "oxa-editor/captures/captures_panel.h"
 #include "oxa-editor/recent_files.h"
+#include "oxa-editor/unit_dialog.h"
 #include "oxa-editor/wave/rehearsal_panel.h"
 #include "oxa-editor/wave/wave_canvas.h"
 #include "oxa-editor/wave/wave_view.h"
@@ -12,6 +13,7 @@
 #include "oxacapture/sample_text.h"
 #include "support/signals.h"
 
+#include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTreeView>
@@ -86,6 +88,37 @@ struct Run : WindowDriver {
         return texts;
     }
 
+    /// Chooses the entry that begins with `text` from the menu for a sample of a row: at its edge,
+    /// or in its middle. Returns the whole entry; empty when it is disabled.
+    QString choose(const QString& text, int row, qint64 sample, bool edge)
+    {
+        WaveCanvas& canvas = *panel.view()->canvas();
+        const QTreeView& rows = *panel.view()->rows();
+        const QRect place = rows.visualRect(rows.model()->index(row, 0));
+        const int x = int(canvas.scale().xOf(double(sample) + (edge ? 0 : 0.5))) + 1;
+        const int y = rows.viewport()->mapToGlobal(place.center()).y();
+        const QPoint global(canvas.mapToGlobal({x, 0}).x(), y);
+        QString entry;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            for (QAction* action : menu ? menu->actions() : QList<QAction*>()) {
+                if (!action->text().remove('&').startsWith(text))
+                    continue;
+                timer.stop();
+                entry = action->isEnabled() ? action->text().remove('&') : QString();
+                menu->close();
+                if (!entry.isEmpty())
+                    action->trigger();
+                return;
+            }
+        });
+        timer.start(5);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, canvas.mapFromGlobal(global), global);
+        QApplication::sendEvent(&canvas, &event);
+        return entry;
+    }
+
     QString state() const { return labelsIn(panel); }
     qint64 cursor() const { return panel.view()->canvas()->cursor(0); }
 
@@ -104,6 +137,7 @@ private Q_SLOTS:
     void savedCapturesOpen();
     void twoAreCompared();
     void aCaptureIsRehearsed();
+    void aValueBecomesATrigger();
 
 private:
     TestFolder m_folder;
@@ -120,8 +154,11 @@ void TestEditorCaptures::initTestCase()
     timed[0].clockHz = 1e6;
     QVERIFY(writeCapture(m_folder.path("a.sr"), timed, nullptr));
     QVERIFY(writeCapture(m_folder.path("b.vcd"), second, nullptr));
+    QVERIFY(writeCapture(
+        m_folder.path("c.vcd"), captureOf({"0000 0010 0001 0010 0000 0001"}, {1}), nullptr));
     writeFile(m_folder.path("bad.csv"), "core,window,sample,trigger,a\n0,0,0,0,7\n");
     const auto core = coreOf(0, {busOf("count", 3)}, busOf("count", 3), "011", 2, 1);
+    core->triggers[1]->signalList = {signalOf("busy")};
     core->sampleClock = "clk"; // which a capture does not have
     OXA::writeOXAConfigToXml({core.get()}, m_folder.path("core.oxa"));
 }
@@ -201,6 +238,45 @@ void TestEditorCaptures::aCaptureIsRehearsed()
         QVERIFY2(textsIn(*rehearsal.problems()).contains("other: is not in the capture"),
             qPrintable(textsIn(*rehearsal.problems())));
     }
+}
+
+// And an edge; or a data signal. The unit is shown before it is stored.
+void TestEditorCaptures::aValueBecomesATrigger()
+{
+    Run run(m_folder, m_folder.path("core.oxa"));
+    run.open("c.vcd");
+    const auto accepting = [&](int row, qint64 sample, bool edge) {
+        QString entry;
+        run.inModal<UnitDialog>(
+            [](UnitDialog* dialog) {
+                dialog->accept();
+                return true;
+            },
+            [&] { entry = run.choose("Trigger on this", row, sample, edge); });
+        return entry;
+    };
+    QCOMPARE(accepting(0, 1, true), QString("Trigger on this (001)…")); // of a bus
+    QCOMPARE(run.core().matchUnits[0]->value0, QString("001"));
+    QCOMPARE(run.page(), QString("Match units"));
+    QCOMPARE(run.document().undoStack().undoText(), QString("trigger on count"));
+    QCOMPARE(accepting(1, 2, true), QString("Trigger on this (rising edge)…"));
+    const OXA::MatchUnit& edge = *run.core().matchUnits[1];
+    QVERIFY(edge.enabled && edge.matchType == OXA::MatchBasicEdges && edge.value0 == "R");
+    QCOMPARE(accepting(1, 3, false), QString("Trigger on this (0)…"));
+    QCOMPARE(edge.value0, QString("0"));
+
+    QVERIFY(!run.choose("Find next", 0, 1, false).isEmpty());
+    QCOMPARE(run.cursor(), 3);
+    QVERIFY(!run.choose("Find next", 1, 2, true).isEmpty());
+    QCOMPARE(run.cursor(), 5);
+    QCOMPARE(run.choose("Add to data signals", 0, 1, false), QString()); // count is one
+    QVERIFY(!run.choose("Add to data signals", 1, 1, false).isEmpty());
+    QCOMPARE(run.page(), QString("Signals"));
+    QCOMPARE(OXA::flattenedNames(run.core().captureSignals),
+        QStringList({"count[2]", "count[1]", "count[0]", "busy"}));
+    run.core().triggers[1]->signalList.clear();
+    QCOMPARE(
+        run.choose("Trigger on this (no trigger port has the signal)", 1, 1, false), QString());
 }
 
 QTEST_MAIN(TestEditorCaptures)
