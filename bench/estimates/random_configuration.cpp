@@ -109,11 +109,26 @@ void addExpressions(Random& random, OXA::AoCore& core)
         core.expressions += expressionOf(random, units, core.expressionType == 1);
 }
 
+/// A third of the cores stores only some samples.
+void setStorage(Random& random, OXA::AoCore& core)
+{
+    OXA::CoreStorage& storage = core.storage;
+    if (!random.oneIn(3))
+        return;
+    const bool changes = random.oneIn(2);
+    storage.keep = changes ? OXA::CoreStorage::Changes : OXA::CoreStorage::When;
+    storage.gapBits = changes || random.oneIn(2) ? random.size(2, 32) : 0;
+    storage.limit = random.oneIn(3) ? random.size(2, 100'000) : 0;
+    const int units = core.enabledMatchUnits().size();
+    if (!changes)
+        storage.when = expressionOf(random, units, core.expressionType == 1);
+}
+
 /// Capture memories of each kind, in sizes usual for the kind.
 void setMemory(Random& random, OXA::AoCore& core)
 {
     core.implementation = random.oneIn(2) ? 0 : random.between(1, 2);
-    const int width = core.captureSignals.size() + 1;
+    const int width = core.captureSignals.size() + 1 + core.storage.extraBits();
     int bits = 16 * 1024 * 8;
     if (core.implementation == 1)
         bits = 2048;
@@ -142,6 +157,7 @@ std::unique_ptr<OXA::AoCore> standardCore(Random& random, int index)
     addPorts(random, *core);
     addUnits(random, *core);
     addExpressions(random, *core);
+    setStorage(random, *core);
     setMemory(random, *core);
     return core;
 }

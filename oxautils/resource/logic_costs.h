@@ -31,8 +31,10 @@ constexpr double kLutCosts[kLogicItems] = {
     1.13, // word of such a memory
     1.17, // the same, a block of blocks behind each other
     1.30, // block behind others
+    8.00, // core that does not store all samples
     0.63, // data signal whose changes are stored
     1.30, // bit of a gap between stored samples
+    1.60, // bit of a limit behind the trigger
 };
 
 /// Registers of the first items, beside those that are counted one by one.

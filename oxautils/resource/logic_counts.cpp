@@ -195,6 +195,7 @@ void addStorage(LogicCounts& counts, const OXA::AoCore& core)
     constexpr int kGroup = 8; // signals that are compared together
     if (core.storage.isDefault())
         return;
+    counts.items[StoringCores] += 1;
     counts.registers += 1; // the next sample is the first of a window
     if (core.storage.keep == OXA::CoreStorage::Changes) {
         const std::vector<bool> watched = OXA::watchedForChanges(core);
@@ -205,6 +206,10 @@ void addStorage(LogicCounts& counts, const OXA::AoCore& core)
     const int gapBits = core.storage.extraBits() - (core.storage.limit > 0 ? 1 : 0);
     counts.items[GapBits] += gapBits;
     counts.registers += gapBits > 0 ? 2 * gapBits + 1 : 0; // counted, stored, and the last one
+    const int limitBits = core.storage.limit > 0 ? bitsFor(core.storage.limit + 1) : 0;
+    counts.items[LimitBits] += limitBits;
+    counts.registers
+        += limitBits > 0 ? limitBits + 1 : 0; // samples behind the trigger, the last one
 }
 
 void addWindows(LogicCounts& counts, const OXA::AoCore& core)

@@ -37,8 +37,10 @@ enum LogicItem : int {
     RegisterWords,
     BankMux,
     Banks,
+    StoringCores,
     WatchedBits,
     GapBits,
+    LimitBits,
     kLogicItems,
     kCommonItems = TriggerPorts ///< wrappers and cores
 };
@@ -67,8 +69,10 @@ constexpr const char* kLogicItemTexts[kLogicItems] = {
     "word of such a memory",
     "the same, a block of blocks behind each other",
     "block behind others",
+    "core that does not store all samples",
     "data signal whose changes are stored",
     "bit of a gap between stored samples",
+    "bit of a limit behind the trigger",
 };
 
 /// The items and registers of the cores of an analyzer.
