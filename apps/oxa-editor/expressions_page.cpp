@@ -2,7 +2,6 @@
 #include "expressions_page.h"
 
 #include "expression_edit.h"
-#include "flow_layout.h"
 #include "least_lines.h"
 #include "scrolling.h"
 #include "signal_names.h"
@@ -17,12 +16,12 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
 #include <QTableView>
 #include <QTimer>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 using namespace OXA;
@@ -113,13 +112,14 @@ QWidget* ExpressionsPage::makeList()
     keepLeastLines(*m_list);
     m_list->setDragDropMode(QAbstractItemView::InternalMove);
     layout->addWidget(m_list, 1);
-    auto* buttons = new FlowLayout;
+    auto* buttons = new QHBoxLayout;
     buttons->addWidget(addButton(tr("&Add"), QKeySequence(Qt::Key_Insert), [this] { add(); }));
     m_needRow = {addButton(tr("&Remove"), QKeySequence::Delete, [this] { remove(); }),
         addButton(tr("&Up"), QKeySequence("Alt+Up"), [this] { move(-1); }),
         addButton(tr("Dow&n"), QKeySequence("Alt+Down"), [this] { move(1); })};
-    for (QPushButton* button : qAsConst(m_needRow))
+    for (QToolButton* button : qAsConst(m_needRow))
         buttons->addWidget(button);
+    buttons->addStretch();
     layout->addLayout(buttons);
     connect(m_list, &QListWidget::currentRowChanged, this, [this] {
         document().endRun();
@@ -133,12 +133,15 @@ QWidget* ExpressionsPage::makeList()
 }
 
 /// A button with a keyboard shortcut in the list.
-QPushButton* ExpressionsPage::addButton(
+QToolButton* ExpressionsPage::addButton(
     const QString& text, const QKeySequence& keys, const std::function<void()>& done)
 {
-    auto* button = new QPushButton(text);
+    auto* button = new QToolButton;
+    button->setText(text);
+    button->setAccessibleName(QString(text).remove('&'));
+    button->setFocusPolicy(Qt::StrongFocus);
     button->setToolTip(keys.toString(QKeySequence::NativeText));
-    connect(button, &QPushButton::clicked, this, done);
+    connect(button, &QToolButton::clicked, this, done);
     auto* shortcut = new QShortcut(keys, m_list, nullptr, nullptr, Qt::WidgetShortcut);
     connect(shortcut, &QShortcut::activated, this, [=] {
         if (button->isEnabled())
@@ -207,7 +210,7 @@ void ExpressionsPage::showExpression()
     const int row = m_list->currentRow();
     const bool shown = standard() && row >= 0;
     m_edit->setEnabled(shown);
-    for (QPushButton* button : qAsConst(m_needRow))
+    for (QToolButton* button : qAsConst(m_needRow))
         button->setEnabled(shown);
     if (!shown) {
         m_edit->setText({});

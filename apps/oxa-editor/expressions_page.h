@@ -10,7 +10,7 @@ class ExpressionEdit;
 class QComboBox;
 class QLabel;
 class QListWidget;
-class QPushButton;
+class QToolButton;
 class QTableView;
 class TruthTable;
 
@@ -37,13 +37,13 @@ private:
     void remove();
     void move(int by);
     void takeOrder();
-    QPushButton* addButton(
+    QToolButton* addButton(
         const QString& text, const QKeySequence& keys, const std::function<void()>& done);
 
     QComboBox* m_kind;
     QComboBox* m_memory;
     QListWidget* m_list;
-    QList<QPushButton*> m_needRow;
+    QList<QToolButton*> m_needRow;
     ExpressionEdit* m_edit;
     QLabel* m_complaint;
     TruthTable* m_table;

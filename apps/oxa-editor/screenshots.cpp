@@ -239,6 +239,10 @@ QPalette contrastPalette()
         {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
             QPalette::Light, QPalette::Midlight, QPalette::Mid})
         palette.setColor(role, Qt::white);
+    for (const QPalette::ColorRole role :
+        {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, Qt::gray);
+    palette.setColor(QPalette::Disabled, QPalette::Light, Qt::black);
     palette.setColor(QPalette::Highlight, Qt::yellow);
     palette.setColor(QPalette::HighlightedText, Qt::black);
     palette.setColor(QPalette::Link, Qt::cyan);
@@ -302,6 +306,8 @@ int main(int argc, char** argv)
         std::begin(kLooks), std::end(kLooks), [&](const Look& each) { return name == each.name; });
     if (look == std::end(kLooks))
         return 2;
+    if (name == "contrast") // whose frames do not depend on shades of the window's colour
+        QApplication::setStyle(QStyleFactory::create("Windows"));
     if (look->palette)
         QApplication::setPalette(look->palette());
     return takeAll(arguments, *look);

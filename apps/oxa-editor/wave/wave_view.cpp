@@ -147,7 +147,7 @@ void WaveView::makeActions(QToolBar* bar)
         [this] { m_wanted->setFocus(Qt::ShortcutFocusReason); });
     bar->addWidget(find);
     bar->addWidget(m_wanted);
-    bar->addAction(addAction(tr("Previous"), tr("Cursor A to the last change to the value"),
+    bar->addAction(addAction(tr("Previous"), tr("Cursor A to the previous change to the value"),
         {QKeySequence("P"), QKeySequence("Shift+F3")}, [this] { this->find(-1); }));
     bar->addAction(addAction(tr("Next"), tr("Cursor A to the next change to the value"),
         {QKeySequence("N"), QKeySequence("F3")}, [this] { this->find(1); }));
@@ -318,17 +318,25 @@ void WaveView::find(int step)
     WavePattern pattern;
     if (!wanted.isEmpty() && !readPattern(wanted, m_model->radix(current), row->width, pattern))
         return say(tr("%1 is not a value of %2.").arg(wanted, row->name));
-    qint64 sample = m_canvas->cursor(0);
-    do {
-        sample = step > 0 ? row->changes.next(qMax(sample, qint64(0)) + 1)
-                          : row->changes.previous(sample - 1);
-    } while (sample > 0 && sample < waveform()->samples && !wanted.isEmpty()
-        && !pattern.matches(row->valueAt(sample)));
-    if (sample < 0 || sample >= waveform()->samples)
-        return say(step > 0 ? tr("%1 does not change to this value again.").arg(row->name)
-                            : tr("%1 does not change to this value before.").arg(row->name));
+    const auto matchFrom = [&](qint64 sample) {
+        do {
+            sample = step > 0 ? row->changes.next(qMax(sample, qint64(0)) + 1)
+                              : row->changes.previous(sample - 1);
+        } while (sample > 0 && sample < waveform()->samples && !wanted.isEmpty()
+            && !pattern.matches(row->valueAt(sample)));
+        return sample < waveform()->samples ? sample : kNoSample;
+    };
+    qint64 sample = matchFrom(m_canvas->cursor(0));
+    const bool wraps = sample < 0;
+    if (wraps)
+        sample = matchFrom(step > 0 ? 0 : waveform()->samples);
+    if (sample < 0)
+        return say(tr("%1: no match.").arg(row->name));
     m_canvas->setCursor(0, sample);
     m_canvas->reveal(sample);
+    if (wraps)
+        say(step > 0 ? tr("No further match: searched on from the first sample.")
+                     : tr("No earlier match: searched on from the last sample."));
 }
 
 void WaveView::setRadix(Radix radix)

@@ -180,8 +180,9 @@ void TestWaveView::finds()
         {0, "f",    Radix::Hexadecimal, 5,  "N", 8 },
         {0, "1?1?", Radix::Binary,      11, "P", 8 },
         {1, "0",    Radix::Hexadecimal, 3,  "N", 4 }, // an unknown bit is no 0
-        {0, "f",    Radix::Hexadecimal, 8,  "N", -1},
-        {1, "1",    Radix::Hexadecimal, 1,  "P", -1},
+        {0, "f",    Radix::Hexadecimal, 8,  "N", 5 }, // from the beginning
+        {1, "1",    Radix::Hexadecimal, 1,  "P", 9 }, // from the end
+        {0, "7",    Radix::Hexadecimal, 8,  "N", -1},
     };
     Shown shown;
     for (const auto& row : rows) {
@@ -191,7 +192,9 @@ void TestWaveView::finds()
         shown.view.canvas()->setCursor(0, row.from);
         shown.keys(row.key);
         QCOMPARE(shown.cursor(), row.to < 0 ? row.from : row.to);
-        QCOMPARE(shown.state().contains("does not change to this value"), row.to < 0);
+        const bool isBehind = QByteArray(row.key) == "N" ? row.to > row.from : row.to < row.from;
+        QCOMPARE(shown.state().contains("searched on from"), row.to >= 0 && !isBehind);
+        QCOMPARE(shown.state().contains("no match"), row.to < 0);
     }
 }
 
