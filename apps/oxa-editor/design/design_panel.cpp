@@ -224,12 +224,15 @@ void DesignPanel::take(const DesignJob::Tree& tree, const QString& error)
     showRunning();
 }
 
-/// Another configuration was opened: the design that was read belongs to the old one.
+/// Another configuration was opened: the design that was read belongs to the old one. That of the
+/// new one is read when the user sees it.
 void DesignPanel::drop()
 {
     m_wanted = false;
     m_job->stop();
     showRunning();
+    if (isVisible())
+        begin();
 }
 
 void DesignPanel::showDesign()

@@ -115,6 +115,11 @@ void TestEditorShell::beginsWithADesign()
     QTRY_VERIFY_WITH_TIMEOUT(driver.document().design(), kPatience);
     QCOMPARE(driver.page(), QString("Signals"));
     QVERIFY(driver.find<QTreeView>("Signals of the design"));
+    QString error;
+    QVERIFY2(driver.document().save(m_folder.path("begun.oxa"), &error), qPrintable(error));
+    driver.window.close();
+    WindowDriver later(m_folder.path("begun.oxa")); // its dock is there again
+    QTRY_VERIFY_WITH_TIMEOUT(later.document().design(), kPatience);
 }
 
 void TestEditorShell::docksAreRemembered()
