@@ -18,6 +18,7 @@
 #include "target/target_panel.h"
 #include "undo_keys.h"
 #include "wave/rehearsal_panel.h"
+#include "wave/wave_settings.h"
 #include "welcome_page.h"
 
 #include "oxautils/model/shown_text.h"
@@ -68,13 +69,14 @@ MainWindow::MainWindow(QWidget* parent)
     , m_cost(new CostPanel)
     , m_build(new BuildPanel(m_document))
     , m_buildDock(new QDockWidget(tr("Build")))
-    , m_rehearsal(new RehearsalPanel(m_document))
+    , m_waves(new WaveSettings(&m_document, this))
+    , m_rehearsal(new RehearsalPanel(m_document, *m_waves))
     , m_rehearsalDock(new QDockWidget(tr("Rehearsal")))
     , m_design(new DesignPanel(m_document))
     , m_designDock(new QDockWidget(tr("Design")))
     , m_history(new CaptureHistory(this))
     , m_saver(new CaptureSaver(*m_history, this))
-    , m_target(new TargetPanel(m_document, *m_history, *m_saver))
+    , m_target(new TargetPanel(m_document, *m_waves, *m_history, *m_saver))
     , m_targetDock(new QDockWidget(tr("Target")))
     , m_captures(new CapturesPanel(m_document, *m_history, *m_saver))
     , m_capturesDock(new QDockWidget(tr("Captures")))

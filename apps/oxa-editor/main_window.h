@@ -29,6 +29,7 @@ class QStackedWidget;
 class RecentFiles;
 class RehearsalPanel;
 class TargetPanel;
+class WaveSettings;
 class WaveView;
 class WelcomePage;
 
@@ -119,6 +120,7 @@ private:
     CostPanel* m_cost;
     BuildPanel* m_build;
     QDockWidget* m_buildDock;
+    WaveSettings* m_waves;
     RehearsalPanel* m_rehearsal;
     QDockWidget* m_rehearsalDock;
     DesignPanel* m_design;

@@ -31,8 +31,8 @@ void setState(QTreeWidgetItem& item, const QString& text)
 
 }
 
-TargetPanel::TargetPanel(
-    Document& document, CaptureHistory& history, CaptureSaver& saver, QWidget* parent)
+TargetPanel::TargetPanel(Document& document, WaveSettings& waves, CaptureHistory& history,
+    CaptureSaver& saver, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
     , m_history(history)
@@ -43,7 +43,7 @@ TargetPanel::TargetPanel(
     , m_state(new QLabel)
     , m_problems(new QListWidget)
     , m_age(new QLabel)
-    , m_view(new WaveView)
+    , m_view(new WaveView(&waves))
 {
     auto* splitter = new QSplitter;
     splitter->addWidget(makeControls());

@@ -20,6 +20,7 @@ class QPushButton;
 class QTreeWidget;
 class RepeatRows;
 class TargetLink;
+class WaveSettings;
 class WaveView;
 
 /// Captures from a running chip with the shown settings.
@@ -27,8 +28,8 @@ class TargetPanel : public QWidget {
     Q_OBJECT
 
 public:
-    TargetPanel(Document& document, CaptureHistory& history, CaptureSaver& saver,
-        QWidget* parent = nullptr);
+    TargetPanel(Document& document, WaveSettings& waves, CaptureHistory& history,
+        CaptureSaver& saver, QWidget* parent = nullptr);
 
     /// A run, the start of OpenOCD for it, or `isSaving`.
     bool isRunning() const;

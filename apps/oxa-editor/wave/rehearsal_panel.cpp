@@ -24,7 +24,7 @@ constexpr int kRemarks = 3; // windows that are listed
 
 }
 
-RehearsalPanel::RehearsalPanel(Document& document, QWidget* parent)
+RehearsalPanel::RehearsalPanel(Document& document, WaveSettings& waves, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
     , m_rehearsal(new Rehearsal(this))
@@ -32,7 +32,7 @@ RehearsalPanel::RehearsalPanel(Document& document, QWidget* parent)
     , m_path(new QLineEdit)
     , m_state(new QLabel)
     , m_problems(new QListWidget)
-    , m_view(new WaveView)
+    , m_view(new WaveView(&waves))
 {
     layOut();
     connect(m_path, &QLineEdit::editingFinished, this, &RehearsalPanel::takeStimulus);

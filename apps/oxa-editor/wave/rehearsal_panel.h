@@ -15,6 +15,7 @@ class QFileSystemWatcher;
 class QLabel;
 class QLineEdit;
 class QListWidget;
+class WaveSettings;
 class WaveView;
 
 /// Shows what a core would capture from a stimulus while its trigger is edited.
@@ -22,7 +23,7 @@ class RehearsalPanel : public QWidget {
     Q_OBJECT
 
 public:
-    explicit RehearsalPanel(Document& document, QWidget* parent = nullptr);
+    RehearsalPanel(Document& document, WaveSettings& waves, QWidget* parent = nullptr);
 
     /// The core to rehearse; may be null.
     void setCore(const CorePtr& core);

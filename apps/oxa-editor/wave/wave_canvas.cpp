@@ -63,7 +63,7 @@ WaveCanvas::WaveCanvas(QTreeView& rows, WaveModel& model, QWidget* parent)
     connect(&rows, &QTreeView::expanded, this, repaint);
     connect(&rows, &QTreeView::collapsed, this, repaint);
     connect(&model, &QAbstractItemModel::dataChanged, this, repaint);
-    connect(&model, &QAbstractItemModel::modelReset, this, repaint);
+    connect(&model, &QAbstractItemModel::layoutChanged, this, repaint);
     connect(rows.selectionModel(), &QItemSelectionModel::currentChanged, this, repaint);
 }
 
@@ -309,8 +309,10 @@ void WaveCanvas::drawRows(QPainter& painter, const WaveColors& colors) const
             tint.setAlpha(kRowTint);
             painter.fillRect(0, top, width(), place.height(), tint);
         }
-        const WaveRow& row = *m_model.row(index);
-        rows.add(row, m_model.radix(index), m_model.statesOf(row), top, place.height());
+        if (m_model.row(index))
+            rows.add(m_model.lane(index), top, place.height());
+        else
+            painter.fillRect(0, top + place.height() / 2, width(), 1, colors.grid);
     }
     rows.paint(painter, colors);
 }

@@ -1,32 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "wave_model.h"
+#include "wave_model_item.h"
 
-#include "wave_painter.h"
+#include <QRegularExpression>
 
-#include "oxautils/model/shown_text.h"
-
-#include <QBrush>
-#include <QFontMetrics>
-#include <QGuiApplication>
-#include <QPalette>
-#include <QSize>
+#include <algorithm>
+#include <map>
 
 namespace {
 
-constexpr int kRowSpace = 6; // pixels
-constexpr quintptr kTop = 0; // internal id of the rows; a bit's is its bus's number + 1
-
-bool sameShape(const WaveRow& a, const WaveRow& b)
+std::pair<int, QString> keyOf(const WaveRow& row)
 {
-    if (a.name != b.name || a.isEvent != b.isEvent || a.bits.size() != b.bits.size())
-        return false;
-    return std::equal(a.bits.begin(), a.bits.end(), b.bits.begin(), sameShape);
-}
-
-bool sameShape(const Waveform& a, const Waveform& b)
-{
-    return std::equal(a.rows.begin(), a.rows.end(), b.rows.begin(), b.rows.end(),
-        [](const auto& x, const auto& y) { return sameShape(*x, *y); });
+    return {row.isEvent ? WaveEntry::Event : WaveEntry::Signal, row.name};
 }
 
 }
@@ -34,148 +18,255 @@ bool sameShape(const Waveform& a, const Waveform& b)
 WaveModel::WaveModel(QObject* parent)
     : QAbstractItemModel(parent)
     , m_waveform(std::make_shared<Waveform>())
+    , m_root(std::make_unique<Item>())
 {
 }
 
-void WaveModel::setWaveform(WaveformPtr waveform)
+WaveModel::~WaveModel() = default;
+
+void WaveModel::setWaveform(WaveformPtr waveform, const WaveEntries& entries)
 {
-    const bool reset = !sameShape(*m_waveform, *waveform);
-    if (reset)
-        beginResetModel();
+    const WaveformPtr before = m_waveform; // the rows are used until they are replaced
     m_waveform = std::move(waveform);
-    if (reset)
-        endResetModel();
-    else
-        valuesChanged();
+    m_tracks.clear();
+    m_rowOf.clear();
+    for (const auto& row : m_waveform->rows)
+        m_rowOf.insert(keyOf(*row), row.get());
+    rebuild(entries);
 }
 
-const WaveRow* WaveModel::row(const QModelIndex& index) const
+void WaveModel::setEntries(const WaveEntries& entries) { rebuild(entries); }
+
+void WaveModel::edit(const WaveEntries& entries)
 {
-    if (!index.isValid())
-        return nullptr;
-    if (index.internalId() == kTop)
-        return m_waveform->rows[size_t(index.row())].get();
-    return &m_waveform->rows[index.internalId() - 1]->bits[size_t(index.row())];
+    rebuild(entries);
+    Q_EMIT edited();
+}
+
+void WaveModel::edit(
+    const QModelIndexList& indexes, const std::function<void(WaveEntry& entry)>& change)
+{
+    for (const QModelIndex& index : indexes) {
+        if (index.isValid())
+            change(*item(index)->entry);
+    }
+    edit(m_entries);
+}
+
+QSet<const WaveEntry*> WaveModel::entriesOf(const QModelIndexList& indexes) const
+{
+    QSet<const WaveEntry*> entries;
+    for (const QModelIndex& index : indexes) {
+        if (index.isValid())
+            entries.insert(item(index)->entry);
+    }
+    return entries;
+}
+
+void WaveModel::setExpanded(const QModelIndex& index, bool isExpanded)
+{
+    WaveEntry& entry = *item(index)->entry;
+    if (entry.expanded == isExpanded || isFiltered()) // a filter expands groups
+        return;
+    entry.expanded = isExpanded;
+    Q_EMIT edited();
+}
+
+void WaveModel::setFilter(const QString& text)
+{
+    m_filter = text.trimmed();
+    rebuild(m_entries);
+}
+
+void WaveModel::setShowsHidden(bool shows)
+{
+    m_showsHidden = shows;
+    rebuild(m_entries);
+}
+
+void WaveModel::rebuild(WaveEntries entries)
+{
+    Q_EMIT layoutAboutToBeChanged();
+    const QModelIndexList before = persistentIndexList();
+    std::vector<std::tuple<int, QString, int>> keys;
+    for (const QModelIndex& index : before)
+        keys.push_back(item(index)->key());
+
+    m_entries = std::move(entries);
+    addMissing(m_entries, *m_waveform);
+    m_root = std::make_unique<Item>();
+    build(*m_root, m_entries, m_filter.isEmpty());
+
+    std::map<std::tuple<int, QString, int>, const Item*> found;
+    const std::function<void(const Item&)> note = [&](const Item& parent) {
+        for (const auto& child : parent.items) {
+            found[child->key()] = child.get();
+            note(*child);
+        }
+    };
+    if (!before.isEmpty())
+        note(*m_root);
+    QModelIndexList after;
+    for (int i = 0; i < before.size(); ++i) {
+        const auto place = found.find(keys[size_t(i)]);
+        after
+            += place == found.end() ? QModelIndex() : indexOf(place->second, before.at(i).column());
+    }
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged();
+}
+
+/// Adds the items of `entries`; of those that the filter matches unless `isMatched`.
+void WaveModel::build(Item& parent, WaveEntries& entries, bool isMatched)
+{
+    for (WaveEntry& entry : entries) {
+        if (entry.hidden && !m_showsHidden)
+            continue;
+        if (entry.kind == WaveEntry::Group) {
+            Item* group = parent.add({&entry});
+            build(*group, entry.rows, isMatched || matches(entry));
+            if (isFiltered() && group->items.empty())
+                parent.items.pop_back();
+            continue;
+        }
+        const WaveRow* row = m_rowOf.value({entry.kind, entry.name});
+        if ((entry.isWave() && !row) || !(isMatched || matches(entry)))
+            continue;
+        Item* item = parent.add({&entry, row});
+        if (row)
+            addBits(*item);
+    }
+}
+
+void WaveModel::addBits(Item& bus) const
+{
+    QStringList names;
+    for (const WaveRow& bit : bus.row->bits) {
+        bus.add({bus.entry, &bit});
+        names += bit.name;
+    }
+    if (!names.isEmpty() && !m_states.isEmpty() && !bus.row->isEvent)
+        bus.states = OXA::statesOf(m_states, names);
+}
+
+bool WaveModel::matches(const WaveEntry& entry) const
+{
+    if (m_filter.isEmpty() || entry.name.contains(m_filter, Qt::CaseInsensitive))
+        return true;
+    const QRegularExpression pattern(QRegularExpression::wildcardToRegularExpression(m_filter),
+        QRegularExpression::CaseInsensitiveOption);
+    return pattern.match(entry.name).hasMatch();
+}
+
+WaveModel::Item* WaveModel::item(const QModelIndex& index) const
+{
+    return index.isValid() ? static_cast<Item*>(index.internalPointer()) : m_root.get();
+}
+
+QModelIndex WaveModel::indexOf(const Item* item, int column) const
+{
+    return item == m_root.get() ? QModelIndex()
+                                : createIndex(item->place, column, const_cast<Item*>(item));
+}
+
+const WaveRow* WaveModel::row(const QModelIndex& index) const { return item(index)->row; }
+
+const WaveEntry* WaveModel::entry(const QModelIndex& index) const { return item(index)->entry; }
+
+QModelIndex WaveModel::find(int entryId) const
+{
+    const std::function<QModelIndex(const Item&)> search = [&](const Item& parent) {
+        for (const auto& child : parent.items) {
+            const QModelIndex found
+                = child->entry->id == entryId ? indexOf(child.get(), Name) : search(*child);
+            if (found.isValid())
+                return found;
+        }
+        return QModelIndex();
+    };
+    return search(*m_root);
+}
+
+bool WaveModel::isBit(const QModelIndex& index) const { return item(index)->isBit(); }
+
+bool WaveModel::hasHighRows() const
+{
+    const std::function<bool(const WaveEntries&)> isHigh = [&](const WaveEntries& entries) {
+        return std::any_of(entries.begin(), entries.end(),
+            [&](const WaveEntry& entry) { return entry.height != 1 || isHigh(entry.rows); });
+    };
+    return isHigh(m_entries);
 }
 
 Radix WaveModel::radix(const QModelIndex& index) const
 {
-    const WaveRow* shown = row(index);
-    if (!shown || !shown->isBus())
+    const Item& shown = *item(index);
+    if (!shown.row || !shown.row->isBus())
         return Radix::Binary;
-    return m_radixes.value(shown->name,
-        shown->isEvent                   ? Radix::Decimal
-            : statesOf(*shown).isEmpty() ? Radix::Hexadecimal
-                                         : Radix::Names);
+    const Radix usual = shown.row->isEvent ? Radix::Decimal
+        : shown.states.isEmpty()           ? Radix::Hexadecimal
+                                           : Radix::Names;
+    return shown.entry->radix.value_or(usual);
+}
+
+WaveLane WaveModel::lane(const QModelIndex& index) const
+{
+    const Item& shown = *item(index);
+    const WaveEntry& entry = *shown.entry;
+    WaveLane lane {*shown.row, radix(index), shown.states, entry.color};
+    if (entry.shape == WaveShape::Digits || !shown.row->isBus())
+        return lane;
+    auto& track = m_tracks[shown.row];
+    const bool isSigned = lane.radix == Radix::Signed;
+    if (!track || track->isSigned() != isSigned)
+        track = std::make_shared<AnalogTrack>(*shown.row, isSigned);
+    lane.shape = entry.shape;
+    lane.track = track.get();
+    return lane;
 }
 
 void WaveModel::setStates(const OXA::StateNames& states)
 {
     m_states = states;
-    valuesChanged();
+    rebuild(m_entries);
 }
 
-QHash<QString, QString> WaveModel::statesOf(const WaveRow& row) const
+void WaveModel::setSample(int cursor, qint64 sample)
 {
-    QStringList bits;
-    for (const WaveRow& bit : row.bits)
-        bits += bit.name;
-    return m_states.isEmpty() || row.isEvent ? QHash<QString, QString>()
-                                             : OXA::statesOf(m_states, bits);
-}
-
-void WaveModel::setRadix(const QModelIndex& index, Radix radix)
-{
-    const WaveRow* shown = row(index);
-    if (!shown || !shown->isBus())
+    if (sample == m_samples[cursor])
         return;
-    m_radixes[shown->name] = radix;
-    valuesChanged();
-}
-
-void WaveModel::setSample(qint64 sample)
-{
-    if (sample == m_sample)
-        return;
-    m_sample = sample;
+    m_samples[cursor] = sample;
     valuesChanged();
 }
 
 void WaveModel::valuesChanged()
 {
-    const int rows = rowCount();
-    if (rows == 0)
-        return;
-    Q_EMIT dataChanged(index(0, Value), index(rows - 1, Value));
-    for (int i = 0; i < rows; ++i) {
-        const QModelIndex bus = index(i, Name);
-        if (const int bits = rowCount(bus))
-            Q_EMIT dataChanged(index(0, Value, bus), index(bits - 1, Value, bus));
-    }
+    const std::function<void(const Item&)> tell = [&](const Item& parent) {
+        if (parent.items.empty())
+            return;
+        Q_EMIT dataChanged(
+            indexOf(parent.items.front().get(), Value), indexOf(parent.items.back().get(), ValueB));
+        for (const auto& child : parent.items)
+            tell(*child);
+    };
+    tell(*m_root);
 }
 
 QModelIndex WaveModel::index(int row, int column, const QModelIndex& parent) const
 {
     if (!hasIndex(row, column, parent))
         return {};
-    return createIndex(row, column, parent.isValid() ? quintptr(parent.row()) + 1 : kTop);
+    return indexOf(item(parent)->items[size_t(row)].get(), column);
 }
 
 QModelIndex WaveModel::parent(const QModelIndex& index) const
 {
-    if (!index.isValid() || index.internalId() == kTop)
-        return {};
-    return createIndex(int(index.internalId()) - 1, 0, kTop);
+    return index.isValid() ? indexOf(item(index)->parent, 0) : QModelIndex();
 }
 
 int WaveModel::rowCount(const QModelIndex& parent) const
 {
-    if (!parent.isValid())
-        return int(m_waveform->rows.size());
-    const bool isTop = parent.column() == 0 && parent.internalId() == kTop;
-    return isTop ? int(row(parent)->bits.size()) : 0;
+    return parent.column() > 0 ? 0 : int(item(parent)->items.size());
 }
 
 int WaveModel::columnCount(const QModelIndex&) const { return Columns; }
-
-QString WaveModel::valueText(const QModelIndex& index, const WaveRow& row) const
-{
-    if (m_sample < 0 || m_sample >= m_waveform->samples)
-        return {};
-    const WaveValue value = row.valueAt(m_sample);
-    if (row.isEvent && !value.isKnown())
-        return QString(QChar(0x2013)); // a dash: unknown event
-    return namedText(value, radix(index), statesOf(row));
-}
-
-QVariant WaveModel::data(const QModelIndex& index, int role) const
-{
-    const WaveRow* shown = row(index);
-    if (!shown)
-        return {};
-    const bool isValue = index.column() == Value;
-    switch (role) {
-    case Qt::DisplayRole:
-        return isValue ? valueText(index, *shown) : OXA::shownText(shown->name);
-    case Qt::ToolTipRole:
-        return isValue ? valueText(index, *shown)
-            : shown->width == 1
-            ? OXA::shownText(shown->name)
-            : tr("%1 (%2 bits)").arg(OXA::shownText(shown->name), QString::number(shown->width));
-    case Qt::FontRole:
-        return isValue ? valueFont() : QVariant();
-    case Qt::SizeHintRole:
-        return QSize(0, QFontMetrics(QGuiApplication::font()).height() + kRowSpace);
-    case Qt::BackgroundRole:
-        return shown->isEvent ? QGuiApplication::palette().alternateBase() : QVariant();
-    default:
-        return {};
-    }
-}
-
-QVariant WaveModel::headerData(int section, Qt::Orientation orientation, int role) const
-{
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    return section == Name ? tr("Signal") : tr("Value");
-}

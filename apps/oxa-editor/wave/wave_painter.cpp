@@ -6,7 +6,6 @@
 #include <QGlyphRun>
 #include <QGuiApplication>
 #include <QPainter>
-#include <QPalette>
 
 using namespace OXA_CAPTURE;
 
@@ -17,8 +16,6 @@ constexpr int kSlope = 2; // half of a bus's change
 constexpr int kSlopedWidth = 10; // of the narrowest run with slopes
 constexpr int kFillAlpha = 50; // of 255
 constexpr int kBusyAlpha = 160; // on the background outside of windows
-constexpr int kGridAlpha = 45; // visible inside and outside of windows
-constexpr int kOpaque = 255;
 constexpr int kFirstCharacter = 0x20;
 constexpr int kCharacters = 0x5f;
 constexpr int kFewestDigits = 2; // of a value that are shown
@@ -33,37 +30,6 @@ QFont fixedFont(const QFont& ofSize)
     return font;
 }
 
-/// `color` as it looks on `ground` with an alpha of `part`: large opaque areas are drawn in a third
-/// of the time.
-QColor opaque(const QColor& color, const QColor& ground, int part)
-{
-    const auto mix = [part](int a, int b) { return (a * part + b * (kOpaque - part)) / kOpaque; };
-    return {mix(color.red(), ground.red()), mix(color.green(), ground.green()),
-        mix(color.blue(), ground.blue())};
-}
-
-}
-
-WaveColors waveColors(const QPalette& palette)
-{
-    const bool dark = palette.color(QPalette::Base).lightness() < 128;
-    const auto pick = [dark](QRgb onLight, QRgb onDark) { return QColor(dark ? onDark : onLight); };
-    WaveColors colors;
-    colors.signal = pick(0x146c2e, 0x6fd68a);
-    colors.bus = pick(0x1c4fa0, 0x7fb2ff);
-    colors.event = pick(0x7a4a00, 0xf0b860);
-    colors.unknown = pick(0xb02020, 0xff7a70);
-    colors.notLookedFor = pick(0xa0a0a0, 0x808080);
-    colors.base = palette.color(QPalette::Base);
-    colors.text = palette.color(QPalette::Text);
-    colors.window = pick(0xfff7dc, 0x403c2a);
-    colors.border = pick(0xb08a20, 0xc0a850);
-    colors.trigger = pick(0xd01818, 0xff5a4a);
-    colors.grid = palette.color(QPalette::Text);
-    colors.grid.setAlpha(kGridAlpha);
-    colors.cursors[0] = pick(0x8a1fa8, 0xe28cff);
-    colors.cursors[1] = pick(0x00707e, 0x5ce0f0);
-    return colors;
 }
 
 QFont valueFont()
@@ -93,17 +59,23 @@ WavePainter::WavePainter(
     m_digitWidth = qMax(QFontMetrics(font).horizontalAdvance('0'), 1);
 }
 
-void WavePainter::add(
-    const WaveRow& row, Radix radix, const QHash<QString, QString>& states, int top, int height)
+void WavePainter::add(const WaveLane& lane, int top, int height)
 {
-    const Lane lane {row, radix, states, top + kMargin, top + height - 1 - kMargin,
-        row.isEvent       ? Event
-            : row.isBus() ? Bus
-                          : Signal};
+    const int usual = lane.row.isEvent ? Event : lane.row.isBus() ? Bus : Signal;
+    const Lane place {lane, top + kMargin, top + height - 1 - kMargin,
+        lane.color ? RowColors + lane.color - 1 : usual};
+    if (lane.track && !lane.track->all().isEmpty())
+        addCurve(place);
+    else
+        addDigits(place);
+}
+
+void WavePainter::addDigits(const Lane& lane)
+{
     int busyFrom = -1;
     for (int x = m_left; x < m_right;) {
         const qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
-        const qint64 change = row.changes.next(sample + 1);
+        const qint64 change = lane.row.changes.next(sample + 1);
         const int end = qMin(m_right, int(m_scale.xOf(double(change))));
         if (end <= x) { // changes within this pixel
             busyFrom = busyFrom < 0 ? x : busyFrom;
@@ -131,7 +103,7 @@ void WavePainter::addBusy(const Lane& lane, int from, int to)
 
 void WavePainter::addRun(const Lane& lane, qint64 sample, int from, int to)
 {
-    const Ink unknown = lane.row.isEvent ? NotLookedFor : Unknown;
+    const int unknown = lane.row.isEvent ? NotLookedFor : Unknown;
     const int middle = (lane.high + lane.low) / 2;
     if (lane.row.isBus()) {
         const WaveValue value = lane.row.valueAt(sample);
@@ -150,16 +122,23 @@ void WavePainter::addRun(const Lane& lane, qint64 sample, int from, int to)
         m_fills[lane.ink] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
         break;
     case Logic::Unknown:
-        across(unknown, from, to, middle);
-        if (!lane.row.isEvent) {
-            m_fills[unknown] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
-            addText("x", from, to, middle);
-        }
+        if (lane.row.isEvent)
+            across(unknown, from, to, middle);
+        else
+            addUnknown(lane, from, to);
         break;
     }
 }
 
-void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, int from, int to)
+void WavePainter::addUnknown(const Lane& lane, int from, int to)
+{
+    const int middle = (lane.high + lane.low) / 2;
+    across(Unknown, from, to, middle);
+    m_fills[Unknown] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
+    addText("x", from, to, middle);
+}
+
+void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, int ink, int from, int to)
 {
     if (!value.isKnown())
         m_fills[ink] += QRect(QPoint(from, lane.high), QPoint(to - 1, lane.low));
@@ -179,6 +158,63 @@ void WavePainter::addBusRun(const Lane& lane, const WaveValue& value, Ink ink, i
         edge(ink, from, lane.high, lane.low);
     if (to - from >= m_digitWidth + 2 * kSlope)
         addText(namedText(value, lane.radix, lane.states), from, to, middle);
+}
+
+void WavePainter::addCurve(const Lane& lane)
+{
+    std::optional<QPoint> last; // where the curve was left
+    for (int x = m_left; x < m_right;) {
+        const qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
+        const qint64 change = lane.row.changes.next(sample + 1);
+        const int end = qMin(m_right, int(m_scale.xOf(double(change))));
+        const bool isBusy = end <= x; // changes within this pixel
+        const auto next = qint64(std::ceil(m_scale.sampleAt(x + 1)));
+        const AnalogTrack::Range range
+            = lane.track->range(sample, isBusy ? qBound(sample + 1, next, m_samples) : sample + 1);
+        if (range.isEmpty()) {
+            addUnknown(lane, x, qMax(end, x + 1));
+            last.reset();
+        } else if (isBusy) {
+            addSwing(lane, range, last, x);
+        } else {
+            const bool bends = lane.shape == WaveShape::Lines && change < m_samples;
+            const int bend = bends ? qBound(x, int(m_scale.xOf(double(change - 1))), end) : end;
+            addLevel(lane, lane.yOf(range.least), last, {x, bend});
+        }
+        x = qMax(end, x + 1);
+    }
+}
+
+/// A value that stays from one pixel to another.
+void WavePainter::addLevel(
+    const Lane& lane, int y, std::optional<QPoint>& last, std::pair<int, int> place)
+{
+    const auto [from, to] = place;
+    if (last && lane.shape == WaveShape::Lines)
+        m_slopes[lane.ink] += QLine(*last, {from, y});
+    else if (last)
+        edge(lane.ink, from, qMin(y, last->y()), qMax(y, last->y()));
+    across(lane.ink, from, to, y);
+    last = QPoint(to, y);
+}
+
+/// Several values in one pixel.
+void WavePainter::addSwing(
+    const Lane& lane, const AnalogTrack::Range& range, std::optional<QPoint>& last, int x)
+{
+    const int high = lane.yOf(range.greatest);
+    const int low = lane.yOf(range.least);
+    const int before = last ? last->y() : low;
+    edge(lane.ink, x, qMin(high, before), qMax(low, before));
+    last = QPoint(x, low);
+}
+
+int WavePainter::Lane::yOf(double value) const
+{
+    const AnalogTrack::Range& all = track->all();
+    const double part
+        = all.greatest > all.least ? (value - all.least) / (all.greatest - all.least) : 0.5;
+    return low - qRound(part * (low - high));
 }
 
 /// The text in the middle of the run, shortened when there is not enough space.
@@ -203,8 +239,9 @@ void WavePainter::addText(const QString& text, int from, int to, int middle)
 
 void WavePainter::paint(QPainter& painter, const WaveColors& colors) const
 {
-    const QColor inks[Inks]
+    QColor inks[Inks]
         = {colors.signal, colors.bus, colors.event, colors.unknown, colors.notLookedFor};
+    std::copy(std::begin(colors.rows), std::end(colors.rows), inks + RowColors);
     const auto fill = [&](const QVector<QRect>& areas, const QColor& color) {
         painter.setPen(Qt::NoPen);
         painter.setBrush(color);
@@ -216,6 +253,8 @@ void WavePainter::paint(QPainter& painter, const WaveColors& colors) const
         fill(m_fills[ink], tint);
         fill(m_busy[ink], opaque(inks[ink], colors.base, kBusyAlpha));
         fill(m_lines[ink], inks[ink]);
+        painter.setPen(inks[ink]);
+        painter.drawLines(m_slopes[ink]);
     }
     QGlyphRun run;
     run.setRawFont(m_font);

@@ -4,23 +4,26 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
 struct RadixFacts {
+    const char* key;
     const char* name;
     int digitBits; // 0: digits are not made of whole bits
 };
 
 // In the order of Radix.
 constexpr RadixFacts kRadixFacts[] = {
-    {QT_TRANSLATE_NOOP("WaveView", "Binary"),          1},
-    {QT_TRANSLATE_NOOP("WaveView", "Octal"),           3},
-    {QT_TRANSLATE_NOOP("WaveView", "Decimal"),         0},
-    {QT_TRANSLATE_NOOP("WaveView", "Decimal, signed"), 0},
-    {QT_TRANSLATE_NOOP("WaveView", "Hexadecimal"),     4},
-    {QT_TRANSLATE_NOOP("WaveView", "Text"),            8},
-    {QT_TRANSLATE_NOOP("WaveView", "Names of values"), 4},
+    {"binary",      QT_TRANSLATE_NOOP("WaveView", "Binary"),          1},
+    {"octal",       QT_TRANSLATE_NOOP("WaveView", "Octal"),           3},
+    {"decimal",     QT_TRANSLATE_NOOP("WaveView", "Decimal"),         0},
+    {"signed",      QT_TRANSLATE_NOOP("WaveView", "Decimal, signed"), 0},
+    {"hexadecimal", QT_TRANSLATE_NOOP("WaveView", "Hexadecimal"),     4},
+    {"text",        QT_TRANSLATE_NOOP("WaveView", "Text"),            8},
+    {"names",       QT_TRANSLATE_NOOP("WaveView", "Names of values"), 4},
 };
 
 constexpr char kDigits[] = "0123456789ABCDEF";
@@ -183,6 +186,31 @@ bool WaveValue::isKnown() const { return isZero(unknown); }
 QString radixName(Radix radix)
 {
     return QCoreApplication::translate("WaveView", kRadixFacts[int(radix)].name);
+}
+
+QString radixKey(Radix radix) { return kRadixFacts[int(radix)].key; }
+
+std::optional<Radix> radixOf(const QString& key)
+{
+    for (int i = 0; i < kRadixes; ++i) {
+        if (key == kRadixFacts[i].key)
+            return Radix(i);
+    }
+    return {};
+}
+
+double numberOf(const WaveValue& value, bool isSigned)
+{
+    if (!value.isKnown())
+        return std::numeric_limits<double>::quiet_NaN();
+    const bool negative = isSigned && bitsAt(value.value, value.width - 1, 1) != 0;
+    Words magnitude = value.value;
+    if (negative)
+        negate(magnitude, value.width);
+    double number = 0;
+    for (size_t word = magnitude.size(); word-- > 0;)
+        number = std::ldexp(number, 64) + double(magnitude[word]);
+    return negative ? -number : number;
 }
 
 QString valueText(const WaveValue& value, Radix radix)

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QString>
 
+#include <optional>
 #include <vector>
 
 /// Bits that are 0, 1 or unknown. Word 0 contains the least significant bits; an unknown bit has
@@ -25,10 +26,18 @@ constexpr int kRadixes = 7;
 /// The radix as shown to users, such as "Hexadecimal".
 QString radixName(Radix radix);
 
+/// The same for files: "hexadecimal".
+QString radixKey(Radix radix);
+std::optional<Radix> radixOf(const QString& key); ///< none for a key that is not known
+
 /// The digits of the value: binary, octal and hexadecimal with leading zeros and "x" for a digit
 /// with unknown bits, also for values without a name; decimal without leading zeros, "x" when any
 /// bit is unknown; text with one character for each byte.
 QString valueText(const WaveValue& value, Radix radix);
+
+/// The value as a number, rounded when it is wider than 53 bits; not a number when a bit is
+/// unknown.
+double numberOf(const WaveValue& value, bool isSigned);
 
 /// The same, with the name in `states`, by binary digits, for `Radix::Names`.
 QString namedText(const WaveValue& value, Radix radix, const QHash<QString, QString>& states);

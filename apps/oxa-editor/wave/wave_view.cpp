@@ -5,29 +5,27 @@
 #include "quantity.h"
 #include "wave_canvas.h"
 #include "wave_model.h"
+#include "wave_row_menu.h"
+#include "wave_settings.h"
 
 #include "oxautils/config/names_file.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMenu>
 #include <QScrollBar>
 #include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QToolBar>
-#include <QToolButton>
 #include <QTreeView>
 
 using OXA_CAPTURE::kNoSample;
 
 namespace {
 
-constexpr double kKeyZoom = 2;
 constexpr int kRowsWidth = 36; // characters, names and values
 constexpr int kFewSamples = 1000000000; // limit of a scroll bar
 
@@ -46,20 +44,33 @@ protected:
 
 }
 
-WaveView::WaveView(QWidget* parent)
+WaveView::WaveView(WaveSettings* settings, QWidget* parent)
     : QWidget(parent)
+    , m_settings(settings ? settings : new WaveSettings(nullptr, this))
     , m_model(new WaveModel(this))
     , m_rows(new QTreeView)
     , m_splitter(new QSplitter)
     , m_gtkWave(new GtkWave(this))
     , m_scroll(new QScrollBar(Qt::Horizontal))
+    , m_rowMenu(new WaveRowMenu(*m_rows, *m_model, *this))
     , m_wanted(new QLineEdit)
+    , m_filter(new QLineEdit)
     , m_clock(new QLineEdit)
+    , m_problem(new QLabel)
     , m_state(new QLabel)
 {
     m_rows->setModel(m_model);
     m_canvas = new WaveCanvas(*m_rows, *m_model);
     layOut();
+    connect(m_settings, &WaveSettings::changed, this, &WaveView::showSettings);
+    connect(m_model, &WaveModel::layoutChanged, this, &WaveView::showLayout);
+    connect(m_model, &WaveModel::edited, this,
+        [this] { m_settings->setRows(core(), m_model->entries()); });
+    connect(m_rows, &QTreeView::expanded, m_model,
+        [this](const QModelIndex& index) { m_model->setExpanded(index, true); });
+    connect(m_rows, &QTreeView::collapsed, m_model,
+        [this](const QModelIndex& index) { m_model->setExpanded(index, false); });
+    connect(m_filter, &QLineEdit::textChanged, m_model, &WaveModel::setFilter);
     connect(m_canvas, &WaveCanvas::scaleChanged, this, &WaveView::showScale);
     connect(m_canvas, &WaveCanvas::cursorMoved, this, &WaveView::showCursors);
     connect(m_gtkWave, &GtkWave::said, this, &WaveView::say);
@@ -68,6 +79,7 @@ WaveView::WaveView(QWidget* parent)
     connect(m_clock, &QLineEdit::editingFinished, this, &WaveView::readClock);
     connect(m_rows->selectionModel(), &QItemSelectionModel::currentChanged, this,
         &WaveView::showCursors);
+    showSettings();
     showCursors();
 }
 
@@ -78,7 +90,12 @@ void WaveView::layOut()
     m_rows->setUniformRowHeights(true);
     m_rows->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_rows->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_rows->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_rows->setEditTriggers(QAbstractItemView::DoubleClicked);
+    m_rows->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_rows->setDragDropMode(QAbstractItemView::InternalMove);
+    m_rows->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_rows, &QWidget::customContextMenuRequested, m_rowMenu,
+        [this](const QPoint& at) { m_rowMenu->popup(m_rows->viewport()->mapToGlobal(at)); });
     m_rows->setItemDelegateForColumn(WaveModel::Name, new NameDelegate(m_rows));
     m_rows->header()->setStretchLastSection(true);
     const int character = fontMetrics().averageCharWidth();
@@ -91,6 +108,10 @@ void WaveView::layOut()
     m_scroll->setFocusPolicy(Qt::NoFocus); // keys of the waveform do the same
     m_scroll->setAccessibleName(tr("Samples"));
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_problem->setTextFormat(Qt::PlainText);
+    m_problem->setWordWrap(true);
+    m_problem->hide();
 
     auto* bar = new QToolBar;
     makeActions(bar);
@@ -98,95 +119,11 @@ void WaveView::layOut()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addWidget(bar);
+    layout->addWidget(m_problem);
     layout->addWidget(m_splitter, 1);
     layout->addWidget(m_scroll);
     layout->addWidget(m_state);
     setFocusProxy(m_canvas);
-}
-
-QAction* WaveView::addAction(const QString& text, const QString& tip,
-    const QList<QKeySequence>& keys, const std::function<void()>& act)
-{
-    auto* action = new QAction(text, this);
-    action->setShortcuts(keys);
-    action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
-    const QString key
-        = keys.isEmpty() ? QString() : keys.first().toString(QKeySequence::NativeText);
-    action->setToolTip(key.isEmpty() ? tip : QString("%1 (%2)").arg(tip, key));
-    connect(action, &QAction::triggered, this, act);
-    QWidget::addAction(action);
-    return action;
-}
-
-void WaveView::makeActions(QToolBar* bar)
-{
-    const auto zoom = [this](double factor) {
-        const qint64 cursor = m_canvas->cursor(0);
-        const double x = m_canvas->scale().xOf(double(cursor));
-        const bool atCursor = cursor >= 0 && x >= 0 && x < m_canvas->width();
-        m_canvas->zoom(factor, atCursor ? x : m_canvas->width() / 2.0);
-    };
-    bar->addAction(addAction(tr("Zoom in"), tr("Zoom in at cursor A"),
-        {QKeySequence("+"), QKeySequence("=")}, [=] { zoom(kKeyZoom); }));
-    bar->addAction(addAction(tr("Zoom out"), tr("Zoom out at cursor A"), {QKeySequence("-")},
-        [=] { zoom(1 / kKeyZoom); }));
-    bar->addAction(addAction(
-        tr("Fit"), tr("Show all samples"), {QKeySequence("F")}, [this] { m_canvas->fit(); }));
-    bar->addAction(addAction(tr("Trigger"), tr("Cursor A to the next trigger"), {QKeySequence("T")},
-        [this] { showTrigger(); }));
-    bar->addSeparator();
-
-    m_wanted->setPlaceholderText(tr("any change"));
-    m_wanted->setClearButtonEnabled(true);
-    m_wanted->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
-    m_wanted->setMinimumWidth(fontMetrics().averageCharWidth() * 12);
-    m_wanted->setToolTip(tr("A value in the radix of the current signal; x is any digit (Ctrl+F)"));
-    auto* find = new QLabel(tr("Find value:"));
-    find->setBuddy(m_wanted);
-    addAction(tr("Find value"), {}, {QKeySequence("Ctrl+F")},
-        [this] { m_wanted->setFocus(Qt::ShortcutFocusReason); });
-    bar->addWidget(find);
-    bar->addWidget(m_wanted);
-    bar->addAction(addAction(tr("Previous"), tr("Cursor A to the previous change to the value"),
-        {QKeySequence("P"), QKeySequence("Shift+F3")}, [this] { this->find(-1); }));
-    bar->addAction(addAction(tr("Next"), tr("Cursor A to the next change to the value"),
-        {QKeySequence("N"), QKeySequence("F3")}, [this] { this->find(1); }));
-    bar->addSeparator();
-
-    m_clock->setPlaceholderText(tr("unknown"));
-    m_clock->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
-    m_clock->setToolTip(tr("The sample clock's frequency, for times: 50 MHz"));
-    auto* clock = new QLabel(tr("Cloc&k:"));
-    clock->setBuddy(m_clock);
-    bar->addWidget(clock);
-    bar->addWidget(m_clock);
-
-    auto* more = new QToolButton;
-    more->setText(tr("More"));
-    more->setPopupMode(QToolButton::InstantPopup);
-    more->setFocusPolicy(Qt::StrongFocus);
-    more->setMenu(makeMenu());
-    bar->addWidget(more);
-}
-
-QMenu* WaveView::makeMenu()
-{
-    auto* menu = new QMenu(this);
-    QMenu* radixes = menu->addMenu(tr("&Radix"));
-    for (int i = 0; i < kRadixes; ++i)
-        radixes->addAction('&' + radixName(Radix(i)), this, [this, i] { setRadix(Radix(i)); });
-    menu->addAction(tr("&Expand all"), m_rows, &QTreeView::expandAll);
-    menu->addAction(tr("&Collapse all"), m_rows, &QTreeView::collapseAll);
-    menu->addSeparator();
-    menu->addAction(addAction(
-        tr("&Copy as Picture"), {}, {QKeySequence("Ctrl+Shift+C")}, [this] { copyPicture(); }));
-    menu->addAction(tr("Open in &GTKWave"), this, &WaveView::openInGtkWave);
-    m_rows->setContextMenuPolicy(Qt::CustomContextMenu);
-    m_canvas->setContextMenuPolicy(Qt::CustomContextMenu);
-    for (QWidget* widget : {static_cast<QWidget*>(m_rows), static_cast<QWidget*>(m_canvas)})
-        connect(widget, &QWidget::customContextMenuRequested, menu,
-            [=](const QPoint& at) { menu->popup(widget->mapToGlobal(at)); });
-    return menu;
 }
 
 WaveformPtr WaveView::waveform() const { return m_model->waveform(); }
@@ -198,31 +135,52 @@ void WaveView::setNamesOf(const QString& configuration)
     OXA::KnownNames names;
     OXA::readKnownNames(configuration, names, nullptr);
     m_model->setStates(names.states);
+    m_settings->setConfiguredClocks(names.clocks);
 }
 
 void WaveView::setWaveform(const WaveformPtr& waveform)
 {
     const qint64 before = m_model->waveform()->samples;
-    QStringList expanded;
-    for (int i = 0; i < m_model->rowCount(); ++i) {
-        const QModelIndex index = m_model->index(i, 0);
-        if (m_rows->isExpanded(index))
-            expanded += m_model->row(index)->name;
-    }
-    const WaveRow* chosen = m_model->row(m_rows->currentIndex());
-    const QString current = chosen ? chosen->name : QString();
-    m_model->setWaveform(waveform);
-    for (int i = 0; i < m_model->rowCount(); ++i) {
-        const QModelIndex index = m_model->index(i, 0);
-        const QString& name = m_model->row(index)->name;
-        m_rows->setExpanded(index, expanded.contains(name));
-        if (!m_rows->currentIndex().isValid() && name == current)
-            m_rows->setCurrentIndex(index);
-    }
+    m_model->setWaveform(waveform, m_settings->rows(waveform->captured.index));
     if (!m_rows->currentIndex().isValid())
         m_rows->setCurrentIndex(m_model->index(0, 0));
     m_canvas->waveformChanged(before);
+    showSettings();
+}
+
+double WaveView::clock() const { return m_settings->clock(core()); }
+
+int WaveView::core() const { return waveform()->captured.index; }
+
+/// Another view, or another configuration, may have changed them.
+void WaveView::showSettings()
+{
+    m_problem->setText(m_settings->problem());
+    m_problem->setVisible(!m_settings->problem().isEmpty());
+    if (!(m_settings->rows(core()) == m_model->entries()))
+        m_model->setEntries(m_settings->rows(core()));
+    const QString origin = m_settings->clockOrigin(core());
+    m_clock->setText(clock() > 0 ? frequencyText(clock()) : QString());
+    m_clock->setToolTip(tr("The sample clock's frequency, for times: 50 MHz")
+        + (origin.isEmpty() ? QString() : "\n" + tr("This one is %1.").arg(origin)));
     showCursors();
+}
+
+void WaveView::showLayout()
+{
+    m_rows->setUniformRowHeights(!m_model->hasHighRows());
+    const std::function<void(const QModelIndex&)> expand = [&](const QModelIndex& parent) {
+        for (int row = 0; row < m_model->rowCount(parent); ++row) {
+            const QModelIndex index = m_model->index(row, 0, parent);
+            if (m_model->rowCount(index) == 0)
+                continue;
+            const bool isGroup = m_model->row(index) == nullptr;
+            m_rows->setExpanded(
+                index, m_model->entry(index)->expanded || (isGroup && m_model->isFiltered()));
+            expand(index);
+        }
+    };
+    expand({});
 }
 
 void WaveView::showScale()
@@ -238,7 +196,7 @@ void WaveView::showScale()
 
 QString WaveView::timeText(qint64 samples) const
 {
-    return m_clockHz > 0 ? tr(" (%1)").arg(durationText(double(samples) / m_clockHz)) : QString();
+    return clock() > 0 ? tr(" (%1)").arg(durationText(double(samples) / clock())) : QString();
 }
 
 /// "A: sample 587, window 0, trigger + 12"
@@ -262,7 +220,7 @@ QString WaveView::cursorText(int which) const
 
 void WaveView::showCursors()
 {
-    m_model->setSample(m_canvas->cursor(0));
+    m_model->setSample(0, m_canvas->cursor(0));
     QStringList texts;
     for (const int which : {0, 1}) {
         if (m_canvas->cursor(which) >= 0)
@@ -339,22 +297,15 @@ void WaveView::find(int step)
                      : tr("No earlier match: searched on from the last sample."));
 }
 
-void WaveView::setRadix(Radix radix)
-{
-    const QModelIndex current = m_rows->currentIndex();
-    m_model->setRadix(current.parent().isValid() ? current.parent() : current, radix);
-    showCursors();
-}
-
 void WaveView::readClock()
 {
     double hertz = 0;
-    const bool empty = m_clock->text().trimmed().isEmpty();
-    if (!empty && !readFrequency(m_clock->text(), hertz))
+    const QString text = m_clock->text().trimmed();
+    if (!text.isEmpty() && !readFrequency(text, hertz))
         return say(tr("%1 is not a frequency such as 50 MHz.").arg(m_clock->text()));
-    m_clockHz = hertz;
-    m_clock->setText(empty ? QString() : frequencyText(hertz));
-    showCursors();
+    if (text != frequencyText(clock()))
+        m_settings->enterClock(core(), hertz);
+    showSettings();
 }
 
 void WaveView::copyPicture()
@@ -363,4 +314,4 @@ void WaveView::copyPicture()
     say(tr("The picture is on the clipboard."));
 }
 
-void WaveView::openInGtkWave() { m_gtkWave->open(*waveform(), m_clockHz); }
+void WaveView::openInGtkWave() { m_gtkWave->open(*waveform(), clock()); }

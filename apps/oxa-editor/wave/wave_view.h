@@ -17,15 +17,19 @@ class QToolBar;
 class QTreeView;
 class WaveCanvas;
 class WaveModel;
+class WaveRowMenu;
+class WaveSettings;
 
 /// Shows waveforms: the rows with their values at cursor A, and the samples beside them.
 class WaveView : public QWidget {
     Q_OBJECT
 
 public:
-    explicit WaveView(QWidget* parent = nullptr);
+    /// `settings` are those of all views of a configuration, and outlive this; without, the view
+    /// has its own.
+    explicit WaveView(WaveSettings* settings = nullptr, QWidget* parent = nullptr);
 
-    /// Shows `waveform`, never null. The user's choices (radixes, expanded buses, zoom, cursors)
+    /// Shows `waveform`, never null, in the layout for its core. The user's choices (zoom, cursors)
     /// stay where they apply.
     void setWaveform(const WaveformPtr& waveform);
 
@@ -39,13 +43,13 @@ public:
     WaveCanvas* canvas() const { return m_canvas; }
 
     /// The sample clock in Hz, for times; 0: unknown.
-    double clock() const { return m_clockHz; }
+    double clock() const;
 
     /// Moves cursor A to the next (`step` 1) or previous (-1) change of the current row to the
     /// wanted value, or without one to any change.
     void find(int step);
 
-    void setRadix(Radix radix);
+    WaveRowMenu& rowMenu() const { return *m_rowMenu; }
     void copyPicture();
 
     /// Opens the windows, or without windows all samples, in GTKWave.
@@ -53,6 +57,9 @@ public:
 
 private:
     void layOut();
+    void showSettings();
+    void showLayout();
+    int core() const;
     void makeActions(QToolBar* bar);
     QAction* addAction(const QString& text, const QString& tip, const QList<QKeySequence>& keys,
         const std::function<void()>& act);
@@ -65,16 +72,19 @@ private:
     QString cursorText(int which) const;
     QString timeText(qint64 samples) const;
 
+    WaveSettings* m_settings;
     WaveModel* m_model;
     QTreeView* m_rows;
     WaveCanvas* m_canvas;
     QSplitter* m_splitter;
     GtkWave* m_gtkWave;
     QScrollBar* m_scroll;
+    WaveRowMenu* m_rowMenu;
     QLineEdit* m_wanted;
+    QLineEdit* m_filter;
     QLineEdit* m_clock;
+    QLabel* m_problem;
     QLabel* m_state;
-    double m_clockHz = 0;
 };
 
 #endif

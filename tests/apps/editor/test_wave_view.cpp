@@ -1,91 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "window_driver.h"
+#include "wave_driver.h"
 
 #include "oxa-editor/wave/quantity.h"
-#include "oxa-editor/wave/wave_canvas.h"
 #include "oxa-editor/wave/wave_events.h"
-#include "oxa-editor/wave/wave_view.h"
+#include "oxa-editor/wave/wave_row_menu.h"
 
-#include "oxacapture/sample_text.h"
 #include "oxautils/config/names_file.h"
-#include "support/signals.h"
 
-#include <QLineEdit>
 #include <QTemporaryDir>
-#include <QTreeView>
 
 #include <random>
 #include <set>
 
 using namespace OXA_CAPTURE;
-
-namespace {
-
-/// A core with a bus `data` of four bits and a signal `go`; the windows as texts of five bits, each
-/// with its trigger at sample 2.
-CapturedCore capturedOf(const QStringList& windows)
-{
-    CapturedCore core;
-    core.items = {busOf("data", 4), signalOf("go")};
-    qint64 first = 0;
-    for (const QString& text : windows) {
-        SampleTable samples = samplesOf({text});
-        const Window place {first, samples.size(), first + 2};
-        first += samples.size() + 100;
-        core.windows.push_back({place, std::move(samples)});
-    }
-    return core;
-}
-
-const QStringList kTwoWindows
-    = {"00000 00011 10100 10101 x0100 1111x", "00010 00010 11110 00011 00011 00010"};
-
-/// A shown view of these windows, and what a person does with it.
-struct Shown {
-    WaveView view;
-
-    explicit Shown(const QStringList& windows = kTwoWindows)
-    {
-        view.resize(1000, 400);
-        view.setWaveform(capturedWaveform(capturedOf(windows), nullptr));
-        view.show();
-        view.activateWindow();
-        view.setFocus();
-        QVERIFY(QTest::qWaitForWindowActive(&view, kPatience));
-    }
-
-    void keys(const QString& text) { QTest::keyClicks(view.canvas(), text); }
-    void key(Qt::Key key, Qt::KeyboardModifiers with = {})
-    {
-        QTest::keyClick(view.canvas(), key, with);
-    }
-
-    void enter(const QString& label, const QString& text)
-    {
-        auto* edit = findIn<QLineEdit>(view, label);
-        edit->setFocus();
-        edit->setText(text);
-        QTest::keyClick(edit, Qt::Key_Return);
-        view.canvas()->setFocus();
-    }
-
-    QString state() const { return labelsIn(view); }
-
-    /// The names and values that are in sight, "data=0 go=1".
-    QString rows() const
-    {
-        QStringList texts;
-        QModelIndex index = view.rows()->model()->index(0, 0);
-        for (; index.isValid(); index = view.rows()->indexBelow(index))
-            texts += index.data().toString() + '=' + index.siblingAtColumn(1).data().toString();
-        return texts.join(' ');
-    }
-
-    void choose(int row) { view.rows()->setCurrentIndex(view.rows()->model()->index(row, 0)); }
-    qint64 cursor(int which = 0) const { return view.canvas()->cursor(which); }
-};
-
-}
 
 class TestWaveView : public QObject {
     Q_OBJECT
@@ -187,7 +114,7 @@ void TestWaveView::finds()
     Shown shown;
     for (const auto& row : rows) {
         shown.choose(row.row);
-        shown.view.setRadix(row.radix);
+        shown.view.rowMenu().setRadix(row.radix);
         shown.enter("Find value:", row.value);
         shown.view.canvas()->setCursor(0, row.from);
         shown.keys(row.key);
@@ -258,7 +185,7 @@ void TestWaveView::choicesSurviveAnotherWaveform()
     QCOMPARE(shown.rows(), QString("data=FULL go=1"));
     shown.choose(0);
     QTest::keyClick(shown.view.rows(), Qt::Key_Right);
-    shown.view.setRadix(Radix::Signed);
+    shown.view.rowMenu().setRadix(Radix::Signed);
     QCOMPARE(shown.rows(), QString("data=-6 data[3]=1 data[2]=0 data[1]=1 data[0]=0 go=1"));
     CapturedCore other = capturedOf({QString(" 11011").repeated(6).mid(1)});
     other.items = {signalOf("first"), busOf("data", 4)};

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef APPS_OXA_EDITOR_WAVE_WAVE_SETTINGS_H
+#define APPS_OXA_EDITOR_WAVE_WAVE_SETTINGS_H
+
+#include "wave_layout.h"
+
+#include <QHash>
+#include <QJsonObject>
+#include <QMap>
+#include <QObject>
+#include <QTimer>
+
+class Document;
+
+/// How the waveforms of a configuration's cores are shown, shared by all views: the layout of their
+/// rows and the sample clocks. Kept in the file CONFIGURATION.waves (docs: editor).
+class WaveSettings : public QObject {
+    Q_OBJECT
+
+public:
+    /// Follows `document`, when there is one, to its files.
+    explicit WaveSettings(Document* document = nullptr, QObject* parent = nullptr);
+
+    /// Writes what is not written yet.
+    ~WaveSettings() override;
+
+    /// Shows another configuration, whose file may not exist; empty: it has none yet.
+    void open(const QString& configuration);
+
+    /// The configuration was written to another file, which gets the same settings.
+    void moveTo(const QString& configuration);
+
+    /// The layout for the core with that index; empty: the usual one.
+    const WaveEntries& rows(int core) const;
+    void setRows(int core, const WaveEntries& rows);
+
+    /// The frequency of a core's sample clock in Hz: as the user entered it, else that of the
+    /// configuration, else that of a stimulus. 0: unknown.
+    double clock(int core) const;
+    QString clockOrigin(int core) const; ///< where that is from, for the user
+
+    void enterClock(int core, double hertz); ///< 0: as if the user had not entered any
+    void setConfiguredClocks(const QMap<int, double>& clocks);
+    void setStimulusClock(int core, double hertz);
+
+    /// Why the settings cannot be kept, for the user; empty: they are.
+    QString problem() const { return m_problem; }
+
+    /// Writes what is not written yet; else that is done soon.
+    void save();
+
+Q_SIGNALS:
+    void changed(); ///< rows, clocks or the problem
+
+private:
+    /// What the user set for a core.
+    struct CoreSettings {
+        WaveEntries rows;
+        double clock = 0; // Hz
+    };
+
+    bool readFile(QJsonObject& object);
+    void changeSoon();
+    QJsonObject merged(QJsonObject object) const;
+
+    QString m_configuration;
+    QMap<int, CoreSettings> m_cores;
+    QMap<int, double> m_configured; // clocks in Hz
+    QMap<int, double> m_stimulus; // clocks in Hz
+    QString m_problem;
+    bool m_isUnsaved = false;
+    QTimer m_saveTimer;
+};
+
+#endif
