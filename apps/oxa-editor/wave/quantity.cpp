@@ -25,20 +25,23 @@ constexpr Prefix kPrefixes[] = {
 
 constexpr int kDigits = 6; // shown
 
+const Prefix& prefixOf(double value)
+{
+    for (const Prefix& prefix : kPrefixes) {
+        // A value just below a prefix is rounded up to it, and uses it.
+        if (std::fabs(value) * (1 + 1e-9) >= prefix.factor)
+            return prefix;
+    }
+    return *(std::end(kPrefixes) - 1);
+}
+
 QString quantityText(double value, const char* unit)
 {
-    const Prefix* prefix = std::end(kPrefixes) - 1;
-    for (const Prefix& candidate : kPrefixes) {
-        // A value just below a prefix is rounded up to it, and uses it.
-        if (std::fabs(value) * (1 + 1e-9) >= candidate.factor) {
-            prefix = &candidate;
-            break;
-        }
-    }
     if (value == 0)
         return QString("0 %1").arg(unit);
-    return QString("%1 %2%3").arg(QString::number(value / prefix->factor, 'g', kDigits),
-        QString::fromUtf8(prefix->text), unit);
+    const Prefix& prefix = prefixOf(value);
+    return QString("%1 %2%3").arg(
+        QString::number(value / prefix.factor, 'g', kDigits), QString::fromUtf8(prefix.text), unit);
 }
 
 }
@@ -60,3 +63,13 @@ bool readFrequency(const QString& text, double& hertz)
 QString frequencyText(double hertz) { return quantityText(hertz, "Hz"); }
 
 QString durationText(double seconds) { return quantityText(seconds, "s"); }
+
+QString timeText(double seconds, double step)
+{
+    if (std::fabs(seconds) < step / 2)
+        return "0 s";
+    const Prefix& prefix = prefixOf(seconds);
+    const int decimals = qMax(0, int(std::ceil(std::log10(prefix.factor / step) - 1e-6)));
+    return QString("%1 %2s").arg(
+        QString::number(seconds / prefix.factor, 'f', decimals), QString::fromUtf8(prefix.text));
+}

@@ -13,4 +13,7 @@ QString frequencyText(double hertz);
 /// "500 ns", "-1.28 µs".
 QString durationText(double seconds);
 
+/// The same with as many decimals as tell times apart that differ by `step`: "1.2350 µs".
+QString timeText(double seconds, double step);
+
 #endif

@@ -2,6 +2,7 @@
 #include "rehearsal.h"
 
 #include "wave_events.h"
+#include "wave_times.h"
 
 #include "oxacapture/files/capture_sampler.h"
 #include "oxautils/check/check.h"
@@ -135,6 +136,8 @@ bool Rehearsal::Run::sample()
     fresh->samples = std::make_shared<SampleTable>(std::move(waveform.cores.front()));
     fresh->times = std::move(waveform.times.front());
     fresh->timeExponent = waveform.timeExponent;
+    if (fresh->timeExponent)
+        fresh->clockHz = clockOf(fresh->times, *fresh->timeExponent);
     fresh->rows = stimulusRows(fresh->samples);
     sampled = fresh;
     return true;
@@ -164,6 +167,11 @@ void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
     waveform->samples = sampled->samples->size();
     waveform->rows = sampled->rows;
     waveform->captured = capturedCore(core, *sampled->samples, run);
+    if (sampled->timeExponent) {
+        waveform->times = {sampled, &sampled->times};
+        waveform->timeExponent = *sampled->timeExponent;
+        waveform->clockHz = sampled->clockHz;
+    }
     addTimes(waveform->captured, sampled->times, sampled->timeExponent);
     for (const Window& window : run.windows)
         waveform->windows.push_back({window.firstSample, window.span(), window.triggerSample});

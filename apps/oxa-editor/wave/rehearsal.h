@@ -28,6 +28,7 @@ struct SampledStimulus {
     std::shared_ptr<const OXA_CAPTURE::SampleTable> samples;
     std::vector<quint64> times; ///< of the samples
     std::optional<int> timeExponent; ///< of their unit
+    double clockHz = 0; ///< by the times; 0: unknown
     WaveRows rows;
 };
 

@@ -9,43 +9,14 @@
 #include <QScrollBar>
 #include <QTreeView>
 
-#include <algorithm>
-
-using OXA_CAPTURE::kNoSample;
-
 namespace {
 
 constexpr double kWheelZoom = 1.25; // for each notch
 constexpr int kNotch = 120; // of a wheel's angle
 constexpr double kWheelPan = 0.1; // of the visible width, for each notch
-constexpr int kRowTint = 40; // of 255, on the current row and the cursors' samples
-constexpr int kDimming = 150; // of 255, the background's part on dimmed samples
-constexpr int kDash = 4; // dash and gap of a border
-constexpr int kTick = 4; // height
-constexpr int kTickRoom = 12; // characters between two numbers of the ruler
-
-/// The smallest of 1, 2, 5, 10, 20, 50... that is at least `wanted`.
-qint64 roundStep(double wanted)
-{
-    qint64 decade = 1;
-    while (double(decade) * 10 <= wanted)
-        decade *= 10;
-    for (const int factor : {1, 2, 5}) {
-        if (double(decade * factor) >= wanted)
-            return decade * factor;
-    }
-    return decade * 10;
-}
-
-/// The first window that ends after `sample`.
-std::vector<WaveWindow>::const_iterator windowsFrom(
-    const std::vector<WaveWindow>& windows, double sample)
-{
-    return std::upper_bound(
-        windows.begin(), windows.end(), sample, [](double at, const WaveWindow& window) {
-            return at < double(window.first + window.samples);
-        });
-}
+constexpr int kNear = 6; // pixels to an edge, or to a marker
+constexpr int kLeastZoom = 4; // pixels that are dragged over
+constexpr int kZoomTint = 60; // of 255
 
 }
 
@@ -57,6 +28,7 @@ WaveCanvas::WaveCanvas(QTreeView& rows, WaveModel& model, QWidget* parent)
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAccessibleName(tr("Waveform"));
+    rows.header()->setMinimumHeight(WaveSheet::rulerHeight(font()));
     const auto repaint = QOverload<>::of(&QWidget::update);
     connect(rows.verticalScrollBar(), &QScrollBar::valueChanged, this, repaint);
     connect(rows.header(), &QHeaderView::geometriesChanged, this, repaint);
@@ -103,18 +75,47 @@ void WaveCanvas::waveformChanged(qint64 samplesBefore)
 {
     if (m_fitted || samplesBefore != samples())
         fit();
-    for (const int which : {0, 1}) {
-        if (m_cursors[which] >= samples())
-            setCursor(which, -1);
-    }
+    m_markers.limit(samples());
     update();
+    Q_EMIT cursorMoved();
 }
 
 void WaveCanvas::setCursor(int which, qint64 sample)
 {
-    m_cursors[which] = samples() > 0 ? qBound(qint64(-1), sample, samples() - 1) : -1;
+    m_markers.set(which, samples() > 0 ? qBound(qint64(-1), sample, samples() - 1) : -1);
     update();
     Q_EMIT cursorMoved();
+}
+
+void WaveCanvas::addMarker()
+{
+    if (samples() == 0)
+        return;
+    const auto middle = qint64(m_scale.sampleAt(width() / 2.0));
+    m_markers.add(cursor(0) >= 0 ? cursor(0) : qBound(qint64(0), middle, samples() - 1));
+    update();
+    Q_EMIT cursorMoved();
+}
+
+void WaveCanvas::removeMarkers()
+{
+    m_markers.removeMore();
+    update();
+    Q_EMIT cursorMoved();
+}
+
+void WaveCanvas::setRulerTimes(const std::optional<WaveTimes>& times)
+{
+    m_times = times;
+    update();
+}
+
+void WaveCanvas::show(double first, double end)
+{
+    m_scale.show(first, end);
+    m_fitted = false;
+    update();
+    Q_EMIT scaleChanged();
 }
 
 void WaveCanvas::setDimmed(bool dimmed)
@@ -162,27 +163,80 @@ void WaveCanvas::selectRowAt(int y)
         m_rows.setCurrentIndex(index);
 }
 
+/// The marker whose line or flag is there; -1 for none.
+int WaveCanvas::markerAt(const QPoint& place) const
+{
+    for (int marker = 0; marker < m_markers.count(); ++marker) {
+        const double x = m_scale.xOf(double(cursor(marker)));
+        const int flag = fontMetrics().horizontalAdvance(WaveMarkers::name(marker)) + kNear;
+        if (cursor(marker) >= 0 && place.x() > x - kNear && place.x() < x + flag)
+            return marker;
+    }
+    return -1;
+}
+
+/// The sample there, or where the row there changes next to it.
+qint64 WaveCanvas::sampleAt(const QPoint& place) const
+{
+    const auto sample = qint64(qBound(0.0, m_scale.sampleAt(place.x()), double(samples() - 1)));
+    const WaveRow* row = m_model.row(m_rows.indexAt({0, place.y() - rulerHeight()}));
+    if (!m_snaps || !row || place.y() < rulerHeight())
+        return sample;
+    const qint64 before = row->changes.previous(sample);
+    const qint64 behind = row->changes.next(sample + 1);
+    const auto distance
+        = [&](qint64 edge) { return std::fabs(m_scale.xOf(double(edge)) - place.x()); };
+    const qint64 edge = before < 0 || (behind < samples() && distance(behind) < distance(before))
+        ? behind
+        : before;
+    return edge < samples() && distance(edge) <= kNear ? edge : sample;
+}
+
 void WaveCanvas::mousePressEvent(QMouseEvent* event)
 {
     m_panFrom = m_scale.sampleAt(event->x());
-    if (event->button() != Qt::LeftButton)
+    if (event->button() != Qt::LeftButton || samples() == 0)
         return;
-    m_dragged = event->modifiers() & Qt::ShiftModifier ? 1 : 0;
-    setCursor(m_dragged, qMax(qint64(0), qint64(m_panFrom)));
-    selectRowAt(event->y());
+    const bool onRuler = event->y() < rulerHeight();
+    const bool zooms = event->modifiers() & Qt::ControlModifier;
+    const int marker = onRuler ? markerAt(event->pos()) : -1;
+    m_dragged = marker >= 0 ? marker : event->modifiers() & Qt::ShiftModifier ? 1 : 0;
+    m_drag = zooms || (onRuler && marker < 0) ? Drag::Zoom : Drag::Marker;
+    m_zoomFrom = m_zoomTo = event->x();
+    if (m_drag == Drag::Marker && marker < 0) {
+        setCursor(m_dragged, sampleAt(event->pos()));
+        selectRowAt(event->y());
+    }
 }
 
 void WaveCanvas::mouseMoveEvent(QMouseEvent* event)
 {
-    if (event->buttons() & Qt::LeftButton)
-        setCursor(m_dragged, qMax(qint64(0), qint64(m_scale.sampleAt(event->x()))));
-    else if (event->buttons() & Qt::MiddleButton)
+    if (event->buttons() & Qt::MiddleButton)
         moveTo(m_panFrom - event->x() / m_scale.pixels());
+    else if (m_drag == Drag::Marker)
+        setCursor(m_dragged, sampleAt(event->pos()));
+    else if (m_drag == Drag::Zoom) {
+        m_zoomTo = event->x();
+        update();
+    }
+}
+
+void WaveCanvas::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    const auto [from, to] = std::minmax(m_zoomFrom, m_zoomTo);
+    if (m_drag == Drag::Zoom && to - from >= kLeastZoom)
+        show(m_scale.sampleAt(from), m_scale.sampleAt(to));
+    else if (m_drag == Drag::Zoom)
+        setCursor(m_dragged, sampleAt(event->pos()));
+    m_drag = Drag::None;
+    update();
 }
 
 bool WaveCanvas::moveByKey(int key, int which)
 {
-    const qint64 now = m_cursors[which];
+    const qint64 now = cursor(which);
     const qint64 start = now < 0 ? qint64(m_scale.sampleAt(width() / 2.0)) : now;
     switch (key) {
     case Qt::Key_Left:
@@ -200,7 +254,7 @@ bool WaveCanvas::moveByKey(int key, int which)
     default:
         return false;
     }
-    reveal(m_cursors[which]);
+    reveal(cursor(which));
     return true;
 }
 
@@ -208,7 +262,10 @@ void WaveCanvas::keyPressEvent(QKeyEvent* event)
 {
     const double page = m_scale.visible();
     const int key = event->key();
-    if (key == Qt::Key_PageUp || key == Qt::Key_PageDown)
+    if (key == Qt::Key_Escape && m_drag != Drag::None) {
+        m_drag = Drag::None;
+        update();
+    } else if (key == Qt::Key_PageUp || key == Qt::Key_PageDown)
         moveTo(m_scale.first() + (key == Qt::Key_PageUp ? -page : page));
     else if (key == Qt::Key_Up || key == Qt::Key_Down) {
         const QModelIndex now = m_rows.currentIndex();
@@ -232,136 +289,39 @@ void WaveCanvas::focusOutEvent(QFocusEvent* event)
     update();
 }
 
+WaveSheet WaveCanvas::sheet() const
+{
+    WaveSheet sheet {m_model, m_scale, m_markers, m_times ? &*m_times : nullptr, size(), palette(),
+        font(), {}, m_rows.currentIndex().siblingAtColumn(0), m_isDimmed};
+    QModelIndex index = m_rows.indexAt({0, 0});
+    for (; index.isValid(); index = m_rows.indexBelow(index)) {
+        const QRect place = m_rows.visualRect(index);
+        if (place.top() >= height() - rulerHeight())
+            break;
+        sheet.rows.push_back({index, place.top(), place.height()});
+    }
+    return sheet;
+}
+
+void WaveCanvas::drawZoom(QPainter& painter) const
+{
+    QColor tint = palette().color(QPalette::Highlight);
+    painter.setPen(tint);
+    tint.setAlpha(kZoomTint);
+    painter.setBrush(tint);
+    const auto [from, to] = std::minmax(m_zoomFrom, m_zoomTo);
+    painter.drawRect(from, 0, to - from, height() - 1);
+}
+
 void WaveCanvas::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    const WaveColors colors = waveColors(palette());
-    drawGround(painter, colors);
-    if (samples() > 0) {
-        drawRuler(painter, colors);
-        painter.setClipRect(0, rulerHeight(), width(), height() - rulerHeight());
-        drawRows(painter, colors);
-        painter.setClipping(false);
-        drawBorders(painter, colors);
-        if (m_isDimmed) {
-            QColor veil = colors.base;
-            veil.setAlpha(kDimming);
-            painter.fillRect(0, rulerHeight(), width(), height() - rulerHeight(), veil);
-        }
-        drawCursors(painter, colors);
-    }
+    sheet().draw(painter);
+    if (m_drag == Drag::Zoom)
+        drawZoom(painter);
     if (hasFocus()) {
         painter.setPen(palette().color(QPalette::Highlight));
         painter.setBrush(Qt::NoBrush);
         painter.drawRect(rect().adjusted(0, 0, -1, -1));
     }
-}
-
-/// The background of the rows, inside and outside of windows, each pixel once.
-void WaveCanvas::drawGround(QPainter& painter, const WaveColors& colors) const
-{
-    const std::vector<WaveWindow>& windows = m_model.waveform()->windows;
-    const auto fill = [&](int from, int to, const QColor& color) {
-        painter.fillRect(from, rulerHeight(), to - from, height() - rulerHeight(), color);
-    };
-    painter.fillRect(
-        0, 0, width(), rulerHeight(), samples() > 0 ? palette().button() : palette().base());
-    for (int x = 0; x < width();) {
-        const auto window = windowsFrom(windows, m_scale.sampleAt(x));
-        if (window == windows.end())
-            return fill(x, width(), colors.base);
-        const int from = int(qBound(double(x), m_scale.xOf(double(window->first)), 1.0 * width()));
-        const double end = m_scale.xOf(double(window->first + window->samples));
-        const int to = int(qBound(from + 1.0, end, width() + 1.0));
-        fill(x, from, colors.base);
-        fill(from, to, colors.window);
-        x = to;
-    }
-}
-
-void WaveCanvas::drawRuler(QPainter& painter, const WaveColors& colors) const
-{
-    const double room = kTickRoom * fontMetrics().averageCharWidth() / m_scale.pixels();
-    const qint64 step = roundStep(qMax(room, 1.0));
-    qint64 tick = qint64(m_scale.first()) / step * step;
-    const QColor ink = palette().color(QPalette::ButtonText);
-    painter.setPen(ink);
-    for (; tick < samples() && m_scale.xOf(double(tick)) < width(); tick += step) {
-        const int x = int(m_scale.xOf(double(tick)));
-        painter.fillRect(x, rulerHeight(), 1, height() - rulerHeight(), colors.grid);
-        painter.fillRect(x, rulerHeight() - kTick, 1, kTick, ink);
-        painter.drawText(x + 2, fontMetrics().ascent() + 1, QString::number(tick));
-    }
-}
-
-void WaveCanvas::drawRows(QPainter& painter, const WaveColors& colors) const
-{
-    WavePainter rows(m_scale, samples(), 0, width(), valueFont());
-    QModelIndex index = m_rows.indexAt({0, 0});
-    for (; index.isValid(); index = m_rows.indexBelow(index)) {
-        const QRect place = m_rows.visualRect(index);
-        const int top = rulerHeight() + place.top();
-        if (top >= height())
-            break;
-        if (index.row() == m_rows.currentIndex().row()
-            && index.parent() == m_rows.currentIndex().parent()) {
-            QColor tint = palette().color(QPalette::Highlight);
-            tint.setAlpha(kRowTint);
-            painter.fillRect(0, top, width(), place.height(), tint);
-        }
-        if (m_model.row(index))
-            rows.add(m_model.lane(index), top, place.height());
-        else
-            painter.fillRect(0, top + place.height() / 2, width(), 1, colors.grid);
-    }
-    rows.paint(painter, colors);
-}
-
-void WaveCanvas::drawBorders(QPainter& painter, const WaveColors& colors) const
-{
-    const std::vector<WaveWindow>& windows = m_model.waveform()->windows;
-    for (int x = 0; x < width();) {
-        const auto window = windowsFrom(windows, m_scale.sampleAt(x));
-        if (window == windows.end() || m_scale.xOf(double(window->first)) >= width())
-            return;
-        const double end = m_scale.xOf(double(window->first + window->samples));
-        for (const double border : {m_scale.xOf(double(window->first)), end})
-            drawDashes(painter, border, colors.border);
-        if (window->trigger != kNoSample)
-            drawFlag(painter, tr("T", "trigger"), window->trigger, colors.trigger);
-        x = int(qBound(x + 1.0, end, 1.0 * width()));
-    }
-}
-
-void WaveCanvas::drawDashes(QPainter& painter, double x, const QColor& color) const
-{
-    if (x < 0 || x >= width())
-        return;
-    for (int y = rulerHeight(); y < height(); y += 2 * kDash)
-        painter.fillRect(int(x), y, 1, kDash, color);
-}
-
-void WaveCanvas::drawCursors(QPainter& painter, const WaveColors& colors) const
-{
-    for (const int which : {0, 1}) {
-        if (m_cursors[which] >= 0)
-            drawFlag(painter, which == 0 ? "A" : "B", m_cursors[which], colors.cursors[which]);
-    }
-}
-
-/// A line at a sample, with a letter in the ruler.
-void WaveCanvas::drawFlag(
-    QPainter& painter, const QString& text, qint64 sample, const QColor& color) const
-{
-    const double x = m_scale.xOf(double(sample));
-    if (x < -1 || x > width())
-        return;
-    QColor tint = color;
-    tint.setAlpha(kRowTint);
-    painter.fillRect(QRectF(x, rulerHeight(), m_scale.pixels(), height()), tint);
-    painter.fillRect(int(x), 0, 1, height(), color);
-    const QRect flag(int(x), 0, fontMetrics().horizontalAdvance(text) + 6, rulerHeight() - 4);
-    painter.fillRect(flag, color);
-    painter.setPen(palette().color(QPalette::Base));
-    painter.drawText(flag, Qt::AlignCenter, text);
 }

@@ -46,8 +46,8 @@ double luminance(const QColor& color)
 /// `color`, changed towards the texts' color until it is visible on the background.
 QColor readable(const QColor& color, const QPalette& palette)
 {
-    const QColor base = palette.color(QPalette::Base);
-    const QColor text = palette.color(QPalette::Text);
+    const QColor& base = palette.color(QPalette::Base);
+    const QColor& text = palette.color(QPalette::Text);
     QColor result = color;
     for (int part = kContrastStep; contrast(result, base) < kLeastContrast && part < kOpaque;
          part += kContrastStep)
@@ -59,7 +59,7 @@ QColor readable(const QColor& color, const QPalette& palette)
 
 WaveColors waveColors(const QPalette& palette)
 {
-    const QColor base = palette.color(QPalette::Base);
+    const QColor& base = palette.color(QPalette::Base);
     const bool dark = base.lightness() < 128;
     const auto pick = [&](QRgb onLight, QRgb onDark) {
         return readable(QColor(dark ? onDark : onLight), palette);

@@ -113,5 +113,5 @@ QVariant WaveModel::headerData(int section, Qt::Orientation orientation, int rol
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return {};
-    return section == Name ? tr("Signal") : section == Value ? tr("Value at A") : tr("at B");
+    return section == Name ? tr("Signal") : section == Value ? tr("At A") : tr("At B");
 }

@@ -41,6 +41,15 @@ public:
         moveTo(fixed - x / m_pixels);
     }
 
+    /// Shows the samples from `first` to `end`, at the greatest zoom around them.
+    void show(double first, double end)
+    {
+        const double middle = (first + end) / 2;
+        m_pixels = qBound(
+            smallest(), m_width / std::fmax(end - first, 1e-9), qMax(kLargest, smallest()));
+        moveTo(middle - visible() / 2);
+    }
+
     void moveTo(double first)
     {
         m_first = qBound(0.0, first, std::fmax(0.0, m_samples - visible()));

@@ -2,9 +2,11 @@
 #include "wave_view.h"
 
 #include "gtkwave.h"
+#include "marker_texts.h"
 #include "quantity.h"
 #include "wave_canvas.h"
 #include "wave_model.h"
+#include "wave_overview.h"
 #include "wave_row_menu.h"
 #include "wave_settings.h"
 
@@ -16,7 +18,6 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollBar>
 #include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QToolBar>
@@ -26,8 +27,8 @@ using OXA_CAPTURE::kNoSample;
 
 namespace {
 
-constexpr int kRowsWidth = 36; // characters, names and values
-constexpr int kFewSamples = 1000000000; // limit of a scroll bar
+constexpr int kNameWidth = 22; // characters
+constexpr int kValueWidth = 9;
 
 /// Shows the end of a long name: names in a hierarchy have the same beginning.
 class NameDelegate : public QStyledItemDelegate {
@@ -51,7 +52,6 @@ WaveView::WaveView(WaveSettings* settings, QWidget* parent)
     , m_rows(new QTreeView)
     , m_splitter(new QSplitter)
     , m_gtkWave(new GtkWave(this))
-    , m_scroll(new QScrollBar(Qt::Horizontal))
     , m_rowMenu(new WaveRowMenu(*m_rows, *m_model, *this))
     , m_wanted(new QLineEdit)
     , m_filter(new QLineEdit)
@@ -71,10 +71,8 @@ WaveView::WaveView(WaveSettings* settings, QWidget* parent)
     connect(m_rows, &QTreeView::collapsed, m_model,
         [this](const QModelIndex& index) { m_model->setExpanded(index, false); });
     connect(m_filter, &QLineEdit::textChanged, m_model, &WaveModel::setFilter);
-    connect(m_canvas, &WaveCanvas::scaleChanged, this, &WaveView::showScale);
     connect(m_canvas, &WaveCanvas::cursorMoved, this, &WaveView::showCursors);
     connect(m_gtkWave, &GtkWave::said, this, &WaveView::say);
-    connect(m_scroll, &QScrollBar::valueChanged, m_canvas, &WaveCanvas::moveTo);
     connect(m_wanted, &QLineEdit::returnPressed, this, [this] { find(1); });
     connect(m_clock, &QLineEdit::editingFinished, this, &WaveView::readClock);
     connect(m_rows->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -99,14 +97,13 @@ void WaveView::layOut()
     m_rows->setItemDelegateForColumn(WaveModel::Name, new NameDelegate(m_rows));
     m_rows->header()->setStretchLastSection(true);
     const int character = fontMetrics().averageCharWidth();
-    m_rows->header()->resizeSection(WaveModel::Name, character * kRowsWidth * 2 / 3);
+    m_rows->header()->resizeSection(WaveModel::Name, character * kNameWidth);
+    m_rows->header()->resizeSection(WaveModel::Value, character * kValueWidth);
     m_splitter->addWidget(m_rows);
     m_splitter->addWidget(m_canvas);
     m_splitter->setStretchFactor(1, 1);
-    m_splitter->setSizes({character * kRowsWidth, character * 80});
+    m_splitter->setSizes({character * (kNameWidth + 2 * kValueWidth), character * 80});
     m_splitter->setChildrenCollapsible(false);
-    m_scroll->setFocusPolicy(Qt::NoFocus); // keys of the waveform do the same
-    m_scroll->setAccessibleName(tr("Samples"));
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_problem->setTextFormat(Qt::PlainText);
@@ -121,7 +118,7 @@ void WaveView::layOut()
     layout->addWidget(bar);
     layout->addWidget(m_problem);
     layout->addWidget(m_splitter, 1);
-    layout->addWidget(m_scroll);
+    layout->addWidget(new WaveOverview(*m_rows, *m_model, *m_canvas));
     layout->addWidget(m_state);
     setFocusProxy(m_canvas);
 }
@@ -145,6 +142,7 @@ void WaveView::setWaveform(const WaveformPtr& waveform)
     if (!m_rows->currentIndex().isValid())
         m_rows->setCurrentIndex(m_model->index(0, 0));
     m_canvas->waveformChanged(before);
+    m_settings->setStimulusClock(core(), waveform->clockHz);
     showSettings();
 }
 
@@ -163,6 +161,7 @@ void WaveView::showSettings()
     m_clock->setText(clock() > 0 ? frequencyText(clock()) : QString());
     m_clock->setToolTip(tr("The sample clock's frequency, for times: 50 MHz")
         + (origin.isEmpty() ? QString() : "\n" + tr("This one is %1.").arg(origin)));
+    showRuler();
     showCursors();
 }
 
@@ -183,54 +182,13 @@ void WaveView::showLayout()
     expand({});
 }
 
-void WaveView::showScale()
-{
-    const WaveScale& scale = m_canvas->scale();
-    const QSignalBlocker blocker(m_scroll);
-    const double last = double(m_model->waveform()->samples) - scale.visible();
-    m_scroll->setRange(0, int(qBound(0.0, std::ceil(last), 1.0 * kFewSamples)));
-    m_scroll->setPageStep(int(qBound(1.0, scale.visible(), 1.0 * kFewSamples)));
-    m_scroll->setSingleStep(qMax(m_scroll->pageStep() / 10, 1));
-    m_scroll->setValue(int(qBound(0.0, scale.first(), 1.0 * kFewSamples)));
-}
-
-QString WaveView::timeText(qint64 samples) const
-{
-    return clock() > 0 ? tr(" (%1)").arg(durationText(double(samples) / clock())) : QString();
-}
-
-/// "A: sample 587, window 0, trigger + 12"
-QString WaveView::cursorText(int which) const
-{
-    const qint64 sample = m_canvas->cursor(which);
-    QString text = tr("%1: sample %2").arg(which == 0 ? "A" : "B", QString::number(sample));
-    const int number = waveform()->windowAt(sample);
-    if (number < 0)
-        return text;
-    const WaveWindow& window = waveform()->windows[size_t(number)];
-    text += tr(", window %1").arg(number);
-    if (window.trigger == kNoSample)
-        return text;
-    const qint64 distance = sample - window.trigger;
-    return text
-        + tr(", trigger %1 %2%3")
-              .arg(distance < 0 ? QChar(0x2212) : QChar('+'), QString::number(qAbs(distance)),
-                  timeText(qAbs(distance)));
-}
-
 void WaveView::showCursors()
 {
-    m_model->setSample(0, m_canvas->cursor(0));
-    QStringList texts;
-    for (const int which : {0, 1}) {
-        if (m_canvas->cursor(which) >= 0)
-            texts += cursorText(which);
-    }
-    if (texts.size() == 2) {
-        const qint64 distance = m_canvas->cursor(1) - m_canvas->cursor(0);
-        texts += tr("B %1 A: %2 samples%3")
-                     .arg(QChar(0x2212), QString::number(distance), timeText(distance));
-    }
+    for (const int cursor : {0, 1})
+        m_model->setSample(cursor, m_canvas->cursor(cursor));
+    m_rows->setColumnHidden(WaveModel::ValueB, m_canvas->cursor(1) < 0);
+    QStringList texts
+        = markerTexts(*waveform(), m_canvas->markers(), WaveTimes(waveform(), clock()));
     if (texts.isEmpty())
         texts += tr("Click for cursor A, Shift+click for B; arrow keys move them.");
     say(texts.join("      "));
@@ -238,6 +196,13 @@ void WaveView::showCursors()
     const QModelIndex value = current.siblingAtColumn(WaveModel::Value);
     m_canvas->setAccessibleDescription(
         tr("%1 is %2").arg(current.siblingAtColumn(0).data().toString(), value.data().toString()));
+}
+
+void WaveView::showRuler()
+{
+    m_canvas->setRulerTimes(m_timeRuler->isChecked()
+            ? std::make_optional<WaveTimes>(waveform(), clock())
+            : std::nullopt);
 }
 
 void WaveView::say(const QString& text)

@@ -11,7 +11,6 @@ class QAction;
 class QLabel;
 class QLineEdit;
 class QMenu;
-class QScrollBar;
 class QSplitter;
 class QToolBar;
 class QTreeView;
@@ -64,13 +63,11 @@ private:
     QAction* addAction(const QString& text, const QString& tip, const QList<QKeySequence>& keys,
         const std::function<void()>& act);
     QMenu* makeMenu();
-    void showScale();
     void showCursors();
     void showTrigger();
     void readClock();
     void say(const QString& text);
-    QString cursorText(int which) const;
-    QString timeText(qint64 samples) const;
+    void showRuler();
 
     WaveSettings* m_settings;
     WaveModel* m_model;
@@ -78,13 +75,13 @@ private:
     WaveCanvas* m_canvas;
     QSplitter* m_splitter;
     GtkWave* m_gtkWave;
-    QScrollBar* m_scroll;
     WaveRowMenu* m_rowMenu;
     QLineEdit* m_wanted;
     QLineEdit* m_filter;
     QLineEdit* m_clock;
     QLabel* m_problem;
     QLabel* m_state;
+    QAction* m_timeRuler = nullptr;
 };
 
 #endif

@@ -72,7 +72,7 @@ void WaveView::makeActions(QToolBar* bar)
     m_filter->setMaximumWidth(fontMetrics().averageCharWidth() * 24);
     m_filter->setMinimumWidth(fontMetrics().averageCharWidth() * 10);
     m_filter->setToolTip(tr("Part of the names to show, or a pattern with * and ?"));
-    auto* filter = new QLabel(tr("F&ilter:"));
+    auto* filter = new QLabel(tr("Filter:"));
     filter->setBuddy(m_filter);
     bar->addWidget(filter);
     bar->addWidget(m_filter);
@@ -97,6 +97,22 @@ QMenu* WaveView::makeMenu()
 {
     auto* menu = new QMenu(this);
     menu->addMenu(m_rowMenu);
+    menu->addSeparator();
+    m_timeRuler = menu->addAction(tr("Ruler in &time"), this, [this] { showRuler(); });
+    m_timeRuler->setCheckable(true);
+    QAction* snaps = menu->addAction(tr("&Snap to edges"));
+    snaps->setCheckable(true);
+    snaps->setChecked(true);
+    connect(snaps, &QAction::toggled, m_canvas, &WaveCanvas::setSnaps);
+    menu->addAction(addAction(tr("Add &marker"), tr("Add a marker at cursor A"),
+        {QKeySequence("M")}, [this] { m_canvas->addMarker(); }));
+    menu->addAction(tr("R&emove markers"), m_canvas, &WaveCanvas::removeMarkers);
+    menu->addAction(addAction(tr("&Zoom from A to B"), {}, {QKeySequence("Z")}, [this] {
+        const auto spans = m_canvas->markers().spans();
+        const bool hasSpan = m_canvas->cursor(0) >= 0 && m_canvas->cursor(1) >= 0;
+        if (hasSpan)
+            m_canvas->show(double(spans.front().first), double(spans.front().second) + 1);
+    }));
     menu->addSeparator();
     menu->addAction(addAction(
         tr("&Copy as Picture"), {}, {QKeySequence("Ctrl+Shift+C")}, [this] { copyPicture(); }));

@@ -140,6 +140,7 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
             {first, window.samples.size(), trigger == kNoSample ? kNoSample : first + trigger});
     }
     waveform->samples = samples->size();
+    waveform->isCut = true;
     waveform->rows = signalRows(captured.items, samples, 0);
     waveform->captured = captured;
     WaveRows events;

@@ -39,6 +39,11 @@ struct Waveform {
     std::vector<std::shared_ptr<const WaveRow>> rows; ///< signals, then events
     std::vector<WaveWindow> windows; ///< in the order of their samples
     OXA_CAPTURE::CapturedCore captured; ///< for files
+    bool isCut = false; ///< there are only the samples of windows, not those between them
+    /// Of the samples, in units of 10 to the power of `timeExponent` in seconds; null: unknown.
+    std::shared_ptr<const std::vector<quint64>> times;
+    int timeExponent = 0;
+    double clockHz = 0; ///< by the times; 0: unknown
 
     /// The window that contains `sample`; -1 for none.
     int windowAt(qint64 sample) const;

@@ -4,6 +4,8 @@
 #include "oxa-editor/wave/quantity.h"
 #include "oxa-editor/wave/wave_events.h"
 #include "oxa-editor/wave/wave_row_menu.h"
+#include "oxa-editor/wave/wave_ruler.h"
+#include "oxa-editor/wave/wave_settings.h"
 
 #include "oxautils/config/names_file.h"
 
@@ -22,6 +24,9 @@ private Q_SLOTS:
     void values();
     void finds();
     void cursorsAndTheirDistance();
+    void markersByTheMouse();
+    void rulers();
+    void clocks();
     void windowsAndTriggers();
     void choicesSurviveAnotherWaveform();
     void eventsOfCapturedSamples();
@@ -127,7 +132,7 @@ void TestWaveView::finds()
 
 void TestWaveView::cursorsAndTheirDistance()
 {
-    Shown shown;
+    Shown shown({kTwoWindows.join(' ')});
     WaveCanvas& canvas = *shown.view.canvas();
     const int pixels = canvas.width() / 12;
     QTest::mouseClick(&canvas, Qt::LeftButton, {}, {pixels * 3 + pixels / 2, 60});
@@ -139,7 +144,7 @@ void TestWaveView::cursorsAndTheirDistance()
     QVERIFY2(shown.state().contains("A: 8 samples"), qPrintable(shown.state()));
     QVERIFY(!shown.state().contains("ns"));
     shown.enter("Clock:", "50m");
-    QVERIFY2(shown.state().contains("8 samples (160 ns)"), qPrintable(shown.state()));
+    QVERIFY2(shown.state().contains("8 samples (160 ns, 6.25 MHz)"), qPrintable(shown.state()));
     shown.enter("Clock:", "fast");
     QVERIFY(shown.state().contains("fast is not a frequency"));
     shown.key(Qt::Key_Home);
@@ -148,6 +153,122 @@ void TestWaveView::cursorsAndTheirDistance()
     shown.key(Qt::Key_End);
     shown.key(Qt::Key_Right);
     QCOMPARE(shown.cursor(0), 11);
+
+    // What is between two windows was not captured.
+    shown.view.setWaveform(capturedWaveform(capturedOf(kTwoWindows), nullptr));
+    canvas.setCursor(0, 2);
+    QVERIFY2(shown.state().contains("8 samples, of two windows"), qPrintable(shown.state()));
+}
+
+void TestWaveView::markersByTheMouse()
+{
+    Shown shown({kTwoWindows.join(' ')});
+    WaveCanvas& canvas = *shown.view.canvas();
+    const int ruler = WaveSheet::rulerHeight(canvas.font());
+    const auto at
+        = [&](double sample, int y) { return QPoint(qRound(canvas.scale().xOf(sample)), y); };
+    const auto drag = [&](double from, double to, int y, Qt::KeyboardModifiers with = {}) {
+        QTest::mousePress(&canvas, Qt::LeftButton, with, at(from, y));
+        QTest::mouseMove(&canvas, at((from + to) / 2, y));
+        QMouseEvent move(
+            QEvent::MouseMove, at(to, y), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&canvas, &move);
+        QTest::mouseRelease(&canvas, Qt::LeftButton, with, at(to, y));
+    };
+    // `go`, the second row, changes at 1, 2, 3, 4 and 5, then at 9.
+    const int y = ruler
+        + shown.view.rows()->visualRect(shown.view.rows()->model()->index(1, 0)).center().y();
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, at(9, y) - QPoint(3, 0));
+    QCOMPARE(shown.cursor(), 9);
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, at(9, y) - QPoint(20, 0));
+    QCOMPARE(shown.cursor(), 8);
+
+    shown.keys("mm");
+    shown.view.canvas()->setCursor(0, 4);
+    QCOMPARE(canvas.markers().count(), 4);
+    drag(4.05, 6.5, 3); // the flag of A
+    QCOMPARE(shown.cursor(), 6);
+    drag(8.05, 10.5, 3); // one of the two there
+    QCOMPARE(canvas.markers().at(2), 10);
+    QVERIFY2(shown.state().contains("D − A: 2 samples"), qPrintable(shown.state()));
+    QTest::mouseClick(&canvas, Qt::LeftButton, {}, at(1.5, ruler - 3));
+    QCOMPARE(shown.cursor(), 1);
+
+    for (const auto with : {Qt::NoModifier, Qt::ControlModifier}) {
+        canvas.fit();
+        drag(3, 5, with == Qt::NoModifier ? ruler - 3 : y, with);
+        QCOMPARE(qRound(canvas.scale().first()), 3);
+        QCOMPARE(qRound(canvas.scale().visible()), 2);
+    }
+    QCOMPARE(shown.cursor(), 1);
+    auto* overview = findIn<QWidget>(shown.view, "Overview");
+    QTest::mouseClick(overview, Qt::LeftButton, {}, {overview->width() * 8 / 12, 5});
+    QCOMPARE(qRound(canvas.scale().first()), 7);
+}
+
+void TestWaveView::rulers()
+{
+    auto stimulus = std::make_shared<Waveform>();
+    stimulus->samples = 6;
+    stimulus->times = std::make_shared<std::vector<quint64>>(
+        std::vector<quint64> {105, 115, 125, 1125, 1135, 1145});
+    stimulus->timeExponent = -9;
+    const WaveformPtr windows = capturedWaveform(capturedOf(kTwoWindows), nullptr);
+    const struct {
+        WaveformPtr waveform;
+        double clock; ///< Hz
+        bool inTime;
+        int width, room; ///< pixels
+        const char* ticks;
+    } rows[] = {
+        {windows,  0,     false, 120, 30, "0:0 50:5 100:10"                                      },
+        {windows,  0,     true,  120, 30, "0:0 50:5 100:10"                                      },
+        {windows,  100e6, true,  240, 40, "0:-20 ns 40:0 s 80:20 ns 120:-20 ns 160:0 s 200:20 ns"},
+        {windows,  27e6,  true,  480, 50,
+         "26:-50 ns 80:0 s 134:50 ns 187:100 ns 266:-50 ns 320:0 s"
+            " 374:50 ns 428:100 ns"                                                              },
+ // The clock stops for 1 us.
+        {stimulus, 0,     true,  600, 90, "207:200 ns 298:1.000 µs 400:1.135 µs"               },
+    };
+    for (const auto& row : rows) {
+        WaveScale scale;
+        scale.fit(row.waveform->samples, row.width);
+        const WaveTimes times(row.waveform, row.clock);
+        QStringList texts;
+        for (const RulerTick& tick : rulerTicks(
+                 scale, row.waveform->samples, row.inTime ? &times : nullptr, row.room, row.width))
+            texts += QString::number(tick.x) + ':' + tick.text;
+        QCOMPARE(texts.join(' '), QString::fromUtf8(row.ticks));
+    }
+    QCOMPARE(clockOf(*stimulus->times, stimulus->timeExponent), 1e8);
+    QCOMPARE(WaveTimes(stimulus, 50e6).between(3, 1).value(), -1010e-9);
+}
+
+void TestWaveView::clocks()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("c.oxa");
+    WaveSettings settings;
+    settings.open(path);
+    Shown one(kTwoWindows, &settings);
+    Shown other(kTwoWindows, &settings);
+    const auto clock
+        = [](const Shown& shown) { return findIn<QLineEdit>(shown.view, "Clock:")->text(); };
+    QCOMPARE(clock(one), QString());
+    auto stimulus = std::make_shared<Waveform>();
+    stimulus->clockHz = 1e8;
+    one.view.setWaveform(stimulus);
+    QCOMPARE(clock(other), QString("100 MHz"));
+    writeFile(path + ".names", R"({"clocks": {"0": 27e6, "1": 1e6}})");
+    other.view.setNamesOf(path);
+    QCOMPARE(clock(one), QString("27 MHz"));
+    one.enter("Clock:", "12 MHz");
+    QCOMPARE(other.view.clock(), 12e6);
+    settings.open(path);
+    QCOMPARE(clock(other), QString("12 MHz"));
+    one.enter("Clock:", "");
+    other.view.setNamesOf(path);
+    QCOMPARE(clock(one), QString("27 MHz"));
 }
 
 void TestWaveView::windowsAndTriggers()
