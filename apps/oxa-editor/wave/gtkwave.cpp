@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "gtkwave.h"
 
+#include "wave_span.h"
+
 #include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
@@ -12,21 +14,6 @@ namespace {
 
 constexpr char kShowAndRemove[]
     = R"("$1" "$2"; /bin/rm -f -- "$2")"; // GTKWave may outlive this program
-
-/// All samples as one window.
-CapturedCore wholeOf(const Waveform& waveform)
-{
-    CapturedCore core = waveform.captured;
-    for (const auto& row : waveform.rows) {
-        if (row->isEvent || row->field != 0)
-            continue;
-        Window place;
-        place.samples = waveform.samples;
-        core.windows = cutWindows({place}, *row->samples);
-        break;
-    }
-    return core;
-}
 
 }
 
@@ -69,7 +56,11 @@ void GtkWave::open(const Waveform& waveform, double clockHz)
     m_program = QStandardPaths::findExecutable("gtkwave");
     if (m_program.isEmpty())
         return Q_EMIT said(tr("GTKWave is not installed: the program gtkwave was not found."));
-    CapturedCore core = waveform.captured.windows.empty() ? wholeOf(waveform) : waveform.captured;
+    CapturedCore core = waveform.captured.windows.empty() ? cutSpans(waveform,
+                            {
+                                {0, waveform.samples - 1}
+    })
+                                                          : waveform.captured;
     core.clockHz = clockHz;
     if (core.windows.empty())
         return Q_EMIT said(tr("There are no samples to show."));

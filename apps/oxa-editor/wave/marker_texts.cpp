@@ -19,12 +19,12 @@ QString tr(const char* text) { return QCoreApplication::translate("WaveView", te
 QString placeText(
     const Waveform& waveform, const QString& name, qint64 sample, const WaveTimes& times)
 {
-    const QString text = tr("%1: sample %2").arg(name, QString::number(sample));
+    QString text = tr("%1: sample %2").arg(name, QString::number(sample));
     const int number = waveform.windowAt(sample);
     if (number < 0)
         return text;
     const WaveWindow& window = waveform.windows[size_t(number)];
-    const QString inWindow = tr("%1, window %2").arg(text, QString::number(number));
+    QString inWindow = tr("%1, window %2").arg(text, QString::number(number));
     if (window.trigger == kNoSample)
         return inWindow;
     const qint64 distance = sample - window.trigger;
@@ -37,7 +37,7 @@ QString placeText(
 /// "B − A: 8 samples (160 ns, 6.25 MHz)"
 QString distanceText(const QString& name, qint64 from, qint64 to, const WaveTimes& times)
 {
-    const QString text = tr("%1 %2 A: %3 samples").arg(name, kMinus, QString::number(to - from));
+    QString text = tr("%1 %2 A: %3 samples").arg(name, kMinus, QString::number(to - from));
     if (times.section(from) != times.section(to))
         return tr("%1, of two windows").arg(text);
     const std::optional<double> seconds = times.between(from, to);

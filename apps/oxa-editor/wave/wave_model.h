@@ -69,6 +69,7 @@ public:
 
     /// The names of values, which buses that have some are shown with.
     void setStates(const OXA::StateNames& states);
+    const OXA::StateNames& states() const { return m_states; }
 
     /// The sample whose values are shown in the column of cursor A (0) or B (1); -1: none.
     void setSample(int cursor, qint64 sample);

@@ -36,10 +36,13 @@ QVariant WaveModel::nameData(const Item& item, int role) const
         return name;
     case Qt::EditRole:
         return entry.name;
-    case Qt::ToolTipRole:
-        return !item.row || item.row->width == 1
-            ? name
-            : tr("%1 (%2 bits)").arg(name, QString::number(item.row->width));
+    case Qt::ToolTipRole: // a name may look like rich text
+        return "<p>"
+            + (!item.row || item.row->width == 1
+                    ? name
+                    : tr("%1 (%2 bits)").arg(name, QString::number(item.row->width)))
+                  .toHtmlEscaped()
+            + "</p>";
     case Qt::AccessibleTextRole:
         return entry.kind == WaveEntry::Divider ? tr("Divider %1").arg(name)
             : entry.kind == WaveEntry::Group    ? tr("Group %1").arg(name)
@@ -65,15 +68,16 @@ QVariant WaveModel::data(const QModelIndex& index, int role) const
         return {};
     const Item& shown = *item(index);
     const bool isName = index.column() == Name;
-    const QPalette palette = QGuiApplication::palette();
     if (role == Qt::SizeHintRole) {
         const int lines = shown.isBit() ? 1 : shown.entry->height;
         return QSize(0, QFontMetrics(QGuiApplication::font()).height() * lines + kRowSpace);
     }
     if (role == Qt::BackgroundRole)
-        return shown.entry->kind == WaveEntry::Signal ? QVariant() : palette.alternateBase();
+        return shown.entry->kind == WaveEntry::Signal ? QVariant()
+                                                      : QGuiApplication::palette().alternateBase();
     if (role == Qt::ForegroundRole)
-        return shown.entry->hidden ? palette.brush(QPalette::PlaceholderText) : QVariant();
+        return shown.entry->hidden ? QGuiApplication::palette().brush(QPalette::PlaceholderText)
+                                   : QVariant();
     if (isName)
         return nameData(shown, role);
     if (role == Qt::FontRole)

@@ -5,6 +5,7 @@
 #include <QFontMetrics>
 #include <QGlyphRun>
 #include <QGuiApplication>
+#include <QPaintEngine>
 #include <QPainter>
 
 using namespace OXA_CAPTURE;
@@ -50,6 +51,7 @@ WavePainter::WavePainter(
     , m_samples(samples)
     , m_left(left)
     , m_right(qMin(right, int(std::ceil(scale.xOf(double(samples))))))
+    , m_textFont(font)
     , m_font(QRawFont::fromFont(font))
 {
     QString characters;
@@ -164,15 +166,19 @@ void WavePainter::addCurve(const Lane& lane)
 {
     std::optional<QPoint> last; // where the curve was left
     for (int x = m_left; x < m_right;) {
-        const qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
-        const qint64 change = lane.row.changes.next(sample + 1);
-        const int end = qMin(m_right, int(m_scale.xOf(double(change))));
-        const bool isBusy = end <= x; // changes within this pixel
+        qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
+        qint64 change = lane.row.changes.next(sample + 1);
+        if (int(m_scale.xOf(double(change))) <= x && change < m_samples) { // within this pixel
+            sample = change;
+            change = lane.row.changes.next(sample + 1);
+        }
+        const int end = qBound(x + 1, int(m_scale.xOf(double(change))), m_right);
+        const bool isBusy = int(m_scale.xOf(double(change))) <= x; // several changes
         const auto next = qint64(std::ceil(m_scale.sampleAt(x + 1)));
         const AnalogTrack::Range range
             = lane.track->range(sample, isBusy ? qBound(sample + 1, next, m_samples) : sample + 1);
         if (range.isEmpty()) {
-            addUnknown(lane, x, qMax(end, x + 1));
+            addUnknown(lane, x, end);
             last.reset();
         } else if (isBusy) {
             addSwing(lane, range, last, x);
@@ -181,7 +187,7 @@ void WavePainter::addCurve(const Lane& lane)
             const int bend = bends ? qBound(x, int(m_scale.xOf(double(change - 1))), end) : end;
             addLevel(lane, lane.yOf(range.least), last, {x, bend});
         }
-        x = qMax(end, x + 1);
+        x = end;
     }
 }
 
@@ -225,16 +231,40 @@ void WavePainter::addText(const QString& text, int from, int to, int middle)
     if (!whole && room <= kFewestDigits)
         return;
     const QString shown = whole ? text : text.left(room - 1) + '~';
-    const double baseline = middle + (m_font.ascent() - m_font.descent()) / 2;
-    int x = from + (to - from - shown.size() * m_digitWidth) / 2;
-    for (const QChar character : shown) {
-        const int glyph = character.unicode() - kFirstCharacter;
-        if (glyph > 0 && glyph < m_glyphOf.size()) {
-            m_glyphs += m_glyphOf.at(glyph);
-            m_glyphPlaces += QPointF(x, baseline);
-        }
-        x += m_digitWidth;
+    const int baseline = int(middle + (m_font.ascent() - m_font.descent()) / 2);
+    const int x = from + (to - from - shown.size() * m_digitWidth) / 2;
+    m_labels.push_back({
+        {x, baseline},
+        shown
+    });
+}
+
+void WavePainter::paintLabels(QPainter& painter) const
+{
+    if (painter.paintEngine()->type() == QPaintEngine::SVG) { // texts stay texts
+        painter.setFont(m_textFont);
+        for (const Label& label : m_labels)
+            painter.drawText(label.place, label.text);
+        return;
     }
+    QVector<quint32> glyphs;
+    QVector<QPointF> places;
+    for (const Label& label : m_labels) {
+        int x = label.place.x();
+        for (const QChar character : label.text) {
+            const int glyph = character.unicode() - kFirstCharacter;
+            if (glyph > 0 && glyph < m_glyphOf.size()) {
+                glyphs += m_glyphOf.at(glyph);
+                places += QPointF(x, label.place.y());
+            }
+            x += m_digitWidth;
+        }
+    }
+    QGlyphRun run;
+    run.setRawFont(m_font);
+    run.setGlyphIndexes(glyphs);
+    run.setPositions(places);
+    painter.drawGlyphRun({0, 0}, run);
 }
 
 void WavePainter::paint(QPainter& painter, const WaveColors& colors) const
@@ -256,10 +286,6 @@ void WavePainter::paint(QPainter& painter, const WaveColors& colors) const
         painter.setPen(inks[ink]);
         painter.drawLines(m_slopes[ink]);
     }
-    QGlyphRun run;
-    run.setRawFont(m_font);
-    run.setGlyphIndexes(m_glyphs);
-    run.setPositions(m_glyphPlaces);
     painter.setPen(colors.text);
-    painter.drawGlyphRun({0, 0}, run);
+    paintLabels(painter);
 }

@@ -56,6 +56,11 @@ private:
         int yOf(double value) const; // of a curve
     };
 
+    struct Label {
+        QPoint place; // left, on the base line
+        QString text;
+    };
+
     void addDigits(const Lane& lane);
     void addCurve(const Lane& lane);
     void addLevel(const Lane& lane, int y, std::optional<QPoint>& last, std::pair<int, int> place);
@@ -65,6 +70,7 @@ private:
     void addRun(const Lane& lane, qint64 sample, int from, int to);
     void addBusRun(const Lane& lane, const WaveValue& value, int ink, int from, int to);
     void addBusy(const Lane& lane, int from, int to);
+    void paintLabels(QPainter& painter) const;
     void addText(const QString& text, int from, int to, int middle);
     void across(int ink, int from, int to, int y) { m_lines[ink] += QRect(from, y, to - from, 1); }
     void edge(int ink, int x, int high, int low)
@@ -76,6 +82,7 @@ private:
     const qint64 m_samples;
     const int m_left;
     const int m_right;
+    const QFont m_textFont;
     const QRawFont m_font;
     int m_digitWidth = 1;
     QVector<quint32> m_glyphOf; // of a character
@@ -83,8 +90,7 @@ private:
     QVector<QRect> m_fills[Inks];
     QVector<QLine> m_slopes[Inks]; // of curves
     QVector<QRect> m_busy[Inks]; // several changes in a pixel
-    QVector<quint32> m_glyphs;
-    QVector<QPointF> m_glyphPlaces;
+    std::vector<Label> m_labels;
 };
 
 #endif

@@ -42,6 +42,16 @@ double stepOf(const WaveScale& scale, const WaveTimes& times,
     return perSample > 0 ? roundStep(room / scale.pixels() * perSample) : 0;
 }
 
+/// The time of a sample with a fraction.
+double timeAt(const WaveTimes& times, double sample)
+{
+    const auto whole = qint64(sample);
+    const double time = times.at(whole);
+    return whole + 1 < times.section(whole).second
+        ? time + (sample - double(whole)) * (times.at(whole + 1) - time)
+        : time;
+}
+
 std::vector<RulerTick> timeTicks(
     const WaveScale& scale, qint64 samples, const WaveTimes& times, int room, int width)
 {
@@ -49,12 +59,12 @@ std::vector<RulerTick> timeTicks(
     double step = 0;
     double next = 0; // the least time of the next tick in the section
     qint64 sectionOfNext = -1;
-    for (int x = 0; x < width;) {
-        const qint64 sample = qBound(qint64(0), qint64(scale.sampleAt(x)), samples - 1);
+    for (int x = 0; x < width && scale.sampleAt(x) < double(samples);) {
+        const auto sample = qint64(scale.sampleAt(x));
         const auto [first, end] = times.section(sample);
         if (step == 0)
             step = stepOf(scale, times, {first, end}, room);
-        const double now = std::ceil(times.at(sample) / step - kSlip) * step;
+        const double now = std::ceil(timeAt(times, scale.sampleAt(x)) / step - kSlip) * step;
         next = first == sectionOfNext ? std::fmax(next, now) : now;
         const double place = times.sampleAt(next, sample);
         if (step == 0 || place >= double(end)) { // nothing more in this section

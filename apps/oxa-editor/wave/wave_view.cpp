@@ -4,6 +4,7 @@
 #include "gtkwave.h"
 #include "marker_texts.h"
 #include "quantity.h"
+#include "save_job.h"
 #include "wave_canvas.h"
 #include "wave_model.h"
 #include "wave_overview.h"
@@ -12,8 +13,7 @@
 
 #include "oxautils/config/names_file.h"
 
-#include <QApplication>
-#include <QClipboard>
+#include <QDir>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -52,6 +52,7 @@ WaveView::WaveView(WaveSettings* settings, QWidget* parent)
     , m_rows(new QTreeView)
     , m_splitter(new QSplitter)
     , m_gtkWave(new GtkWave(this))
+    , m_save(new SaveJob(this))
     , m_rowMenu(new WaveRowMenu(*m_rows, *m_model, *this))
     , m_wanted(new QLineEdit)
     , m_filter(new QLineEdit)
@@ -73,6 +74,9 @@ WaveView::WaveView(WaveSettings* settings, QWidget* parent)
     connect(m_filter, &QLineEdit::textChanged, m_model, &WaveModel::setFilter);
     connect(m_canvas, &WaveCanvas::cursorMoved, this, &WaveView::showCursors);
     connect(m_gtkWave, &GtkWave::said, this, &WaveView::say);
+    connect(m_save, &SaveJob::finished, this, [this](const QString& path, const QString& error) {
+        say(error.isEmpty() ? tr("%1: written").arg(QDir::toNativeSeparators(path)) : error);
+    });
     connect(m_wanted, &QLineEdit::returnPressed, this, [this] { find(1); });
     connect(m_clock, &QLineEdit::editingFinished, this, &WaveView::readClock);
     connect(m_rows->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -105,6 +109,7 @@ void WaveView::layOut()
     m_splitter->setSizes({character * (kNameWidth + 2 * kValueWidth), character * 80});
     m_splitter->setChildrenCollapsible(false);
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_state->setTextFormat(Qt::PlainText);
     m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_problem->setTextFormat(Qt::PlainText);
     m_problem->setWordWrap(true);
@@ -272,11 +277,3 @@ void WaveView::readClock()
         m_settings->enterClock(core(), hertz);
     showSettings();
 }
-
-void WaveView::copyPicture()
-{
-    QApplication::clipboard()->setPixmap(m_splitter->grab());
-    say(tr("The picture is on the clipboard."));
-}
-
-void WaveView::openInGtkWave() { m_gtkWave->open(*waveform(), clock()); }

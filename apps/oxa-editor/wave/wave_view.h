@@ -14,6 +14,7 @@ class QMenu;
 class QSplitter;
 class QToolBar;
 class QTreeView;
+class SaveJob;
 class WaveCanvas;
 class WaveModel;
 class WaveRowMenu;
@@ -51,6 +52,13 @@ public:
     WaveRowMenu& rowMenu() const { return *m_rowMenu; }
     void copyPicture();
 
+    /// Writes a picture of the visible samples with all rows as .svg or .png.
+    void exportPicture(const QString& path);
+
+    /// Writes the samples from A to B, C to D and so on, in the background, in the format of the
+    /// suffix.
+    void exportSpans(const QString& path);
+
     /// Opens the windows, or without windows all samples, in GTKWave.
     void openInGtkWave();
 
@@ -68,6 +76,8 @@ private:
     void readClock();
     void say(const QString& text);
     void showRuler();
+    void askForPicture();
+    void askForSpans();
 
     WaveSettings* m_settings;
     WaveModel* m_model;
@@ -75,6 +85,7 @@ private:
     WaveCanvas* m_canvas;
     QSplitter* m_splitter;
     GtkWave* m_gtkWave;
+    SaveJob* m_save;
     WaveRowMenu* m_rowMenu;
     QLineEdit* m_wanted;
     QLineEdit* m_filter;

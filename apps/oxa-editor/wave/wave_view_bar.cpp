@@ -115,7 +115,9 @@ QMenu* WaveView::makeMenu()
     }));
     menu->addSeparator();
     menu->addAction(addAction(
-        tr("&Copy as Picture"), {}, {QKeySequence("Ctrl+Shift+C")}, [this] { copyPicture(); }));
+        tr("&Copy as picture"), {}, {QKeySequence("Ctrl+Shift+C")}, [this] { copyPicture(); }));
+    menu->addAction(tr("Export &picture…"), this, &WaveView::askForPicture);
+    menu->addAction(tr("Export samples from &A to B…"), this, &WaveView::askForSpans);
     menu->addAction(tr("Open in &GTKWave"), this, &WaveView::openInGtkWave);
     m_canvas->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_canvas, &QWidget::customContextMenuRequested, menu,

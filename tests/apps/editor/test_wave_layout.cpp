@@ -360,22 +360,29 @@ void TestWaveLayout::curvesAreDrawn()
     rows.menu("Draw as/Analog steps");
     rows.menu("Color/Orange");
     const QRect place = rows.view.rows()->visualRect(rows.find("d"));
-    const QImage picture = rows.view.canvas()->grab().toImage();
+    const WaveScale& scale = rows.view.canvas()->scale();
     const QColor color = waveColors(rows.view.palette()).rows[1];
+    QImage picture = rows.view.canvas()->grab().toImage();
     const auto heightAt = [&](double sample) {
-        const int x = qRound(rows.view.canvas()->scale().xOf(sample + 0.5));
         const int top = rows.view.rows()->header()->height() + place.top();
         for (int y = top; y < top + place.height(); ++y) {
-            if (picture.pixelColor(x, y) == color)
+            if (picture.pixelColor(qRound(scale.xOf(sample)), y) == color)
                 return top + place.height() - y;
         }
         return -1;
     };
     // 0, 3, the trigger's sample, 21, unknown
-    QVERIFY(heightAt(0) > 0);
-    QVERIFY(heightAt(0) < heightAt(1));
-    QVERIFY(heightAt(1) * 3 < heightAt(3));
-    QCOMPARE(heightAt(4), -1);
+    QVERIFY(heightAt(0.5) > 0);
+    QCOMPARE(heightAt(0.8), heightAt(0.5));
+    QVERIFY(heightAt(0.5) < heightAt(1.5));
+    QVERIFY(heightAt(1.5) * 3 < heightAt(3.5));
+    QCOMPARE(heightAt(4.5), -1);
+
+    rows.menu("Draw as/Analog lines");
+    picture = rows.view.canvas()->grab().toImage();
+    QVERIFY(heightAt(0.5) < heightAt(0.95));
+    for (double sample = 0.05; sample < 1.95; sample += 1 / scale.pixels())
+        QVERIFY(heightAt(sample) > 0);
 }
 
 void TestWaveLayout::colorsCanBeToldApart_data()

@@ -6,10 +6,13 @@
 #include "oxa-editor/wave/wave_row_menu.h"
 #include "oxa-editor/wave/wave_ruler.h"
 #include "oxa-editor/wave/wave_settings.h"
+#include "oxa-editor/wave/wave_span.h"
 
+#include "oxacapture/files/capture_file.h"
 #include "oxautils/config/names_file.h"
 
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 
 #include <random>
 #include <set>
@@ -30,6 +33,8 @@ private Q_SLOTS:
     void windowsAndTriggers();
     void choicesSurviveAnotherWaveform();
     void eventsOfCapturedSamples();
+    void pictures();
+    void spans();
     void gtkWave();
 };
 
@@ -228,7 +233,7 @@ void TestWaveView::rulers()
          "26:-50 ns 80:0 s 134:50 ns 187:100 ns 266:-50 ns 320:0 s"
             " 374:50 ns 428:100 ns"                                                              },
  // The clock stops for 1 us.
-        {stimulus, 0,     true,  600, 90, "207:200 ns 298:1.000 µs 400:1.135 µs"               },
+        {stimulus, 0,     true,  600, 90, "207:200 ns"                                           },
     };
     for (const auto& row : rows) {
         WaveScale scale;
@@ -342,6 +347,105 @@ void TestWaveView::eventsOfCapturedSamples()
     const QStringList wanted {"M0 010100000110", "M2 x10100x00100", "0: M0 010100000110",
         "2: M0 & M2 x10100x00100", "trigger 001000001000"};
     QCOMPARE(events, wanted);
+}
+
+void TestWaveView::pictures()
+{
+    const QTemporaryDir folder;
+    CapturedCore core = capturedOf(kTwoWindows);
+    core.items = {busOf("a<b>", 4), signalOf("go")};
+    Shown shown;
+    shown.view.setWaveform(capturedWaveform(core, nullptr));
+    shown.view.canvas()->setCursor(0, 2);
+    shown.view.rows()->expandAll();
+    shown.view.resize(600, 160); // the last rows are out of sight
+    shown.view.exportPicture(folder.filePath("wave.svg"));
+    QVERIFY2(shown.state().contains("wave.svg: written"), qPrintable(shown.state()));
+    QXmlStreamReader svg(bytesOf(folder.filePath("wave.svg")));
+    QStringList texts;
+    int fills = 0;
+    while (!svg.atEnd()) {
+        svg.readNext();
+        if (svg.isStartElement() && svg.name() == QLatin1String("text"))
+            texts += svg.readElementText();
+        fills += svg.isStartElement() && svg.name() == QLatin1String("rect")
+            && svg.attributes().value("fill") == waveColors(shown.view.palette()).signal.name();
+    }
+    QVERIFY2(!svg.hasError(), qPrintable(svg.errorString()));
+    // Names and values, marker and triggers, and values in the samples; of 5 lines also their
+    // edges.
+    for (const char* text : {"a<b>", "go", "a<b>[0]", "A", "T", "1", "x"})
+        QVERIFY2(texts.contains(text), text);
+    QVERIFY(fills > 20);
+
+    shown.view.exportPicture(folder.filePath("wave.png"));
+    const QImage picture(folder.filePath("wave.png"));
+    const int rows
+        = 6 * shown.view.rows()->visualRect(shown.view.rows()->model()->index(0, 0)).height();
+    QVERIFY(picture.height() > 2 * rows);
+    QVERIFY(picture.width() > 2 * shown.view.canvas()->width());
+    const QColor color = waveColors(shown.view.palette()).trigger;
+    bool hasTrigger = false;
+    for (int x = 0; x < picture.width(); ++x)
+        hasTrigger = hasTrigger || picture.pixelColor(x, picture.height() - 3) == color;
+    QVERIFY(hasTrigger);
+
+    const struct {
+        const char *name, *problem;
+    } bad[] = {
+        {"wave.bmp",      "ends in .svg or .png"},
+        {"none/wave.svg", "cannot be written"   },
+        {"none/wave.png", "cannot be written"   },
+    };
+    for (const auto& row : bad) {
+        shown.view.exportPicture(folder.filePath(row.name));
+        QVERIFY2(shown.state().contains(row.problem), qPrintable(shown.state()));
+    }
+}
+
+void TestWaveView::spans()
+{
+    const QTemporaryDir folder;
+    Shown shown;
+    WaveCanvas& canvas = *shown.view.canvas();
+    shown.view.exportSpans(folder.filePath("none.vcd"));
+    QVERIFY(shown.state().contains("Set the cursors A and B first"));
+    // D to C inside of the second window, B to A across both, E alone.
+    canvas.setCursor(0, 9);
+    for (const int marker : {2, 3, 4}) {
+        canvas.addMarker();
+        canvas.setCursor(marker, 13 - marker);
+    }
+    canvas.setCursor(0, 7);
+    canvas.setCursor(1, 4);
+    const QString path = folder.filePath("span.vcd");
+    shown.view.exportSpans(path);
+    QTRY_VERIFY_WITH_TIMEOUT(shown.state().contains("span.vcd: written"), kPatience);
+    Capture capture;
+    QString error;
+    QVERIFY2(readCapture(path, capture, &error), qPrintable(error));
+    QStringList windows;
+    for (const CapturedWindow& window : capture.at(0).windows)
+        windows += samplesText(window.samples) + '/' + QString::number(window.triggerOffset());
+    QCOMPARE(windows, QStringList({"x0100 1111x/-1", "00010 00010/-1", "00011 00010/-1"}));
+
+    // A stimulus has the samples between windows, and times.
+    auto stimulus = std::make_shared<Waveform>(*shown.view.waveform());
+    stimulus->isCut = false;
+    std::vector<quint64> times;
+    for (quint64 i = 0; i < 12; ++i)
+        times.push_back(10 * i * i);
+    stimulus->times = std::make_shared<std::vector<quint64>>(times);
+    stimulus->timeExponent = -9;
+    const CapturedCore core = cutSpans(*stimulus,
+        {
+            {5, 8},
+            {3, 6}
+    });
+    QCOMPARE(int(core.windows.size()), 1);
+    QCOMPARE(int(core.windows[0].samples.size()), 6);
+    QCOMPARE(core.windows[0].triggerOffset(), qint64(5));
+    QCOMPARE(core.windows[0].times[1] - core.windows[0].times[0], quint64(70));
 }
 
 void TestWaveView::gtkWave()
