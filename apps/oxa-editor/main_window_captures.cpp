@@ -64,7 +64,4 @@ void MainWindow::openCapture(const QString& path)
     m_captures->open(QFileInfo(path).absoluteFilePath());
 }
 
-bool MainWindow::mayLoseSamples()
-{
-    return m_saver->mayLose(m_history->unsaved(), m_target->view()->clock());
-}
+bool MainWindow::mayLoseSamples() { return m_saver->mayLose(m_history->unsaved()); }

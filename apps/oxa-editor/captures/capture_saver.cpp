@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "capture_saver.h"
 
+#include "oxa-editor/wave/wave_settings.h"
+
 #include "oxautils/config/names_file.h"
 #include "oxautils/model/shown_text.h"
 
@@ -9,9 +11,10 @@
 #include <QMessageBox>
 #include <QProgressDialog>
 
-CaptureSaver::CaptureSaver(CaptureHistory& history, QWidget* window)
+CaptureSaver::CaptureSaver(CaptureHistory& history, const WaveSettings& waves, QWidget* window)
     : QObject(window)
     , m_history(history)
+    , m_waves(waves)
     , m_window(window)
     , m_job(new SaveJob(this))
 {
@@ -24,7 +27,7 @@ CaptureSaver::CaptureSaver(CaptureHistory& history, QWidget* window)
     });
 }
 
-void CaptureSaver::ask(const CaptureRecordPtr& record, double clockHz)
+void CaptureSaver::ask(const CaptureRecordPtr& record)
 {
     const QFileInfo configuration(record->configuration);
     const QString bits = tr("Table of single bits (*.csv)");
@@ -38,17 +41,18 @@ void CaptureSaver::ask(const CaptureRecordPtr& record, double clockHz)
         dialog.setDefaultSuffix(filter.section("*.", 1).section(')', 0, 0));
     });
     if (dialog.exec() == QDialog::Accepted)
-        start(record, dialog.selectedFiles().value(0), clockHz,
-            {dialog.selectedNameFilter() == bits, {}});
+        start(record, dialog.selectedFiles().value(0), {dialog.selectedNameFilter() == bits, {}});
 }
 
-void CaptureSaver::start(const CaptureRecordPtr& record, const QString& path, double clockHz,
+void CaptureSaver::start(const CaptureRecordPtr& record, const QString& path,
     const OXA_CAPTURE::CaptureFileOptions& options)
 {
     if (isRunning())
         return;
-    for (OXA_CAPTURE::CapturedCore& core : *record->capture)
-        core.clockHz = record->isOpened && clockHz <= 0 ? core.clockHz : clockHz;
+    for (OXA_CAPTURE::CapturedCore& core : *record->capture) {
+        const double hertz = m_waves.clock(core.index);
+        core.clockHz = record->isOpened && hertz <= 0 ? core.clockHz : hertz;
+    }
     OXA::KnownNames names;
     OXA::readKnownNames(record->configuration, names, nullptr);
     OXA_CAPTURE::CaptureFileOptions named = options;
@@ -58,7 +62,7 @@ void CaptureSaver::start(const CaptureRecordPtr& record, const QString& path, do
     Q_EMIT started();
 }
 
-bool CaptureSaver::mayLose(const QList<CaptureRecordPtr>& records, double clockHz)
+bool CaptureSaver::mayLose(const QList<CaptureRecordPtr>& records)
 {
     wait();
     QList<CaptureRecordPtr> unsaved;
@@ -76,7 +80,7 @@ bool CaptureSaver::mayLose(const QList<CaptureRecordPtr>& records, double clockH
     if (answer != QMessageBox::Save)
         return answer == QMessageBox::Discard;
     for (const CaptureRecordPtr& record : qAsConst(unsaved)) {
-        ask(record, clockHz);
+        ask(record);
         wait();
         if (record->isUnsaved)
             return false;

@@ -36,8 +36,8 @@ QString namesText(const QStringList& names)
 
 }
 
-CapturesPanel::CapturesPanel(
-    const Document& document, CaptureHistory& history, CaptureSaver& saver, QWidget* parent)
+CapturesPanel::CapturesPanel(const Document& document, WaveSettings& waves, CaptureHistory& history,
+    CaptureSaver& saver, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
     , m_history(history)
@@ -46,7 +46,7 @@ CapturesPanel::CapturesPanel(
     , m_list(new QTreeView)
     , m_cores(new QComboBox)
     , m_state(new QLabel)
-    , m_view(new WaveView)
+    , m_view(new WaveView(&waves))
 {
     auto* splitter = new QSplitter;
     splitter->addWidget(makeControls());
@@ -175,12 +175,12 @@ QList<CaptureRecordPtr> CapturesPanel::chosen() const
     return records;
 }
 
-void CapturesPanel::save() { m_saver.ask(chosen().first(), m_view->clock()); }
+void CapturesPanel::save() { m_saver.ask(chosen().first()); }
 
 void CapturesPanel::remove()
 {
     const QList<CaptureRecordPtr> records = chosen();
-    if (!m_saver.mayLose(records, m_view->clock()))
+    if (!m_saver.mayLose(records))
         return;
     for (int row = m_history.rowCount() - 1; row >= 0; --row) {
         if (records.contains(m_history.at(row)))

@@ -14,6 +14,7 @@ class QComboBox;
 class QLabel;
 class QPushButton;
 class QTreeView;
+class WaveSettings;
 class WaveView;
 
 /// Shows the captures of this session, and compares two of them.
@@ -21,8 +22,8 @@ class CapturesPanel : public QWidget {
     Q_OBJECT
 
 public:
-    CapturesPanel(const Document& document, CaptureHistory& history, CaptureSaver& saver,
-        QWidget* parent = nullptr);
+    CapturesPanel(const Document& document, WaveSettings& waves, CaptureHistory& history,
+        CaptureSaver& saver, QWidget* parent = nullptr);
 
     /// Reads the capture or waveform `path` in the background, and shows it.
     void open(const QString& path);

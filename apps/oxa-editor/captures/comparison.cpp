@@ -217,6 +217,7 @@ bool compareCores(const CapturedCore& a, const CapturedCore& b, Comparison& comp
     }
     waveform->samples = comparer.size();
     waveform->captured = a;
+    waveform->isCut = true;
     waveform->rows = rowsOf(common, comparer);
     comparison.samples = comparer.differences();
     comparison.changes = ChangeIndex(waveform->samples);

@@ -211,12 +211,12 @@ void TargetPanel::showState()
     m_cores->setEnabled(!isRunning() || m_cores->topLevelItemCount() > 0);
 }
 
-void TargetPanel::save() { m_saver.ask(m_record, m_view->clock()); }
+void TargetPanel::save() { m_saver.ask(m_record); }
 
 void TargetPanel::saveTo(const QString& path, const OXA_CAPTURE::CaptureFileOptions& options)
 {
     if (canSave())
-        m_saver.start(m_record, path, m_view->clock(), options);
+        m_saver.start(m_record, path, options);
 }
 
 void TargetPanel::showSaved(const QString& path, const QString& error)

@@ -123,7 +123,7 @@ QString WaveSettings::clockOrigin(int core) const
         return tr("entered here");
     if (m_configured.contains(core))
         return tr("from the names beside the configuration");
-    return m_stimulus.value(core, 0) > 0 ? tr("from the stimulus") : QString();
+    return m_stimulus.value(core, 0) > 0 ? tr("from the times of the samples") : QString();
 }
 
 void WaveSettings::enterClock(int core, double hertz)

@@ -30,6 +30,8 @@ public:
     /// The configuration was written to another file, which gets the same settings.
     void moveTo(const QString& configuration);
 
+    QString configuration() const { return m_configuration; } ///< the file; empty: none yet
+
     /// The layout for the core with that index; empty: the usual one.
     const WaveEntries& rows(int core) const;
     void setRows(int core, const WaveEntries& rows);

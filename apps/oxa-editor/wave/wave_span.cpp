@@ -7,11 +7,14 @@ using namespace OXA_CAPTURE;
 
 namespace {
 
-/// The samples of the data signals; null when there are none.
+/// The samples of the data signals; null when there are none, or only parts of them.
 const SampleTable* dataOf(const Waveform& waveform)
 {
-    const auto data = std::find_if(waveform.rows.begin(), waveform.rows.end(),
-        [](const auto& row) { return !row->isEvent && row->field == 0; });
+    const int width = OXA::flattenedNames(waveform.captured.items).size();
+    const auto data
+        = std::find_if(waveform.rows.begin(), waveform.rows.end(), [&](const auto& row) {
+              return !row->isEvent && row->field == 0 && row->samples->layout().width(0) == width;
+          });
     return data == waveform.rows.end() ? nullptr : (*data)->samples.get();
 }
 
@@ -62,6 +65,9 @@ CapturedCore cutSpans(const Waveform& waveform, WaveSpans spans)
 {
     CapturedCore core = waveform.captured;
     core.windows.clear();
+    if (waveform.isEven)
+        core.storage = {};
+    core.storage.gapBits = 0; // of what is cut out, the gaps are not known
     const SampleTable* data = dataOf(waveform);
     if (!data)
         return core;

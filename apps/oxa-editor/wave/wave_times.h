@@ -10,7 +10,7 @@ public:
     /// `clockHz` is used when the waveform has no times; 0: unknown.
     WaveTimes(WaveformPtr waveform, double clockHz);
 
-    bool isKnown() const { return m_waveform->times || m_clockHz > 0; }
+    bool isKnown() const { return m_waveform->times || (m_waveform->isEven && m_clockHz > 0); }
 
     /// Seconds: since the beginning of the stimulus; of captured samples since the trigger of their
     /// window, or since its first sample when it has none.

@@ -137,7 +137,8 @@ void WaveView::setNamesOf(const QString& configuration)
     OXA::KnownNames names;
     OXA::readKnownNames(configuration, names, nullptr);
     m_model->setStates(names.states);
-    m_settings->setConfiguredClocks(names.clocks);
+    if (configuration == m_settings->configuration())
+        m_settings->setConfiguredClocks(names.clocks);
 }
 
 void WaveView::setWaveform(const WaveformPtr& waveform)
@@ -147,7 +148,8 @@ void WaveView::setWaveform(const WaveformPtr& waveform)
     if (!m_rows->currentIndex().isValid())
         m_rows->setCurrentIndex(m_model->index(0, 0));
     m_canvas->waveformChanged(before);
-    m_settings->setStimulusClock(core(), waveform->clockHz);
+    if (waveform->clockHz > 0)
+        m_settings->setStimulusClock(core(), waveform->clockHz);
     showSettings();
 }
 

@@ -47,6 +47,8 @@ void WaveView::exportSpans(const QString& path)
     if (m_save->isRunning())
         return say(tr("Another file is being written."));
     OXA_CAPTURE::CapturedCore core = cutSpans(*waveform(), spans);
+    if (core.windows.empty())
+        return say(tr("There are no samples to export."));
     core.clockHz = clock();
     OXA_CAPTURE::CaptureFileOptions options;
     options.states = m_model->states();

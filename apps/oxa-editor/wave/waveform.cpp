@@ -2,6 +2,7 @@
 #include "waveform.h"
 
 #include "wave_events.h"
+#include "wave_times.h"
 
 #include "oxacapture/files/every_sample.h"
 
@@ -70,6 +71,21 @@ WaveRows storedRow(const CapturedCore& captured)
     OXA::SignalItem item;
     item.name = "stored";
     return signalRows({item}, flags, 0, true);
+}
+
+/// The times of the samples, when those of all windows are known.
+void takeTimes(Waveform& waveform, const CapturedCore& captured)
+{
+    auto times = std::make_shared<std::vector<quint64>>();
+    for (const CapturedWindow& window : captured.windows) {
+        if (qint64(window.times.size()) != window.samples.size() + 1)
+            return;
+        times->insert(times->end(), window.times.begin(), std::prev(window.times.end()));
+    }
+    waveform.timeExponent = captured.timeExponent;
+    waveform.clockHz = clockOf(*times, captured.timeExponent);
+    if (!times->empty())
+        waveform.times = std::move(times);
 }
 
 QString shownName(const OXA::SignalItem& item)
@@ -141,6 +157,8 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
     }
     waveform->samples = samples->size();
     waveform->isCut = true;
+    waveform->isEven = shown.storage.isDefault();
+    takeTimes(*waveform, shown);
     waveform->rows = signalRows(captured.items, samples, 0);
     waveform->captured = captured;
     WaveRows events;

@@ -39,6 +39,7 @@ struct Waveform {
     std::vector<std::shared_ptr<const WaveRow>> rows; ///< signals, then events
     std::vector<WaveWindow> windows; ///< in the order of their samples
     OXA_CAPTURE::CapturedCore captured; ///< for files
+    bool isEven = true; ///< has every sample of a window, with those that were passed over
     bool isCut = false; ///< there are only the samples of windows, not those between them
     /// Of the samples, in units of 10 to the power of `timeExponent` in seconds; null: unknown.
     std::shared_ptr<const std::vector<quint64>> times;

@@ -287,7 +287,7 @@ void TestEditorTarget::samplesThatAreNotSaved()
     run.answering(QMessageBox::Ok, [&] { saving("taken.doc"); });
     QVERIFY(run.window.isVisible()); // such a file cannot be written
     auto* saver = run.window.findChild<CaptureSaver*>();
-    saver->start(history.at(0), m_folder.path("first.csv"), 0);
+    saver->start(history.at(0), m_folder.path("first.csv"));
     QTRY_VERIFY_WITH_TIMEOUT(!saver->isRunning(), kPatience);
     QCOMPARE(history.data(history.index(0, CaptureHistory::File)).toString(), QString("first.csv"));
     QVERIFY(run.answering(QMessageBox::Cancel, close).startsWith("The samples captured at "));

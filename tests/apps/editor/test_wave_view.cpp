@@ -264,6 +264,8 @@ void TestWaveView::clocks()
     stimulus->clockHz = 1e8;
     one.view.setWaveform(stimulus);
     QCOMPARE(clock(other), QString("100 MHz"));
+    other.view.setWaveform(capturedWaveform(capturedOf(kTwoWindows), nullptr));
+    QCOMPARE(clock(other), QString("100 MHz"));
     writeFile(path + ".names", R"({"clocks": {"0": 27e6, "1": 1e6}})");
     other.view.setNamesOf(path);
     QCOMPARE(clock(one), QString("27 MHz"));
