@@ -35,6 +35,7 @@ TargetPanel::TargetPanel(Document& document, WaveSettings& waves, CaptureHistory
     CaptureSaver& saver, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
+    , m_waves(waves)
     , m_history(history)
     , m_saver(saver)
     , m_job(new TargetJob(this))

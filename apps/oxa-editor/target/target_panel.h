@@ -84,6 +84,7 @@ private:
     void showState();
 
     Document& m_document;
+    const WaveSettings& m_waves;
     CaptureHistory& m_history;
     CaptureSaver& m_saver;
     TargetJob* m_job;

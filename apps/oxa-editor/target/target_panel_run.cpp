@@ -6,6 +6,7 @@
 #include "repeat_rows.h"
 #include "target_link.h"
 
+#include "oxa-editor/wave/wave_settings.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxautils/config/names_file.h"
@@ -46,14 +47,15 @@ void TargetPanel::start(bool arm)
 bool TargetPanel::plan(bool arm, TargetRequest& request)
 {
     const QString file = QDir::fromNativeSeparators(m_builtFrom->text().trimmed());
-    for (const CorePtr& core : m_document.cores())
+    for (const CorePtr& core : m_document.cores()) {
         request.cores += core->clone();
+        request.clocks.insert(core->index(), m_waves.clock(core->index()));
+    }
     request.configFile = m_document.path().isEmpty() ? "untitled.oxa" : m_document.path();
     request.builtFrom = file.isEmpty() ? m_document.path() : file;
     request.arm = arm;
     request.chosen = chosenCores();
     request.repeat = m_repeat->count();
-    request.clockHz = m_view->clock();
     OXA::KnownNames names;
     OXA::readKnownNames(m_document.path(), names, nullptr);
     request.fileOptions.states = names.states;

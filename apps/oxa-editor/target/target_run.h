@@ -28,7 +28,8 @@ struct TargetRequest {
     qint64 repeat = 1; ///< captures, one after the other; 0: until `stop`
     QString pattern; ///< of the files of repeated captures; empty: no files
     OXA_CAPTURE::CaptureFileOptions fileOptions;
-    double clockHz = 0; ///< of the sample clock, for the files; 0: unknown
+    QMap<int, double>
+        clocks; ///< of the cores' sample clocks in Hz, by their indexes, for the files
 };
 
 /// A core found in the chip.

@@ -69,7 +69,7 @@ bool TargetRun::takeCapture(qint64 number, std::vector<CoreOutcome>& outcomes)
     result.warnings = m_result.warnings;
     m_result = result;
     for (CoreOutcome& outcome : outcomes) {
-        outcome.captured.clockHz = m_request.clockHz;
+        outcome.captured.clockHz = m_request.clocks.value(outcome.captured.index, 0);
         take(std::move(outcome));
     }
     const QString path = numberedPath(m_request.pattern, number);
