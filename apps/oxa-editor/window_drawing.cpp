@@ -24,7 +24,7 @@ void WindowDrawing::setWindows(int depth, int amount, int windows, int triggerPo
     m_amount = amount;
     m_windows = windows;
     m_triggerPos = triggerPos;
-    setAccessibleDescription(memoryText());
+    setAccessibleDescription(QString("%1, %2. %3").arg(beforeText(), afterText(), memoryText()));
     update();
 }
 
@@ -32,6 +32,13 @@ QSize WindowDrawing::sizeHint() const
 {
     const int line = fontMetrics().height();
     return {line * 20, line * 6};
+}
+
+QString WindowDrawing::beforeText() const { return tr("%1 before the trigger").arg(m_triggerPos); }
+
+QString WindowDrawing::afterText() const
+{
+    return tr("%1 from the trigger on").arg(m_amount - m_triggerPos);
 }
 
 QString WindowDrawing::memoryText() const
@@ -64,9 +71,8 @@ void WindowDrawing::drawWindow(QPainter& painter, const QRectF& area) const
     painter.setPen(palette().color(QPalette::WindowText));
     const double line = fontMetrics().height();
     const QRectF above(area.left(), 0, area.width(), line);
-    const int after = m_amount - m_triggerPos;
-    painter.drawText(above, Qt::AlignLeft, tr("%1 before the trigger").arg(m_triggerPos));
-    painter.drawText(above, Qt::AlignRight, tr("%1 from the trigger on").arg(after));
+    painter.drawText(above, Qt::AlignLeft, beforeText());
+    painter.drawText(above, Qt::AlignRight, afterText());
 }
 
 void WindowDrawing::drawMemory(QPainter& painter, const QRectF& area) const

@@ -23,6 +23,8 @@ protected:
 private:
     void drawWindow(QPainter& painter, const QRectF& area) const;
     void drawMemory(QPainter& painter, const QRectF& area) const;
+    QString beforeText() const;
+    QString afterText() const;
     QString memoryText() const;
 
     int m_depth = 0;

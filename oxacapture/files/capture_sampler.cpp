@@ -4,6 +4,7 @@
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_scopes.h"
 #include "oxacapture/files/csv_reader.h"
+#include "oxacapture/files/every_sample.h"
 #include "oxacapture/files/time_axis.h"
 
 #include <QHash>
@@ -12,6 +13,8 @@
 namespace OXA_CAPTURE {
 
 namespace {
+
+constexpr qint64 kMostSamples = 1 << 27; // with those that were not stored
 
 /// What files keep of a name: some formats replace backslashes, spaces and dots.
 QString keyOf(QString name)
@@ -125,6 +128,10 @@ bool sampleCapture(const QString& path, const SampleRequest& request, SampledWav
             missing = names;
         if (!names.isEmpty())
             continue;
+        if (!addPassedOver(capture[place], kMostSamples)) {
+            messages.append({path, "has too many samples that were not stored"});
+            return false;
+        }
         result.cores.push_back(takeSamples(capture[place], places));
         takeTimes(capture, place, result);
         return true;

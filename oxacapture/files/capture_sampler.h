@@ -14,7 +14,8 @@ OXACAPTURE_EXPORT bool isCaptureFile(const QString& path);
 
 /// Takes the samples of a core from the saved capture `path`, without a clock: they are those that
 /// were captured, the windows one after the other. They come from the first of the capture's cores
-/// that has all signals of `request`, by the names in the file. `result` gets one core and no
+/// that has all signals of `request`, by the names in the file. Samples that were not stored are
+/// between, as `addPassedOver` adds them. `result` gets one core and no
 /// edges; its times as far as the file tells them.
 ///
 /// False when the file cannot be read or lacks a signal, with all problems in `messages`; or,

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "comparison.h"
 
+#include "oxacapture/files/every_sample.h"
+
 #include <QCoreApplication>
 #include <QHash>
 #include <QSet>
@@ -197,9 +199,13 @@ qint64 Comparison::find(qint64 sample, int step) const
     return at < waveform->samples ? at : -1;
 }
 
-bool compareCores(const CapturedCore& a, const CapturedCore& b, Comparison& comparison)
+bool compareCores(const CapturedCore& storedA, const CapturedCore& storedB, Comparison& comparison)
 {
     comparison = Comparison();
+    CapturedCore a = storedA;
+    CapturedCore b = storedB;
+    if (!addPassedOver(a, kMostBits) || !addPassedOver(b, kMostBits))
+        return false;
     const Common common = commonSignals(a, b, comparison.onlyInOne);
     comparison.windows = std::min(a.windows.size(), b.windows.size());
     if (common.items.isEmpty())

@@ -7,7 +7,8 @@
 /// The samples of two captures of a core, A and B, and where they differ.
 ///
 /// Window by window, so that the triggers are at the same sample; where one has no trigger, so that
-/// the windows begin at the same sample. What only one of the two has is not a difference.
+/// the windows begin at the same sample. Samples that were not stored are between the others, as
+/// `addPassedOver` adds them. What only one of the two has is not a difference.
 struct Comparison {
     /// First a row that is 1 where any signal differs. A signal that differs has three rows: A, B,
     /// and 1 where they differ.

@@ -176,7 +176,8 @@ void TargetRun::take(CoreOutcome&& outcome)
     const size_t place = outcome.run.core;
     const OXA::AoCore* core = m_request.cores.at(int(place))->standard.get();
     m_result.places.push_back(int(place));
-    m_result.waveforms.push_back(capturedWaveform(outcome.captured, core));
+    m_result.waveforms.push_back(
+        withForced(capturedWaveform(outcome.captured, core), outcome.forced));
     m_result.remarks += remarkOf(outcome);
     m_result.capture->push_back(std::move(outcome.captured));
 }

@@ -128,8 +128,8 @@ void WaveSheet::drawBorders(
         for (const double border : {scale.xOf(double(window->first)), end})
             drawDashes(painter, border, colors.border);
         if (window->trigger != kNoSample)
-            drawLine(painter, window->trigger,
-                {0, WaveModel::tr("T", "trigger"), colors.trigger, false}, flags);
+            drawLine(
+                painter, window->trigger, {0, window->triggerText(), colors.trigger, false}, flags);
         x = int(qBound(x + 1.0, end, 1.0 * size.width()));
     }
 }

@@ -6,6 +6,8 @@
 
 #include "oxacapture/files/every_sample.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 
 using namespace OXA_CAPTURE;
@@ -170,4 +172,22 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
     }
     waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());
     return waveform;
+}
+
+QString WaveWindow::triggerText() const
+{
+    return isForced ? QCoreApplication::translate("WaveWindow", "forced")
+                    : QCoreApplication::translate("WaveWindow", "T", "trigger");
+}
+
+WaveformPtr withForced(const WaveformPtr& waveform, const std::vector<qint64>& forced)
+{
+    if (forced.empty())
+        return waveform;
+    auto changed = std::make_shared<Waveform>(*waveform);
+    for (const qint64 window : forced) {
+        if (window < qint64(changed->windows.size()))
+            changed->windows[size_t(window)].isForced = true;
+    }
+    return changed;
 }

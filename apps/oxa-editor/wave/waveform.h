@@ -31,6 +31,10 @@ struct WaveWindow {
     qint64 first = 0;
     qint64 samples = 0;
     qint64 trigger = OXA_CAPTURE::kNoSample; ///< in the same count as `first`
+    bool isForced = false; ///< the trigger
+
+    /// What is written at the trigger.
+    QString triggerText() const;
 };
 
 /// The waveform of one core: its signals and the events of its trigger.
@@ -62,5 +66,8 @@ WaveRows signalRows(const QList<OXA::SignalItem>& items,
 /// there are not too many; a row "stored" then tells them apart. With the `core` that it was
 /// captured with (may be null), the matches of those units whose signals are all data signals.
 WaveformPtr capturedWaveform(const OXA_CAPTURE::CapturedCore& captured, const OXA::AoCore* core);
+
+/// The same waveform, in which the triggers of the windows `forced` were forced.
+WaveformPtr withForced(const WaveformPtr& waveform, const std::vector<qint64>& forced);
 
 #endif

@@ -86,6 +86,7 @@ class TestEditorRehearsal : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void followsEdits();
+    void thePositionIsWhereItsLabelSays();
     void problemsAreListed();
     void theLastEditCounts();
     void followsTheFile();
@@ -117,6 +118,26 @@ void TestEditorRehearsal::followsEdits()
     QVERIFY(run.shown().startsWith("count"));
     QVERIFY2(run.state().contains("does not trigger: level 0 of 1 reached, M0 matched 2 times"),
         qPrintable(run.state()));
+}
+
+// Entered on the page, drawn there, and where the trigger falls in the window.
+void TestEditorRehearsal::thePositionIsWhereItsLabelSays()
+{
+    Run run(m_folder, "wave.vcd");
+    for (const int position : {0, 2, 3}) {
+        run.keys("Ctrl+1");
+        run.enter("Trigger position:", QString::number(position));
+        run.settle();
+        const QString label = run.find<QWidget>("Drawing of the window")->accessibleDescription();
+        QVERIFY2(label.startsWith(QString("%1 before the trigger, %2 from the trigger on")
+                                      .arg(position)
+                                      .arg(4 - position)),
+            qPrintable(label));
+        QCOMPARE(run.panel.view()->waveform()->windows.size(), size_t(1));
+        const WaveWindow& window = run.panel.view()->waveform()->windows.front();
+        QCOMPARE(window.trigger - window.first, position);
+        QCOMPARE(window.samples, 4);
+    }
 }
 
 void TestEditorRehearsal::problemsAreListed()

@@ -211,6 +211,15 @@ void TestEditorTarget::forces()
     QVERIFY2(run.cores().startsWith(
                  "core 0: 8 signals, 16 samples: captured, 1 window, window 0 forced"),
         qPrintable(run.cores()));
+    // At the trigger's flag, too, which is as wide as its text.
+    WaveCanvas& canvas = *run.panel.view()->canvas();
+    const WaveWindow& window = run.panel.view()->waveform()->windows.front();
+    QCOMPARE(window.triggerText(), QString("forced"));
+    const QImage picture = canvas.grab().toImage();
+    const int x = int(canvas.scale().xOf(double(window.trigger))) + 1;
+    const int end = x + canvas.fontMetrics().horizontalAdvance("forced");
+    QCOMPARE(picture.pixelColor(x, 1), picture.pixelColor(end, 1));
+    QVERIFY(picture.pixelColor(x, 1) != picture.pixelColor(end + 20, 1));
 }
 
 void TestEditorTarget::whatCannotBeCaptured()
