@@ -53,6 +53,7 @@ CapturesPanel::CapturesPanel(const Document& document, WaveSettings& waves, Capt
     splitter->addWidget(m_view);
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
+    splitter->setSizes({1, 1000}); // the waveform gets what is left
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
     setFocusProxy(m_list);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "target_link.h"
 
+#include "oxa-editor/narrow_button.h"
+
 #include "oxacapture/target/openocd_link.h"
 
 #include <QCompleter>
@@ -23,6 +25,7 @@ namespace {
 constexpr char kAddressSetting[] = "target/openocd";
 constexpr char kTapSetting[] = "target/tap";
 constexpr char kConfigurationSetting[] = "target/openocdConfiguration";
+constexpr int kFewestCharacters = 14; // of a file name
 constexpr int kMostLines = 2000; // of the log
 constexpr int kLogLines = 5; // visible
 
@@ -70,6 +73,10 @@ void TargetLink::layOut(QFormLayout& form)
     auto* choose = new QPushButton(tr("Choose…"));
     choose->setToolTip(tr("Choose OpenOCD's configuration file"));
     connect(choose, &QPushButton::clicked, this, &TargetLink::browse);
+    for (QPushButton* button : {choose, m_end, m_output})
+        allowNarrow(*button);
+    m_configuration->setMinimumWidth(
+        m_configuration->fontMetrics().averageCharWidth() * kFewestCharacters);
     auto* file = new QHBoxLayout;
     file->addWidget(m_configuration, 1);
     file->addWidget(choose);

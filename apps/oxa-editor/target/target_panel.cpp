@@ -51,6 +51,7 @@ TargetPanel::TargetPanel(Document& document, WaveSettings& waves, CaptureHistory
     splitter->addWidget(makeSamples());
     splitter->setStretchFactor(1, 1);
     splitter->setChildrenCollapsible(false);
+    splitter->setSizes({1, 1000}); // the waveform gets what is left
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(splitter);
     setFocusProxy(m_link->addressField());

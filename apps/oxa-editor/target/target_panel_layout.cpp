@@ -7,6 +7,7 @@
 #include "target_link.h"
 
 #include "oxa-editor/least_lines.h"
+#include "oxa-editor/narrow_button.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include <QDir>
@@ -95,6 +96,7 @@ QPushButton* TargetPanel::addButton(
     const QString& text, const QString& tip, void (TargetPanel::*act)(), QLayout& layout)
 {
     auto* button = new QPushButton(text);
+    allowNarrow(*button); // the waveform gets the width
     button->setToolTip(tip);
     connect(button, &QPushButton::clicked, this, act);
     layout.addWidget(button);

@@ -44,6 +44,12 @@ void WaveView::makeActions(QToolBar* bar)
         {QKeySequence("+"), QKeySequence("=")}, [=] { zoom(kKeyZoom); }));
     bar->addAction(addAction(tr("Zoom out"), tr("Zoom out at cursor A"), {QKeySequence("-")},
         [=] { zoom(1 / kKeyZoom); }));
+    // A sign takes less of a narrow bar than the name, which a screen reader gets.
+    const QList<QAction*> zooms = bar->actions();
+    for (QAction* action : zooms) {
+        bar->widgetForAction(action)->setAccessibleName(action->text());
+        action->setIconText(action == zooms.first() ? "+" : QString(QChar(0x2212)));
+    }
     bar->addAction(addAction(
         tr("Fit"), tr("Show all samples"), {QKeySequence("F")}, [this] { m_canvas->fit(); }));
     bar->addAction(addAction(tr("Trigger"), tr("Cursor A to the next trigger"), {QKeySequence("T")},
