@@ -28,8 +28,8 @@ struct TargetRequest {
     qint64 repeat = 1; ///< captures, one after the other; 0: until `stop`
     QString pattern; ///< of the files of repeated captures; empty: no files
     OXA_CAPTURE::CaptureFileOptions fileOptions;
-    QMap<int, double>
-        clocks; ///< of the cores' sample clocks in Hz, by their indexes, for the files
+    /// Of the cores' sample clocks in Hz, by their indexes, for the files.
+    QMap<int, double> clocks;
 };
 
 /// A core found in the chip.
