@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/target/analyzer_client.h"
 
+#include "oxacapture/target/scan_sum.h"
 #include "oxacapture/target/settings_register.h"
 
-#include "oxautils/encoding/crc32.h"
 #include "oxautils/model/limits.h"
 
 namespace OXA_CAPTURE {
@@ -49,14 +49,6 @@ quint64 guardOf(int address)
     for (int bit = 0; bit < kAddressBits; ++bit)
         guard ^= address >> bit & 1 ? kGuards[bit] : 0;
     return quint64(guard);
-}
-
-// A checksum that begins with the address.
-OXA::Crc32 crcAt(int core, int reg)
-{
-    OXA::Crc32 crc;
-    crc.add(quint64(addressOf(core, reg)), kAddressBits);
-    return crc;
 }
 
 // The scan that addresses a register.
@@ -131,7 +123,7 @@ bool AnalyzerClient::tryRead(
     if (begin + bits + kCrcBits > in.size())
         return true; // no answer, or a corrupted bit
     data = {};
-    OXA::Crc32 crc = crcAt(core, reg);
+    ScanSum crc(addressOf(core, reg));
     for (int bit = begin; bit < begin + bits; ++bit) {
         data.append(in.at(bit));
         crc.add(in.at(bit));
@@ -162,7 +154,8 @@ bool AnalyzerClient::write(int core, int reg, const BitString& data)
 {
     BitString out = dataScan();
     out.append(data);
-    OXA::Crc32 crc = crcAt(core, reg);
+    ScanSum crc(addressOf(core, reg));
+    crc.add(false); // the 0 that begins the scan's data
     for (int bit = 0; bit < data.size(); ++bit)
         crc.add(data.at(bit));
     for (int attempt = 0; attempt < kWriteAttempts; ++attempt) {

@@ -11,6 +11,20 @@ constexpr int kLiteBits = 96;
 constexpr int kHeadBits = 160;
 constexpr int kMatchBits = 8;
 
+// A count is sent as the state of a shift register with feedback, which begins with 1 and ends with
+// 0; bit 0 is inverted.
+int countOf(quint8 sent)
+{
+    constexpr int kMost = 255;
+    const quint8 wanted = sent ^ 1;
+    int count = 0;
+    for (quint8 state = 1; state != wanted && count < kMost; ++count) {
+        const bool feedback = (state >> 7 ^ state >> 5 ^ state >> 4 ^ state >> 3) & 1;
+        state = quint8(state << 1 | int(feedback));
+    }
+    return count;
+}
+
 // The position of the bit that is set, from `from` on.
 int levelAt(const BitString& bits, int from)
 {
@@ -49,7 +63,7 @@ CoreStatus parseStatus(const BitString& bits, const CoreIdentity& identity)
     status.windows = qint64(bits.number(96, 32));
     for (size_t unit = 0; unit < identity.units.size(); ++unit)
         status.snapshot.matches.push_back(
-            int(bits.number(kHeadBits + kMatchBits * int(unit), kMatchBits)));
+            countOf(quint8(bits.number(kHeadBits + kMatchBits * int(unit), kMatchBits))));
     return status;
 }
 

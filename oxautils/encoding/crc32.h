@@ -26,6 +26,11 @@ constexpr std::array<quint32, 256> crcsOfBytes()
 /// CRC-32 as in zip files and Ethernet, of any number of bits.
 class Crc32 {
 public:
+    explicit Crc32(quint32 begin = ~quint32(0))
+        : m_sum(begin)
+    {
+    }
+
     void add(bool bit)
     {
         m_sum = (m_sum >> 1) ^ (((m_sum ^ quint32(bit)) & 1) ? kCrcPolynomial : 0);
@@ -44,7 +49,7 @@ public:
     quint32 sum() const { return ~m_sum; }
 
 private:
-    quint32 m_sum = ~quint32(0);
+    quint32 m_sum;
 };
 
 /// A checksum as it is shown: eight hexadecimal digits.

@@ -4,8 +4,8 @@
 #include "fuzz_support.h"
 
 #include "oxacapture/target/analyzer_client.h"
+#include "oxacapture/target/scan_sum.h"
 #include "oxacapture/target/window_decoder.h"
-#include "oxautils/encoding/crc32.h"
 
 #include <QtEndian>
 
@@ -16,6 +16,7 @@ namespace {
 constexpr int kSetupBytes = 6;
 constexpr int kRegisterBytes = 24; // from one register's contents to the next one's, in the input
 constexpr quint32 kMagic = 0x3141584f;
+constexpr quint64 kVersion = 4; // of the protocol
 constexpr int kAskedBehind = 1 + 32 + 24; // the end, the sum and what a client shifts beyond
 constexpr int kLongestScan = 1 << 13;
 
@@ -42,7 +43,7 @@ private:
     {
         const int reg = m_address & 15;
         if (reg == 0 && i < 40) // what makes it an analyzer core of this protocol
-            return (quint64(kMagic) | quint64(2) << 32) >> i & 1;
+            return (quint64(kMagic) | kVersion << 32) >> i & 1;
         return m_bytes.at((reg * kRegisterBytes + i / 8) % m_bytes.size()) >> (i % 8) & 1;
     }
 
@@ -50,8 +51,7 @@ private:
     {
         const bool isThere = m_address >> 4 == 0;
         BitString in(isThere ? 0b100 : 0, 3);
-        OXA::Crc32 crc;
-        crc.add(quint64(m_address), 8);
+        ScanSum crc(m_address);
         for (int i = 0; i < bits; ++i) {
             in.append(isThere && bit(i));
             crc.add(bit(i));
