@@ -180,6 +180,11 @@ void TestEditorCaptures::savedCapturesOpen()
     QCOMPARE(windows.size(), size_t(2));
     QCOMPARE(windows[0].trigger, 1);
     QCOMPARE(windows[1].trigger, 4);
+    run.open("a.sr"); // has neither buses nor windows
+    const QStringList rows = run.rows();
+    QVERIFY2(rows.contains("libsigrok.count[0]: 0 1 0 1 0 1")
+            && rows.contains("libsigrok.trigger: 0 1 0 0 1 0"),
+        qPrintable(rows.join('\n')));
     QVERIFY(run.window.close()); // without a question
 }
 
