@@ -110,6 +110,7 @@ void WaveView::layOut()
     m_splitter->setChildrenCollapsible(false);
     m_state->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_state->setTextFormat(Qt::PlainText);
+    m_state->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed); // the tool tip has all
     m_problem->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_problem->setTextFormat(Qt::PlainText);
     m_problem->setWordWrap(true);

@@ -188,7 +188,9 @@ void TestWaveView::markersByTheMouse()
     QTest::mouseClick(&canvas, Qt::LeftButton, {}, at(9, y) - QPoint(20, 0));
     QCOMPARE(shown.cursor(), 8);
 
+    const int least = shown.view.minimumSizeHint().width();
     shown.keys("mm");
+    QCOMPARE(shown.view.minimumSizeHint().width(), least); // for any number of markers
     shown.view.canvas()->setCursor(0, 4);
     QCOMPARE(canvas.markers().count(), 4);
     drag(4.05, 6.5, 3); // the flag of A
