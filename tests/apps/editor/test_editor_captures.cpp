@@ -102,7 +102,9 @@ struct Run : WindowDriver {
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
             auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            for (QAction* action : menu ? menu->actions() : QList<QAction*>()) {
+            if (!menu)
+                return;
+            for (QAction* action : menu->actions()) {
                 if (!action->text().remove('&').startsWith(text))
                     continue;
                 timer.stop();
