@@ -94,7 +94,7 @@ class Comparer {
 public:
     explicit Comparer(const Common& common)
         : m_common(common)
-        , m_layout({int(common.inA.size()), int(common.inB.size()), common.items.size(), 1})
+        , m_layout({int(common.inA.size()), int(common.inB.size()), int(common.items.size()), 1})
         , m_row(size_t(m_layout.rowWords()))
         , m_samples(std::make_shared<SampleTable>(m_layout))
         , m_differs(size_t(common.items.size()))

@@ -97,7 +97,7 @@ struct Run : WindowDriver {
         const QRect place = rows.visualRect(rows.model()->index(row, 0));
         const int x = int(canvas.scale().xOf(double(sample) + (edge ? 0 : 0.5))) + 1;
         const int y = rows.viewport()->mapToGlobal(place.center()).y();
-        const QPoint global(canvas.mapToGlobal({x, 0}).x(), y);
+        const QPoint global(canvas.mapToGlobal(QPoint(x, 0)).x(), y);
         QString entry;
         QTimer timer;
         QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
