@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Made by bench/estimates/refit.sh, from 80 syntheses of random configurations.
-// The costs of a control core, of cores and of units were then reduced for version 4 of the protocol,
-// by comparison with 16 syntheses.
+// The costs of a control core, of cores and of units were then reduced for version 4 of the
+// protocol, by comparison with 16 syntheses.
 #ifndef OXAUTILS_RESOURCE_LOGIC_COSTS_H
 #define OXAUTILS_RESOURCE_LOGIC_COSTS_H
 
