@@ -26,7 +26,7 @@ public:
     /// Waits for its end, with calls of `goesOn`. False when the compilation failed, with `error`,
     /// or when `goesOn` returned false.
     bool finish(const std::function<bool()>& goesOn, QString* error);
-    void stop();
+    void stop(); ///< ends the compilation, if one has begun
 
     /// What is built; not to be used between the beginning and the end.
     SimulatedTarget& target() { return m_target; }

@@ -12,12 +12,14 @@ namespace OXA_CAPTURE {
 /// whose gap, the samples passed over in front of it, would not fit its bits.
 class StorageModel {
 public:
+    /// Before the first sample of a run.
     explicit StorageModel(const StorageSetup& setup)
         : m_setup(setup)
     {
     }
 
     bool all() const { return m_setup.all(); } ///< every sample is stored
+    /// Whether `take` needs the outputs of the units.
     bool needsOutputs() const { return m_setup.keep == OXA::CoreStorage::When; }
 
     /// Whether the next sample is stored. `value` and `before` have the data signals of this and of

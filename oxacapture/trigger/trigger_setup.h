@@ -36,6 +36,7 @@ struct StorageSetup {
     TriggerTable when; ///< the qualifier
     qint64 limit = 0; ///< samples behind the trigger after which a window ends; 0: when it is full
 
+    /// Whether every sample is stored.
     bool all() const { return keep == OXA::CoreStorage::All; }
 };
 

@@ -22,7 +22,7 @@ struct CoreStorage {
         When, ///< the expression `when` is true
     };
 
-    Keep keep = All;
+    Keep keep = All; ///< what makes a sample be stored
     /// Bits of a stored word for its gap, the number of samples passed over in front of it: 0 to
     /// `kMostGapBits`, with `Changes` at least 1. With 0, the times between samples are not known.
     int gapBits = kDefaultGapBits;
@@ -33,9 +33,9 @@ struct CoreStorage {
     /// A window ends this many samples behind its trigger though it is not full; 0: never.
     qint64 limit = 0;
 
-    static constexpr int kDefaultGapBits = 16;
-    static constexpr int kMostGapBits = 32;
-    static constexpr qint64 kMostLimit = 0xffffffffLL;
+    static constexpr int kDefaultGapBits = 16; ///< of a file that names none
+    static constexpr int kMostGapBits = 32; ///< of a gap
+    static constexpr qint64 kMostLimit = 0xffffffffLL; ///< samples
 
     /// Whether the core stores all samples, so that nothing about it is written or generated.
     bool isDefault() const { return keep == All; }
@@ -48,7 +48,9 @@ struct CoreStorage {
 /// The words for `CoreStorage::Keep` in files and texts, in its order.
 constexpr const char* kKeepWords[] = {"all", "changes", "when"};
 
+/// Whether all members are equal.
 OXAUTILS_EXPORT bool operator==(const CoreStorage& a, const CoreStorage& b);
+/// Whether any member differs.
 inline bool operator!=(const CoreStorage& a, const CoreStorage& b) { return !(a == b); }
 
 /// The names of `CoreStorage::watch` as one text, in which spaces separate them.
