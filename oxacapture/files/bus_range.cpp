@@ -9,4 +9,16 @@ OXA::BitRange busRange(const QStringList& bits, const QString& name)
     return OXA::bitRange(bits, range) ? range : OXA::BitRange {name, int(bits.size()) - 1, 0};
 }
 
+OXA::SignalItem busItem(const OXA::BitRange& range, int width)
+{
+    OXA::SignalItem bus;
+    bus.name = range.base;
+    for (int place = 0; place < width; ++place) {
+        OXA::SignalItem bit;
+        bit.name = range.bitName(place);
+        bus.subItems += bit;
+    }
+    return bus;
+}
+
 }

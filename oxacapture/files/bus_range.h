@@ -3,6 +3,7 @@
 #define OXACAPTURE_FILES_BUS_RANGE_H
 
 #include "oxautils/model/bit_range.h"
+#include "oxautils/model/signal_item.h"
 
 namespace OXA_CAPTURE {
 
@@ -11,6 +12,9 @@ using OXA::takeIndex;
 /// The vector that a bus is in a file, and the indexes of its bits: those of `bits`; when they are
 /// no range, `name`, down to 0.
 OXA::BitRange busRange(const QStringList& bits, const QString& name);
+
+/// The bus of the first `width` bits of `range`.
+OXA::SignalItem busItem(const OXA::BitRange& range, int width);
 
 }
 

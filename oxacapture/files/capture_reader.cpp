@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/fail.h"
+#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_limits.h"
 #include "oxacapture/files/capture_scopes.h"
@@ -83,18 +84,11 @@ private:
 
 OXA::SignalItem itemOf(const VcdVariable& variable, const QString& name)
 {
+    const OXA::BitRange range {name, variable.msb, variable.lsb};
+    if (variable.width > 1)
+        return busItem(range, variable.width);
     OXA::SignalItem item;
-    item.name = name;
-    if (variable.width == 1 && !variable.hasRange)
-        return item;
-    const int step = variable.msb <= variable.lsb ? 1 : -1;
-    for (int bit = 0; bit < variable.width; ++bit) {
-        OXA::SignalItem one;
-        one.name = name + QString("[%1]").arg(qint64(variable.msb) + qint64(bit) * step);
-        if (variable.width == 1)
-            return one;
-        item.subItems += one;
-    }
+    item.name = variable.hasRange ? range.bitName(0) : name;
     return item;
 }
 

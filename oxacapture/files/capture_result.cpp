@@ -193,6 +193,23 @@ quint64 endOfLast(const std::vector<quint64>& times)
     return last + std::min(period, ~last);
 }
 
+void addHexadecimal(const QByteArray& bits, QByteArray& text)
+{
+    constexpr int kDigitBits = 4;
+    int digit = 0;
+    bool known = true;
+    for (int left = int(bits.size()); left > 0; --left) {
+        const char bit = bits.at(int(bits.size()) - left);
+        known = known && bit != 'x';
+        digit = 2 * digit + (bit == '1');
+        if (left % kDigitBits != 1)
+            continue;
+        text += known ? "0123456789abcdef"[digit] : 'x';
+        digit = 0;
+        known = true;
+    }
+}
+
 qint64 capturedSamples(const CapturedCore& core)
 {
     qint64 samples = 0;

@@ -2,6 +2,7 @@
 #include "oxacapture/files/csv_core.h"
 
 #include "files/fail.h"
+#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/capture_limits.h"
 
 namespace OXA_CAPTURE {
@@ -68,12 +69,10 @@ QString valuesText(const CsvCore::Column& column)
 
 OXA::SignalItem itemOf(const QString& name, const CsvCore::Column& column)
 {
+    if (column.digits > 0)
+        return busItem({name, column.bits() - 1, 0}, column.bits());
     OXA::SignalItem item;
     item.name = name;
-    for (int bit = column.bits() - 1; column.digits > 0 && bit >= 0; --bit) {
-        item.subItems += OXA::SignalItem();
-        item.subItems.last().name = name + QString("[%1]").arg(bit);
-    }
     return item;
 }
 

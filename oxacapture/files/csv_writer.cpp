@@ -17,7 +17,6 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
-constexpr int kDigitBits = 4;
 constexpr qint64 kMostRows = qint64(1) << 24; // of samples that were not stored, for a core
 
 // Spreadsheets evaluate such text, even in quotes, unless an apostrophe is before it. For some,
@@ -132,24 +131,6 @@ QByteArray digitsOf(const SampleTable& samples, qint64 sample, const CoreColumn&
     return digits;
 }
 
-// A digit for each four bits, the first for those that are left over; x when one is unknown.
-void addHexadecimal(const QByteArray& digits, QByteArray& text)
-{
-    text += "0x";
-    int digit = 0;
-    bool known = true;
-    for (int left = int(digits.size()); left > 0; --left) {
-        const char bit = digits.at(int(digits.size()) - left);
-        known = known && bit != 'x';
-        digit = 2 * digit + (bit == '1');
-        if (left % kDigitBits != 1)
-            continue;
-        text += known ? "0123456789abcdef"[digit] : 'x';
-        digit = 0;
-        known = true;
-    }
-}
-
 void addCells(const SampleTable& samples, qint64 sample, const std::vector<CoreColumn>& columns,
     QByteArray& text)
 {
@@ -158,7 +139,7 @@ void addCells(const SampleTable& samples, qint64 sample, const std::vector<CoreC
         const QByteArray digits = isCaptured ? digitsOf(samples, sample, column) : QByteArray();
         text += ',';
         if (isCaptured && column.column->item.isBus())
-            addHexadecimal(digits, text);
+            addHexadecimal(digits, text += "0x");
         else
             text += digits;
         if (!column.column->states.isEmpty())
@@ -229,13 +210,14 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const TimeCells& times,
 bool writeCsv(QIODevice& out, const Capture& stored, const Progress& goesOn,
     const CaptureFileOptions& options, QString* error)
 {
-    Capture capture = stored;
-    for (CapturedCore& core : capture) {
-        if (options.every && !addPassedOver(core, kMostRows))
+    Capture everySample = options.every ? stored : Capture();
+    for (CapturedCore& core : everySample) {
+        if (!addPassedOver(core, kMostRows))
             return OXA::fail(error,
                 QString("all samples would be more than %1 rows for core %2")
                     .arg(QString::number(kMostRows), QString::number(core.index)));
     }
+    const Capture& capture = options.every ? everySample : stored;
 
     const std::vector<Column> columns = columnsOf(capture, options);
     const bool time = std::any_of(capture.begin(), capture.end(), hasTimes);

@@ -26,11 +26,8 @@ QByteArray translation(const QHash<QString, QString>& states)
 {
     QStringList lines;
     for (auto state = states.begin(); state != states.end(); ++state) {
-        QString digits;
-        const int width = int(state.key().size() + 3) / 4 * 4;
-        const QString bits = state.key().rightJustified(width, '0');
-        for (int at = 0; at < width; at += 4)
-            digits += QString::number(bits.mid(at, 4).toInt(nullptr, 2), 16);
+        QByteArray digits;
+        addHexadecimal(state.key().toLatin1(), digits);
         lines += digits + ' ' + *state + '\n';
     }
     lines.sort();

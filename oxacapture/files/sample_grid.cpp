@@ -2,6 +2,7 @@
 #include "oxacapture/files/sample_grid.h"
 
 #include "files/fail.h"
+#include "oxacapture/files/capture_writers.h"
 
 #include <algorithm>
 #include <cmath>
@@ -111,10 +112,8 @@ qint64 SampleGrid::after(size_t core, size_t window, qint64 sample) const
 bool SampleGrid::isUsable(QString* error) const
 {
     qint64 captured = 0;
-    for (const CapturedCore& core : m_capture) {
-        for (const CapturedWindow& window : core.windows)
-            captured += window.samples.size();
-    }
+    for (const CapturedCore& core : m_capture)
+        captured += capturedSamples(core);
     if (m_hasRate && m_size <= std::max(captured, kMostSamples))
         return true;
     return OXA::fail(error,

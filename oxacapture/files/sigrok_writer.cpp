@@ -47,7 +47,7 @@ QStringList bitNames(const OXA::SignalItem& item)
         return names;
     const OXA::BitRange range = busRange(names, item.name);
     for (int bit = 0; bit < names.size(); ++bit)
-        names[bit] = range.base + QString("[%1]").arg(range.index(bit));
+        names[bit] = range.bitName(bit);
     return names;
 }
 

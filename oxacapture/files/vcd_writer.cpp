@@ -65,8 +65,7 @@ QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
     for (const OXA::SignalItem& bit : bus.subItems)
         bits += oneWord(QString(bit.name).remove(blanks));
     const OXA::BitRange range = busRange(bits, oneWord(bus.name));
-    return names.take(range.base,
-        QString(" [%1:%2]").arg(QString::number(range.msb), QString::number(range.lsb)));
+    return names.take(range.base, ' ' + range.text());
 }
 
 // Replaces the brackets of a single signal, which would look like a range.

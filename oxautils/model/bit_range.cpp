@@ -5,6 +5,12 @@
 
 namespace OXA {
 
+QString BitRange::bitName(int place) const
+{
+    const qint64 index = msb <= lsb ? qint64(msb) + place : qint64(msb) - place;
+    return base + QString("[%1]").arg(index);
+}
+
 bool takeIndex(QString& name, int& index)
 {
     static const QRegularExpression indexed("^(.+)\\[(-?\\d+)\\]$");
@@ -24,8 +30,7 @@ bool bitRange(const QStringList& bits, BitRange& range)
     if (!takeIndex(range.base, range.msb) || !takeIndex(last, range.lsb))
         return false;
     for (int bit = 0; bit < bits.size(); ++bit) {
-        const qint64 index = range.msb + qint64(bit) * (range.msb <= range.lsb ? 1 : -1);
-        if (bits.at(bit) != range.base + QString("[%1]").arg(index))
+        if (bits.at(bit) != range.bitName(bit))
             return false;
     }
     return true;

@@ -15,8 +15,10 @@ struct BitRange {
     int msb = 0; ///< index of the first bit
     int lsb = 0; ///< index of the last bit; may be larger than `msb`
 
-    /// The index of the bit at `place`, counted from the first one.
-    int index(int place) const { return msb <= lsb ? msb + place : msb - place; }
+    /// The name of the bit at `place`, counted from the first one: "count[7]".
+    OXAUTILS_EXPORT QString bitName(int place) const;
+
+    QString text() const { return QStringLiteral("[%1:%2]").arg(msb).arg(lsb); } ///< "[7:0]"
 };
 
 /// Removes "[7]" from the end of "count[7]"; false when there is no such index.

@@ -13,9 +13,7 @@ QMap<QString, QString> valuesOf(const StateNames& states, const QStringList& bit
     if (!isVector && bits.size() != 1)
         return values;
     const SignalStates& own = states.value(range.base);
-    const QString shown
-        = QString("[%1:%2]").arg(QString::number(range.msb), QString::number(range.lsb));
-    if (isVector && !own.range.isEmpty() && own.range != shown)
+    if (isVector && !own.range.isEmpty() && own.range != range.text())
         return values;
     const int width = int(bits.size());
     for (auto value = own.values.begin(); value != own.values.end(); ++value) {
