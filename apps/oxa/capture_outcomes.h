@@ -3,14 +3,9 @@
 #define APPS_OXA_CAPTURE_OUTCOMES_H
 
 #include "capture_report.h"
+#include "sample_clocks.h"
 
 #include "oxacapture/target/capture_run.h"
-
-#include <QMap>
-
-/// Frequencies of sample clocks in Hz, by the cores' indexes; those that are not known are not in
-/// it.
-using ClockFrequencies = QMap<int, double>;
 
 /// What the cores captured that could be read; takes it from `outcomes`.
 OXA_CAPTURE::Capture captureOf(

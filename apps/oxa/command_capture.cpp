@@ -74,7 +74,7 @@ struct Plan {
     OXA::Configuration wanted; // as it is to run
     std::vector<BuiltConfiguration> builds;
     std::vector<size_t> chosen; // positions of the cores that run
-    QMap<int, double> clocks; // Hz, by the cores' indexes; those that are not known are not in it
+    ClockFrequencies clocks;
 };
 
 std::vector<size_t> chosenCores(
@@ -133,7 +133,7 @@ void checkPowerUp(const Plan& plan, Messages& messages)
 bool prepare(const Options& options, Plan& plan, TextOut& err)
 {
     const OXA::ParseOnce once;
-    const QString& built = options.run.builtFrom.isEmpty() ? options.file : options.run.builtFrom;
+    const QString& built = options.run.builtFile(options.file);
     if (!readConfiguration(built, plan.built, err)
         || !mayWrite(options.output.file,
             {

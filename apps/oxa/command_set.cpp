@@ -79,10 +79,11 @@ QJsonArray changedUnits(const QStringList& texts, const OXA::Configuration& conf
     for (const QString& text : texts) {
         int core = 0;
         const OXA::MatchUnit* unit = changedUnit(text, configuration, &core);
+        const QString shown = OXA::unitText(*unit, states);
         units += QJsonObject {
-            {"core",       core},
-            {      "index", unit->index    },
-            { "text",     OXA::unitText(*unit,         states)},
+            {"core",  core       },
+            {"index", unit->index},
+            {"text",  shown      },
         };
     }
     return units;

@@ -59,8 +59,6 @@ struct Options {
     QString workDir;
     bool model = false;
     qint64 forceAt = kNoSample;
-
-    const QString& builtFile() const { return run.builtFrom.isEmpty() ? file : run.builtFrom; }
 };
 
 /// What is simulated.
@@ -239,7 +237,7 @@ int run(const Options& options, Io& io)
         io.err.error("standard input is either FILE or the waveform; name one of the two");
         return kUnusable;
     }
-    const QString& built = options.builtFile();
+    const QString& built = options.run.builtFile(options.file);
     if (!readConfiguration(built, job.built, io.err)
         || !readConfiguration(options.file, job.wanted, io.err)
         || !fillRequest(options.inputs.request, built, job.arg, io.err)

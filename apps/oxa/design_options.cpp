@@ -147,20 +147,22 @@ OXA::ValueNames namedValues(const DesignOptions& options, const QString& configu
     const OXA::StateNames& states, TextOut& err)
 {
     struct Names {
-        OXA::StateNames states;
+        std::optional<OXA::StateNames> states;
         OXA::Design design;
         std::optional<OXA::DesignIndex> index;
         OXA::ValueNames values;
     };
     const auto names = std::make_shared<Names>();
-    names->states = knownStates(configuration, err);
-    for (auto signal = states.begin(); signal != states.end(); ++signal)
-        names->states[signal.key()] = *signal;
-    return [names, &options, configuration, &err](
+    return [names, &options, configuration, states, &err](
                const OXA::TriggerPort& port, const QString& name, QStringList& knownNames) {
         if (name.at(0).isDigit())
             return QString(); // a number
-        QString known = OXA::valueNames(names->states)(port, name, knownNames);
+        if (!names->states) {
+            names->states = knownStates(configuration, err);
+            for (auto signal = states.begin(); signal != states.end(); ++signal)
+                names->states->insert(signal.key(), *signal);
+        }
+        QString known = OXA::valueNames(*names->states)(port, name, knownNames);
         if (!known.isEmpty())
             return known;
         if (!names->index) {

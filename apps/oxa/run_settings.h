@@ -11,6 +11,12 @@ struct RunSettings {
     QString builtFrom; ///< what the analyzer is built from; empty: the configuration file
 
     bool change() const; ///< whether there are changes
+
+    /// What the analyzer is built from, for a run of the configuration `file`.
+    const QString& builtFile(const QString& file) const
+    {
+        return builtFrom.isEmpty() ? file : builtFrom;
+    }
 };
 
 /// Adds --unit, --expression, --store, --position, --samples, --windows and --built-from.

@@ -32,14 +32,14 @@ void addClockOption(Command& command, QStringList& clocks)
         .typeName("[CORE=]HZ");
 }
 
-QMap<int, double> sampleClocks(
+ClockFrequencies sampleClocks(
     const QStringList& clocks, const QString& file, const QList<int>& cores, Messages& messages)
 {
     OXA::KnownNames names;
     QString error;
     if (!OXA::readKnownNames(file, names, &error))
         messages.append(Message {{}, error});
-    QMap<int, double> known;
+    ClockFrequencies known;
     for (const int core : cores) {
         if (names.clocks.contains(core))
             known.insert(core, names.clocks.value(core));

@@ -33,9 +33,7 @@ bool findSignal(const OXA::Configuration& configuration, const QString& path, QS
                             : "may be " + QStringList(found.keys()).join(" or "));
     name = found.firstKey();
     OXA::BitRange bits;
-    range = OXA::bitRange(found.first(), bits)
-        ? QString("[%1:%2]").arg(QString::number(bits.msb), QString::number(bits.lsb))
-        : QString();
+    range = OXA::bitRange(found.first(), bits) ? bits.text() : QString();
     return true;
 }
 
