@@ -3,7 +3,6 @@
 
 #include "files/fail.h"
 #include "oxacapture/simulator/preparation.h"
-#include "oxacapture/simulator/verilator.h"
 
 namespace OXA_CAPTURE {
 
@@ -14,19 +13,12 @@ using namespace std::chrono_literals;
 constexpr auto kPoll = 20ms;
 constexpr qint64 kLeastStep = 8; // bytes of a waveform file, with its time and its edge
 
-bool isLikely(const Simulation& simulation, qint64 bytes)
-{
-    return simulation.netlist.isEmpty() && hasVerilator()
-        && (simulation.simulator == Simulator::Verilator
-            || (simulation.simulator == Simulator::Auto && bytes / kLeastStep >= kVerilatorPays));
-}
-
 }
 
 EarlyBuild::EarlyBuild(
     const Simulation& simulation, const std::vector<CorePlan>& cores, qint64 bytes)
 {
-    if (!isLikely(simulation, bytes))
+    if (!takesVerilator(simulation, bytes / kLeastStep))
         return;
     m_built = std::async(std::launch::async, [this, simulation, cores] {
         return buildVerilated(

@@ -3,6 +3,7 @@
 
 #include "files/fail.h"
 #include "oxacapture/simulator/target_player.h"
+#include "oxacapture/simulator/verilator.h"
 #include "oxautils/config/lite_config.h"
 #include "oxautils/config/oxa_mode.h"
 #include "oxautils/config/standard_config.h"
@@ -81,6 +82,14 @@ QList<OXA::AOCore_Lite*> liteCoresOf(const QString& configFile)
         : QList<OXA::AOCore_Lite*>();
 }
 
+}
+
+bool takesVerilator(const Simulation& simulation, qint64 steps)
+{
+    return simulation.netlist.isEmpty()
+        && (simulation.simulator == Simulator::Verilator
+            || (simulation.simulator == Simulator::Auto && steps >= kVerilatorPays
+                && hasVerilator()));
 }
 
 Preparation prepare(const Simulation& simulation, const std::vector<CorePlan>& cores)

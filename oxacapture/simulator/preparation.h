@@ -17,6 +17,9 @@ struct Preparation {
     QHash<QString, QString> clockNames; ///< new names of sample clocks that are also watched
 };
 
+/// Whether Verilator is used to play `steps` steps.
+bool takesVerilator(const Simulation& simulation, qint64 steps);
+
 Preparation prepare(const Simulation& simulation, const std::vector<CorePlan>& cores);
 
 /// What is built; nothing, with `error`, when that cannot be simulated.

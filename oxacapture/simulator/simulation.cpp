@@ -6,26 +6,12 @@
 #include "oxacapture/simulator/preparation.h"
 #include "oxacapture/simulator/stimulus.h"
 #include "oxacapture/simulator/target_capture.h"
-#include "oxacapture/simulator/verilator.h"
 
 #include <limits>
 
 namespace OXA_CAPTURE {
 
 namespace {
-
-/// Decides which simulator is used to play `steps` steps.
-bool chooseSimulator(const Simulation& simulation, qint64 steps, bool& verilated, QString* error)
-{
-    const bool isNetlist = !simulation.netlist.isEmpty();
-    if (isNetlist && simulation.simulator == Simulator::Verilator)
-        return OXA::fail(error,
-            "Verilator has no unknown values, which a netlist needs; simulate it with Icarus");
-    verilated = simulation.simulator == Simulator::Verilator
-        || (simulation.simulator == Simulator::Auto && !isNetlist && steps >= kVerilatorPays
-            && hasVerilator());
-    return true;
-}
 
 bool compileVerilated(const Simulation& simulation, const std::vector<CorePlan>& cores,
     const Preparation& preparation, SimulatedTarget& target, QString* error)
@@ -65,9 +51,11 @@ bool buildTarget(const Simulation& simulation, const std::vector<CorePlan>& core
     auto stimulus
         = std::make_unique<Stimulus>(preparation.ports, leadIn, kLeadOut, waveform, cores);
     steps = stimulus->steps();
-    bool verilated = false;
-    if (!chooseSimulator(simulation, std::min(steps, toPlay), verilated, error)
-        || !simulation.progress("generating", 0)
+    const bool verilated = takesVerilator(simulation, std::min(steps, toPlay));
+    if (!simulation.netlist.isEmpty() && simulation.simulator == Simulator::Verilator)
+        return OXA::fail(error,
+            "Verilator has no unknown values, which a netlist needs; simulate it with Icarus");
+    if (!simulation.progress("generating", 0)
         || !build(simulation, cores, preparation, verilated, target, error))
         return false;
     target.setStimulus(std::move(stimulus));

@@ -44,11 +44,6 @@ struct CoreIdentity {
     int wordBits() const { return lite ? signalCount : unmarkedBits() + (marksEnds ? 2 : 1); }
     /// Bits of a word in memory without its marks.
     int unmarkedBits() const { return signalCount + gapBits; }
-    /// Bits of a word in the tables: the expressions', and the qualifier's.
-    int tableBits() const
-    {
-        return std::max(expressions, 1) + (keep == OXA::CoreStorage::When ? 1 : 0);
-    }
 };
 
 /// Which samples a core stores: "changes with gaps of 16 bits and a limit".

@@ -133,7 +133,7 @@ SampleEvents TriggerModel::take(const quint64* row, bool force)
         && m_storage.take(row + m_layout.valueAt(0), m_previous.data() + m_layout.valueAt(0),
             m_layout.words(0), outputs, events.trigger || atLimit);
     if (m_isStored)
-        store();
+        store(m_sample);
     if (m_isStored && events.captured)
         closeFullWindow(atLimit);
     m_previous.assign(row, row + m_layout.rowWords());
@@ -145,11 +145,9 @@ void TriggerModel::stop()
 {
     if (m_state == Finished || m_isStored || m_sample == 0)
         return;
-    --m_sample;
-    store();
+    store(m_sample - 1);
     if (m_state == Open)
         closeFullWindow(false);
-    ++m_sample;
 }
 
 quint32 TriggerModel::compareUnits(const quint64* row)
@@ -220,16 +218,15 @@ void TriggerModel::openWindow()
     m_state = Open;
 }
 
-// The sample being taken.
-void TriggerModel::store()
+void TriggerModel::store(qint64 sample)
 {
     if (m_state == Open) {
         Window& window = m_windows.back();
         ++window.samples;
         if (!m_storage.all())
-            window.stored.push_back(m_sample - window.firstSample);
+            window.stored.push_back(sample - window.firstSample);
     } else if (!m_storage.all()) {
-        m_stored.push_back(m_sample);
+        m_stored.push_back(sample);
         if (qint64(m_stored.size()) > m_setup.triggerPos)
             m_stored.pop_front();
     }

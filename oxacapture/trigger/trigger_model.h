@@ -78,7 +78,7 @@ private:
     quint32 countMatches(quint32 matches);
     bool advance(quint32 outputs, SampleEvents& events);
     void openWindow();
-    void store();
+    void store(qint64 sample);
     void closeFullWindow(bool atLimit);
 
     TriggerSetup m_setup;

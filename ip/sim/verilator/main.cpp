@@ -4,8 +4,8 @@
 //   oxa_verilated DESIGN.so +oxa_jtag=ADDRESS +oxa_control=ADDRESS +oxa_clocks=LEVELS
 //
 // with options as the plugin for vvp has them, and the level of each clock before its first edge,
-// the first clock's first, as in 10: a change of it would be an edge. The library exports what
-// `Library` lists; its module has a port for each Port.
+// the first clock's first, as in 10: a change of it would be an edge. The library exports
+// oxa_ports, one for each Port, oxa_evaluate and oxa_looked.
 
 #include "clients/clients.h"
 
