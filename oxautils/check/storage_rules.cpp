@@ -60,12 +60,10 @@ void findUnknownWatched(const StandardCore& core, Findings& findings)
 {
     if (core.core.storage.keep != CoreStorage::Changes)
         return;
-    QStringList known;
-    for (const SignalItem& item : core.core.captureSignals)
-        known += item.name;
-    known += core.core.dataSignals();
-    known.removeDuplicates();
-    QStringList unknown = unknownWatched(core.core);
+    const QStringList known = watchableNames(core.core);
+    QStringList unknown = core.core.storage.watch;
+    for (const QString& name : known)
+        unknown.removeAll(name);
     unknown.removeDuplicates();
     for (const QString& name : unknown.mid(0, kMostUnknown)) {
         const QStringList nearest = nearestNames(name, known, kMostNames);

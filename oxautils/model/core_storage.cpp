@@ -46,14 +46,14 @@ std::vector<bool> watchedForChanges(const AoCore& core)
     return watched;
 }
 
-QStringList unknownWatched(const AoCore& core)
+QStringList watchableNames(const AoCore& core)
 {
-    QStringList unknown = core.storage.watch;
+    QStringList names;
     for (const SignalItem& item : core.captureSignals)
-        unknown.removeAll(item.name);
-    for (const QString& bit : core.dataSignals())
-        unknown.removeAll(bit);
-    return unknown;
+        names += item.name;
+    names += core.dataSignals();
+    names.removeDuplicates();
+    return names;
 }
 
 }

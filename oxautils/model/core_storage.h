@@ -65,8 +65,9 @@ class AoCore;
 /// a sample be stored, with `CoreStorage::Changes`.
 OXAUTILS_EXPORT std::vector<bool> watchedForChanges(const AoCore& core);
 
-/// The names of `core.storage.watch` that none of its data signals has.
-OXAUTILS_EXPORT QStringList unknownWatched(const AoCore& core);
+/// The names that `CoreStorage::watch` can contain for `core`: those of its data signals, of their
+/// buses and bits, each once.
+OXAUTILS_EXPORT QStringList watchableNames(const AoCore& core);
 
 }
 
