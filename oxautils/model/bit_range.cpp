@@ -11,6 +11,11 @@ QString BitRange::bitName(int place) const
     return base + QString("[%1]").arg(index);
 }
 
+QString BitRange::text() const
+{
+    return QString("[%1:%2]").arg(QString::number(msb), QString::number(lsb));
+}
+
 bool takeIndex(QString& name, int& index)
 {
     static const QRegularExpression indexed("^(.+)\\[(-?\\d+)\\]$");

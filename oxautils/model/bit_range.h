@@ -18,7 +18,7 @@ struct BitRange {
     /// The name of the bit at `place`, counted from the first one: "count[7]".
     OXAUTILS_EXPORT QString bitName(int place) const;
 
-    QString text() const { return QStringLiteral("[%1:%2]").arg(msb).arg(lsb); } ///< "[7:0]"
+    OXAUTILS_EXPORT QString text() const; ///< "[7:0]"
 };
 
 /// Removes "[7]" from the end of "count[7]"; false when there is no such index.
