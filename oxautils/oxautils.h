@@ -52,6 +52,7 @@
 #include "oxautils/model/ao_core.h"
 #include "oxautils/model/ao_core_lite.h"
 #include "oxautils/model/bit_range.h"
+#include "oxautils/model/core_events.h"
 #include "oxautils/model/core_storage.h"
 #include "oxautils/model/edit_distance.h"
 #include "oxautils/model/limits.h"

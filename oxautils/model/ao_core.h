@@ -2,6 +2,7 @@
 #ifndef OXAUTILS_MODEL_AO_CORE_H
 #define OXAUTILS_MODEL_AO_CORE_H
 
+#include "oxautils/model/core_events.h"
 #include "oxautils/model/core_storage.h"
 #include "oxautils/model/match_unit.h"
 #include "oxautils/model/signal_item.h"
@@ -49,6 +50,7 @@ public:
     bool forceTriggerByFallingEdge = false; ///< samples at falling edges, whatever `trigType` is
     bool captureInitDataEnabled = false; ///< armed at power-up
     CoreStorage storage; ///< which samples are stored
+    CoreEvents events; ///< what it tells of its triggers, and takes of others
 
     /// The port numbered `i`; null when there is none.
     TriggerPort* getTrigger(int i) const;
