@@ -5,6 +5,7 @@
 
 #include "oxautils/encoding/expression_tokens.h"
 #include "oxautils/model/limits.h"
+#include "oxautils/model/shown_text.h"
 
 #include <QCoreApplication>
 
@@ -59,6 +60,14 @@ QList<ExpressionMark> expressionMarks(const QString& text, const AoCore& core)
     std::stable_sort(marks.begin(), marks.end(),
         [](const ExpressionMark& a, const ExpressionMark& b) { return a.start < b.start; });
     return marks;
+}
+
+QString complaintText(const QList<ExpressionMark>& marks)
+{
+    QStringList texts;
+    for (const ExpressionMark& mark : marks)
+        texts += mark.text;
+    return shownText(texts.join("; "));
 }
 
 QString normalizedExpression(const QString& text)

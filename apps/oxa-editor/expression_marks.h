@@ -14,6 +14,9 @@ struct ExpressionMark {
 /// The errors in `text`, an expression of `core`, in its order.
 QList<ExpressionMark> expressionMarks(const QString& text, const OXA::AoCore& core);
 
+/// What the marks say, in a line to show.
+QString complaintText(const QList<ExpressionMark>& marks);
+
 /// `text` as it is after reading a file: "match[3]" becomes M3, letters are upper-case.
 QString normalizedExpression(const QString& text);
 

@@ -228,10 +228,7 @@ void ExpressionsPage::showExpression()
     if (marks.isEmpty() && !m_table->reason().isEmpty() && namedUnits(tokensOf(text)).size() <= 6)
         marks.append({0, int(text.size()), m_table->reason()});
     m_edit->setMarks(marks);
-    QStringList complaints;
-    for (const ExpressionMark& mark : qAsConst(marks))
-        complaints += mark.text;
-    m_complaint->setText(shownText(complaints.join("; ")));
+    m_complaint->setText(complaintText(marks));
     m_reason->setText(marks.isEmpty() ? m_table->reason() : QString());
 }
 

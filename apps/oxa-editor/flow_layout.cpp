@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "flow_layout.h"
 
-#include <QStyle>
 #include <QWidget>
 
 FlowLayout::FlowLayout(QWidget* parent)

@@ -275,13 +275,17 @@ void MainWindow::restoreFileSettings()
     m_build->setWorkDir(settings.value(workDirSetting(), folder).toString());
 }
 
-void MainWindow::showTitle()
+/// The name of the document's file, to show.
+QString MainWindow::fileName() const
 {
     const QString path = m_document.path();
-    setWindowFilePath(path);
-    setWindowTitle(
-        tr("%1[*] – oxa-editor")
-            .arg(path.isEmpty() ? tr("Untitled") : OXA::shownText(QFileInfo(path).fileName())));
+    return path.isEmpty() ? tr("Untitled") : OXA::shownText(QFileInfo(path).fileName());
+}
+
+void MainWindow::showTitle()
+{
+    setWindowFilePath(m_document.path());
+    setWindowTitle(tr("%1[*] – oxa-editor").arg(fileName()));
     setWindowModified(m_document.isModified());
 }
 

@@ -23,7 +23,6 @@ class HelpWindow;
 class MessageBar;
 class PartChoice;
 class ProblemsPanel;
-class QAction;
 class QDockWidget;
 class QStackedWidget;
 class RecentFiles;
@@ -104,6 +103,7 @@ private:
     void reload();
     void updateChecks();
     void choosePart();
+    QString fileName() const;
     QString partSetting() const;
     QString workDirSetting() const;
     void restoreFileSettings();

@@ -173,10 +173,7 @@ bool MainWindow::mayLoseChanges()
     if (!m_document.isModified())
         return true;
     const auto answer = QMessageBox::warning(this, tr("Save Changes?"),
-        tr("%1 has changes that are not saved.")
-            .arg(m_document.path().isEmpty()
-                    ? tr("Untitled")
-                    : OXA::shownText(QFileInfo(m_document.path()).fileName())),
+        tr("%1 has changes that are not saved.").arg(fileName()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     return answer == QMessageBox::Discard || (answer == QMessageBox::Save && save());
 }

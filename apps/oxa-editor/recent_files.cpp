@@ -2,7 +2,6 @@
 #include "recent_files.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QSettings>
 
 namespace {

@@ -23,7 +23,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QDir>
 #include <QDockWidget>
 #include <QElapsedTimer>
@@ -32,7 +31,6 @@
 #include <QLineEdit>
 #include <QRadioButton>
 #include <QSettings>
-#include <QStandardPaths>
 #include <QStyleFactory>
 #include <QTabWidget>
 #include <QTemporaryDir>

@@ -4,7 +4,6 @@
 #include "expression_edit.h"
 #include "signal_names.h"
 
-#include "oxautils/model/shown_text.h"
 #include "oxautils/resource/capture_memory.h"
 
 #include <QComboBox>
@@ -129,9 +128,6 @@ void StorageGroup::addRows()
     m_limit->setRange(0, double(CoreStorage::kMostLimit));
     m_limit->setSuffix(tr(" samples after the trigger"));
     m_limit->setSpecialValueText(tr("when it is full"));
-    for (QAbstractSpinBox* box :
-        {static_cast<QAbstractSpinBox*>(m_gapBits), static_cast<QAbstractSpinBox*>(m_limit)})
-        box->setKeyboardTracking(false);
     for (QLabel* label : {m_complaint, m_sizes}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
@@ -173,8 +169,10 @@ void StorageGroup::connectRows()
                 tr("change the limit"), true);
         });
     for (QAbstractSpinBox* box :
-        {static_cast<QAbstractSpinBox*>(m_gapBits), static_cast<QAbstractSpinBox*>(m_limit)})
+        {static_cast<QAbstractSpinBox*>(m_gapBits), static_cast<QAbstractSpinBox*>(m_limit)}) {
+        box->setKeyboardTracking(false);
         connect(box, &QAbstractSpinBox::editingFinished, this, [this] { m_document.endRun(); });
+    }
 }
 
 void StorageGroup::change(const Change& change, const QString& step, bool typed)
@@ -230,9 +228,6 @@ void StorageGroup::showExpression(const AoCore& core)
     m_when->setText(core.storage.when);
     const QList<ExpressionMark> marks = expressionMarks(core.storage.when, core);
     m_when->setMarks(marks);
-    QStringList complaints;
-    for (const ExpressionMark& mark : marks)
-        complaints += mark.text;
-    m_complaint->setText(OXA::shownText(complaints.join("; ")));
-    m_complaint->setVisible(core.storage.keep == CoreStorage::When && !complaints.isEmpty());
+    m_complaint->setText(complaintText(marks));
+    m_complaint->setVisible(core.storage.keep == CoreStorage::When && !marks.isEmpty());
 }

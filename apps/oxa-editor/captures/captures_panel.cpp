@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "captures_panel.h"
 
+#include "oxa-editor/beside_samples.h"
 #include "oxa-editor/least_lines.h"
 #include "oxa-editor/wave/wave_canvas.h"
 #include "oxa-editor/wave/wave_view.h"
@@ -14,7 +15,6 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSplitter>
 #include <QTreeView>
 
 #include <algorithm>
@@ -48,14 +48,7 @@ CapturesPanel::CapturesPanel(const Document& document, WaveSettings& waves, Capt
     , m_state(new QLabel)
     , m_view(new WaveView(&waves))
 {
-    auto* splitter = new QSplitter;
-    splitter->addWidget(makeControls());
-    splitter->addWidget(m_view);
-    splitter->setStretchFactor(1, 1);
-    splitter->setChildrenCollapsible(false);
-    splitter->setSizes({1, 1000}); // the waveform gets what is left
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(splitter);
+    layOutBeside(*this, makeControls(), m_view);
     setFocusProxy(m_list);
     connect(m_job, &OpenJob::finished, this, &CapturesPanel::showOpened);
     connect(m_job, &OpenJob::progress, this, [this](const QString& path, int percent) {

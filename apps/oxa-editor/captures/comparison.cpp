@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QHash>
-#include <QSet>
 
 #include <algorithm>
 
@@ -207,12 +206,12 @@ bool compareCores(const CapturedCore& storedA, const CapturedCore& storedB, Comp
     if (!addPassedOver(a, kMostBits) || !addPassedOver(b, kMostBits))
         return false;
     const Common common = commonSignals(a, b, comparison.onlyInOne);
-    comparison.windows = std::min(a.windows.size(), b.windows.size());
+    const size_t windows = std::min(a.windows.size(), b.windows.size());
     if (common.items.isEmpty())
         return true;
     auto waveform = std::make_shared<Waveform>();
     Comparer comparer(common);
-    for (size_t i = 0; i < comparison.windows; ++i) {
+    for (size_t i = 0; i < windows; ++i) {
         const WindowPair pair = pairOf(a.windows[i], b.windows[i]);
         const qint64 first = comparer.size();
         if ((first + pair.samples()) * qint64(common.inA.size()) > kMostBits)

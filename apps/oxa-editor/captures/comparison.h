@@ -17,7 +17,6 @@ struct Comparison {
     qint64 samples = 0; ///< at which any signal differs
     QStringList differing; ///< the signals
     QStringList onlyInOne; ///< signals that cannot be compared
-    size_t windows = 0; ///< compared
 
     bool differsAt(qint64 sample) const;
 

@@ -1,13 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open_job.h"
 
-OpenJob::~OpenJob()
-{
-    stop();
-    if (m_thread)
-        m_thread->wait();
-}
-
 void OpenJob::start(const QString& path)
 {
     m_waiting += path;
@@ -18,7 +11,7 @@ void OpenJob::start(const QString& path)
 void OpenJob::stop()
 {
     m_waiting.clear();
-    m_stop = true;
+    FileJob::stop();
 }
 
 void OpenJob::startNext()
@@ -27,25 +20,14 @@ void OpenJob::startNext()
         CaptureRecordPtr record;
         QString error;
     };
-    m_stop = false;
     auto outcome = std::make_shared<Outcome>();
     const QString path = m_waiting.takeFirst();
-    m_thread.reset(QThread::create([=] {
-        int told = -1;
-        const auto goesOn = [&](int percent) {
-            if (percent != told)
-                Q_EMIT progress(path, percent);
-            told = percent;
-            return !m_stop;
-        };
+    const auto read = [=](const OXA_CAPTURE::Progress& goesOn) {
         outcome->record = readRecord(path, &outcome->error, goesOn);
-    }));
-    connect(m_thread.get(), &QThread::finished, this, [=] {
-        m_thread->wait();
-        m_thread.reset();
+    };
+    run(path, read, [=] {
         if (!m_waiting.isEmpty())
             startNext();
         Q_EMIT finished(outcome->record, path, outcome->error);
     });
-    m_thread->start();
 }

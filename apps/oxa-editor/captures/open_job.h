@@ -4,22 +4,14 @@
 
 #include "capture_record.h"
 
-#include <QObject>
-#include <QThread>
-
-#include <atomic>
+#include "oxa-editor/file_job.h"
 
 /// Reads captures from files in a separate thread, one after the other.
-class OpenJob : public QObject {
+class OpenJob : public FileJob {
     Q_OBJECT
 
 public:
-    using QObject::QObject;
-
-    /// Stops reading and waits for its end.
-    ~OpenJob() override;
-
-    bool isRunning() const { return m_thread != nullptr; }
+    using FileJob::FileJob;
 
     /// Reads `path` behind those that were asked for before.
     void start(const QString& path);
@@ -28,7 +20,6 @@ public:
     void stop();
 
 Q_SIGNALS:
-    void progress(const QString& path, int percent);
     void finished(const CaptureRecordPtr& record, const QString& path,
         const QString& error); ///< `record`: null with an error
 
@@ -36,8 +27,6 @@ private:
     void startNext();
 
     QStringList m_waiting;
-    std::unique_ptr<QThread> m_thread;
-    std::atomic_bool m_stop {false};
 };
 
 #endif

@@ -50,7 +50,6 @@ void OpenOcdProcess::start(const QString& configuration)
 {
     if (isRunning())
         return;
-    m_configuration = configuration;
     m_address.clear();
     m_line.clear();
     m_error.clear();

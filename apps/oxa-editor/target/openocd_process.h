@@ -17,8 +17,6 @@ public:
     bool isRunning() const { return m_process.state() != QProcess::NotRunning; }
     /// Of its Tcl server, "127.0.0.1:PORT"; empty until it listens.
     const QString& address() const { return m_address; }
-    /// The configuration file that it was started with.
-    const QString& configuration() const { return m_configuration; }
 
     /// Starts OpenOCD with the configuration file; its Tcl server gets a free port, unless the file
     /// names one. `ready` or `ended` follows.
@@ -37,7 +35,6 @@ private:
     QProcess m_process;
     QTimer m_patience; // for its Tcl server
     QTimer m_endPatience; // for its end
-    QString m_configuration;
     QString m_address;
     QString m_line; // the last one, as far as it was read
     QString m_error; // the last one that OpenOCD wrote

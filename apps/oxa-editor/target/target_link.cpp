@@ -18,7 +18,6 @@
 #include <QPushButton>
 #include <QSerialPortInfo>
 #include <QSettings>
-#include <QStringListModel>
 
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include "target_link.h"
 
+#include "oxa-editor/beside_samples.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxautils/model/shown_text.h"
@@ -12,15 +13,19 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QSplitter>
 #include <QTreeWidget>
-#include <QVBoxLayout>
 
 #include <algorithm>
 
 namespace {
 
 enum Column { Name, Shape, State, Columns };
+
+/// How a run begins.
+QString hintText()
+{
+    return TargetPanel::tr("Start OpenOCD for the target, or enter its serial port; then connect.");
+}
 
 // The text may be longer than its cell.
 void setState(QTreeWidgetItem& item, const QString& text)
@@ -46,14 +51,8 @@ TargetPanel::TargetPanel(Document& document, WaveSettings& waves, CaptureHistory
     , m_age(new QLabel)
     , m_view(new WaveView(&waves))
 {
-    auto* splitter = new QSplitter;
-    splitter->addWidget(makeControls());
-    splitter->addWidget(makeSamples());
-    splitter->setStretchFactor(1, 1);
-    splitter->setChildrenCollapsible(false);
-    splitter->setSizes({1, 1000}); // the waveform gets what is left
-    auto* layout = new QVBoxLayout(this);
-    layout->addWidget(splitter);
+    QWidget* controls = makeControls();
+    layOutBeside(*this, controls, makeSamples());
     setFocusProxy(m_link->addressField());
     connect(m_job, &TargetJob::found, this, &TargetPanel::showFound);
     connect(m_job, &TargetJob::progress, this, &TargetPanel::showProgress);
@@ -76,7 +75,7 @@ TargetPanel::TargetPanel(Document& document, WaveSettings& waves, CaptureHistory
     connect(m_builtFrom, &QLineEdit::editingFinished, this,
         [this] { m_builtFromOf.insert(m_document.path(), m_builtFrom->text()); });
     connect(&m_document, &Document::replaced, this, &TargetPanel::documentReplaced);
-    m_state->setText(tr("Start OpenOCD for the target, or enter its serial port; then connect."));
+    m_state->setText(hintText());
     showState();
 }
 
@@ -92,7 +91,7 @@ void TargetPanel::documentReplaced()
     m_problems->hide();
     showAge(false);
     m_view->setWaveform(std::make_shared<Waveform>());
-    m_state->setText(tr("Start OpenOCD for the target, or enter its serial port; then connect."));
+    m_state->setText(hintText());
     showState();
 }
 

@@ -12,7 +12,6 @@
 
 #include <optional>
 
-class QFormLayout;
 class QLabel;
 class QLineEdit;
 class QListWidget;

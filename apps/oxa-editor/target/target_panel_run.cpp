@@ -7,7 +7,6 @@
 #include "target_link.h"
 
 #include "oxa-editor/wave/wave_settings.h"
-#include "oxa-editor/wave/wave_view.h"
 
 #include "oxautils/config/names_file.h"
 #include "oxautils/model/shown_text.h"
@@ -20,7 +19,6 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTime>
-#include <QTreeWidget>
 
 #include <algorithm>
 

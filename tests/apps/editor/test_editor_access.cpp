@@ -15,7 +15,6 @@
 #include <QAccessible>
 #include <QComboBox>
 #include <QDockWidget>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QSpinBox>
 #include <QTreeView>

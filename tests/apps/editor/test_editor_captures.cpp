@@ -37,9 +37,9 @@ Capture captureOf(const QStringList& windows, const QList<int>& triggers)
 }
 
 /// A window with the panel of the captures.
-struct Run : WindowDriver {
+struct Run : PanelDriver<CapturesPanel> {
     explicit Run(const TestFolder& folder, const QString& configuration = {})
-        : WindowDriver(configuration)
+        : PanelDriver(configuration)
         , folder(folder)
     {
         keys("Ctrl+Shift+H");
@@ -121,10 +121,8 @@ struct Run : WindowDriver {
         return entry;
     }
 
-    QString state() const { return labelsIn(panel); }
     qint64 cursor() const { return panel.view()->canvas()->cursor(0); }
 
-    CapturesPanel& panel = *window.findChild<CapturesPanel*>();
     const TestFolder& folder;
 };
 
