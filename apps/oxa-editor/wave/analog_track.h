@@ -18,9 +18,6 @@ public:
 
     bool isSigned() const { return m_isSigned; }
 
-    /// Not a number when a bit is unknown.
-    double at(qint64 sample) const { return m_values[size_t(sample)]; }
-
     /// Of samples `first` to `end` - 1, at least one.
     Range range(qint64 first, qint64 end) const;
 
@@ -28,7 +25,7 @@ public:
 
 private:
     bool m_isSigned;
-    std::vector<double> m_values;
+    std::vector<double> m_values; // not a number when a bit is unknown
     std::vector<std::vector<Range>> m_levels; // of blocks of samples, then of blocks of blocks
     Range m_all;
 };

@@ -16,13 +16,12 @@ QString WaveMarkers::name(int marker)
     return marker < kLetters ? letter : letter + QString::number(marker / kLetters);
 }
 
-int WaveMarkers::add(qint64 sample)
+void WaveMarkers::add(qint64 sample)
 {
     auto place = std::find(m_samples.begin() + kCursors, m_samples.end(), -1);
     if (place == m_samples.end())
         place = m_samples.insert(place, -1);
     *place = sample;
-    return int(place - m_samples.begin());
 }
 
 void WaveMarkers::removeMore() { m_samples.resize(kCursors); }

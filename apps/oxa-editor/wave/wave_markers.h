@@ -15,7 +15,7 @@ public:
     qint64 at(int marker) const { return m_samples[size_t(marker)]; } ///< -1: not set
 
     void set(int marker, qint64 sample) { m_samples[size_t(marker)] = sample; }
-    int add(qint64 sample); ///< behind A and B, with the first free name
+    void add(qint64 sample); ///< behind A and B, with the first free name
     void removeMore(); ///< all but A and B
 
     /// Unsets those that are at `samples` or later.

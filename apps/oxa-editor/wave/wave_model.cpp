@@ -95,7 +95,7 @@ void WaveModel::rebuild(WaveEntries entries)
     m_entries = std::move(entries);
     addMissing(m_entries, *m_waveform);
     m_root = std::make_unique<Item>();
-    build(*m_root, m_entries, m_filter.isEmpty());
+    build(*m_root, m_entries, !isFiltered());
 
     std::map<std::tuple<int, QString, int>, const Item*> found;
     const std::function<void(const Item&)> note = [&](const Item& parent) {
@@ -151,7 +151,7 @@ void WaveModel::addBits(Item& bus) const
 
 bool WaveModel::matches(const WaveEntry& entry) const
 {
-    if (m_filter.isEmpty() || entry.name.contains(m_filter, Qt::CaseInsensitive))
+    if (entry.name.contains(m_filter, Qt::CaseInsensitive))
         return true;
     const QRegularExpression pattern(QRegularExpression::wildcardToRegularExpression(m_filter),
         QRegularExpression::CaseInsensitiveOption);

@@ -52,7 +52,6 @@ public:
 
     /// Whether hidden rows are visible, in gray.
     void setShowsHidden(bool shows);
-    bool showsHidden() const { return m_showsHidden; }
 
     /// Null for a group and a divider.
     const WaveRow* row(const QModelIndex& index) const;

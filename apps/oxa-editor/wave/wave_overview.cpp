@@ -9,8 +9,6 @@
 #include <QPainter>
 #include <QTreeView>
 
-using OXA_CAPTURE::kNoSample;
-
 namespace {
 
 constexpr int kSpace = 8; // pixels above and below a line of text
@@ -54,11 +52,11 @@ void WaveOverview::paintEvent(QPaintEvent*)
         row.add(m_model.lane(current), 0, height());
     row.paint(painter, colors);
     const auto line = [&](qint64 sample, const QColor& color) {
-        if (sample >= 0)
+        if (sample >= 0) // else it is not set
             painter.fillRect(int(all.xOf(double(sample))), 0, 1, height(), color);
     };
     for (const WaveWindow& window : waveform.windows)
-        line(window.trigger == kNoSample ? -1 : window.trigger, colors.trigger);
+        line(window.trigger, colors.trigger);
     for (int marker = m_canvas.markers().count() - 1; marker >= 0; --marker)
         line(m_canvas.cursor(marker), marker < 2 ? colors.cursors[marker] : colors.mark);
 

@@ -64,7 +64,7 @@ void WavePicture::addText(const QModelIndex& index, int depth, int top, int heig
         m_columns[column].push_back({
             {left, middle + (metrics.ascent() - metrics.descent()) / 2},
             cell.data().toString(),
-            font, m_sheet.palette.color(QPalette::Text)
+            font
         });
     }
 }
@@ -80,14 +80,11 @@ QSize WavePicture::size() const
 void WavePicture::draw(QPainter& painter) const
 {
     painter.fillRect(QRect({0, 0}, size()), m_sheet.palette.color(QPalette::Base));
-    const QFontMetrics metrics(m_sheet.font);
+    painter.setPen(m_sheet.palette.color(QPalette::Text));
     int left = 0;
     for (int column = 0; column < WaveModel::Columns; ++column) {
-        if (m_widths[column] == 0)
-            continue;
         for (const Text& text : m_columns[column]) {
             painter.setFont(text.font);
-            painter.setPen(text.color);
             painter.drawText(text.place + QPoint(left, 0), text.text);
         }
         left += m_widths[column];

@@ -26,12 +26,10 @@ private:
         QPoint place; ///< left, and the base line
         QString text;
         QFont font;
-        QColor color;
     };
 
     void addRows(const QTreeView& rows, const QModelIndex& parent, int depth);
     void addText(const QModelIndex& index, int depth, int top, int height);
-    void placeColumns();
     void draw(QPainter& painter) const;
     QSize size() const;
 

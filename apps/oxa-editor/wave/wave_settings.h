@@ -4,7 +4,6 @@
 
 #include "wave_layout.h"
 
-#include <QHash>
 #include <QJsonObject>
 #include <QMap>
 #include <QObject>

@@ -35,12 +35,12 @@ std::optional<Radix> radixOf(const QString& key); ///< none for a key that is no
 /// bit is unknown; text with one character for each byte.
 QString valueText(const WaveValue& value, Radix radix);
 
+/// The same, with the name in `states`, by binary digits, for `Radix::Names`.
+QString namedText(const WaveValue& value, Radix radix, const QHash<QString, QString>& states);
+
 /// The value as a number, rounded when it is wider than 53 bits; not a number when a bit is
 /// unknown.
 double numberOf(const WaveValue& value, bool isSigned);
-
-/// The same, with the name in `states`, by binary digits, for `Radix::Names`.
-QString namedText(const WaveValue& value, Radix radix, const QHash<QString, QString>& states);
 
 /// A set of values to search for.
 struct WavePattern {

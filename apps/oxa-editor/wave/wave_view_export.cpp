@@ -13,7 +13,6 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFileDialog>
-#include <QLabel>
 
 namespace {
 
