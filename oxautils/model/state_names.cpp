@@ -5,6 +5,11 @@
 
 namespace OXA {
 
+bool operator==(const SignalStates& a, const SignalStates& b)
+{
+    return a.range == b.range && a.values == b.values;
+}
+
 QMap<QString, QString> valuesOf(const StateNames& states, const QStringList& bits)
 {
     QMap<QString, QString> values;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "wave_model_item.h"
 
-#include <QRegularExpression>
-
 #include <algorithm>
 #include <map>
 
@@ -28,10 +26,14 @@ void WaveModel::setWaveform(WaveformPtr waveform, const WaveEntries& entries)
 {
     const WaveformPtr before = m_waveform; // the rows are used until they are replaced
     m_waveform = std::move(waveform);
-    m_tracks.clear();
     m_rowOf.clear();
     for (const auto& row : m_waveform->rows)
         m_rowOf.insert(keyOf(*row), row.get());
+    // The runs of one stimulus share the rows of its signals.
+    for (auto track = m_tracks.begin(); track != m_tracks.end();) {
+        const bool stays = m_rowOf.value(keyOf(*track.key())) == track.key();
+        track = stays ? std::next(track) : m_tracks.erase(track);
+    }
     rebuild(entries);
 }
 
@@ -75,6 +77,8 @@ void WaveModel::setExpanded(const QModelIndex& index, bool isExpanded)
 void WaveModel::setFilter(const QString& text)
 {
     m_filter = text.trimmed();
+    m_pattern = QRegularExpression(QRegularExpression::wildcardToRegularExpression(m_filter),
+        QRegularExpression::CaseInsensitiveOption);
     rebuild(m_entries);
 }
 
@@ -151,11 +155,8 @@ void WaveModel::addBits(Item& bus) const
 
 bool WaveModel::matches(const WaveEntry& entry) const
 {
-    if (entry.name.contains(m_filter, Qt::CaseInsensitive))
-        return true;
-    const QRegularExpression pattern(QRegularExpression::wildcardToRegularExpression(m_filter),
-        QRegularExpression::CaseInsensitiveOption);
-    return pattern.match(entry.name).hasMatch();
+    return entry.name.contains(m_filter, Qt::CaseInsensitive)
+        || m_pattern.match(entry.name).hasMatch();
 }
 
 WaveModel::Item* WaveModel::item(const QModelIndex& index) const
@@ -227,6 +228,8 @@ WaveLane WaveModel::lane(const QModelIndex& index) const
 
 void WaveModel::setStates(const OXA::StateNames& states)
 {
+    if (states == m_states) // of most runs
+        return;
     m_states = states;
     rebuild(m_entries);
 }

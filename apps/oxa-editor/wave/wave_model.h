@@ -9,6 +9,7 @@
 #include <QAbstractItemModel>
 #include <QHash>
 #include <QPersistentModelIndex>
+#include <QRegularExpression>
 
 #include <functional>
 
@@ -109,6 +110,7 @@ private:
     std::unique_ptr<Item> m_root;
     OXA::StateNames m_states;
     QString m_filter;
+    QRegularExpression m_pattern; // the same with wildcards
     bool m_showsHidden = false;
     qint64 m_samples[2] = {0, -1};
     QHash<std::pair<int, QString>, const WaveRow*> m_rowOf; // by the kind and name of entries

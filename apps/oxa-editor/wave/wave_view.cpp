@@ -151,7 +151,7 @@ void WaveView::setWaveform(const WaveformPtr& waveform)
     m_canvas->waveformChanged(before);
     if (waveform->clockHz > 0)
         m_settings->setStimulusClock(core(), waveform->clockHz);
-    showSettings();
+    showClock();
 }
 
 double WaveView::clock() const { return m_settings->clock(core()); }
@@ -165,6 +165,12 @@ void WaveView::showSettings()
     m_problem->setVisible(!m_settings->problem().isEmpty());
     if (!(m_settings->rows(core()) == m_model->entries()))
         m_model->setEntries(m_settings->rows(core()));
+    showClock();
+}
+
+/// The sample clock, and the times that it gives.
+void WaveView::showClock()
+{
     const QString origin = m_settings->clockOrigin(core());
     m_clock->setText(clock() > 0 ? frequencyText(clock()) : QString());
     m_clock->setToolTip(tr("The sample clock's frequency, for times: 50 MHz")

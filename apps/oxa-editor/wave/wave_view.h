@@ -65,6 +65,7 @@ public:
 private:
     void layOut();
     void showSettings();
+    void showClock();
     void showLayout();
     int core() const;
     void makeActions(QToolBar* bar);
