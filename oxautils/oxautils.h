@@ -31,6 +31,7 @@
 #include "oxautils/design/natural_order.h"
 #include "oxautils/design/read_design.h"
 #include "oxautils/design/value_names.h"
+#include "oxautils/encoding/events_text.h"
 #include "oxautils/encoding/match_registers.h"
 #include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/storage_text.h"

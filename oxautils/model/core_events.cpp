@@ -12,6 +12,30 @@ bool operator==(const CoreEvents& a, const CoreEvents& b)
     return a.forcedBy == b.forcedBy && a.triggerOut == b.triggerOut && a.stamps == b.stamps;
 }
 
+QString indexesText(const QList<int>& indexes)
+{
+    QStringList words;
+    for (const int index : indexes)
+        words += QString::number(index);
+    return words.join(' ');
+}
+
+QList<int> indexesFromText(const QString& text, QStringList* unreadable)
+{
+    QList<int> indexes;
+    for (const QString& word : text.simplified().split(' ', Qt::SkipEmptyParts)) {
+        bool ok = false;
+        const int index = word.toInt(&ok);
+        if (ok)
+            indexes += index;
+        else if (unreadable)
+            *unreadable += word;
+    }
+    std::sort(indexes.begin(), indexes.end());
+    indexes.erase(std::unique(indexes.begin(), indexes.end()), indexes.end());
+    return indexes;
+}
+
 QList<int> forcingPlaces(const QList<AoCore*>& cores, const AoCore& core)
 {
     QList<int> places;
@@ -21,6 +45,14 @@ QList<int> forcingPlaces(const QList<AoCore*>& cores, const AoCore& core)
             places += place;
     }
     return places;
+}
+
+void setForcingPlaces(const QList<AoCore*>& cores, AoCore& core, const QList<int>& forcing)
+{
+    core.events.forcedBy.clear();
+    for (const int place : forcing)
+        core.events.forcedBy += cores.at(place)->index;
+    std::sort(core.events.forcedBy.begin(), core.events.forcedBy.end());
 }
 
 bool forcesOthers(const QList<AoCore*>& cores, const AoCore& core)

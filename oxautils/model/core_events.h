@@ -5,6 +5,7 @@
 #include "oxautils/oxautils_export.h"
 
 #include <QList>
+#include <QStringList>
 
 namespace OXA {
 
@@ -27,9 +28,20 @@ OXAUTILS_EXPORT bool operator==(const CoreEvents& a, const CoreEvents& b);
 /// Whether any member differs.
 inline bool operator!=(const CoreEvents& a, const CoreEvents& b) { return !(a == b); }
 
+/// The indexes of `CoreEvents::forcedBy` as a file has them: separated by spaces.
+OXAUTILS_EXPORT QString indexesText(const QList<int>& indexes);
+
+/// The indexes in such a text, ascending, each once. Words that are no integers of 32 bits are left
+/// out; `unreadable`, unless null, gets them.
+OXAUTILS_EXPORT QList<int> indexesFromText(const QString& text, QStringList* unreadable = nullptr);
+
 /// The places in `cores` of those whose triggers force `core`, ascending. Indexes that no other
 /// core has are left out.
 OXAUTILS_EXPORT QList<int> forcingPlaces(const QList<AoCore*>& cores, const AoCore& core);
+
+/// Lets the cores at the places `forcing` of `cores` force `core`, and no others.
+OXAUTILS_EXPORT void setForcingPlaces(
+    const QList<AoCore*>& cores, AoCore& core, const QList<int>& forcing);
 
 /// Whether the triggers of `core` force another one of `cores`.
 OXAUTILS_EXPORT bool forcesOthers(const QList<AoCore*>& cores, const AoCore& core);
