@@ -58,6 +58,13 @@ after its trigger (docs/settings.md):
 
   oxa set uart.oxa --store 'changes of uart_tx/state uart_tx/busy, gap 12'
 
+--forced-by lets triggers of other cores force a core: "none", or their positions,
+separated by commas, which replace those before. --trigger-out and --stamps switch an
+output of the wrapper at a core's triggers, and the number of a window's trigger sample
+in the run (docs/settings.md):
+
+  oxa set soc.oxa --forced-by 1=0,2 --trigger-out 0=on --stamps 1=on
+
 Without options, the file is written again with a correct checksum. When `oxa check`
 would find a new error, nothing is written and the exit status is 1; when an option
 cannot be read, it is 2.)";

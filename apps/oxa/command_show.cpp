@@ -9,6 +9,7 @@
 #include "oxautils/config/checksum.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/config/standard_config.h"
+#include "oxautils/encoding/events_text.h"
 #include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/storage_text.h"
 #include "oxautils/encoding/unit_text.h"
@@ -27,8 +28,8 @@ another checksum was damaged, or changed by a program that does not update it; h
 may refuse it. `oxa set FILE` corrects the checksum.
 
 `oxa set` takes the texts of match units and trigger ports, after the name and the
-number of bits, of expressions, and after "stores", as they are printed here; --json has
-them as "text".
+number of bits, of expressions, and after "stores" and "forced by", as they are printed
+here; --json has them as "text".
 
 Programs write the trigger position when they arm a core. For captures from power-up
 on, some devices use a trigger position one higher: the output lists these devices;
@@ -71,6 +72,7 @@ const char* expressionKind(const OXA::AoCore& core)
 struct Shown {
     QString file;
     OXA::StateNames states;
+    QList<OXA::AoCore*> cores; ///< none in a Lite configuration
 };
 
 void showCore(TextOut& out, const OXA::AoCore& core, int position, const Shown& shown)
@@ -85,6 +87,8 @@ void showCore(TextOut& out, const OXA::AoCore& core, int position, const Shown& 
         << core.captureAmount << " samples, " << core.triggerPos << " before the trigger\n";
     if (!core.storage.isDefault())
         out << "  stores   " << OXA::storageText(core.storage) << '\n';
+    if (!core.events.isDefault())
+        out << "  events   " << OXA::eventsText(shown.cores, core) << '\n';
     if (core.captureInitDataEnabled)
         out << "  armed    from power-up on; its windows then have "
             << OXA_CAPTURE::powerUpText(core, shown.file) << '\n';
@@ -166,6 +170,20 @@ QJsonObject toJson(const OXA::CoreStorage& storage)
     return object;
 }
 
+QJsonObject eventsJson(const OXA::AoCore& core, const QList<OXA::AoCore*>& cores)
+{
+    QJsonArray forcing;
+    for (const int place : OXA::forcingPlaces(cores, core))
+        forcing += place;
+    const QString text = OXA::eventsText(cores, core);
+    return {
+        {"forcedBy",   forcing               },
+        {"triggerOut", core.events.triggerOut},
+        {"stamps",     core.events.stamps    },
+        {"text",       text                  },
+    };
+}
+
 QJsonObject toJson(const OXA::AoCore& core, const Shown& shown)
 {
     QJsonArray ports;
@@ -200,6 +218,8 @@ QJsonObject toJson(const OXA::AoCore& core, const Shown& shown)
     };
     if (!core.storage.isDefault())
         object.insert("stores", toJson(core.storage));
+    if (!core.events.isDefault())
+        object.insert("events", eventsJson(core, shown.cores));
     return object;
 }
 
@@ -270,7 +290,7 @@ int run(const Options& options, Io& io)
     const QString version = OXA::versionFromOxaConfigFile(options.file);
     const Checksum checksum {
         OXA::readOXACRCForXml(options.file), OXA::computeOXACRCForXml(options.file)};
-    const Shown shown {options.file, knownStates(options.file, io.err)};
+    const Shown shown {options.file, knownStates(options.file, io.err), configuration.cores};
     if (options.json)
         printJson(io.out, shown, configuration, version, checksum);
     else

@@ -5,6 +5,7 @@
 #include "part.h"
 
 #include "oxautils/config/configuration.h"
+#include "oxautils/encoding/events_text.h"
 #include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/storage_text.h"
 #include "oxautils/encoding/unit_text.h"
@@ -113,16 +114,22 @@ Candidates linkWords(const Call& call)
     return words;
 }
 
+/// Reads the configuration that the call names first.
+bool readFile(const Call& call, OXA::Configuration& configuration)
+{
+    QString file = call.arguments.value(0);
+    if (file.startsWith("~/"))
+        file.replace(0, 1, QDir::homePath());
+    return !file.isEmpty() && OXA::readConfiguration(file, configuration, nullptr);
+}
+
 /// What `add` finds in each core of the call's configuration; it gets what the words of the core
 /// begin with.
 template <typename Add> Candidates coreWords(const Call& call, const Add& add)
 {
     OXA::Configuration configuration;
-    QString file = call.arguments.value(0);
-    if (file.startsWith("~/"))
-        file.replace(0, 1, QDir::homePath());
     Candidates words;
-    if (file.isEmpty() || !OXA::readConfiguration(file, configuration, nullptr))
+    if (!readFile(call, configuration))
         return words;
     const bool several = configuration.cores.size() > 1 && call.command->get_name() == "set";
     for (int i = 0; i < int(configuration.cores.size()); ++i)
@@ -176,6 +183,25 @@ Candidates storeWords(const Call& call)
     });
 }
 
+/// The first words of `--forced-by`: each core with none and with each of the others.
+Candidates forcedByWords(const Call& call)
+{
+    OXA::Configuration configuration;
+    Candidates words;
+    if (!readFile(call, configuration))
+        return words;
+    const QList<OXA::AoCore*>& cores = configuration.cores;
+    for (int place = 0; place < int(cores.size()); ++place) {
+        const QString start = QString::number(place) + '=';
+        words += Candidate {start + "none", OXA::eventsText(cores, *cores.at(place))};
+        for (int other = 0; other < int(cores.size()); ++other) {
+            if (other != place)
+                words += Candidate {start + QString::number(other), cores.at(other)->sampleClock};
+        }
+    }
+    return words;
+}
+
 Candidates coreIndexWords(const Call& call)
 {
     return coreWords(call, [](const OXA::AoCore& core, const QString&, Candidates& words) {
@@ -197,6 +223,7 @@ constexpr Values kValues[] = {
     {"--unit",       unitWords                                                    },
     {"--expression", expressionWords                                              },
     {"--store",      storeWords                                                   },
+    {"--forced-by",  forcedByWords                                                },
     {"--core",       coreIndexWords                                               },
 };
 

@@ -2,6 +2,7 @@
 #include "core_changes.h"
 
 #include "files/fail.h"
+#include "oxautils/encoding/events_text.h"
 #include "oxautils/encoding/signals_text.h"
 #include "oxautils/encoding/storage_text.h"
 #include "oxautils/model/limits.h"
@@ -32,19 +33,7 @@ int coreCount(const Configuration& configuration)
 /// The position that `text` names, or that of the only core when it is empty.
 bool findCore(const QString& text, const Configuration& configuration, int& core, QString* error)
 {
-    const int count = coreCount(configuration);
-    bool ok = true;
-    core = text.isEmpty() ? 0 : text.toInt(&ok);
-    if (text.isEmpty() && count > 1)
-        return fail(error,
-            QString("there are %1 cores; write the core first, 0 to %2")
-                .arg(QString::number(count), QString::number(count - 1)));
-    if (count == 0)
-        return fail(error, "the configuration has no core");
-    if (!ok || core < 0 || core >= count)
-        return fail(error,
-            QString("there is no core %1; the last is %2").arg(text, QString::number(count - 1)));
-    return true;
+    return corePlaceFromText(text, coreCount(configuration), core, error);
 }
 
 /// Splits "CORE.NAME=VALUE"; `name` is a regular expression.
@@ -202,6 +191,20 @@ auto standardOnly(
     };
 }
 
+void changeForcing(const QStringList& texts, const Configuration& configuration, Messages& problems)
+{
+    for (const QString& text : texts) {
+        int core = 0;
+        QList<int> forcing;
+        QString error = "Lite cores have no trigger";
+        if (configuration.mode != Lite
+            && forcedByFromText(text, coreCount(configuration), core, forcing, &error))
+            setForcingPlaces(configuration.cores, *configuration.cores.at(core), forcing);
+        else
+            problems.append({"--forced-by " + text, error});
+    }
+}
+
 }
 
 const std::vector<CoreSetting>& coreSettings()
@@ -236,6 +239,12 @@ const std::vector<CoreSetting>& coreSettings()
             [](AoCore& core, int value) { core.forceTriggerByFallingEdge = value; }, nullptr},
         {"--input-register", "SWITCH", "Input register of a Lite core: on or off", false, kSwitchWords,
             nullptr, [](AOCore_Lite& core, int value) { core.inputRegisterEnabled = value; }},
+        {"--trigger-out", "SWITCH", "Output of the wrapper that is high at a trigger: on or off",
+            false, kSwitchWords,
+            [](AoCore& core, int value) { core.events.triggerOut = value; }, nullptr},
+        {"--stamps", "SWITCH", "Number of a window's trigger sample in the run: on or off",
+            false, kSwitchWords,
+            [](AoCore& core, int value) { core.events.stamps = value; }, nullptr},
   // clang-format on
     };
     return settings;
@@ -252,6 +261,9 @@ void addCoreChanges(Command& command, CoreChanges& changes, Changed changed)
         .typeName("[CORE.]LEVEL=TEXT");
     command.texts("--store", changes.stores, "Which samples are stored: all, changes, when")
         .typeName("[CORE=]TEXT");
+    if (changed == Changed::All)
+        command.texts("--forced-by", changes.forcedBys, "Cores whose triggers force another one")
+            .typeName("CORE=CORES");
     for (size_t i = 0; i < coreSettings().size(); ++i) {
         const CoreSetting& setting = coreSettings()[i];
         if (changed == Changed::All || setting.inRuns)
@@ -289,6 +301,7 @@ void changeCores(const CoreChanges& changes, Configuration& configuration, Messa
                 return storageFromText(change.value, core, error);
             },
             "choice of samples"));
+    changeForcing(changes.forcedBys, configuration, problems);
 }
 
 const MatchUnit* changedUnit(const QString& text, const Configuration& configuration, int* core)

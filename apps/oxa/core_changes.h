@@ -33,6 +33,7 @@ struct CoreChanges {
     QStringList units; ///< "CORE.M3=T0 == 5"
     QStringList expressions; ///< "CORE.0=M1 && M2"
     QStringList stores; ///< "CORE=changes, gap 16"
+    QStringList forcedBys; ///< "CORE=0,2"
     /// "CORE=256", a list for each of `coreSettings`
     std::vector<QStringList> settings = std::vector<QStringList>(coreSettings().size());
     OXA::ValueNames valueNames; ///< for units; may be empty

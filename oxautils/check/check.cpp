@@ -72,7 +72,7 @@ void checkCoresIn(
 bool isBefore(const Problem& a, const Problem& b)
 {
     const auto key = [](const Place& place) {
-        return std::make_tuple(place.line, place.column, place.core, place.storage,
+        return std::make_tuple(place.line, place.column, place.core, place.storage, place.events,
             place.expression, place.unit, place.port);
     };
     return key(a.place) < key(b.place);

@@ -113,6 +113,8 @@ Place ConfigFile::placeOf(const XmlElement& element) const
             place.port = numberOf(at);
         else if (at.tagName() == NODE_MATCH_UNIT && place.unit < 0)
             place.unit = numberOf(at);
+        else if (at.tagName() == NODE_EVENTS)
+            place.events = true;
         else if (at.tagName() == NODE_STORAGE)
             place.storage = true;
         else if (m_positions.contains(tagEnd(at)))
@@ -162,6 +164,8 @@ void ConfigFile::locate(Place& place) const
         element = elements.units.value(place.unit, element);
     else if (place.expression >= 0)
         element = elements.expressions.value(place.expression, element);
+    else if (place.events && !element.firstChildElement(NODE_EVENTS).isNull())
+        element = element.firstChildElement(NODE_EVENTS);
     else if (place.storage && !element.firstChildElement(NODE_STORAGE).isNull())
         element = element.firstChildElement(NODE_STORAGE);
     if (!place.signal.isEmpty())

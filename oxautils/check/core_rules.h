@@ -11,6 +11,9 @@ void findNoCores(const AllCores& configuration, Findings& findings);
 void findTooManyCores(const AllCores& configuration, Findings& findings);
 void findUnbuiltCores(const AllCores& configuration, Findings& findings);
 void findSharedSignals(const AllCores& configuration, Findings& findings);
+void findForcingCores(const AllCores& configuration, Findings& findings);
+void findForcedChains(const AllCores& configuration, Findings& findings);
+void findWrapperNames(const AllCores& configuration, Findings& findings);
 
 void findCoreIndex(const AnyCore& core, Findings& findings);
 void findNoClock(const AnyCore& core, Findings& findings);
@@ -23,7 +26,6 @@ void findBusOrder(const AnyCore& core, Findings& findings);
 void findRangesAsBits(const AnyCore& core, Findings& findings);
 void findUnusableNames(const AnyCore& core, Findings& findings);
 void findHiddenCharacters(const AnyCore& core, Findings& findings);
-void findWrapperNames(const AnyCore& core, Findings& findings);
 
 }
 

@@ -2,6 +2,7 @@
 #include "oxautils/check/file_rules.h"
 
 #include "oxautils/config/xml_names.h"
+#include "oxautils/model/core_events.h"
 #include "oxautils/model/core_storage.h"
 
 #include <algorithm>
@@ -28,6 +29,7 @@ constexpr Child kChildren[] = {
     {NODE_AOCORE,       NODE_TRIGGER_LIST, Times::Once},
     {NODE_AOCORE,       NODE_MATCH_UNITS,  Times::Once},
     {NODE_AOCORE,       NODE_EXPRESSIONS,  Times::Once},
+    {NODE_AOCORE,       NODE_EVENTS,       Times::Once},
     {NODE_AOCORE,       NODE_STORAGE,      Times::Once},
     {NODE_AOCORE_LITE,  NODE_SIGNAL_LIST,  Times::Once},
     {NODE_SIGNAL_LIST,  NODE_SIGNAL,       Times::Many},
@@ -43,6 +45,7 @@ enum class Holds {
     Text,
     Number,
     LongNumber,
+    Indexes,
     TrueOrFalse,
     ExpressionType,
 };
@@ -86,6 +89,9 @@ constexpr Attribute kAttributes[] = {
     {NODE_MATCH_UNIT,  ATTR_MU_TRIGGER,                   Holds::Number,         false},
     {NODE_EXPRESSIONS, ATTR_EXP_TYPE,                     Holds::ExpressionType, false},
     {NODE_EXPRESSIONS, ATTR_EXP_IMPLEMENTATION,           Holds::Number,         false},
+    {NODE_EVENTS,      ATTR_EVENTS_FORCED_BY,             Holds::Indexes,        false},
+    {NODE_EVENTS,      ATTR_EVENTS_TRIGGER_OUT,           Holds::TrueOrFalse,    false},
+    {NODE_EVENTS,      ATTR_EVENTS_STAMPS,                Holds::TrueOrFalse,    false},
     {NODE_STORAGE,     ATTR_STORAGE_KEEP,                 Holds::Text,           true },
     {NODE_STORAGE,     ATTR_STORAGE_GAP_BITS,             Holds::Number,         false},
     {NODE_STORAGE,     ATTR_STORAGE_LIMIT,                Holds::LongNumber,     false},
@@ -174,6 +180,22 @@ bool isNumber(const QString& text, int bits)
     return ok && (bits == 64 || number == qint32(number));
 }
 
+/// What is wrong with the numbers that such an attribute should have; empty when nothing is.
+QString numberComplaint(const QString& name, const QString& value, Holds holds)
+{
+    const int bits = numberBits(holds);
+    if (bits > 0 && !isNumber(value, bits))
+        return QString("\"%1\" is \"%2\", which is not an integer of %3 bits and reads as 0")
+            .arg(name, value, QString::number(bits));
+    QStringList unreadable;
+    if (holds == Holds::Indexes)
+        indexesFromText(value, &unreadable);
+    return unreadable.isEmpty()
+        ? QString()
+        : QString("\"%1\" is \"%2\"; \"%3\" is not an integer of 32 bits and is left out")
+              .arg(name, value, unreadable.first());
+}
+
 /// The allowed words of such an attribute; empty for other kinds.
 QStringList wordsOf(Holds holds)
 {
@@ -207,11 +229,9 @@ void findBadNumbers(const ConfigFile& file, Findings& findings)
         const QString value = element.attribute(attribute.name);
         const bool absent
             = value.isEmpty() && (!attribute.required || !element.hasAttribute(attribute.name));
-        const int bits = numberBits(attribute.holds);
-        if (bits > 0 && !absent && !isNumber(value, bits))
-            findings.add(file.placeOf(element),
-                QString("\"%1\" is \"%2\", which is not an integer of %3 bits and reads as 0")
-                    .arg(attribute.name, value, QString::number(bits)));
+        const QString complaint = numberComplaint(attribute.name, value, attribute.holds);
+        if (!absent && !complaint.isEmpty())
+            findings.add(file.placeOf(element), complaint);
     });
 }
 

@@ -41,6 +41,22 @@ void complainAbout(const AnyCore& core, const Complaint& complaint, Findings& fi
     }
 }
 
+/// The wrapper's names that only these cores' events make: outputs and wires between cores.
+QSet<QString> eventNames(const AllCores& configuration)
+{
+    QSet<int> forcing; // indexes
+    for (const AnyCore& core : configuration.cores)
+        forcing += QSet<int>(core.events.forcedBy.begin(), core.events.forcedBy.end());
+    QSet<QString> names;
+    for (const AnyCore& core : configuration.cores) {
+        if (core.events.triggerOut)
+            names += QString("trigger%1_o").arg(core.position);
+        if (forcing.contains(core.index))
+            names += QString("pulse%1").arg(core.position);
+    }
+    return names;
+}
+
 }
 
 void findUnusableNames(const AnyCore& core, Findings& findings)
@@ -64,17 +80,16 @@ void findHiddenCharacters(const AnyCore& core, Findings& findings)
     complainAbout(core.labels, core.place(), seen, complaint, findings);
 }
 
-void findWrapperNames(const AnyCore& core, Findings& findings)
+void findWrapperNames(const AllCores& configuration, Findings& findings)
 {
-    complainAbout(
-        core,
-        [](const QString& name) {
-            return isWrapperName(name)
-                ? QString("signal \"%1\" has a name that the analyzer's wrapper uses itself")
-                      .arg(name)
-                : QString();
-        },
-        findings);
+    const QSet<QString> ofEvents = eventNames(configuration);
+    const auto complaint = [&ofEvents](const QString& name) {
+        return isWrapperName(name) || ofEvents.contains(name)
+            ? QString("signal \"%1\" has a name that the analyzer's wrapper uses itself").arg(name)
+            : QString();
+    };
+    for (const AnyCore& core : configuration.cores)
+        complainAbout(core, complaint, findings);
 }
 
 }

@@ -40,6 +40,8 @@ QString Place::text() const
         parts += QString("M%1").arg(unit);
     if (expression >= 0)
         parts += QString("expression %1").arg(expression);
+    if (events)
+        parts += "events";
     if (storage)
         parts += "storage";
     if (parts.isEmpty() && line > 0)

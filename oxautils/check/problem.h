@@ -28,8 +28,9 @@ struct OXAUTILS_EXPORT Place {
     int column = 0; ///< from 1
     QString signal {}; ///< a name there; its first line is meant; may be empty
     bool storage = false; ///< in what says which samples the core stores
+    bool events = false; ///< in what says whose triggers force the core, and what tells of its own
 
-    /// "core 2, M3" or "core 2, storage"; outside of cores "line 7", or an empty text.
+    /// "core 2, M3" or "core 2, events"; outside of cores "line 7", or an empty text.
     QString text() const;
 };
 

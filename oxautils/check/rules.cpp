@@ -87,6 +87,12 @@ const std::vector<Rule>& rules()
         {"unbuilt-core", kWarning, findUnbuiltCores,
             "A Lite configuration has more than one core, but only the first is built.",
             "Use a Standard configuration, or one file for each core."},
+        {"forcing-core", kError, findForcingCores,
+            "A core is forced by itself, or by a core that does not exist.",
+            "Name the indexes of other cores in \"forced_by\"."},
+        {"forced-chain", kWarning, findForcedChains,
+            "A core that forces another one is forced itself, and does not pass that on.",
+            "Name the first core in \"forced_by\" too, if its triggers are to force this one."},
         {"shared-data", kWarning, findSharedSignals,
             "Two cores under different clocks sample the same signal.",
             "Sample it in the core with its own clock; another core may mix old and new bits."},
@@ -232,8 +238,9 @@ const std::vector<Rule>& rules()
 
         // Trigger expressions.
         {"no-expression", kWarning, findNoExpression,
-            "A core has no trigger expression, so it triggers only when forced.",
-            "Add an expression."},
+            "A core has neither a trigger expression nor another core that forces it, so it triggers "
+            "only when a program forces it.",
+            "Add an expression, or name a core in \"forced_by\"."},
         {"too-many-expressions", kError, findTooManyExpressions,
             "A core has more than 16 trigger expressions.",
             "Join some of them: one expression may name every unit."},

@@ -102,7 +102,7 @@ void findTableMemory(const StandardCore& core, Findings& findings)
 
 void findNoExpression(const StandardCore& core, Findings& findings)
 {
-    if (core.core.expressions.isEmpty())
+    if (core.core.expressions.isEmpty() && core.core.events.forcedBy.isEmpty())
         findings.add(core.place(), "it has no trigger expression, so only force triggers it");
 }
 

@@ -22,6 +22,7 @@ AnyCore::AnyCore(const AoCore& core, int position)
     , trigType(core.trigType)
     , implementation(core.implementation)
     , depth(core.storageDepth)
+    , events(core.events)
     , tableMemory(core.expressionType == DynamicExpressions ? core.exImplementation : -1)
     , items(core.signalList)
     , data(core.dataSignals())
@@ -45,6 +46,13 @@ AnyCore::AnyCore(const AOCore_Lite& core, int position)
     , data(core.dataSignals())
     , labels(QStringList(core.moduleName) + labelsOf(core.signalList))
 {
+}
+
+Place AnyCore::eventsPlace() const
+{
+    Place place {position};
+    place.events = true;
+    return place;
 }
 
 Place Unit::place() const

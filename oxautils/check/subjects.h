@@ -21,6 +21,7 @@ struct AnyCore {
     AnyCore(const AOCore_Lite& core, int position);
 
     Place place() const { return {position}; }
+    Place eventsPlace() const;
 
     int position = 0; ///< in its list
     bool lite = false;
@@ -29,6 +30,7 @@ struct AnyCore {
     int trigType = 0;
     int implementation = 0;
     int depth = 0; ///< samples that fit into its memory
+    CoreEvents events; ///< default in a Lite core
     int tableMemory = -1; ///< kind of its expression tables' memory; -1 without tables
     QList<SignalItem> items; ///< data signals, captured or not
     QStringList data; ///< captured signals, bit by bit

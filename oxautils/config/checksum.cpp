@@ -87,6 +87,16 @@ void addExpressions(ChecksumText& text, const AoCore& core)
         text.add(expression);
 }
 
+void addEvents(ChecksumText& text, const CoreEvents& events)
+{
+    if (events.isDefault())
+        return;
+    for (const int index : events.forcedBy)
+        text.add(index);
+    text.add(int(events.triggerOut));
+    text.add(int(events.stamps));
+}
+
 void addStorage(ChecksumText& text, const AoCore& core)
 {
     const CoreStorage& storage = core.storage;
@@ -117,6 +127,7 @@ void addCore(ChecksumText& text, const AoCore& core)
     for (const MatchUnit* unit : core.matchUnits)
         addUnit(text, *unit);
     addExpressions(text, core);
+    addEvents(text, core.events);
     addStorage(text, core);
 }
 

@@ -88,6 +88,13 @@ void readExpressions(const XmlElement& element, AoCore& core, ExpressionText exp
     });
 }
 
+void readEvents(const XmlElement& element, CoreEvents& events)
+{
+    events.forcedBy = indexesFromText(element.attribute(ATTR_EVENTS_FORCED_BY));
+    events.triggerOut = element.attribute(ATTR_EVENTS_TRIGGER_OUT) == "true";
+    events.stamps = element.attribute(ATTR_EVENTS_STAMPS) == "true";
+}
+
 // Attributes that the kind of storage does not use are skipped.
 void readStorage(const XmlElement& element, CoreStorage& storage, ExpressionText expressions)
 {
@@ -121,6 +128,7 @@ QList<AoCore*> readCores(const XmlElement& root, ExpressionText expressions)
         forEachChild(element.firstChildElement(NODE_MATCH_UNITS), NODE_MATCH_UNIT,
             [core](const XmlElement& unit) { readMatchUnit(unit, *core); });
         readExpressions(element.firstChildElement(NODE_EXPRESSIONS), *core, expressions);
+        readEvents(element.firstChildElement(NODE_EVENTS), core->events);
         readStorage(element.firstChildElement(NODE_STORAGE), core->storage, expressions);
     });
     return cores;

@@ -92,6 +92,20 @@ void writeExpressions(QXmlStreamWriter& xml, const AoCore& core)
     xml.writeEndElement();
 }
 
+// An attribute that is not there has its default.
+void writeEvents(QXmlStreamWriter& xml, const CoreEvents& events)
+{
+    if (events.isDefault())
+        return;
+    xml.writeEmptyElement(NODE_EVENTS);
+    if (!events.forcedBy.isEmpty())
+        xml.writeAttribute(ATTR_EVENTS_FORCED_BY, indexesText(events.forcedBy));
+    if (events.triggerOut)
+        xml.writeAttribute(ATTR_EVENTS_TRIGGER_OUT, word(true));
+    if (events.stamps)
+        xml.writeAttribute(ATTR_EVENTS_STAMPS, word(true));
+}
+
 void writeStorage(QXmlStreamWriter& xml, const CoreStorage& storage)
 {
     if (storage.isDefault())
@@ -118,6 +132,7 @@ void writeCore(QXmlStreamWriter& xml, const AoCore& core)
         writeMatchUnit(xml, *unit);
     xml.writeEndElement();
     writeExpressions(xml, core);
+    writeEvents(xml, core.events);
     writeStorage(xml, core.storage);
     xml.writeEndElement();
 }

@@ -24,6 +24,7 @@ constexpr char NODE_MATCH_UNITS[] = "MatchUnits";
 constexpr char NODE_MATCH_UNIT[] = "MatchUnit";
 constexpr char NODE_EXPRESSIONS[] = "Expressions";
 constexpr char NODE_EXPRESSION[] = "Expression";
+constexpr char NODE_EVENTS[] = "Events"; ///< only of a core that has such
 constexpr char NODE_STORAGE[] = "Storage"; ///< only of a core that does not store all samples
 constexpr char NODE_OXA_ID[] = "OXA_ID";
 /// @}
@@ -60,6 +61,10 @@ constexpr char ATTR_MU_TRIGGER[] = "trigger";
 
 constexpr char ATTR_EXP_TYPE[] = "type";
 constexpr char ATTR_EXP_IMPLEMENTATION[] = "ex_implementation";
+
+constexpr char ATTR_EVENTS_FORCED_BY[] = "forced_by";
+constexpr char ATTR_EVENTS_TRIGGER_OUT[] = "trigger_out";
+constexpr char ATTR_EVENTS_STAMPS[] = "stamps";
 
 constexpr char ATTR_STORAGE_KEEP[] = "keep";
 constexpr char ATTR_STORAGE_GAP_BITS[] = "gap_bits";

@@ -41,6 +41,20 @@ constexpr Row kCalls[] = {
         " | set FILE --store changes~of~top/z | show FILE --json", 0,
         R"("stores":{"gapBits":16,"keep":"changes","limit":0,"text":"changes of top/z, gap 16",)"
         R"("watch":["top/z"]})"},
+    {"forced core", "add FILE --clock top/clk --data b TRAPS | add FILE --clock clk2 --data *state*"
+        " | add FILE --clock clk2 --data *state* | set FILE --forced-by 2=1,~0 --stamps 2=on"
+        " | show FILE", 0, "\n  events   forced by 0,1; stamps\n"},
+    {"forced core as JSON", "add FILE --clock top/clk --data b TRAPS"
+        " | add FILE --clock clk2 --data *state* | set FILE --forced-by 1=0 --trigger-out 1=on"
+        " | show FILE --json", 0,
+        R"("events":{"forcedBy":[0],"stamps":false,"text":"forced by 0; trigger out","triggerOut":true})"},
+    {"not forced", "add FILE --clock top/clk --data b TRAPS | add FILE --clock clk2 --data *state*"
+        " | set FILE --forced-by 1=0 | set FILE --forced-by 1=none | show FILE", 0,
+        "before the trigger\n  trigger  static, 1'B1\n"},
+    {"forced twice", "add FILE --clock top/clk --data b TRAPS | add FILE --clock clk2 --data *state*"
+        " | set FILE --forced-by 1=0,0", 2, "--forced-by 1=0,0: core 0 is there twice"},
+    {"forced one", "add FILE --clock top/clk --data b TRAPS | add FILE --clock clk2 --data *state*"
+        " | set FILE --forced-by 0", 2, "there are 2 cores; write the core first, 0 to 1"},
     {"lite", "add FILE --lite --falling --clock top/clk --data z --samples 64 TRAPS | show FILE", 0,
         "clock top/clk, falling edge, module top\n  data     1 bit x 64 samples in block SRAM: "},
     {"lite again", "new FILE --lite | add FILE --clock top/clk --data z TRAPS | show FILE", 0,
@@ -131,6 +145,11 @@ constexpr Row kChanges[] = {
     {"gap of all", "--store all,~gap~4", 2, "\"all\" has no gap and no limit"},
     {"no such watch", "--store changes~of~uart_tx/stat", 1,
         "core 0, storage: it captures no \"uart_tx/stat\"; the nearest names are uart_tx/start, uart_tx/state"},
+    {"events", "--trigger-out on --stamps 0=on", 0, "\n  events   trigger out; stamps\n"},
+    {"events off", "--stamps on --stamps off --forced-by none", 0, "before the trigger\n  T0"},
+    {"forced by itself", "--forced-by 0=0", 2, "--forced-by 0=0: core 0 cannot force itself"},
+    {"forced by no core", "--forced-by 0=1", 2, "there is no core 1; the last is 0"},
+    {"forced by nothing", "--forced-by 0=", 2, "write the cores that force it, as in 1=0,2, or"},
     {"no such unit", "--unit M16=T0~==~1", 2, "--unit M16=T0 == 1: write it like M3="},
     {"unit's text", "--unit M3=T0~=~1", 2, "--unit M3=T0 = 1: character 4, \"= 1\": write one"},
     {"no such core", "--unit 1.M3=off", 2, "there is no core 1; the last is 0"},
@@ -147,6 +166,7 @@ constexpr Row kChanges[] = {
     {"Lite, flags", "--power-up on --input-register on", 0, "after an input register\n  armed "},
     {"Lite, no trigger", "--unit M0=off", 2, "--unit M0=off: Lite cores have no trigger"},
     {"Lite, no storage", "--store changes", 2, "Lite cores have no choice of samples"},
+    {"Lite, not forced", "--forced-by none", 2, "Lite cores have no trigger"},
     {"Lite, no windows", "--windows 2", 2, "Lite cores do not have it"},
     {"Lite, refused", "--samples 0", 1, "core 0: it captures 0 samples"},
 };

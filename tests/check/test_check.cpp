@@ -98,29 +98,38 @@ constexpr Broken kBrokenLiteForms[] = {
     {"missing-attribute", " implemention='0'", "", "core 0", 5},
 };
 
-/// A core that does not store all samples.
-struct BrokenStorage {
+/// An element that not every core has.
+struct BrokenElement {
     const char* rule;
     const char* attributes; ///< of the element
-    bool isForm = false; ///< cores in memory do not break it
+    bool isForm; ///< cores in memory do not break it
 };
 
-constexpr BrokenStorage kBrokenStorages[] = {
-    {"",                                 "keep='changes' watch='a'"                 },
-    {"",                                 "keep='when' when='!M0' gap_bits='0'"      },
-    {"storage-kind",                     "keep='never'",                              true},
-    {"missing-attribute",                                  "gap_bits='9'",                                                           true},
-    {"unread-element",                              "keep='all'/><Storage keep='all'",               true},
-    {"idle-storage","keep='all' watch='a'",true},
-    {"idle-storage",                     "keep='when' when='M0' watch='a'",                                                                       true},
-    {"not-a-number",                                  "keep='changes' limit='-'",                                                                true},
-    {"gap-bits",                              "keep='changes' gap_bits='0'"  },
-    {"gap-bits","keep='when' when='M0' gap_bits='33'"},
-    {"few-gap-bits",                         "keep='changes' gap_bits='2' limit='1'"         },
-    {"storage-limit",                         "keep='changes' limit='4294967296'"                                                        },
-    {"unknown-watch",                     "keep='changes' watch='a p1'"},
-    {"disabled-unit",                    "keep='when' when='M0 &amp;&amp; M1'"   },
-    {"expression-syntax",                    "keep='when'"             },
+constexpr BrokenElement kBrokenStorages[] = {
+    {"",                  "keep='changes' watch='a'",              false},
+    {"",                  "keep='when' when='!M0' gap_bits='0'",   false},
+    {"storage-kind",      "keep='never'",                          true },
+    {"missing-attribute", "gap_bits='9'",                          true },
+    {"unread-element",    "keep='all'/><Storage keep='all'",       true },
+    {"idle-storage",      "keep='all' watch='a'",                  true },
+    {"idle-storage",      "keep='when' when='M0' watch='a'",       true },
+    {"not-a-number",      "keep='changes' limit='-'",              true },
+    {"gap-bits",          "keep='changes' gap_bits='0'",           false},
+    {"gap-bits",          "keep='when' when='M0' gap_bits='33'",   false},
+    {"few-gap-bits",      "keep='changes' gap_bits='2' limit='1'", false},
+    {"storage-limit",     "keep='changes' limit='4294967296'",     false},
+    {"unknown-watch",     "keep='changes' watch='a p1'",           false},
+    {"disabled-unit",     "keep='when' when='M0 &amp;&amp; M1'",   false},
+    {"expression-syntax", "keep='when'",                           false},
+};
+
+constexpr BrokenElement kBrokenEvents[] = {
+    {"",               "trigger_out='true' stamps='true'", false},
+    {"forcing-core",   "forced_by='0'",                    false},
+    {"forcing-core",   "forced_by='-1'",                   false},
+    {"not-a-number",   "forced_by='0x1 '",                 true },
+    {"not-a-word",     "stamps='yes'",                     true },
+    {"unread-element", "/><Events",                        true },
 };
 
 constexpr char kSecondLite[]
@@ -260,20 +269,55 @@ QList<Case> changesOf(const char* file, const Broken (&rows)[count], bool isForm
     return cases;
 }
 
-QList<Case> brokenStorages()
+/// `file`, whose first core has the element.
+QString withElement(const QString& file, const char* tag, const char* attributes)
+{
+    return changed(file, "</AoCore>", QString("<%1 %2/>\n</AoCore>").arg(tag, attributes));
+}
+
+template <size_t count>
+QList<Case> brokenElements(const char* tag, const BrokenElement (&rows)[count], const char* place)
 {
     QList<Case> cases;
-    for (const BrokenStorage& row : kBrokenStorages)
-        cases += {row.rule,
-            changed(
-                kStandard, "</AoCore>", QString("<Storage %1/>\n</AoCore>").arg(row.attributes)),
-            "core 0, storage", 18, row.isForm};
+    for (const BrokenElement& row : rows)
+        cases += {row.rule, withElement(kStandard, tag, row.attributes), place, 18, row.isForm};
+    return cases;
+}
+
+/// Three cores with these attributes of their events.
+QString threeCores(const char* first, const char* second, const char* third)
+{
+    const QString other = QString(kSecondCore).replace("clk2", "clk").replace(">a<", ">e<");
+    const QString last = changed(other, "index='1'", "index='2'");
+    return changed(withElement(kStandard, "Events", first), "<OXA_ID>",
+        withElement(other, "Events", second) + withElement(last, "Events", third) + "<OXA_ID>");
+}
+
+/// Cores that force each other, and signals with names of what the wrapper has for events.
+QList<Case> brokenForcing()
+{
+    const QString forced = threeCores("", "forced_by='0'", "");
+    const QString noExpression
+        = changed(threeCores("forced_by='1'", "", ""), "<Expression>M0</Expression>", "");
+    const QString withOutput = threeCores("", "trigger_out='true'", "");
+    QList<Case> cases;
+    cases += {"", threeCores("forced_by='1'", "forced_by='0'", "forced_by='0 1'"), "", 0};
+    cases += {"", noExpression, "", 0};
+    cases
+        += {"forced-chain", threeCores("", "forced_by='0'", "forced_by='1'"), "core 2, events", 28};
+    cases += {"forcing-core", threeCores("", "forced_by='3'", ""), "core 1, events", 23};
+    cases += {"", changed(forced, "p0", "trigger0_o"), "", 0};
+    cases += {"", changed(forced, "p0", "pulse1"), "", 0};
+    cases += {"wrapper-name", changed(forced, "p0", "pulse0"), "core 0, T0", 8};
+    cases += {"wrapper-name", changed(withOutput, "p0", "trigger1_o"), "core 0, T0", 8};
     return cases;
 }
 
 QList<Case> brokenCores()
 {
-    QList<Case> cases = changesOf(kStandard, kBrokenCores, false) + brokenStorages();
+    QList<Case> cases = changesOf(kStandard, kBrokenCores, false)
+        + brokenElements("Storage", kBrokenStorages, "core 0, storage")
+        + brokenElements("Events", kBrokenEvents, "core 0, events") + brokenForcing();
     cases += {"no-cores", "<A><Version>3.0</Version><Mode>Standard</Mode></A>", "line 1", 1, true};
     cases += {"too-many-expressions",
         changed(kStandard, "<Expression>",

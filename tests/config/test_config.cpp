@@ -76,14 +76,14 @@ constexpr Variant kLite[] = {
     {"true\" name=\"uart_tx/state\"", "true\" name=\"b\" restorename=\"uart_tx/state\"", false},
 };
 
-/// What says which samples a core stores, read and written again.
-struct StorageRow {
+/// The attributes of a core's element that is not always there, read and written again.
+struct ElementRow {
     const char *read, *written;
     bool counts; // its checksum is not that of the row before
 };
 
 // clang-format off
-constexpr StorageRow kStorages[] = {
+constexpr ElementRow kStorages[] = {
     {R"(keep="changes")",
         R"(keep="changes" gap_bits="16" limit="0")", true},
     {R"(limit="0" gap_bits="16" keep="changes")",
@@ -106,6 +106,23 @@ constexpr StorageRow kStorages[] = {
         "", true},
     {R"(keep="never" gap_bits="9" limit="2")",
         "", false},
+};
+
+constexpr ElementRow kEvents[] = {
+    {R"(forced_by="0")",
+        R"(forced_by="0")", true},
+    {R"(stamps="true" forced_by=" 30  4&#9;30 x")",
+        R"(forced_by="4 30" stamps="true")", true},
+    {R"(forced_by="4 30" trigger_out="yes" stamps="true")",
+        R"(forced_by="4 30" stamps="true")", false},
+    {R"(trigger_out="true" stamps="false")",
+        R"(trigger_out="true")", true},
+    {R"(stamps="true")",
+        R"(stamps="true")", true},
+    {R"(forced_by="x" stamps="1")",
+        "", true},
+    {"stamps=\"true\"/>\n        <Storage keep=\"changes\" gap_bits=\"16\" limit=\"0\"",
+        "stamps=\"true\"/>\n        <Storage keep=\"changes\" gap_bits=\"16\" limit=\"0\"", true},
 };
 // clang-format on
 
@@ -178,7 +195,7 @@ private Q_SLOTS:
     void hostileDocuments();
     void textsOfOldFiles();
     void variantsComeBackFromTheirFile();
-    void storages();
+    void elements();
     void readingOldAndOddFiles();
     void readerErrors();
     void requiredAttributes();
@@ -188,6 +205,10 @@ private Q_SLOTS:
 
 private:
     QString path(const QString& name) const { return m_dir.filePath(name); }
+
+    /// Reads an example with each of such elements and writes it again.
+    template <size_t count>
+    void verifyElements(const QByteArray& tag, const ElementRow (&rows)[count]);
 
     /// Reads each variant of the example and writes it again.
     template <typename Core, typename Read, typename Write, size_t count>
@@ -335,17 +356,18 @@ void TestConfig::variantsComeBackFromTheirFile()
     QCOMPARE(readOXACRCForXml(path("none")), QString("0000001001111000"));
 }
 
-void TestConfig::storages()
+template <size_t count>
+void TestConfig::verifyElements(const QByteArray& tag, const ElementRow (&rows)[count])
 {
     const QByteArray text = bytesOf(kExamples + "uart.oxa");
     const auto with = [&](const QByteArray& attributes) {
-        const QByteArray end = "\n        <Storage " + attributes + "/>";
+        const QByteArray end = "\n        <" + tag + ' ' + attributes + "/>";
         return QByteArray(text).replace(
             "</Expressions>", "</Expressions>" + (attributes.isEmpty() ? QByteArray() : end));
     };
     QByteArray before;
-    for (const StorageRow& row : kStorages) {
-        const QString file = writeFile(path("storage"), with(row.read));
+    for (const ElementRow& row : rows) {
+        const QString file = writeFile(path("element"), with(row.read));
         const Cores<AoCore> cores = readOXAConfigFromXml(file);
         const QByteArray sum = checksumOf(cores).toLatin1();
         QVERIFY2((sum != before) == row.counts, row.read);
@@ -354,6 +376,12 @@ void TestConfig::storages()
         QCOMPARE(bytesOf(path("again")), with(row.written).replace(stored, sum));
         before = sum;
     }
+}
+
+void TestConfig::elements()
+{
+    verifyElements("Storage", kStorages);
+    verifyElements("Events", kEvents);
 }
 
 void TestConfig::readingOldAndOddFiles()
