@@ -47,6 +47,7 @@
             for (i = 0; i < (SIG_PORT_WIDTH + 31) / 32; i = i + 1)
                 sum = fingerprint_step(sum, WATCH >> 32 * i);
 `endif
+            if (SOURCES > 0) sum = fingerprint_step(sum, FORCING);
             fingerprint_parameters = sum;
         end
     endfunction
@@ -161,6 +162,8 @@
     endfunction
 `endif
 
+    localparam [3:0] EVENT_OPTIONS = {FORCING != 0, STAMPS, TRIGGER_OUT, PULSES};
+
     function [31:0] fingerprint;
         input unused;
         begin
@@ -176,6 +179,7 @@
             fingerprint = fingerprint_step(fingerprint, ARMED);
             fingerprint = fingerprint_step(fingerprint, `AO_ZV1);
             if (KEEP != 0) fingerprint = fingerprint_step(fingerprint, KEEP);
+            if (EVENT_OPTIONS != 0) fingerprint = fingerprint_step(fingerprint, {12'd0, EVENT_OPTIONS, 16'd0});
         end
     endfunction
     localparam [31:0] FINGERPRINT = fingerprint(1'b0);

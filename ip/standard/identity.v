@@ -38,19 +38,22 @@
 //@end U
         ;
     localparam [7:0] ID_PORTS = NUM_TRIG_PORTS;
-    localparam CONSTANTS = 192 + 32 * (NUM_TRIG_PORTS + UNITS) > 256
-        ? 1 << $clog2(192 + 32 * (NUM_TRIG_PORTS + UNITS)) : 256;
+    localparam FORCING_AT = 192 + 32 * (NUM_TRIG_PORTS + UNITS);
+    localparam IDENTITY_BITS = FORCING_AT + (SOURCES > 0 ? 32 : 0);
+    localparam CONSTANTS = IDENTITY_BITS > 256 ? 1 << $clog2(IDENTITY_BITS) : 256;
+    localparam [3:0] ID_SOURCES = SOURCES;
     localparam [0:0] ID_LIMITED = LIMIT > 0;
     localparam [7:0] ID_GAP_BITS = GAP_BITS;
-    localparam [15:0] ID_OPTIONS = {9'd0, ID_LIMITED, KEEP, 1'b0, DYNAMIC, ARMED, FALLING};
+    localparam [15:0] ID_OPTIONS = {4'd0, ID_SOURCES, STAMPS, ID_LIMITED, KEEP, 1'b0, DYNAMIC, ARMED, FALLING};
     localparam [15:0] ID_SIGNALS = SIG_PORT_WIDTH;
     localparam [7:0] ID_LEVELS = LEVELS;
     localparam [7:0] ID_UNITS = UNITS;
     localparam [7:0] ID_ADDRESS_BITS = ADDRESS_BITS;
     localparam [31:0] ID_DEPTH = STORAGE_DEPTH;
-    localparam [192+1024-1:0] ID_LISTS
-        = {512'd0, port_list(PORTS_PRESENT), 192'd0}
-        | {unit_list(1'b0), 704'd0} >> 32 * (16 - NUM_TRIG_PORTS);
+    localparam [192+1024+32-1:0] ID_LISTS
+        = {544'd0, port_list(PORTS_PRESENT), 192'd0}
+        | {unit_list(1'b0), 704'd0} >> 32 * (16 - NUM_TRIG_PORTS)
+        | {1232'd0, FORCING} << FORCING_AT;
     localparam [191:0] ID_HEAD
         = {32'd1 << WINDOW_BITS, ID_DEPTH + 32'd0, ID_GAP_BITS, ID_ADDRESS_BITS, 8'd@P@, ID_UNITS, ID_PORTS,
            ID_LEVELS, ID_SIGNALS, ID_OPTIONS, 8'd1, PROTOCOL};

@@ -6,6 +6,13 @@
     localparam LEVEL_BITS = LEVELS > 1 ? LEVELS : 1;
     // Values of the tables: the expressions', and the qualifier's
     localparam VALUES = LEVEL_BITS + (`AO_IS_DYNAMIC && `AO_KEEP == 2);
+    // Cores that force this one; bits of a window's word about its trigger
+    localparam SOURCES = 32'd0
+//@repeat U 16
+        + FORCING[@U@]
+//@end U
+        ;
+    localparam EVENTS = (SOURCES > 0 ? 1 : 0) + (STAMPS ? 32 : 0);
     localparam ADDRESS_BITS = STORAGE_DEPTH > 2 ? $clog2(STORAGE_DEPTH) : 1;
     localparam [31:0] AMOUNT = MAX_DATA_DEPTH_INIT;
     localparam [31:0] WINDOWS = NUM_WINDOWS_INIT;  // less one
@@ -70,7 +77,8 @@
     localparam POST_AT = ADDRESS_BITS;
     localparam WINDOWS_AT = POST_AT + ADDRESS_BITS;
     localparam LAST_AT = WINDOWS_AT + WINDOW_BITS;
-    localparam UNITS_AT = LAST_AT + (LEVELS > 1 ? LEVELS : 0);
+    localparam SOURCES_AT = LAST_AT + (LEVELS > 1 ? LEVELS : 0);
+    localparam UNITS_AT = SOURCES_AT + SOURCES;
 
     function integer unit_at;
         input integer k;
@@ -118,6 +126,8 @@
             if (LEVELS > 1)
                 settings_at_power_up = settings_at_power_up
                     | placed(1 << (LEVELS - 1), LEVELS, LAST_AT);
+            settings_at_power_up = settings_at_power_up
+                | placed({SETTINGS{1'b1}}, SOURCES, SOURCES_AT);
 //@repeat U 16
             if (ON_@U@) begin
                 settings_at_power_up = settings_at_power_up
@@ -150,6 +160,7 @@
         if (TRIG_TYPE != 0 && TRIG_TYPE != 1) `AO_STOP(impossible_core_@P@__the_trigger_clock_type_is_0_or_1)
         if (GAP_BITS > 32 || (KEEP == 1 && GAP_BITS == 0))
             `AO_STOP(impossible_core_@P@__a_gap_has_from_1_to_32_bits)
+        if (FORCING[@P@]) `AO_STOP(impossible_core_@P@__another_core_forces_it)
         if (LEVELS > 16) `AO_STOP(impossible_core_@P@__a_core_has_at_most_16_expressions)
         if (&AMOUNT) `AO_STOP(impossible_core_@P@__a_window_has_at_least_one_sample)
         if (&WINDOWS) `AO_STOP(impossible_core_@P@__a_core_takes_at_least_one_window)

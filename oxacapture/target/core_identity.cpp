@@ -11,7 +11,7 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr quint32 kMagic = 0x3141584f;
-constexpr int kVersion = 4;
+constexpr int kVersion = 5;
 constexpr int kEntryBits = 32; // of a port, of a unit
 
 // Positions of the fields in the register's head.

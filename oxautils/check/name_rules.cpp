@@ -50,9 +50,9 @@ QSet<QString> eventNames(const AllCores& configuration)
     QSet<QString> names;
     for (const AnyCore& core : configuration.cores) {
         if (core.events.triggerOut)
-            names += QString("trigger%1_o").arg(core.position);
+            names += triggerOutput(core.position);
         if (forcing.contains(core.index))
-            names += QString("pulse%1").arg(core.position);
+            names += pulseNet(core.position);
     }
     return names;
 }

@@ -223,6 +223,19 @@ void addDefines(Crc32& crc, const QSet<QString>& defines, int index)
     addWord(crc, defines.contains("ZV1_EN"));
 }
 
+void addEvents(Crc32& crc, const QSet<QString>& defines, int index)
+{
+    quint32 word = 0;
+    int bit = 0;
+    for (const char* name : {"PULSE", "TRIGGER_OUT", "STAMPS", "FORCED_BY"}) {
+        const bool has
+            = defines.contains(QString("CORE%1_DEF_%2").arg(QString::number(index), name));
+        word |= quint32(has) << bit++;
+    }
+    if (word)
+        addWord(crc, word << 16);
+}
+
 QString generatedFile(const QString& workDir, int position, const char* name)
 {
     return QString("%1/%2%3/%4").arg(workDir, NAME_AO, QString::number(position), name);
@@ -251,6 +264,7 @@ bool generatedFingerprint(
     addDefines(crc, generated.defines, core.index);
     if (!core.storage.isDefault())
         addWord(crc, core.storage.keep);
+    addEvents(crc, generated.defines, core.index);
     fingerprint = crc.sum();
     return true;
 }

@@ -88,7 +88,7 @@ bool lite_generateOxaTop(const OxaArg& arg, QList<AOCore_Lite*> cores)
         bitsOfCores += watchedBits(*core);
     return writeVerilogFile(arg.workDir + "/" + OXA_TOP_FILE_NAME,
         QString("failed to open result file."), [&](QTextStream& out) {
-            writeTopWrapper(out, bitsOfCores,
+            writeTopWrapper(out, bitsOfCores, {},
                 [&cores](QTextStream& body) { writeAnalyzer(body, *cores.first()); });
         });
 }

@@ -32,6 +32,19 @@ void writeStorage(QTextStream& out, const QString& prefix, int storage, bool sha
 // The format's rule: the logarithm has single precision, which changes the result for some depths.
 double segmentOf(int depth) { return double(std::log(float(depth))) / 0.6931472 - 1.0; }
 
+void writeEventDefines(QTextStream& out, const QList<AoCore*>& cores, const AoCore& core)
+{
+    const QString prefix = QString("`define CORE%1_DEF_").arg(core.index);
+    if (!forcingPlaces(cores, core).isEmpty())
+        out << prefix << "FORCED_BY\n";
+    if (forcesOthers(cores, core))
+        out << prefix << "PULSE\n";
+    if (core.events.triggerOut)
+        out << prefix << "TRIGGER_OUT\n";
+    if (core.events.stamps)
+        out << prefix << "STAMPS\n";
+}
+
 void writeDefines(QTextStream& out, const AoCore& core, const DEV::ChipInfo& chip)
 {
     const QString number = QString::number(core.index);
@@ -120,6 +133,15 @@ void writeParameters(QTextStream& out, const AoCore& core)
         writeStorageParameters(out, core);
 }
 
+void writeForcedBy(QTextStream& out, const QList<int>& places)
+{
+    int mask = 0;
+    for (const int place : places)
+        mask |= 1 << place;
+    if (mask)
+        out << "parameter FORCED_BY = 16'h" << QString::number(mask, 16) << ";\n";
+}
+
 /// `text` with unit names replaced by their outputs, also of units that do not exist.
 QString verilogOf(const QString& text)
 {
@@ -152,16 +174,19 @@ void warnOfUnboundUnits(const AoCore& core, int position)
     }
 }
 
-bool writeCoreFiles(const OxaArg& arg, AoCore* core, int position)
+bool writeCoreFiles(const OxaArg& arg, const QList<AoCore*>& cores, int position)
 {
+    AoCore* core = cores.at(position);
     const QString directory = coreDirectory(arg.workDir, position);
     const DEV::ChipInfo chip = chipOf(arg);
     const int flag = depthFlag(arg.configFile);
     warnOfUnboundUnits(*core, position);
     return writeVerilogFile(directory, AO_TOP_DEFINE_FILE_NAME, [&](QTextStream& out) {
         writeDefines(out, *core, chip);
+        writeEventDefines(out, cores, *core);
     }) && writeVerilogFile(directory, AO_PARAMETER_FILE_NAME, [&](QTextStream& out) {
         writeParameters(out, *core);
+        writeForcedBy(out, forcingPlaces(cores, *core));
     }) && writeVerilogFile(directory, AO_EXPRESSION_FILE_NAME, [&](QTextStream& out) {
         writeExpressions(out, *core);
     }) && writeVerilogFile(directory, AO_CAPTUREINIT_FILE_NAME, [&](QTextStream& out) {
@@ -176,7 +201,7 @@ bool writeCoreFiles(const OxaArg& arg, AoCore* core, int position)
 bool std_generateFilesForAoCore(const OxaArg& arg, const QList<AoCore*>& cores)
 {
     for (int position = 0; position < cores.size(); ++position) {
-        if (!writeCoreFiles(arg, cores.at(position), position))
+        if (!writeCoreFiles(arg, cores, position))
             return false;
     }
     return true;

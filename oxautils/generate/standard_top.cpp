@@ -9,15 +9,40 @@ namespace OXA {
 
 namespace {
 
-void writeAnalyzer(QTextStream& out, const AoCore& core, int position)
+void writePulseNets(QTextStream& out, const QList<AoCore*>& cores)
 {
+    for (int position = 0; position < cores.size(); ++position) {
+        if (forcesOthers(cores, *cores.at(position)))
+            out << "wire " << pulseNet(position) << ";\n";
+    }
+}
+
+/// The connections of a core for triggers.
+void writeEvents(QTextStream& out, const QList<AoCore*>& cores, int position)
+{
+    const AoCore& core = *cores.at(position);
+    QStringList forcing; // the lowest position in bit 0
+    for (const int place : forcingPlaces(cores, core))
+        forcing.prepend(pulseNet(place));
+    if (!forcing.isEmpty())
+        out << "    .pulses_i(" << concatenation(forcing) << "),\n";
+    if (forcesOthers(cores, core))
+        out << "    .pulse_o(" << pulseNet(position) << "),\n";
+    if (core.events.triggerOut)
+        out << "    .trigger_o(" << triggerOutput(position) << "),\n";
+}
+
+void writeAnalyzer(QTextStream& out, const QList<AoCore*>& cores, int position)
+{
+    const AoCore& core = *cores.at(position);
     out << "\nao_top_" << position << "  u_la" << position << "_top(\n"
         << "    .control(control" << position << "[9:0]),\n";
     for (const TriggerPort* port : core.availableTriggers())
         out << "    .trig" << port->index << "_i("
             << concatenation(escapedSignalNames(port->singleSignals())) << "),\n";
-    out << "    .data_i(" << concatenation(escapedSignalNames(core.dataSignals())) << "),\n"
-        << "    .clk_i(" << escapedSignalName(core.sampleClock) << ")\n"
+    out << "    .data_i(" << concatenation(escapedSignalNames(core.dataSignals())) << "),\n";
+    writeEvents(out, cores, position);
+    out << "    .clk_i(" << escapedSignalName(core.sampleClock) << ")\n"
         << ");\n";
 }
 
@@ -32,9 +57,10 @@ bool std_generateOxaTop(const OxaArg& arg, const QList<AoCore*>& cores)
     // Users search logs for this spelling.
     return writeVerilogFile(arg.workDir + "/" + OXA_TOP_FILE_NAME,
         QString("failded to open result file."), [&](QTextStream& out) {
-            writeTopWrapper(out, bitsOfCores, [&cores](QTextStream& body) {
+            writeTopWrapper(out, bitsOfCores, triggerOutputs(cores), [&cores](QTextStream& body) {
+                writePulseNets(body, cores);
                 for (int position = 0; position < cores.size(); ++position)
-                    writeAnalyzer(body, *cores.at(position), position);
+                    writeAnalyzer(body, cores, position);
             });
         });
 }

@@ -13,16 +13,12 @@ namespace {
 constexpr char kPadPorts[] = R"(    tms_pad_i,
     tck_pad_i,
     tdi_pad_i,
-    tdo_pad_o
-);
-
-)";
+    tdo_pad_o)";
 
 constexpr char kPadDirections[] = R"(input tms_pad_i;
 input tck_pad_i;
 input tdi_pad_i;
 output tdo_pad_o;
-
 )";
 
 constexpr char kPadWires[] = R"(wire tms_pad_i;
@@ -175,7 +171,7 @@ QString concatenation(const QStringList& escapedNames)
     return escapedNames.size() == 1 ? escapedNames.first() : '{' + escapedNames.join(',') + '}';
 }
 
-void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores,
+void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores, const QStringList& outputs,
     const std::function<void(QTextStream&)>& writeAnalyzers)
 {
     const QStringList ports = portsOf(cores);
@@ -183,9 +179,15 @@ void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores,
     for (const QString& port : ports)
         out << "    " << port << ",\n";
     out << kPadPorts;
+    for (const QString& output : outputs)
+        out << ",\n    " << output;
+    out << "\n);\n\n";
     for (const QString& port : ports)
         out << "input " << port << ";\n";
     out << kPadDirections;
+    for (const QString& output : outputs)
+        out << "output " << output << ";\n";
+    out << '\n';
     for (const QString& port : ports)
         out << "wire " << port << ";\n";
     out << kPadWires;

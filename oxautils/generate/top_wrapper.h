@@ -24,8 +24,8 @@ QString concatenation(const QStringList& escapedNames);
 void logWordFaults(const QStringList& faults);
 
 /// Writes the wrapper for `cores` (one control bus each); `writeAnalyzers` adds the instances.
-/// Warns of empty names, with their core.
-void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores,
+/// `outputs` are its last ports. Warns of empty names, with their core.
+void writeTopWrapper(QTextStream& out, const QList<WatchedBits>& cores, const QStringList& outputs,
     const std::function<void(QTextStream&)>& writeAnalyzers);
 
 }

@@ -62,4 +62,18 @@ bool forcesOthers(const QList<AoCore*>& cores, const AoCore& core)
     });
 }
 
+QString triggerOutput(int place) { return QString("trigger%1_o").arg(place); }
+
+QStringList triggerOutputs(const QList<AoCore*>& cores)
+{
+    QStringList names;
+    for (int place = 0; place < cores.size(); ++place) {
+        if (cores.at(place)->events.triggerOut)
+            names += triggerOutput(place);
+    }
+    return names;
+}
+
+QString pulseNet(int place) { return QString("pulse%1").arg(place); }
+
 }

@@ -46,6 +46,15 @@ OXAUTILS_EXPORT void setForcingPlaces(
 /// Whether the triggers of `core` force another one of `cores`.
 OXAUTILS_EXPORT bool forcesOthers(const QList<AoCore*>& cores, const AoCore& core);
 
+/// The name of the wrapper's output for the triggers of the core at `place`: "trigger0_o".
+OXAUTILS_EXPORT QString triggerOutput(int place);
+
+/// All these outputs of `cores`, in their order.
+OXAUTILS_EXPORT QStringList triggerOutputs(const QList<AoCore*>& cores);
+
+/// The name of the wrapper's net by which the core at `place` forces others: "pulse0".
+OXAUTILS_EXPORT QString pulseNet(int place);
+
 }
 
 #endif

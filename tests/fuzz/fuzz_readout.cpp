@@ -16,7 +16,7 @@ namespace {
 constexpr int kSetupBytes = 6;
 constexpr int kRegisterBytes = 24; // from one register's contents to the next one's, in the input
 constexpr quint32 kMagic = 0x3141584f;
-constexpr quint64 kVersion = 4; // of the protocol
+constexpr quint64 kVersion = 5; // of the protocol
 constexpr int kAskedBehind = 1 + 32 + 24; // the end, the sum and what a client shifts beyond
 constexpr int kLongestScan = 1 << 13;
 
