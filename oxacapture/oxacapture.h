@@ -34,6 +34,7 @@
 #include "oxacapture/target/stream_socket.h"
 #include "oxacapture/target/window_decoder.h"
 #include "oxacapture/trigger/core_plan.h"
+#include "oxacapture/trigger/joint_model.h"
 #include "oxacapture/trigger/storage_model.h"
 #include "oxacapture/trigger/trigger_model.h"
 #include "oxacapture/trigger/trigger_setup.h"

@@ -28,6 +28,7 @@ AoCore* copyOf(const AoCore& from)
     core->forceTriggerByFallingEdge = from.forceTriggerByFallingEdge;
     core->captureInitDataEnabled = from.captureInitDataEnabled;
     core->storage = from.storage;
+    core->events = from.events;
     for (const TriggerPort* port : from.triggers)
         core->getTrigger(port->index)->signalList = port->signalList;
     for (const MatchUnit* unit : from.matchUnits) {
@@ -99,16 +100,20 @@ void Core::updateCaptured() const
 QList<AoCore*> standardCores(const Cores& cores)
 {
     QList<AoCore*> list;
-    for (const CorePtr& core : cores)
-        list += core->standard.get();
+    for (const CorePtr& core : cores) {
+        if (core->standard)
+            list += core->standard.get();
+    }
     return list;
 }
 
 QList<AOCore_Lite*> liteCores(const Cores& cores)
 {
     QList<AOCore_Lite*> list;
-    for (const CorePtr& core : cores)
-        list += core->lite.get();
+    for (const CorePtr& core : cores) {
+        if (core->lite)
+            list += core->lite.get();
+    }
     return list;
 }
 

@@ -38,6 +38,7 @@ struct Core {
 using CorePtr = std::shared_ptr<Core>;
 using Cores = QList<CorePtr>;
 
+// Those of one kind.
 QList<OXA::AoCore*> standardCores(const Cores& cores);
 QList<OXA::AOCore_Lite*> liteCores(const Cores& cores);
 

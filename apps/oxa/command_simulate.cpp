@@ -13,6 +13,7 @@
 #include "oxacapture/files/capture_result.h"
 #include "oxacapture/simulator/early_build.h"
 #include "oxacapture/target/hardware_changes.h"
+#include "oxacapture/trigger/joint_model.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/generate/file_names.h"
 #include "oxautils/generate/inputs.h"
@@ -70,19 +71,17 @@ struct Job {
     std::vector<CorePlan> cores; // of `wanted`
 };
 
-std::vector<ModelRun> runModels(const Options& options, const std::vector<CorePlan>& cores,
+std::vector<ModelRun> modelledRuns(const Options& options, const std::vector<CorePlan>& cores,
     const SampledWaveform& waveform, TextOut& err)
 {
-    std::vector<ModelRun> runs;
+    std::vector<ModelRun> runs = runModels(cores, waveform, {options.forceAt});
     for (size_t i = 0; i < cores.size(); ++i) {
         const SampleTable& samples = waveform.cores[i];
-        runs.push_back(runModel(cores[i], samples, options.forceAt));
         if (options.forceAt >= samples.size())
             err.warning(cores[i].name() + ": cannot be forced at sample "
                 + QString::number(options.forceAt) + ", there are only "
                 + QString::number(samples.size()));
-        const QString warning
-            = unknownBitsWarning(cores[i], samples, runs.back().progress, options.forceAt);
+        const QString warning = unknownBitsWarning(cores[i], samples, runs[i], options.forceAt);
         if (!warning.isEmpty())
             err.warning(cores[i].name() + ": " + warning);
     }
@@ -93,7 +92,8 @@ bool sameWindows(const std::vector<Window>& a, const std::vector<Window>& b)
 {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](const Window& x, const Window& y) {
         return x.firstSample == y.firstSample && x.samples == y.samples
-            && x.triggerSample == y.triggerSample && x.stored == y.stored;
+            && x.triggerSample == y.triggerSample && x.stored == y.stored && x.forced == y.forced
+            && x.stamp == y.stamp;
     });
 }
 
@@ -257,7 +257,7 @@ int run(const Options& options, Io& io)
     const auto goesOn = [&verilog] { return !verilog || verilog->goesOn(); };
     if (!readStimulus(options.inputs, options.file, job.cores, waveform, io.err, goesOn))
         return goesOn() ? kUnusable : kJobFailed;
-    std::vector<ModelRun> runs = runModels(options, job.cores, waveform, io.err);
+    std::vector<ModelRun> runs = modelledRuns(options, job.cores, waveform, io.err);
     if (verilog && !verilog->run(waveform, runs))
         return kJobFailed;
     const Capture capture = cutCapture(job.cores, waveform, runs);

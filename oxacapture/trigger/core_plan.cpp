@@ -12,6 +12,8 @@ std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
         simulated.core = core;
         simulated.request = sampleRequest(*core);
         triggerSetup(*core, simulated.name(), simulated.setup, messages);
+        const QList<int> places = OXA::forcingPlaces(cores, *core);
+        simulated.setup.forcedBy.assign(places.begin(), places.end());
         simulated.powerUpPosition = powerUpPosition(*core, arg);
         all.push_back(std::move(simulated));
     }
@@ -30,12 +32,13 @@ ModelRun runModel(const CorePlan& core, const SampleTable& samples, qint64 force
     return core.lite ? runModel(*core.lite, samples) : runModel(core.setup, samples, forceAt);
 }
 
-QString unknownBitsWarning(const CorePlan& core, const SampleTable& samples,
-    const TriggerProgress& progress, qint64 forceAt)
+QString unknownBitsWarning(
+    const CorePlan& core, const SampleTable& samples, const ModelRun& run, qint64 forceAt)
 {
-    for (size_t unit = 0; unit < progress.firstUnknown.size(); ++unit) {
-        const qint64 first = progress.firstUnknown[unit];
-        if (first == kNoSample || !dependsOnUnknown(core.setup, samples, forceAt))
+    const std::vector<qint64>& firstUnknown = run.progress.firstUnknown;
+    for (size_t unit = 0; unit < firstUnknown.size(); ++unit) {
+        const qint64 first = firstUnknown[unit];
+        if (first == kNoSample || !dependsOnUnknown(core.setup, samples, forceAt, run.pulses))
             continue;
         return QString("unknown values decide when it triggers; M%1 first compares one at sample "
                        "%2, as 0")

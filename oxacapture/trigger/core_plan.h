@@ -28,14 +28,15 @@ struct CorePlan {
 OXACAPTURE_EXPORT std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
     const QList<OXA::AOCore_Lite*>& liteCores, const OXA::OxaArg& arg, Messages& messages);
 
-/// What `core` captures of `samples`, those of its request, by the trigger model.
+/// What `core` captures of `samples`, those of its request, by the trigger model. No other core
+/// forces it: `runModels` is for all cores together.
 OXACAPTURE_EXPORT ModelRun runModel(
     const CorePlan& core, const SampleTable& samples, qint64 forceAt = kNoSample);
 
-/// A warning when unknown bits, which are common before a reset, decide the trigger in the run with
-/// this `progress`; else an empty text.
+/// A warning when unknown bits, which are common before a reset, decide the trigger in `run`; else
+/// an empty text.
 OXACAPTURE_EXPORT QString unknownBitsWarning(const CorePlan& core, const SampleTable& samples,
-    const TriggerProgress& progress, qint64 forceAt = kNoSample);
+    const ModelRun& run, qint64 forceAt = kNoSample);
 
 /// The windows of `run`, with their samples from `samples`.
 OXACAPTURE_EXPORT CapturedCore capturedCore(

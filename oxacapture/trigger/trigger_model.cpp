@@ -108,7 +108,7 @@ TriggerModel::TriggerModel(TriggerSetup setup, const SampleLayout& layout)
     m_progress.firstUnknown.resize(m_setup.units.size(), kNoSample);
 }
 
-SampleEvents TriggerModel::take(const quint64* row, bool force)
+SampleEvents TriggerModel::take(const quint64* row, bool force, bool pulse)
 {
     SampleEvents events;
     if (m_previous.empty()) // no edges yet: the sample before counts as equal
@@ -121,11 +121,12 @@ SampleEvents TriggerModel::take(const quint64* row, bool force)
             events.armed = true;
             events.matches = matches;
             events.outputs = outputs;
-            events.trigger = advance(outputs, events) || force;
+            events.own = advance(outputs, events) || force;
+            events.trigger = events.own || pulse;
         }
     }
     if (events.trigger)
-        openWindow();
+        openWindow(pulse);
     events.captured = m_state == Open;
     const bool atLimit = events.captured && m_setup.storage.limit > 0
         && m_sample == m_windows.back().triggerSample + m_setup.storage.limit;
@@ -201,10 +202,13 @@ bool TriggerModel::advance(quint32 outputs, SampleEvents& events)
     return events.satisfied && size_t(reached) == m_setup.levels.size();
 }
 
-void TriggerModel::openWindow()
+void TriggerModel::openWindow(bool forced)
 {
     Window window;
     window.triggerSample = m_sample;
+    window.forced = forced;
+    if (m_setup.stamps)
+        window.stamp = quint32(m_sample);
     if (m_storage.all()) {
         window.firstSample = std::max(m_armedAt, m_sample - m_setup.triggerPos);
         window.samples = m_sample - window.firstSample;
@@ -278,7 +282,8 @@ ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTable& samples)
     return run;
 }
 
-bool dependsOnUnknown(const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt)
+bool dependsOnUnknown(const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt,
+    const std::vector<qint64>& pulses)
 {
     const SampleLayout& layout = samples.layout();
     TriggerModel zeros(setup, layout);
@@ -286,7 +291,8 @@ bool dependsOnUnknown(const TriggerSetup& setup, const SampleTable& samples, qin
     std::vector<quint64> row(size_t(layout.rowWords()));
     for (qint64 sample = 0; sample < samples.size(); ++sample) {
         row.assign(samples.row(sample), samples.row(sample) + layout.rowWords());
-        const bool force = sample == forceAt;
+        const bool force
+            = sample == forceAt || std::binary_search(pulses.begin(), pulses.end(), sample);
         const SampleEvents zero = zeros.take(row.data(), force);
         for (size_t word = 0; word < row.size() / 2; ++word)
             row[word] |= row[word + row.size() / 2];

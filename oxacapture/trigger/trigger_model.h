@@ -6,6 +6,7 @@
 #include "oxacapture/waveform/sample_table.h"
 
 #include <deque>
+#include <optional>
 
 namespace OXA_CAPTURE {
 
@@ -19,6 +20,9 @@ struct OXACAPTURE_EXPORT Window {
     /// The numbers of the stored samples, ascending and counted from `firstSample`; empty: they are
     /// consecutive.
     std::vector<qint64> stored {};
+    bool forced = false; ///< a trigger of another core was seen at its trigger sample
+    /// Of a core with stamps: the number of its trigger sample in the run, modulo 2^32.
+    std::optional<quint32> stamp {};
 
     /// The number, counted from `firstSample`, of stored sample `index`; after the last one, of the
     /// sample behind it, and so on.
@@ -36,6 +40,7 @@ struct SampleEvents {
     bool satisfied = false; ///< the expression of the level `reached` before this sample
     int reached = 0; ///< expressions of the sequence satisfied, this sample included
     bool trigger = false; ///< it is a trigger sample
+    bool own = false; ///< and would be one without the triggers of other cores
     bool captured = false; ///< the sample is at or after a trigger, within its window
 };
 
@@ -60,8 +65,9 @@ public:
     /// `setup` and samples of `layout` have to belong together.
     TriggerModel(TriggerSetup setup, const SampleLayout& layout);
 
-    /// Takes the next sample; `force` makes it the trigger sample unless a window is open.
-    SampleEvents take(const quint64* row, bool force = false);
+    /// Takes the next sample; a client's `force` or another core's `pulse` makes it the trigger
+    /// sample unless a window is open.
+    SampleEvents take(const quint64* row, bool force = false, bool pulse = false);
 
     /// The core is stopped behind the sample taken last.
     void stop();
@@ -77,7 +83,7 @@ private:
     quint32 compareUnits(const quint64* row);
     quint32 countMatches(quint32 matches);
     bool advance(quint32 outputs, SampleEvents& events);
-    void openWindow();
+    void openWindow(bool forced);
     void store(qint64 sample);
     void closeFullWindow(bool atLimit);
 
@@ -100,6 +106,7 @@ struct ModelRun {
     std::vector<Window> windows; ///< in the order in which they were taken
     TriggerProgress progress; ///< how far the last window's sequence got
     std::vector<SampleEvents> events; ///< one for each sample, when requested
+    std::vector<qint64> pulses {}; ///< samples at which a trigger of another core was seen
 };
 
 /// Runs all of `samples`; sample `forceAt` is forced to be a trigger sample (`kNoSample`: none).
@@ -109,9 +116,9 @@ OXACAPTURE_EXPORT ModelRun runModel(const TriggerSetup& setup, const SampleTable
 /// What a Lite core captures of `samples`: the first ones, without a trigger.
 OXACAPTURE_EXPORT ModelRun runModel(const OXA::AOCore_Lite& core, const SampleTable& samples);
 
-/// Whether the windows would differ if unknown bits counted as 1.
-OXACAPTURE_EXPORT bool dependsOnUnknown(
-    const TriggerSetup& setup, const SampleTable& samples, qint64 forceAt = kNoSample);
+/// Whether the windows would differ if unknown bits counted as 1. `pulses` are those of the run.
+OXACAPTURE_EXPORT bool dependsOnUnknown(const TriggerSetup& setup, const SampleTable& samples,
+    qint64 forceAt = kNoSample, const std::vector<qint64>& pulses = {});
 
 /// The largest number of matches that a core's hardware counts for each unit.
 constexpr qint64 kCountedMatches = 255;

@@ -158,6 +158,11 @@ void addWindows(const OXA::AoCore& core, TriggerSetup& setup, Complaints& compla
 
 }
 
+int pulseDelay(const OXA::AoCore& core)
+{
+    return core.expressionType == OXA::DynamicExpressions ? 4 : 3;
+}
+
 SampleRequest sampleRequest(const OXA::AoCore& core)
 {
     // Forcing at the falling edge also takes the samples there.
@@ -227,6 +232,7 @@ bool triggerSetup(
     addLevels(core, setup, complaints);
     addWindows(core, setup, complaints);
     addStorage(core, setup, complaints);
+    setup.stamps = core.events.stamps;
     return messages.size() == before;
 }
 

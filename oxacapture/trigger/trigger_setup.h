@@ -48,7 +48,14 @@ struct TriggerSetup {
     qint64 triggerPos = 0; ///< trigger position: stored samples of a window before its trigger
     qint64 windowNum = 0; ///< windows of a run
     StorageSetup storage; ///< which samples are stored; amounts and positions count these
+    /// The places in the wrapper of the cores whose triggers force this one, ascending.
+    std::vector<int> forcedBy {};
+    bool stamps = false; ///< each window has the number of its trigger sample in the run
 };
+
+/// Active edges of the sample clock of `core` from that of a trigger sample to the one at which
+/// other cores can see it, and the wrapper's trigger output is high (docs/analyzer-cores.md).
+OXACAPTURE_EXPORT int pulseDelay(const OXA::AoCore& core);
 
 /// The signals that a core samples: data signals in field 0, then a field for each available port.
 OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AoCore& core);
@@ -56,7 +63,8 @@ OXACAPTURE_EXPORT SampleRequest sampleRequest(const OXA::AOCore_Lite& core); ///
 
 /// The settings of `core` in every run that a program arms, since the program writes them first;
 /// they are the same on all devices. False when no hardware can do what `core` specifies, with all
-/// reasons in `messages`, their places below `place`.
+/// reasons in `messages`, their places below `place`. Which cores force it depends on all cores of
+/// the configuration: `corePlans` adds that.
 OXACAPTURE_EXPORT bool triggerSetup(
     const OXA::AoCore& core, const QString& place, TriggerSetup& setup, Messages& messages);
 

@@ -3,7 +3,7 @@
 
 #include "oxacapture/files/every_sample.h"
 #include "oxacapture/sample_text.h"
-#include "oxacapture/trigger/core_plan.h"
+#include "oxacapture/trigger/joint_model.h"
 #include "support/signals.h"
 
 #include "oxautils/model/limits.h"
@@ -40,6 +40,7 @@ private Q_SLOTS:
     void expressions();
     void dynamicTablesAreTheCompilers();
     void storesWhatIsAskedFor();
+    void coresForceEachOther();
     void refusesWhatNoHardwareDoes();
 };
 
@@ -181,6 +182,95 @@ void TestTriggerModel::storesWhatIsAskedFor()
             for (qint64 i = 0; holds && i < window.samples.size(); ++i)
                 QCOMPARE(
                     *window.samples.value(i, 0), *samples.value(window.place.firstSample + i, 0));
+        }
+    }
+}
+
+// Each core has a clock, a character a time; a sample of its trigger's signal for each active edge;
+// and the places of those that force it. In a result, a window is its first sample, the trigger
+// sample behind "*", or behind "F" when a pulse was seen at it, and behind "=" its stamp.
+void TestTriggerModel::coresForceEachOther()
+{
+    constexpr char kFast[] = "010101010101010101010101";
+    constexpr char kSlow[] = "0000111100001111000011110000";
+    constexpr char kNever[] = "0000000000000000";
+    struct Row {
+        const char* what;
+        struct {
+            const char *clock, *trigger, *forcedBy;
+            const char* words; // dynamic, falling, stamps, single: one window of one sample
+            const char* result;
+        } cores[2];
+        qint64 forceAt = kNoSample;
+    };
+    const Row rows[] = {
+        {"three edges after the sample, and then the next one",
+         {{kFast, "001000000000", "", "", "1*2"}, {kFast, kNever, "0", "stamps", "5F6=6"}}  },
+        {                                                                                 "four with tables",
+         {{kFast, "001000000000", "", "dynamic", "1*2"}, {kFast, kNever, "0", "", "6F7"}} },
+        {                                                   "the first edge strictly later",
+         {{kFast, "010000000000", "", "", "0*1"}, {kSlow, kNever, "0", "", "0F1"}}                                                },
+        {                                                                                  "an edge at the same time is not",
+         {{kFast, "001000000000", "", "", "1*2"}, {"00010000000101", kNever, "0", "", "1F2"}}   },
+        {                                                                                 "at falling edges",
+         {{kFast, "001000000000", "", "", "1*2"}, {kFast, kNever, "0", "falling", "4F5"}}   },
+        { "a forced trigger is not passed on",
+         {{kFast, "0010000000000000", "1", "", "1*2"}, {kFast, kNever, "0", "", "5F6"}}                                        },
+        {                                                                                      "one that is an own one at the same time is",
+         {{kFast, "001000000010", "1", "", "1*2|9F10"},
+                {kFast, "000000100000", "0", "", "5F6"}}},
+        {  "two between two edges cancel each other",
+         {{kFast, "000110000000", "", "single", "3*3|4*4"}, {kSlow, kNever, "0", "", ""}}},
+        {                   "a stopped clock tells nothing",
+         {{"0101010000000000", "001000000000", "", "", "1*2"}, {kFast, kNever, "0", "", ""}}                                                                               },
+        {                                                                               "an open window is not forced",
+         {{kFast, "001000000000", "", "", "1*2"}, {kFast, "000001000000", "0", "", "4*5"}}                                     },
+        {                                                                                                                       "a client's force is told",
+         {{kFast, kNever, "", "", "1*2"}, {kFast, kNever, "0", "single", "2*2|6F6"}},                                                                                   2},
+    };
+    for (const Row& row : rows) {
+        std::vector<std::unique_ptr<OXA::AoCore>> owned;
+        QList<OXA::AoCore*> list;
+        SampledWaveform waveform;
+        for (const auto& core : row.cores) {
+            const QString words = core.words;
+            const int amount = words.contains("single") ? 1 : 3;
+            owned.push_back(
+                coreOf(list.size(), {signalOf("d")}, signalOf("t"), "1", amount, amount / 2));
+            owned.back()->sampleClock = QString("clk%1").arg(list.size());
+            owned.back()->windowNum = 2;
+            owned.back()->expressionType = words.contains("dynamic");
+            owned.back()->trigType = words.contains("falling");
+            owned.back()->events.stamps = words.contains("stamps");
+            for (const QChar place : QString(core.forcedBy))
+                owned.back()->events.forcedBy += place.digitValue();
+            const QString samples = QString(core.trigger).split("", Qt::SkipEmptyParts).join(' ');
+            waveform.cores.push_back(samplesOf({samples, samples}));
+            waveform.clocks += owned.back()->sampleClock;
+            list += owned.back().get();
+        }
+        for (int time = 1; time < 28; ++time) {
+            bool isFirst = true;
+            for (int core = 0; core < 2; ++core) {
+                const QByteArray clock = row.cores[core].clock;
+                if (time >= clock.size() || clock.at(time) == clock.at(time - 1))
+                    continue;
+                waveform.edges.push_back({quint16(core), clock.at(time) == '1', !isFirst});
+                isFirst = false;
+            }
+        }
+        Messages messages;
+        const std::vector<CorePlan> plans = corePlans(list, {}, {}, messages);
+        QVERIFY(messages.isEmpty());
+        const std::vector<ModelRun> runs = runModels(plans, waveform, {row.forceAt});
+        for (size_t core = 0; core < 2; ++core) {
+            QStringList windows;
+            for (const Window& window : runs[core].windows)
+                windows += QString::number(window.firstSample) + (window.forced ? 'F' : '*')
+                    + QString::number(window.triggerSample)
+                    + (window.stamp ? '=' + QString::number(*window.stamp) : QString());
+            QVERIFY2(windows.join('|') == row.cores[core].result,
+                qPrintable(row.what + (": " + windows.join('|'))));
         }
     }
 }

@@ -85,8 +85,6 @@ TargetRun::TargetRun(TargetRequest request)
     , m_cores(standardCores(m_request.cores))
     , m_liteCores(liteCores(m_request.cores))
 {
-    m_cores.removeAll(nullptr);
-    m_liteCores.removeAll(nullptr);
 }
 
 void TargetRun::work()

@@ -5,27 +5,40 @@
 #include "wave_times.h"
 
 #include "oxacapture/files/capture_sampler.h"
+#include "oxacapture/trigger/joint_model.h"
 #include "oxautils/check/check.h"
 #include "oxautils/model/shown_text.h"
 
 #include <QFileInfo>
 #include <QSet>
 
+#include <algorithm>
+
 using namespace OXA_CAPTURE;
 
 namespace {
 
 constexpr int kDelay = 200; // ms after the last edit
-constexpr qint64 kSamplesAtOnce = 4096; // between two checks for a stop
 
 SampleRequest requestOf(const Core& core)
 {
     return core.standard ? sampleRequest(*core.standard) : sampleRequest(*core.lite);
 }
 
-bool same(const SampleRequest& a, const SampleRequest& b)
+std::vector<SampleRequest> requestsOf(const Cores& cores)
 {
-    return a.clock == b.clock && a.fallingEdge == b.fallingEdge && a.fields == b.fields;
+    std::vector<SampleRequest> requests;
+    for (const CorePtr& core : cores)
+        requests.push_back(requestOf(*core));
+    return requests;
+}
+
+bool same(const std::vector<SampleRequest>& a, const std::vector<SampleRequest>& b)
+{
+    const auto isSame = [](const SampleRequest& x, const SampleRequest& y) {
+        return x.clock == y.clock && x.fallingEdge == y.fallingEdge && x.fields == y.fields;
+    };
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
 }
 
 void append(const Messages& problems, QStringList& texts)
@@ -34,12 +47,13 @@ void append(const Messages& problems, QStringList& texts)
         texts += problem.message();
 }
 
-/// The problems that prevent building the core, as in every program that builds.
-QStringList stoppingProblems(const Core& core)
+/// The problems that prevent building the cores, as in every program that builds.
+QStringList stoppingProblems(const Cores& cores)
 {
     QStringList texts;
-    const QList<OXA::Problem> problems = core.standard ? OXA::checkCores({core.standard.get()})
-                                                       : OXA::checkCores({core.lite.get()});
+    const QList<OXA::Problem> problems = cores.first()->standard
+        ? OXA::checkCores(standardCores(cores))
+        : OXA::checkCores(liteCores(cores));
     for (const OXA::Problem& problem : problems) {
         if (stopsBuild(problem))
             texts += problem.place.text() + ": " + OXA::shownText(problem.text);
@@ -52,9 +66,11 @@ QString windowText(const Window& window, size_t number)
     if (window.triggerSample == kNoSample)
         return Rehearsal::tr("%1 samples from %2 on")
             .arg(QString::number(window.samples), QString::number(window.firstSample));
-    return Rehearsal::tr("window %1: trigger at sample %2, %3 samples from %4 on")
-        .arg(QString::number(number), QString::number(window.triggerSample),
-            QString::number(window.samples), QString::number(window.firstSample));
+    const QString text = window.forced
+        ? Rehearsal::tr("window %1: forced at sample %2, %3 samples from %4 on")
+        : Rehearsal::tr("window %1: trigger at sample %2, %3 samples from %4 on");
+    return text.arg(QString::number(number), QString::number(window.triggerSample),
+        QString::number(window.samples), QString::number(window.firstSample));
 }
 
 }
@@ -72,8 +88,9 @@ struct Rehearsal::Run {
 private:
     bool isSampled() const;
     bool sample();
+    bool sample(const std::vector<SampleRequest>& requests, SampledWaveform& waveform,
+        Messages& problems) const;
     WaveRows stimulusRows(const std::shared_ptr<const SampleTable>& samples) const;
-    bool runModel(const CorePlan& core, ModelRun& run) const;
     void show(const CorePlan& core, const ModelRun& run);
 };
 
@@ -81,13 +98,13 @@ bool Rehearsal::Run::isSampled() const
 {
     return sampled && sampled->path == request.stimulus
         && sampled->modified == QFileInfo(request.stimulus).lastModified()
-        && same(sampled->request, requestOf(*request.core));
+        && same(sampled->requests, requestsOf(request.cores));
 }
 
 /// The data signals, and the signals of the ports that are not data signals.
 WaveRows Rehearsal::Run::stimulusRows(const std::shared_ptr<const SampleTable>& samples) const
 {
-    const Core& core = *request.core;
+    const Core& core = *request.cores.first();
     const QList<OXA::SignalItem> data
         = core.standard ? core.standard->captureSignals : core.lite->signalList;
     WaveRows rows = signalRows(data, samples, 0);
@@ -109,70 +126,63 @@ WaveRows Rehearsal::Run::stimulusRows(const std::shared_ptr<const SampleTable>& 
     return rows;
 }
 
-/// False on failure, with the reasons among the problems, or when the run was dropped.
+bool Rehearsal::Run::sample(
+    const std::vector<SampleRequest>& requests, SampledWaveform& waveform, Messages& problems) const
+{
+    const auto goesOn = [this](int percent) {
+        progress(percent);
+        return !*dropped;
+    };
+    if (isCaptureFile(request.stimulus))
+        return sampleCapture(request.stimulus, requests.front(), waveform, problems, goesOn);
+    if (requests.front().clock.isEmpty())
+        problems.append({{}, tr("the core has no sample clock")});
+    return problems.isEmpty()
+        && sampleWaveform(request.stimulus, requests, waveform, problems, goesOn);
+}
+
+/// False on failure, with the reasons among the problems, or when the run was dropped. When the
+/// signals of the other cores are not there, only the first one is sampled.
 bool Rehearsal::Run::sample()
 {
     auto fresh = std::make_shared<SampledStimulus>();
     fresh->path = request.stimulus;
     fresh->modified = QFileInfo(request.stimulus).lastModified();
-    fresh->request = requestOf(*request.core);
-    SampledWaveform waveform;
+    fresh->requests = requestsOf(request.cores);
+    auto waveform = std::make_shared<SampledWaveform>();
     Messages problems;
-    const auto goesOn = [this](int percent) {
-        progress(percent);
-        return !*dropped;
-    };
-    const bool isCapture = isCaptureFile(request.stimulus);
-    if (!isCapture && fresh->request.clock.isEmpty())
-        problems.append({{}, tr("the core has no sample clock")});
-    if (problems.isEmpty() && isCapture)
-        sampleCapture(request.stimulus, fresh->request, waveform, problems, goesOn);
-    else if (problems.isEmpty())
-        sampleWaveform(request.stimulus, {fresh->request}, waveform, problems, goesOn);
+    if (!sample(fresh->requests, *waveform, problems) && request.cores.size() > 1 && !*dropped) {
+        fresh->alone = problems.first().message();
+        problems.clear();
+        sample({fresh->requests.front()}, *waveform, problems);
+    }
     if (!problems.isEmpty() || *dropped) {
         append(problems, result.problems);
         return false;
     }
-    fresh->samples = std::make_shared<SampleTable>(std::move(waveform.cores.front()));
-    fresh->times = std::move(waveform.times.front());
-    fresh->timeExponent = waveform.timeExponent;
-    if (fresh->timeExponent)
-        fresh->clockHz = clockOf(fresh->times, *fresh->timeExponent);
-    fresh->rows = stimulusRows(fresh->samples);
+    if (request.cores.size() > int(waveform->cores.size()) && fresh->alone.isEmpty())
+        fresh->alone = tr("the stimulus is a capture");
+    fresh->waveform = waveform;
+    if (waveform->timeExponent)
+        fresh->clockHz = clockOf(fresh->times(), *waveform->timeExponent);
+    fresh->rows = stimulusRows({waveform, &waveform->cores.front()});
     sampled = fresh;
-    return true;
-}
-
-bool Rehearsal::Run::runModel(const CorePlan& core, ModelRun& run) const
-{
-    const SampleTable& samples = *sampled->samples;
-    if (core.lite) {
-        run = OXA_CAPTURE::runModel(*core.lite, samples);
-        return true;
-    }
-    TriggerModel model(core.setup, samples.layout());
-    for (qint64 sample = 0; sample < samples.size(); ++sample) {
-        if (sample % kSamplesAtOnce == 0 && *dropped)
-            return false;
-        run.events.push_back(model.take(samples.row(sample)));
-    }
-    run.windows = model.windows();
-    run.progress = model.progress();
     return true;
 }
 
 void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
 {
     auto waveform = std::make_shared<Waveform>();
-    waveform->samples = sampled->samples->size();
+    const std::optional<int> exponent = sampled->waveform->timeExponent;
+    waveform->samples = sampled->samples().size();
     waveform->rows = sampled->rows;
-    waveform->captured = capturedCore(core, *sampled->samples, run);
-    if (sampled->timeExponent) {
-        waveform->times = {sampled, &sampled->times};
-        waveform->timeExponent = *sampled->timeExponent;
+    waveform->captured = capturedCore(core, sampled->samples(), run);
+    if (exponent) {
+        waveform->times = {sampled, &sampled->times()};
+        waveform->timeExponent = *exponent;
         waveform->clockHz = sampled->clockHz;
     }
-    addTimes(waveform->captured, sampled->times, sampled->timeExponent);
+    addTimes(waveform->captured, sampled->times(), exponent);
     for (const Window& window : run.windows)
         waveform->windows.push_back({window.firstSample, window.span(), window.triggerSample});
     if (core.core) {
@@ -184,33 +194,54 @@ void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
 
 void Rehearsal::Run::work()
 {
-    const Core& core = *request.core;
-    Messages problems;
-    const std::vector<CorePlan> cores = core.standard
-        ? corePlans({core.standard.get()}, {}, request.arg, problems)
-        : corePlans({}, {core.lite.get()}, request.arg, problems);
-    result.problems = stoppingProblems(core);
-    if (result.problems.isEmpty())
-        append(problems, result.problems);
+    result.problems = stoppingProblems(request.cores);
+    const bool isBuilt = result.problems.isEmpty();
     if (!isSampled() && !sample())
         return;
-    const CorePlan& own = cores.front();
-    ModelRun run;
-    if (!result.problems.isEmpty() || !runModel(own, run)) {
+    const Cores cores = request.cores.mid(0, int(sampled->waveform->cores.size()));
+    Messages problems;
+    const std::vector<CorePlan> plans
+        = corePlans(standardCores(cores), liteCores(cores), request.arg, problems);
+    if (isBuilt)
+        append(problems, result.problems);
+    const CorePlan& own = plans.front();
+    std::vector<ModelRun> runs;
+    if (result.problems.isEmpty())
+        runs = runModels(plans, *sampled->waveform, {kNoSample, 0, [this] { return !*dropped; }});
+    if (runs.empty()) {
         // Without the events, the stimulus can still be shown.
-        run.events.clear();
-        run.progress = TriggerModel(own.setup, sampled->samples->layout()).progress();
-        show(own, run);
+        ModelRun none;
+        none.progress = TriggerModel(own.setup, sampled->samples().layout()).progress();
+        show(own, none);
         return;
     }
+    const ModelRun& run = runs.front();
     show(own, run);
     for (size_t window = 0; window < run.windows.size(); ++window)
         result.remarks += windowText(run.windows[window], window);
     if (run.windows.empty())
         result.remarks += tr("It does not trigger: %1.").arg(progressText(own.setup, run.progress));
-    const QString warning = unknownBitsWarning(own, *sampled->samples, run.progress);
+    const QString warning = unknownBitsWarning(own, sampled->samples(), run);
     if (!warning.isEmpty())
         result.problems += warning;
+    if (!sampled->alone.isEmpty())
+        result.remarks += tr("without the triggers of other cores: %1").arg(sampled->alone);
+}
+
+Cores coresThatReach(const Cores& cores, const CorePtr& core)
+{
+    Cores reaching {core};
+    for (int i = 0; i < reaching.size(); ++i) {
+        const OXA::AoCore* forced = reaching.at(i)->standard.get();
+        for (const CorePtr& other : cores) {
+            if (forced && other->standard && !reaching.contains(other)
+                && forced->events.forcedBy.contains(other->index()))
+                reaching += other;
+        }
+    }
+    for (CorePtr& reached : reaching)
+        reached = reached->clone();
+    return reaching;
 }
 
 Rehearsal::Rehearsal(QObject* parent)

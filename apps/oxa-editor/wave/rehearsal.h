@@ -16,7 +16,8 @@
 /// The inputs of a rehearsal.
 struct RehearsalRequest {
     QString stimulus; ///< a VCD file
-    CorePtr core; ///< not shared, and never changed
+    /// The core, and behind it those whose triggers reach it; not shared, and never changed.
+    Cores cores;
     OXA::OxaArg arg; ///< device and name of the configuration file
 };
 
@@ -24,12 +25,15 @@ struct RehearsalRequest {
 struct SampledStimulus {
     QString path;
     QDateTime modified; ///< of the file
-    OXA_CAPTURE::SampleRequest request;
-    std::shared_ptr<const OXA_CAPTURE::SampleTable> samples;
-    std::vector<quint64> times; ///< of the samples
-    std::optional<int> timeExponent; ///< of their unit
-    double clockHz = 0; ///< by the times; 0: unknown
+    std::vector<OXA_CAPTURE::SampleRequest> requests; ///< of the cores
+    /// Of the cores, or of the first one alone.
+    std::shared_ptr<const OXA_CAPTURE::SampledWaveform> waveform;
+    QString alone; ///< why the first one is alone; else empty
+    double clockHz = 0; ///< of the first one, by its times; 0: unknown
     WaveRows rows;
+
+    const OXA_CAPTURE::SampleTable& samples() const { return waveform->cores.front(); }
+    const std::vector<quint64>& times() const { return waveform->times.front(); }
 };
 
 struct RehearsalResult {
@@ -37,6 +41,9 @@ struct RehearsalResult {
     QStringList problems; ///< problems that prevent sampling or triggering
     QStringList remarks; ///< windows, and warnings
 };
+
+/// `core`, and behind it those of `cores` that force it, or force one of these, as copies.
+Cores coresThatReach(const Cores& cores, const CorePtr& core);
 
 /// Computes in a separate thread what a core would capture from a stimulus. A new request replaces
 /// the one before, so requests may come at every key press.

@@ -143,7 +143,7 @@ void RehearsalPanel::rehearse()
     m_watcher->addPath(stimulus());
     RehearsalRequest request;
     request.stimulus = stimulus();
-    request.core = m_core->clone();
+    request.cores = coresThatReach(m_document.cores(), m_core);
     request.arg.configFile = m_document.path().isEmpty() ? "untitled.oxa" : m_document.path();
     request.arg.device = m_part.partNumber;
     request.arg.package = m_part.name;

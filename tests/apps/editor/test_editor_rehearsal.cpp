@@ -34,8 +34,9 @@ std::unique_ptr<OXA::AoCore> makeCore()
 
 /// A window with the core and its rehearsal.
 struct Run : PanelDriver<RehearsalPanel> {
-    explicit Run(const TestFolder& folder, const QString& stimulus = {})
-        : PanelDriver(folder.path("core.oxa"))
+    explicit Run(const TestFolder& folder, const QString& stimulus = {},
+        const QString& configuration = "core.oxa")
+        : PanelDriver(folder.path(configuration))
         , folder(folder)
     {
         keys("Ctrl+8");
@@ -87,6 +88,7 @@ private Q_SLOTS:
     void initTestCase();
     void followsEdits();
     void thePositionIsWhereItsLabelSays();
+    void anotherCoreForces();
     void problemsAreListed();
     void theLastEditCounts();
     void followsTheFile();
@@ -138,6 +140,27 @@ void TestEditorRehearsal::thePositionIsWhereItsLabelSays()
         QCOMPARE(window.trigger - window.first, position);
         QCOMPARE(window.samples, 4);
     }
+}
+
+// A core that never triggers itself, forced by one behind it; and without the signals of that one.
+void TestEditorRehearsal::anotherCoreForces()
+{
+    const auto forced = makeCore();
+    forced->expressions = QStringList {"M0 && !M0"};
+    const auto forcing = coreOf(7, {signalOf("go")}, busOf("count", 3), "101", 4, 1);
+    OXA::writeOXAConfigToXml({forced.get(), forcing.get()}, m_folder.path("two.oxa"));
+    Run run(m_folder, "wave.vcd", "two.oxa");
+    QVERIFY(run.shown().startsWith("count"));
+    OXA::CoreEvents events;
+    events.forcedBy = {7};
+    run.set(run.core().events, events);
+    QVERIFY2(run.shown().startsWith("8+4@9 "), qPrintable(run.shown() + run.state()));
+    QVERIFY2(run.state().contains("forced at sample 9"), qPrintable(run.state()));
+    run.document().set({run.document().cores().at(1)}, run.core(1).triggers[0]->signalList,
+        {busOf("nowhere", 3)}, "edit");
+    QVERIFY(run.shown().startsWith("count"));
+    QVERIFY2(run.state().contains("without the triggers of other cores: nowhere"),
+        qPrintable(run.state()));
 }
 
 void TestEditorRehearsal::problemsAreListed()
