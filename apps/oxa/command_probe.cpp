@@ -95,6 +95,10 @@ void printUnits(const CoreIdentity& core, TextOut& out)
         << expressionWord(core) << "; at most " << counted(core.mostWindows, "window");
     if (core.keep != OXA::CoreStorage::All)
         out << "; stores " << storageText(core);
+    if (core.stamps)
+        out << "; with stamps";
+    if (!core.forcedBy.empty())
+        out << "\n    forced by    " << forcedByText(core);
     for (const CoreIdentity::Port& port : core.ports)
         out << "\n    " << QString("T%1").arg(port.number).leftJustified(kColumn)
             << counted(port.signalCount, "signal");
@@ -155,6 +159,9 @@ QJsonObject clockJson(const ProbedClock& clock)
 QJsonObject coreJson(const ProbedCore& core)
 {
     const CoreIdentity& identity = core.identity;
+    QJsonArray forcedBy;
+    for (const int place : identity.forcedBy)
+        forcedBy += place;
     QJsonArray ports;
     for (const CoreIdentity::Port& port : identity.ports)
         ports += QJsonObject {
@@ -179,6 +186,8 @@ QJsonObject coreJson(const ProbedCore& core)
         {"armedAtPowerUp",  identity.armedAtPowerUp                      },
         {"expressionCount", identity.expressions                         },
         {"expressionType",  expressionWord(identity)                     },
+        {"forcedBy",        forcedBy                                     },
+        {"stamps",          identity.stamps                              },
         {"ports",           ports                                        },
         {"units",           units                                        },
         {"fingerprint",     OXA::hexText(core.fingerprint)               },

@@ -38,8 +38,8 @@ them unique. A sample contains the values just before the active edge of the clo
 a register would store them. Sample 0 is the first in the waveform; every core is armed
 before it.
 
---unit, --expression, --samples, --position and --windows change the run and not what is
-built, in the words of `oxa set`; --built-from names what is built when FILE has changed
+--unit, --expression, --forced-by, --samples, --position and --windows change the run and
+not what is built, in the words of `oxa set`; --built-from names what is built when FILE has changed
 since. What needs another synthesis is refused. CORE is the core's position, from 0; it
 may be left out when there is only one core. These may be repeated.
 
@@ -169,6 +169,7 @@ Capture cutCapture(const std::vector<CorePlan>& cores, const SampledWaveform& wa
     Capture capture;
     for (size_t i = 0; i < cores.size(); ++i) {
         capture.push_back(capturedCore(cores[i], waveform.cores[i], runs[i]));
+        capture.back().forcedBy = forcingIndexes(cores, cores[i].setup);
         addTimes(capture.back(), waveform.times[i], waveform.timeExponent);
     }
     return capture;

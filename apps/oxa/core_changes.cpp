@@ -261,9 +261,8 @@ void addCoreChanges(Command& command, CoreChanges& changes, Changed changed)
         .typeName("[CORE.]LEVEL=TEXT");
     command.texts("--store", changes.stores, "Which samples are stored: all, changes, when")
         .typeName("[CORE=]TEXT");
-    if (changed == Changed::All)
-        command.texts("--forced-by", changes.forcedBys, "Cores whose triggers force another one")
-            .typeName("CORE=CORES");
+    command.texts("--forced-by", changes.forcedBys, "Cores whose triggers force another one")
+        .typeName("CORE=CORES");
     for (size_t i = 0; i < coreSettings().size(); ++i) {
         const CoreSetting& setting = coreSettings()[i];
         if (changed == Changed::All || setting.inRuns)

@@ -12,6 +12,7 @@ using namespace OXA_CAPTURE;
 bool RunSettings::change() const
 {
     return !changes.units.isEmpty() || !changes.expressions.isEmpty() || !changes.stores.isEmpty()
+        || !changes.forcedBys.isEmpty()
         || std::any_of(changes.settings.begin(), changes.settings.end(),
             [](const QStringList& texts) { return !texts.isEmpty(); });
 }

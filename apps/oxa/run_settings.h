@@ -19,7 +19,8 @@ struct RunSettings {
     }
 };
 
-/// Adds --unit, --expression, --store, --position, --samples, --windows and --built-from.
+/// Adds --unit, --expression, --store, --forced-by, --position, --samples, --windows and
+/// --built-from.
 void addRunSettings(Command& command, RunSettings& settings);
 
 /// Changes `configuration`, read from `file`, which also names the design with the names of values.

@@ -60,6 +60,19 @@ void addWaiting(const CapturedCore& core, QJsonObject& object)
 
 }
 
+bool CapturedCore::showsForced() const
+{
+    return !forcedBy.isEmpty()
+        || std::any_of(windows.begin(), windows.end(),
+            [](const CapturedWindow& window) { return window.place.forced; });
+}
+
+bool CapturedCore::hasStamps() const
+{
+    return std::any_of(windows.begin(), windows.end(),
+        [](const CapturedWindow& window) { return window.place.stamp.has_value(); });
+}
+
 std::vector<CapturedWindow> cutWindows(
     const std::vector<Window>& places, const SampleTable& sampled)
 {

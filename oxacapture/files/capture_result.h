@@ -47,7 +47,14 @@ struct CapturedCore {
     /// unknown.
     double clockHz = 0;
     int timeExponent = 0; ///< a unit of the windows' times is 10 to the power of this, in seconds
+    QString sampleClock {}; ///< its name; empty: not known
+    bool fallingEdge = false; ///< of the sample clock takes samples; else its rising edge
+    QList<int> forcedBy {}; ///< indexes of the cores whose triggers could force it in this run
+    int pulseDelay = 0; ///< edges from a trigger sample to that at which other cores can see it
 
+    /// Whether a trigger of another core could force it, or has.
+    bool showsForced() const;
+    bool hasStamps() const; ///< whether its windows have stamps
     /// Whether the signals keep their values from one stored sample to the next.
     bool holds() const
     {
@@ -72,6 +79,15 @@ OXACAPTURE_EXPORT std::vector<CapturedWindow> cutWindows(
 /// windows from, in units of 10 to the power of `exponent` in seconds; without it, does nothing.
 OXACAPTURE_EXPORT void addTimes(
     CapturedCore& core, const std::vector<quint64>& times, std::optional<int> exponent);
+
+/// How the forced windows of a core stand to those of the core that forced them, in a capture of a
+/// target.
+struct CoreAlignment {
+    bool isWanted = false; ///< it has forced windows; else nothing more is set
+    int core = -1; ///< index of the core that forced them; -1: not aligned
+    double tolerance = 0; ///< of the distance, in seconds to both sides
+    QString reason; ///< why it is not aligned; else empty
+};
 
 /// Writes a capture in the format given by the suffix of `path`: .vcd, .fst, .csv or .sr. The file
 /// is written as a whole, or unchanged: then the result is false, and `error` has the reason. When

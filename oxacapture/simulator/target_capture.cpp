@@ -172,6 +172,8 @@ bool TargetCapture::read(size_t core, const std::vector<Window>& expected, Model
         place.firstSample = i < expected.size() ? expected[i].firstSample : earliest;
         place.samples = windows[i].samples.size();
         place.stored = windows[i].stored;
+        place.forced = windows[i].forced;
+        place.stamp = windows[i].stamp;
         // A core that stores no gaps does not tell the distances.
         if (place.stored.empty() && i < expected.size())
             place.stored = expected[i].stored;

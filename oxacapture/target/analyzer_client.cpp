@@ -275,9 +275,9 @@ bool AnalyzerClient::readSamples(const CoreIdentity& core, qint64 words, BitStri
     return readWords(core, Samples, words, core.unmarkedBits(), samples);
 }
 
-bool AnalyzerClient::readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes)
+bool AnalyzerClient::readWindows(const CoreIdentity& core, qint64 windows, BitString& words)
 {
-    return read(core.position, Windows, int(windows), shortOnes);
+    return read(core.position, Windows, int(windows) * core.windowBits(), words);
 }
 
 bool AnalyzerClient::writeSettings(const CoreIdentity& core, const TriggerSetup& setup)

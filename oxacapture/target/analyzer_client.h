@@ -34,12 +34,13 @@ public:
     bool readStatus(const CoreIdentity& core, CoreStatus& status, int delay = 0);
     bool command(int core, CoreCommand command); ///< sends it to the core at a position
 
-    /// The first `words` words of a core at rest, one after the other.
+    /// The first `words` words of a core at rest, one after the other. A core that can take more
+    /// than one window answers about memory and windows in a run, too: those of complete windows.
     bool readMemory(const CoreIdentity& core, qint64 words, BitString& memory);
     /// The same words of a Standard core, without their marks.
     bool readSamples(const CoreIdentity& core, qint64 words, BitString& samples);
-    /// One bit for each window of a core at rest: whether it has fewer samples before its trigger.
-    bool readWindows(const CoreIdentity& core, qint64 windows, BitString& shortOnes);
+    /// The first words about the windows of a core at rest, of `CoreIdentity::windowBits` each.
+    bool readWindows(const CoreIdentity& core, qint64 windows, BitString& words);
 
     /// Writes what a core at rest waits for and captures; false also when the core is not built for
     /// it.

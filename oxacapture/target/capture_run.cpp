@@ -164,6 +164,7 @@ bool CaptureRun::capture(const RunOptions& options, QString* error)
     const QDeadlineTimer deadline = options.timeout > 0 ? QDeadlineTimer(options.timeout)
                                                         : QDeadlineTimer(QDeadlineTimer::Forever);
     m_forced.assign(m_runs.size(), {});
+    m_followed.assign(m_runs.size(), {});
     const bool isArmed = start(options);
     if (isArmed)
         armed();
@@ -193,16 +194,16 @@ bool CaptureRun::wait(const RunOptions& options, const QDeadlineTimer& deadline)
     for (const CoreRun& run : m_runs)
         cores.push_back(run.core);
     bool first = true;
-    bool forced = true;
+    bool works = true;
     const bool polled = m_session->wait(cores, [&](const std::vector<CoreProgress>& now) {
         m_last = now;
         tellProgress();
         const bool asked = forces() || (options.immediate && first);
         first = false;
-        forced = (!asked && !options.immediate) || force(asked);
-        return forced && goesOn() && !options.stopOnly && !deadline.hasExpired();
+        works = ((!asked && !options.immediate) || force(asked)) && follow();
+        return works && goesOn() && !options.stopOnly && !deadline.hasExpired();
     });
-    return polled && forced;
+    return polled && works;
 }
 
 void CaptureRun::tellProgress()
@@ -231,6 +232,30 @@ bool CaptureRun::force(bool withoutClock)
     return true;
 }
 
+/// Reads the windows that are complete, when there are more than before and the run goes on.
+bool CaptureRun::follow()
+{
+    bool goesOn = false;
+    bool hasMore = false;
+    for (size_t i = 0; i < m_runs.size(); ++i) {
+        goesOn = goesOn || m_last[i].state != CoreProgress::Finished;
+        hasMore = hasMore || m_last[i].complete > m_followed[i].whole;
+    }
+    if (!followed || !goesOn || !hasMore)
+        return true;
+    std::vector<CoreOutcome> outcomes;
+    for (size_t i = 0; i < m_runs.size(); ++i) {
+        const qint64 complete = m_last[i].complete;
+        if (complete > m_followed[i].whole
+            && !m_session->readComplete(m_runs[i].core, complete, m_followed[i]))
+            return false;
+        outcomes.push_back(outcomeOf(m_runs[i], m_followed[i]));
+        outcomes.back().forced = m_forced[i];
+    }
+    followed(outcomes);
+    return true;
+}
+
 std::vector<CoreOutcome> CaptureRun::read()
 {
     // A stop ends the reading too, unless a stop has already ended the wait.
@@ -244,22 +269,33 @@ std::vector<CoreOutcome> CaptureRun::read()
     return outcomes;
 }
 
-CoreOutcome CaptureRun::read(const CoreRun& run, const CoreProgress& last)
+CoreOutcome CaptureRun::outcomeOf(const CoreRun& run, const ReadOut& readOut) const
 {
+    const std::vector<CorePlan>& cores = m_session->build().cores;
     CoreOutcome outcome;
     outcome.run = run;
-    outcome.finished = last.state == CoreProgress::Finished;
+    outcome.captured = capturedCore(cores[run.core], readOut, run.setup);
+    outcome.captured.forcedBy = forcingIndexes(cores, run.setup);
+    outcome.captured.names = m_session->knowsNames(run.core) ? "verified" : "unknown";
+    return outcome;
+}
+
+CoreOutcome CaptureRun::read(const CoreRun& run, const CoreProgress& last)
+{
+    const bool isFinished = last.state == CoreProgress::Finished;
     ReadOut readOut;
-    if ((!outcome.finished && !m_session->stop(run.core))
-        || !m_session->read(run.core, readOut, true)) {
-        outcome.error = m_session->error();
-        return outcome;
+    if ((!isFinished && !m_session->stop(run.core)) || !m_session->read(run.core, readOut, true)) {
+        CoreOutcome failed;
+        failed.run = run;
+        failed.finished = isFinished;
+        failed.error = m_session->error();
+        return failed;
     }
-    CapturedCore& captured = outcome.captured;
-    captured = capturedCore(m_session->build().cores[run.core], readOut, run.setup);
-    captured.names = m_session->knowsNames(run.core) ? "verified" : "unknown";
+    CoreOutcome outcome = outcomeOf(run, readOut);
+    outcome.finished = isFinished;
+    QString& progress = outcome.captured.progress;
     if (!outcome.finished && !last.clockRuns)
-        captured.progress += (captured.progress.isEmpty() ? "" : "; ") + last.clockText();
+        progress += (progress.isEmpty() ? "" : "; ") + last.clockText();
     // What was read is complete, even if the chip fails now.
     if (outcome.finished && m_session->stop(run.core))
         m_session->rest(run.core);

@@ -68,6 +68,9 @@ public:
     std::function<bool()> forces = [] { return false; };
     /// Called when all cores are armed.
     std::function<void()> armed = [] {};
+    /// Called with what all cores have so far, when one of them has completed another window and
+    /// the run goes on. Empty: windows are read at the end only.
+    std::function<void(std::vector<CoreOutcome>& outcomes)> followed;
     /// Called with the progress of each core that runs, when that changes.
     std::function<void(const QStringList& texts)> progress = [](const QStringList&) {};
 
@@ -117,6 +120,8 @@ private:
     bool wait(const RunOptions& options, const QDeadlineTimer& deadline);
     void tellProgress();
     bool force(bool withoutClock);
+    bool follow();
+    CoreOutcome outcomeOf(const CoreRun& run, const ReadOut& readOut) const;
     CoreOutcome read(const CoreRun& run, const CoreProgress& last);
 
     OpenOcdLink m_openocd;
@@ -130,6 +135,7 @@ private:
     std::vector<CoreRun> m_runs;
     std::vector<CoreProgress> m_last; // of the runs
     std::vector<std::vector<qint64>> m_forced; // windows of each run
+    std::vector<ReadOut> m_followed; // what was read of each run while it went on
     QStringList m_told;
 };
 

@@ -8,6 +8,8 @@
 #include <QDeadlineTimer>
 #include <QThread>
 
+#include <algorithm>
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -120,6 +122,7 @@ bool CaptureSession::match(const std::vector<BuiltConfiguration>& builds)
             m_client.setName(m_identities[core].position, build.cores[core].name());
         m_setups.clear();
         m_begun.assign(build.cores.size(), false);
+        m_seen.assign(build.cores.size(), false);
         m_before.assign(build.cores.size(), {});
         m_ticked.assign(build.cores.size(), {});
         for (const CorePlan& core : build.cores)
@@ -193,6 +196,31 @@ bool CaptureSession::checkLevels(size_t core, const TriggerSetup& setup)
     return failAt(core, "its expressions are static: other expressions need another netlist");
 }
 
+// Adds the runs of the cores that run `at` forces, and of those that these force, and then itself.
+static void addForcedFirst(const std::vector<CoreRun>& runs, size_t at, std::vector<bool>& visited,
+    std::vector<CoreRun>& ordered)
+{
+    if (visited[at])
+        return;
+    visited[at] = true;
+    for (size_t i = 0; i < runs.size(); ++i) {
+        const std::vector<int>& forcedBy = runs[i].setup.forcedBy;
+        if (std::find(forcedBy.begin(), forcedBy.end(), int(runs[at].core)) != forcedBy.end())
+            addForcedFirst(runs, i, visited, ordered);
+    }
+    ordered.push_back(runs[at]);
+}
+
+// A core takes no trigger of another one before it is armed, so it is armed before that.
+static std::vector<CoreRun> armingOrder(const std::vector<CoreRun>& runs)
+{
+    std::vector<CoreRun> ordered;
+    std::vector<bool> visited(runs.size());
+    for (size_t i = 0; i < runs.size(); ++i)
+        addForcedFirst(runs, i, visited, ordered);
+    return ordered;
+}
+
 bool CaptureSession::arm(const std::vector<CoreRun>& runs, Written written)
 {
     for (const CoreRun& run : runs) {
@@ -203,9 +231,8 @@ bool CaptureSession::arm(const std::vector<CoreRun>& runs, Written written)
         if (!prepare(run, written))
             return false;
     }
-    for (const CoreRun& run : runs) {
-        m_begun[run.core] = false;
-        m_ticked[run.core].invalidate();
+    for (const CoreRun& run : armingOrder(runs)) {
+        expectRun(run.core);
         if (!m_client.command(m_identities[run.core].position, CoreCommand::Arm))
             return fail(m_client.error());
     }
@@ -235,12 +262,19 @@ bool CaptureSession::prepare(const CoreRun& run, Written written)
     return true;
 }
 
+// Nothing is known of the run that the core begins or continues.
+void CaptureSession::expectRun(size_t core)
+{
+    m_begun[core] = false;
+    m_seen[core] = false;
+    m_ticked[core].invalidate();
+}
+
 bool CaptureSession::adopt(size_t core)
 {
     const CorePlan& own = m_build.cores[core];
     CoreStatus status;
-    m_begun[core] = false;
-    m_ticked[core].invalidate();
+    expectRun(core);
     if (!readStatus(core, status))
         return false;
     m_before[core] = status;
@@ -256,8 +290,7 @@ bool CaptureSession::adopt(size_t core)
 bool CaptureSession::takeOver(const CoreRun& run)
 {
     CoreStatus status;
-    m_begun[run.core] = false;
-    m_ticked[run.core].invalidate();
+    expectRun(run.core);
     m_setups[run.core] = run.setup;
     return readStatus(run.core, status)
         && (status.armed || failAt(run.core, "it is not armed, so there is no run to stop"));
@@ -275,6 +308,7 @@ bool CaptureSession::resume(size_t core)
 bool CaptureSession::poll(size_t core, CoreProgress& progress)
 {
     CoreStatus status;
+    const bool wasBegun = m_begun[core];
     if (!readStatus(core, status))
         return false;
     if (!status.armed)
@@ -294,6 +328,13 @@ bool CaptureSession::poll(size_t core, CoreProgress& progress)
         : !status.running                     ? CoreProgress::NoClock
         : now.open || m_identities[core].lite ? CoreProgress::Taking
                                               : CoreProgress::Waiting;
+    // The status scan before asked for the snapshot: the first one may be of the run before.
+    m_seen[core] = m_seen[core] || (wasBegun && now.fresh);
+    const bool answers = m_seen[core] && m_identities[core].mostWindows > 1;
+    progress.complete = m_identities[core].lite ? 0
+        : status.finished                       ? setup.windowNum
+        : answers                               ? std::min(now.windows, setup.windowNum)
+                                                : 0;
     seeClock(core, status, progress);
     return true;
 }
@@ -384,16 +425,16 @@ bool CaptureSession::readMemory(
     const TriggerSetup& setup = m_setups[core];
     const qint64 words = usedWords(identity, status, setup)
         + (withWaiting ? waitingWords(identity, status, setup) : 0);
-    BitString shortOnes;
+    BitString windowWords;
     BitString memory;
     QString error;
-    if ((!identity.lite && !m_client.readWindows(identity, setup.windowNum, shortOnes))
+    if ((!identity.lite && !m_client.readWindows(identity, setup.windowNum, windowWords))
         || (words > 0
             && !(samplesSuffice(identity, status, setup)
                     ? m_client.readSamples(identity, words, memory)
                     : m_client.readMemory(identity, words, memory))))
         return fail(m_client.error());
-    return (decodeWindows(identity, status, setup, shortOnes, memory, readOut.windows, &error)
+    return (decodeWindows(identity, status, setup, windowWords, memory, readOut.windows, &error)
                && (!withWaiting
                    || decodeWaiting(identity, status, setup, memory, readOut.waiting, &error)))
         || failAt(core, error);
@@ -425,10 +466,20 @@ bool CaptureSession::read(size_t core, ReadOut& readOut, bool withWaiting)
     return readMemory(core, status, withWaiting, readOut);
 }
 
+bool CaptureSession::readComplete(size_t core, qint64 windows, ReadOut& readOut)
+{
+    CoreStatus status; // as of a core that was stopped behind these windows
+    status.windows = windows;
+    readOut = {};
+    readOut.whole = windows;
+    readOut.progress.matches.assign(m_setups[core].units.size(), 0);
+    return windows == 0 || readMemory(core, status, false, readOut);
+}
+
 // Its numbers count from its first sample.
 static Window placeOf(const DecodedWindow& window)
 {
-    Window place {0, window.samples.size(), kNoSample, window.stored};
+    Window place {0, window.samples.size(), kNoSample, window.stored, window.forced, window.stamp};
     if (window.triggerOffset != kNoSample)
         place.triggerSample = place.offset(window.triggerOffset);
     return place;
@@ -436,16 +487,13 @@ static Window placeOf(const DecodedWindow& window)
 
 CapturedCore capturedCore(const CorePlan& core, const ReadOut& readOut, const TriggerSetup& setup)
 {
-    CapturedCore captured;
-    captured.index = core.index();
-    captured.items = core.items();
+    CapturedCore captured = capturedCore(core);
     for (const DecodedWindow& window : readOut.windows)
         captured.windows.push_back({placeOf(window), window.samples});
     if (readOut.waiting.samples.size() > 0)
         captured.windows.push_back({placeOf(readOut.waiting), readOut.waiting.samples, true});
     if (!core.core)
         return captured;
-    captured.storage = core.core->storage;
     captured.progress = progressText(setup, readOut.progress);
     captured.waited = readOut.waited;
     captured.level = readOut.progress.reached;

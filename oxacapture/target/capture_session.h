@@ -31,6 +31,7 @@ struct CoreProgress {
     qint64 windows = 0; ///< number of windows of the run
     std::vector<int> units; ///< the match units' numbers
     std::vector<int> matches; ///< of each while the core waited, up to `kCountedMatches`
+    qint64 complete = 0; ///< windows that `CaptureSession::readComplete` can read
 
     /// For users: "waiting for level 2 of 3, window 1 of 4; M0 matched 12 times".
     OXACAPTURE_EXPORT QString text() const;
@@ -94,7 +95,8 @@ public:
         Nothing, ///< for another run like the last one, which has been read
     };
 
-    /// Stops the cores, writes their settings, and then arms one after the other. False, and
+    /// Stops the cores, writes their settings, and then arms one after the other: those that others
+    /// of them force before these. False, and
     /// nothing armed, when a core is not built for its setup.
     bool arm(const std::vector<CoreRun>& runs, Written written = Written::All);
 
@@ -132,12 +134,17 @@ public:
     /// a core that waited for a trigger are read only `withWaiting`.
     bool read(size_t core, ReadOut& readOut, bool withWaiting = false);
 
+    /// Reads the first `windows` windows of a core whose run may go on; they have to be complete,
+    /// as `poll` told in `CoreProgress::complete`.
+    bool readComplete(size_t core, qint64 windows, ReadOut& readOut);
+
     /// Why the last call failed.
     const QString& error() const { return m_error; }
 
 private:
     bool fail(const QString& error);
     bool failAt(size_t core, const QString& error);
+    void expectRun(size_t core);
     bool matchStructure(const std::vector<CorePlan>& cores);
     bool matchNames(const std::vector<CorePlan>& cores);
     bool checkLevels(size_t core, const TriggerSetup& setup);
@@ -154,6 +161,7 @@ private:
     BuiltConfiguration m_build;
     std::vector<TriggerSetup> m_setups; // of the runs
     std::vector<bool> m_begun; // the status showed that the arming reached the sample clock
+    std::vector<bool> m_seen; // so did a snapshot
     std::vector<CoreStatus> m_before; // when it was armed
     std::vector<QElapsedTimer> m_ticked; // since the sample clock last ran; invalid: never
     QString m_error;

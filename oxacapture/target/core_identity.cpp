@@ -2,6 +2,7 @@
 #include "oxacapture/target/core_identity.h"
 
 #include "files/fail.h"
+#include "oxautils/encoding/events_text.h"
 #include "oxautils/model/limits.h"
 
 #include <algorithm>
@@ -26,6 +27,8 @@ constexpr Field kArmedField = {49, 1};
 constexpr Field kDynamicField = {50, 1};
 constexpr Field kKeepField = {52, 2};
 constexpr Field kEndsField = {54, 1};
+constexpr Field kStampsField = {55, 1};
+constexpr Field kSourcesField = {56, 4};
 constexpr Field kSignalsField = {64, 16};
 constexpr Field kExpressionsField = {80, 8};
 constexpr Field kPortsField = {88, 8};
@@ -41,6 +44,7 @@ constexpr Field kPortSignals = {8, 24};
 constexpr Field kUnitPort = {8, 8};
 constexpr Field kUnitType = {16, 8};
 constexpr Field kUnitCounter = {24, 8};
+constexpr Field kForcedBy = {0, OXA::kMostCores};
 
 quint64 get(const BitString& bits, Field field, int offset = 0)
 {
@@ -68,6 +72,16 @@ public:
 QString kindName(bool lite) { return lite ? "a Lite core" : "a Standard core"; }
 
 QString edgeName(bool falling) { return falling ? "falling edges" : "rising edges"; }
+
+QString stampsName(bool stamps)
+{
+    return stamps ? "windows with stamps" : "windows without stamps";
+}
+
+QString sourcesName(const CoreIdentity& core)
+{
+    return "inputs for the triggers of cores " + forcedByText(core);
+}
 
 QString expressionsName(bool dynamic)
 {
@@ -144,6 +158,7 @@ void setIdentity(const OXA::AoCore& core, CoreIdentity& identity)
     }
     identity.depth = core.storageDepth;
     identity.mostWindows = qint64(1) << bitsToCount(core.windowNum);
+    identity.stamps = core.events.stamps;
     for (const OXA::TriggerPort* port : core.availableTriggers())
         identity.ports.push_back({port->index, int(port->singleSignals().size())});
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
@@ -185,6 +200,11 @@ QString storageText(const CoreIdentity& core)
         + (core.marksEnds ? " and a limit" : "");
 }
 
+QString forcedByText(const CoreIdentity& core)
+{
+    return OXA::forcedByText(QList<int>(core.forcedBy.begin(), core.forcedBy.end()));
+}
+
 int bitsToCount(qint64 count)
 {
     int bits = 0;
@@ -196,7 +216,8 @@ int bitsToCount(qint64 count)
 int identityBits(const BitString& head)
 {
     const quint64 entries = get(head, kPortsField) + get(head, kUnitsField);
-    return kIdentityHeadBits + kEntryBits * int(entries);
+    const int sources = get(head, kSourcesField) > 0 ? kEntryBits : 0;
+    return kIdentityHeadBits + kEntryBits * int(entries) + sources;
 }
 
 bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, QString* error)
@@ -213,6 +234,7 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     identity.keep = OXA::CoreStorage::Keep(get(bits, kKeepField));
     identity.gapBits = int(get(bits, kGapField));
     identity.marksEnds = get(bits, kEndsField);
+    identity.stamps = get(bits, kStampsField);
     identity.signalCount = int(get(bits, kSignalsField));
     identity.expressions = int(get(bits, kExpressionsField));
     identity.addressBits = int(get(bits, kAddressField));
@@ -224,6 +246,13 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     for (quint64 i = 0; i < get(bits, kUnitsField); ++i, at += kEntryBits)
         identity.units.push_back({int(get(bits, kNumber, at)), int(get(bits, kUnitPort, at)),
             OXA::MatchType(get(bits, kUnitType, at)), int(get(bits, kUnitCounter, at))});
+    const quint64 sources = get(bits, kSourcesField) > 0 ? get(bits, kForcedBy, at) : 0;
+    for (int place = 0; place < OXA::kMostCores; ++place) {
+        if (sources >> place & 1)
+            identity.forcedBy.push_back(place);
+    }
+    if (quint64(identity.forcedBy.size()) != get(bits, kSourcesField))
+        return OXA::fail(error, "its number of cores that force it is not that of their positions");
     return true;
 }
 
@@ -239,6 +268,7 @@ CoreIdentity identityOf(const CorePlan& core, int position)
         identity.depth = core.lite->captureAmount;
     } else {
         setIdentity(*core.core, identity);
+        identity.forcedBy = core.setup.forcedBy;
     }
     identity.addressBits = std::max(bitsToCount(identity.depth), 1);
     return identity;
@@ -255,8 +285,11 @@ QStringList differences(const CoreIdentity& is, const CoreIdentity& wanted, Comp
         return comparison.texts;
     comparison.text(expressionsName(is.dynamic), expressionsName(wanted.dynamic));
     comparison.text("memory for " + storageText(is), "memory for " + storageText(wanted));
+    comparison.text(stampsName(is.stamps), stampsName(wanted.stamps));
     comparePorts(is, wanted, comparison);
     compareUnits(is, wanted, compared, comparison);
+    if (compared == Compared::All)
+        comparison.text(sourcesName(is), sourcesName(wanted));
     if (compared == Compared::All)
         comparison.number(is.expressions, wanted.expressions, "expressions");
     return comparison.texts;

@@ -39,15 +39,27 @@ struct CoreIdentity {
     qint64 mostWindows = 0; ///< of a run
     std::vector<Port> ports; ///< ascending
     std::vector<Unit> units; ///< ascending
+    /// Positions of the cores whose triggers can force it, ascending.
+    std::vector<int> forcedBy {};
+    bool stamps = false; ///< each window has the number of its trigger sample in the run
 
     /// Bits of a word in memory: a sample, its gap, the marks of a window's end and of a trigger.
     int wordBits() const { return lite ? signalCount : unmarkedBits() + (marksEnds ? 2 : 1); }
     /// Bits of a word in memory without its marks.
     int unmarkedBits() const { return signalCount + gapBits; }
+
+    /// Bits of a window's word: whether it is short, was forced by a core, and its stamp.
+    int windowBits() const { return stampAt() + (stamps ? kStampBits : 0); }
+    /// Where the stamp is in it; in front of it, the bit of a core that others force.
+    int stampAt() const { return forcedBy.empty() ? 1 : 2; }
+    static constexpr int kStampBits = 32; ///< of a window's word
 };
 
 /// Which samples a core stores: "changes with gaps of 16 bits and a limit".
 OXACAPTURE_EXPORT QString storageText(const CoreIdentity& core);
+
+/// Positions of the cores that can force it, as `OXA::forcedByText` writes them.
+OXACAPTURE_EXPORT QString forcedByText(const CoreIdentity& core);
 
 /// Bits of a number from 0 to `count` - 1.
 int bitsToCount(qint64 count);

@@ -28,6 +28,11 @@ QString counterText(const CoreIdentity::Unit& unit)
                                  : QString("only to %1").arg(qint64(1) << unit.counterBits);
 }
 
+bool forces(const std::vector<int>& cores, int place)
+{
+    return std::find(cores.begin(), cores.end(), place) != cores.end();
+}
+
 void appendWords(BitString& bits, const std::vector<quint64>& words, int width)
 {
     for (int bit = 0; bit < width; ++bit)
@@ -49,6 +54,11 @@ QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
     if (qint64(setup.levels.size()) > core.expressions
         || (setup.levels.empty() && core.expressions > 0))
         return QString("it has %1 expressions").arg(core.expressions);
+    for (const int place : setup.forcedBy) {
+        if (!forces(core.forcedBy, place))
+            return QString("it is not built to be forced by %1, but by %2")
+                .arg(QString::number(place), forcedByText(core));
+    }
     if (setup.units.size() != core.units.size())
         return QString("it has %1 match units").arg(core.units.size());
     return {};
@@ -120,6 +130,8 @@ bool settingsBits(
     bits.append(quint64(setup.windowNum - 1), bitsToCount(core.mostWindows));
     if (core.expressions > 1)
         bits.append(quint64(1) << (setup.levels.size() - 1), core.expressions);
+    for (const int place : core.forcedBy)
+        bits.append(forces(setup.forcedBy, place));
     for (size_t i = 0; i < core.units.size(); ++i)
         appendUnit(bits, core.units[i], portWidth(core, core.units[i].port), setup.units[i]);
     return true;

@@ -163,7 +163,7 @@ bool samplesSuffice(const CoreIdentity& core, const CoreStatus& status, const Tr
 }
 
 bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const TriggerSetup& setup,
-    const BitString& shortOnes, const BitString& memory, std::vector<DecodedWindow>& windows,
+    const BitString& windowWords, const BitString& memory, std::vector<DecodedWindow>& windows,
     QString* error)
 {
     windows.clear();
@@ -182,7 +182,8 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
     for (qint64 window = 0; window * amount < words; ++window) {
         const WindowWords own(core, memory, !unmarked, window * amount, amount);
         const bool isOpen = window == completeWindows(status, setup);
-        const bool isShort = !isOpen && shortOnes.at(int(window));
+        const int wordAt = int(window) * core.windowBits();
+        const bool isShort = !isOpen && windowWords.at(wordAt);
         const qint64 trigger = unmarked
             ? endTrigger(status, setup, isShort)
             : own.firstMarked(isOpen && !status.wentRound ? status.position : amount);
@@ -191,6 +192,10 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
             return OXA::fail(error, QString("window %1 has no trigger").arg(window));
         windows.push_back(isOpen ? openWindow(own, setup, status, trigger)
                                  : completeWindow(own, setup, trigger, isShort));
+        windows.back().forced = !core.forcedBy.empty() && windowWords.at(wordAt + 1);
+        if (core.stamps)
+            windows.back().stamp
+                = quint32(windowWords.number(wordAt + core.stampAt(), CoreIdentity::kStampBits));
     }
     return true;
 }

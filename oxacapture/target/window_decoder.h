@@ -14,6 +14,8 @@ struct DecodedWindow {
     /// The numbers of the samples, counted from the first one; empty: they are consecutive, or of a
     /// core that stores no gaps.
     std::vector<qint64> stored {};
+    bool forced = false; ///< a trigger of another core was seen at the trigger sample
+    std::optional<quint32> stamp {}; ///< the trigger sample's number in the run, modulo 2^32
 };
 
 /// Words of memory that `decodeWindows` needs, for a run with the settings of `setup`.
@@ -31,11 +33,12 @@ OXACAPTURE_EXPORT bool samplesSuffice(
 
 /// The windows in the memory of a core at rest, in the order in which they were taken.
 ///
-/// `memory` has `usedWords` words, without their marks when `samplesSuffice`; `shortOnes` has a bit
-/// for each window of `setup`. False, with `error`, when a window has no mark or the status cannot
-/// be that of such a run. A Lite core has one window, without a trigger.
+/// `memory` has `usedWords` words, without their marks when `samplesSuffice`; `windowWords` has a
+/// word for each window of `setup`, or for those that are complete. False, with `error`, when a
+/// window has no mark or the status cannot be that of such a run. A Lite core has one window,
+/// without a trigger.
 OXACAPTURE_EXPORT bool decodeWindows(const CoreIdentity& core, const CoreStatus& status,
-    const TriggerSetup& setup, const BitString& shortOnes, const BitString& memory,
+    const TriggerSetup& setup, const BitString& windowWords, const BitString& memory,
     std::vector<DecodedWindow>& windows, QString* error);
 
 /// The last samples of a core at rest that still waited for a trigger when it was stopped, the

@@ -47,16 +47,36 @@ QString unknownBitsWarning(
     return {};
 }
 
-CapturedCore capturedCore(const CorePlan& core, const SampleTable& samples, const ModelRun& run)
+QList<int> forcingIndexes(const std::vector<CorePlan>& cores, const TriggerSetup& setup)
+{
+    QList<int> indexes;
+    for (const int place : setup.forcedBy) {
+        if (size_t(place) < cores.size())
+            indexes += cores[size_t(place)].index();
+    }
+    return indexes;
+}
+
+CapturedCore capturedCore(const CorePlan& core)
 {
     CapturedCore captured;
     captured.index = core.index();
     captured.items = core.items();
-    captured.windows = cutWindows(run.windows, samples);
+    captured.sampleClock = core.request.clock;
+    captured.fallingEdge = core.request.fallingEdge;
     if (core.core) {
         captured.storage = core.core->storage;
-        captured.progress = progressText(core.setup, run.progress);
+        captured.pulseDelay = pulseDelay(*core.core);
     }
+    return captured;
+}
+
+CapturedCore capturedCore(const CorePlan& core, const SampleTable& samples, const ModelRun& run)
+{
+    CapturedCore captured = capturedCore(core);
+    captured.windows = cutWindows(run.windows, samples);
+    if (core.core)
+        captured.progress = progressText(core.setup, run.progress);
     return captured;
 }
 

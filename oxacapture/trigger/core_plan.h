@@ -33,11 +33,17 @@ OXACAPTURE_EXPORT std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cor
 OXACAPTURE_EXPORT ModelRun runModel(
     const CorePlan& core, const SampleTable& samples, qint64 forceAt = kNoSample);
 
+/// The indexes of those of `cores` whose triggers force a core that runs with `setup`.
+OXACAPTURE_EXPORT QList<int> forcingIndexes(
+    const std::vector<CorePlan>& cores, const TriggerSetup& setup);
+
 /// A warning when unknown bits, which are common before a reset, decide the trigger in `run`; else
 /// an empty text.
 OXACAPTURE_EXPORT QString unknownBitsWarning(const CorePlan& core, const SampleTable& samples,
     const ModelRun& run, qint64 forceAt = kNoSample);
 
+/// Core `core` with its signals, and what else is known of it before a run, without windows.
+OXACAPTURE_EXPORT CapturedCore capturedCore(const CorePlan& core);
 /// The windows of `run`, with their samples from `samples`.
 OXACAPTURE_EXPORT CapturedCore capturedCore(
     const CorePlan& core, const SampleTable& samples, const ModelRun& run);

@@ -73,9 +73,9 @@ void readOut(AnalyzerClient& client, const CoreIdentity& core, const TriggerSetu
     const qint64 words = usedWords(core, status, setup);
     if (words <= core.depth && words * core.wordBits() > kLongestScan)
         return; // legal, and nothing but slow
-    BitString shortOnes;
+    BitString windowWords;
     BitString memory;
-    if (!client.readWindows(core, setup.windowNum, shortOnes)
+    if (!client.readWindows(core, setup.windowNum, windowWords)
         || !(samplesSuffice(core, status, setup) ? client.readSamples(core, words, memory)
                                                  : client.readMemory(core, words, memory))) {
         require(!client.error().isEmpty(), "a failure says why");
@@ -83,7 +83,7 @@ void readOut(AnalyzerClient& client, const CoreIdentity& core, const TriggerSetu
     }
     std::vector<DecodedWindow> windows;
     QString error;
-    if (!decodeWindows(core, status, setup, shortOnes, memory, windows, &error)) {
+    if (!decodeWindows(core, status, setup, windowWords, memory, windows, &error)) {
         require(!error.isEmpty(), "a refusal says why");
         return;
     }

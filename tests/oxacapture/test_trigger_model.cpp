@@ -186,73 +186,73 @@ void TestTriggerModel::storesWhatIsAskedFor()
     }
 }
 
-// Each core has a clock, a character a time; a sample of its trigger's signal for each active edge;
-// and the places of those that force it. In a result, a window is its first sample, the trigger
-// sample behind "*", or behind "F" when a pulse was seen at it, and behind "=" its stamp.
+// A core in words: its clock, a character a time; its trigger's signal, a character for each active
+// edge; the places of cores that force it; "dynamic", "falling", "stamps" or "single", windows of
+// one sample; and its windows, the first and the trigger sample with "F" between them when a pulse
+// was seen, and behind "=" the stamp.
 void TestTriggerModel::coresForceEachOther()
 {
-    constexpr char kFast[] = "010101010101010101010101";
-    constexpr char kSlow[] = "0000111100001111000011110000";
-    constexpr char kNever[] = "0000000000000000";
-    struct Row {
+    const QString fast = "010101010101010101010101 ";
+    const QString slow = "0000111100001111000011110000 ";
+    const QString never = "0000000000000000 ";
+    const struct {
         const char* what;
-        struct {
-            const char *clock, *trigger, *forcedBy;
-            const char* words; // dynamic, falling, stamps, single: one window of one sample
-            const char* result;
-        } cores[2];
-        qint64 forceAt = kNoSample;
+        QString first, second;
+        qint64 forceAt;
+    } rows[] = {
+        {"three edges after the sample, and then the next one", fast + "001000000000 - - 1*2",
+         fast + never + "0 stamps 5F6=6",                                                                                                   kNoSample},
+        {"four with tables",                                    fast + "001000000000 - dynamic 1*2",     fast + never + "0 - 6F7",
+         kNoSample                                                                                                                                   },
+        {"the first edge strictly later",                       fast + "010000000000 - - 0*1",           slow + never + "0 - 0F1",
+         kNoSample                                                                                                                                   },
+        {"an edge at the same time is not",                     fast + "001000000000 - - 1*2",
+         "00010000000101 " + never + "0 - 1F2",                                                                                             kNoSample},
+        {"at falling edges",                                    fast + "001000000000 - - 1*2",           fast + never + "0 falling 4F5",
+         kNoSample                                                                                                                                   },
+        {"a forced trigger is not passed on",                   fast + "0010000000000000 1 - 1*2",
+         fast + never + "0 - 5F6",                                                                                                          kNoSample},
+        {"one that is an own one at the same time is",          fast + "001000000010 1 - 1*2|9F10",
+         fast + "000000100000 0 - 5F6",                                                                                                     kNoSample},
+        {"two between two edges cancel each other",             fast + "000110000000 - single 3*3|4*4",
+         slow + never + "0 - ",                                                                                                             kNoSample},
+        {"a stopped clock tells nothing",                       "0101010000000000 001000000000 - - 1*2",
+         fast + never + "0 - ",                                                                                                             kNoSample},
+        {"an open window is not forced",                        fast + "001000000000 - - 1*2",
+         fast + "000001000000 0 - 4*5",                                                                                                     kNoSample},
+        {"a client's force is told",                            fast + never + "- - 1*2",                fast + never + "0 single 2*2|6F6",
+         2                                                                                                                                           },
     };
-    const Row rows[] = {
-        {"three edges after the sample, and then the next one",
-         {{kFast, "001000000000", "", "", "1*2"}, {kFast, kNever, "0", "stamps", "5F6=6"}}  },
-        {                                                                                 "four with tables",
-         {{kFast, "001000000000", "", "dynamic", "1*2"}, {kFast, kNever, "0", "", "6F7"}} },
-        {                                                   "the first edge strictly later",
-         {{kFast, "010000000000", "", "", "0*1"}, {kSlow, kNever, "0", "", "0F1"}}                                                },
-        {                                                                                  "an edge at the same time is not",
-         {{kFast, "001000000000", "", "", "1*2"}, {"00010000000101", kNever, "0", "", "1F2"}}   },
-        {                                                                                 "at falling edges",
-         {{kFast, "001000000000", "", "", "1*2"}, {kFast, kNever, "0", "falling", "4F5"}}   },
-        { "a forced trigger is not passed on",
-         {{kFast, "0010000000000000", "1", "", "1*2"}, {kFast, kNever, "0", "", "5F6"}}                                        },
-        {                                                                                      "one that is an own one at the same time is",
-         {{kFast, "001000000010", "1", "", "1*2|9F10"},
-                {kFast, "000000100000", "0", "", "5F6"}}},
-        {  "two between two edges cancel each other",
-         {{kFast, "000110000000", "", "single", "3*3|4*4"}, {kSlow, kNever, "0", "", ""}}},
-        {                   "a stopped clock tells nothing",
-         {{"0101010000000000", "001000000000", "", "", "1*2"}, {kFast, kNever, "0", "", ""}}                                                                               },
-        {                                                                               "an open window is not forced",
-         {{kFast, "001000000000", "", "", "1*2"}, {kFast, "000001000000", "0", "", "4*5"}}                                     },
-        {                                                                                                                       "a client's force is told",
-         {{kFast, kNever, "", "", "1*2"}, {kFast, kNever, "0", "single", "2*2|6F6"}},                                                                                   2},
-    };
-    for (const Row& row : rows) {
+    enum Word { Clock, Trigger, ForcedBy, Kind, Result };
+    for (const auto& row : rows) {
         std::vector<std::unique_ptr<OXA::AoCore>> owned;
         QList<OXA::AoCore*> list;
         SampledWaveform waveform;
-        for (const auto& core : row.cores) {
-            const QString words = core.words;
-            const int amount = words.contains("single") ? 1 : 3;
+        std::vector<QString> clocks;
+        for (const QString& text : {row.first, row.second}) {
+            const QStringList words = text.split(' ');
+            const QString& kind = words.at(Kind);
+            const int amount = kind == "single" ? 1 : 3;
             owned.push_back(
                 coreOf(list.size(), {signalOf("d")}, signalOf("t"), "1", amount, amount / 2));
-            owned.back()->sampleClock = QString("clk%1").arg(list.size());
-            owned.back()->windowNum = 2;
-            owned.back()->expressionType = words.contains("dynamic");
-            owned.back()->trigType = words.contains("falling");
-            owned.back()->events.stamps = words.contains("stamps");
-            for (const QChar place : QString(core.forcedBy))
-                owned.back()->events.forcedBy += place.digitValue();
-            const QString samples = QString(core.trigger).split("", Qt::SkipEmptyParts).join(' ');
+            OXA::AoCore& core = *owned.back();
+            core.sampleClock = QString("clk%1").arg(list.size());
+            core.windowNum = 2;
+            core.expressionType = kind == "dynamic";
+            core.trigType = kind == "falling";
+            core.events.stamps = kind == "stamps";
+            if (words.at(ForcedBy) != "-")
+                core.events.forcedBy += words.at(ForcedBy).toInt();
+            const QString samples = words.at(Trigger).split("", Qt::SkipEmptyParts).join(' ');
             waveform.cores.push_back(samplesOf({samples, samples}));
-            waveform.clocks += owned.back()->sampleClock;
-            list += owned.back().get();
+            waveform.clocks += core.sampleClock;
+            clocks.push_back(words.at(Clock));
+            list += &core;
         }
-        for (int time = 1; time < 28; ++time) {
+        for (int time = 1; time < fast.size() + slow.size(); ++time) {
             bool isFirst = true;
-            for (int core = 0; core < 2; ++core) {
-                const QByteArray clock = row.cores[core].clock;
+            for (size_t core = 0; core < clocks.size(); ++core) {
+                const QString& clock = clocks[core];
                 if (time >= clock.size() || clock.at(time) == clock.at(time - 1))
                     continue;
                 waveform.edges.push_back({quint16(core), clock.at(time) == '1', !isFirst});
@@ -263,13 +263,14 @@ void TestTriggerModel::coresForceEachOther()
         const std::vector<CorePlan> plans = corePlans(list, {}, {}, messages);
         QVERIFY(messages.isEmpty());
         const std::vector<ModelRun> runs = runModels(plans, waveform, {row.forceAt});
-        for (size_t core = 0; core < 2; ++core) {
+        for (size_t core = 0; core < runs.size(); ++core) {
             QStringList windows;
             for (const Window& window : runs[core].windows)
                 windows += QString::number(window.firstSample) + (window.forced ? 'F' : '*')
                     + QString::number(window.triggerSample)
                     + (window.stamp ? '=' + QString::number(*window.stamp) : QString());
-            QVERIFY2(windows.join('|') == row.cores[core].result,
+            const QString& expected = core == 0 ? row.first : row.second;
+            QVERIFY2(windows.join('|') == expected.section(' ', Result),
                 qPrintable(row.what + (": " + windows.join('|'))));
         }
     }

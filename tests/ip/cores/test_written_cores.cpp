@@ -43,16 +43,16 @@ QString captured(AnalyzerClient& client, const CoreIdentity& core, const Trigger
 {
     CoreStatus status;
     BitString memory;
-    BitString shortOnes;
+    BitString windowWords;
     std::vector<DecodedWindow> decoded;
     QString error;
     if (!client.readStatus(core, status)
         || !(samplesSuffice(core, status, setup)
                 ? client.readSamples(core, usedWords(core, status, setup), memory)
                 : client.readMemory(core, usedWords(core, status, setup), memory))
-        || !client.readWindows(core, setup.windowNum, shortOnes))
+        || !client.readWindows(core, setup.windowNum, windowWords))
         return client.error();
-    if (!decodeWindows(core, status, setup, shortOnes, memory, decoded, &error))
+    if (!decodeWindows(core, status, setup, windowWords, memory, decoded, &error))
         return error;
     std::vector<CapturedWindow> windows;
     windows.reserve(decoded.size());
