@@ -33,6 +33,14 @@ void print(const CapturedCore& core, TextOut& out)
 
 }
 
+std::vector<Option> addTableFlags(Command& command, CaptureFileOptions& options)
+{
+    return {command.flag("--bits", options.bits,
+                "In a .csv file, a column for each bit instead of one for each bus"),
+        command.flag("--every", options.every,
+            "In a .csv file, also the samples between those that a core stored")};
+}
+
 void addCaptureFile(Command& command, CaptureOutput& output)
 {
     const Option file
@@ -41,14 +49,8 @@ void addCaptureFile(Command& command, CaptureOutput& output)
                   "File for the samples: .vcd, .fst, .csv or .sr (sigrok session), or -, standard"
                   " output")
               .typeName("OUT");
-    command
-        .flag("--bits", output.options.bits,
-            "In a .csv file, a column for each bit instead of one for each bus")
-        .needs(file);
-    command
-        .flag("--every", output.options.every,
-            "In a .csv file, also the samples between those that a core stored")
-        .needs(file);
+    for (Option& flag : addTableFlags(command, output.options))
+        flag.needs(file);
     command
         .flag("--gtkw", output.gtkw,
             "Beside a .vcd or .fst file, a .gtkw file for GTKWave, which shows names of values")

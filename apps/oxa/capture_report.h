@@ -14,7 +14,10 @@ struct CaptureOutput {
     bool json = false;
 };
 
-/// Adds --output, --bits and --gtkw.
+/// Adds --bits and --every.
+std::vector<Option> addTableFlags(Command& command, OXA_CAPTURE::CaptureFileOptions& options);
+
+/// Adds --output, --bits, --every and --gtkw.
 void addCaptureFile(Command& command, CaptureOutput& output);
 
 /// Takes over the names of values beside the configuration `file`.

@@ -18,8 +18,9 @@ input, or the standard output, to which a VCD is written.
 
 Any waveform becomes a .vcd or .fst file. A .vcd or .fst file that oxa wrote becomes
 the table or session that oxa would have written. From another waveform, these have a
-sample whenever a signal changes, and all signals, so that a table gets large. A bus of
-a table gets four bits for each of its digits.
+sample whenever a signal changes, and all signals, so that a table gets large. A session
+is a capture with the samples that differ from the one before, and the last one. A bus
+of a table gets four bits for each of its digits.
 
   oxa convert soc.vcd soc.fst
   oxa convert captured.fst captured.csv
@@ -75,8 +76,7 @@ void addConvert(CLI::App& app, Io& io, int& status)
     auto options = std::make_shared<Options>();
     command.text("IN", options->from, "The waveform or capture").required();
     command.text("OUT", options->to, "The file to write").required();
-    command.flag("--bits", options->file.bits,
-        "In a .csv file, a column for each bit instead of one for each bus");
+    addTableFlags(command, options->file);
     command.flag("--json", options->json, "For programs: one JSON object");
     command.setRun([&io, &status, options] { status = run(*options, io); });
 }

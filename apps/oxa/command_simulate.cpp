@@ -38,6 +38,9 @@ them unique. A sample contains the values just before the active edge of the clo
 a register would store them. Sample 0 is the first in the waveform; every core is armed
 before it.
 
+A saved capture (.vcd, .fst or .csv, as oxa wrote it) needs no clock: its samples are
+taken as they are. So are those of a sigrok session without the sample clock.
+
 --unit, --expression, --forced-by, --samples, --position and --windows change the run and
 not what is built, in the words of `oxa set`; --built-from names what is built when FILE has changed
 since. What needs another synthesis is refused. CORE is the core's position, from 0; it

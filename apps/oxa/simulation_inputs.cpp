@@ -3,6 +3,7 @@
 
 #include "progress_line.h"
 
+#include "oxacapture/files/capture_sampler.h"
 #include "oxautils/check/check.h"
 #include "oxautils/generate/installed.h"
 
@@ -71,7 +72,7 @@ bool readStimulus(const SimulationInputs& inputs, const QString& configuration,
         return !goesOn || goesOn();
     };
     Messages messages;
-    const bool read = sampleWaveform(inputs.stimulus, requests, waveform, messages, show);
+    const bool read = sampleStimulus(inputs.stimulus, requests, waveform, messages, show);
     line.clear();
     if (!read && messages.isEmpty())
         err.error("interrupted");

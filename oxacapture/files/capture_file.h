@@ -23,10 +23,12 @@ OXACAPTURE_EXPORT bool writeCapture(const QString& path, const Capture& capture,
 /// Reads the samples in the waveform `path`, of any kind that `VcdReader` reads. Of a file that
 /// `writeCapture` wrote as .vcd or .fst, it makes the capture again; the names of signals are those
 /// in the file, and samples are counted from 0 in each window. A file with the suffix .csv, too,
-/// has to be one that `writeCapture` wrote; there, a bus has four bits for each of its digits. Any
-/// other waveform becomes one core with all signals and one window, with a sample whenever a signal
-/// changes. False when it cannot be read, with "PATH: REASON" or "PATH:LINE: REASON" in `error`, or
-/// when `progress` stopped the work.
+/// has to be one that `writeCapture` wrote; there, a bus has four bits for each of its digits. A
+/// sigrok session becomes one core with one window, in which the samples that differ from the one
+/// before are stored, and the last one; its sample rate is the clock. Any other waveform becomes
+/// one core with all signals and one window, with a sample whenever a signal changes. False when it
+/// cannot be read, with "PATH: REASON" or "PATH:LINE: REASON" in `error`, or when `progress`
+/// stopped the work.
 OXACAPTURE_EXPORT bool readCapture(
     const QString& path, Capture& capture, QString* error, const Progress& progress = {});
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/fail.h"
-#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_limits.h"
-#include "oxacapture/files/capture_scopes.h"
 #include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/time_axis.h"
+#include "oxacapture/waveform/bus_range.h"
+#include "oxacapture/waveform/capture_scopes.h"
 #include "oxacapture/waveform/code_slots.h"
 #include "oxacapture/waveform/vcd_reader.h"
 
@@ -109,8 +109,7 @@ bool CaptureReading::plan(QString* error)
     }
     for (size_t from = 0; from < variables.size();) {
         const size_t to = m_isCapture ? endOfScope(variables, from) : variables.size();
-        const int index
-            = m_isCapture ? coreOf(m_waveform.scopes()[size_t(variables[from].scope)]) : 0;
+        const int index = m_isCapture ? coreOf(m_waveform, variables[from]) : 0;
         planCore(index, from, to, names);
         from = to;
     }

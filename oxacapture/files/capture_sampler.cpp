@@ -2,13 +2,18 @@
 #include "oxacapture/files/capture_sampler.h"
 
 #include "oxacapture/files/capture_file.h"
-#include "oxacapture/files/capture_scopes.h"
 #include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/every_sample.h"
 #include "oxacapture/files/time_axis.h"
+#include "oxacapture/waveform/capture_scopes.h"
+#include "oxacapture/waveform/signal_finder.h"
+#include "oxacapture/waveform/waveform_input.h"
 
 #include <QHash>
 #include <QRegularExpression>
+
+#include <algorithm>
+#include <limits>
 
 namespace OXA_CAPTURE {
 
@@ -33,11 +38,13 @@ QHash<QString, int> bitsByKey(const CapturedCore& core)
     return places;
 }
 
+using Places = std::vector<std::vector<int>>;
+
 /// The places of the requested bits, by fields; -1 for those that are missing.
-std::vector<std::vector<int>> placesIn(const CapturedCore& core, const SampleRequest& request)
+Places placesIn(const CapturedCore& core, const SampleRequest& request)
 {
     const QHash<QString, int> known = bitsByKey(core);
-    std::vector<std::vector<int>> places;
+    Places places;
     for (const QStringList& names : request.fields) {
         places.emplace_back();
         for (const QString& name : names)
@@ -46,7 +53,7 @@ std::vector<std::vector<int>> placesIn(const CapturedCore& core, const SampleReq
     return places;
 }
 
-QStringList missingNames(const SampleRequest& request, const std::vector<std::vector<int>>& places)
+QStringList missingNames(const SampleRequest& request, const Places& places)
 {
     QStringList missing;
     for (size_t field = 0; field < places.size(); ++field) {
@@ -59,7 +66,21 @@ QStringList missingNames(const SampleRequest& request, const std::vector<std::ve
     return missing;
 }
 
-SampleTable takeSamples(const CapturedCore& core, const std::vector<std::vector<int>>& places)
+/// The first core of the capture that has all requested signals. When there is none, -1, and the
+/// signals that the core with the most of them lacks.
+int findCore(const Capture& capture, const SampleRequest& request, QStringList& missing)
+{
+    for (size_t core = 0; core < capture.size(); ++core) {
+        const QStringList names = missingNames(request, placesIn(capture[core], request));
+        if (names.isEmpty())
+            return int(core);
+        if (core == 0 || names.size() < missing.size())
+            missing = names;
+    }
+    return -1;
+}
+
+SampleTable takeSamples(const CapturedCore& core, const Places& places)
 {
     std::vector<int> widths;
     widths.reserve(places.size());
@@ -81,31 +102,117 @@ SampleTable takeSamples(const CapturedCore& core, const std::vector<std::vector<
     return table;
 }
 
-void takeTimes(const Capture& capture, size_t place, SampledWaveform& result)
+std::vector<quint64> timesOf(const CapturedCore& core, size_t place, const TimeAxis& axis)
 {
-    const TimeAxis axis(capture);
-    result.times.emplace_back();
-    if (axis.kind() != TimeKind::Numbers)
-        result.timeExponent = axis.exponent();
-    const CapturedCore& core = capture[place];
+    std::vector<quint64> times;
     for (size_t window = 0; window < core.windows.size(); ++window) {
         for (qint64 sample = 0; sample < core.windows[window].samples.size(); ++sample)
-            result.times.front().push_back(axis.at(place, window, sample));
+            times.push_back(axis.at(place, window, sample));
+    }
+    return times;
+}
+
+/// Adds both edges of a clock for each sample, those of all clocks in the order of their times.
+void addEdges(const std::vector<const SampleRequest*>& clocks,
+    const std::vector<const std::vector<quint64>*>& times, std::vector<ClockEdge>& edges)
+{
+    std::vector<size_t> next(clocks.size());
+    for (;;) {
+        quint64 time = std::numeric_limits<quint64>::max();
+        bool isEnd = true;
+        for (size_t clock = 0; clock < clocks.size(); ++clock) {
+            if (next[clock] == times[clock]->size())
+                continue;
+            time = std::min(time, (*times[clock])[next[clock]]);
+            isEnd = false;
+        }
+        if (isEnd)
+            return;
+        for (const bool isFirst : {true, false}) {
+            bool sameTime = false;
+            for (size_t clock = 0; clock < clocks.size(); ++clock) {
+                if (next[clock] == times[clock]->size() || (*times[clock])[next[clock]] != time)
+                    continue;
+                edges.push_back({quint16(clock), isFirst != clocks[clock]->fallingEdge, sameTime});
+                sameTime = true;
+                next[clock] += isFirst ? 0 : 1;
+            }
+        }
     }
 }
 
-}
-
-bool isCaptureFile(const QString& path)
+/// Adds the clocks and their edges. False when two requests with one clock do not have the same
+/// samples.
+bool addClocks(
+    const std::vector<SampleRequest>& requests, SampledWaveform& result, Messages& messages)
 {
-    if (isCsv(path))
-        return true;
-    VcdReader reader(path);
-    return reader.readHeader() && isCapture(reader);
+    std::vector<const SampleRequest*> clocks;
+    std::vector<const std::vector<quint64>*> times;
+    for (size_t core = 0; core < requests.size(); ++core) {
+        const int known = result.clocks.indexOf(requests[core].clock);
+        if (known >= 0 && *times[size_t(known)] != result.times[core]) {
+            messages.append({requests[core].clock,
+                "is the clock of several cores, whose samples in the capture have different times;"
+                " use a waveform instead"});
+            return false;
+        }
+        if (known >= 0)
+            continue;
+        result.clocks += requests[core].clock;
+        clocks.push_back(&requests[core]);
+        times.push_back(&result.times[core]);
+    }
+    addEdges(clocks, times, result.edges);
+    return true;
 }
 
-bool sampleCapture(const QString& path, const SampleRequest& request, SampledWaveform& result,
-    Messages& messages, const Progress& progress)
+bool takeCapture(Capture& capture, const std::vector<SampleRequest>& requests,
+    SampledWaveform& result, Messages& messages)
+{
+    std::vector<int> cores;
+    QStringList all;
+    for (const SampleRequest& request : requests) {
+        QStringList missing;
+        cores.push_back(findCore(capture, request, missing));
+        if (cores.back() < 0)
+            all += missing;
+    }
+    all.removeDuplicates();
+    for (const QString& name : qAsConst(all))
+        messages.append({name, "is not in the capture"});
+    if (!all.isEmpty())
+        return false;
+    const bool isOneCore = std::all_of(
+        cores.begin(), cores.end(), [&cores](int core) { return core == cores.front(); });
+    if (!isOneCore && TimeAxis(capture).kind() != TimeKind::Waveform) {
+        messages.append(Message {{},
+            "the capture does not tell how the samples of several cores lie to each other in time"});
+        return false;
+    }
+    for (CapturedCore& core : capture) {
+        if (!addPassedOver(core, kMostSamples)) {
+            messages.append(
+                Message {{}, "the capture has too many samples, with those not stored"});
+            return false;
+        }
+    }
+    const TimeAxis axis(capture);
+    if (axis.kind() != TimeKind::Numbers)
+        result.timeExponent = axis.exponent();
+    bool hasSamples = true;
+    for (size_t i = 0; i < requests.size(); ++i) {
+        const CapturedCore& core = capture[size_t(cores[i])];
+        result.cores.push_back(takeSamples(core, placesIn(core, requests[i])));
+        result.times.push_back(timesOf(core, size_t(cores[i]), axis));
+        hasSamples = hasSamples && !result.times.back().empty();
+    }
+    if (!hasSamples)
+        messages.append(Message {{}, "the capture has no samples"});
+    return hasSamples && addClocks(requests, result, messages);
+}
+
+bool sampleCapture(const QString& path, const std::vector<SampleRequest>& requests,
+    SampledWaveform& result, Messages& messages, const Progress& progress)
 {
     result = {};
     Capture capture;
@@ -115,30 +222,37 @@ bool sampleCapture(const QString& path, const SampleRequest& request, SampledWav
         stopped = progress && !progress(percent);
         return !stopped;
     };
-    if (!readCapture(path, capture, &error, goesOn)) {
-        if (!stopped)
-            messages.append({{}, error});
-        return false;
-    }
-    QStringList missing;
-    for (size_t place = 0; place < capture.size(); ++place) {
-        const auto places = placesIn(capture[place], request);
-        const QStringList names = missingNames(request, places);
-        if (place == 0 || names.size() < missing.size())
-            missing = names;
-        if (!names.isEmpty())
-            continue;
-        if (!addPassedOver(capture[place], kMostSamples)) {
-            messages.append({path, "has too many samples that were not stored"});
-            return false;
-        }
-        result.cores.push_back(takeSamples(capture[place], places));
-        takeTimes(capture, place, result);
-        return true;
-    }
-    for (const QString& name : qAsConst(missing))
-        messages.append({name, "is not in the capture"});
+    if (readCapture(path, capture, &error, goesOn))
+        return takeCapture(capture, requests, result, messages);
+    if (!stopped)
+        messages.append({{}, error});
     return false;
+}
+
+}
+
+bool isSampledCapture(const QString& path, const QStringList& clocks)
+{
+    if (isCsv(path))
+        return true;
+    VcdReader reader(path);
+    if (path == kStandardStream || !reader.readHeader() || !isCapture(reader))
+        return false;
+    const SignalFinder finder(reader);
+    return !isSession(reader)
+        || std::any_of(clocks.begin(), clocks.end(),
+            [&](const QString& clock) { return finder.find(clock, nullptr).code < 0; });
+}
+
+bool sampleStimulus(const QString& path, const std::vector<SampleRequest>& requests,
+    SampledWaveform& result, Messages& messages, const Progress& progress)
+{
+    QStringList clocks;
+    for (const SampleRequest& request : requests)
+        clocks += request.clock;
+    return isSampledCapture(path, clocks)
+        ? sampleCapture(path, requests, result, messages, progress)
+        : sampleWaveform(path, requests, result, messages, progress);
 }
 
 }

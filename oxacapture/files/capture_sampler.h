@@ -8,20 +8,27 @@
 
 namespace OXA_CAPTURE {
 
-/// Whether `path` is a capture as `writeCapture` writes it: a .csv file, or a .vcd or .fst file
-/// with the signals that tell the samples. Reads no more than the head of the file.
-OXACAPTURE_EXPORT bool isCaptureFile(const QString& path);
-
-/// Takes the samples of a core from the saved capture `path`, without a clock: they are those that
-/// were captured, the windows one after the other. They come from the first of the capture's cores
-/// that has all signals of `request`, by the names in the file. Samples that were not stored are
-/// between, as `addPassedOver` adds them. `result` gets one core and no
-/// edges; its times as far as the file tells them.
+/// Samples the stimulus `path`: a waveform by its clocks, as `sampleWaveform`; a saved capture
+/// without clocks, by its own samples. A capture is a .csv file, a .vcd or .fst file with the
+/// signals that tell the samples, all as `writeCapture` writes them; or a sigrok session in which a
+/// clock of `requests` is not found.
 ///
-/// False when the file cannot be read or lacks a signal, with all problems in `messages`; or,
-/// without a message, when `progress` stopped the work.
-OXACAPTURE_EXPORT bool sampleCapture(const QString& path, const SampleRequest& request,
-    SampledWaveform& result, Messages& messages, const Progress& progress = {});
+/// The samples of a capture are those of all its windows, one after the other. For each request
+/// they come from the first of its cores that has all the signals, by the names in the file.
+/// Samples that were not stored are between, as `addPassedOver` adds them. `result` gets the times
+/// as far as the file tells them, and for each sample the two edges of its clock; the standard
+/// input is never a capture.
+///
+/// False when the stimulus cannot be read, lacks a signal or a clock's edge, or when requests with
+/// the same clock have samples of different times, with all problems in `messages`; or, without a
+/// message, when `progress` stopped the work.
+OXACAPTURE_EXPORT bool sampleStimulus(const QString& path,
+    const std::vector<SampleRequest>& requests, SampledWaveform& result, Messages& messages,
+    const Progress& progress = {});
+
+/// Whether `path` is a capture as above, whose samples `sampleStimulus` takes without `clocks`.
+/// Reads no more than the head of the file.
+OXACAPTURE_EXPORT bool isSampledCapture(const QString& path, const QStringList& clocks);
 
 }
 

@@ -2,8 +2,8 @@
 #include "oxacapture/files/csv_core.h"
 
 #include "files/fail.h"
-#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/capture_limits.h"
+#include "oxacapture/waveform/bus_range.h"
 
 namespace OXA_CAPTURE {
 
@@ -67,15 +67,6 @@ QString valuesText(const CsvCore::Column& column)
                              : QString("0, 1 or x");
 }
 
-OXA::SignalItem itemOf(const QString& name, const CsvCore::Column& column)
-{
-    if (column.digits > 0)
-        return busItem({name, column.bits() - 1, 0}, column.bits());
-    OXA::SignalItem item;
-    item.name = name;
-    return item;
-}
-
 }
 
 int CsvCore::Column::bits() const { return digits > 0 ? digits * kDigitBits : 1; }
@@ -84,6 +75,11 @@ bool CsvCore::begin(const QStringList& names, const std::vector<QByteArray>& cel
 {
     qint64 width = 0;
     qint64 characters = 0;
+    QStringList bits; // the last columns, as far as they are single bits
+    const auto addBits = [&] {
+        core.items += groupedBits(bits);
+        bits.clear();
+    };
     for (size_t i = 0; i < cells.size(); ++i) {
         const QString& name = names.at(int(i));
         if (name.isEmpty() || cells[i].isEmpty())
@@ -95,8 +91,14 @@ bool CsvCore::begin(const QStringList& names, const std::vector<QByteArray>& cel
         if (width > kMostBits || characters > kMostCharacters)
             return OXA::fail(error, "has too many signals, or their names are too long");
         columns.push_back(column);
-        core.items += itemOf(name, column);
+        if (digits == 0) {
+            bits += name;
+            continue;
+        }
+        addBits();
+        core.items += busItem({name, column.bits() - 1, 0}, column.bits());
     }
+    addBits();
     layout = SampleLayout({int(width)});
     row.resize(size_t(layout.rowWords()));
     return width > 0 || OXA::fail(error, QString("core %1 has no signals").arg(core.index));

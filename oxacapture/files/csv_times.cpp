@@ -3,7 +3,7 @@
 
 #include "files/fail.h"
 #include "oxacapture/files/capture_writers.h"
-#include "oxacapture/files/time_unit.h"
+#include "oxacapture/waveform/time_unit.h"
 
 #include <algorithm>
 

@@ -2,8 +2,8 @@
 #include "files/fail.h"
 #include "oxacapture/files/capture_writers.h"
 #include "oxacapture/files/every_sample.h"
-#include "oxacapture/files/time_unit.h"
-#include "oxacapture/files/unique_names.h"
+#include "oxacapture/waveform/time_unit.h"
+#include "oxacapture/waveform/unique_names.h"
 
 #include <QHash>
 #include <QIODevice>

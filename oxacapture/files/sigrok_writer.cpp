@@ -2,9 +2,9 @@
 #include "oxacapture/files/capture_writers.h"
 
 #include "files/fail.h"
-#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/sample_grid.h"
-#include "oxacapture/files/unique_names.h"
+#include "oxacapture/waveform/bus_range.h"
+#include "oxacapture/waveform/unique_names.h"
 
 #include <QHash>
 #include <QIODevice>

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/files/time_axis.h"
 
-#include "oxacapture/files/time_unit.h"
-
-#include <QRegularExpression>
+#include "oxacapture/waveform/time_unit.h"
 
 #include <algorithm>
 
@@ -12,13 +10,6 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr qint64 kGap = 16; // a window is this many times as long as the gap behind it
-constexpr int kNumbersExponent = -9; // a unit that viewers can show
-
-constexpr int kDigits = 15; // of a frequency
-
-// In the order of TimeKind.
-constexpr const char* kTexts[] = {
-    "oxa: times of the waveform", "oxa: times in each window", "oxa: numbers of samples, no times"};
 
 TimeKind kindOf(const Capture& capture)
 {
@@ -89,28 +80,10 @@ quint64 TimeAxis::atNumber(size_t core, size_t window, qint64 number) const
 
 QString TimeAxis::text() const
 {
-    if (m_kind != TimeKind::Window)
-        return kTexts[int(m_kind)];
-    QStringList clocks;
+    QMap<int, double> clocks;
     for (const CapturedCore& core : m_capture)
-        clocks
-            += QString("core %1 at %2 Hz")
-                   .arg(QString::number(core.index), QString::number(core.clockHz, 'g', kDigits));
-    return kTexts[int(m_kind)] + (", " + clocks.join(", "));
-}
-
-TimeKind readTimeText(const QString& text, QMap<int, double>& clocks)
-{
-    static const QRegularExpression clock("core (\\d+) at (\\S+) Hz");
-    for (auto it = clock.globalMatch(text); it.hasNext();) {
-        const QRegularExpressionMatch match = it.next();
-        clocks.insert(match.captured(1).toInt(), match.captured(2).toDouble());
-    }
-    for (const TimeKind kind : {TimeKind::Window, TimeKind::Numbers}) {
-        if (text.startsWith(kTexts[int(kind)]))
-            return kind;
-    }
-    return TimeKind::Waveform;
+        clocks.insert(core.index, core.clockHz);
+    return timeText(m_kind, clocks);
 }
 
 }

@@ -3,17 +3,9 @@
 #define OXACAPTURE_FILES_TIME_AXIS_H
 
 #include "oxacapture/files/capture_result.h"
-
-#include <QMap>
+#include "oxacapture/waveform/time_text.h"
 
 namespace OXA_CAPTURE {
-
-/// What the times in a file are.
-enum class TimeKind {
-    Waveform, ///< those of the waveform that the cores sampled
-    Window, ///< since the first sample of each window
-    Numbers, ///< the numbers of the samples: no time is known
-};
 
 /// The times of all samples of a capture on one axis.
 ///
@@ -44,9 +36,6 @@ private:
     int m_exponent = 0;
     std::vector<std::vector<quint64>> m_starts; // of the windows, by core
 };
-
-/// The kind of times that `text` of a file tells, and the clocks of the cores by their indexes.
-TimeKind readTimeText(const QString& text, QMap<int, double>& clocks);
 
 }
 

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "oxacapture/files/bus_range.h"
 #include "oxacapture/files/capture_writers.h"
 #include "oxacapture/files/time_axis.h"
-#include "oxacapture/files/time_unit.h"
-#include "oxacapture/files/unique_names.h"
+#include "oxacapture/waveform/dump_text.h"
+#include "oxacapture/waveform/time_unit.h"
 
 #include <QHash>
 #include <QIODevice>
-#include <QRegularExpression>
 #include <QSet>
 
 namespace OXA_CAPTURE {
@@ -15,18 +13,6 @@ namespace OXA_CAPTURE {
 namespace {
 
 constexpr int kFlushAt = 1 << 20; // bytes
-constexpr int kWindowBits = 32;
-
-// An identifier of a dump: a number in base 94.
-QByteArray identifier(int number)
-{
-    QByteArray id;
-    do {
-        id += char('!' + number % 94);
-        number /= 94;
-    } while (number > 0);
-    return id;
-}
 
 // A variable of a core's data signals.
 struct DataVariable {
@@ -50,36 +36,6 @@ struct CoreVariables {
     QString windowName;
 };
 
-// Spaces separate words in a dump, and a word with a leading dollar sign ends a declaration.
-QString oneWord(const QString& name)
-{
-    static const QRegularExpression unusable("[\\s\\p{C}]+");
-    const QString word = QString(name).remove('\\').replace(unusable, "_");
-    return word.startsWith('$') ? '_' + word : word;
-}
-
-QString takeBusName(const OXA::SignalItem& bus, UniqueNames& names)
-{
-    static const QRegularExpression blanks("\\s+");
-    QStringList bits;
-    for (const OXA::SignalItem& bit : bus.subItems)
-        bits += oneWord(QString(bit.name).remove(blanks));
-    const OXA::BitRange range = busRange(bits, oneWord(bus.name));
-    return names.take(range.base, ' ' + range.text());
-}
-
-// Replaces the brackets of a single signal, which would look like a range.
-QString takeSignalName(const QString& signal, UniqueNames& names)
-{
-    QString name = oneWord(signal);
-    int index = 0;
-    if (takeIndex(name, index))
-        return names.take(name, QString("[%1]").arg(index));
-    if (name.endsWith(']'))
-        name.replace('[', '(').replace(']', ')');
-    return names.take(name);
-}
-
 // A variable with the texts of the values with names.
 void addStates(
     DataVariable& variable, const QHash<QString, QString>& states, UniqueNames& names, int& count)
@@ -87,8 +43,8 @@ void addStates(
     if (states.isEmpty())
         return;
     for (auto state = states.begin(); state != states.end(); ++state)
-        variable.states.insert(state.key().toLatin1(), oneWord(*state).toUtf8());
-    variable.stateId = identifier(count++);
+        variable.states.insert(state.key().toLatin1(), dumpWord(*state).toUtf8());
+    variable.stateId = dumpIdentifier(count++);
     variable.stateName = names.take(variable.name.section(' ', 0, 0) + "_name");
 }
 
@@ -102,9 +58,8 @@ CoreVariables variablesOf(const CapturedCore& core, const OXA::StateNames& state
         const QStringList bits = OXA::flattenedNames({item});
         if (!shown.contains(bits)) { // signals captured twice are shown once
             DataVariable variable;
-            variable.id = identifier(count++);
-            variable.name
-                = item.isBus() ? takeBusName(item, names) : takeSignalName(item.name, names);
+            variable.id = dumpIdentifier(count++);
+            variable.name = takeDumpName(item, names);
             variable.firstBit = bit;
             variable.width = item.bitCount();
             addStates(variable, OXA::statesOf(states, bits), names, count);
@@ -113,37 +68,27 @@ CoreVariables variablesOf(const CapturedCore& core, const OXA::StateNames& state
         shown += bits;
         bit += item.bitCount();
     }
-    variables.sample = identifier(count++);
+    variables.sample = dumpIdentifier(count++);
     variables.sampleName = names.takeOwn(freeName(core, "sample"));
-    variables.trigger = identifier(count++);
+    variables.trigger = dumpIdentifier(count++);
     variables.triggerName = names.takeOwn(freeName(core, "trigger"));
-    variables.window = identifier(count++);
+    variables.window = dumpIdentifier(count++);
     variables.windowName = names.takeOwn(freeName(core, "window"));
     return variables;
 }
 
 QByteArray declarations(const CapturedCore& core, const CoreVariables& variables)
 {
-    const QString line("$var %1 %2 %3 %4 $end\n");
     QString text = QString("$scope module core%1 $end\n").arg(core.index);
     for (const DataVariable& variable : variables.data) {
-        text += line.arg("wire", QString::number(variable.width), variable.id, variable.name);
+        text += dumpDeclaration("wire", variable.width, variable.id, variable.name);
         if (!variable.states.isEmpty())
-            text += line.arg("string", "1", variable.stateId, variable.stateName);
+            text += dumpDeclaration("string", 1, variable.stateId, variable.stateName);
     }
-    text += line.arg("wire", "1", variables.sample, variables.sampleName);
-    text += line.arg("wire", "1", variables.trigger, variables.triggerName);
-    text += line.arg(
-        "integer", QString::number(kWindowBits), variables.window, variables.windowName);
+    text += dumpDeclaration("wire", 1, variables.sample, variables.sampleName);
+    text += dumpDeclaration("wire", 1, variables.trigger, variables.triggerName);
+    text += dumpDeclaration("integer", kDumpWindowBits, variables.window, variables.windowName);
     return (text + "$upscope $end\n").toUtf8();
-}
-
-void addChange(const QByteArray& bits, const QByteArray& id, QByteArray& text)
-{
-    if (bits.size() == 1)
-        text.append(bits).append(id).append('\n');
-    else
-        text.append('b').append(bits).append(' ').append(id).append('\n');
 }
 
 void addText(const QByteArray& word, const QByteArray& id, QByteArray& text)
@@ -191,14 +136,14 @@ public:
         if (m_sample == window().samples.size())
             return endWindow(text);
         if (m_sample == 0)
-            addChange(QByteArray::number(int(m_window), 2).rightJustified(2, '0'),
+            addDumpChange(QByteArray::number(int(m_window), 2).rightJustified(2, '0'),
                 m_variables.window, text);
         for (DataVariable& variable : m_variables.data)
             addData(variable, text);
-        addChange(m_read % 2 ? "1" : "0", m_variables.sample, text);
+        addDumpChange(m_read % 2 ? "1" : "0", m_variables.sample, text);
         const bool triggers = m_sample == window().triggerOffset();
         if (triggers || m_isTrigger || m_sample == 0)
-            addChange(triggers ? "1" : "0", m_variables.trigger, text);
+            addDumpChange(triggers ? "1" : "0", m_variables.trigger, text);
         m_isTrigger = triggers;
         ++m_sample;
         ++m_read;
@@ -227,7 +172,7 @@ private:
         }
         if (!changed)
             return;
-        addChange(variable.last, variable.id, text);
+        addDumpChange(variable.last, variable.id, text);
         if (!variable.states.isEmpty())
             addText(variable.states.value(variable.last, variable.last), variable.stateId, text);
     }
@@ -248,14 +193,14 @@ private:
         if (!m_core.holds())
             addUnknownData(text);
         if (m_isTrigger)
-            addChange("0", m_variables.trigger, text);
+            addDumpChange("0", m_variables.trigger, text);
         m_isTrigger = false;
     }
 
     void addUnknownData(QByteArray& text)
     {
         for (DataVariable& variable : m_variables.data) {
-            addChange(variable.width == 1 ? "x" : "xx", variable.id, text);
+            addDumpChange(variable.width == 1 ? "x" : "xx", variable.id, text);
             if (!variable.states.isEmpty())
                 addText("x", variable.stateId, text);
             variable.last.clear();
@@ -265,9 +210,9 @@ private:
     void addUnknown(QByteArray& text)
     {
         addUnknownData(text);
-        addChange("x", m_variables.sample, text);
-        addChange("x", m_variables.trigger, text);
-        addChange("xx", m_variables.window, text);
+        addDumpChange("x", m_variables.sample, text);
+        addDumpChange("x", m_variables.trigger, text);
+        addDumpChange("xx", m_variables.window, text);
     }
 
     const CapturedCore& m_core;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/vcd_declarations.h"
 
-#include "oxacapture/files/time_unit.h"
+#include "oxacapture/waveform/time_unit.h"
 
 #include <algorithm>
 #include <charconv>

@@ -45,8 +45,8 @@ public:
 };
 
 /// Reads a value change dump (IEEE 1364) in one pass; memory depends on its declarations, not on
-/// its changes. The file may be compressed by gzip; FST files and sigrok sessions are read through
-/// the installed programs fst2vcd and sigrok-cli.
+/// its changes. The file may be compressed by gzip, or be a sigrok session; FST files are read
+/// through the installed program fst2vcd.
 ///
 /// Reals, events and strings are skipped. What the format does not allow is an error with its line;
 /// a file that was truncated between two changes looks like a complete one.

@@ -2,7 +2,7 @@
 #include "oxacapture/waveform/waveform_design.h"
 
 #include "files/fail.h"
-#include "oxacapture/waveform/vcd_reader.h"
+#include "oxacapture/waveform/capture_scopes.h"
 #include "oxautils/design/natural_order.h"
 
 #include <QHash>
@@ -58,8 +58,17 @@ bool readWaveformSignals(const QString& path, OXA::Design& design, QString* erro
             return OXA::fail(error, kTooLong);
     }
     QHash<QString, int> known;
-    for (const VcdVariable& variable : reader.variables()) {
-        if (variable.width == 0)
+    const std::vector<VcdVariable>& variables = reader.variables();
+    const bool hasOwn = isCapture(reader);
+    size_t end = 0; // of the scope
+    const auto isOwn = [&](size_t i) { // a variable that is no signal of a design
+        if (hasOwn && i == end)
+            end = endOfScope(variables, i);
+        return hasOwn && i + kOwnVariables >= end;
+    };
+    for (size_t i = 0; i < variables.size(); ++i) {
+        const VcdVariable& variable = variables[i];
+        if (isOwn(i) || variable.width == 0)
             continue;
         const QString name = QString::fromStdString(variable.name);
         const QString full

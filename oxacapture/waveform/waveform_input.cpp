@@ -2,6 +2,7 @@
 #include "oxacapture/waveform/waveform_input.h"
 
 #include "oxacapture/waveform/fst_blocks.h"
+#include "oxacapture/waveform/session_dump.h"
 
 #include <QFileInfo>
 #include <QProcess>
@@ -18,18 +19,10 @@ namespace {
 constexpr qint64 kBufferSize = 1 << 16;
 constexpr int kGzipOnly = 16; // added to the window's bits for zlib
 constexpr char kGzipMark[] = "\x1f\x8b";
+constexpr char kArchiveMark[] = "PK\x03\x04";
+constexpr char kFstProgram[] = "fst2vcd";
 
 }
-
-/// A program that writes a file of another kind as a dump to its standard output.
-struct WaveformInput::Converter {
-    const char* kind;
-    std::string_view mark; // first bytes of the file
-    const char* program;
-    const char* package;
-    QStringList (*arguments)(const QString& path);
-    bool isFst;
-};
 
 struct WaveformInput::Inflation {
     Inflation() { ready = inflateInit2(&stream, MAX_WBITS + kGzipOnly) == Z_OK; }
@@ -70,13 +63,6 @@ qint64 WaveformInput::failToRead(const QString& text)
 
 bool WaveformInput::open()
 {
-    const auto fst = [](const QString& path) { return QStringList {"-f", path}; };
-    const auto session = [](const QString& path) { return QStringList {"-i", path, "-O", "vcd"}; };
-    static const Converter kConverters[] = {
-        {"FST file",       kFstMark,       "fst2vcd",    "gtkwave",    fst,     true },
-        {"FST file",       kPackedFstMark, "fst2vcd",    "gtkwave",    fst,     true },
-        {"sigrok session", "PK\x03\x04",   "sigrok-cli", "sigrok-cli", session, false},
-    };
     const bool isOpen = m_path == kStandardStream ? m_file.open(STDIN_FILENO, QIODevice::ReadOnly)
                                                   : m_file.open(QIODevice::ReadOnly);
     if (!isOpen)
@@ -85,9 +71,12 @@ bool WaveformInput::open()
     const QByteArray start = m_file.peek(kFstMarkSize);
     if (start.startsWith(kGzipMark))
         return inflateFile();
-    for (const Converter& converter : kConverters) {
-        if (start.startsWith(QByteArray(converter.mark.data(), int(converter.mark.size()))))
-            return convertFile(converter);
+    if (start.startsWith(kArchiveMark))
+        return openSession();
+    for (const std::string_view mark :
+        {std::string_view(kFstMark), std::string_view(kPackedFstMark)}) {
+        if (start.startsWith(QByteArray(mark.data(), int(mark.size()))))
+            return convertFst();
     }
     return true;
 }
@@ -112,31 +101,48 @@ bool WaveformInput::saveStream(QString& path)
     return true;
 }
 
-bool WaveformInput::convertFile(const Converter& converter)
+/// The path of the file, or of a copy when it comes through a pipe; empty on failure.
+QString WaveformInput::seekablePath()
 {
     QString path = m_path;
-    if ((m_path == kStandardStream || m_size == 0) && !saveStream(path))
+    const bool isPipe = m_path == kStandardStream || m_size == 0;
+    return isPipe && !saveStream(path) ? QString() : path;
+}
+
+bool WaveformInput::openSession()
+{
+    const QString path = seekablePath();
+    if (path.isEmpty())
         return false;
-    if (converter.isFst && !hasWholeFstBlocks(path))
+    m_session = std::make_unique<SessionDump>();
+    return m_session->open(path) || fail(m_session->error());
+}
+
+bool WaveformInput::convertFst()
+{
+    const QString path = seekablePath();
+    if (path.isEmpty())
+        return false;
+    if (!hasWholeFstBlocks(path))
         return fail("the FST file is truncated, or still being written");
-    m_converter = &converter;
     m_process = std::make_unique<QProcess>();
     m_process->setStandardInputFile(QProcess::nullDevice());
     m_process->setStandardErrorFile(QProcess::nullDevice()); // has no more than "cannot open"
     // An absolute path is never an option.
-    m_process->start(converter.program, converter.arguments(QFileInfo(path).absoluteFilePath()),
-        QProcess::ReadOnly);
+    m_process->start(kFstProgram, {"-f", QFileInfo(path).absoluteFilePath()}, QProcess::ReadOnly);
     if (m_process->waitForStarted(-1))
         return true;
-    return fail(QString("cannot be read: %1 converts a file of this kind (%2), and cannot be"
-                        " started; install the package %3")
-                    .arg(converter.program, converter.kind, converter.package));
+    return fail(QString("cannot be read: %1 converts an FST file, and cannot be started; install"
+                        " the package gtkwave")
+                    .arg(kFstProgram));
 }
 
 qint64 WaveformInput::read(char* data, qint64 size)
 {
     if (m_inflation)
         return readInflated(data, size);
+    if (m_session)
+        return readSession(data, size);
     if (m_process)
         return readConverted(data, size);
     const qint64 got = m_file.read(data, size);
@@ -170,6 +176,12 @@ qint64 WaveformInput::readInflated(char* data, qint64 size)
     return size - qint64(stream.avail_out);
 }
 
+qint64 WaveformInput::readSession(char* data, qint64 size)
+{
+    const qint64 got = m_session->read(data, size);
+    return got < 0 ? failToRead(m_session->error()) : got;
+}
+
 qint64 WaveformInput::readConverted(char* data, qint64 size)
 {
     while (m_process->bytesAvailable() == 0) {
@@ -178,15 +190,16 @@ qint64 WaveformInput::readConverted(char* data, qint64 size)
         m_process->waitForFinished(-1);
         if (m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0)
             return 0;
-        return failToRead(QString("%1 cannot read it; the %2 may be damaged%3")
-                              .arg(m_converter->program, m_converter->kind,
-                                  m_converter->isFst ? "" : ", or have no sample rate"));
+        return failToRead(
+            QString("%1 cannot read it; the FST file may be damaged").arg(kFstProgram));
     }
     return m_process->read(data, size);
 }
 
 int WaveformInput::percentRead(qint64 position) const
 {
+    if (m_session)
+        return m_session->percentRead();
     if (m_size == 0 || m_process)
         return 0;
     return int(100 * (m_inflation ? m_file.pos() : position) / m_size);

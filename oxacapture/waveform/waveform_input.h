@@ -11,13 +11,16 @@ class QTemporaryFile;
 
 namespace OXA_CAPTURE {
 
+class SessionDump;
+
 /// The name that stands for the standard input or output of the process.
 constexpr char kStandardStream[] = "-";
 
-/// The text of the value change dump in a file: a dump, one that gzip compressed, or a kind that an
-/// installed program converts (FST, sigrok sessions). The kind is known by the file's first bytes.
+/// The text of the value change dump in a file: a dump, one that gzip compressed, a sigrok session
+/// as a dump, or an FST file, which an installed program converts. The kind is known by the file's
+/// first bytes.
 ///
-/// Nothing is written to the disk, except for what a program cannot read in order: an FST file or a
+/// Nothing is written to the disk, except for what cannot be read in order: an FST file or a
 /// session from a pipe. Memory does not grow with the file.
 class WaveformInput {
 public:
@@ -37,15 +40,17 @@ public:
     int percentRead(qint64 position) const;
 
 private:
-    struct Converter;
     struct Inflation;
 
     bool fail(const QString& text);
     qint64 failToRead(const QString& text);
     bool inflateFile();
-    bool convertFile(const Converter& converter);
+    QString seekablePath();
+    bool openSession();
+    bool convertFst();
     bool saveStream(QString& path);
     qint64 readInflated(char* data, qint64 size);
+    qint64 readSession(char* data, qint64 size);
     qint64 readConverted(char* data, qint64 size);
 
     QString m_path;
@@ -53,8 +58,8 @@ private:
     qint64 m_size = 0; // of the file; 0 when it is not known
     std::unique_ptr<Inflation> m_inflation;
     std::unique_ptr<QTemporaryFile> m_saved; // from a pipe
-    std::unique_ptr<QProcess> m_process;
-    const Converter* m_converter = nullptr; // that the process runs
+    std::unique_ptr<SessionDump> m_session;
+    std::unique_ptr<QProcess> m_process; // converts an FST file
     QString m_error;
 };
 

@@ -49,6 +49,7 @@ class TestSimulate : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void capturesOfTheModel();
+    void aCaptureIsAStimulus();
     void forcedTriggers();
     void unknownValuesThatDecide();
     void verilogCapturesAsTheModel_data() { addRows(kComparisons); }
@@ -103,6 +104,25 @@ void TestSimulate::capturesOfTheModel()
         QString(
             R"({"cores":[{"index":4,"triggered":true,"windows":[)"
             R"({"firstSample":1,"samples":3,"triggerSample":2}]}],"errors":[],"format":1,"warnings":[]})"));
+}
+
+// Without the sample clock, by the Verilog, which needs its edges.
+void TestSimulate::aCaptureIsAStimulus()
+{
+    const auto core0 = core(0, "10");
+    for (const char* name : {"first.vcd", "first.csv", "first.sr"}) {
+        QCOMPARE(simulate({core0.get()}, {"-o", path(name)}).status, 0);
+        const Result again = oxa(m_verilog + QStringList {path(name)});
+        QCOMPARE(again.err, QString());
+        QCOMPARE(
+            again.out, QString("core 0, window 0: trigger at sample 1, 3 samples from 0 on\n"));
+    }
+    const auto other = core(1, "10");
+    other->triggers[0]->signalList = {busOf("c", 2)};
+    OXA::writeOXAConfigToXml({core0.get(), other.get()}, path("c.oxa"));
+    const Result missing = oxa(m_call + QStringList {path("first.sr")});
+    QVERIFY2(missing.status == 2, qPrintable(missing.out + missing.err));
+    QVERIFY2(missing.err.contains("c[1]: is not in the capture"), qPrintable(missing.err));
 }
 
 void TestSimulate::forcedTriggers()

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/files/capture_file.h"
+#include "oxacapture/files/capture_sampler.h"
 #include "oxacapture/target/window_decoder.h"
 
 #include "oxacapture/sample_text.h"
@@ -82,6 +83,7 @@ private Q_SLOTS:
     void namesOfValues();
     void fst();
     void sigrok();
+    void sessionsAreSampled();
     void sigrokOfManySamples();
     void samplesOfACoreThatWaits();
     void aShortWindowBeginsWithItsTrigger();
@@ -458,6 +460,59 @@ void TestCaptureFiles::sigrok()
                 "core7.a,b:0100\n"
                 "oxa_trigger:0000\n"
                 "core7.window:0000\n"));
+
+    // Channels of a vector's bits are a bus again, and the sample rate is the clock.
+    capture.pop_back();
+    capture[0].clockHz = 2.4e7;
+    written("back.sr", capture);
+    Capture back;
+    QVERIFY(readCapture(m_dir.filePath("back.sr"), back, nullptr));
+    QCOMPARE(back.size(), size_t(1));
+    QCOMPARE(back[0].clockHz, 2.4e7);
+    QVERIFY(back[0].items.first().isBus() && back[0].items.first().bitCount() == 2);
+    QCOMPARE(OXA::flattenedNames(back[0].items),
+        QStringList({"count[1]", "count[0]", "a,b", "trigger", "window"}));
+    QCOMPARE(samplesText(back[0].windows[0].samples), QString("10000 01110 00011"));
+}
+
+// A clock among the channels takes the samples; without it, each sample of the session is one.
+void TestCaptureFiles::sessionsAreSampled()
+{
+    CapturedCore core;
+    core.items = {signalOf("clk"), signalOf("d")};
+    core.clockHz = 3e6;
+    core.windows = cutWindows(
+        {
+            {0, 7, kNoSample}
+    },
+        samplesOf({"00 01 11 11 00 10 10"}));
+    written("clocked.sr", {core});
+    QByteArray damaged = bytesOf(m_dir.filePath("clocked.sr"));
+    const int samplesAt = damaged.indexOf("logic-1-1") + 9;
+    damaged[samplesAt] = char(damaged.at(samplesAt) ^ 0x10);
+    Capture back;
+    QString error;
+    QVERIFY(!readCapture(writeFile(m_dir.filePath("damaged.sr"), damaged), back, &error));
+    QVERIFY2(error.contains("the sigrok session is damaged: "), qPrintable(error));
+
+    const struct {
+        const char *clock, *samples;
+        std::vector<quint64> times;
+        size_t edges;
+    } rows[] = {
+        {"clk",   "1 0",           {666667, 1666667},                                       3 },
+        {"other", "0 1 1 1 0 0 0", {0, 333333, 666667, 1000000, 1333333, 1666667, 2000000}, 14},
+    };
+    for (const auto& row : rows) {
+        SampledWaveform sampled;
+        Messages messages;
+        const SampleRequest request {row.clock, false, {{"d"}}};
+        QVERIFY(sampleStimulus(m_dir.filePath("clocked.sr"), {request}, sampled, messages));
+        QCOMPARE(samplesText(sampled.cores[0]), QString(row.samples));
+        QCOMPARE(sampled.times[0], row.times);
+        QCOMPARE(sampled.timeExponent.value(), -12);
+        QCOMPARE(sampled.edges.size(), row.edges);
+    }
 }
 
 void TestCaptureFiles::sigrokOfManySamples()

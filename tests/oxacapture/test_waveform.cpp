@@ -221,20 +221,30 @@ void TestWaveform::everyKindIsReadAlike()
     const struct {
         const char *what, *command, *message;
     } rows[] = {
-        {"two members of gzip",  "{ head -c 99 w | gzip; tail -c +100 w | gzip; } >k",               ""                                 },
-        {"FST",                  "vcd2fst w k",                                                      ""                                 },
-        {"packed FST",           "vcd2fst -c w k",                                                   ""                                 },
+        {"two members of gzip",  "{ head -c 99 w | gzip; tail -c +100 w | gzip; } >k",               ""                               },
+        {"FST",                  "vcd2fst w k",                                                      ""                               },
+        {"packed FST",           "vcd2fst -c w k",                                                   ""                               },
         {"gzip without its end", "gzip <w | head -c -9 >k",
-         "k:41: the compressed file is truncated"                                                                                       },
+         "k:41: the compressed file is truncated"                                                                                     },
         {"damaged gzip",         "{ gzip <w | head -c 60; yes | head -c 999; } >k",
-         "the compressed file is damaged: "                                                                                             },
+         "the compressed file is damaged: "                                                                                           },
         {"FST without its end",  "vcd2fst w v && head -c -1 v >k",
-         "the FST file is truncated, or still"                                                                                          },
+         "the FST file is truncated, or still"                                                                                        },
         {"packed nothing",       "printf '\\376\\0\\0\\0\\0\\0\\0\\0\\11x' >k",
-         "fst2vcd cannot read it; the FST file "                                                                                        },
-        {"no session",           "printf 'PK\\3\\4' >k",                                             "the sigrok session may be damaged"},
+         "fst2vcd cannot read it; the FST file "                                                                                      },
+        {"no archive",           "printf 'PK\\3\\4' >k",                                             "the sigrok session is damaged: "},
+        {"another archive",      "cmake -E tar cf k --format=zip w",                                 "it has no file metadata"        },
+        {"no channels",
+         "printf '[device 1]\\ncapturefile=l\\n' >metadata; cmake -E tar cf k --format=zip "
+            "metadata",                                                                              "has no digital channels"        },
+        {"half a sample",
+         "printf 'capturefile=l\\nprobe1=a\\nunitsize=2\\n' >metadata; printf abc >l-1; "
+            "cmake -E tar cf k --format=zip metadata l-1",                                           "its last sample is not complete"},
+        {"too many channels",
+         "printf 'capturefile=l\\nprobe17=a\\nunitsize=2\\n' >metadata; "
+            "cmake -E tar cf k --format=zip metadata l-1",                                           "do not fit into the samples"    },
         {"endless text",         "{ cat w; echo '$comment'; yes | head -c 17000000; } | gzip -1 >k",
-         "has no $end within 16 MiB"                                                                                                    },
+         "has no $end within 16 MiB"                                                                                                  },
     };
     writeFile(m_dir.filePath("w"), QByteArray(kHeader) + kChanges);
     const SampleRequest request {"clk", false, {{"dut.count[3]", "late/one"}}};

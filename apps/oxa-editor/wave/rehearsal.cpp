@@ -133,12 +133,11 @@ bool Rehearsal::Run::sample(
         progress(percent);
         return !*dropped;
     };
-    if (isCaptureFile(request.stimulus))
-        return sampleCapture(request.stimulus, requests.front(), waveform, problems, goesOn);
-    if (requests.front().clock.isEmpty())
-        problems.append({{}, tr("the core has no sample clock")});
+    const QString& clock = requests.front().clock;
+    if (clock.isEmpty() && !isSampledCapture(request.stimulus, {clock}))
+        problems.append(Message {{}, tr("the core has no sample clock")});
     return problems.isEmpty()
-        && sampleWaveform(request.stimulus, requests, waveform, problems, goesOn);
+        && sampleStimulus(request.stimulus, requests, waveform, problems, goesOn);
 }
 
 /// False on failure, with the reasons among the problems, or when the run was dropped. When the
@@ -160,8 +159,6 @@ bool Rehearsal::Run::sample()
         append(problems, result.problems);
         return false;
     }
-    if (request.cores.size() > int(waveform->cores.size()) && fresh->alone.isEmpty())
-        fresh->alone = tr("the stimulus is a capture");
     fresh->waveform = waveform;
     if (waveform->timeExponent)
         fresh->clockHz = clockOf(fresh->times(), *waveform->timeExponent);

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "oxacapture/files/capture_scopes.h"
+#include "oxacapture/waveform/capture_scopes.h"
+
+#include "oxacapture/waveform/dump_text.h"
 
 #include <QRegularExpression>
 
 namespace OXA_CAPTURE {
 
-constexpr int kIndexBits = 32; // of the variable that counts the windows
-
-int coreOf(const VcdScope& scope)
+int coreOf(const VcdReader& waveform, const VcdVariable& variable)
 {
+    if (variable.scope < 0)
+        return 0;
     static const QRegularExpression own("^core(\\d+)$");
+    const VcdScope& scope = waveform.scopes()[size_t(variable.scope)];
     const auto match = own.match(QString::fromStdString(scope.name));
     return scope.parent < 0 && match.hasMatch() ? match.captured(1).toInt() : -1;
 }
@@ -26,14 +29,13 @@ size_t endOfScope(const std::vector<VcdVariable>& variables, size_t from)
 static bool isCaptureScope(const VcdReader& waveform, size_t from, size_t to)
 {
     const auto& variables = waveform.variables();
-    if (to - from < kOwnVariables || variables[from].scope < 0
-        || coreOf(waveform.scopes()[size_t(variables[from].scope)]) < 0)
+    if (to - from < kOwnVariables || coreOf(waveform, variables[from]) < 0)
         return false;
     const char* const names[] = {"sample", "trigger", "window"};
     for (size_t i = 0; i < kOwnVariables; ++i) {
         const VcdVariable& variable = variables[to - kOwnVariables + i];
         if (!QString::fromStdString(variable.name).endsWith(names[i])
-            || variable.width != (i == kOwnVariables - 1 ? kIndexBits : 1))
+            || variable.width != (i == kOwnVariables - 1 ? kDumpWindowBits : 1))
             return false;
     }
     return true;
@@ -50,6 +52,11 @@ bool isCapture(const VcdReader& waveform)
         from = to;
     }
     return from > 0;
+}
+
+bool isSession(const VcdReader& waveform)
+{
+    return isCapture(waveform) && waveform.variables().front().scope < 0;
 }
 
 }

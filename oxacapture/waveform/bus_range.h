@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef OXACAPTURE_FILES_BUS_RANGE_H
-#define OXACAPTURE_FILES_BUS_RANGE_H
+#ifndef OXACAPTURE_WAVEFORM_BUS_RANGE_H
+#define OXACAPTURE_WAVEFORM_BUS_RANGE_H
 
 #include "oxautils/model/bit_range.h"
 #include "oxautils/model/signal_item.h"
@@ -15,6 +15,10 @@ OXA::BitRange busRange(const QStringList& bits, const QString& name);
 
 /// The bus of the first `width` bits of `range`.
 OXA::SignalItem busItem(const OXA::BitRange& range, int width);
+
+/// The signals called `names`, with those that follow one another as the bits of a vector, such as
+/// "count[7]" to "count[0]", as buses.
+QList<OXA::SignalItem> groupedBits(const QStringList& names);
 
 }
 

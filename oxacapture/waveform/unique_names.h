@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef OXACAPTURE_FILES_UNIQUE_NAMES_H
-#define OXACAPTURE_FILES_UNIQUE_NAMES_H
+#ifndef OXACAPTURE_WAVEFORM_UNIQUE_NAMES_H
+#define OXACAPTURE_WAVEFORM_UNIQUE_NAMES_H
 
 #include <QHash>
 #include <QSet>

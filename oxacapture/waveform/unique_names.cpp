@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "oxacapture/files/unique_names.h"
+#include "oxacapture/waveform/unique_names.h"
 
 namespace OXA_CAPTURE {
 

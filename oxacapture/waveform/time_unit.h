@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#ifndef OXACAPTURE_FILES_TIME_UNIT_H
-#define OXACAPTURE_FILES_TIME_UNIT_H
+#ifndef OXACAPTURE_WAVEFORM_TIME_UNIT_H
+#define OXACAPTURE_WAVEFORM_TIME_UNIT_H
 
 #include <QByteArray>
 

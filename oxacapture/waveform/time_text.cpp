@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "oxacapture/waveform/time_text.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace OXA_CAPTURE {
+
+namespace {
+
+constexpr int kDigits = 15; // of a frequency
+
+// In the order of TimeKind.
+constexpr const char* kTexts[] = {
+    "oxa: times of the waveform", "oxa: times in each window", "oxa: numbers of samples, no times"};
+
+}
+
+QString timeText(TimeKind kind, const QMap<int, double>& clocks)
+{
+    QString text = kTexts[int(kind)];
+    for (auto clock = clocks.begin(); kind == TimeKind::Window && clock != clocks.end(); ++clock)
+        text += QString(", core %1 at %2 Hz")
+                    .arg(QString::number(clock.key()), QString::number(*clock, 'g', kDigits));
+    return text;
+}
+
+TimeKind readTimeText(const QString& text, QMap<int, double>& clocks)
+{
+    static const QRegularExpression clock("core (\\d+) at (\\S+) Hz");
+    for (auto it = clock.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        clocks.insert(match.captured(1).toInt(), match.captured(2).toDouble());
+    }
+    for (const TimeKind kind : {TimeKind::Window, TimeKind::Numbers}) {
+        if (text.startsWith(kTexts[int(kind)]))
+            return kind;
+    }
+    return TimeKind::Waveform;
+}
+
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#ifndef OXACAPTURE_WAVEFORM_TIME_TEXT_H
+#define OXACAPTURE_WAVEFORM_TIME_TEXT_H
+
+#include <QMap>
+#include <QString>
+
+namespace OXA_CAPTURE {
+
+/// What the times in a file are.
+enum class TimeKind {
+    Waveform, ///< those of the waveform that the cores sampled
+    Window, ///< since the first sample of each window
+    Numbers, ///< the numbers of the samples: no time is known
+};
+
+constexpr int kNumbersExponent = -9; ///< of the time unit of `Numbers`, one that viewers can show
+
+/// What a dump's times are, for people and for `readTimeText`; those of `Window` with the clocks of
+/// the cores in Hz, by their indexes.
+QString timeText(TimeKind kind, const QMap<int, double>& clocks);
+
+/// The kind of times that `text` of a file tells, and the clocks of the cores by their indexes.
+TimeKind readTimeText(const QString& text, QMap<int, double>& clocks);
+
+}
+
+#endif
