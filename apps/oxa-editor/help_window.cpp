@@ -7,11 +7,15 @@
 #include "oxautils/model/shown_text.h"
 
 #include <QAbstractTextDocumentLayout>
+#include <QApplication>
+#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QImage>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
@@ -21,6 +25,7 @@ namespace {
 
 constexpr char kAnchor[] = "helpAnchor";
 constexpr char kFirstPage[] = "README.md";
+constexpr char kEditorPage[] = "editor.md";
 
 /// The name by which links call a heading: "Match units" is "match-units".
 QString anchorOf(const QString& heading)
@@ -102,6 +107,20 @@ void HelpWindow::layOut()
 
 QString HelpWindow::directory() { return OXA::installed("share/doc/oxautils/docs"); }
 
+void HelpWindow::showFor(QWidget& owner, const QString& name)
+{
+    auto* help = owner.findChild<HelpWindow*>({}, Qt::FindDirectChildrenOnly);
+    if (!help)
+        help = new HelpWindow(&owner); // a modal owner would block that of another window
+    const QWidget* focus = owner.focusWidget() ? owner.focusWidget() : &owner;
+    const QString anchor = name == kEditorPage ? helpAnchorOf(focus) : QString();
+    if (!help->showPage(name, anchor))
+        QMessageBox::information(&owner, tr("Help"),
+            tr("The pages of the documentation are not installed in %1. In Debian they are in the "
+               "package oxautils-doc; \"man oxa-editor\" lists the keys.")
+                .arg(QDir::toNativeSeparators(directory())));
+}
+
 bool HelpWindow::showPage(const QString& name, const QString& anchor)
 {
     const QString path = directory() + '/' + name;
@@ -162,6 +181,22 @@ void HelpWindow::find()
     }
     m_pages->setTextCursor(before);
     m_state->setText(tr("Not on this page."));
+}
+
+DialogHelp::DialogHelp(QObject* parent)
+    : QObject(parent)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool DialogHelp::eventFilter(QObject* watched, QEvent* event)
+{
+    QWidget* const dialog = QApplication::activeModalWidget();
+    if (!dialog || !watched->isWidgetType() || event->type() != QEvent::KeyPress
+        || static_cast<const QKeyEvent*>(event)->key() != Qt::Key_F1)
+        return QObject::eventFilter(watched, event);
+    HelpWindow::showFor(*dialog, kEditorPage);
+    return true;
 }
 
 void setHelpAnchor(QWidget* widget, const char* anchor) { widget->setProperty(kAnchor, anchor); }

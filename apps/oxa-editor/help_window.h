@@ -16,14 +16,16 @@ class HelpWindow : public QDialog {
 public:
     explicit HelpWindow(QWidget* parent);
 
-    /// The directory of the installed pages.
-    static QString directory();
+    /// Shows the page `name` in the help window of `owner`: "editor.md" at the heading for what has
+    /// the focus there. Says why when the page is not installed.
+    static void showFor(QWidget& owner, const QString& name);
 
     /// Shows the page `name`, such as "editor.md", at the heading that links call `anchor`, or its
     /// beginning. False when the page is not installed.
     bool showPage(const QString& name, const QString& anchor);
 
 private:
+    static QString directory(); ///< of the installed pages
     void layOut();
     void follow(const QUrl& link);
     void scrollTo(const QString& anchor);
@@ -32,6 +34,15 @@ private:
     HelpBrowser* m_pages;
     QLineEdit* m_wanted;
     QLabel* m_state;
+};
+
+/// Shows help in modal dialogs, where the keys of the main window do nothing.
+class DialogHelp : public QObject {
+public:
+    explicit DialogHelp(QObject* parent);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
 /// Says which heading of the page about the editor describes `widget` and what is in it.

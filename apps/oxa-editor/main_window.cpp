@@ -9,6 +9,7 @@
 #include "cost_panel.h"
 #include "design/design_panel.h"
 #include "file_watch.h"
+#include "help_window.h"
 #include "message_bar.h"
 #include "part_choice.h"
 #include "problem_location.h"
@@ -88,6 +89,7 @@ MainWindow::MainWindow(QWidget* parent)
     m_checkTimer.setInterval(kJudgeDelay);
     setAcceptDrops(true);
     new UndoKeys(this);
+    new DialogHelp(this);
     layOut();
     makeActions();
     connectParts();

@@ -19,7 +19,6 @@ class CorePages;
 class CostPanel;
 class DesignPanel;
 class FileWatch;
-class HelpWindow;
 class MessageBar;
 class PartChoice;
 class ProblemsPanel;
@@ -92,7 +91,6 @@ private:
     void showDocument();
     void showWelcome();
     void leaveWelcome();
-    void showHelp(const QString& page);
     void showAbout();
     void showCore();
     void showChange(const Location& location);
@@ -134,7 +132,6 @@ private:
     RecentFiles* m_recent;
     RecentFiles* m_recentCaptures;
     FileWatch* m_watch;
-    HelpWindow* m_help = nullptr;
     QTimer m_checkTimer; // updates problems and cost after an edit
 };
 

@@ -18,7 +18,6 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
 #include <QDockWidget>
 #include <QListWidget>
 #include <QMenuBar>
@@ -225,25 +224,14 @@ void MainWindow::makeHelpMenu()
     QMenu* menu = menuBar()->addMenu(tr("&Help"));
     withIcon("help-contents",
         menu->addAction(
-            tr("&Help"), this, [this] { showHelp("editor.md"); }, QKeySequence("F1")));
-    menu->addAction(tr("&First Capture"), this, [this] { showHelp("first-capture.md"); });
-    menu->addAction(tr("All &Pages"), this, [this] { showHelp("README.md"); });
+            tr("&Help"), this, [this] { HelpWindow::showFor(*this, "editor.md"); },
+            QKeySequence("F1")));
+    menu->addAction(
+        tr("&First Capture"), this, [this] { HelpWindow::showFor(*this, "first-capture.md"); });
+    menu->addAction(tr("All &Pages"), this, [this] { HelpWindow::showFor(*this, "README.md"); });
     menu->addSeparator();
     menu->addAction(tr("&Welcome Page"), this, [this] { showWelcome(); });
     withIcon("help-about", menu->addAction(tr("&About"), this, &MainWindow::showAbout));
-}
-
-/// Shows a page of the documentation; that of the editor at what has the focus.
-void MainWindow::showHelp(const QString& page)
-{
-    if (!m_help)
-        m_help = new HelpWindow(this);
-    const QString anchor = page == "editor.md" ? helpAnchorOf(focusWidget()) : QString();
-    if (!m_help->showPage(page, anchor))
-        QMessageBox::information(this, tr("Help"),
-            tr("The pages of the documentation are not installed in %1. In Debian they are in the "
-               "package oxautils-doc; \"man oxa-editor\" lists the keys.")
-                .arg(QDir::toNativeSeparators(HelpWindow::directory())));
 }
 
 void MainWindow::showAbout()

@@ -71,7 +71,7 @@ void WaveModel::setExpanded(const QModelIndex& index, bool isExpanded)
     if (entry.expanded == isExpanded || isFiltered()) // a filter expands groups
         return;
     entry.expanded = isExpanded;
-    Q_EMIT edited();
+    Q_EMIT expandedOrCollapsed();
 }
 
 void WaveModel::setFilter(const QString& text)

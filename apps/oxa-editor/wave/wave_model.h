@@ -91,6 +91,7 @@ public:
 
 Q_SIGNALS:
     void edited(); ///< by the user
+    void expandedOrCollapsed(); ///< by the user
 
 private:
     struct Item;

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr int kSaveDelay = 500; // ms after a change
+constexpr size_t kMostSteps = 100; // to undo
 constexpr char kCores[] = "cores"; // by their indexes
 constexpr char kRows[] = "rows";
 constexpr char kClock[] = "clockHz";
@@ -55,7 +56,8 @@ void WaveSettings::open(const QString& configuration)
         const QJsonObject about = core.value().toObject();
         const double clock = about[kClock].toDouble();
         if (isIndex)
-            m_cores[index] = {waveEntriesFrom(about[kRows].toArray()), isClock(clock) ? clock : 0};
+            m_cores[index]
+                = {waveEntriesFrom(about[kRows].toArray()), isClock(clock) ? clock : 0, {}, {}};
     }
     Q_EMIT changed();
 }
@@ -109,6 +111,41 @@ void WaveSettings::setRows(int core, const WaveEntries& rows)
         return;
     m_cores[core].rows = rows;
     changeSoon();
+}
+
+void WaveSettings::editRows(int core, const WaveEntries& rows)
+{
+    if (rows == this->rows(core))
+        return;
+    CoreSettings& own = m_cores[core];
+    own.redo.clear();
+    own.undo.push_back(own.rows);
+    if (own.undo.size() > kMostSteps)
+        own.undo.erase(own.undo.begin());
+    setRows(core, rows);
+}
+
+bool WaveSettings::undoRows(int core)
+{
+    return step(core, &CoreSettings::undo, &CoreSettings::redo);
+}
+
+bool WaveSettings::redoRows(int core)
+{
+    return step(core, &CoreSettings::redo, &CoreSettings::undo);
+}
+
+/// Shows the last rows of `from`; those that were shown are the last of `to`.
+bool WaveSettings::step(int core, Steps from, Steps to)
+{
+    const auto own = m_cores.find(core);
+    if (own == m_cores.end() || ((*own).*from).empty())
+        return false;
+    ((*own).*to).push_back(own->rows);
+    own->rows = std::move(((*own).*from).back());
+    ((*own).*from).pop_back();
+    changeSoon();
+    return true;
 }
 
 double WaveSettings::clock(int core) const

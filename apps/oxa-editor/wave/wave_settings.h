@@ -35,6 +35,13 @@ public:
     const WaveEntries& rows(int core) const;
     void setRows(int core, const WaveEntries& rows);
 
+    /// The same as an edit that can be undone.
+    void editRows(int core, const WaveEntries& rows);
+    /// Undoes the last edit of a core's rows; false when there is none.
+    bool undoRows(int core);
+    /// Does the last one that was undone again; false when there is none.
+    bool redoRows(int core);
+
     /// The frequency of a core's sample clock in Hz: as the user entered it, else that of the
     /// configuration, else that of a stimulus. 0: unknown.
     double clock(int core) const;
@@ -58,9 +65,14 @@ private:
     struct CoreSettings {
         WaveEntries rows;
         double clock = 0; // Hz
+        std::vector<WaveEntries> undo; // rows before the edits, the last one at the end
+        std::vector<WaveEntries> redo; // rows that were undone
     };
 
+    using Steps = std::vector<WaveEntries> CoreSettings::*;
+
     bool readFile(QJsonObject& object);
+    bool step(int core, Steps from, Steps to);
     void changeSoon();
     QJsonObject merged(QJsonObject object) const;
 

@@ -20,7 +20,6 @@
 #include <QLineEdit>
 #include <QSplitter>
 #include <QStyledItemDelegate>
-#include <QToolBar>
 #include <QTreeView>
 
 using OXA_CAPTURE::kNoSample;
@@ -66,6 +65,8 @@ WaveView::WaveView(WaveSettings* settings, QWidget* parent)
     connect(m_settings, &WaveSettings::changed, this, &WaveView::showSettings);
     connect(m_model, &WaveModel::layoutChanged, this, &WaveView::showLayout);
     connect(m_model, &WaveModel::edited, this,
+        [this] { m_settings->editRows(core(), m_model->entries()); });
+    connect(m_model, &WaveModel::expandedOrCollapsed, this,
         [this] { m_settings->setRows(core(), m_model->entries()); });
     connect(m_rows, &QTreeView::expanded, m_model,
         [this](const QModelIndex& index) { m_model->setExpanded(index, true); });
@@ -116,12 +117,10 @@ void WaveView::layOut()
     m_problem->setWordWrap(true);
     m_problem->hide();
 
-    auto* bar = new QToolBar;
-    makeActions(bar);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
-    layout->addWidget(bar);
+    layout->addWidget(makeBar());
     layout->addWidget(m_problem);
     layout->addWidget(m_splitter, 1);
     layout->addWidget(new WaveOverview(*m_rows, *m_model, *m_canvas));

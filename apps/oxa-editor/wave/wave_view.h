@@ -12,7 +12,6 @@ class QLabel;
 class QLineEdit;
 class QMenu;
 class QSplitter;
-class QToolBar;
 class QTreeView;
 class SaveJob;
 class WaveCanvas;
@@ -62,13 +61,22 @@ public:
     /// Opens the windows, or without windows all samples, in GTKWave.
     void openInGtkWave();
 
+    void undoLayout(); ///< the last edit of the rows
+    void redoLayout();
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
 private:
     void layOut();
     void showSettings();
     void showClock();
     void showLayout();
     int core() const;
-    void makeActions(QToolBar* bar);
+    QWidget* makeBar();
+    void addZooms(QLayout& group);
+    void addSearch(QLayout& group);
     QAction* addAction(const QString& text, const QString& tip, const QList<QKeySequence>& keys,
         const std::function<void()>& act);
     QMenu* makeMenu();

@@ -3,12 +3,15 @@
 
 #include "oxa-editor/wave/rehearsal_panel.h"
 #include "oxa-editor/wave/wave_canvas.h"
+#include "oxa-editor/wave/wave_row_menu.h"
 #include "oxa-editor/wave/wave_view.h"
 
 #include "oxautils/config/standard_config.h"
 
 #include "support/signals.h"
 #include "support/waveforms.h"
+
+#include <QTreeView>
 
 namespace {
 
@@ -90,6 +93,7 @@ private Q_SLOTS:
     void thePositionIsWhereItsLabelSays();
     void anotherCoreForces();
     void problemsAreListed();
+    void theRowsHaveTheirOwnUndo();
     void theLastEditCounts();
     void followsTheFile();
     void stimulusStaysWithItsDocument();
@@ -183,6 +187,35 @@ void TestEditorRehearsal::problemsAreListed()
         QCOMPARE(run.panel.problems()->isVisible(), bool(row.problem));
         QCOMPARE(run.shown(), QString(row.shown));
     }
+}
+
+// With the same keys as the configuration's.
+void TestEditorRehearsal::theRowsHaveTheirOwnUndo()
+{
+    Run run(m_folder, "wave.vcd");
+    const int before = run.document().undoStack().index();
+    WaveView& view = *run.panel.view();
+    const auto rows = [&] { return view.rows()->model()->rowCount(); };
+    const auto press = [&](QWidget* widget, Qt::KeyboardModifiers with) {
+        run.activate();
+        widget->setFocus();
+        QTest::keyClick(widget, Qt::Key_Z, with);
+    };
+    const int all = rows();
+    view.rows()->setCurrentIndex(view.rows()->model()->index(0, 0));
+    view.rowMenu().hideRows();
+    view.rows()->expand(view.rows()->model()->index(0, 0)); // no step of its own
+    view.rowMenu().addDivider();
+    QCOMPARE(rows(), all);
+    press(view.canvas(), Qt::ControlModifier);
+    QCOMPARE(rows(), all - 1);
+    press(view.rows(), Qt::ControlModifier);
+    QCOMPARE(rows(), all);
+    press(view.canvas(), Qt::ControlModifier);
+    QVERIFY2(run.state().contains("no change of the rows to undo"), qPrintable(run.state()));
+    press(view.canvas(), Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(rows(), all - 1);
+    QCOMPARE(run.document().undoStack().index(), before);
 }
 
 // The user edits, and closes the window, while a thread reads a large stimulus.

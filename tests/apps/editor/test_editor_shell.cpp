@@ -6,6 +6,7 @@
 #include "oxa-editor/design/design_tree.h"
 #include "oxa-editor/help_window.h"
 #include "oxa-editor/pick_signals_dialog.h"
+#include "oxa-editor/unit_dialog.h"
 #include "oxa-editor/welcome_page.h"
 
 #include <QClipboard>
@@ -13,6 +14,7 @@
 #include <QDockWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTextBlock>
 #include <QTextBrowser>
 #include <QTreeView>
@@ -167,6 +169,17 @@ void TestEditorShell::helpIsAboutTheFocus()
         QCOMPARE(page->textCursor().block().text(), QString(topic.heading));
         help->close();
     }
+    driver.keys("Ctrl+4");
+    QString heading;
+    driver.inModal<UnitDialog>( // which blocks the window
+        [&](UnitDialog* dialog) {
+            QTest::keyClick(dialog, Qt::Key_F1);
+            heading = dialog->findChild<QTextBrowser*>()->textCursor().block().text();
+            dialog->reject();
+            return true;
+        },
+        [&] { QTest::keyClick(driver.find<QTableView>("Match units"), Qt::Key_Return); });
+    QCOMPARE(heading, QString("Match units"));
     driver.keys("F1");
     auto* help = driver.window.findChild<HelpWindow*>();
     auto* page = help->findChild<QTextBrowser*>();
