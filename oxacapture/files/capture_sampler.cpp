@@ -186,7 +186,8 @@ bool takeCapture(Capture& capture, const std::vector<SampleRequest>& requests,
         cores.begin(), cores.end(), [&cores](int core) { return core == cores.front(); });
     if (!isOneCore && TimeAxis(capture).kind() != TimeKind::Waveform) {
         messages.append(Message {{},
-            "the capture does not tell how the samples of several cores lie to each other in time"});
+            "the capture does not tell how the samples of several cores lie to each other in "
+            "time"});
         return false;
     }
     for (CapturedCore& core : capture) {
