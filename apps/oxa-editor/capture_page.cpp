@@ -2,6 +2,7 @@
 #include "capture_page.h"
 
 #include "core_form.h"
+#include "events_group.h"
 #include "scrolling.h"
 #include "storage_group.h"
 #include "window_drawing.h"
@@ -64,6 +65,7 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
     : CorePage(document, Page::Capture, parent)
     , m_drawing(new WindowDrawing)
     , m_storage(new StorageGroup(document))
+    , m_events(new EventsGroup(document))
     , m_powerUp(new QLabel)
 {
     QFormLayout* layout = makeForm(this);
@@ -81,6 +83,7 @@ CapturePage::CapturePage(Document& document, QWidget* parent)
     m_powerUp->setWordWrap(true);
     layout->addRow(m_powerUp);
     layout->addRow(m_storage);
+    layout->addRow(m_events);
 }
 
 void CapturePage::addWindowRows(QFormLayout* layout)
@@ -118,6 +121,7 @@ void CapturePage::refresh()
 {
     m_form->show(core());
     m_storage->show(core());
+    m_events->show(core());
     if (!standard())
         return;
     const OXA::AoCore& shown = *standard();

@@ -5,6 +5,7 @@
 #include "core_page.h"
 
 class CoreForm;
+class EventsGroup;
 class QFormLayout;
 class QLabel;
 class StorageGroup;
@@ -27,6 +28,7 @@ private:
     CoreForm* m_form;
     WindowDrawing* m_drawing;
     StorageGroup* m_storage;
+    EventsGroup* m_events;
     QLabel* m_powerUp; // trigger position in a capture from power-up on
 };
 

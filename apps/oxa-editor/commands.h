@@ -60,7 +60,8 @@ private:
     const Notify m_notify;
 };
 
-/// Replaces the list of cores, and sets each core's index to its position.
+/// Replaces the list of cores, and sets each core's index to its position. Cores that force others
+/// still do; those that are removed do not.
 class CoresCommand : public QUndoCommand {
 public:
     CoresCommand(Cores& cores, const Cores& other, Notify notify);
@@ -69,12 +70,19 @@ public:
     void undo() override;
 
 private:
-    void swap(const QList<int>& indexes);
+    /// What numbers the core itself and those that force it.
+    struct Numbers {
+        int index;
+        QList<int> forcedBy;
+    };
+
+    QList<int> renumbered(const QList<int>& indexes) const;
+    void swap(const QList<Numbers>& numbers);
 
     Cores& m_cores;
     Cores m_other;
-    QList<int> m_indexesBefore;
-    QList<int> m_indexesAfter;
+    QList<Numbers> m_before;
+    QList<Numbers> m_after;
     const Notify m_notify;
 };
 

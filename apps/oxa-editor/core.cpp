@@ -27,6 +27,7 @@ AoCore* copyOf(const AoCore& from)
     core->moduleName = from.moduleName;
     core->forceTriggerByFallingEdge = from.forceTriggerByFallingEdge;
     core->captureInitDataEnabled = from.captureInitDataEnabled;
+    core->events = from.events;
     core->storage = from.storage;
     core->events = from.events;
     for (const TriggerPort* port : from.triggers)

@@ -124,6 +124,17 @@ void setStorage(Random& random, OXA::AoCore& core)
         storage.when = expressionOf(random, units, core.expressionType == 1);
 }
 
+/// One of ten cores has events of each kind.
+void setEvents(Random& random, OXA::AoCore& core, int cores)
+{
+    core.events.triggerOut = random.oneIn(10);
+    core.events.stamps = random.oneIn(10);
+    for (int index = 0; index < cores && cores > 1; ++index) {
+        if (index != core.index && random.oneIn(10))
+            core.events.forcedBy += index;
+    }
+}
+
 /// Capture memories of each kind, in sizes usual for the kind.
 void setMemory(Random& random, OXA::AoCore& core)
 {
@@ -146,7 +157,7 @@ void setMemory(Random& random, OXA::AoCore& core)
     }
 }
 
-std::unique_ptr<OXA::AoCore> standardCore(Random& random, int index)
+std::unique_ptr<OXA::AoCore> standardCore(Random& random, int index, int cores)
 {
     auto core = std::make_unique<OXA::AoCore>(index);
     core->sampleClock = QString("clk%1").arg(index);
@@ -158,6 +169,7 @@ std::unique_ptr<OXA::AoCore> standardCore(Random& random, int index)
     addUnits(random, *core);
     addExpressions(random, *core);
     setStorage(random, *core);
+    setEvents(random, *core, cores);
     setMemory(random, *core);
     return core;
 }
@@ -191,7 +203,7 @@ Part writeRandomConfiguration(unsigned seed, int number, const QString& path)
     std::vector<std::unique_ptr<OXA::AoCore>> cores;
     const int count = random.oneIn(4) ? random.between(2, 3) : 1;
     for (int index = 0; index < count; ++index)
-        cores.push_back(standardCore(random, index));
+        cores.push_back(standardCore(random, index, count));
     QList<OXA::AoCore*> list;
     for (const auto& core : cores)
         list += core.get();

@@ -37,6 +37,11 @@ constexpr double kLutCosts[kLogicItems] = {
     0.63, // data signal whose changes are stored
     1.30, // bit of a gap between stored samples
     1.60, // bit of a limit behind the trigger
+    1.00, // core that forces others
+    2.00, // core that others force
+    1.30, // core that forces one
+    1.00, // table of four inputs that chooses a bit of a window's word
+    36.00, // core with stamps
 };
 
 /// Registers of the first items, beside those that are counted one by one.

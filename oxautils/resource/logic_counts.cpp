@@ -25,7 +25,7 @@ constexpr int kTallyBits = 8;
 constexpr int kLeastIndexBits = 9;
 constexpr int kLeastLiteIndexBits = 8;
 constexpr int kIdentityHead = 192; // bits
-constexpr int kIdentityWord = 32; // of each port and unit
+constexpr int kIdentityWord = 32; // of each port and unit, and of the cores that force this one
 
 // Bits of memory: smaller ones become registers unless a kind is set.
 constexpr qint64 kWorthBlock = 128;
@@ -212,6 +212,33 @@ void addStorage(LogicCounts& counts, const OXA::AoCore& core)
         += limitBits > 0 ? limitBits + 1 : 0; // samples behind the trigger, the last one
 }
 
+/// What makes and takes the triggers of other cores, and counts samples.
+void addEvents(LogicCounts& counts, const OXA::AoCore& core)
+{
+    const OXA::CoreEvents& events = core.events;
+    const bool dynamic = core.expressionType == OXA::DynamicExpressions;
+    for (const int index : events.forcedBy) {
+        if (index == core.index)
+            continue;
+        counts.items[ForcingInputs] += 1;
+        counts.registers += 4; // synchronizer, level before, setting
+        if (counts.forcing.contains(index))
+            continue;
+        counts.forcing += index;
+        counts.items[ForcingCores] += 1;
+        counts.registers += 1;
+    }
+    if (!events.forcedBy.isEmpty()) {
+        counts.items[ForcedCores] += 1;
+        counts.registers += dynamic ? 3 : 2; // stages, and the last trigger's cause
+    }
+    if (events.stamps) {
+        counts.items[StampedCores] += 1;
+        counts.registers += qint64(2) * OXA::CoreEvents::kStampBits; // counted, and the last one
+    }
+    counts.items[EventMux] += muxTables(events.windowBits() + 1);
+}
+
 void addWindows(LogicCounts& counts, const OXA::AoCore& core)
 {
     const int addressBits = bitsFor(core.storageDepth);
@@ -226,7 +253,7 @@ void addWindows(LogicCounts& counts, const OXA::AoCore& core)
     counts.items[WindowBits] += bits;
     counts.items[WindowAddressBits] += addressBits;
     counts.registers += 4 * bits + 2 * addressBits;
-    addMemory(counts, {kUnasked, 1, windows}, {});
+    addMemory(counts, {kUnasked, core.events.windowBits() + 1, windows}, {});
 }
 
 /// Registers of `names` in the first `stages` stages of the pipeline of `clock`.
@@ -295,7 +322,9 @@ void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo
     addExpressions(counts, core, part);
     addWindows(counts, core);
     addStorage(counts, core);
-    const int identityBits = bitsFor(kIdentityHead + kIdentityWord * (ports + units));
+    addEvents(counts, core);
+    const int words = ports + units + (core.events.forcedBy.isEmpty() ? 0 : 1);
+    const int identityBits = bitsFor(kIdentityHead + kIdentityWord * words);
     addCaptureMemory(counts, {kindOn(part, core.implementation), width, core.storageDepth},
         std::max({kLeastIndexBits, identityBits, dynamic ? units : 0}),
         bitsFor(std::max(width, int(OXA::allExpressions(core).size()))), part);

@@ -5,6 +5,7 @@
 #include <dev/device_db.h>
 
 #include <QHash>
+#include <QSet>
 
 namespace OXA {
 class AoCore;
@@ -41,6 +42,11 @@ enum LogicItem : int {
     WatchedBits,
     GapBits,
     LimitBits,
+    ForcingCores,
+    ForcedCores,
+    ForcingInputs,
+    EventMux,
+    StampedCores,
     kLogicItems,
     kCommonItems = TriggerPorts ///< wrappers and cores
 };
@@ -73,6 +79,11 @@ constexpr const char* kLogicItemTexts[kLogicItems] = {
     "data signal whose changes are stored",
     "bit of a gap between stored samples",
     "bit of a limit behind the trigger",
+    "core that forces others",
+    "core that others force",
+    "core that forces one",
+    "table of four inputs that chooses a bit of a window's word",
+    "core with stamps",
 };
 
 /// The items and registers of the cores of an analyzer.
@@ -83,6 +94,8 @@ struct LogicCounts {
     /// The sample clocks' pipelines: for each clock and signal one bit for each stage. Synthesis
     /// merges two registers of the same signal in one stage.
     QHash<QString, unsigned> stages;
+
+    QSet<int> forcing; ///< indexes of the cores that force others, as far as those are counted
 };
 
 // Each counts one more core, to be built on `part`. An empty record is a part with blocks

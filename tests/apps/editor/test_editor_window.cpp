@@ -10,6 +10,7 @@
 #include "oxa-editor/recent_files.h"
 
 #include "oxautils/editor/match_unit_dialog.h"
+#include "oxautils/encoding/events_text.h"
 #include "oxautils/encoding/storage_text.h"
 
 #include <QAbstractItemModelTester>
@@ -75,6 +76,8 @@ void editEveryPage(WindowDriver& driver)
     QTest::keyClicks(driver.find<ExpressionEdit>("Stored when"), "m1&!m2");
     driver.enter("Gap:", "9");
     driver.enter("Window ends:", "4294967295");
+    driver.keyIn("Trigger output", Qt::Key_Space);
+    driver.keyIn("Stamps", Qt::Key_Space);
 
     driver.keys("Ctrl+2");
     auto* signalTree = driver.find<QTreeView>("Signals");
@@ -102,6 +105,8 @@ void editEveryPage(WindowDriver& driver)
     QTRY_COMPARE_WITH_TIMEOUT(driver.core().expressions.first(), QString("M1 && M2"), kPatience);
 
     driver.press("Add a copy of the core");
+    driver.keys("Ctrl+1");
+    driver.keyIn("Forced by Core 0, top/clk2", Qt::Key_Space);
     driver.press("Move the core up");
 }
 
@@ -149,6 +154,8 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
     QCOMPARE(core.expressionType, 1);
     QCOMPARE(core.exImplementation, 1);
     QCOMPARE(core.index, 1);
+    QCOMPARE(OXA::eventsText({&driver.core(), &driver.core(1)}, driver.core()),
+        QString("forced by 1; trigger out; stamps"));
     undoAndRedo(driver, path, before);
 }
 
@@ -183,12 +190,14 @@ void TestEditorWindow::coresAreListed()
     const auto modules = [&] {
         QStringList texts;
         for (const CorePtr& core : driver.document().cores())
-            texts += QString("%1:%2").arg(core->index()).arg(core->moduleName());
+            texts += QString("%1:%2%3").arg(QString::number(core->index()), core->moduleName(),
+                OXA::indexesText(core->standard->events.forcedBy));
         return texts.join(' ');
     };
-    QCOMPARE(modules(), QString("0: 1:named"));
+    driver.keyIn("Forced by Core 0", Qt::Key_Space);
+    QCOMPARE(modules(), QString("0: 1:named0"));
     list->model()->moveRow({}, 0, {}, 2); // as dragging does
-    QTRY_COMPARE_WITH_TIMEOUT(modules(), QString("0:named 1:"), kPatience);
+    QTRY_COMPARE_WITH_TIMEOUT(modules(), QString("0:named1 1:"), kPatience);
     QVERIFY(list->item(0)->text().endsWith(" named"));
     list->setCurrentRow(1);
     QTest::keyClick(list, Qt::Key_Delete);
