@@ -498,7 +498,7 @@ void TestCheck::everyRuleHasARow()
 
 void TestCheck::namesOfTheWrapperAreKnown()
 {
-    const QString path = write(kStandard);
+    const QString path = write(threeCores("trigger_out='true'", "forced_by='0'", ""));
     OxaArg arg;
     arg.configFile = path;
     arg.workDir = m_dir.path();
@@ -507,13 +507,13 @@ void TestCheck::namesOfTheWrapperAreKnown()
     const QString wrapper = QString::fromUtf8(bytesOf(m_dir.filePath("qx_oxa_top.v")));
 
     // Its nets, and the instances, whose names stand before a parenthesis at the end of a line.
-    const QRegularExpression declared(
-        "^wire (?:\\[9:0\\] )?(\\w+);|^\\w+ +(\\w+) ?\\($", QRegularExpression::MultilineOption);
+    const QRegularExpression declared("^(?:wire|output) (?:\\[9:0\\] )?(\\w+);|^\\w+ +(\\w+) ?\\($",
+        QRegularExpression::MultilineOption);
     int count = 0;
     for (auto it = declared.globalMatch(wrapper); it.hasNext(); ++count) {
         const QRegularExpressionMatch match = it.next();
         const QString name = match.captured(match.lastCapturedIndex());
-        if (name == "qx_oxa" || name == "a" || name == "p1" || name == "p0" || name == "clk")
+        if (QStringList {"qx_oxa", "a", "p1", "p0", "clk", "e"}.contains(name))
             continue;
         cores.first()->sampleClock = name;
         QCOMPARE(shown(checkCores(cores)).count("wrapper-name"), 1);

@@ -133,9 +133,25 @@ void changeSettings(Random& random, OXA::AoCore& core)
     core.triggerPos = between(random, 0, core.captureAmount - 1);
     if (!between(random, 0, 3))
         core.triggerPos = core.captureAmount - 1;
+    if (!core.events.forcedBy.isEmpty() && !between(random, 0, 2))
+        core.events.forcedBy.removeAt(between(random, 0, core.events.forcedBy.size() - 1));
     if (core.expressionType == 1) {
         for (QString& expression : core.expressions)
             expression = randomExpression(random, core.enabledMatchUnits());
+    }
+}
+
+void addEvents(Random& random, const QList<OXA::AoCore*>& cores)
+{
+    for (OXA::AoCore* core : cores) {
+        core->events.triggerOut = !between(random, 0, 3);
+        core->events.stamps = !between(random, 0, 2);
+        QList<int> forcing;
+        for (int place = 0; place < cores.size(); ++place) {
+            if (cores.at(place) != core && !between(random, 0, 2))
+                forcing += place;
+        }
+        OXA::setForcingPlaces(cores, *core, forcing);
     }
 }
 

@@ -16,7 +16,11 @@ int between(Random& random, int low, int high);
 /// narrow, or its samples (see `randomSample`) change so little, that it triggers.
 std::unique_ptr<OXA::AoCore> randomCore(Random& random, int position);
 
-/// Other values, counters, windows and sequence for `core`, within what its hardware has.
+/// Lets some of `cores` force others, and have trigger outputs and stamps.
+void addEvents(Random& random, const QList<OXA::AoCore*>& cores);
+
+/// Other values, counters, windows, sequence and forcing cores for `core`, within what its hardware
+/// has.
 void changeSettings(Random& random, OXA::AoCore& core);
 
 /// Another sample behind `before`, a character a signal.

@@ -103,6 +103,7 @@ QStringList TestSimulatedCores::randomCall(unsigned seed, int cores)
             core.signalList.prepend(busOf("n", kCounterBits));
         list += &core;
     }
+    addEvents(random, list);
     clocks.removeDuplicates();
     OXA::writeOXAConfigToXml(list, path("c.oxa"));
     QStringList result
