@@ -19,6 +19,7 @@ namespace OXA_TOOL {
 namespace {
 
 constexpr int kTallyBits = 8;
+constexpr int kStampBits = 32;
 
 // Bits of the index into what a core reports: its status of 512 bits, of a Lite core 256, or its
 // identity.
@@ -212,6 +213,12 @@ void addStorage(LogicCounts& counts, const OXA::AoCore& core)
         += limitBits > 0 ? limitBits + 1 : 0; // samples behind the trigger, the last one
 }
 
+/// Bits of a window's word for events: whether another core forced it, and its stamp.
+int eventBits(const OXA::CoreEvents& events)
+{
+    return (events.forcedBy.isEmpty() ? 0 : 1) + (events.stamps ? kStampBits : 0);
+}
+
 /// What makes and takes the triggers of other cores, and counts samples.
 void addEvents(LogicCounts& counts, const OXA::AoCore& core)
 {
@@ -234,9 +241,9 @@ void addEvents(LogicCounts& counts, const OXA::AoCore& core)
     }
     if (events.stamps) {
         counts.items[StampedCores] += 1;
-        counts.registers += qint64(2) * OXA::CoreEvents::kStampBits; // counted, and the last one
+        counts.registers += qint64(2) * kStampBits; // counted, and the last one
     }
-    counts.items[EventMux] += muxTables(events.windowBits() + 1);
+    counts.items[EventMux] += muxTables(eventBits(events) + 1);
 }
 
 void addWindows(LogicCounts& counts, const OXA::AoCore& core)
@@ -253,7 +260,7 @@ void addWindows(LogicCounts& counts, const OXA::AoCore& core)
     counts.items[WindowBits] += bits;
     counts.items[WindowAddressBits] += addressBits;
     counts.registers += 4 * bits + 2 * addressBits;
-    addMemory(counts, {kUnasked, core.events.windowBits() + 1, windows}, {});
+    addMemory(counts, {kUnasked, eventBits(core.events) + 1, windows}, {});
 }
 
 /// Registers of `names` in the first `stages` stages of the pipeline of `clock`.
