@@ -94,8 +94,9 @@ expand(OXA_LITE/QX_AO_0/qx_ao_top.v ${lite_top})
 foreach(P RANGE 15)
     set(core OXA/QX_AO_${P})
     expand(${core}/qx_ao_crc32.v common/crc32.v.in)
-    expand(${core}/qx_ao_match.v standard/equal.v.in standard/match.v.in standard/counter.v.in
-        standard/unit.v.in standard/store.v.in standard/trigger.v.in standard/events.v.in)
+    expand(${core}/qx_ao_match.v standard/equal.v.in standard/order.v.in standard/match.v.in
+        standard/counter.v.in standard/unit.v.in standard/store.v.in standard/trigger.v.in
+        standard/events.v.in)
     expand(${core}/qx_ao_mem_ctrl.v common/buffer.v.in standard/mem_ctrl.v.in)
     expand(${core}/qx_ao_top.v
         common/sync.v.in common/scan.v.in common/command.v.in standard/top.v.in)

@@ -147,7 +147,9 @@
 //@end U
         end
     endfunction
-    localparam [SETTINGS-1:0] SETTINGS_INIT = settings_at_power_up(1'b0);
+    // Without power-up capture a client writes them first. Registers that begin with 0 need no inverters
+    // on devices that have no others.
+    localparam [SETTINGS-1:0] SETTINGS_INIT = ARMED ? settings_at_power_up(1'b0) : {SETTINGS{1'b0}};
 
     localparam [63:0] WORDS_NEEDED = (AMOUNT + 64'd1) * (WINDOWS + 64'd1);
     generate

@@ -21,6 +21,11 @@ namespace {
 constexpr int kTallyBits = 8;
 constexpr int kStampBits = 32;
 
+// A wide comparison has two steps: equality is compared in parts, magnitude from the lowest bits
+// on.
+constexpr int kPart = 16;
+int bitsOfFirstStep(int width) { return width > kPart ? width * 5 / 8 : width; }
+
 // Bits of the index into what a core reports: its status of 512 bits, of a Lite core 256, or its
 // identity.
 constexpr int kLeastIndexBits = 9;
@@ -144,7 +149,8 @@ void addUnit(LogicCounts& counts, const OXA::MatchUnit& unit, bool dynamic, bool
     counts.items[Units] += 1;
     counts.items[edges ? EdgeBits : LevelBits] += width;
     counts.registers += (edges ? 3 : 2) * width + (ordered ? 3 : 1); // settings
-    counts.registers += (edges ? 0 : 1) + (ordered ? 2 : 0) + 1; // comparison
+    counts.registers
+        += (edges ? 0 : (width + kPart - 1) / kPart) + (ordered ? 2 : 0) + 1; // comparison
     counts.registers += 2 * kTallyBits + (dynamic ? 1 : 0);
     if (ordered)
         counts.items[OrderedBits] += width;
@@ -288,6 +294,11 @@ void addSignals(LogicCounts& counts, const OXA::AoCore& core)
         const QStringList names = unit->trigger->singleSignals();
         const bool edges = OXA::matchTypeHasEdges(unit->matchType);
         addStages(counts, clock, names, edges ? 3 : 1);
+        if (unit->matchType >= OXA::MatchExtended) { // the inverted value
+            const int second = int(names.size()) - bitsOfFirstStep(int(names.size()));
+            addStages(counts, '~' + clock, names, 1);
+            addStages(counts, '~' + clock, names.mid(0, second), 2);
+        }
         if (edges)
             edgeSignals += QSet<QString>(names.begin(), names.end());
     }

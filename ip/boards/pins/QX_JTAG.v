@@ -31,11 +31,12 @@ module QX_JTAG (
 );
     localparam [4:0] IR_ER1 = 5'h08;
 
-    // Codes that make small logic: bit 3 is 0 in the column of the instruction register, and registers
-    // start as 0, which is Test-Logic-Reset.
-    localparam [3:0] RESET = 0, CAPTURE_IR = 1, UPDATE_IR = 2, IDLE = 3, PAUSE_IR = 4, SHIFT_IR = 5,
-        EXIT1_IR = 6, EXIT2_IR = 7, SELECT_DR = 8, CAPTURE_DR = 9, UPDATE_DR = 10, SELECT_IR = 11,
-        PAUSE_DR = 12, SHIFT_DR = 13, EXIT1_DR = 14, EXIT2_DR = 15;
+    // Codes that make small logic: bit 3 is 0 in the column of the instruction register, bit 2 from
+    // Shift to Exit2, the others are the same in both columns. Registers start as 0, which is
+    // Test-Logic-Reset.
+    localparam [3:0] RESET = 0, CAPTURE_IR = 1, SELECT_IR = 2, UPDATE_IR = 3, SHIFT_IR = 4, PAUSE_IR = 5,
+        EXIT2_IR = 6, EXIT1_IR = 7, IDLE = 8, CAPTURE_DR = 9, SELECT_DR = 10, UPDATE_DR = 11,
+        SHIFT_DR = 12, PAUSE_DR = 13, EXIT2_DR = 14, EXIT1_DR = 15;
 
     (* fsm_encoding = "none" *) reg [3:0] state_q = RESET;
     function [3:0] following(input [3:0] state, input tms);
@@ -59,26 +60,30 @@ module QX_JTAG (
         endcase
     endfunction
 
+    wire is_dr = state_q[3];
+    wire between_scans = ~state_q[2];
+    wire shifts = state_q[2:0] == SHIFT_IR[2:0];
+
+    // One register for both columns: bit 4 is the bypass register. The standard wants 01 at the end of
+    // a captured instruction and 0 in the bypass register.
     reg [4:0] ir_q = 5'd0;
+    // Follows ir_q in the column of the instruction register. That begins at Select-IR, where ir_q has
+    // no instruction, so a reset needs no more.
     reg er1_q = 1'b0;
-    reg bypass_q = 1'b0;
     always @(posedge tck_pad_i) begin
         state_q <= following(state_q, tms_pad_i);
-        if (state_q == CAPTURE_IR) ir_q <= 5'b00001;  // the standard wants 01 at the end
-        else if (state_q == SHIFT_IR) ir_q <= {tdi_pad_i, ir_q[4:1]};
-        if (state_q == RESET) er1_q <= 1'b0;
-        else if (state_q == UPDATE_IR) er1_q <= ir_q == IR_ER1;
-        if (state_q == CAPTURE_DR) bypass_q <= 1'b0;
-        else if (state_q == SHIFT_DR) bypass_q <= tdi_pad_i;
+        if (between_scans) ir_q <= 5'b00001;
+        else if (shifts) ir_q <= {tdi_pad_i, ir_q[4:1]};
+        if (~is_dr) er1_q <= ir_q == IR_ER1;
     end
 
     reg tdo_q = 1'b0;
-    always @(negedge tck_pad_i) tdo_q <= state_q == SHIFT_IR ? ir_q[0] : er1_q ? tdo_er1_i : bypass_q;
+    always @(negedge tck_pad_i) tdo_q <= ~is_dr ? ir_q[0] : er1_q ? tdo_er1_i : ir_q[4];
 
     assign tdo_pad_o = tdo_q;
     assign tck_o = tck_pad_i;
     assign tdi_o = tdi_pad_i;
-    assign test_logic_reset_o = state_q == RESET;
+    assign test_logic_reset_o = 1'b0;  // enable_er1_o is low there
     assign run_test_idle_er1_o = state_q == IDLE & er1_q;
     assign run_test_idle_er2_o = 1'b0;
     assign shift_dr_capture_dr_o = state_q == CAPTURE_DR | state_q == SHIFT_DR;

@@ -76,7 +76,7 @@ proof)
     prove="proc; flatten; memory -nordff; opt_clean; sat -verify -prove ok_o 1 -seq 6 -prove-skip 4"
     {
         echo "read_verilog $(echo $includes) $HERE/proofs.v $(echo $sources); design -save read"
-        for type in 0 1 2 3 4 5; do
+        for type in 0 1 2 3 4 5 "2 -set AT_ONCE 2" "5 -set AT_ONCE 2"; do
             echo "chparam -set TYPE $type match_proof; hierarchy -top match_proof"
             echo "$prove match_proof; design -load read"
         done

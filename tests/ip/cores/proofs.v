@@ -3,7 +3,8 @@
 
 // ok_o unless a match unit of TYPE differs from what its function means.
 module match_proof #(
-    parameter TYPE = 5
+    parameter TYPE = 5,
+    parameter AT_ONCE = 16
 ) (
     input  wire       clk_i,
     input  wire [2:0] value_i,
@@ -19,8 +20,9 @@ module match_proof #(
 
     wire built = TYPE < 2 ? func_q < 2 : TYPE < 4 ? func_q < 6 : 1'b1;
     wire match;
-    ao_match_0 #(.TYPE(TYPE), .WIDTH(3)) u_match (
+    ao_match_0 #(.TYPE(TYPE), .WIDTH(3), .AT_ONCE(AT_ONCE)) u_match (
         .clk_i(clk_i), .now_i(now_q), .prev1_i(prev1_q), .prev2_i(prev2_q), .first_i(first_i),
+        .not_now_i(~now_q), .not_prev1_i(~prev1_q),
         .m0_i(m0_q), .m1_i(m1_q), .m2_i(m2_q), .function_i(func_q), .match_o(match)
     );
 
