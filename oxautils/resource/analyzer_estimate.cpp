@@ -58,6 +58,7 @@ void AnalyzerEstimate::add(const OXA::AoCore& core)
     addMemory(m_state->memories,
         captureMemory(storedBits(core), core.storageDepth, true, part.name), core.implementation,
         part);
+    m_state->memories.blockSram += windowBlocks(core, part);
     if (core.expressionType == OXA::DynamicExpressions)
         addMemory(m_state->memories, tableMemory(core, part.name), core.exImplementation, part);
 }

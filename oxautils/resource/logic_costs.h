@@ -41,7 +41,7 @@ constexpr double kLutCosts[kLogicItems] = {
     2.00, // core that others force
     1.30, // core that forces one
     1.00, // table of four inputs that chooses a bit of a window's word
-    36.00, // core with stamps
+    43.00, // core with stamps
 };
 
 /// Registers of the first items, beside those that are counted one by one.

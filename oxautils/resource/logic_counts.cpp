@@ -219,10 +219,51 @@ void addStorage(LogicCounts& counts, const OXA::AoCore& core)
         += limitBits > 0 ? limitBits + 1 : 0; // samples behind the trigger, the last one
 }
 
-/// Bits of a window's word for events: whether another core forced it, and its stamp.
-int eventBits(const OXA::CoreEvents& events)
+/// Bits of a word that is kept for each window: how it began, whether another core forced it, and
+/// its stamp.
+int windowBits(const OXA::CoreEvents& events)
 {
-    return (events.forcedBy.isEmpty() ? 0 : 1) + (events.stamps ? kStampBits : 0);
+    return 1 + (events.forcedBy.isEmpty() ? 0 : 1) + (events.stamps ? kStampBits : 0);
+}
+
+unsigned windowsOf(const OXA::AoCore& core)
+{
+    return OXA::fixedWindowNum(unsigned(std::max(core.windowNum, 1)));
+}
+
+void addWindows(LogicCounts& counts, const OXA::AoCore& core)
+{
+    const int addressBits = bitsFor(core.storageDepth);
+    counts.items[AddressBits] += addressBits;
+    counts.registers += qint64(4) * addressBits; // two settings, address, samples after trigger
+    const unsigned windows = windowsOf(core);
+    if (windows < 2) {
+        counts.registers += 1;
+        return;
+    }
+    const int bits = bitsFor(windows);
+    counts.items[WindowBits] += bits;
+    counts.items[WindowAddressBits] += addressBits;
+    counts.registers += 4 * bits + 2 * addressBits;
+    addMemory(counts, {kUnasked, windowBits(core.events), windows}, {});
+}
+
+/// The clock of a core's registers.
+QString clockOf(const OXA::AoCore& core)
+{
+    const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
+    return (falling ? "!" : "") + core.sampleClock;
+}
+
+/// Registers of `names` in the first `stages` stages of the pipeline of `clock`.
+void addStages(LogicCounts& counts, const QString& clock, const QStringList& names, int stages)
+{
+    for (const QString& name : names) {
+        unsigned& built = counts.stages[clock + ' ' + name];
+        const unsigned all = built | ((1U << stages) - 1);
+        counts.registers += qint64(std::bitset<8>(all ^ built).count());
+        built = all;
+    }
 }
 
 /// What makes and takes the triggers of other cores, and counts samples.
@@ -234,7 +275,8 @@ void addEvents(LogicCounts& counts, const OXA::AoCore& core)
         if (index == core.index)
             continue;
         counts.items[ForcingInputs] += 1;
-        counts.registers += 4; // synchronizer, level before, setting
+        addStages(counts, clockOf(core), {QString("of core %1").arg(index)}, 3);
+        counts.registers += 1; // setting
         if (counts.forcing.contains(index))
             continue;
         counts.forcing += index;
@@ -249,41 +291,12 @@ void addEvents(LogicCounts& counts, const OXA::AoCore& core)
         counts.items[StampedCores] += 1;
         counts.registers += qint64(2) * kStampBits; // counted, and the last one
     }
-    counts.items[EventMux] += muxTables(eventBits(events) + 1);
-}
-
-void addWindows(LogicCounts& counts, const OXA::AoCore& core)
-{
-    const int addressBits = bitsFor(core.storageDepth);
-    counts.items[AddressBits] += addressBits;
-    counts.registers += qint64(4) * addressBits; // two settings, address, samples after trigger
-    const unsigned windows = OXA::fixedWindowNum(unsigned(std::max(core.windowNum, 1)));
-    if (windows < 2) {
-        counts.registers += 1;
-        return;
-    }
-    const int bits = bitsFor(windows);
-    counts.items[WindowBits] += bits;
-    counts.items[WindowAddressBits] += addressBits;
-    counts.registers += 4 * bits + 2 * addressBits;
-    addMemory(counts, {kUnasked, eventBits(core.events) + 1, windows}, {});
-}
-
-/// Registers of `names` in the first `stages` stages of the pipeline of `clock`.
-void addStages(LogicCounts& counts, const QString& clock, const QStringList& names, int stages)
-{
-    for (const QString& name : names) {
-        unsigned& built = counts.stages[clock + ' ' + name];
-        const unsigned all = built | ((1U << stages) - 1);
-        counts.registers += qint64(std::bitset<8>(all ^ built).count());
-        built = all;
-    }
+    counts.items[EventMux] += muxTables(windowBits(events));
 }
 
 void addSignals(LogicCounts& counts, const OXA::AoCore& core)
 {
-    const bool falling = core.trigType == 1 || core.forceTriggerByFallingEdge;
-    const QString clock = (falling ? "!" : "") + core.sampleClock;
+    const QString clock = clockOf(core);
     const bool dynamic = core.expressionType == OXA::DynamicExpressions;
     addStages(counts, clock, core.dataSignals(), dynamic ? 5 : 4);
     counts.registers += dynamic ? 2 : 0; // of the additional stage, beside the data
@@ -345,7 +358,17 @@ void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo
     const int identityBits = bitsFor(kIdentityHead + kIdentityWord * words);
     addCaptureMemory(counts, {kindOn(part, core.implementation), width, core.storageDepth},
         std::max({kLeastIndexBits, identityBits, dynamic ? units : 0}),
-        bitsFor(std::max(width, int(OXA::allExpressions(core).size()))), part);
+        bitsFor(std::max({width, int(OXA::allExpressions(core).size()), windowBits(core.events)})),
+        part);
+}
+
+int windowBlocks(const OXA::AoCore& core, const DEV::ChipInfo& part)
+{
+    const int width = windowBits(core.events);
+    const qint64 windows = windowsOf(core);
+    return windows < 2 || width * windows < kWorthBlock
+        ? 0
+        : captureMemory(width, int(windows), false, part.name).blockSram;
 }
 
 void countCore(LogicCounts& counts, const OXA::AOCore_Lite& core, const DEV::ChipInfo& part)

@@ -103,6 +103,9 @@ struct LogicCounts {
 void countCore(LogicCounts& counts, const OXA::AoCore& core, const DEV::ChipInfo& part);
 void countCore(LogicCounts& counts, const OXA::AOCore_Lite& core, const DEV::ChipInfo& part);
 
+/// Block SRAMs of the memory with a word for each window of `core`; small ones take registers.
+int windowBlocks(const OXA::AoCore& core, const DEV::ChipInfo& part);
+
 }
 
 #endif
