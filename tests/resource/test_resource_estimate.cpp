@@ -154,6 +154,26 @@ void TestResourceEstimate::wholeAnalyzers()
     QCOMPARE(when.registers - all.registers, (1024 + 1) * (8 + 1) + 2 * 8 + 2 + 2);
     QCOMPARE(changes.registers - when.registers, 3 + 1); // comparison of 20 signals
 
+    // The second core on a clock takes the first one's synchronizer of three registers.
+    const auto amountsOfForced = [](int forced, bool stamps) {
+        AnalyzerEstimate estimate({});
+        for (int index = 0; index < 3; ++index) {
+            OXA::AoCore core(index);
+            core.sampleClock = index == 0 ? "a" : "b";
+            core.windowNum = 4;
+            if (index > 0 && index <= forced)
+                core.events.forcedBy = {0};
+            core.events.stamps = stamps;
+            estimate.add(core);
+        }
+        return estimate.amounts();
+    };
+    const AnalyzerAmounts alone = amountsOfForced(0, false);
+    const int own = 1 + 2 + 4 + 1; // setting, the force and its cause, a bit of each window
+    QCOMPARE(amountsOfForced(1, false).registers - alone.registers, 1 + 3 + own);
+    QCOMPARE(amountsOfForced(2, false).registers - alone.registers, 1 + 3 + 2 * own);
+    QCOMPARE(amountsOfForced(0, true).blockSram, 3); // of the windows
+
     AnalyzerEstimate lite({});
     OXA::AOCore_Lite core;
     core.signalList = signalsOf("a", 20);
