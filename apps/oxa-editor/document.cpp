@@ -1,7 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "document.h"
 
+#include "design/design_tree.h"
+
 #include "files/replace_file.h"
+#include "oxautils/config/configuration.h"
+#include "oxautils/config/names_file.h"
+#include "oxautils/design/attach.h"
+#include "oxautils/design/value_names.h"
 
 #include <QFileInfo>
 
@@ -77,8 +83,18 @@ bool Document::save(const QString& path, QString* error)
     m_path = QFileInfo(path).absoluteFilePath();
     m_undoStack.setClean();
     endRun();
+    keepValueNames(error);
     Q_EMIT pathChanged();
     return true;
+}
+
+/// Keeps the names of values that the design gives to watched signals, as `oxa add` does.
+void Document::keepValueNames(QString* error) const
+{
+    OXA::Configuration saved;
+    if (m_design && OXA::readConfiguration(m_path, saved, error))
+        OXA::addKnownStates(
+            m_path, OXA::statesOf(m_design->index(), OXA::watchedNames(saved)), error);
 }
 
 QByteArray Document::bytes(QString* error) const { return serialize(m_mode, m_cores, error); }

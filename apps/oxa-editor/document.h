@@ -56,7 +56,9 @@ public:
     /// the reason; `warnings` are about the file.
     bool load(const QString& path, QStringList& warnings, QString* error);
 
-    /// Writes the file `path`, now the document's file. On failure `error` has the reason.
+    /// Writes the file `path`, now the document's file, and beside it the names of values that the
+    /// design tells. False when the file is not written; `error` has the reason, or why the names
+    /// are not kept.
     bool save(const QString& path, QString* error);
 
     /// Whether the document's file differs from what was read or written last.
@@ -82,6 +84,7 @@ Q_SIGNALS:
     void designChanged();
 
 private:
+    void keepValueNames(QString* error) const;
     template <typename T>
     void pushSwap(
         const Location& location, T& value, const T& content, const QString& text, int run)

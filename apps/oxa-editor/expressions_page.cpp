@@ -19,6 +19,7 @@
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
+#include <QStyle>
 #include <QTableView>
 #include <QTimer>
 #include <QToolButton>
@@ -67,7 +68,9 @@ ExpressionsPage::ExpressionsPage(Document& document, QWidget* parent)
 
     auto* splitter = new QSplitter;
     left->setMaximumWidth(fontMetrics().averageCharWidth() * kWidest);
-    splitter->addWidget(scrolling(left));
+    QWidget* area = scrolling(left);
+    area->setMaximumWidth(left->maximumWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent));
+    splitter->addWidget(area);
     splitter->addWidget(right);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);

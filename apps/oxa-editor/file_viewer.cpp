@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "file_viewer.h"
 
+#include "screen_size.h"
+
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
@@ -62,6 +64,6 @@ FileViewer::FileViewer(const FilePlace& place, QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(view, 1);
     layout->addWidget(buttons);
-    resize(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 36);
+    resizeOnScreen(*this, {fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 36});
     view->centerCursor();
 }

@@ -2,6 +2,7 @@
 #include "help_window.h"
 
 #include "file_viewer.h"
+#include "screen_size.h"
 
 #include "oxautils/generate/installed.h"
 #include "oxautils/model/shown_text.h"
@@ -52,9 +53,15 @@ public:
         QVariant resource = QTextBrowser::loadResource(type, name);
         if (type != QTextDocument::ImageResource)
             return resource;
-        const QImage image = QImage::fromData(resource.toByteArray());
+        QImage image = QImage::fromData(resource.toByteArray());
         const int most = viewport()->width() - 2 * int(document()->documentMargin());
-        return image.width() > most ? image.scaledToWidth(most, Qt::SmoothTransformation) : image;
+        if (image.width() <= most)
+            return image;
+        // On a screen with more pixels, the picture keeps more of its own.
+        const double ratio = qMin(devicePixelRatioF(), double(image.width()) / most);
+        image = image.scaledToWidth(int(most * ratio), Qt::SmoothTransformation);
+        image.setDevicePixelRatio(ratio);
+        return image;
     }
 };
 
@@ -69,7 +76,7 @@ HelpWindow::HelpWindow(QWidget* parent)
     layOut();
     connect(m_pages, &QTextBrowser::anchorClicked, this, &HelpWindow::follow);
     connect(m_wanted, &QLineEdit::returnPressed, this, &HelpWindow::find);
-    resize(fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 44);
+    resizeOnScreen(*this, {fontMetrics().averageCharWidth() * 120, fontMetrics().height() * 44});
 }
 
 void HelpWindow::layOut()

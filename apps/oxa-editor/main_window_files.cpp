@@ -163,6 +163,11 @@ bool MainWindow::saveTo(const QString& path)
     }
     m_recent->add(m_document.path());
     m_message->hide();
+    if (!error.isEmpty())
+        m_message->showMessage(OXA::shownLines(error),
+            {
+                {tr("&Close"), {}}
+        });
     return true;
 }
 

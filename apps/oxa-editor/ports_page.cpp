@@ -27,7 +27,7 @@ PortsPage::PortsPage(Document& document, QWidget* parent)
     splitter->addWidget(m_editor);
     splitter->setStretchFactor(1, 1);
     splitter->setStretchFactor(0, 0);
-    m_ports->setMinimumWidth(fontMetrics().averageCharWidth() * 14);
+    m_ports->setMinimumWidth(fontMetrics().averageCharWidth() * 15 + 2 * m_ports->frameWidth());
     splitter->setChildrenCollapsible(false);
     splitter->setSizes({1, 1000});
     auto* layout = new QVBoxLayout(this);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "unit_dialog.h"
 
+#include "screen_size.h"
+
 #include "oxautils/model/shown_text.h"
 #include "oxautils/model/trigger_port.h"
 
@@ -52,6 +54,18 @@ UnitDialog::UnitDialog(MatchUnit* unit, QWidget* parent)
         connect(
             choice, QOverload<int>::of(&QComboBox::activated), this, [this] { m_mayClear = true; });
     addLegend();
+    chooseOnlyPort();
+    resizeOnScreen(*this, size());
+}
+
+/// A unit without a port gets the one that has signals, when there is no other.
+void UnitDialog::chooseOnlyPort()
+{
+    auto* ports = findChild<QComboBox*>("comboBoxTrigger");
+    if (ports->currentIndex() >= 0 || ports->count() != 1)
+        return;
+    ports->setCurrentIndex(0);
+    onTriggerChanged();
 }
 
 void UnitDialog::addLegend()

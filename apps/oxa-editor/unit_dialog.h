@@ -17,6 +17,7 @@ public:
 
 private:
     void addLegend();
+    void chooseOnlyPort();
     QStringList losses() const;
 
     OXA::MatchUnit* m_unit;

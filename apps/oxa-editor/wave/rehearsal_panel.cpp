@@ -44,8 +44,10 @@ RehearsalPanel::RehearsalPanel(Document& document, WaveSettings& waves, QWidget*
     connect(m_watcher, &QFileSystemWatcher::fileChanged, this, &RehearsalPanel::rehearse);
     connect(&m_document, &Document::changed, this, &RehearsalPanel::rehearse);
     connect(&m_document, &Document::replaced, this, &RehearsalPanel::restoreStimulus);
-    connect(&m_document, &Document::pathChanged, this,
-        [this] { m_stimuli.insert(m_document.path(), stimulus()); });
+    connect(&m_document, &Document::pathChanged, this, [this] {
+        m_stimuli.insert(m_document.path(), stimulus());
+        m_view->setNamesOf(m_document.path());
+    });
 }
 
 void RehearsalPanel::layOut()

@@ -244,6 +244,16 @@ void WaveView::showTrigger()
     m_canvas->reveal(first);
 }
 
+/// Shows the window that cursor A is in, else the first one.
+void WaveView::zoomToWindow()
+{
+    const int number = waveform()->windowAt(m_canvas->cursor(0));
+    if (waveform()->windows.empty())
+        return say(tr("There is no window."));
+    const WaveWindow& window = waveform()->windows[size_t(qMax(number, 0))];
+    m_canvas->show(double(window.first), double(window.first + window.samples));
+}
+
 void WaveView::find(int step)
 {
     const QModelIndex current = m_rows->currentIndex();

@@ -82,6 +82,7 @@ private:
     QMenu* makeMenu();
     void showCursors();
     void showTrigger();
+    void zoomToWindow();
     void readClock();
     void say(const QString& text);
     void showRuler();

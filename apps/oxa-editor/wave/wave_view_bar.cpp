@@ -168,6 +168,8 @@ QMenu* WaveView::makeMenu()
         if (hasSpan)
             m_canvas->show(double(spans.front().first), double(spans.front().second) + 1);
     }));
+    menu->addAction(
+        addAction(tr("Zoom to the &window"), {}, {QKeySequence("W")}, [this] { zoomToWindow(); }));
     menu->addSeparator();
     menu->addAction(addAction(
         tr("&Copy as picture"), {}, {QKeySequence("Ctrl+Shift+C")}, [this] { copyPicture(); }));

@@ -257,6 +257,17 @@ void TestEditorWindow::unitsAreEditedInTheDialog()
     QVERIFY(driver.core().matchUnit(0)->value0 != value);
     driver.keys("Ctrl+Z");
     QCOMPARE(driver.core().matchUnit(0)->value0, value);
+
+    for (const int port : {1, 2}) // the only port is chosen
+        driver.core().getTrigger(port)->signalList.clear();
+    units->selectRow(9);
+    driver.inModal<MatchUnitDialog>(
+        [](MatchUnitDialog* dialog) {
+            QTest::keyClick(dialog, Qt::Key_Return);
+            return true;
+        },
+        [&] { QTest::keyClick(units, Qt::Key_Return); });
+    QCOMPARE(unit.trigger, driver.core().getTrigger(0));
 }
 
 void TestEditorWindow::typingIsOneStep()
@@ -565,8 +576,12 @@ void TestEditorWindow::signalsOfTheDesign()
     clock->completer()->setCompletionPrefix("p/clk");
     QCOMPARE(clock->completer()->completionCount(), 2);
 
+    QVERIFY(filtered(driver, "state").startsWith("state[1:0]"));
+    view->setCurrentIndex(view->indexBelow(view->model()->index(0, 0)));
+    QTest::keyClick(view, Qt::Key_Return);
     QString error;
     QVERIFY2(driver.document().save(m_folder.path("other.oxa"), &error), qPrintable(error));
+    QVERIFY(bytesOf(m_folder.path("other.oxa.names")).contains("\"IDLE\"")); // of an enumeration
     WindowDriver other(m_folder.path("other.oxa"));
     other.keys("Ctrl+Shift+D"); // begins to read
     QVERIFY(textsIn(*other.find<QListWidget>("Sources of the design:")).endsWith("traps.sv"));

@@ -163,6 +163,10 @@ void TestWaveView::cursorsAndTheirDistance()
     shown.view.setWaveform(capturedWaveform(capturedOf(kTwoWindows), nullptr));
     canvas.setCursor(0, 2);
     QVERIFY2(shown.state().contains("8 samples, of two windows"), qPrintable(shown.state()));
+    canvas.setCursor(0, 8);
+    shown.key(Qt::Key_W); // the window at A
+    QCOMPARE(qRound(canvas.scale().first()), 6);
+    QCOMPARE(qRound(canvas.scale().visible()), 6);
 }
 
 void TestWaveView::markersByTheMouse()
