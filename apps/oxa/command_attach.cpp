@@ -241,6 +241,7 @@ int run(Options options, Io& io)
     if (options.noPads)
         addWires(arg.ipDir, built.boardSources);
     request.names = OXA::watchedNames(configuration);
+    request.outputs = OXA::triggerOutputs(configuration.cores);
     request.analyzerFiles = built.files + built.boardSources;
     if (link && !options.models)
         request.pads = DEV::padPorts(*link);

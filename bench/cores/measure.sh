@@ -26,20 +26,31 @@ lite() { # SIGNALS
 </SignalList></AoCore_Lite><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
 }
 
-standard() { # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS STORAGE
-    echo "<OXA_CONFIG><Version>3.0</Version><Mode>Standard</Mode>
-<AoCore index=\"0\" sample_clock=\"clk\" trig_type=\"0\" storage_depth=\"1024\" window_num=\"$5\"
- capture_amount=\"$((1024 / $5))\" implementation=\"0\" trigger_pos=\"100\" module_name=\"\"
+core() { # INDEX SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS MORE
+    echo "<AoCore index=\"$1\" sample_clock=\"clk\" trig_type=\"0\" storage_depth=\"1024\" window_num=\"$6\"
+ capture_amount=\"$((1024 / $6))\" implementation=\"0\" trigger_pos=\"100\" module_name=\"\"
  force_trigger_by_falling_edge=\"false\" capture_init_data_enabled=\"false\">
-<SignalList>$(probes "$1")</SignalList>
-<Triggers><Trigger index=\"0\"><SignalList>$(probes "$1")</SignalList></Trigger></Triggers><MatchUnits>"
-    for ((i = 0; i < $2; i++)); do
-        echo "<MatchUnit index=\"$i\" enabled=\"1\" match_type=\"$3\" counter_enable=\"0\" counter_width=\"2\"
+<SignalList>$(probes "$2")</SignalList>
+<Triggers><Trigger index=\"0\"><SignalList>$(probes "$2")</SignalList></Trigger></Triggers><MatchUnits>"
+    for ((i = 0; i < $3; i++)); do
+        echo "<MatchUnit index=\"$i\" enabled=\"1\" match_type=\"$4\" counter_enable=\"0\" counter_width=\"2\"
  counter=\"2\" countinuous=\"0\" func=\"0\" value0=\"10\" value1=\"\" trigger=\"0\"/>"
     done
     echo "</MatchUnits><Expressions type=\"Static\">"
-    for ((i = 0; i < $4; i++)); do echo "<Expression>M$((i % $2))</Expression>"; done
-    echo "</Expressions>${6:-}</AoCore><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
+    for ((i = 0; i < $5; i++)); do echo "<Expression>M$((i % $3))</Expression>"; done
+    echo "</Expressions>${7:-}</AoCore>"
+}
+
+cores() {
+    echo "<OXA_CONFIG><Version>3.0</Version><Mode>Standard</Mode>"
+    cat
+    echo "<OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
+}
+
+standard() { core 0 "$@" | cores; } # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS MORE
+
+pair() { # MORE of both, with the other one's index for @
+    { core 0 32 1 0 1 1 "${1//@/1}"; core 1 32 1 0 1 1 "${1//@/0}"; } | cores
 }
 
 # A design with the wrapper and its probes
@@ -90,6 +101,9 @@ standard 32 1 0 1 1 '<Storage keep="changes" gap_bits="16" limit="0"/>' \
     | measure "the same, 1 window, stores changes" 32
 standard 32 1 0 1 1 '<Storage keep="when" when="M0" gap_bits="0" limit="0"/>' \
     | measure "the same, stores by an expression" 32
+pair '' | measure "two Basic cores, 32 signals" 32
+pair '<Events forced_by="@"/>' | measure "the same, each forces the other" 32
+pair '<Events forced_by="@" stamps="true"/>' | measure "the same, with stamps" 32
 standard 32 4 2 1 1 | measure "4 Extended units, 32 signals" 32
 standard 32 16 5 16 1 | measure "16 Range w/edges units, 16 levels" 32
 yosys -q -p "read_verilog oxa/board/QX_JTAG.v; synth_ice40 -top QX_JTAG; tee -q -o stat.txt stat" >yosys.log 2>&1

@@ -99,12 +99,12 @@ bool Attachment::read(QString* error)
     m_warnings = m_design.warnings;
     if (!findBits(error))
         return false;
-    const QStringList pads = addedPads(m_request);
+    const QStringList added = addedPorts(m_request);
     QStringList inputs;
     for (const DesignSignal& port : portsOf(m_design)) {
-        if (pads.contains(port.flatName))
+        if (added.contains(port.flatName))
             return fail(error,
-                QString("the top has a port %1 already; the analyzer's pads have this name")
+                QString("the top has a port %1 already; a port of the analyzer has this name")
                     .arg(port.flatName));
         if (port.direction == DesignSignal::Input && port.width == 1)
             inputs += port.flatName;

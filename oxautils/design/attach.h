@@ -38,6 +38,7 @@ struct OXAUTILS_EXPORT AttachRequest {
     QStringList pads = jtagPads();
     bool sharesClock = false; ///< the second pad is a port of the top, the clock of a UART link
     QString workDir; ///< for all output; has to exist
+    QStringList outputs; ///< of `qx_oxa`, for triggers: `triggerOutputs`; the wrapper has them, too
 };
 
 /// Names of the files in the work directory.

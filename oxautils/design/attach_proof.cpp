@@ -155,11 +155,11 @@ void Attachment::addProof(DesignScript& script, const QString& wrapper, bool isF
     script.addStage(40, "attaching the analyzer");
     script.add("design", {"-load", "alone"});
     addWrapper(script, wrapper);
-    QStringList pads;
-    for (const QString& pad : addedPads(m_request))
-        pads += m_design.top + '/' + pad;
-    if (!pads.isEmpty())
-        script.add("delete", QStringList("-port") + pads);
+    QStringList ports;
+    for (const QString& port : addedPorts(m_request))
+        ports += m_design.top + '/' + port;
+    if (!ports.isEmpty())
+        script.add("delete", QStringList("-port") + ports);
     addStash(script, m_design.top, "gate", false);
     addComparison(script);
 }

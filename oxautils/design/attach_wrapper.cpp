@@ -101,8 +101,8 @@ NetPath pathBelow(const QString& instance, const Design& design, const DesignSou
     };
 }
 
-QString analyzerInstance(
-    const Design& design, const QVector<WatchedBit>& watched, const QStringList& pads)
+QString analyzerInstance(const Design& design, const QVector<WatchedBit>& watched,
+    const QStringList& pads, const QStringList& outputs)
 {
     const QString instance = instanceName(design, "design");
     QStringList connections;
@@ -118,6 +118,8 @@ QString analyzerInstance(
         connections
             += connection(ports.at(i), pads.value(i).isEmpty() ? unused : escaped(pads.at(i)));
     }
+    for (const QString& output : outputs)
+        connections += connection(output, output);
     return "qx_oxa " + instanceName(design, "oxa") + " (\n" + connections.join(",\n") + "\n);\n";
 }
 
@@ -125,14 +127,13 @@ QString analyzerInstance(
 
 QStringList jtagPads() { return {"tms_pad_i", "tck_pad_i", "tdi_pad_i", "tdo_pad_o"}; }
 
-// The analyzer's pads that are ports of the wrapper alone.
-QStringList addedPads(const AttachRequest& request)
+QStringList addedPorts(const AttachRequest& request)
 {
     QStringList pads = request.pads;
     if (request.sharesClock)
         pads.removeAt(1);
     pads.removeAll({});
-    return pads;
+    return pads + request.outputs;
 }
 
 QVector<DesignSignal> portsOf(const Design& design)
@@ -153,8 +154,8 @@ QByteArray wrapperText(const Design& design, const QString& name,
     const QVector<WatchedBit>& watched, const AttachRequest& request, bool byPath)
 {
     QStringList ports = portDeclarations(design);
-    for (const QString& pad : addedPads(request))
-        ports += (isOutput(pad) ? "output " : "input ") + pad;
+    for (const QString& port : addedPorts(request))
+        ports += (isOutput(port) ? "output " : "input ") + port;
     const QString instance = byPath
         ? designInstance(design, design.top, parametersText(request.sources.parameters))
         : designInstance(design, renamedTop(design), {});
@@ -162,7 +163,7 @@ QByteArray wrapperText(const Design& design, const QString& name,
         + instance
         + watchedWires(design, watched,
             byPath ? pathBelow(instanceName(design, "design"), design, request.sources) : NetPath())
-        + analyzerInstance(design, watched, request.pads) + "endmodule\n")
+        + analyzerInstance(design, watched, request.pads, request.outputs) + "endmodule\n")
         .toUtf8();
 }
 
@@ -172,7 +173,7 @@ QByteArray besideText(const Design& design, const QString& instance,
     const NetPath flat
         = [&](const DesignSignal& signal) { return instance + '.' + escaped(signal.flatName); };
     return (watchedWires(design, watched, isFlat ? flat : pathBelow(instance, design, sources))
-        + analyzerInstance(design, watched, jtagPads()))
+        + analyzerInstance(design, watched, jtagPads(), {}))
         .toUtf8();
 }
 

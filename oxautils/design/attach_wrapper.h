@@ -6,8 +6,8 @@
 
 namespace OXA {
 
-/// The analyzer's pads, ports of each wrapper.
-QStringList addedPads(const AttachRequest& request);
+/// The analyzer's pads and outputs that are ports of each wrapper, and of no design.
+QStringList addedPorts(const AttachRequest& request);
 
 /// The ports of the top, in their order.
 QVector<DesignSignal> portsOf(const Design& design);

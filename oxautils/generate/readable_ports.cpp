@@ -196,12 +196,12 @@ IndexedName indexedName(const QString& name)
 
 bool isReadable(const QString& name) { return cleaned(name) == name.toLower(); }
 
-QList<ReadablePort> readablePorts(const QList<SignalItem>& items)
+QList<ReadablePort> readablePorts(const QList<SignalItem>& items, const QStringList& others)
 {
     Groups groups;
     for (const SignalItem& item : items)
         groups.add(item);
-    QSet<QString> taken = wordsOf(kTaken);
+    QSet<QString> taken = wordsOf(kTaken) + QSet<QString>(others.begin(), others.end());
     QList<ReadablePort> ports;
     for (const Group& group : qAsConst(groups.list)) {
         ReadablePort port = portOf(group);

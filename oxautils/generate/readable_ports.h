@@ -29,11 +29,12 @@ IndexedName indexedName(const QString& name);
 /// Whether `name`, in upper or lower case, is an identifier of Verilog, SystemVerilog and VHDL.
 bool isReadable(const QString& name);
 
-/// Ports for `items`, in their order; each bit is in one of them, and empty names are in none.
+/// Ports for `items`, in their order; each bit is in one of them, and empty names are in none. None
+/// has a name of `others`.
 ///
 /// Bits of one stem without gaps in their indexes are a vector of these indexes. Other buses, and
 /// bits with gaps, are vectors down to 0.
-QList<ReadablePort> readablePorts(const QList<SignalItem>& items);
+QList<ReadablePort> readablePorts(const QList<SignalItem>& items, const QStringList& others);
 
 }
 

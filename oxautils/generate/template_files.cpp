@@ -24,27 +24,17 @@ constexpr char kVerilogHead[]
 constexpr char kVerilogPads[] = R"(//         .tms_pad_i(tms_pad_i),
 //         .tck_pad_i(tck_pad_i),
 //         .tdi_pad_i(tdi_pad_i),
-//         .tdo_pad_o(tdo_pad_o)
-//     );
-)";
+//         .tdo_pad_o(tdo_pad_o))";
 
 constexpr char kPadPorts[] = R"(    input  wire tms_pad_i,
     input  wire tck_pad_i,
     input  wire tdi_pad_i,
-    output wire tdo_pad_o
-);
+    output wire tdo_pad_o)";
 
-    qx_oxa u_qx_oxa (
-)";
-
-constexpr char kVerilogTail[] = R"(        .tms_pad_i(tms_pad_i),
+constexpr char kPadConnections[] = R"(        .tms_pad_i(tms_pad_i),
         .tck_pad_i(tck_pad_i),
         .tdi_pad_i(tdi_pad_i),
-        .tdo_pad_o(tdo_pad_o)
-    );
-
-endmodule
-)";
+        .tdo_pad_o(tdo_pad_o))";
 
 constexpr char kVhdlHead[]
     = R"(-- The module oxa_analyzer of qx_oxa_template.v for VHDL: "use work.oxa_template.all;".
@@ -59,7 +49,9 @@ constexpr char kVhdlHead[]
 constexpr char kVhdlPads[] = R"(--             tms_pad_i => tms_pad_i,
 --             tck_pad_i => tck_pad_i,
 --             tdi_pad_i => tdi_pad_i,
---             tdo_pad_o => tdo_pad_o
+--             tdo_pad_o => tdo_pad_o)";
+
+constexpr char kVhdlComponent[] = R"(
 --         );
 
 library ieee;
@@ -70,10 +62,12 @@ package oxa_template is
         port (
 )";
 
-constexpr char kVhdlTail[] = R"(            tms_pad_i : in  std_logic;
+constexpr char kVhdlPadPorts[] = R"(            tms_pad_i : in  std_logic;
             tck_pad_i : in  std_logic;
             tdi_pad_i : in  std_logic;
-            tdo_pad_o : out std_logic
+            tdo_pad_o : out std_logic)";
+
+constexpr char kVhdlTail[] = R"(
         );
     end component;
 end package;
@@ -177,23 +171,36 @@ QString bitOf(const ReadablePort& port, int i)
     return port.name + '[' + QString::number(index) + ']';
 }
 
-void writeVerilog(QTextStream& out, const QList<ReadablePort>& ports)
+/// `outputs`, each behind a separator, as `form` in which @ is its name.
+void writeOutputs(QTextStream& out, const QStringList& outputs, const char* form)
+{
+    for (const QString& output : outputs)
+        out << QString(form).replace('@', output);
+}
+
+void writeVerilog(QTextStream& out, const QList<ReadablePort>& ports, const QStringList& outputs)
 {
     out << kVerilogHead;
     for (const ReadablePort& port : ports)
         out << "//         ." << port.name << '(' << verilogActual(port) << "),"
             << (isInReach(port) ? QString() : " // from " + source(port)) << '\n';
-    out << kVerilogPads << "module oxa_analyzer (\n";
+    out << kVerilogPads;
+    writeOutputs(out, outputs, ",\n//         .@(@)");
+    out << "\n//     );\nmodule oxa_analyzer (\n";
     for (const ReadablePort& port : ports)
         out << "    input  wire " << (port.isVector ? verilogRange(port) + ' ' : QString())
             << port.name << ",\n";
     out << kPadPorts;
+    writeOutputs(out, outputs, ",\n    output wire @");
+    out << "\n);\n\n    qx_oxa u_qx_oxa (\n";
     for (const ReadablePort& port : ports) {
         for (int i = 0; i < port.bits.size(); ++i)
             out << "        ." << escapedSignalName(port.bits.at(i)) << '(' << bitOf(port, i)
                 << "),\n";
     }
-    out << kVerilogTail;
+    out << kPadConnections;
+    writeOutputs(out, outputs, ",\n        .@(@)");
+    out << "\n    );\n\nendmodule\n";
 }
 
 /// `text` for a VHDL comment.
@@ -204,7 +211,7 @@ QString inVhdl(QString text)
     return text;
 }
 
-void writeVhdl(QTextStream& out, const QList<ReadablePort>& ports)
+void writeVhdl(QTextStream& out, const QList<ReadablePort>& ports, const QStringList& outputs)
 {
     out << kVhdlHead;
     for (const ReadablePort& port : ports) {
@@ -213,9 +220,13 @@ void writeVhdl(QTextStream& out, const QList<ReadablePort>& ports)
             out << "--             " << association << ',' << from << '\n';
     }
     out << kVhdlPads;
+    writeOutputs(out, outputs, ",\n--             @ => @");
+    out << kVhdlComponent;
     for (const ReadablePort& port : ports)
         out << "            " << port.name << " : in  std_logic"
             << (port.isVector ? "_vector" + vhdlRange(port) : QString()) << ";\n";
+    out << kVhdlPadPorts;
+    writeOutputs(out, outputs, ";\n            @ : out std_logic");
     out << kVhdlTail;
 }
 
@@ -223,11 +234,12 @@ void writeVhdl(QTextStream& out, const QList<ReadablePort>& ports)
 
 bool writeTemplates(const OxaArg& arg, const Configuration& configuration)
 {
-    const QList<ReadablePort> ports = readablePorts(itemsOf(configuration));
-    return writeVerilogFile(arg.workDir, TEMPLATE_FILE_NAME, [&ports](QTextStream& out) {
-        writeVerilog(out, ports);
-    }) && writeVerilogFile(arg.workDir, VHDL_TEMPLATE_FILE_NAME, [&ports](QTextStream& out) {
-        writeVhdl(out, ports);
+    const QStringList outputs = triggerOutputs(configuration.cores);
+    const QList<ReadablePort> ports = readablePorts(itemsOf(configuration), outputs);
+    return writeVerilogFile(arg.workDir, TEMPLATE_FILE_NAME, [&](QTextStream& out) {
+        writeVerilog(out, ports, outputs);
+    }) && writeVerilogFile(arg.workDir, VHDL_TEMPLATE_FILE_NAME, [&](QTextStream& out) {
+        writeVhdl(out, ports, outputs);
     });
 }
 

@@ -75,9 +75,9 @@ module bench;
     wire [0:W-1] y, z;
     integer seed = SEED, file;
     reg tck = 0, tms = 1, tdi = 0, none = 0;
-    wire tdo;
+    wire tdo, trigger;
     MODULE dut(.c0(c0), .c1(c1), .a(a), .y(y), .tms_pad_i(tms), .tck_pad_i(tck), .tdi_pad_i(tdi),
-        .tdo_pad_o(tdo));
+        .tdo_pad_o(tdo), .trigger0_o(trigger));
     top alone(.c0(c0), .c1(c1), .a(a), .y(z));
     always #4 c0 = !c0;
     initial #1 forever #6 c1 = !c1;
@@ -88,7 +88,8 @@ endmodule
 )";
 
 constexpr char kPrint[] = R"(
-    always @(posedge c0) if ($time > 500) $display("%b %b", {y, PORTS}, {z, NETS});
+    always @(posedge c0) if ($time > 500) $display("%b %b",
+        {^trigger === 1'bx, y, PORTS}, {1'b0, z, NETS});
     initial #2502 $finish;
 )";
 
@@ -222,6 +223,7 @@ void TestOxaAttach::writeConfiguration(const QStringList& bits)
     const auto core = coreOf(0, data, data.first(), "1", kSamples, 0);
     core->storageDepth = kSamples;
     core->sampleClock = "top/c0";
+    core->events.triggerOut = true;
     OXA::writeOXAConfigToXml({core.get()}, path("c.oxa"));
 }
 

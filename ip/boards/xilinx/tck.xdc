@@ -9,3 +9,7 @@ create_clock -name oxa_tck -period 20.000 [get_pins -filter {REF_PIN_NAME == TCK
 # clocks: set_property PROCESSING_ORDER LATE.
 set_max_delay -datapath_only -from [get_clocks oxa_tck] -to [get_clocks -filter {NAME != oxa_tck}] 5.000
 set_max_delay -datapath_only -from [get_clocks -filter {NAME != oxa_tck}] -to [get_clocks oxa_tck] 20.000
+
+# The signal between two cores of which one forces the other: a single bit, at any time. When it takes
+# longer than a period of the forced core's clock, that core's trigger is a sample later.
+set_max_delay -quiet -datapath_only -from [get_cells -quiet -hierarchical -filter {NAME =~ *u_events*pulse_q_reg}] -to [get_cells -quiet -hierarchical -filter {NAME =~ *u_pulse_sync*hops_q_reg*}] 5.000

@@ -12,6 +12,8 @@
 #                                             for 16 samples, what is stored tells those that are not
 #   check_cores.sh handshake  CONFIGURATION   for 32 changes of two clocks, no core says that it is
 #                                             at rest and moves, and a stop withdraws a force
+#   check_cores.sh bound      CONFIGURATION   a core forces another one within the bound, for 10,000
+#                                             random clocks
 #   check_cores.sh crossings  CONFIGURATION   no signal gets from a clock's domain into another's but through
 #                                             ao_sync and memories
 #
@@ -23,6 +25,7 @@ configuration=$2
 if [ "$1" = handshake ]; then # a run that ends within few edges, and the longest way into a Lite core
     configuration=$work/short.oxa
     sed 's/\(storage_depth\|capture_amount\)="[0-9]*"/\1="2"/g; s/trigger_pos="[0-9]*"/trigger_pos="0"/
+        s/window_num="[0-9]*"/window_num="1"/; s/trig_type="1"/trig_type="0"/
         s/input_register_enabled="[0-9]*"/input_register_enabled="1"/' "$2" >"$configuration"
 fi
 "$OXA" generate "$configuration" --part QX1N-9LV-QFN88-C6 --work-dir "$work/oxa" --no-synthesis \
@@ -99,6 +102,13 @@ crossings)
     done
     grep -q "^[1-9][0-9]* bits, [1-9]" "$work/found" || { cat "$work/found"; exit 1; }
     ;;
+bound)
+    bench=cross_trigger
+    verilator --cc --exe --build -O3 -CFLAGS -O1 --relative-includes --Mdir "$work/built" \
+        "$SHARE/sim/verilator.v" --top-module $bench $models -f "$work/files" "$HERE/$bench.v" "$HERE/$bench.cpp" \
+        >"$work/log" 2>&1 || { tail -30 "$work/log"; exit 1; }
+    "$work/built/V$bench" 10000
+    ;;
 handshake)
     for top in $(echo "$sources" | grep '/qx_ao_top\.v$'); do
         cores=$(dirname "$top")
@@ -115,11 +125,11 @@ handshake)
             ;;
         *)
             core=ao_top_$position
-            sizes="-D STAGES=6 -D STATE=504"
+            sizes="-D STAGES=6 -D STATE=506"
             nets="connect -nounset -set waiting u_top.waiting
                 connect -nounset -set force_now u_top.force_now
                 connect -nounset -set write u_top.keep
-                connect -nounset -set state u_top.state_tck
+                connect -nounset -set state u_top.pulse,u_top.events[0],u_top.state_tck
                 connect -nounset -set stages u_top.u_sample_sync.moving.hops_q[2],u_top.arm,u_top.take2_q,u_top.take,u_top.kept_q,u_top.running_q"
             ;;
         esac

@@ -10,6 +10,7 @@ using namespace OXA_CAPTURE;
 namespace {
 
 constexpr int kToRest = 8; // samples
+constexpr int kAmount = 4; // of a window
 
 // Records the scans of a client; tests send them again with errors.
 class RecordingLink : public JtagLink {
@@ -49,6 +50,21 @@ BitString part(const BitString& bits, int first, int count)
     return result;
 }
 
+// The bits of the first `windows` windows in memory, and of the words about them; empty: no answer.
+QByteArray windowsIn(AnalyzerClient& client, const CoreIdentity& core, int windows)
+{
+    BitString bits;
+    BitString about;
+    QByteArray text;
+    if (!client.readMemory(core, qint64(windows) * kAmount, bits)
+        || !client.readWindows(core, windows, about))
+        return text;
+    bits.append(about);
+    for (int bit = 0; bit < bits.size(); ++bit)
+        text += bits.at(bit) ? '1' : '0';
+    return text;
+}
+
 // What Verilog refuses: the core's number, its window, and the function and the count of a unit of
 // the type Extended, whose counter has 2 bits.
 struct Impossible {
@@ -75,6 +91,7 @@ private Q_SLOTS:
     void cleanup();
     void answersOnlyAtRest();
     void snapshotsOfARun();
+    void windowsOfARun();
     void forcesAreForArmedCores();
     void damagedCommandsDoNothing();
     void damagedAddressesSelectNothing();
@@ -150,6 +167,40 @@ void TestProtocol::snapshotsOfARun()
         QVERIFY(now.fresh && now.level == 1 && !now.open);
         QVERIFY2(now.matches.at(0) <= matches && now.matches.at(0) > matches - kToRest,
             qPrintable(QString::number(now.matches.at(0))));
+    }
+}
+
+// What the snapshot counts is in memory, though the sample clock stands still since; in a second
+// run, it does not count windows of the first.
+void TestProtocol::windowsOfARun()
+{
+    constexpr int kSamples = 500;
+    Random random(2);
+    const auto core = coreOf(0, {busOf("d", 8)}, signalOf("t"), "1", kAmount, 1);
+    core->windowNum = 4;
+    core->events.stamps = true;
+    CoreTarget target;
+    target.configure({core.get()}, random, kSamples);
+    QCOMPARE(target.start({}), QString());
+    const CoreIdentity& identity = target.identities.front();
+    AnalyzerClient& client = target.client();
+    QVERIFY(client.writeSettings(identity, target.plans.front().setup));
+    for (const int last : {2, 3}) {
+        QVERIFY(client.command(0, CoreCommand::Arm));
+        QList<QByteArray> words; // of 1, 2 ... windows, read as soon as they are counted
+        for (int sample = 0; sample < kSamples / 2 && words.size() < last; ++sample) {
+            CoreStatus status;
+            QVERIFY(target.play(1) && client.readStatus(identity, status));
+            if (!status.running || status.snapshot.windows == words.size())
+                continue;
+            QCOMPARE(int(status.snapshot.windows), int(words.size()) + 1);
+            words += windowsIn(client, identity, int(words.size()) + 1);
+            QVERIFY(!words.last().isEmpty());
+        }
+        QCOMPARE(int(words.size()), last);
+        QVERIFY(client.command(0, CoreCommand::Stop) && target.play(kToRest));
+        for (int windows = 1; windows <= last; ++windows)
+            QCOMPARE(words.at(windows - 1), windowsIn(client, identity, windows));
     }
 }
 

@@ -33,12 +33,14 @@
 //         .x_1(x_1), // from x);//--"%1
 //         .u_count_2_2(u_count_2_2), // from u/count_2
 //         .soc_clk(soc_clk), // from soc/clk
+//         .trigger1_o_2(trigger1_o_2), // from Trigger1/o
 //         .u_clk(u_clk), // from u/CLK
 //         .u_clk_2(u_clk_2), // from u/clk
 //         .tms_pad_i(tms_pad_i),
 //         .tck_pad_i(tck_pad_i),
 //         .tdi_pad_i(tdi_pad_i),
-//         .tdo_pad_o(tdo_pad_o)
+//         .tdo_pad_o(tdo_pad_o),
+//         .trigger1_o(trigger1_o)
 //     );
 module oxa_analyzer (
     input  wire [9:4] count,
@@ -70,12 +72,14 @@ module oxa_analyzer (
     input  wire x_1,
     input  wire u_count_2_2,
     input  wire soc_clk,
+    input  wire trigger1_o_2,
     input  wire u_clk,
     input  wire u_clk_2,
     input  wire tms_pad_i,
     input  wire tck_pad_i,
     input  wire tdi_pad_i,
-    output wire tdo_pad_o
+    output wire tdo_pad_o,
+    output wire trigger1_o
 );
 
     qx_oxa u_qx_oxa (
@@ -121,12 +125,14 @@ module oxa_analyzer (
         .\x);//--"%1 (x_1),
         .\u/count_2 (u_count_2_2),
         .\soc/clk (soc_clk),
+        .\Trigger1/o (trigger1_o_2),
         .\u/CLK (u_clk),
         .\u/clk (u_clk_2),
         .tms_pad_i(tms_pad_i),
         .tck_pad_i(tck_pad_i),
         .tdi_pad_i(tdi_pad_i),
-        .tdo_pad_o(tdo_pad_o)
+        .tdo_pad_o(tdo_pad_o),
+        .trigger1_o(trigger1_o)
     );
 
 endmodule

@@ -37,12 +37,14 @@
 --             x_1 => x_1, -- from x);//--"%1
 --             u_count_2_2 => u_count_2_2, -- from u/count_2
 --             soc_clk => soc_clk, -- from soc/clk
+--             trigger1_o_2 => trigger1_o_2, -- from Trigger1/o
 --             u_clk => u_clk, -- from u/CLK
 --             u_clk_2 => u_clk_2, -- from u/clk
 --             tms_pad_i => tms_pad_i,
 --             tck_pad_i => tck_pad_i,
 --             tdi_pad_i => tdi_pad_i,
---             tdo_pad_o => tdo_pad_o
+--             tdo_pad_o => tdo_pad_o,
+--             trigger1_o => trigger1_o
 --         );
 
 library ieee;
@@ -80,12 +82,14 @@ package oxa_template is
             x_1 : in  std_logic;
             u_count_2_2 : in  std_logic;
             soc_clk : in  std_logic;
+            trigger1_o_2 : in  std_logic;
             u_clk : in  std_logic;
             u_clk_2 : in  std_logic;
             tms_pad_i : in  std_logic;
             tck_pad_i : in  std_logic;
             tdi_pad_i : in  std_logic;
-            tdo_pad_o : out std_logic
+            tdo_pad_o : out std_logic;
+            trigger1_o : out std_logic
         );
     end component;
 end package;
