@@ -26,15 +26,28 @@ lite() { # SIGNALS
 </SignalList></AoCore_Lite><OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
 }
 
-core() { # INDEX SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS MORE
+ports() { # SIGNALS PORTS PORT_SIGNALS
+    for ((p = 0; p < $2; p++)); do
+        echo "<Trigger index=\"$p\"><SignalList>"
+        for ((i = p * $3; i < (p + 1) * $3; i++)); do
+            echo "<Signal capture_enable=\"true\">p$((i % $1))</Signal>"
+        done
+        echo "</SignalList></Trigger>"
+    done
+}
+
+# With PORT_SIGNALS, each unit has a port of its own, with so many of the signals.
+core() { # INDEX SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS [MORE [PORT_SIGNALS]]
     echo "<AoCore index=\"$1\" sample_clock=\"clk\" trig_type=\"0\" storage_depth=\"1024\" window_num=\"$6\"
  capture_amount=\"$((1024 / $6))\" implementation=\"0\" trigger_pos=\"100\" module_name=\"\"
  force_trigger_by_falling_edge=\"false\" capture_init_data_enabled=\"false\">
 <SignalList>$(probes "$2")</SignalList>
-<Triggers><Trigger index=\"0\"><SignalList>$(probes "$2")</SignalList></Trigger></Triggers><MatchUnits>"
+<Triggers>"
+    if [ -n "${8:-}" ]; then ports "$2" "$3" "$8"; else ports "$2" 1 "$2"; fi
+    echo "</Triggers><MatchUnits>"
     for ((i = 0; i < $3; i++)); do
         echo "<MatchUnit index=\"$i\" enabled=\"1\" match_type=\"$4\" counter_enable=\"0\" counter_width=\"2\"
- counter=\"2\" countinuous=\"0\" func=\"0\" value0=\"10\" value1=\"\" trigger=\"0\"/>"
+ counter=\"2\" countinuous=\"0\" func=\"0\" value0=\"10\" value1=\"\" trigger=\"$((${8:+1} + 0 ? i : 0))\"/>"
     done
     echo "</MatchUnits><Expressions type=\"Static\">"
     for ((i = 0; i < $5; i++)); do echo "<Expression>M$((i % $3))</Expression>"; done
@@ -47,7 +60,7 @@ cores() {
     echo "<OXA_ID>0000000000000000</OXA_ID></OXA_CONFIG>"
 }
 
-standard() { core 0 "$@" | cores; } # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS MORE
+standard() { core 0 "$@" | cores; } # SIGNALS UNITS MATCH_TYPE LEVELS WINDOWS [MORE [PORT_SIGNALS]]
 
 pair() { # MORE of both, with the other one's index for @
     { core 0 32 1 0 1 1 "${1//@/1}"; core 1 32 1 0 1 1 "${1//@/0}"; } | cores
@@ -106,5 +119,6 @@ pair '<Events forced_by="@"/>' | measure "the same, each forces the other" 32
 pair '<Events forced_by="@" stamps="true"/>' | measure "the same, with stamps" 32
 standard 32 4 2 1 1 | measure "4 Extended units, 32 signals" 32
 standard 32 16 5 16 1 | measure "16 Range w/edges units, 16 levels" 32
+standard 32 16 5 16 1 '' 8 | measure "the same, each on a port of 8" 32
 yosys -q -p "read_verilog oxa/board/QX_JTAG.v; synth_ice40 -top QX_JTAG; tee -q -o stat.txt stat" >yosys.log 2>&1
 printf '%-36s %5d %5d %6d\n' "the JTAG port on four pins" "$(cells SB_LUT4)" "$(cells 'SB_DFF[A-Z]*')" 0
