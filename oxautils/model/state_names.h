@@ -19,6 +19,7 @@ struct OXAUTILS_EXPORT SignalStates {
     QMap<QString, QString> values; ///< binary digits, most significant first, by name
 };
 
+/// Whether range and values are equal.
 OXAUTILS_EXPORT bool operator==(const SignalStates& a, const SignalStates& b);
 
 /// The names of values, by the names of signals without a range: "soc/cpu/state".
