@@ -41,8 +41,14 @@ qint64 WaveCanvas::samples() const { return m_model.waveform()->samples; }
 
 void WaveCanvas::fit()
 {
-    m_fitted = true;
     m_scale.fit(samples(), width());
+    showScale(true);
+}
+
+/// Draws at the scale, which is kept at the width of all samples when it `isFitted`.
+void WaveCanvas::showScale(bool isFitted)
+{
+    m_fitted = isFitted;
     update();
     Q_EMIT scaleChanged();
 }
@@ -50,9 +56,7 @@ void WaveCanvas::fit()
 void WaveCanvas::zoom(double factor, double x)
 {
     m_scale.zoom(factor, x);
-    m_fitted = false;
-    update();
-    Q_EMIT scaleChanged();
+    showScale(false);
 }
 
 void WaveCanvas::moveTo(double firstSample)
@@ -60,9 +64,7 @@ void WaveCanvas::moveTo(double firstSample)
     if (firstSample == m_scale.first())
         return;
     m_scale.moveTo(firstSample);
-    m_fitted = false;
-    update();
-    Q_EMIT scaleChanged();
+    showScale(false);
 }
 
 void WaveCanvas::waveformChanged(qint64 samplesBefore)
@@ -70,6 +72,11 @@ void WaveCanvas::waveformChanged(qint64 samplesBefore)
     if (m_fitted || samplesBefore != samples())
         fit();
     m_markers.limit(samples());
+    showMarkers();
+}
+
+void WaveCanvas::showMarkers()
+{
     update();
     Q_EMIT cursorMoved();
 }
@@ -77,8 +84,7 @@ void WaveCanvas::waveformChanged(qint64 samplesBefore)
 void WaveCanvas::setCursor(int which, qint64 sample)
 {
     m_markers.set(which, samples() > 0 ? qBound(qint64(-1), sample, samples() - 1) : -1);
-    update();
-    Q_EMIT cursorMoved();
+    showMarkers();
 }
 
 void WaveCanvas::addMarker()
@@ -87,15 +93,13 @@ void WaveCanvas::addMarker()
         return;
     const auto middle = qint64(m_scale.sampleAt(width() / 2.0));
     m_markers.add(cursor(0) >= 0 ? cursor(0) : qBound(qint64(0), middle, samples() - 1));
-    update();
-    Q_EMIT cursorMoved();
+    showMarkers();
 }
 
 void WaveCanvas::removeMarkers()
 {
     m_markers.removeMore();
-    update();
-    Q_EMIT cursorMoved();
+    showMarkers();
 }
 
 void WaveCanvas::setRulerTimes(const std::optional<WaveTimes>& times)
@@ -107,9 +111,7 @@ void WaveCanvas::setRulerTimes(const std::optional<WaveTimes>& times)
 void WaveCanvas::show(double first, double end)
 {
     m_scale.show(first, end);
-    m_fitted = false;
-    update();
-    Q_EMIT scaleChanged();
+    showScale(false);
 }
 
 void WaveCanvas::setDimmed(bool dimmed)

@@ -69,6 +69,8 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
+    void showScale(bool isFitted);
+    void showMarkers();
     int rulerHeight() const;
     qint64 samples() const;
     bool moveByKey(int key, int which);
