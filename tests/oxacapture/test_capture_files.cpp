@@ -83,6 +83,7 @@ private Q_SLOTS:
     void namesOfValues();
     void fst();
     void sigrok();
+    void otherSessions();
     void sessionsAreSampled();
     void sigrokOfManySamples();
     void samplesOfACoreThatWaits();
@@ -350,6 +351,9 @@ void TestCaptureFiles::tablesAreReadBack()
     QVERIFY(convertCapture(m_dir.filePath("names.csv"), m_dir.filePath("back.vcd"), {}, nullptr));
     QVERIFY(bytesOf(m_dir.filePath("back.vcd"))
                 .contains("core 3 at 27300000 Hz, core 7 at 8 Hz\n$end\n$timescale 1 ps"));
+    QVERIFY(readCapture(m_dir.filePath("bits.csv"), back, &error));
+    QCOMPARE(back[0].items.first().name, QString("count"));
+    QCOMPARE(back[0].items.first().bitCount(), 2);
 }
 
 void TestCaptureFiles::otherTablesAreRefused()
@@ -473,6 +477,26 @@ void TestCaptureFiles::sigrok()
     QCOMPARE(OXA::flattenedNames(back[0].items),
         QStringList({"count[1]", "count[0]", "a,b", "trigger", "window"}));
     QCOMPARE(samplesText(back[0].windows[0].samples), QString("10000 01110 00011"));
+}
+
+// As other programs write it: a prefix of the unit, a bit that is no channel, one file of samples.
+void TestCaptureFiles::otherSessions()
+{
+    writeFile(m_dir.filePath("metadata"),
+        "[global]\nsigrok version=0.3\n[device 1]\r\ncapturefile=logic-1\nsamplerate=2.5 MHz\n"
+        "probe1=a\nprobe3=\n[device 2]\nsamplerate=1 kHz\n");
+    writeFile(m_dir.filePath("logic-1"), "\1\1\4");
+    QProcess archiver;
+    archiver.setWorkingDirectory(m_dir.path());
+    archiver.start("cmake", {"-E", "tar", "cf", "other.sr", "--format=zip", "metadata", "logic-1"});
+    QVERIFY2(finished(archiver) && archiver.exitCode() == 0, qPrintable(archiver.errorString()));
+    Capture capture;
+    QString error;
+    QVERIFY2(readCapture(m_dir.filePath("other.sr"), capture, &error), qPrintable(error));
+    QCOMPARE(capture[0].clockHz, 2.5e6);
+    QCOMPARE(OXA::flattenedNames(capture[0].items), QStringList({"a", "probe3"}));
+    QCOMPARE(samplesText(capture[0].windows[0].samples), QString("10 01"));
+    QCOMPARE(capture[0].windows[0].place.stored, std::vector<qint64>({0, 2}));
 }
 
 // A clock among the channels takes the samples; without it, each sample of the session is one.
