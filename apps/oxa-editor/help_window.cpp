@@ -85,6 +85,7 @@ void HelpWindow::layOut()
     m_pages->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // the width of pictures stays
     m_pages->setAccessibleName(tr("Page"));
     m_state->setTextFormat(Qt::PlainText);
+    m_state->hide();
     auto* bar = new QHBoxLayout;
     const auto addButton = [&](const QString& text, const char* icon, auto done) {
         auto* button = new QPushButton(QIcon::fromTheme(icon), text);
@@ -147,10 +148,9 @@ void HelpWindow::follow(const QUrl& link)
 {
     const QUrl url = m_pages->source().resolved(link);
     const QFileInfo file(url.toLocalFile());
-    m_state->clear();
+    say({});
     if (!url.isLocalFile() || !file.isFile())
-        m_state->setText(
-            tr("Not installed: %1").arg(OXA::shownText(url.toString(QUrl::PreferLocalFile))));
+        say(tr("Not installed: %1").arg(OXA::shownText(url.toString(QUrl::PreferLocalFile))));
     else if (file.suffix() != "md")
         (new FileViewer({file.absoluteFilePath(), 0}, this))->show();
     else {
@@ -158,6 +158,12 @@ void HelpWindow::follow(const QUrl& link)
         scrollTo(url.fragment());
         m_pages->setFocus();
     }
+}
+
+void HelpWindow::say(const QString& text)
+{
+    m_state->setText(text);
+    m_state->setVisible(!text.isEmpty());
 }
 
 void HelpWindow::scrollTo(const QString& anchor)
@@ -177,17 +183,17 @@ void HelpWindow::scrollTo(const QString& anchor)
 /// Goes to the next place of the text; after the last one, to the first.
 void HelpWindow::find()
 {
-    m_state->clear();
+    say({});
     if (m_wanted->text().isEmpty() || m_pages->find(m_wanted->text()))
         return;
     const QTextCursor before = m_pages->textCursor();
     m_pages->moveCursor(QTextCursor::Start);
     if (m_pages->find(m_wanted->text())) {
-        m_state->setText(tr("Searched on from the beginning of the page."));
+        say(tr("Searched on from the beginning of the page."));
         return;
     }
     m_pages->setTextCursor(before);
-    m_state->setText(tr("Not on this page."));
+    say(tr("Not on this page."));
 }
 
 DialogHelp::DialogHelp(QObject* parent)

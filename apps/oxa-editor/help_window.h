@@ -30,6 +30,7 @@ private:
     void follow(const QUrl& link);
     void scrollTo(const QString& anchor);
     void find();
+    void say(const QString& text); ///< below the page
 
     HelpBrowser* m_pages;
     QLineEdit* m_wanted;
