@@ -64,6 +64,7 @@ struct Options {
     bool powerUp = false;
     bool stopAndShow = false;
     std::optional<int> repeat;
+    bool follow = false;
     RunSettings run;
     QStringList clocks;
 };
@@ -109,6 +110,8 @@ void checkCall(const Options& options, const OXA::Configuration& configuration, 
     const bool mayWrite = !options.repeat || mayRepeat(options.output, &error);
     if (!mayWrite || !mayWriteSamples(options.output, firstFile(options), &error))
         messages.append(Message {{}, error});
+    if (options.follow && isCaptureStream(options.output.file))
+        messages.append(Message {"--follow", "needs a file that can be written again: -o out.vcd"});
     const bool changes = options.run.change();
     if (configuration.mode == OXA::Lite && options.immediate)
         messages.append(Message {"--immediate", "Lite cores have no trigger"});
@@ -181,12 +184,37 @@ RunOptions runOptions(const Options& options)
     return result;
 }
 
+/// Writes what the cores have so far; `state` tells how much that is. False, with `error`, when the
+/// file stays as it was.
+bool writeFollowed(const Options& options, const Plan& plan, std::vector<CoreOutcome>& outcomes,
+    QString& state, QString* error)
+{
+    qint64 windows = 0;
+    for (const CoreOutcome& outcome : outcomes)
+        windows += qint64(outcome.captured.windows.size());
+    const QString& file = options.output.file;
+    if (!writeSamples(options.output, file, captureOf(outcomes, plan.clocks), error))
+        return false;
+    state = QString("%1 has %2").arg(file, counted(windows, "window"));
+    return true;
+}
+
 /// Runs the capture, and shows its progress.
-bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
+bool captureShown(const Options& options, const Plan& plan, CaptureRun& chip, TextOut& err)
 {
     ProgressLine line(err);
+    QString followed; // what was written so far
+    if (options.follow)
+        chip.followed = [&](std::vector<CoreOutcome>& outcomes) {
+            QString error;
+            if (writeFollowed(options, plan, outcomes, followed, &error))
+                return line.show(followed);
+            line.clear();
+            err.warning(error);
+        };
     chip.progress = [&](const QStringList& texts) {
-        QStringList named;
+        QStringList named {followed};
+        named.removeAll({});
         for (int i = 0; i < texts.size(); ++i)
             named += chip.session().build().cores[chip.runs()[size_t(i)].core].name() + ": "
                 + texts.at(i);
@@ -202,7 +230,7 @@ bool captureShown(const Options& options, CaptureRun& chip, TextOut& err)
 
 int captureOnce(const Options& options, const Plan& plan, CaptureRun& chip, Io& io)
 {
-    if (!captureShown(options, chip, io.err))
+    if (!captureShown(options, plan, chip, io.err))
         return kJobFailed;
     std::vector<CoreOutcome> outcomes = chip.read();
     return deliverOutcomes(outcomes, plan.clocks, options.output, io);
@@ -265,13 +293,19 @@ void addRunOptions(Command& command, Options& options)
         "--power-up", options.powerUp, "Read what cores have captured since power-up");
     const Option stop = command.flag("--stop-and-show", options.stopAndShow,
         "Arm nothing: stop the cores that are armed, and read what they have");
+    const Option follow
+        = command
+              .flag("--follow", options.follow,
+                  "Write the file whenever another window is complete, not only at the end")
+              .needs("--output");
     command
         .number("--repeat", options.repeat,
             "Capture N times, each to a file of its own; 0: until Ctrl-C")
         .between(0, kMost)
         .typeName("N")
         .excludes(powerUp)
-        .excludes(stop);
+        .excludes(stop)
+        .excludes(follow);
     addRunSettings(command, options.run);
 }
 

@@ -24,9 +24,8 @@ struct BitsOfCore {
 
 /// A variable that says where the samples of a capture's core are.
 struct Mark {
-    enum Kind { Sample, Trigger, Window };
     size_t core;
-    Kind kind;
+    OwnVariable kind;
 };
 
 struct Slot {
@@ -42,6 +41,8 @@ struct CoreReading {
     std::string window; // number of the window being read; empty outside of windows
     std::string nextWindow;
     bool isTrigger = false;
+    bool isForced = false;
+    std::optional<quint32> stamp;
     bool isSample = false; // there is one at this time
     bool isEnd = false; // the window ends at this time
     bool isData = false; // the data signals change at this time
@@ -70,6 +71,7 @@ public:
 
 private:
     void planCore(int index, size_t from, size_t to, const std::vector<QString>& names);
+    void takeMark(const Mark& mark, std::string_view bits);
     void takeSample(CoreReading& reading, quint64 time);
     void endWindow(CoreReading& reading, quint64 time);
 
@@ -123,7 +125,9 @@ void CaptureReading::planCore(int index, size_t from, size_t to, const std::vect
     m_cores.emplace_back();
     CoreReading& reading = m_cores.back();
     reading.core.index = index;
-    const size_t end = m_isCapture ? to - kOwnVariables : to;
+    const std::vector<OwnVariable> own
+        = m_isCapture ? ownVariables(m_waveform, from, to) : std::vector<OwnVariable>();
+    const size_t end = to - own.size();
     int width = 0;
     for (size_t i = from; i < end; ++i) {
         if (variables[i].width == 0)
@@ -133,7 +137,7 @@ void CaptureReading::planCore(int index, size_t from, size_t to, const std::vect
         width += variables[i].width;
     }
     for (size_t i = end; i < to; ++i)
-        m_slots.of(variables[i].code).marks.push_back({place, Mark::Kind(i - end)});
+        m_slots.of(variables[i].code).marks.push_back({place, own[i - end]});
     reading.layout = SampleLayout({width});
     reading.row.resize(size_t(reading.layout.rowWords()));
     for (int bit = 0; bit < width; ++bit)
@@ -150,19 +154,36 @@ void CaptureReading::change(int slot, std::string_view bits)
         for (const char c : bits)
             setBit(reading.layout, reading.row, 0, bit++, logicOf(c));
     }
-    const char last = bits.back();
-    for (const Mark& mark : changed.marks) {
-        CoreReading& reading = m_cores[mark.core];
-        if (mark.kind == Mark::Window) {
-            reading.nextWindow = bits;
-        } else if (mark.kind == Mark::Trigger) {
-            reading.isTrigger = last == '1';
-        } else {
-            reading.isSample = last == '0' || last == '1';
-            reading.isEnd = !reading.isSample;
-        }
-    }
+    for (const Mark& mark : changed.marks)
+        takeMark(mark, bits);
     m_isChanged = true;
+}
+
+void CaptureReading::takeMark(const Mark& mark, std::string_view bits)
+{
+    CoreReading& reading = m_cores[mark.core];
+    const char last = bits.back();
+    bool ok = false;
+    switch (mark.kind) {
+    case OwnVariable::Sample:
+        reading.isSample = last == '0' || last == '1';
+        reading.isEnd = !reading.isSample;
+        break;
+    case OwnVariable::Trigger:
+        reading.isTrigger = last == '1';
+        break;
+    case OwnVariable::Window:
+        reading.nextWindow = bits;
+        break;
+    case OwnVariable::Forced:
+        reading.isForced = last == '1';
+        break;
+    case OwnVariable::Stamp:
+        reading.stamp = QByteArray(bits.data(), int(bits.size())).toUInt(&ok, 2);
+        if (!ok)
+            reading.stamp.reset();
+        break;
+    }
 }
 
 void CaptureReading::endWindow(CoreReading& reading, quint64 time)
@@ -187,6 +208,8 @@ void CaptureReading::takeSample(CoreReading& reading, quint64 time)
     CapturedWindow& window = reading.core.windows.back();
     if (reading.isTrigger)
         window.place.triggerSample = window.samples.size();
+    window.place.forced = window.place.forced || (reading.isTrigger && reading.isForced);
+    window.place.stamp = reading.stamp;
     window.samples.append(reading.row.data());
     window.times.push_back(time);
     ++window.place.samples;

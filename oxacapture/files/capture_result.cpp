@@ -4,14 +4,17 @@
 #include "files/fail.h"
 #include "files/replace_file.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/waveform_input.h"
 
 #include <QFileInfo>
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <algorithm>
+#include <cmath>
 
 namespace OXA_CAPTURE {
 
@@ -56,6 +59,43 @@ void addWaiting(const CapturedCore& core, QJsonObject& object)
     object.insert("level", core.level);
     object.insert("window", core.window);
     object.insert("units", units);
+}
+
+/// `groups` has the numbers of groups of windows so far.
+QJsonObject windowObject(const Capture& capture, const TimeAxis& axis, size_t place, size_t number,
+    QHash<quint64, int>& groups)
+{
+    const CapturedCore& core = capture[place];
+    const Window& window = core.windows[number].place;
+    QJsonObject object {
+        {"triggerSample", window.triggerSample == kNoSample ? QJsonValue() : window.triggerSample},
+        {"firstSample",   window.firstSample                                                     },
+        {"samples",       window.samples                                                         },
+    };
+    if (!core.storage.isDefault())
+        object.insert("span", core.knowsGaps() ? QJsonValue(window.span()) : QJsonValue());
+    if (core.showsForced())
+        object.insert("forced", window.forced);
+    if (core.hasStamps())
+        object.insert("stamp", window.stamp ? QJsonValue(qint64(*window.stamp)) : QJsonValue());
+    const std::optional<size_t> group = axis.group(place, number);
+    if (!group || axis.kind() != TimeKind::Window)
+        return object;
+    if (!groups.contains(*group))
+        groups.insert(*group, groups.size());
+    object.insert("group", groups.value(*group));
+    object.insert("start", double(axis.at(place, number, 0)) * std::pow(10, axis.exponent()));
+    return object;
+}
+
+QJsonObject alignmentObject(const CoreAlignment& alignment)
+{
+    const bool isAligned = alignment.core >= 0;
+    return {
+        {"core",      isAligned ? QJsonValue(alignment.core) : QJsonValue()     },
+        {"tolerance", isAligned ? QJsonValue(alignment.tolerance) : QJsonValue()},
+        {"reason",    alignment.reason                                          },
+    };
 }
 
 }
@@ -163,21 +203,14 @@ bool isCaptureStream(const QString& path) { return OXA_FILES::isStream(captureFi
 
 QJsonObject captureObject(const Capture& capture)
 {
+    const TimeAxis axis(capture);
+    QHash<quint64, int> groups;
     QJsonArray cores;
-    for (const CapturedCore& core : capture) {
+    for (size_t place = 0; place < capture.size(); ++place) {
+        const CapturedCore& core = capture[place];
         QJsonArray windows;
-        for (const CapturedWindow& window : core.windows) {
-            const Window& place = window.place;
-            QJsonObject entry {
-                {"triggerSample",
-                 place.triggerSample == kNoSample ? QJsonValue() : place.triggerSample},
-                {"firstSample",   place.firstSample                                   },
-                {"samples",       place.samples                                       },
-            };
-            if (!core.storage.isDefault())
-                entry.insert("span", core.knowsGaps() ? QJsonValue(place.span()) : QJsonValue());
-            windows += entry;
-        }
+        for (size_t window = 0; window < core.windows.size(); ++window)
+            windows += windowObject(capture, axis, place, window, groups);
         QJsonObject object {
             {"index",     core.index      },
             {"triggered", core.triggered()},
@@ -185,6 +218,8 @@ QJsonObject captureObject(const Capture& capture)
         };
         if (core.waited)
             addWaiting(core, object);
+        if (axis.alignment(place).isWanted)
+            object.insert("alignment", alignmentObject(axis.alignment(place)));
         if (!core.names.isEmpty())
             object.insert("names", core.names);
         cores += object;

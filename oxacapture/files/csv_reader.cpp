@@ -4,11 +4,13 @@
 #include "files/fail.h"
 #include "oxacapture/files/capture_limits.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/csv_columns.h"
 #include "oxacapture/files/csv_core.h"
 #include "oxacapture/files/csv_records.h"
 #include "oxacapture/files/csv_times.h"
 
 #include <QFileInfo>
+#include <QMap>
 #include <QRegularExpression>
 
 #include <algorithm>
@@ -20,9 +22,19 @@ namespace {
 
 constexpr int kMostIndex = 1 << 20; // of cores
 
-// In their order; the time may be missing.
-enum OwnColumn { Core, WindowNumber, Sample, Trigger, OwnColumns, Time = OwnColumns };
-constexpr const char* kOwnNames[] = {"core", "window", "sample", "trigger", "time"};
+// In their order; those from `OwnColumns` on may be missing.
+enum OwnColumn {
+    Core,
+    WindowNumber,
+    Sample,
+    Trigger,
+    OwnColumns,
+    Forced = OwnColumns,
+    Stamp,
+    Time
+};
+constexpr const char* kOwnNames[]
+    = {"core", "window", "sample", "trigger", kForcedColumn, kStampColumn, "time"};
 
 // The name of a signal, whose cell has apostrophes before what looks like a formula.
 QString nameOf(const QByteArray& cell)
@@ -54,11 +66,13 @@ private:
     void beginWindow();
     void passOver(qint64 number);
     bool takePlace(const std::vector<QByteArray>& cells, bool& triggers, QString* error);
+    bool takeMarks(const std::vector<QByteArray>& cells, QString* error);
     bool takeTime(const std::vector<QByteArray>& cells, QString* error);
+    const QByteArray* cellOf(OwnColumn column, const std::vector<QByteArray>& cells) const;
     bool addTime(quint64 time, std::vector<quint64>& times, QString* error);
 
     QStringList m_names; // of the columns; empty for those that are no signals
-    bool m_hasTime = false;
+    QMap<OwnColumn, size_t> m_own; // where columns are that may be missing
     std::vector<CsvCore> m_cores;
     qint64 m_words = 0;
 };
@@ -71,10 +85,14 @@ bool CsvReading::takeHeader(const std::vector<QByteArray>& cells, QString* error
                 "the columns are not those of a capture: core, window, sample,"
                 " trigger, then its signals, separated by commas");
     }
-    m_hasTime = cells.size() > Time && cells[Time] == kOwnNames[Time];
+    size_t own = OwnColumns;
+    for (const OwnColumn column : {Forced, Stamp, Time}) {
+        if (own < cells.size() && cells[own] == kOwnNames[column])
+            m_own.insert(column, own++);
+    }
     QString before;
     for (size_t i = 0; i < cells.size(); ++i) {
-        const bool isOwn = i < size_t(m_hasTime ? Time + 1 : OwnColumns);
+        const bool isOwn = i < own;
         const QString name = nameOf(cells[i]);
         const bool isSignal = !isOwn && !namesValues(name, before);
         m_names += isSignal ? name : QString();
@@ -83,6 +101,13 @@ bool CsvReading::takeHeader(const std::vector<QByteArray>& cells, QString* error
             return OXA::fail(error, QString("column %1 has no name").arg(i + 1));
     }
     return true;
+}
+
+/// The cell of a column that may be missing; null without it.
+const QByteArray* CsvReading::cellOf(OwnColumn column, const std::vector<QByteArray>& cells) const
+{
+    const auto at = m_own.find(column);
+    return at == m_own.end() ? nullptr : &cells[*at];
 }
 
 bool CsvReading::beginCore(int index, const std::vector<QByteArray>& cells, QString* error)
@@ -94,7 +119,8 @@ bool CsvReading::beginCore(int index, const std::vector<QByteArray>& cells, QStr
     }
     m_cores.emplace_back();
     m_cores.back().core.index = index;
-    m_cores.back().timed = m_hasTime && !cells[Time].isEmpty();
+    const QByteArray* time = cellOf(Time, cells);
+    m_cores.back().timed = time && !time->isEmpty();
     return m_cores.back().begin(m_names, cells, error);
 }
 
@@ -162,18 +188,35 @@ bool CsvReading::addTime(quint64 time, std::vector<quint64>& times, QString* err
     return true;
 }
 
+/// Reads whether another core forced the window of the row, and its stamp.
+bool CsvReading::takeMarks(const std::vector<QByteArray>& cells, QString* error)
+{
+    Window& window = m_cores.back().core.windows.back().place;
+    const QByteArray* forced = cellOf(Forced, cells);
+    const QByteArray* stamp = cellOf(Stamp, cells);
+    if (forced && *forced != "0" && *forced != "1")
+        return OXA::fail(error, QString("%1 cannot be \"%2\"").arg(kForcedColumn, *forced));
+    window.forced = window.forced || (forced && *forced == "1");
+    if (!stamp || stamp->isEmpty())
+        return true;
+    bool ok = false;
+    window.stamp = stamp->toUInt(&ok);
+    return ok || OXA::fail(error, QString("%1 cannot be \"%2\"").arg(kStampColumn, *stamp));
+}
+
 bool CsvReading::takeTime(const std::vector<QByteArray>& cells, QString* error)
 {
     CsvCore& reading = m_cores.back();
-    if (!m_hasTime || (!reading.timed && cells[Time].isEmpty()))
+    const QByteArray* cell = cellOf(Time, cells);
+    if (!cell || (!reading.timed && cell->isEmpty()))
         return true;
     quint64 time = 0;
     int decimals = 0;
-    if (!readSeconds(cells[Time], time, decimals))
+    if (!readSeconds(*cell, time, decimals))
         return OXA::fail(error,
             QString(
                 "time cannot be \"%1\", only seconds such as 0.000020, with 15 decimals at most")
-                .arg(QString(cells[Time])));
+                .arg(QString(*cell)));
     std::vector<quint64>& times = reading.core.windows.back().times;
     const bool isFirst = times.empty() && reading.core.windows.size() == 1;
     if (isFirst)
@@ -192,7 +235,7 @@ bool CsvReading::takeRow(const std::vector<QByteArray>& cells, QString* error)
             QString("has %1 cells, the first row %2")
                 .arg(QString::number(cells.size()), QString::number(m_names.size())));
     bool triggers = false;
-    if (!takePlace(cells, triggers, error) || !takeTime(cells, error)
+    if (!takePlace(cells, triggers, error) || !takeMarks(cells, error) || !takeTime(cells, error)
         || !m_cores.back().takeValues(m_names, cells, error))
         return false;
     CsvCore& reading = m_cores.back();

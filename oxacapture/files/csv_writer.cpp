@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "files/fail.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/csv_columns.h"
 #include "oxacapture/files/every_sample.h"
+#include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/time_unit.h"
 #include "oxacapture/waveform/unique_names.h"
 
@@ -81,10 +83,21 @@ std::vector<Column> columnsOf(const Capture& capture, const CaptureFileOptions& 
     return columns;
 }
 
-QByteArray header(const std::vector<Column>& columns, bool time, bool bits)
+// The columns in front of the signals that not every table has.
+struct OwnColumns {
+    bool forced = false;
+    bool stamp = false;
+    bool time = false;
+};
+
+QByteArray header(const std::vector<Column>& columns, const OwnColumns& own, bool bits)
 {
     QStringList cells {"core", "window", "sample", "trigger"};
-    if (time)
+    if (own.forced)
+        cells += kForcedColumn;
+    if (own.stamp)
+        cells += kStampColumn;
+    if (own.time)
         cells += "time";
     UniqueNames names;
     for (const QString& name : cells)
@@ -147,22 +160,27 @@ void addCells(const SampleTable& samples, qint64 sample, const std::vector<CoreC
     }
 }
 
-// The times of a core's samples: those of the waveform, or since the first sample of their window,
-// for how far the windows of a target are apart is not known.
+// The times of a core's samples: those of the waveform or of the run, or since the first sample of
+// their window when distances between windows are not known.
 class TimeCells {
 public:
-    TimeCells(const CapturedCore& core, bool shown)
-        : m_core(core)
-        , m_decimals(std::max(-timeExponentFor(core.clockHz), 0))
+    TimeCells(const Capture& capture, size_t place, const TimeAxis& axis, bool shown)
+        : m_core(capture[place])
+        , m_place(place)
+        , m_axis(axis)
+        , m_decimals(std::max(-timeExponentFor(m_core.clockHz), 0))
         , m_shown(shown)
     {
     }
 
-    void add(const CapturedWindow& window, qint64 sample, QByteArray& text) const
+    void add(size_t number, qint64 sample, QByteArray& text) const
     {
+        const CapturedWindow& window = m_core.windows[number];
         if (m_shown)
             text += ',';
-        if (m_shown && !window.times.empty())
+        if (m_shown && m_axis.kind() == TimeKind::Window && m_axis.isOfRun())
+            text += secondsText(m_axis.at(m_place, number, sample), m_axis.exponent());
+        else if (m_shown && !window.times.empty())
             text += secondsText(
                 window.times[size_t(window.place.offset(sample))], m_core.timeExponent);
         else if (m_shown && m_core.clockHz > 0 && m_core.knowsGaps())
@@ -172,17 +190,31 @@ public:
 
 private:
     const CapturedCore& m_core;
+    size_t m_place;
+    const TimeAxis& m_axis;
     int m_decimals;
     bool m_shown; // there is a column
 };
+
+// The cells of a window's own columns, in the row of its trigger sample or in another one.
+QByteArray windowCells(const Window& window, bool isTrigger, const OwnColumns& own)
+{
+    QByteArray text = isTrigger ? ",1" : ",0";
+    if (own.forced)
+        text += isTrigger && window.forced ? ",1" : ",0";
+    if (own.stamp)
+        text += ',' + (window.stamp ? QByteArray::number(*window.stamp) : QByteArray());
+    return text;
+}
 
 bool hasTimes(const CapturedCore& core)
 {
     return core.clockHz > 0 || (!core.windows.empty() && !core.windows.front().times.empty());
 }
 
-bool writeRows(QIODevice& out, const CapturedCore& core, const TimeCells& times,
-    const std::vector<CoreColumn>& columns, const std::function<bool(qint64 sample)>& goesOn)
+bool writeRows(QIODevice& out, const CapturedCore& core, const OwnColumns& own,
+    const TimeCells& times, const std::vector<CoreColumn>& columns,
+    const std::function<bool(qint64 sample)>& goesOn)
 {
     QByteArray text;
     qint64 done = 0;
@@ -191,8 +223,8 @@ bool writeRows(QIODevice& out, const CapturedCore& core, const TimeCells& times,
         const QByteArray head = QByteArray::number(core.index) + ',' + QByteArray::number(int(w));
         for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
             text += head + ',' + QByteArray::number(window.place.offset(sample))
-                + (sample == window.triggerOffset() ? ",1" : ",0");
-            times.add(window, sample, text);
+                + windowCells(window.place, sample == window.triggerOffset(), own);
+            times.add(w, sample, text);
             addCells(window.samples, sample, columns, text);
             text += '\n';
             if (++done % kSamplesAtOnce != 0 && text.size() < kFlushAt)
@@ -220,16 +252,24 @@ bool writeCsv(QIODevice& out, const Capture& stored, const Progress& goesOn,
     const Capture& capture = options.every ? everySample : stored;
 
     const std::vector<Column> columns = columnsOf(capture, options);
-    const bool time = std::any_of(capture.begin(), capture.end(), hasTimes);
-    if (out.write(header(columns, time, options.bits)) < 0)
+    const TimeAxis axis(capture);
+    OwnColumns own;
+    for (const CapturedCore& core : capture) {
+        own.forced = own.forced || core.showsForced();
+        own.stamp = own.stamp || core.hasStamps();
+        own.time = own.time || hasTimes(core);
+    }
+    if (out.write(header(columns, own, options.bits)) < 0)
         return false;
     qint64 samples = 0;
     for (const CapturedCore& core : capture)
         samples += capturedSamples(core);
     qint64 before = 0;
-    for (const CapturedCore& core : capture) {
+    for (size_t place = 0; place < capture.size(); ++place) {
+        const CapturedCore& core = capture[place];
         const auto tell = [&](qint64 done) { return goesOn(int((before + done) * 100 / samples)); };
-        if (!writeRows(out, core, {core, time}, columnsIn(core, columns, options.bits), tell))
+        if (!writeRows(out, core, own, {capture, place, axis, own.time},
+                columnsIn(core, columns, options.bits), tell))
             return false;
         before += capturedSamples(core);
     }

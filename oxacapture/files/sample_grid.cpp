@@ -40,11 +40,42 @@ SampleGrid::SampleGrid(const Capture& capture)
         placeTimes();
     else
         placeNumbers();
-    for (size_t core = 0; core < capture.size(); ++core) {
-        const auto& windows = capture[core].windows;
+    const std::vector<std::vector<qint64>> packed = m_starts;
+    if (m_axis.isOfRun() && !(placeRun() && lastEnd() <= kMostSamples))
+        m_starts = packed;
+    m_size = lastEnd();
+}
+
+qint64 SampleGrid::lastEnd() const
+{
+    qint64 end = 0;
+    for (size_t core = 0; core < m_capture.size(); ++core) {
+        const auto& windows = m_capture[core].windows;
         if (!windows.empty())
-            m_size = std::max(m_size, at(core, windows.size() - 1, windows.back().samples.size()));
+            end = std::max(end, at(core, windows.size() - 1, windows.back().samples.size()));
     }
+    return end;
+}
+
+/// Moves the windows to their places on the axis; false when the grid has no time.
+bool SampleGrid::placeRun()
+{
+    const bool timed = m_axis.kind() == TimeKind::Window;
+    if (timed && m_hz <= 0)
+        return false;
+    const double perUnit = timed ? m_hz * std::pow(10, m_axis.exponent()) : 1;
+    for (size_t core = 0; core < m_capture.size(); ++core) {
+        const auto& windows = m_capture[core].windows;
+        qint64 end = 0;
+        for (size_t window = 0; window < windows.size(); ++window) {
+            qint64& start = m_starts[core][window];
+            start
+                = std::max(end, qint64(std::llround(double(m_axis.at(core, window, 0)) * perUnit)));
+            end = start
+                + windows[window].place.offset(windows[window].samples.size()) * m_steps[core];
+        }
+    }
+    return true;
 }
 
 void SampleGrid::placeTimes()
@@ -80,7 +111,7 @@ void SampleGrid::placeNumbers()
         qint64 start = 0;
         for (const CapturedWindow& window : core.windows) {
             m_starts.back().push_back(start);
-            start += window.place.offset(window.samples.size());
+            start += window.place.offset(window.samples.size()) * m_steps.back();
         }
     }
 }
@@ -92,7 +123,7 @@ qint64 SampleGrid::ofTime(quint64 time) const
 
 qint64 SampleGrid::ofNumber(size_t core, size_t window, qint64 number) const
 {
-    return (m_starts[core][window] + number) * m_steps[core];
+    return m_starts[core][window] + number * m_steps[core];
 }
 
 qint64 SampleGrid::at(size_t core, size_t window, qint64 sample) const

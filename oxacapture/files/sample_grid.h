@@ -9,7 +9,8 @@ namespace OXA_CAPTURE {
 /// The samples of all cores at one sample rate, for a format that has only one.
 ///
 /// With times of a waveform, the rate is the slowest one at which every sample has a place of its
-/// own. Otherwise windows follow one another without a gap, at the clocks' common multiple.
+/// own. Otherwise it is the clocks' common multiple, and windows follow one another without a gap,
+/// unless all their distances are known and the samples at these are few enough.
 class SampleGrid {
 public:
     explicit SampleGrid(const Capture& capture); ///< which has to outlive this
@@ -30,6 +31,8 @@ private:
     qint64 ofNumber(size_t core, size_t window, qint64 number) const;
     void placeTimes();
     void placeNumbers();
+    bool placeRun();
+    qint64 lastEnd() const;
 
     const Capture& m_capture;
     TimeAxis m_axis;
@@ -39,7 +42,7 @@ private:
     quint64 m_first = 0; // time of the first sample
     quint64 m_period = 0; // in the axis's units; 0: the windows follow one another
     std::vector<qint64> m_steps; // in the grid of a sample, by core
-    std::vector<std::vector<qint64>> m_starts; // samples before the windows, by core
+    std::vector<std::vector<qint64>> m_starts; // of the windows in the grid, by core
 };
 
 }

@@ -25,7 +25,7 @@ constexpr qint64 kMostAtOnce = 1 << 20; // bytes, of samples and of the archive
 // One bit of the session's samples. Before, between and after its core's windows it is 0, as are
 // unknown values.
 struct Channel {
-    enum Source { Data, Trigger, WindowParity };
+    enum Source { Data, Trigger, WindowParity, Forced };
 
     QString name;
     const CapturedCore* core;
@@ -35,7 +35,7 @@ struct Channel {
     /// At a sample that was passed over.
     bool isUnknownBetween() const
     {
-        return source == Trigger || (source == Data && !core->holds());
+        return source == Trigger || source == Forced || (source == Data && !core->holds());
     }
 };
 
@@ -73,6 +73,8 @@ std::vector<Channel> channelsOf(const Capture& capture)
         }
         add({freeName(core, "trigger"), &core, Channel::Trigger, 0});
         add({freeName(core, "window"), &core, Channel::WindowParity, 0});
+        if (core.showsForced())
+            add({freeName(core, "forced"), &core, Channel::Forced, 0});
     }
     for (Channel& channel : channels) {
         if (uses.value(channel.name) > 1)
@@ -113,6 +115,8 @@ bool isHigh(const Channel& channel, size_t window, qint64 sample)
         return sample == captured.triggerOffset();
     case Channel::WindowParity:
         return window % 2 == 1;
+    case Channel::Forced:
+        return captured.place.forced && sample == captured.triggerOffset();
     }
     return false;
 }

@@ -9,8 +9,6 @@ namespace OXA_CAPTURE {
 
 namespace {
 
-constexpr qint64 kGap = 16; // a window is this many times as long as the gap behind it
-
 TimeKind kindOf(const Capture& capture)
 {
     TimeKind kind = TimeKind::Waveform;
@@ -39,22 +37,27 @@ TimeAxis::TimeAxis(const Capture& capture)
     m_exponent = m_kind == TimeKind::Waveform ? finest
         : m_kind == TimeKind::Window          ? timeExponentFor(fastest)
                                               : kNumbersExponent;
-    for (const CapturedCore& core : capture) {
-        m_starts.emplace_back();
-        quint64 start = 0;
-        for (const CapturedWindow& window : core.windows) {
-            m_starts.back().push_back(start);
-            const qint64 samples = window.place.offset(window.samples.size());
-            start += since(core, samples + std::max(samples / kGap, qint64(1)));
-        }
-    }
+    if (m_kind != TimeKind::Waveform)
+        m_placement.emplace(capture, m_kind == TimeKind::Window,
+            [this](const CapturedCore& core, double samples) { return length(core, samples); });
 }
 
-quint64 TimeAxis::since(const CapturedCore& core, qint64 sample) const
+CoreAlignment TimeAxis::alignment(size_t core) const
 {
-    if (m_kind != TimeKind::Window)
-        return quint64(sample);
-    return quint64(std::llround(double(sample) / core.clockHz * std::pow(10, -m_exponent)));
+    return m_placement ? m_placement->alignment(core) : CoreAlignment();
+}
+
+std::optional<size_t> TimeAxis::group(size_t core, size_t window) const
+{
+    if (!m_placement || !m_placement->isJoined(core, window))
+        return std::nullopt;
+    return m_placement->group(core, window);
+}
+
+qint64 TimeAxis::length(const CapturedCore& core, double samples) const
+{
+    return std::llround(
+        m_kind == TimeKind::Window ? samples / core.clockHz * std::pow(10, -m_exponent) : samples);
 }
 
 quint64 TimeAxis::at(size_t core, size_t window, qint64 sample) const
@@ -71,7 +74,7 @@ quint64 TimeAxis::atNumber(size_t core, size_t window, qint64 number) const
 {
     const CapturedCore& own = m_capture[core];
     if (m_kind != TimeKind::Waveform)
-        return m_starts[core][window] + since(own, number);
+        return quint64(m_placement->start(core, window) + length(own, double(number)));
     quint64 time = own.windows[window].times[size_t(number)];
     for (int exponent = own.timeExponent; exponent > m_exponent; --exponent)
         time *= 10;
@@ -83,7 +86,29 @@ QString TimeAxis::text() const
     QMap<int, double> clocks;
     for (const CapturedCore& core : m_capture)
         clocks.insert(core.index, core.clockHz);
-    return timeText(m_kind, clocks);
+    const QString text = timeText(m_kind, clocks, isOfRun());
+    const QString places = placesText();
+    return places.isEmpty() ? text : text + "; " + places;
+}
+
+/// Which distances between windows are known.
+QString TimeAxis::placesText() const
+{
+    QStringList texts;
+    for (size_t core = 0; core < m_capture.size(); ++core) {
+        const CapturedCore& own = m_capture[core];
+        const CoreAlignment aligned = alignment(core);
+        const QString name = QString("core %1").arg(own.index);
+        if (m_placement && own.windows.size() > 1 && own.windows.front().place.stamp)
+            texts += name + ": windows at their distances";
+        if (aligned.core >= 0)
+            texts += QString("%1: aligned with core %2, +- %3 s")
+                         .arg(name, QString::number(aligned.core),
+                             QString::number(aligned.tolerance, 'g', 3));
+        else if (aligned.isWanted)
+            texts += name + ": not aligned, " + aligned.reason;
+    }
+    return texts.join("; ");
 }
 
 }

@@ -2,21 +2,27 @@
 #ifndef OXACAPTURE_FILES_TIME_AXIS_H
 #define OXACAPTURE_FILES_TIME_AXIS_H
 
-#include "oxacapture/files/capture_result.h"
+#include "oxacapture/files/window_placement.h"
 #include "oxacapture/waveform/time_text.h"
 
 namespace OXA_CAPTURE {
 
 /// The times of all samples of a capture on one axis.
 ///
-/// The distance between the windows of a target is not known: on the axis, they are apart by a
-/// sixteenth of the earlier one, and each core begins at 0.
+/// `WindowPlacement` tells where the windows of a target are on it.
 class TimeAxis {
 public:
     explicit TimeAxis(const Capture& capture); ///< which has to outlive this
 
     TimeKind kind() const { return m_kind; }
     int exponent() const { return m_exponent; } ///< of the unit
+    /// Whether it is that of one run: of a target, with the true distances of all windows.
+    bool isOfRun() const { return m_placement && m_placement->isWhole(); }
+    /// How the windows of a core stand to those of the core that forced them.
+    CoreAlignment alignment(size_t core) const;
+    /// The group of a target's window: the distances of those in one group are known. Nothing when
+    /// it is alone in it.
+    std::optional<size_t> group(size_t core, size_t window) const;
 
     /// The time of a stored sample; past the last one, the end of the window.
     quint64 at(size_t core, size_t window, qint64 sample) const;
@@ -29,12 +35,13 @@ public:
 
 private:
     quint64 atNumber(size_t core, size_t window, qint64 number) const;
-    quint64 since(const CapturedCore& core, qint64 sample) const;
+    qint64 length(const CapturedCore& core, double samples) const;
+    QString placesText() const;
 
     const Capture& m_capture;
     TimeKind m_kind = TimeKind::Waveform;
     int m_exponent = 0;
-    std::vector<std::vector<quint64>> m_starts; // of the windows, by core
+    std::optional<WindowPlacement> m_placement; // without times of a waveform
 };
 
 }

@@ -34,6 +34,10 @@ struct CoreVariables {
     QString triggerName;
     QByteArray window;
     QString windowName;
+    QByteArray forced; // null when no other core forces it
+    QString forcedName;
+    QByteArray stamp; // null without stamps
+    QString stampName;
 };
 
 // A variable with the texts of the values with names.
@@ -74,6 +78,14 @@ CoreVariables variablesOf(const CapturedCore& core, const OXA::StateNames& state
     variables.triggerName = names.takeOwn(freeName(core, "trigger"));
     variables.window = dumpIdentifier(count++);
     variables.windowName = names.takeOwn(freeName(core, "window"));
+    if (core.showsForced()) {
+        variables.forced = dumpIdentifier(count++);
+        variables.forcedName = names.takeOwn(freeName(core, "forced"));
+    }
+    if (core.hasStamps()) {
+        variables.stamp = dumpIdentifier(count++);
+        variables.stampName = names.takeOwn(freeName(core, "stamp"));
+    }
     return variables;
 }
 
@@ -87,8 +99,17 @@ QByteArray declarations(const CapturedCore& core, const CoreVariables& variables
     }
     text += dumpDeclaration("wire", 1, variables.sample, variables.sampleName);
     text += dumpDeclaration("wire", 1, variables.trigger, variables.triggerName);
-    text += dumpDeclaration("integer", kDumpWindowBits, variables.window, variables.windowName);
+    text += dumpDeclaration("integer", kDumpNumberBits, variables.window, variables.windowName);
+    if (!variables.forced.isNull())
+        text += dumpDeclaration("wire", 1, variables.forced, variables.forcedName);
+    if (!variables.stamp.isNull())
+        text += dumpDeclaration("integer", kDumpNumberBits, variables.stamp, variables.stampName);
     return (text + "$upscope $end\n").toUtf8();
+}
+
+void addNumber(quint32 number, const QByteArray& id, QByteArray& text)
+{
+    addDumpChange(QByteArray::number(number, 2).rightJustified(2, '0'), id, text);
 }
 
 void addText(const QByteArray& word, const QByteArray& id, QByteArray& text)
@@ -135,15 +156,19 @@ public:
         }
         if (m_sample == window().samples.size())
             return endWindow(text);
-        if (m_sample == 0)
-            addDumpChange(QByteArray::number(int(m_window), 2).rightJustified(2, '0'),
-                m_variables.window, text);
+        if (m_sample == 0) {
+            addNumber(quint32(m_window), m_variables.window, text);
+            if (!m_variables.stamp.isNull() && window().place.stamp)
+                addNumber(*window().place.stamp, m_variables.stamp, text);
+        }
         for (DataVariable& variable : m_variables.data)
             addData(variable, text);
         addDumpChange(m_read % 2 ? "1" : "0", m_variables.sample, text);
         const bool triggers = m_sample == window().triggerOffset();
-        if (triggers || m_isTrigger || m_sample == 0)
+        if (triggers || m_isTrigger || m_sample == 0) {
             addDumpChange(triggers ? "1" : "0", m_variables.trigger, text);
+            addForced(triggers && window().place.forced ? "1" : "0", text);
+        }
         m_isTrigger = triggers;
         ++m_sample;
         ++m_read;
@@ -192,9 +217,17 @@ private:
     {
         if (!m_core.holds())
             addUnknownData(text);
-        if (m_isTrigger)
+        if (m_isTrigger) {
             addDumpChange("0", m_variables.trigger, text);
+            addForced("0", text);
+        }
         m_isTrigger = false;
+    }
+
+    void addForced(const char* level, QByteArray& text) const
+    {
+        if (!m_variables.forced.isNull())
+            addDumpChange(level, m_variables.forced, text);
     }
 
     void addUnknownData(QByteArray& text)
@@ -213,6 +246,9 @@ private:
         addDumpChange("x", m_variables.sample, text);
         addDumpChange("x", m_variables.trigger, text);
         addDumpChange("xx", m_variables.window, text);
+        addForced("x", text);
+        if (!m_variables.stamp.isNull())
+            addDumpChange("xx", m_variables.stamp, text);
     }
 
     const CapturedCore& m_core;

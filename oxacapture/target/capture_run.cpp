@@ -15,6 +15,7 @@ namespace {
 
 constexpr int kSearchTime = 120; // s
 constexpr int kSecond = 1000; // ms
+constexpr int kFollowPause = 500; // ms between two readings of a run that goes on
 
 // True for a second longer than `goesOn`, the time to stop armed cores.
 std::function<bool()> aSecondLonger(const std::function<bool()>& goesOn)
@@ -165,6 +166,7 @@ bool CaptureRun::capture(const RunOptions& options, QString* error)
                                                         : QDeadlineTimer(QDeadlineTimer::Forever);
     m_forced.assign(m_runs.size(), {});
     m_followed.assign(m_runs.size(), {});
+    m_nextFollow = {};
     const bool isArmed = start(options);
     if (isArmed)
         armed();
@@ -241,8 +243,9 @@ bool CaptureRun::follow()
         goesOn = goesOn || m_last[i].state != CoreProgress::Finished;
         hasMore = hasMore || m_last[i].complete > m_followed[i].whole;
     }
-    if (!followed || !goesOn || !hasMore)
+    if (!followed || !goesOn || !hasMore || !m_nextFollow.hasExpired())
         return true;
+    m_nextFollow.setRemainingTime(kFollowPause);
     std::vector<CoreOutcome> outcomes;
     for (size_t i = 0; i < m_runs.size(); ++i) {
         const qint64 complete = m_last[i].complete;

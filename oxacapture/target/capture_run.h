@@ -69,7 +69,7 @@ public:
     /// Called when all cores are armed.
     std::function<void()> armed = [] {};
     /// Called with what all cores have so far, when one of them has completed another window and
-    /// the run goes on. Empty: windows are read at the end only.
+    /// the run goes on, at most twice a second. Empty: windows are read at the end only.
     std::function<void(std::vector<CoreOutcome>& outcomes)> followed;
     /// Called with the progress of each core that runs, when that changes.
     std::function<void(const QStringList& texts)> progress = [](const QStringList&) {};
@@ -136,6 +136,7 @@ private:
     std::vector<CoreProgress> m_last; // of the runs
     std::vector<std::vector<qint64>> m_forced; // windows of each run
     std::vector<ReadOut> m_followed; // what was read of each run while it went on
+    QDeadlineTimer m_nextFollow; // before the next such reading
     QStringList m_told;
 };
 

@@ -25,20 +25,37 @@ size_t endOfScope(const std::vector<VcdVariable>& variables, size_t from)
     return to;
 }
 
-// Whether the variables are what a capture's core has; see docs/captures.md.
-static bool isCaptureScope(const VcdReader& waveform, size_t from, size_t to)
+// Whether the last variables before `to` are `own`.
+static bool endsWith(const VcdReader& waveform, size_t to, const std::vector<OwnVariable>& own)
 {
     const auto& variables = waveform.variables();
-    if (to - from < kOwnVariables || coreOf(waveform, variables[from]) < 0)
-        return false;
-    const char* const names[] = {"sample", "trigger", "window"};
-    for (size_t i = 0; i < kOwnVariables; ++i) {
-        const VcdVariable& variable = variables[to - kOwnVariables + i];
-        if (!QString::fromStdString(variable.name).endsWith(names[i])
-            || variable.width != (i == kOwnVariables - 1 ? kDumpWindowBits : 1))
+    const char* const names[] = {"sample", "trigger", "window", "forced", "stamp"};
+    for (size_t i = 0; i < own.size(); ++i) {
+        const VcdVariable& variable = variables[to - own.size() + i];
+        const bool isNumber = own[i] == OwnVariable::Window || own[i] == OwnVariable::Stamp;
+        if (!QString::fromStdString(variable.name).endsWith(names[int(own[i])])
+            || variable.width != (isNumber ? kDumpNumberBits : 1))
             return false;
     }
     return true;
+}
+
+std::vector<OwnVariable> ownVariables(const VcdReader& waveform, size_t from, size_t to)
+{
+    using V = OwnVariable;
+    static const std::vector<V> kKinds[] = {
+        {V::Sample, V::Trigger, V::Window, V::Forced, V::Stamp},
+        {V::Sample, V::Trigger, V::Window, V::Forced},
+        {V::Sample, V::Trigger, V::Window, V::Stamp},
+        {V::Sample, V::Trigger, V::Window},
+    };
+    if (coreOf(waveform, waveform.variables()[from]) < 0)
+        return {};
+    for (const std::vector<V>& own : kKinds) {
+        if (to - from >= own.size() && endsWith(waveform, to, own))
+            return own;
+    }
+    return {};
 }
 
 bool isCapture(const VcdReader& waveform)
@@ -47,7 +64,7 @@ bool isCapture(const VcdReader& waveform)
     size_t from = 0;
     while (from < variables.size()) {
         const size_t to = endOfScope(variables, from);
-        if (!isCaptureScope(waveform, from, to))
+        if (ownVariables(waveform, from, to).empty())
             return false;
         from = to;
     }

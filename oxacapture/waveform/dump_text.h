@@ -9,7 +9,7 @@ namespace OXA_CAPTURE {
 
 // The text of value change dumps.
 
-constexpr int kDumpWindowBits = 32; ///< of a capture's variable that counts the windows
+constexpr int kDumpNumberBits = 32; ///< of a capture's variable with a number: of a window, a stamp
 
 /// An identifier: a number in base 94.
 QByteArray dumpIdentifier(int number);

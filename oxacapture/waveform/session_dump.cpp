@@ -58,7 +58,7 @@ void SessionDump::declare()
     const QByteArray window = dumpIdentifier(count);
     text += dumpDeclaration("wire", 1, m_sampleId, names.takeOwn("sample"))
         + dumpDeclaration("wire", 1, trigger, names.takeOwn("trigger"))
-        + dumpDeclaration("integer", kDumpWindowBits, window, names.takeOwn("window"))
+        + dumpDeclaration("integer", kDumpNumberBits, window, names.takeOwn("window"))
         + "$enddefinitions $end\n#0\n";
     m_text = text.toUtf8();
     addDumpChange("0", trigger, m_text);

@@ -13,12 +13,13 @@ constexpr int kDigits = 15; // of a frequency
 // In the order of TimeKind.
 constexpr const char* kTexts[] = {
     "oxa: times of the waveform", "oxa: times in each window", "oxa: numbers of samples, no times"};
+constexpr char kRunText[] = "oxa: times of the run";
 
 }
 
-QString timeText(TimeKind kind, const QMap<int, double>& clocks)
+QString timeText(TimeKind kind, const QMap<int, double>& clocks, bool isOfRun)
 {
-    QString text = kTexts[int(kind)];
+    QString text = isOfRun && kind == TimeKind::Window ? kRunText : kTexts[int(kind)];
     for (auto clock = clocks.begin(); kind == TimeKind::Window && clock != clocks.end(); ++clock)
         text += QString(", core %1 at %2 Hz")
                     .arg(QString::number(clock.key()), QString::number(*clock, 'g', kDigits));

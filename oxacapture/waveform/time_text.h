@@ -10,15 +10,16 @@ namespace OXA_CAPTURE {
 /// What the times in a file are.
 enum class TimeKind {
     Waveform, ///< those of the waveform that the cores sampled
-    Window, ///< since the first sample of each window
+    Window, ///< since the first sample of each window, or of several at known distances
     Numbers, ///< the numbers of the samples: no time is known
 };
 
 constexpr int kNumbersExponent = -9; ///< of the time unit of `Numbers`, one that viewers can show
 
 /// What a dump's times are, for people and for `readTimeText`; those of `Window` with the clocks of
-/// the cores in Hz, by their indexes.
-QString timeText(TimeKind kind, const QMap<int, double>& clocks);
+/// the cores in Hz, by their indexes. When all distances between windows are known, they are those
+/// of one run, which `readTimeText` takes as those of a waveform.
+QString timeText(TimeKind kind, const QMap<int, double>& clocks, bool isOfRun = false);
 
 /// The kind of times that `text` of a file tells, and the clocks of the cores by their indexes.
 TimeKind readTimeText(const QString& text, QMap<int, double>& clocks);

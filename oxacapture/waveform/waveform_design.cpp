@@ -61,10 +61,13 @@ bool readWaveformSignals(const QString& path, OXA::Design& design, QString* erro
     const std::vector<VcdVariable>& variables = reader.variables();
     const bool hasOwn = isCapture(reader);
     size_t end = 0; // of the scope
+    size_t ownBegin = 0; // in it
     const auto isOwn = [&](size_t i) { // a variable that is no signal of a design
-        if (hasOwn && i == end)
+        if (hasOwn && i == end) {
             end = endOfScope(variables, i);
-        return hasOwn && i + kOwnVariables >= end;
+            ownBegin = end - ownVariables(reader, i, end).size();
+        }
+        return hasOwn && i >= ownBegin;
     };
     for (size_t i = 0; i < variables.size(); ++i) {
         const VcdVariable& variable = variables[i];

@@ -85,6 +85,7 @@ constexpr const char* kJson[] = {
     "show DIR/f.oxa",
     "show DIR/c.oxa",
     "show DIR/when.oxa",
+    "show DIR/events.oxa",
     "show UART",
     "check DIR/wrong.oxa",
     "estimate UART --part PART",
@@ -94,9 +95,11 @@ constexpr const char* kJson[] = {
     "add DIR/counter.oxa --clock counter/clk --data count --design COUNTER --top counter",
     "attach DIR/counter.oxa --for ice40 --work-dir DIR/w",
     "simulate DIR/c.oxa --part PART --stimulus DIR/wave.vcd --model",
+    "simulate DIR/events.oxa --part PART --stimulus DIR/wave.vcd --model",
     "probe DIR/c.oxa --openocd LIVE",
     "capture DIR/c.oxa --openocd LIVE --core 4 --unit 0.M0=1111111111 --timeout 0.001",
     "capture DIR/c.oxa --openocd LIVE",
+    "capture DIR/events.oxa --openocd EVENTS --clock 4=2e6 --clock 9=1e6",
     "capture DIR/c.oxa --openocd LIVE --immediate --repeat 1 -o DIR/n%d.csv",
     "convert DIR/wave.vcd DIR/w.csv",
     "devices QX1N-9",
@@ -144,6 +147,8 @@ class TestCapture : public QObject {
 private Q_SLOTS:
     void initTestCase();
     void coresCaptureAsTheModel();
+    void aCoreForcesAnother();
+    void windowsDuringARun();
     void timeInFiles();
     void changesForOneRun_data() { addRows(kChanges); }
     void changesForOneRun();
@@ -167,6 +172,7 @@ private:
 
     QTemporaryDir m_dir;
     LiveTarget m_live;
+    LiveTarget m_events; // of cores that force each other
 };
 
 void TestCapture::initTestCase()
@@ -177,6 +183,12 @@ void TestCapture::initTestCase()
     slow->storage.keep = OXA::CoreStorage::Changes; // the data signals count: all are stored
     OXA::writeOXAConfigToXml({fast.get(), slow.get()}, path("c.oxa"));
     QVERIFY2(m_live.start(path("c.oxa"), path("wave.vcd")), m_live.target.said());
+    slow->storage = {};
+    slow->matchUnits[0]->value0 = "1111111111"; // it never triggers alone
+    slow->events.forcedBy = {4};
+    fast->events.stamps = slow->events.stamps = true;
+    OXA::writeOXAConfigToXml({fast.get(), slow.get()}, path("events.oxa"));
+    QVERIFY2(m_events.start(path("events.oxa"), path("wave.vcd")), m_events.target.said());
 }
 
 QStringList TestCapture::captureCall(const QStringList& more) const
@@ -212,6 +224,57 @@ void TestCapture::coresCaptureAsTheModel()
         qPrintable(result.out));
     QCOMPARE(model(path("c.oxa"), {"-o", path("model.csv")}).status, 0);
     QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+}
+
+void TestCapture::aCoreForcesAnother()
+{
+    const QStringList call {"capture", path("events.oxa"), "--openocd", m_events.address(), "-o"};
+    const Result result
+        = oxa(call + QStringList {path("live.csv"), "--timeout", patienceSeconds()});
+    QCOMPARE(result.err, QString());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(model(path("events.oxa"), {"-o", path("model.csv")}).status, 0);
+    QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
+    static const QRegularExpression forced("\\n9,[01],\\d+,1,1,");
+    QCOMPARE(QString(bytesOf(path("live.csv"))).count(forced), 2);
+
+    QCOMPARE(
+        oxa(call + QStringList {path("live.vcd"), "--clock", "4=2e6", "--clock", "9=1e6"}).status,
+        0);
+    QVERIFY(bytesOf(path("live.vcd")).contains("core 9: aligned with core 4, +- 5e-07 s\n"));
+
+    // The run can do without, but not with what was not built.
+    const Result alone
+        = oxa(call + QStringList {path("alone.csv"), "--forced-by", "1=none", "--timeout", "0.5"});
+    QVERIFY2(alone.err.contains("core 9 did not trigger: level 0 of 2"), qPrintable(alone.err));
+    const Result other = oxa(call + QStringList {path("alone.csv"), "--forced-by", "0=1"});
+    QCOMPARE(other.status, 2);
+    QVERIFY2(other.err.contains("it is not built to be forced by 1, but by none"),
+        qPrintable(other.err));
+}
+
+// The file has the first window while the core waits for the second.
+void TestCapture::windowsDuringARun()
+{
+    if (!Terminal::exists())
+        QSKIP(Terminal::kNone);
+    Terminal terminal;
+    terminal.run(OXA_PROGRAM " "
+            + captureCall(
+                {"--core", "4", "--unit", "0.M0=0011110000", "--follow", "-o", path("follow.csv")})
+                  .join(' '),
+        "stty cols 400; ");
+    QVERIFY2(terminal.says("follow.csv has 1 window; core 4: "), terminal.said());
+    const QByteArray first = bytesOf(path("follow.csv"));
+    QCOMPARE(first.count("\n4,0,"), 50);
+    QCOMPARE(first.count("\n4,1,"), 0);
+    terminal.interrupt();
+    finished(terminal);
+    QVERIFY(bytesOf(path("follow.csv")).startsWith(first));
+    QCOMPARE(bytesOf(path("follow.csv")).count("\n4,1,"), 50);
+    const Result result = capture({"--follow", "-o", "-"});
+    QCOMPARE(result.status, 2);
+    QVERIFY2(result.err.contains("needs a file that can be written again"), qPrintable(result.err));
 }
 
 void TestCapture::timeInFiles()
@@ -438,7 +501,7 @@ void TestCapture::jsonIsAsDocumented()
     for (const char* row : kJson) {
         QString call = row;
         call.replace("DIR", m_dir.path()).replace("UART", uart).replace("PART", kPart);
-        call.replace("LIVE", m_live.address());
+        call.replace("LIVE", m_live.address()).replace("EVENTS", m_events.address());
         call.replace("COUNTER", OXA_SOURCE_DIR "/examples/board/counter.v");
         call.replace("TRAPS", OXA_SOURCE_DIR "/tests/design/traps.sv --top top -D GO=8'd1 -P N=3");
         const Result result

@@ -8,7 +8,9 @@
 #include "support/patience.h"
 #include "support/signals.h"
 
+#include <QJsonArray>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -66,6 +68,43 @@ CapturedCore wideCore(qint64 samples, int width)
     return core;
 }
 
+// A core of a target from words: the frequency and the name of its clock, the indexes of those that
+// force it, and its windows. "8:2F=10" is a window of 8 samples, the trigger at number 2, forced,
+// with the stamp 10.
+CapturedCore coreFrom(const QString& text, int index)
+{
+    static const QRegularExpression words("(\\d+):(\\d+)(F?)(?:=(\\d+))?");
+    CapturedCore core;
+    core.index = index;
+    core.items = {signalOf("d")};
+    core.clockHz = text.section(' ', 0, 0).toDouble();
+    core.sampleClock = text.section(' ', 1, 1);
+    core.pulseDelay = 3;
+    for (const QChar source : text.section(' ', 2, 2)) {
+        if (source.isDigit())
+            core.forcedBy += source.digitValue();
+    }
+    for (auto it = words.globalMatch(text.section(' ', 3)); it.hasNext();) {
+        const auto match = it.next();
+        Window place {0, match.captured(1).toInt(), match.captured(2).toInt()};
+        place.forced = !match.captured(3).isEmpty();
+        if (!match.captured(4).isEmpty())
+            place.stamp = match.captured(4).toUInt();
+        core.windows.push_back(
+            cutWindows({place}, samplesOf({QString("1 0 ").repeated(int(place.samples)).trimmed()}))
+                .front());
+    }
+    return core;
+}
+
+Capture captureFrom(const QString& texts)
+{
+    Capture capture;
+    for (const QString& text : texts.split(" / "))
+        capture.push_back(coreFrom(text, int(capture.size())));
+    return capture;
+}
+
 }
 
 class TestCaptureFiles : public QObject {
@@ -76,6 +115,8 @@ private Q_SLOTS:
     void csvOfBuses();
     void vcd();
     void oneTimeAxis();
+    void windowsOfARunStandTogether();
+    void marksOfWindowsAreReadBack();
     void samplesThatWereNotStored();
     void capturesAreReadBack();
     void tablesAreReadBack();
@@ -237,6 +278,109 @@ void TestCaptureFiles::oneTimeAxis()
 
 // What is read back becomes the same table, whatever the kind of its times.
 // Samples 0, 1 and 5 of a window, 6 and 8 of the next.
+// The microseconds at which the windows begin whose distances are known, behind the number of their
+// group when it is not the first, and with which core a forced one is aligned.
+void TestCaptureFiles::windowsOfARunStandTogether()
+{
+    const struct {
+        const char *what, *cores, *result;
+    } rows[] = {
+        {"one clock",                   "1e6 a - 8:2 / 1e6 a 0 8:2F",                       "0 / 4, core 0 +- 0"         },
+        {"two clocks",                  "1e6 a - 8:2 / 2e6 b 0 8:2F",                       "0 / 4.25, core 0 +- 0.25"   },
+        {"the forced one begins first", "1e6 a - 8:0 / 1e6 b 0 16:9F",                      "5.5 / 0, core 0 +- 0.5"     },
+        {"stamps",                      "1e6 a - 4:1=5,4:1=4294967295,4:3=6",               "0 4294967290 4294967295"    },
+        {"stamps of both",              "1e6 a - 4:1=5,4:1=15 / 2e6 b 0 4:1F=9,4:1F=30",
+         "0 10 / 3.75 14.25, core 0 +- 0.25"                                                                             },
+        {"pairs",                       "1e6 a - 8:2,8:2 / 1e6 a 0 8:2F,8:2F",              "0 1:9 / 4 1:13, core 0 +- 0"},
+        {"a chain",                     "1e6 a - 8:2 / 1e6 a 0 8:2F,8:2=50 / 1e6 a 1 8:2F",
+         "0 / 4 1:13, core 0 +- 0 / 1:17, core 1 +- 0"                                                                   },
+        {"no partner",                  "1e6 a - 8:2,8:2 / 1e6 a 0 8:2F",
+         "? ? / ?, it has 1 forced window, core 0 has 2 other windows"                                                   },
+        {"two sources",                 "1e6 a - 8:2 / 1e6 a - 8:2 / 1e6 a 01 8:2F",
+         "? / ? / ?, core 0 or core 1 may have forced it"                                                                },
+        {"no source",                   "1e6 a - 8:2 / 1e6 a - 8:2F",
+         "? / ?, no core that forces it has a window of its own trigger"                                                 },
+        {"no frequency",                "0 a - 8:2 / 0 b 0 8:2F",
+         "? / ?, the frequencies of the sample clocks are not known"                                                     },
+        {"no frequency, one clock",     "0 a - 8:2 / 0 a 0 8:2F",                           "? / ?, core 0 +- 0"         },
+        {"no order",                    "1e6 a - 8:2,8:2F,8:2 / 1e6 a 0 8:2F=9,8:2F=90",
+         "? ? ?, no core that forces it has a window of its own trigger / 0 81, its windows and "
+            "those"
+            " of core 0 have no common order"                                                                            },
+    };
+    for (const auto& row : rows) {
+        QStringList cores;
+        const QJsonArray array = captureObject(captureFrom(row.cores)).value("cores").toArray();
+        for (const QJsonValue& core : array) {
+            QStringList starts;
+            for (const QJsonValue& window : core["windows"].toArray()) {
+                const QString start = QString::number(window["start"].toDouble() * 1e6, 'g', 12);
+                const int group = window["group"].toInt(-1);
+                starts += group < 0 ? "?" : group > 0 ? QString("%1:").arg(group) + start : start;
+            }
+            const QJsonValue alignment = core["alignment"];
+            QStringList texts {starts.join(' ')};
+            if (alignment["core"].isDouble())
+                texts += QString("core %1 +- %2")
+                             .arg(QString::number(alignment["core"].toInt()),
+                                 QString::number(alignment["tolerance"].toDouble() * 1e6));
+            else if (alignment.isObject())
+                texts += alignment["reason"].toString();
+            cores += texts.join(", ");
+        }
+        QVERIFY2(
+            cores.join(" / ") == row.result, qPrintable(row.what + (": " + cores.join(" / "))));
+    }
+}
+
+// Of a run whose windows all stand at their distances, and of one without.
+void TestCaptureFiles::marksOfWindowsAreReadBack()
+{
+    const QString run = "1e6 a - 4:1=5,4:1=15 / 2e6 b 0 4:1F=9,4:1F=30";
+    for (const QString& cores : {run, QString("1e6 a - 4:1,4:1 / 2e6 b 0 4:1F")}) {
+        const Capture capture = captureFrom(cores);
+        const QByteArray table = written("marks.csv", capture);
+        QCOMPARE(table.split('\n').first(),
+            QByteArray(cores == run
+                    ? "core,window,sample,trigger,forced by core,window stamp,time,d"
+                    : "core,window,sample,trigger,forced by core,time,d"));
+        const QByteArray dump = written("marks.vcd", capture);
+        QVERIFY2(
+            dump.contains(cores == run
+                    ? "oxa: times of the run, core 0 at 1000000 Hz, core 1 at 2000000 Hz; core"
+                      " 0: windows at their distances; core 1: windows at their distances; core"
+                      " 1: aligned with core 0, +- 2.5e-07 s\n"
+                    : "oxa: times in each window, core 0 at 1000000 Hz, core 1 at 2000000 Hz;"
+                      " core 1: not aligned, it has 1 forced window, core 0 has 2 other"
+                      " windows\n"),
+            dump.constData());
+        for (const char* name : {"marks.csv", "marks.vcd"}) {
+            Capture read;
+            QString error;
+            QVERIFY2(readCapture(m_dir.filePath(name), read, &error), qPrintable(error));
+            const QByteArray again = written("again.csv", read);
+            QCOMPARE(again.split('\n').size(), table.split('\n').size());
+            for (int line = 1; line + 1 < table.split('\n').size(); ++line) {
+                // A dump has the times in its own unit.
+                const auto cells = table.split('\n').at(line).split(',');
+                const auto others = again.split('\n').at(line).split(',');
+                for (int cell = 0; cell < cells.size(); ++cell)
+                    QVERIFY2(
+                        cells.at(cell).toDouble() == others.at(cell).toDouble(), again.constData());
+            }
+        }
+    }
+    // At 2 MHz, a sample of core 0 takes two.
+    QVERIFY(written("marks.sr", captureFrom(run)).startsWith("PK"));
+    QProcess reader;
+    reader.start("sigrok-cli", {"-i", m_dir.filePath("marks.sr"), "-C", "core0.trigger,forced"});
+    QVERIFY2(finished(reader), qPrintable(reader.errorString()));
+    const QString bits = QString(reader.readAllStandardOutput()).remove(' ');
+    QVERIFY2(bits.contains("core0.trigger:001100000000000000000011000000000\n")
+            && bits.contains("forced:000000000100000000000000000000100\n"),
+        qPrintable(bits));
+}
+
 void TestCaptureFiles::samplesThatWereNotStored()
 {
     CapturedCore core;

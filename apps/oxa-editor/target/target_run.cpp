@@ -158,11 +158,27 @@ void TargetRun::capture(CaptureRun& run)
     QString error;
     if (m_request.repeat != 1)
         return captureSeries(run);
-    if (!run.capture({}, &error))
+    run.followed = [this](std::vector<CoreOutcome>& outcomes) {
+        takeAll(outcomes);
+        captured(m_result);
+    };
+    if (!run.capture({}, &error)) {
         m_result.problems += error;
-    else
-        for (CoreOutcome& outcome : run.read())
-            take(std::move(outcome));
+        return;
+    }
+    std::vector<CoreOutcome> outcomes = run.read();
+    takeAll(outcomes);
+}
+
+/// Keeps a capture in place of the one before.
+void TargetRun::takeAll(std::vector<CoreOutcome>& outcomes)
+{
+    TargetResult result;
+    result.problems = m_result.problems;
+    result.warnings = m_result.warnings;
+    m_result = result;
+    for (CoreOutcome& outcome : outcomes)
+        take(std::move(outcome));
 }
 
 void TargetRun::take(CoreOutcome&& outcome)

@@ -60,7 +60,8 @@ public:
     std::function<void(const QList<FoundCore>&, const QString& builtFrom)> found;
     /// Called when the state of a chosen core changes, with texts in the order of positions.
     std::function<void(const QStringList&)> progress;
-    /// Called with some of the captures when they are repeated, not more than twice a second.
+    /// Called with some of the captures when they are repeated, not more than twice a second; and
+    /// with the complete windows of a run that goes on.
     std::function<void(const TargetResult&)> captured;
 
     void work();
@@ -82,6 +83,7 @@ private:
     void captureSeries(OXA_CAPTURE::CaptureRun& run);
     bool takeCapture(qint64 number, std::vector<OXA_CAPTURE::CoreOutcome>& outcomes);
     void tellCapture();
+    void takeAll(std::vector<OXA_CAPTURE::CoreOutcome>& outcomes);
     void take(OXA_CAPTURE::CoreOutcome&& outcome);
 
     const TargetRequest m_request;

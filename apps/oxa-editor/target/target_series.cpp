@@ -61,17 +61,12 @@ void TargetRun::captureSeries(CaptureRun& run)
     m_result.series = text;
 }
 
-/// Keeps a capture in place of the one before, and writes it. False when that fails.
+/// Keeps a capture, and writes it. False when that fails.
 bool TargetRun::takeCapture(qint64 number, std::vector<CoreOutcome>& outcomes)
 {
-    TargetResult result;
-    result.problems = m_result.problems;
-    result.warnings = m_result.warnings;
-    m_result = result;
-    for (CoreOutcome& outcome : outcomes) {
+    for (CoreOutcome& outcome : outcomes)
         outcome.captured.clockHz = m_request.clocks.value(outcome.captured.index, 0);
-        take(std::move(outcome));
-    }
+    takeAll(outcomes);
     const QString path = numberedPath(m_request.pattern, number);
     QString error;
     if (!path.isEmpty() && !m_result.capture->empty()) {

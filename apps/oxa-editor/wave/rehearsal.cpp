@@ -181,7 +181,8 @@ void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
     }
     addTimes(waveform->captured, sampled->times(), exponent);
     for (const Window& window : run.windows)
-        waveform->windows.push_back({window.firstSample, window.span(), window.triggerSample});
+        waveform->windows.push_back(
+            {window.firstSample, window.span(), window.triggerSample, window.forced});
     if (core.core) {
         const WaveRows events = eventRows(*core.core, core.setup, run.events);
         waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());

@@ -154,8 +154,8 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
         const qint64 first = samples->size();
         samples->appendField(window.samples, 0, 0, window.samples.size());
         const qint64 trigger = window.triggerOffset();
-        waveform->windows.push_back(
-            {first, window.samples.size(), trigger == kNoSample ? kNoSample : first + trigger});
+        waveform->windows.push_back({first, window.samples.size(),
+            trigger == kNoSample ? kNoSample : first + trigger, window.place.forced});
     }
     waveform->samples = samples->size();
     waveform->isCut = true;

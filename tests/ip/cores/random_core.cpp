@@ -30,7 +30,7 @@ void setUnit(Random& random, OXA::MatchUnit& unit)
     const bool ordered = unit.matchFunc > 1;
     unit.value0 = randomValue(random, width, ordered, OXA::matchTypeHasEdges(unit.matchType));
     unit.value1 = randomValue(random, width, true, false);
-    if (unit.matchFunc > 5 && unit.value1 < unit.value0 && between(random, 0, 3))
+    if (unit.matchFunc > 5 && unit.value1 < unit.value0) // else `oxa` refuses the range
         std::swap(unit.value0, unit.value1);
     if (!unit.counterEnable)
         return;
@@ -152,6 +152,9 @@ void addEvents(Random& random, const QList<OXA::AoCore*>& cores)
                 forcing += place;
         }
         OXA::setForcingPlaces(cores, *core, forcing);
+        // Else most cores would trigger before another one does.
+        if (core != cores.first() && between(random, 0, 2))
+            core->expressions.clear();
     }
 }
 

@@ -8,6 +8,7 @@
 #include "support/signals.h"
 #include "support/waveforms.h"
 
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -61,6 +62,7 @@ private:
     QStringList call(const QByteArray& waveform, const Part& part);
     QStringList randomCall(unsigned seed, int cores);
     void compare(const QStringList& call, const QStringList& how = {});
+    bool hasForcedWindow() const;
     QString path(const QString& name) const { return m_dir.filePath(name); }
 
     QTemporaryDir m_dir;
@@ -130,6 +132,13 @@ void TestSimulatedCores::compare(const QStringList& call, const QStringList& how
     QCOMPARE(verilog.out, model.out);
     QCOMPARE(verilog.status, model.status);
     QCOMPARE(bytesOf(path("out.csv")), modelSamples);
+}
+
+// In what was captured last, by cores that can be forced.
+bool TestSimulatedCores::hasForcedWindow() const
+{
+    static const QRegularExpression row("\\n\\d+,\\d+,\\d+,1,1,");
+    return QString(bytesOf(path("out.csv"))).contains(row);
 }
 
 void TestSimulatedCores::randomCores()
