@@ -166,6 +166,8 @@ bool CaptureRun::capture(const RunOptions& options, QString* error)
                                                         : QDeadlineTimer(QDeadlineTimer::Forever);
     m_forced.assign(m_runs.size(), {});
     m_followed.assign(m_runs.size(), {});
+    for (size_t i = 0; i < m_runs.size(); ++i)
+        m_session->readComplete(m_runs[i].core, 0, m_followed[i]);
     m_nextFollow = {};
     const bool isArmed = start(options);
     if (isArmed)

@@ -44,10 +44,10 @@ std::vector<OwnVariable> ownVariables(const VcdReader& waveform, size_t from, si
 {
     using V = OwnVariable;
     static const std::vector<V> kKinds[] = {
-        {V::Sample, V::Trigger, V::Window, V::Forced, V::Stamp},
-        {V::Sample, V::Trigger, V::Window, V::Forced},
-        {V::Sample, V::Trigger, V::Window, V::Stamp},
-        {V::Sample, V::Trigger, V::Window},
+        {V::Sample,   V::Trigger, V::Window,  V::Forced, V::Stamp},
+        {V::Sample,   V::Trigger,             V::Window,               V::Forced},
+        {V::Sample,  V::Trigger,V::Window,V::Stamp},
+        {V::Sample,V::Trigger,           V::Window                          },
     };
     if (coreOf(waveform, waveform.variables()[from]) < 0)
         return {};

@@ -137,7 +137,7 @@ void TestSimulatedCores::compare(const QStringList& call, const QStringList& how
 // In what was captured last, by cores that can be forced.
 bool TestSimulatedCores::hasForcedWindow() const
 {
-    static const QRegularExpression row("\\n\\d+,\\d+,\\d+,1,1,");
+    static const QRegularExpression row(",forced by core,[^\\n]*(\\n.*)*\\n\\d+,\\d+,\\d+,1,1,");
     return QString(bytesOf(path("out.csv"))).contains(row);
 }
 
@@ -148,22 +148,26 @@ void TestSimulatedCores::randomCores()
     compare(randomCall(seed, cores));
 }
 
-// Several clocks, and a first core that runs from power-up on.
+// Several clocks, a first core that runs from power-up on, and cores that force each other.
 void TestSimulatedCores::coresInVerilator()
 {
-    compare(randomCall(2, 3), {"--simulator", "verilator"});
+    for (const unsigned seed : {2, 26})
+        compare(randomCall(seed, 3), {"--simulator", "verilator"});
+    QVERIFY(hasForcedWindow());
 }
 
-// A core with other settings than those it was built with, as what was synthesized.
+// Cores with other settings than those they were built with, one of which forces the other, as what
+// was synthesized.
 void TestSimulatedCores::coresAsNetlist()
 {
     const int seeds = std::max(11, qEnvironmentVariableIntValue("NETLIST_SEEDS"));
     for (int seed = 10; seed < seeds; seed += 4) {
-        const QStringList call = randomCall(unsigned(seed), 1);
+        const QStringList call = randomCall(unsigned(seed), 2);
         const Result built = oxa(
             QStringList {"generate", path("c.oxa"), "--work-dir", path("work")} + call.mid(2, 4));
         QVERIFY2(built.status == 0, qPrintable(built.err));
         compare(call, {"--netlist", path("work/qx_oxa_netlist.v")});
+        QVERIFY(seed != 10 || hasForcedWindow());
     }
 }
 
