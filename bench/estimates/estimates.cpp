@@ -15,6 +15,7 @@
 #include "oxautils/config/oxa_mode.h"
 #include "oxautils/config/standard_config.h"
 #include "oxautils/resource/analyzer_estimate.h"
+#include "oxautils/resource/logic_costs.h"
 #include "oxautils/resource/logic_counts.h"
 
 #include <dev/device_db.h>
@@ -124,15 +125,27 @@ std::vector<Row> readRows()
     return rows;
 }
 
-/// Non-negative coefficients for which the sums over `terms` are nearest to 1.
-std::vector<double> leastSquares(const std::vector<std::vector<double>>& terms)
+/// Non-negative coefficients for which the sums over `terms` are nearest to 1. Those of few terms
+/// stay what they are in `known`: fitted, they would take up the errors of others.
+std::vector<double> leastSquares(
+    const std::vector<std::vector<double>>& terms, const std::vector<double>& known)
 {
     constexpr int kRounds = 200000;
+    constexpr int kFewTerms = 12;
     const size_t width = terms.front().size();
     std::vector<double> result(width, 0.0), residual(terms.size(), 1.0), square(width, 0.0);
-    for (const std::vector<double>& term : terms) {
-        for (size_t i = 0; i < width; ++i)
+    for (size_t i = 0; i < width; ++i) {
+        int used = 0;
+        for (const std::vector<double>& term : terms) {
             square[i] += term[i] * term[i];
+            used += term[i] != 0;
+        }
+        if (used >= kFewTerms)
+            continue;
+        square[i] = 0;
+        result[i] = known[i];
+        for (size_t r = 0; r < terms.size(); ++r)
+            residual[r] -= known[i] * terms[r][i];
     }
     for (int round = 0; round < kRounds; ++round) {
         const size_t i = size_t(round) % width;
@@ -167,7 +180,9 @@ int fit()
         luts.push_back(shares(counts, kLogicItems, row.luts));
         registers.push_back(shares(counts, kCommonItems, double(row.registers - counts.registers)));
     }
-    out << "// Made by bench/estimates/refit.sh, from " << rows.size()
+    out << "// SPDX-License-Identifier: Apache-2.0\n"
+           "// Made by bench/estimates/refit.sh, from "
+        << rows.size()
         << " syntheses of random configurations.\n"
            "#ifndef OXAUTILS_RESOURCE_LOGIC_COSTS_H\n"
            "#define OXAUTILS_RESOURCE_LOGIC_COSTS_H\n\n"
@@ -175,14 +190,16 @@ int fit()
            "namespace OXA_TOOL {\n\n"
            "/// Look-up tables of each item.\n"
            "constexpr double kLutCosts[kLogicItems] = {\n";
-    const std::vector<double> costs = leastSquares(luts);
+    const std::vector<double> costs
+        = leastSquares(luts, {std::begin(OXA_TOOL::kLutCosts), std::end(OXA_TOOL::kLutCosts)});
     for (int item = 0; item < kLogicItems; ++item)
         out << "    " << QString::number(costs[size_t(item)], 'f', 2) << ", // "
             << OXA_TOOL::kLogicItemTexts[item] << '\n';
     out << "};\n\n"
            "/// Registers of the first items, beside those that are counted one by one.\n"
            "constexpr int kCommonRegisters[kCommonItems] = {";
-    const std::vector<double> common = leastSquares(registers);
+    const std::vector<double> common = leastSquares(
+        registers, {std::begin(OXA_TOOL::kCommonRegisters), std::end(OXA_TOOL::kCommonRegisters)});
     for (int item = 0; item < kCommonItems; ++item)
         out << (item ? ", " : "") << std::lround(common[size_t(item)]);
     out << "};\n\n}\n\n#endif\n";

@@ -439,28 +439,38 @@ void TestCheck::parts()
         second = changed(second, ">a<", ">e<");
         return changed(deep(kStandard, 8192), "<OXA_ID>", second + "<OXA_ID>");
     };
-    // 1024 look-up tables and 768 registers. A unit with two bounds takes more of the former.
-    const auto wide = [](int type, int bits) {
+    // 1024 look-up tables and 768 registers. Units with two bounds take more of the former.
+    const auto wide = [](int type, int bits, int units = 1) {
         QString port;
         for (int i = 0; i < bits; ++i)
             port += QString("<Signal>w%1</Signal>").arg(i);
         const QString content
             = changed(kStandard, "value0='1X'", QString("value0='%1'").arg(QString(bits, '1')));
-        return changed(changed(content, "type='0' func", QString("type='%1' func").arg(type)),
-            "<Bus restorename='p'><Signal>p1</Signal><Signal>p0</Signal></Bus>", port);
+        const QString typed
+            = changed(changed(content, "type='0' func", QString("type='%1' func").arg(type)),
+                "<Bus restorename='p'><Signal>p1</Signal><Signal>p0</Signal></Bus>", port);
+        const QString unit = typed.section('\n', 11, 11, QString::SectionIncludeTrailingSep);
+        QString more;
+        QString expression = "M0";
+        for (int i = 2; i <= units; ++i) {
+            more += changed(unit, "index='0'", QString("index='%1'").arg(i));
+            expression += QString(" || M%1").arg(i);
+        }
+        return changed(changed(typed, "</MatchUnits>", more + "</MatchUnits>"), "<Expression>M0",
+            "<Expression>" + expression);
     };
     const QString late = changed(kStandard, "trigger_pos='8'", "trigger_pos='61'");
     const Row rows[] = {
-        {{"no-shadow-sram", kind(2), "core 0", 5},          "QX1N-4",   kind(2),                                    "QX1N-9"            },
-        {{"no-shadow-sram", tables, "core 0", 5},           "QX1N-4",   tables,                                     "QX1N-9"            },
-        {{"block-sram", twoCores(6), "core 1", 19},         "QX1N-1",   twoCores(5),                                "QX1N-1"            },
+        {{"no-shadow-sram", kind(2), "core 0", 5},          "QX1N-4",   kind(2),                                      "QX1N-9"          },
+        {{"no-shadow-sram", tables, "core 0", 5},           "QX1N-4",   tables,                                       "QX1N-9"          },
+        {{"block-sram", twoCores(6), "core 1", 19},         "QX1N-1",   twoCores(5),                                  "QX1N-1"          },
  // 4 kbit are 64 blocks of 64 bits, and 16 samples of 1 + 1 bits take one.
-        {{"shadow-sram", deep(kind(2), 2048), "core 0", 5}, "QX1NZ-1D", deep(kind(2),                               1024),
+        {{"shadow-sram", deep(kind(2), 2048), "core 0", 5}, "QX1NZ-1D", deep(kind(2),                                 1024),
          "QX1NZ-1D"},
-        {{"look-up-tables", wide(4, 185), "core 0", 5},                                                 "QX1N-1",               wide(4, 100), "QX1N-1"},
-        {{"registers", wide(0, 220), "core 0", 5},                                         "QX1N-1",                                                   wide(0,                                                      150),                          "QX1N-1"},
-        {{"near-limit", wide(4, 150), "core 0", 5},                                             "QX1N-1",                                               wide(4,                                    100),"QX1N-1"},
-        {{"short-window", late, "core 0", 5},                                           "QX1N-9",   late,  "QX1N-9C"                               },
+        {{"look-up-tables", wide(4, 25, 6), "core 0", 5},                                                 "QX1N-1",             wide(4, 100), "QX1N-1"},
+        {{"registers", wide(0, 220), "core 0", 5},                                         "QX1N-1",                                                   wide(0,                                                        150),                          "QX1N-1"},
+        {{"near-limit", wide(4, 22, 6), "core 0", 5},                                             "QX1N-1",                                               wide(4,                                    100),"QX1N-1"},
+        {{"short-window", late, "core 0", 5},                                           "QX1N-9",   late,    "QX1N-9C"                                   },
     };
     for (const Row& row : rows) {
         m_rulesWithRows << row.broken.rule;
