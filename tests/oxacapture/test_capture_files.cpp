@@ -313,7 +313,8 @@ void TestCaptureFiles::windowsOfARunStandTogether()
         const QJsonArray array = captureObject(captureFrom(row.cores)).value("cores").toArray();
         for (const QJsonValue& core : array) {
             QStringList starts;
-            for (const QJsonValue& window : core["windows"].toArray()) {
+            const QJsonArray windows = core["windows"].toArray();
+            for (const QJsonValue& window : windows) {
                 const QString start = QString::number(window["start"].toDouble() * 1e6, 'g', 12);
                 const int group = window["group"].toInt(-1);
                 starts += group < 0 ? "?" : group > 0 ? QString("%1:").arg(group) + start : start;
