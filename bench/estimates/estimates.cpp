@@ -130,7 +130,7 @@ std::vector<Row> readRows()
 std::vector<double> leastSquares(
     const std::vector<std::vector<double>>& terms, const std::vector<double>& known)
 {
-    constexpr int kRounds = 200000;
+    constexpr int kRounds = 7000;
     constexpr int kFewTerms = 12;
     const size_t width = terms.front().size();
     std::vector<double> result(width, 0.0), residual(terms.size(), 1.0), square(width, 0.0);
@@ -148,16 +148,17 @@ std::vector<double> leastSquares(
             residual[r] -= known[i] * terms[r][i];
     }
     for (int round = 0; round < kRounds; ++round) {
-        const size_t i = size_t(round) % width;
-        if (square[i] == 0)
-            continue;
-        double slope = 0;
-        for (size_t r = 0; r < terms.size(); ++r)
-            slope += terms[r][i] * residual[r];
-        const double step = std::max(slope / square[i], -result[i]);
-        result[i] += step;
-        for (size_t r = 0; r < terms.size(); ++r)
-            residual[r] -= step * terms[r][i];
+        for (size_t i = 0; i < width; ++i) {
+            if (square[i] == 0)
+                continue;
+            double slope = 0;
+            for (size_t r = 0; r < terms.size(); ++r)
+                slope += terms[r][i] * residual[r];
+            const double step = std::max(slope / square[i], -result[i]);
+            result[i] += step;
+            for (size_t r = 0; r < terms.size(); ++r)
+                residual[r] -= step * terms[r][i];
+        }
     }
     return result;
 }
@@ -166,6 +167,7 @@ std::vector<double> leastSquares(
 std::vector<double> shares(const OXA_TOOL::LogicCounts& counts, int items, double whole)
 {
     std::vector<double> result;
+    result.reserve(size_t(items));
     for (int i = 0; i < items; ++i)
         result.push_back(counts.items[i] / whole);
     return result;
@@ -174,6 +176,8 @@ std::vector<double> shares(const OXA_TOOL::LogicCounts& counts, int items, doubl
 int fit()
 {
     const std::vector<Row> rows = readRows();
+    if (rows.empty())
+        return 1;
     std::vector<std::vector<double>> luts, registers;
     for (const Row& row : rows) {
         const OXA_TOOL::LogicCounts counts = countsOf(row);
