@@ -10,6 +10,7 @@
 #include "oxacapture/target/probe.h"
 #include "oxautils/config/parse_once.h"
 #include "oxautils/encoding/crc32.h"
+#include "oxautils/encoding/events_text.h"
 
 #include <QJsonArray>
 
@@ -97,8 +98,8 @@ void printUnits(const CoreIdentity& core, TextOut& out)
         out << "; stores " << storageText(core);
     if (core.stamps)
         out << "; with stamps";
-    if (!core.forcedBy.empty())
-        out << "\n    forced by    " << forcedByText(core);
+    if (!core.forcedBy.isEmpty())
+        out << "\n    forced by    " << OXA::forcedByText(core.forcedBy);
     for (const CoreIdentity::Port& port : core.ports)
         out << "\n    " << QString("T%1").arg(port.number).leftJustified(kColumn)
             << counted(port.signalCount, "signal");

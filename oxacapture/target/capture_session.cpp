@@ -204,8 +204,7 @@ static void addForcedFirst(const std::vector<CoreRun>& runs, size_t at, std::vec
         return;
     visited[at] = true;
     for (size_t i = 0; i < runs.size(); ++i) {
-        const std::vector<int>& forcedBy = runs[i].setup.forcedBy;
-        if (std::find(forcedBy.begin(), forcedBy.end(), int(runs[at].core)) != forcedBy.end())
+        if (runs[i].setup.forcedBy.contains(int(runs[at].core)))
             addForcedFirst(runs, i, visited, ordered);
     }
     ordered.push_back(runs[at]);

@@ -80,7 +80,7 @@ QString stampsName(bool stamps)
 
 QString sourcesName(const CoreIdentity& core)
 {
-    return "inputs for the triggers of cores " + forcedByText(core);
+    return "inputs for the triggers of cores " + OXA::forcedByText(core.forcedBy);
 }
 
 QString expressionsName(bool dynamic)
@@ -200,11 +200,6 @@ QString storageText(const CoreIdentity& core)
         + (core.marksEnds ? " and a limit" : "");
 }
 
-QString forcedByText(const CoreIdentity& core)
-{
-    return OXA::forcedByText(QList<int>(core.forcedBy.begin(), core.forcedBy.end()));
-}
-
 int bitsToCount(qint64 count)
 {
     int bits = 0;
@@ -249,7 +244,7 @@ bool parseIdentity(const BitString& bits, int position, CoreIdentity& identity, 
     const quint64 sources = get(bits, kSourcesField) > 0 ? get(bits, kForcedBy, at) : 0;
     for (int place = 0; place < OXA::kMostCores; ++place) {
         if (sources >> place & 1)
-            identity.forcedBy.push_back(place);
+            identity.forcedBy += place;
     }
     if (quint64(identity.forcedBy.size()) != get(bits, kSourcesField))
         return OXA::fail(error, "its number of cores that force it is not that of their positions");
@@ -288,10 +283,10 @@ QStringList differences(const CoreIdentity& is, const CoreIdentity& wanted, Comp
     comparison.text(stampsName(is.stamps), stampsName(wanted.stamps));
     comparePorts(is, wanted, comparison);
     compareUnits(is, wanted, compared, comparison);
-    if (compared == Compared::All)
+    if (compared == Compared::All) {
         comparison.text(sourcesName(is), sourcesName(wanted));
-    if (compared == Compared::All)
         comparison.number(is.expressions, wanted.expressions, "expressions");
+    }
     return comparison.texts;
 }
 

@@ -40,7 +40,7 @@ struct CoreIdentity {
     std::vector<Port> ports; ///< ascending
     std::vector<Unit> units; ///< ascending
     /// Positions of the cores whose triggers can force it, ascending.
-    std::vector<int> forcedBy {};
+    QList<int> forcedBy {};
     bool stamps = false; ///< each window has the number of its trigger sample in the run
 
     /// Bits of a word in memory: a sample, its gap, the marks of a window's end and of a trigger.
@@ -51,15 +51,12 @@ struct CoreIdentity {
     /// Bits of a window's word: whether it is short, was forced by a core, and its stamp.
     int windowBits() const { return stampAt() + (stamps ? kStampBits : 0); }
     /// Where the stamp is in it; in front of it, the bit of a core that others force.
-    int stampAt() const { return forcedBy.empty() ? 1 : 2; }
+    int stampAt() const { return forcedBy.isEmpty() ? 1 : 2; }
     static constexpr int kStampBits = 32; ///< of a window's word
 };
 
 /// Which samples a core stores: "changes with gaps of 16 bits and a limit".
 OXACAPTURE_EXPORT QString storageText(const CoreIdentity& core);
-
-/// Positions of the cores that can force it, as `OXA::forcedByText` writes them.
-OXACAPTURE_EXPORT QString forcedByText(const CoreIdentity& core);
 
 /// Bits of a number from 0 to `count` - 1.
 int bitsToCount(qint64 count);

@@ -2,6 +2,7 @@
 #include "oxacapture/target/settings_register.h"
 
 #include "files/fail.h"
+#include "oxautils/encoding/events_text.h"
 
 #include <algorithm>
 
@@ -28,11 +29,6 @@ QString counterText(const CoreIdentity::Unit& unit)
                                  : QString("only to %1").arg(qint64(1) << unit.counterBits);
 }
 
-bool forces(const std::vector<int>& cores, int place)
-{
-    return std::find(cores.begin(), cores.end(), place) != cores.end();
-}
-
 void appendWords(BitString& bits, const std::vector<quint64>& words, int width)
 {
     for (int bit = 0; bit < width; ++bit)
@@ -55,9 +51,9 @@ QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
         || (setup.levels.empty() && core.expressions > 0))
         return QString("it has %1 expressions").arg(core.expressions);
     for (const int place : setup.forcedBy) {
-        if (!forces(core.forcedBy, place))
+        if (!core.forcedBy.contains(place))
             return QString("it is not built to be forced by %1, but by %2")
-                .arg(QString::number(place), forcedByText(core));
+                .arg(QString::number(place), OXA::forcedByText(core.forcedBy));
     }
     if (setup.units.size() != core.units.size())
         return QString("it has %1 match units").arg(core.units.size());
@@ -131,7 +127,7 @@ bool settingsBits(
     if (core.expressions > 1)
         bits.append(quint64(1) << (setup.levels.size() - 1), core.expressions);
     for (const int place : core.forcedBy)
-        bits.append(forces(setup.forcedBy, place));
+        bits.append(setup.forcedBy.contains(place));
     for (size_t i = 0; i < core.units.size(); ++i)
         appendUnit(bits, core.units[i], portWidth(core, core.units[i].port), setup.units[i]);
     return true;

@@ -192,7 +192,7 @@ bool decodeWindows(const CoreIdentity& core, const CoreStatus& status, const Tri
             return OXA::fail(error, QString("window %1 has no trigger").arg(window));
         windows.push_back(isOpen ? openWindow(own, setup, status, trigger)
                                  : completeWindow(own, setup, trigger, isShort));
-        windows.back().forced = !core.forcedBy.empty() && windowWords.at(wordAt + 1);
+        windows.back().forced = !core.forcedBy.isEmpty() && windowWords.at(wordAt + 1);
         if (core.stamps)
             windows.back().stamp
                 = quint32(windowWords.number(wordAt + core.stampAt(), CoreIdentity::kStampBits));

@@ -12,8 +12,7 @@ std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
         simulated.core = core;
         simulated.request = sampleRequest(*core);
         triggerSetup(*core, simulated.name(), simulated.setup, messages);
-        const QList<int> places = OXA::forcingPlaces(cores, *core);
-        simulated.setup.forcedBy.assign(places.begin(), places.end());
+        simulated.setup.forcedBy = OXA::forcingPlaces(cores, *core);
         simulated.powerUpPosition = powerUpPosition(*core, arg);
         all.push_back(std::move(simulated));
     }
@@ -25,11 +24,6 @@ std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
         all.push_back(std::move(simulated));
     }
     return all;
-}
-
-ModelRun runModel(const CorePlan& core, const SampleTable& samples, qint64 forceAt)
-{
-    return core.lite ? runModel(*core.lite, samples) : runModel(core.setup, samples, forceAt);
 }
 
 QString unknownBitsWarning(

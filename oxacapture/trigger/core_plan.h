@@ -28,11 +28,6 @@ struct CorePlan {
 OXACAPTURE_EXPORT std::vector<CorePlan> corePlans(const QList<OXA::AoCore*>& cores,
     const QList<OXA::AOCore_Lite*>& liteCores, const OXA::OxaArg& arg, Messages& messages);
 
-/// What `core` captures of `samples`, those of its request, by the trigger model. No other core
-/// forces it: `runModels` is for all cores together.
-OXACAPTURE_EXPORT ModelRun runModel(
-    const CorePlan& core, const SampleTable& samples, qint64 forceAt = kNoSample);
-
 /// The indexes of those of `cores` whose triggers force a core that runs with `setup`.
 OXACAPTURE_EXPORT QList<int> forcingIndexes(
     const std::vector<CorePlan>& cores, const TriggerSetup& setup);

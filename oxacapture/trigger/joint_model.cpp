@@ -21,7 +21,7 @@ public:
         , m_withEvents(withEvents)
         , m_delay(pulseDelay(*plan.core))
         , m_forcedBy(plan.setup.forcedBy)
-        , m_seen(m_forcedBy.size())
+        , m_seen(size_t(m_forcedBy.size()))
         , m_model(plan.setup, m_samples.layout())
     {
     }
@@ -73,10 +73,11 @@ private:
     bool look(const std::vector<bool>& levels)
     {
         bool pulse = false;
-        for (size_t i = 0; i < m_forcedBy.size(); ++i) {
-            const bool now = levels[size_t(m_forcedBy[i])];
+        size_t i = 0;
+        for (const int core : m_forcedBy) {
+            const bool now = levels[size_t(core)];
             pulse = pulse || now != m_seen[i];
-            m_seen[i] = now;
+            m_seen[i++] = now;
         }
         return pulse;
     }
@@ -87,7 +88,7 @@ private:
     qint64 m_forceAt;
     bool m_withEvents;
     qint64 m_delay; // from a trigger to the change of the level
-    const std::vector<int>& m_forcedBy;
+    const QList<int>& m_forcedBy;
     std::vector<bool> m_seen; // the levels of these at the sample before
     TriggerModel m_model;
     qint64 m_next = 0;
@@ -162,7 +163,7 @@ std::vector<ModelRun> runModels(const std::vector<CorePlan>& cores, const Sample
                     options.eventsOf == int(place)));
     const bool areJoined = !waveform.edges.empty()
         && std::any_of(cores.begin(), cores.end(),
-            [](const CorePlan& core) { return !core.setup.forcedBy.empty(); });
+            [](const CorePlan& core) { return !core.setup.forcedBy.isEmpty(); });
     if (!(areJoined ? runTogether(running, waveform.edges, options.goesOn)
                     : runEach(running, options.goesOn)))
         return {};

@@ -49,7 +49,7 @@ struct TriggerSetup {
     qint64 windowNum = 0; ///< windows of a run
     StorageSetup storage; ///< which samples are stored; amounts and positions count these
     /// The places in the wrapper of the cores whose triggers force this one, ascending.
-    std::vector<int> forcedBy {};
+    QList<int> forcedBy {};
     bool stamps = false; ///< each window has the number of its trigger sample in the run
 };
 

@@ -166,7 +166,7 @@ void TestTriggerModel::storesWhatIsAskedFor()
         Messages messages;
         QVERIFY(triggerSetup(*core, {}, plan.setup, messages));
         const SampleTable samples = samplesOf({row.data, row.trigger});
-        CapturedCore captured = capturedCore(plan, samples, runModel(plan, samples));
+        CapturedCore captured = capturedCore(plan, samples, runModel(plan.setup, samples));
         QStringList windows;
         for (const CapturedWindow& window : captured.windows) {
             QStringList numbers;
