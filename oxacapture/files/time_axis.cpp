@@ -56,8 +56,8 @@ std::optional<size_t> TimeAxis::group(size_t core, size_t window) const
 
 qint64 TimeAxis::length(const CapturedCore& core, double samples) const
 {
-    return std::llround(
-        m_kind == TimeKind::Window ? samples / core.clockHz * std::pow(10, -m_exponent) : samples);
+    return m_kind == TimeKind::Window ? periodsInUnits(samples, core.clockHz, m_exponent)
+                                      : std::llround(samples);
 }
 
 quint64 TimeAxis::at(size_t core, size_t window, qint64 sample) const

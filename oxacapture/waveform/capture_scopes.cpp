@@ -25,37 +25,33 @@ size_t endOfScope(const std::vector<VcdVariable>& variables, size_t from)
     return to;
 }
 
-// Whether the last variables before `to` are `own`.
-static bool endsWith(const VcdReader& waveform, size_t to, const std::vector<OwnVariable>& own)
+// Whether `variable` may be of this kind: a capture may have made its name unique.
+static bool isOwn(const VcdVariable& variable, OwnVariable kind)
 {
-    const auto& variables = waveform.variables();
     const char* const names[] = {"sample", "trigger", "window", "forced", "stamp"};
-    for (size_t i = 0; i < own.size(); ++i) {
-        const VcdVariable& variable = variables[to - own.size() + i];
-        const bool isNumber = own[i] == OwnVariable::Window || own[i] == OwnVariable::Stamp;
-        if (!QString::fromStdString(variable.name).endsWith(names[int(own[i])])
-            || variable.width != (isNumber ? kDumpNumberBits : 1))
-            return false;
-    }
-    return true;
+    const bool isNumber = kind == OwnVariable::Window || kind == OwnVariable::Stamp;
+    return QString::fromStdString(variable.name).endsWith(names[int(kind)])
+        && variable.width == (isNumber ? kDumpNumberBits : 1);
 }
 
 std::vector<OwnVariable> ownVariables(const VcdReader& waveform, size_t from, size_t to)
 {
-    using V = OwnVariable;
-    static const std::vector<V> kKinds[] = {
-        {V::Sample,   V::Trigger, V::Window,  V::Forced, V::Stamp},
-        {V::Sample,   V::Trigger,             V::Window,               V::Forced},
-        {V::Sample,  V::Trigger,V::Window,V::Stamp},
-        {V::Sample,V::Trigger,           V::Window                          },
-    };
-    if (coreOf(waveform, waveform.variables()[from]) < 0)
+    const auto& variables = waveform.variables();
+    if (coreOf(waveform, variables[from]) < 0)
         return {};
-    for (const std::vector<V>& own : kKinds) {
-        if (to - from >= own.size() && endsWith(waveform, to, own))
-            return own;
+    std::vector<OwnVariable> own;
+    for (const OwnVariable kind : {OwnVariable::Stamp, OwnVariable::Forced, OwnVariable::Window,
+             OwnVariable::Trigger, OwnVariable::Sample}) {
+        const bool isThere = to > from && isOwn(variables[to - 1], kind);
+        const bool mayBeMissing = kind == OwnVariable::Stamp || kind == OwnVariable::Forced;
+        if (!isThere && !mayBeMissing)
+            return {};
+        if (!isThere)
+            continue;
+        own.insert(own.begin(), kind);
+        --to;
     }
-    return {};
+    return own;
 }
 
 bool isCapture(const VcdReader& waveform)

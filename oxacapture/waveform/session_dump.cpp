@@ -137,7 +137,7 @@ quint64 SessionDump::timeOf(qint64 number) const
 {
     if (m_session.hz() == 0)
         return quint64(number);
-    return quint64(std::llround(double(number) / m_session.hz() * std::pow(10, -m_exponent)));
+    return quint64(periodsInUnits(double(number), m_session.hz(), m_exponent));
 }
 
 }

@@ -30,6 +30,12 @@ inline QByteArray secondsText(quint64 time, int exponent)
     return text.insert(text.size() + exponent, '.');
 }
 
+/// The length of so many periods of a clock of `hz`, in units of `exponent`.
+inline qint64 periodsInUnits(double periods, double hz, int exponent)
+{
+    return std::llround(periods / hz * std::pow(10, -exponent));
+}
+
 /// The exponent of a unit of which the period of a clock of `hz` has at least a thousand.
 inline int timeExponentFor(double hz)
 {
