@@ -13,6 +13,7 @@ void findUnbuiltCores(const AllCores& configuration, Findings& findings);
 void findSharedSignals(const AllCores& configuration, Findings& findings);
 void findForcingCores(const AllCores& configuration, Findings& findings);
 void findForcedChains(const AllCores& configuration, Findings& findings);
+void findNoExpression(const AllCores& configuration, Findings& findings);
 void findWrapperNames(const AllCores& configuration, Findings& findings);
 
 void findCoreIndex(const AnyCore& core, Findings& findings);

@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace OXA {
 
 namespace {
@@ -67,6 +69,24 @@ void findForcedChains(const AllCores& configuration, Findings& findings)
                     QString("core %1 forces it at its own triggers, not when %2 forces core %1")
                         .arg(QString::number(middle), lost.join(" or ")));
         }
+    }
+}
+
+void findNoExpression(const AllCores& configuration, Findings& findings)
+{
+    if (configuration.cores.size() > kMostCores)
+        return; // another rule reports that
+    for (const AnyCore& core : configuration.cores) {
+        if (core.lite || core.hasExpressions)
+            continue;
+        const QList<int> forcing = forcingPositions(configuration, core);
+        if (forcing.isEmpty())
+            findings.add(core.place(), "it has no trigger expression, so only force triggers it");
+        else if (std::none_of(forcing.begin(), forcing.end(),
+                     [&](int place) { return configuration.cores.at(place).hasExpressions; }))
+            findings.add(core.place(),
+                "it has no trigger expression, and the cores that force it have none either, so "
+                "only force by a program triggers it");
     }
 }
 

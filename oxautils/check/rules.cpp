@@ -238,7 +238,7 @@ const std::vector<Rule>& rules()
 
         // Trigger expressions.
         {"no-expression", kWarning, findNoExpression,
-            "A core has neither a trigger expression nor another core that forces it, so it triggers "
+            "A core has no trigger expression, nor has another core that forces it, so it triggers "
             "only when a program forces it.",
             "Add an expression, or name a core in \"forced_by\"."},
         {"too-many-expressions", kError, findTooManyExpressions,

@@ -100,12 +100,6 @@ void findTableMemory(const StandardCore& core, Findings& findings)
                 .arg(memory));
 }
 
-void findNoExpression(const StandardCore& core, Findings& findings)
-{
-    if (core.core.expressions.isEmpty() && core.core.events.forcedBy.isEmpty())
-        findings.add(core.place(), "it has no trigger expression, so only force triggers it");
-}
-
 void findTooManyExpressions(const StandardCore& core, Findings& findings)
 {
     const int count = core.core.expressions.size();

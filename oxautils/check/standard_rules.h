@@ -14,7 +14,6 @@ void findTriggerPosition(const StandardCore& core, Findings& findings);
 void findShortWindow(const StandardCore& core, Findings& findings);
 void findNarrowRegisters(const StandardCore& core, Findings& findings);
 void findTableMemory(const StandardCore& core, Findings& findings);
-void findNoExpression(const StandardCore& core, Findings& findings);
 void findTooManyExpressions(const StandardCore& core, Findings& findings);
 
 // Rules about which samples a core stores.

@@ -24,7 +24,7 @@ void findGapBits(const StandardCore& core, Findings& findings)
         return;
     findings.add(core.storagePlace(),
         storage.gapBits == 0 ? QString("changes are stored without gaps")
-                             : QString("a gap has %1 bits, there are %2 at most")
+                             : QString("a gap has %1 bits; 0 to %2 are possible")
                                    .arg(QString::number(storage.gapBits),
                                        QString::number(CoreStorage::kMostGapBits)));
 }
@@ -52,7 +52,7 @@ void findStorageLimit(const StandardCore& core, Findings& findings)
     const CoreStorage& storage = core.core.storage;
     if (!storage.isDefault() && (storage.limit < 0 || storage.limit > CoreStorage::kMostLimit))
         findings.add(core.storagePlace(),
-            QString("a window ends %1 samples behind its trigger, the most are %2")
+            QString("a window ends %1 samples behind its trigger; 0 to %2 are possible")
                 .arg(QString::number(storage.limit), QString::number(CoreStorage::kMostLimit)));
 }
 

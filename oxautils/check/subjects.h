@@ -31,6 +31,7 @@ struct AnyCore {
     int implementation = 0;
     int depth = 0; ///< samples that fit into its memory
     CoreEvents events; ///< default in a Lite core
+    bool hasExpressions = false; ///< that can trigger it
     int tableMemory = -1; ///< kind of its expression tables' memory; -1 without tables
     QList<SignalItem> items; ///< data signals, captured or not
     QStringList data; ///< captured signals, bit by bit

@@ -293,6 +293,14 @@ QString threeCores(const char* first, const char* second, const char* third)
         withElement(other, "Events", second) + withElement(last, "Events", third) + "<OXA_ID>");
 }
 
+/// Two cores that force each other, but have nothing that triggers them.
+QString silentCores()
+{
+    const QString cores = threeCores("forced_by='1'", "forced_by='0'", "");
+    return changed(
+        changed(cores, "<Expression>M0</Expression>", ""), "<Expression>1'b1</Expression>", "");
+}
+
 /// Cores that force each other, and signals with names of what the wrapper has for events.
 QList<Case> brokenForcing()
 {
@@ -409,6 +417,8 @@ void TestCheck::rules()
         withoutLine.line = 0;
         QCOMPARE(shown(problems), withoutLine.text());
     }
+    QCOMPARE(shown(checkConfigFile(write(silentCores()))),
+        QString("no-expression, core 0, line 5; no-expression, core 1, line 20"));
     for (const char* name : {"uart.oxa", "uart_lite.oxa"})
         QCOMPARE(
             shown(checkConfigFile(OXA_SOURCE_DIR "/examples/uart/" + QString(name))), QString());
