@@ -28,10 +28,10 @@ settings of a run, when this computer remembers that build (docs/captures.md) or
 --built-from names it. The cores are armed with the settings of FILE and the options of
 this call, and read when they have triggered.
 
---unit, --expression, --forced-by, --samples, --position and --windows take the words of
-`oxa set`: M0='T0 >= 0x24', or only a value or a counter, for what the file has otherwise.
-CORE is the core's position, from 0; it may be left out when there is only one core. These
-options may be repeated. What needs another synthesis is refused.
+--unit, --expression, --store, --forced-by, --samples, --position and --windows take the
+words of `oxa set`: M0='T0 >= 0x24', or only a value or a counter, for what the file has
+otherwise. CORE is the core's position, from 0; it may be left out when there is only one
+core. These options may be repeated. What needs another synthesis is refused.
 
 Ctrl-C and --timeout stop the cores; what they have captured is read and written. For a
 core that is still waiting for its trigger, these are its last samples, as a window

@@ -41,10 +41,11 @@ before it.
 A saved capture (.vcd, .fst or .csv, as oxa wrote it) needs no clock: its samples are
 taken as they are. So are those of a sigrok session without the sample clock.
 
---unit, --expression, --forced-by, --samples, --position and --windows change the run and
-not what is built, in the words of `oxa set`; --built-from names what is built when FILE has changed
-since. What needs another synthesis is refused. CORE is the core's position, from 0; it
-may be left out when there is only one core. These may be repeated.
+--unit, --expression, --store, --forced-by, --samples, --position and --windows change
+the run and not what is built, in the words of `oxa set`; --built-from names what is
+built when FILE has changed since. What needs another synthesis is refused. CORE is the
+core's position, from 0; it may be left out when there is only one core. These may be
+repeated.
 
   oxa simulate uart.oxa --part PN --stimulus uart.vcd --unit M0='T0 == 0x43c'
 

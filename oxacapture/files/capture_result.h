@@ -92,8 +92,7 @@ struct CoreAlignment {
 /// Writes a capture in the format given by the suffix of `path`: .vcd, .fst, .csv or .sr. The file
 /// is written as a whole, or unchanged: then the result is false, and `error` has the reason. When
 /// `progress` stops the work, that is an error too. "-" is the standard output, for a .vcd file,
-/// and
-/// "-.csv" for another format.
+/// and "-.csv" for another format.
 OXACAPTURE_EXPORT bool writeCapture(
     const QString& path, const Capture& capture, QString* error, const Progress& progress = {});
 

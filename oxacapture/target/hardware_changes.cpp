@@ -65,7 +65,7 @@ QStringList otherStorage(const OXA::AoCore& built, const OXA::AoCore& wanted)
     if (is.keep == OXA::CoreStorage::Changes
         && OXA::watchedForChanges(built) != OXA::watchedForChanges(wanted))
         texts += "other signals whose changes are stored";
-    if (is.limit != asked.limit)
+    if (is.limit != asked.limit && is.limit > 0 && asked.limit > 0)
         texts += QString("a limit of %1 samples instead of %2")
                      .arg(QString::number(is.limit), QString::number(asked.limit));
     if (is.keep == OXA::CoreStorage::When && built.expressionType == OXA::StaticExpressions

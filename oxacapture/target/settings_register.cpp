@@ -29,6 +29,11 @@ QString counterText(const CoreIdentity::Unit& unit)
                                  : QString("only to %1").arg(qint64(1) << unit.counterBits);
 }
 
+QString expressionsText(int count)
+{
+    return count == 1 ? QString("1 expression") : QString("%1 expressions").arg(count);
+}
+
 void appendWords(BitString& bits, const std::vector<quint64>& words, int width)
 {
     for (int bit = 0; bit < width; ++bit)
@@ -47,9 +52,10 @@ QString complaint(const CoreIdentity& core, const TriggerSetup& setup)
                 QString::number(setup.captureAmount));
     if (setup.triggerPos < 0 || setup.triggerPos >= setup.captureAmount)
         return "the trigger position is outside of the window";
-    if (qint64(setup.levels.size()) > core.expressions
-        || (setup.levels.empty() && core.expressions > 0))
-        return QString("it has %1 expressions").arg(core.expressions);
+    if (setup.levels.empty() && core.expressions > 0)
+        return "it is built to trigger by an expression, and needs at least one";
+    if (qint64(setup.levels.size()) > core.expressions)
+        return "it is built for " + expressionsText(core.expressions);
     for (const int place : setup.forcedBy) {
         if (!core.forcedBy.contains(place))
             return QString("it is not built to be forced by %1, but by %2")
@@ -139,7 +145,7 @@ bool tableBits(const CoreIdentity& core, const TriggerSetup& setup, BitString& b
     if (!core.dynamic)
         return OXA::fail(error, "its expressions are part of the netlist");
     if (int(setup.levels.size()) > core.expressions)
-        return OXA::fail(error, QString("it has %1 expressions").arg(core.expressions));
+        return OXA::fail(error, "it is built for " + expressionsText(core.expressions));
     for (quint32 row = 0; row < quint32(1) << core.units.size(); ++row) {
         quint32 outputs = 0;
         for (size_t unit = 0; unit < core.units.size(); ++unit)
