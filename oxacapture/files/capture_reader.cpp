@@ -2,6 +2,7 @@
 #include "files/fail.h"
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_limits.h"
+#include "oxacapture/files/capture_writers.h"
 #include "oxacapture/files/csv_reader.h"
 #include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/bus_range.h"
@@ -15,6 +16,8 @@
 namespace OXA_CAPTURE {
 
 namespace {
+
+constexpr qint64 kMostNumber = qint64(1) << 53; // of a sample
 
 /// Where a variable's bits go.
 struct BitsOfCore {
@@ -231,17 +234,41 @@ void CaptureReading::endOfTime(quint64 time)
     m_time = time;
 }
 
-/// Takes the numbers of a core's samples from their times, which have `perSample` units for each.
-void takeNumbers(CoreReading& reading, double perSample)
+/// The numbers of a window's samples by their times, which have `perSample` units for each. Empty
+/// when these do not tell them: numbers grow, and there are no more than `most`.
+std::vector<qint64> numbersOf(const CapturedWindow& window, double perSample, qint64 most)
+{
+    std::vector<qint64> numbers;
+    for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
+        const double number
+            = double(window.times[size_t(sample)] - window.times.front()) / perSample;
+        if (!(number < double(most)) || (sample > 0 && std::llround(number) <= numbers.back()))
+            return {};
+        numbers.push_back(std::llround(number));
+    }
+    return numbers;
+}
+
+/// Adds the times of the samples that were not stored.
+void completeTimes(CapturedWindow& window)
+{
+    std::vector<quint64> times;
+    for (size_t sample = 0; sample < window.times.size(); ++sample)
+        addTime(window.times[sample], window.place.offset(qint64(sample)) - qint64(times.size()),
+            times);
+    window.times = std::move(times);
+}
+
+/// Takes the numbers of a core's samples from their times, which have `perSample` units for each,
+/// while the windows have at most `room` samples, stored or not.
+void takeNumbers(CoreReading& reading, double perSample, qint64 room)
 {
     CapturedCore& core = reading.core;
     for (CapturedWindow& window : core.windows) {
-        std::vector<qint64> numbers;
-        for (qint64 sample = 0; sample < window.samples.size(); ++sample)
-            numbers.push_back(std::llround(
-                double(window.times[size_t(sample)] - window.times.front()) / perSample));
-        if (numbers.back() < window.samples.size())
+        std::vector<qint64> numbers = numbersOf(window, perSample, room);
+        if (numbers.empty() || numbers.back() < window.samples.size())
             continue;
+        room -= numbers.back();
         if (window.place.triggerSample != kNoSample)
             window.place.triggerSample = numbers[size_t(window.place.triggerSample)];
         window.place.stored = std::move(numbers);
@@ -259,17 +286,21 @@ Capture CaptureReading::finish()
     for (CoreReading& reading : m_cores) {
         endWindow(reading, m_time);
         CapturedCore& core = reading.core;
+        const double clockHz = m_isCapture ? clocks.value(core.index) : 0;
         if (timed)
             core.timeExponent = *m_waveform.timeExponent();
-        else if (m_isCapture)
-            core.clockHz = clocks.value(core.index);
+        else
+            core.clockHz = clockHz;
         if (m_isCapture && kind == TimeKind::Numbers)
-            takeNumbers(reading, 1);
-        else if (m_isCapture && core.clockHz > 0 && m_waveform.timeExponent())
-            takeNumbers(reading, std::pow(10, -*m_waveform.timeExponent()) / core.clockHz);
+            takeNumbers(reading, 1, kMostNumber);
+        else if (clockHz > 0 && m_waveform.timeExponent())
+            takeNumbers(reading, std::pow(10, -*m_waveform.timeExponent()) / clockHz,
+                timed ? kMostWords - m_words : kMostNumber);
         for (CapturedWindow& window : core.windows) {
             if (!timed)
                 window.times.clear();
+            else if (!window.place.stored.empty())
+                completeTimes(window);
         }
         capture.push_back(std::move(core));
     }

@@ -241,6 +241,15 @@ quint64 endOfLast(const std::vector<quint64>& times)
     return last + std::min(period, ~last);
 }
 
+void addTime(quint64 time, qint64 passed, std::vector<quint64>& times)
+{
+    const quint64 before = passed > 0 ? times.back() : 0;
+    for (qint64 i = 1; i <= passed; ++i)
+        times.push_back(
+            before + quint64(std::llround(double(time - before) * double(i) / double(passed + 1))));
+    times.push_back(time);
+}
+
 void addHexadecimal(const QByteArray& bits, QByteArray& text)
 {
     constexpr int kDigitBits = 4;

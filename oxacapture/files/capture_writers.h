@@ -32,6 +32,10 @@ constexpr qint64 kSamplesAtOnce = 4096; ///< at most this many between two calls
 /// The end of the last of the samples at `times`, as long after it as it is after the one before.
 quint64 endOfLast(const std::vector<quint64>& times);
 
+/// Appends the `time` of a sample, and those of the `passed` samples between it and the one before,
+/// at equal distances.
+void addTime(quint64 time, qint64 passed, std::vector<quint64>& times);
+
 /// Appends a digit for each four of `bits`, 0, 1 or x, to `text`: the first for those that are left
 /// over, x when one of its bits is x.
 void addHexadecimal(const QByteArray& bits, QByteArray& text);

@@ -14,7 +14,6 @@
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cmath>
 
 namespace OXA_CAPTURE {
 
@@ -180,11 +179,7 @@ bool CsvReading::addTime(quint64 time, std::vector<quint64>& times, QString* err
     m_words += passed;
     if (m_words > kMostWords)
         return OXA::fail(error, "has too many samples");
-    const quint64 before = passed > 0 ? times.back() : 0;
-    for (qint64 i = 1; i <= passed; ++i)
-        times.push_back(
-            before + quint64(std::llround(double(time - before) * double(i) / double(passed + 1))));
-    times.push_back(time);
+    OXA_CAPTURE::addTime(time, passed, times);
     return true;
 }
 

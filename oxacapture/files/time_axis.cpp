@@ -4,6 +4,7 @@
 #include "oxacapture/waveform/time_unit.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace OXA_CAPTURE {
 
@@ -20,6 +21,24 @@ TimeKind kindOf(const Capture& capture)
                 kind, core.clockHz > 0 && core.knowsGaps() ? TimeKind::Window : TimeKind::Numbers);
     }
     return kind;
+}
+
+/// The clock of a core that stores only some samples, by the times of all, when they tell it; else
+/// 0.
+double clockOfStored(const CapturedCore& core)
+{
+    if (core.storage.isDefault())
+        return 0;
+    quint64 period = 0;
+    for (const CapturedWindow& window : core.windows) {
+        for (size_t i = 1; i < window.times.size(); ++i) {
+            const quint64 now = window.times[i] - window.times[i - 1];
+            period = period == 0 ? now : period;
+            if (now != period || now == 0)
+                return 0;
+        }
+    }
+    return period > 0 ? std::pow(10, -core.timeExponent) / double(period) : 0;
 }
 
 }
@@ -84,8 +103,11 @@ quint64 TimeAxis::atNumber(size_t core, size_t window, qint64 number) const
 QString TimeAxis::text() const
 {
     QMap<int, double> clocks;
-    for (const CapturedCore& core : m_capture)
-        clocks.insert(core.index, core.clockHz);
+    for (const CapturedCore& core : m_capture) {
+        const double clock = m_kind == TimeKind::Waveform ? clockOfStored(core) : core.clockHz;
+        if (m_kind != TimeKind::Waveform || clock > 0)
+            clocks.insert(core.index, clock);
+    }
     const QString text = timeText(m_kind, clocks, isOfRun());
     const QString places = placesText();
     return places.isEmpty() ? text : text + "; " + places;

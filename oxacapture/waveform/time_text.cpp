@@ -20,7 +20,7 @@ constexpr char kRunText[] = "oxa: times of the run";
 QString timeText(TimeKind kind, const QMap<int, double>& clocks, bool isOfRun)
 {
     QString text = isOfRun && kind == TimeKind::Window ? kRunText : kTexts[int(kind)];
-    for (auto clock = clocks.begin(); kind == TimeKind::Window && clock != clocks.end(); ++clock)
+    for (auto clock = clocks.begin(); kind != TimeKind::Numbers && clock != clocks.end(); ++clock)
         text += QString(", core %1 at %2 Hz")
                     .arg(QString::number(clock.key()), QString::number(*clock, 'g', kDigits));
     return text;

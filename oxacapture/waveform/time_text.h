@@ -16,9 +16,10 @@ enum class TimeKind {
 
 constexpr int kNumbersExponent = -9; ///< of the time unit of `Numbers`, one that viewers can show
 
-/// What a dump's times are, for people and for `readTimeText`; those of `Window` with the clocks of
-/// the cores in Hz, by their indexes. When all distances between windows are known, they are those
-/// of one run, which `readTimeText` takes as those of a waveform.
+/// What a dump's times are, for people and for `readTimeText`, with the clocks of the cores in Hz,
+/// by their indexes; of `Waveform`, those that tell the numbers of samples. When all distances
+/// between windows are known, they are those of one run, which `readTimeText` takes as those of a
+/// waveform.
 QString timeText(TimeKind kind, const QMap<int, double>& clocks, bool isOfRun = false);
 
 /// The kind of times that `text` of a file tells, and the clocks of the cores by their indexes.

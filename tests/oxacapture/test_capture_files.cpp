@@ -423,6 +423,26 @@ void TestCaptureFiles::samplesThatWereNotStored()
         QCOMPARE(back[0].holds(), QByteArray(file) == "changes.vcd");
         QCOMPARE(written("back.csv", back), table);
     }
+    // With the times of a waveform, of a run, or of a waveform whose clock is not regular.
+    CapturedCore sampled = core;
+    addTimes(sampled, {10, 13, 16, 19, 22, 25, 28, 31, 34}, -8);
+    sampled.windows[1].place.firstSample = 6;
+    addTimes(sampled, {10, 13, 16, 19, 22, 25, 28, 31, 34}, -8);
+    CapturedCore stamped = core;
+    stamped.windows[0].place.stamp = 1;
+    stamped.windows[1].place.stamp = 10;
+    CapturedCore irregular = sampled;
+    irregular.windows[0].times[3] = 20;
+    for (const CapturedCore& timed : {sampled, stamped, irregular}) {
+        const QByteArray own = written("own.csv", {timed});
+        written("own.vcd", {timed});
+        Capture back;
+        QVERIFY(readCapture(m_dir.filePath("own.vcd"), back, nullptr));
+        const bool isRegular = timed.windows[0].times.empty() || timed.windows[0].times[3] == 19;
+        QCOMPARE(qint64(back[0].windows[0].place.offset(2)), qint64(isRegular ? 5 : 2));
+        if (isRegular)
+            QCOMPARE(back[0].windows[0].times.size(), size_t(7));
+    }
     written("changes.sr", {core});
     QProcess reader;
     reader.start("sigrok-cli", {"-i", m_dir.filePath("changes.sr"), "-O", "bits"});
