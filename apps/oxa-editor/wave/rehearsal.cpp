@@ -69,8 +69,11 @@ QString windowText(const Window& window, size_t number)
     const QString text = window.forced
         ? Rehearsal::tr("window %1: forced at sample %2, %3 samples from %4 on")
         : Rehearsal::tr("window %1: trigger at sample %2, %3 samples from %4 on");
-    return text.arg(QString::number(number), QString::number(window.triggerSample),
+    const QString placed = text.arg(QString::number(number), QString::number(window.triggerSample),
         QString::number(window.samples), QString::number(window.firstSample));
+    return window.span() == window.samples
+        ? placed
+        : Rehearsal::tr("%1, which span %2").arg(placed, QString::number(window.span()));
 }
 
 }
@@ -186,6 +189,7 @@ void Rehearsal::Run::show(const CorePlan& core, const ModelRun& run)
     if (core.core) {
         const WaveRows events = eventRows(*core.core, core.setup, run.events);
         waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());
+        addStoredRow(*waveform);
     }
     result.waveform = waveform;
 }

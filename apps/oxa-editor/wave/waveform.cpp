@@ -56,25 +56,6 @@ std::vector<ChangeIndex> bitChanges(const SampleTable& samples, int field)
 
 constexpr qint64 kMostShown = 4'000'000; // samples with those that were passed over
 
-// A row that is high at the samples that were stored, of windows that are shown whole.
-WaveRows storedRow(const CapturedCore& captured)
-{
-    auto flags = std::make_shared<SampleTable>(SampleLayout({1}));
-    const quint64 passed[] = {0, 0};
-    const quint64 stored[] = {1, 0};
-    for (const CapturedWindow& window : captured.windows) {
-        const qint64 first = flags->size();
-        for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
-            flags->append(stored);
-            while (flags->size() - first < window.place.offset(sample + 1))
-                flags->append(passed);
-        }
-    }
-    OXA::SignalItem item;
-    item.name = "stored";
-    return signalRows({item}, flags, 0, true);
-}
-
 /// The times of the samples, when those of all windows are known.
 void takeTimes(Waveform& waveform, const CapturedCore& captured)
 {
@@ -166,12 +147,38 @@ WaveformPtr capturedWaveform(const CapturedCore& captured, const OXA::AoCore* co
     WaveRows events;
     if (core)
         events = capturedEventRows(*core, captured, *samples, waveform->windows);
-    if (isWhole && !captured.storage.isDefault()) {
-        const WaveRows stored = storedRow(captured);
-        events.insert(events.end(), stored.begin(), stored.end());
-    }
     waveform->rows.insert(waveform->rows.end(), events.begin(), events.end());
+    if (isWhole)
+        addStoredRow(*waveform);
     return waveform;
+}
+
+void addStoredRow(Waveform& waveform)
+{
+    if (waveform.captured.storage.isDefault())
+        return;
+    auto flags = std::make_shared<SampleTable>(SampleLayout({1}));
+    const quint64 passed[] = {0, 0};
+    const quint64 stored[] = {1, 0};
+    const quint64 unknown[] = {0, 1};
+    const auto fillTo = [&](qint64 end, const quint64* row) {
+        while (flags->size() < end)
+            flags->append(row);
+    };
+    for (size_t i = 0; i < waveform.windows.size(); ++i) {
+        const CapturedWindow& window = waveform.captured.windows[i];
+        const qint64 first = waveform.windows[i].first;
+        fillTo(first, unknown);
+        for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
+            flags->append(stored);
+            fillTo(first + window.place.offset(sample + 1), passed);
+        }
+    }
+    fillTo(waveform.samples, unknown);
+    OXA::SignalItem item;
+    item.name = "stored";
+    for (const auto& row : signalRows({item}, flags, 0, true))
+        waveform.rows.push_back(row);
 }
 
 QString WaveWindow::triggerText() const

@@ -67,6 +67,10 @@ WaveRows signalRows(const QList<OXA::SignalItem>& items,
 /// captured with (may be null), the matches of those units whose signals are all data signals.
 WaveformPtr capturedWaveform(const OXA_CAPTURE::CapturedCore& captured, const OXA::AoCore* core);
 
+/// Adds a row "stored", which is 1 at the stored samples of the windows and unknown outside of
+/// them, when the core does not store all. The windows are those of `captured`.
+void addStoredRow(Waveform& waveform);
+
 /// The same waveform, in which the triggers of the windows `forced` were forced.
 WaveformPtr withForced(const WaveformPtr& waveform, const std::vector<qint64>& forced);
 

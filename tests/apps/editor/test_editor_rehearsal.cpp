@@ -120,6 +120,18 @@ void TestEditorRehearsal::followsEdits()
     run.keys("Ctrl+Z");
     run.keys("Ctrl+Z");
     QVERIFY(run.shown().startsWith("4+4@5"));
+    OXA::CoreStorage storage;
+    storage.keep = OXA::CoreStorage::Changes;
+    storage.watch = QStringList {"count[2]"};
+    run.set(run.core().storage, storage);
+    QCOMPARE(run.shown(), QString("4+9@5 count go M0 M1 0: M0 trigger stored"));
+    QVERIFY2(run.state().contains("4 samples from 4 on, which span 9"), qPrintable(run.state()));
+    const WaveRow& stored = *run.panel.view()->waveform()->rows.back();
+    QString flags;
+    for (int sample = 3; sample < 14; ++sample)
+        flags += "01x"[int(stored.bitAt(sample))];
+    QCOMPARE(flags, QString("x110010001x"));
+    run.keys("Ctrl+Z");
     run.set(run.core().expressions, {"M1 && M0 && !M1"});
     QVERIFY(run.shown().startsWith("count"));
     QVERIFY2(run.state().contains("does not trigger: level 0 of 1 reached, M0 matched 2 times"),
