@@ -32,19 +32,22 @@ void MainWindow::connectCaptures()
 /// else of the current one.
 void MainWindow::offerSamples(WaveView& view)
 {
-    const auto core = [this, &view] {
+    const auto coreOf = [this, &view](const WaveRow& row) {
+        const Waveform& waveform = *view.waveform();
+        const int index = waveform.joint ? row.core : waveform.captured.index;
         for (const CorePtr& own : m_document.cores()) {
-            if (&view != m_rehearsal->view() && own->index() == view.waveform()->captured.index)
+            if (&view != m_rehearsal->view() && own->index() == index)
                 return own;
         }
         return m_cores->current();
     };
-    auto* menu = new SampleMenu(m_document, view, core);
+    auto* menu = new SampleMenu(m_document, view, coreOf);
     connect(menu, &SampleMenu::edited, this, &MainWindow::showPlace);
-    connect(menu, &SampleMenu::dataWanted, this, [this, core](const QList<OXA::SignalItem>& items) {
-        m_cores->setCurrent(core());
-        m_pages->insert(Page::Signals, items);
-    });
+    connect(menu, &SampleMenu::dataWanted, this,
+        [this](const CorePtr& core, const QList<OXA::SignalItem>& items) {
+            m_cores->setCurrent(core);
+            m_pages->insert(Page::Signals, items);
+        });
 }
 
 void MainWindow::showCaptures() { showLargeDock(m_capturesDock); }

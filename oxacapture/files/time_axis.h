@@ -10,7 +10,7 @@ namespace OXA_CAPTURE {
 /// The times of all samples of a capture on one axis.
 ///
 /// `WindowPlacement` tells where the windows of a target are on it.
-class TimeAxis {
+class OXACAPTURE_EXPORT TimeAxis {
 public:
     explicit TimeAxis(const Capture& capture); ///< which has to outlive this
 

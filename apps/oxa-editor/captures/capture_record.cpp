@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "capture_record.h"
 
+#include "oxa-editor/wave/joint_waveform.h"
+#include "oxa-editor/wave/wave_settings.h"
+
 #include "oxacapture/files/capture_file.h"
 #include "oxautils/encoding/unit_text.h"
 
@@ -34,6 +37,23 @@ QString askedText(const Core& core)
     return tr("core %1: %2, %3 × %4 samples, %5 before the trigger")
         .arg(QString::number(own.index), triggerText(own), QString::number(own.windowNum),
             QString::number(own.captureAmount), QString::number(own.triggerPos));
+}
+
+void takeClocks(
+    const CaptureRecord& record, const WaveSettings& waves, OXA_CAPTURE::Capture& capture)
+{
+    for (OXA_CAPTURE::CapturedCore& core : capture) {
+        const double hertz = waves.clock(core.index);
+        core.clockHz = record.isOpened && hertz <= 0 ? core.clockHz : hertz;
+    }
+}
+
+WaveformPtr jointWaveform(const CaptureRecord& record, const WaveSettings& waves, QString& text)
+{
+    // A file may be written of the capture itself in the meantime.
+    auto capture = std::make_shared<OXA_CAPTURE::Capture>(*record.capture);
+    takeClocks(record, waves, *capture);
+    return jointWaveform(std::move(capture), text);
 }
 
 CaptureRecordPtr readRecord(

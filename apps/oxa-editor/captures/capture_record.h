@@ -7,6 +7,8 @@
 
 #include "oxacapture/files/capture_result.h"
 
+class WaveSettings;
+
 /// A capture of this session: of a run, or read from a file.
 struct CaptureRecord {
     QString time; ///< of the day at which it was captured or read
@@ -24,6 +26,14 @@ using CaptureRecordPtr = std::shared_ptr<CaptureRecord>;
 
 /// The trigger and the windows that a core is to capture, in a line.
 QString askedText(const Core& core);
+
+/// Gives the cores of `capture`, which is that of `record` or a copy, their clocks: those that are
+/// shown, or that the file had.
+void takeClocks(
+    const CaptureRecord& record, const WaveSettings& waves, OXA_CAPTURE::Capture& capture);
+
+/// All cores on one axis; null with the reason in `text`, as `jointWaveform`.
+WaveformPtr jointWaveform(const CaptureRecord& record, const WaveSettings& waves, QString& text);
 
 /// Reads the capture or waveform `path`. Null, with the reason in `error`, when that fails or
 /// `progress` stops it.

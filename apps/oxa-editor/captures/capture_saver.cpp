@@ -49,10 +49,7 @@ void CaptureSaver::start(const CaptureRecordPtr& record, const QString& path,
 {
     if (isRunning())
         return;
-    for (OXA_CAPTURE::CapturedCore& core : *record->capture) {
-        const double hertz = m_waves.clock(core.index);
-        core.clockHz = record->isOpened && hertz <= 0 ? core.clockHz : hertz;
-    }
+    takeClocks(*record, m_waves, *record->capture);
     OXA::KnownNames names;
     OXA::readKnownNames(record->configuration, names, nullptr);
     OXA_CAPTURE::CaptureFileOptions named = options;

@@ -40,6 +40,7 @@ CapturesPanel::CapturesPanel(const Document& document, WaveSettings& waves, Capt
     CaptureSaver& saver, QWidget* parent)
     : QWidget(parent)
     , m_document(document)
+    , m_waves(waves)
     , m_history(history)
     , m_saver(saver)
     , m_job(new OpenJob(this))
@@ -190,6 +191,8 @@ void CapturesPanel::showChosen()
     if (!records.isEmpty()) {
         for (const OXA_CAPTURE::CapturedCore& own : *records.first()->capture)
             m_cores->addItem(QString::number(own.index));
+        if (records.size() == 1 && m_cores->count() > 1)
+            m_cores->addItem(tr("all, at their times"));
     }
     m_cores->setCurrentIndex(qMax(m_cores->findText(core), m_cores->count() > 0 ? 0 : -1));
     showCore();
@@ -213,6 +216,11 @@ void CapturesPanel::showCore()
     else if (records.size() == 2) {
         compare(*records.first(), *records.last());
         waveform = m_comparison.waveform;
+    } else if (core == int(records.first()->waveforms.size())) {
+        QString text;
+        if (const WaveformPtr joint = jointWaveform(*records.first(), m_waves, text))
+            waveform = joint;
+        m_state->setText(text);
     } else {
         m_state->setText(QString("%1: %2").arg(records.first()->asked, records.first()->ended));
         waveform = records.first()->waveforms[size_t(core)];

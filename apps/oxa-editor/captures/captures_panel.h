@@ -54,6 +54,7 @@ private:
     void showState();
 
     const Document& m_document;
+    const WaveSettings& m_waves;
     CaptureHistory& m_history;
     CaptureSaver& m_saver;
     OpenJob* m_job;

@@ -19,11 +19,14 @@ namespace {
 
 constexpr double kNear = 5; // pixels from an edge
 
-/// The signal's name, without the letter of a comparison.
+/// The signal's name, without the letter of a comparison and without the core in a group of it.
 QString nameOf(const WaveRow& row)
 {
     static const QRegularExpression letter(" \\([AB]\\)$");
-    return QString(row.name).remove(letter);
+    const QString core = row.group + ": ";
+    return QString(
+        !row.group.isEmpty() && row.name.startsWith(core) ? row.name.mid(core.size()) : row.name)
+        .remove(letter);
 }
 
 /// The value of a row at a sample, a digit for each bit.
@@ -47,11 +50,12 @@ QMenu* menuOf(const WaveView& view)
 
 }
 
-SampleMenu::SampleMenu(Document& document, WaveView& view, const std::function<CorePtr()>& core)
+SampleMenu::SampleMenu(
+    Document& document, WaveView& view, const std::function<CorePtr(const WaveRow& row)>& coreOf)
     : QObject(&view)
     , m_document(document)
     , m_view(view)
-    , m_core(core)
+    , m_coreOf(coreOf)
 {
     view.canvas()->installEventFilter(this);
 }
@@ -122,7 +126,7 @@ TriggerValue SampleMenu::value() const
 void SampleMenu::addActions(QMenu& menu)
 {
     const TriggerValue wanted = value();
-    const CorePtr core = m_core();
+    const CorePtr core = m_coreOf(*m_row);
     OXA::MatchUnit unit;
     QString reason = tr("there is no Standard core");
     const bool canTrigger
@@ -135,15 +139,15 @@ void SampleMenu::addActions(QMenu& menu)
         this, &SampleMenu::triggerOnThis);
     trigger->setEnabled(canTrigger);
     menu.addAction(tr("Find &next"), this, &SampleMenu::findNext);
-    QAction* data
-        = menu.addAction(tr("Add to &data signals"), this, [this] { Q_EMIT dataWanted({item()}); });
+    QAction* data = menu.addAction(
+        tr("Add to &data signals"), this, [this, core] { Q_EMIT dataWanted(core, {item()}); });
     data->setEnabled(core && !isData());
 }
 
 /// Fills a unit, and shows it in its dialog.
 void SampleMenu::triggerOnThis()
 {
-    const CorePtr core = m_core();
+    const CorePtr core = m_coreOf(*m_row);
     OXA::MatchUnit draft;
     if (!core || !core->standard || !unitOn(*core->standard, value(), draft, nullptr))
         return;
@@ -190,7 +194,7 @@ OXA::SignalItem SampleMenu::item() const
 
 bool SampleMenu::isData() const
 {
-    const CorePtr core = m_core();
+    const CorePtr core = m_coreOf(*m_row);
     QStringList known;
     if (core)
         known = OXA::flattenedNames(core->signalList()) + OXA::flattenedTexts(core->signalList());

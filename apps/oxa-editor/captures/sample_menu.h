@@ -19,14 +19,15 @@ class SampleMenu : public QObject {
     Q_OBJECT
 
 public:
-    /// `core` gives the core that the waveform is of; it may be null.
-    SampleMenu(Document& document, WaveView& view, const std::function<CorePtr()>& core);
+    /// `coreOf` gives the core that a row of the waveform is of; it may be null.
+    SampleMenu(Document& document, WaveView& view,
+        const std::function<CorePtr(const WaveRow& row)>& coreOf);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 Q_SIGNALS:
     void edited(const Location& location); ///< a unit
-    void dataWanted(const QList<OXA::SignalItem>& items);
+    void dataWanted(const CorePtr& core, const QList<OXA::SignalItem>& items);
 
 private:
     bool choose(const QContextMenuEvent& event);
@@ -39,7 +40,7 @@ private:
 
     Document& m_document;
     WaveView& m_view;
-    std::function<CorePtr()> m_core;
+    std::function<CorePtr(const WaveRow& row)> m_coreOf;
     std::optional<WaveRow> m_row; // that was clicked; the view may get another waveform meanwhile
     qint64 m_samples = 0; // of the waveform
     qint64 m_sample = 0;

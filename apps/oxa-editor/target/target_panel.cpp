@@ -8,6 +8,7 @@
 
 #include "oxautils/model/shown_text.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
@@ -46,6 +47,8 @@ TargetPanel::TargetPanel(Document& document, WaveSettings& waves, CaptureHistory
     , m_job(new TargetJob(this))
     , m_builtFrom(new QLineEdit)
     , m_cores(new QTreeWidget)
+    , m_joint(new QCheckBox(tr("All cores at their times")))
+    , m_axis(new QLabel)
     , m_state(new QLabel)
     , m_problems(new QListWidget)
     , m_age(new QLabel)
@@ -90,7 +93,7 @@ void TargetPanel::documentReplaced()
     m_cores->clear();
     m_problems->hide();
     showAge(false);
-    m_view->setWaveform(std::make_shared<Waveform>());
+    showWaveform();
     m_state->setText(hintText());
     showState();
 }
@@ -194,6 +197,16 @@ void TargetPanel::showAge(bool isEarlier)
 void TargetPanel::showWaveform()
 {
     m_view->setNamesOf(m_document.path());
+    const bool mayJoin = m_record && m_places.size() > 1;
+    const bool isJoint = mayJoin && m_joint->isChecked();
+    m_joint->setVisible(mayJoin);
+    m_axis->setVisible(isJoint);
+    if (isJoint) {
+        QString text;
+        const WaveformPtr joint = jointWaveform(*m_record, m_waves, text);
+        m_axis->setText(text);
+        return m_view->setWaveform(joint ? joint : std::make_shared<Waveform>());
+    }
     const int place = m_cores->indexOfTopLevelItem(m_cores->currentItem());
     for (size_t i = 0; m_record && i < m_places.size(); ++i) {
         if (m_places[i] == place)

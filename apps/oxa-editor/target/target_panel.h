@@ -16,6 +16,7 @@ class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
+class QCheckBox;
 class QTreeWidget;
 class RepeatRows;
 class TargetLink;
@@ -106,6 +107,8 @@ private:
     QPushButton* m_stop = nullptr;
     QPushButton* m_saveButton = nullptr;
     QTreeWidget* m_cores;
+    QCheckBox* m_joint; // all cores on one axis
+    QLabel* m_axis; // what that is
     QLabel* m_state;
     QListWidget* m_problems;
     QLabel* m_age;

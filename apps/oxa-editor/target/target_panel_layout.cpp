@@ -10,6 +10,7 @@
 #include "oxa-editor/narrow_button.h"
 #include "oxa-editor/wave/wave_view.h"
 
+#include <QCheckBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -71,6 +72,10 @@ QWidget* TargetPanel::makeControls()
         = addButton(tr("Save…"), tr("Write the samples to a file"), &TargetPanel::save, *buttons);
     layout->addLayout(buttons);
     layout->addWidget(m_cores, 1);
+    m_joint->setToolTip(tr("Show the samples of all cores on one axis of time"));
+    m_joint->hide();
+    connect(m_joint, &QCheckBox::toggled, this, &TargetPanel::showWaveform);
+    layout->addWidget(m_joint);
     layout->addWidget(m_state);
     layout->addWidget(m_link->log());
     return controls;
@@ -83,11 +88,16 @@ QWidget* TargetPanel::makeSamples()
     m_problems->setWordWrap(true);
     m_problems->hide();
     m_age->hide();
+    m_axis->hide();
+    m_axis->setTextFormat(Qt::PlainText);
+    m_axis->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_axis->setWordWrap(true);
     auto* samples = new QWidget;
     auto* layout = new QVBoxLayout(samples);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_problems);
     layout->addWidget(m_age);
+    layout->addWidget(m_axis);
     layout->addWidget(m_view, 1);
     return samples;
 }

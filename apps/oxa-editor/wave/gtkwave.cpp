@@ -56,6 +56,11 @@ void GtkWave::open(const Waveform& waveform, double clockHz)
     m_program = QStandardPaths::findExecutable("gtkwave");
     if (m_program.isEmpty())
         return Q_EMIT said(tr("GTKWave is not installed: the program gtkwave was not found."));
+    if (waveform.joint) {
+        if (makeFile())
+            m_job->start(m_path, waveform.joint);
+        return;
+    }
     CapturedCore core = waveform.captured.windows.empty() ? cutSpans(waveform,
                             {
                                 {0, waveform.samples - 1}

@@ -59,18 +59,21 @@ void WaveCanvas::zoom(double factor, double x)
     showScale(false);
 }
 
-void WaveCanvas::moveTo(double firstSample)
+void WaveCanvas::moveTo(double place)
 {
-    if (firstSample == m_scale.first())
+    if (place == m_scale.first())
         return;
-    m_scale.moveTo(firstSample);
+    m_scale.moveTo(place);
     showScale(false);
 }
 
 void WaveCanvas::waveformChanged(qint64 samplesBefore)
 {
+    m_scale.setPlaces(m_model.waveform()->places);
     if (m_fitted || samplesBefore != samples())
         fit();
+    else
+        m_scale.resize(samples(), width());
     m_markers.limit(samples());
     showMarkers();
 }
@@ -124,7 +127,7 @@ void WaveCanvas::reveal(qint64 sample)
 {
     const double x = m_scale.xOf(double(sample));
     if (x < 0 || m_scale.xOf(double(sample) + 1) > width())
-        moveTo(double(sample) - m_scale.visible() / 2);
+        moveTo(m_scale.placeOf(double(sample)) - m_scale.visible() / 2);
 }
 
 void WaveCanvas::resizeEvent(QResizeEvent* event)

@@ -20,7 +20,7 @@ public:
     const WaveScale& scale() const { return m_scale; }
     void fit();
     void zoom(double factor, double x);
-    void moveTo(double firstSample);
+    void moveTo(double place); ///< to the left edge
 
     /// Call it for another waveform: the visible range stays, unless everything was visible or the
     /// length changes.
@@ -93,7 +93,7 @@ private:
     int m_dragged = 0; // marker
     int m_zoomFrom = 0; // pixels
     int m_zoomTo = 0;
-    double m_panFrom = 0; // sample at the start of a pan
+    double m_panFrom = 0; // place under the mouse at the start of a pan
 };
 
 #endif

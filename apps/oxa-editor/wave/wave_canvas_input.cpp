@@ -71,7 +71,7 @@ qint64 WaveCanvas::sampleAt(const QPoint& place) const
 
 void WaveCanvas::mousePressEvent(QMouseEvent* event)
 {
-    m_panFrom = m_scale.sampleAt(event->x());
+    m_panFrom = m_scale.placeAt(event->x());
     if (event->button() != Qt::LeftButton || samples() == 0)
         return;
     const bool onRuler = event->y() < rulerHeight();

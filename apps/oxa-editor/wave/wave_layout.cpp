@@ -53,6 +53,24 @@ WaveEntries::iterator behind(WaveEntries& entries, const WaveEntry& wanted)
     return found == entries.end() ? entries.begin() : found + 1;
 }
 
+/// The rows of the group of that name, which is added at the end when there is none; without a
+/// name, `entries`.
+WaveEntries& rowsOf(WaveEntries& entries, const QString& group)
+{
+    if (group.isEmpty())
+        return entries;
+    auto found = std::find_if(entries.begin(), entries.end(), [&](const WaveEntry& entry) {
+        return entry.kind == WaveEntry::Group && entry.name == group;
+    });
+    if (found == entries.end()) {
+        found = entries.insert(entries.end(), WaveEntry());
+        found->kind = WaveEntry::Group;
+        found->name = group;
+        found->expanded = true;
+    }
+    return found->rows;
+}
+
 using Chosen = QSet<const WaveEntry*>;
 
 Chosen withoutGroups(const WaveEntries& entries, Chosen chosen)
@@ -195,7 +213,8 @@ void addMissing(WaveEntries& entries, const Waveform& waveform)
         entry.kind = row->isEvent ? WaveEntry::Event : WaveEntry::Signal;
         entry.name = row->name;
         if (!known.contains({entry.kind, entry.name})) {
-            entries.insert(behind(entries, last), entry);
+            WaveEntries& rows = rowsOf(entries, row->group);
+            rows.insert(behind(rows, last), entry);
             known.insert({entry.kind, entry.name});
         }
         last = entry;

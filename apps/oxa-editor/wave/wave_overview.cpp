@@ -41,7 +41,7 @@ void WaveOverview::paintEvent(QPaintEvent*)
     QPainter painter(this);
     const Waveform& waveform = *m_model.waveform();
     const WaveColors colors = waveColors(palette());
-    WaveScale all;
+    WaveScale all = m_canvas.scale();
     all.fit(waveform.samples, width());
     WaveSheet::drawGround(painter, waveform, all, rect(), colors);
     if (waveform.samples == 0)
@@ -61,8 +61,8 @@ void WaveOverview::paintEvent(QPaintEvent*)
         line(m_canvas.cursor(marker), marker < 2 ? colors.cursors[marker] : colors.mark);
 
     const WaveScale& shown = m_canvas.scale();
-    const int from = int(all.xOf(shown.first()));
-    const int to = qMax(int(all.xOf(shown.first() + shown.visible())), from + kLeastFrame);
+    const int from = int(all.xOfPlace(shown.first()));
+    const int to = qMax(int(all.xOfPlace(shown.first() + shown.visible())), from + kLeastFrame);
     QColor shade = palette().color(QPalette::Window);
     shade.setAlpha(kShade);
     painter.fillRect(0, 0, from, height(), shade);
@@ -78,9 +78,9 @@ void WaveOverview::mouseMoveEvent(QMouseEvent* event)
 {
     if (!(event->buttons() & Qt::LeftButton))
         return;
-    WaveScale all;
+    WaveScale all = m_canvas.scale();
     all.fit(m_model.waveform()->samples, width());
-    m_canvas.moveTo(all.sampleAt(event->x()) - m_canvas.scale().visible() / 2);
+    m_canvas.moveTo(all.placeAt(event->x()) - m_canvas.scale().visible() / 2);
 }
 
 // It does the same as above the samples.

@@ -50,7 +50,7 @@ WavePainter::WavePainter(
     : m_scale(scale)
     , m_samples(samples)
     , m_left(left)
-    , m_right(qMin(right, int(std::ceil(scale.xOf(double(samples))))))
+    , m_right(int(std::ceil(std::fmin(scale.xOf(double(samples)), right))))
     , m_textFont(font)
     , m_font(QRawFont::fromFont(font))
 {
@@ -78,7 +78,7 @@ void WavePainter::addDigits(const Lane& lane)
     for (int x = m_left; x < m_right;) {
         const qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
         const qint64 change = lane.row.changes.next(sample + 1);
-        const int end = qMin(m_right, int(m_scale.xOf(double(change))));
+        const int end = qMin(m_right, m_scale.pixelOf(double(change)));
         if (end <= x) { // changes within this pixel
             busyFrom = busyFrom < 0 ? x : busyFrom;
             ++x;
@@ -107,6 +107,8 @@ void WavePainter::addRun(const Lane& lane, qint64 sample, int from, int to)
 {
     const int unknown = lane.row.isEvent ? NotLookedFor : Unknown;
     const int middle = (lane.high + lane.low) / 2;
+    if (!lane.row.isTakenAt(sample))
+        return across(NotLookedFor, from, to, middle);
     if (lane.row.isBus()) {
         const WaveValue value = lane.row.valueAt(sample);
         if (lane.row.isEvent && !value.isKnown())
@@ -168,12 +170,12 @@ void WavePainter::addCurve(const Lane& lane)
     for (int x = m_left; x < m_right;) {
         qint64 sample = qBound(qint64(0), qint64(m_scale.sampleAt(x)), m_samples - 1);
         qint64 change = lane.row.changes.next(sample + 1);
-        if (int(m_scale.xOf(double(change))) <= x && change < m_samples) { // within this pixel
+        if (m_scale.pixelOf(double(change)) <= x && change < m_samples) { // within this pixel
             sample = change;
             change = lane.row.changes.next(sample + 1);
         }
-        const int end = qBound(x + 1, int(m_scale.xOf(double(change))), m_right);
-        const bool isBusy = int(m_scale.xOf(double(change))) <= x; // several changes
+        const int end = qBound(x + 1, m_scale.pixelOf(double(change)), m_right);
+        const bool isBusy = m_scale.pixelOf(double(change)) <= x; // several changes
         const auto next = qint64(std::ceil(m_scale.sampleAt(x + 1)));
         const AnalogTrack::Range range
             = lane.track->range(sample, isBusy ? qBound(sample + 1, next, m_samples) : sample + 1);
@@ -184,7 +186,7 @@ void WavePainter::addCurve(const Lane& lane)
             addSwing(lane, range, last, x);
         } else {
             const bool bends = lane.shape == WaveShape::Lines && change < m_samples;
-            const int bend = bends ? qBound(x, int(m_scale.xOf(double(change - 1))), end) : end;
+            const int bend = bends ? qBound(x, m_scale.pixelOf(double(change - 1)), end) : end;
             addLevel(lane, lane.yOf(range.least), last, {x, bend});
         }
         x = end;

@@ -34,12 +34,14 @@ std::vector<RulerTick> sampleTicks(const WaveScale& scale, qint64 samples, int r
 double stepOf(const WaveScale& scale, const WaveTimes& times,
     const std::pair<qint64, qint64>& section, int room)
 {
-    const qint64 first = qMax(section.first, qint64(scale.first()));
-    const qint64 last = qMin(section.second - 1, qint64(scale.first() + scale.visible()) + 1);
+    const double width = scale.visible() * scale.pixels();
+    const qint64 first = qMax(section.first, qint64(scale.sampleAt(0)));
+    const qint64 last = qMin(section.second - 1, qint64(scale.sampleAt(width)) + 1);
     if (last <= first)
         return 0;
-    const double perSample = (times.at(last) - times.at(first)) / double(last - first);
-    return perSample > 0 ? roundStep(room / scale.pixels() * perSample) : 0;
+    const double perPixel
+        = (times.at(last) - times.at(first)) / (scale.xOf(double(last)) - scale.xOf(double(first)));
+    return perPixel > 0 ? roundStep(room * perPixel) : 0;
 }
 
 /// The time of a sample with a fraction.
@@ -68,10 +70,10 @@ std::vector<RulerTick> timeTicks(
         next = first == sectionOfNext ? std::fmax(next, now) : now;
         const double place = times.sampleAt(next, sample);
         if (step == 0 || place >= double(end)) { // nothing more in this section
-            x = qMax(x + 1, int(std::ceil(scale.xOf(double(end)))));
+            x = qMax(x + 1, int(std::ceil(std::fmin(scale.xOf(double(end)), width))));
             continue;
         }
-        const int tick = int(scale.xOf(place));
+        const int tick = scale.pixelOf(place);
         if (tick < width)
             ticks.push_back({tick, timeText(next, step)});
         x = qMax(x, tick) + qMax(room - 1, 1);

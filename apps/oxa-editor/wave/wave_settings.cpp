@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "wave_settings.h"
 
+#include "joint_waveform.h"
+
 #include "oxa-editor/document.h"
 
 #include "files/replace_file.h"
@@ -17,6 +19,10 @@ constexpr size_t kMostSteps = 100; // to undo
 constexpr char kCores[] = "cores"; // by their indexes
 constexpr char kRows[] = "rows";
 constexpr char kClock[] = "clockHz";
+
+constexpr char kJoint[] = "all"; // the key of all cores on one axis
+
+QString keyOf(int core) { return core == kJointCores ? QString(kJoint) : QString::number(core); }
 
 QString fileOf(const QString& configuration) { return configuration + ".waves"; }
 
@@ -51,8 +57,8 @@ void WaveSettings::open(const QString& configuration)
     readFile(object);
     const QJsonObject cores = object[kCores].toObject();
     for (auto core = cores.begin(); core != cores.end(); ++core) {
-        bool isIndex = false;
-        const int index = core.key().toInt(&isIndex);
+        bool isIndex = core.key() == kJoint;
+        const int index = isIndex ? kJointCores : core.key().toInt(&isIndex);
         const QJsonObject about = core.value().toObject();
         const double clock = about[kClock].toDouble();
         if (isIndex)
@@ -199,12 +205,12 @@ QJsonObject WaveSettings::merged(QJsonObject object) const
 {
     QJsonObject cores = object[kCores].toObject();
     for (auto core = m_cores.begin(); core != m_cores.end(); ++core) {
-        QJsonObject about = cores[QString::number(core.key())].toObject();
+        QJsonObject about = cores[keyOf(core.key())].toObject();
         about[kRows] = toJson(core->rows);
         about.remove(kClock);
         if (core->clock > 0)
             about[kClock] = core->clock;
-        cores[QString::number(core.key())] = about;
+        cores[keyOf(core.key())] = about;
     }
     object[kCores] = cores;
     return object;

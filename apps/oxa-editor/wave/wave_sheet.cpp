@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 using OXA_CAPTURE::kNoSample;
 
@@ -160,8 +161,8 @@ void WaveSheet::drawLine(
     const double x = scale.xOf(double(sample));
     if (x < -1 || x > size.width())
         return;
-    painter.fillRect(
-        QRectF(x, ruler(), scale.pixels(), size.height() - ruler()), tinted(flag.color));
+    const double end = std::fmin(scale.xOf(double(sample) + 1), size.width());
+    painter.fillRect(QRectF(x, ruler(), end - x, size.height() - ruler()), tinted(flag.color));
     painter.fillRect(int(x), 0, 1, size.height(), flag.color);
     flags.push_back({int(x), flag.text, flag.color, flag.isNeeded});
 }

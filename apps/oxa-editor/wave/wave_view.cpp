@@ -145,8 +145,11 @@ void WaveView::setWaveform(const WaveformPtr& waveform)
 {
     const qint64 before = m_model->waveform()->samples;
     m_model->setWaveform(waveform, m_settings->rows(waveform->captured.index));
-    if (!m_rows->currentIndex().isValid())
-        m_rows->setCurrentIndex(m_model->index(0, 0));
+    if (!m_rows->currentIndex().isValid()) {
+        const QModelIndex first = m_model->index(0, 0);
+        const bool isGroup = first.isValid() && !m_model->row(first);
+        m_rows->setCurrentIndex(isGroup ? m_model->index(0, 0, first) : first);
+    }
     m_canvas->waveformChanged(before);
     if (waveform->clockHz > 0)
         m_settings->setStimulusClock(core(), waveform->clockHz);
@@ -171,6 +174,8 @@ void WaveView::showSettings()
 void WaveView::showClock()
 {
     const QString origin = m_settings->clockOrigin(core());
+    m_clock->setEnabled(!waveform()->joint);
+    m_clock->setPlaceholderText(waveform()->joint ? tr("of each core") : tr("unknown"));
     m_clock->setText(clock() > 0 ? frequencyText(clock()) : QString());
     m_clock->setToolTip(tr("The sample clock's frequency, for times: 50 MHz")
         + (origin.isEmpty() ? QString() : "\n" + tr("This one is %1.").arg(origin)));
@@ -213,7 +218,7 @@ void WaveView::showCursors()
 
 void WaveView::showRuler()
 {
-    m_canvas->setRulerTimes(m_timeRuler->isChecked()
+    m_canvas->setRulerTimes(m_timeRuler->isChecked() || waveform()->joint
             ? std::make_optional<WaveTimes>(waveform(), clock())
             : std::nullopt);
 }

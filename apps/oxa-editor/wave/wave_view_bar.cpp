@@ -85,7 +85,6 @@ QWidget* WaveView::makeBar()
     addField(filter, tr("Filter:"), m_filter);
 
     QLayout& clock = addGroup(*layout);
-    m_clock->setPlaceholderText(tr("unknown"));
     m_clock->setMaximumWidth(fontMetrics().averageCharWidth() * 14);
     addField(clock, tr("Cloc&k:"), m_clock);
 

@@ -43,6 +43,8 @@ void WaveView::exportSpans(const QString& path)
     const WaveSpans spans = m_canvas->markers().spans();
     if (spans.empty())
         return say(tr("Set the cursors A and B first: the samples between them are exported."));
+    if (waveform()->joint)
+        return say(tr("Choose one core to export samples of it."));
     if (m_save->isRunning())
         return say(tr("Another file is being written."));
     OXA_CAPTURE::CapturedCore core = cutSpans(*waveform(), spans);

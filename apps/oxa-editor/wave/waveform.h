@@ -3,6 +3,7 @@
 #define APPS_OXA_EDITOR_WAVE_WAVEFORM_H
 
 #include "change_index.h"
+#include "wave_scale.h"
 #include "wave_value.h"
 
 #include "oxacapture/trigger/core_plan.h"
@@ -20,10 +21,18 @@ struct WaveRow {
     int width = 1; ///< bits
     ChangeIndex changes; ///< samples with another value than the one before
     std::vector<WaveRow> bits; ///< of a bus
+    QString group {}; ///< that it is in until the user moves it; empty: none
+    int core = -1; ///< in a waveform of several cores: its core's index
+    /// One bit, which is unknown where no sample was taken; null: one was always taken.
+    std::shared_ptr<const OXA_CAPTURE::SampleTable> taken {};
 
     bool isBus() const { return !bits.empty(); }
     OXA_CAPTURE::Logic bitAt(qint64 sample) const { return samples->bit(sample, field, firstBit); }
     WaveValue valueAt(qint64 sample) const;
+    bool isTakenAt(qint64 sample) const
+    {
+        return !taken || taken->bit(sample, 0, 0) != OXA_CAPTURE::Logic::Unknown;
+    }
 };
 
 /// Consecutive captured samples.
@@ -49,6 +58,10 @@ struct Waveform {
     std::shared_ptr<const std::vector<quint64>> times;
     int timeExponent = 0;
     double clockHz = 0; ///< by the times; 0: unknown
+    WavePlaces places; ///< by the times, when the samples are drawn at these
+    /// What it shows when that is several cores, whose samples are then the times at which any core
+    /// took one; null for one core.
+    std::shared_ptr<const OXA_CAPTURE::Capture> joint;
 
     /// The window that contains `sample`; -1 for none.
     int windowAt(qint64 sample) const;

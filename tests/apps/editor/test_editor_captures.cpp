@@ -13,6 +13,7 @@
 #include "oxacapture/sample_text.h"
 #include "support/signals.h"
 
+#include <QComboBox>
 #include <QContextMenuEvent>
 #include <QDropEvent>
 #include <QMimeData>
@@ -156,6 +157,11 @@ void TestEditorCaptures::initTestCase()
     QVERIFY(writeCapture(m_folder.path("b.vcd"), second, nullptr));
     QVERIFY(writeCapture(
         m_folder.path("c.vcd"), captureOf({"0000 0010 0001 0010 0000 0001"}, {1}), nullptr));
+    Capture two = first;
+    two.push_back(first.front());
+    two[0].clockHz = two[1].clockHz = 1e6;
+    two[1].index = 1;
+    QVERIFY(writeCapture(m_folder.path("two.vcd"), two, nullptr));
     writeFile(m_folder.path("bad.csv"), "core,window,sample,trigger,a\n0,0,0,0,7\n");
     const auto core = coreOf(0, {busOf("count", 3)}, busOf("count", 3), "011", 2, 1);
     core->triggers[1]->signalList = {signalOf("busy")};
@@ -185,6 +191,14 @@ void TestEditorCaptures::savedCapturesOpen()
         QStringList({"count: 0 1 2 3 4 5", "busy: 0 0 1 0 0 0", "trigger: 0 1 0 0 1 0",
             "window: 0 0 0 0 1 1"}));
     QCOMPARE(run.panel.view()->waveform()->captured.clockHz, 1e6);
+    run.open("two.vcd");
+    auto& cores = *run.panel.findChild<QComboBox*>();
+    QCOMPARE(cores.count(), 3);
+    cores.setCurrentIndex(2);
+    Q_EMIT cores.activated(2);
+    QCOMPARE(run.rows().size(), 6);
+    QVERIFY2(run.state().contains("times in each window, core 0 at 1000000 Hz, core 1 at"),
+        qPrintable(run.state()));
     QVERIFY(run.window.close()); // without a question
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "wave_driver.h"
 
+#include "oxa-editor/wave/joint_waveform.h"
 #include "oxa-editor/wave/quantity.h"
 #include "oxa-editor/wave/wave_events.h"
 #include "oxa-editor/wave/wave_row_menu.h"
@@ -31,6 +32,7 @@ private Q_SLOTS:
     void rulers();
     void clocks();
     void windowsAndTriggers();
+    void allCoresAtTheirTimes();
     void choicesSurviveAnotherWaveform();
     void eventsOfCapturedSamples();
     void pictures();
@@ -304,6 +306,74 @@ void TestWaveView::windowsAndTriggers()
         const int x = qRound(shown.view.canvas()->scale().xOf(trigger));
         QVERIFY(picture.pixelColor(x, y) == color || picture.pixelColor(x - 1, y) == color);
     }
+}
+
+// Core 0 forces core 1: its trigger sample, at 100 ns, tells that 3 periods later, and the forced
+// one is taken half a period of core 1 behind that. Core 1 passes two samples over.
+void TestWaveView::allCoresAtTheirTimes()
+{
+    auto capture = std::make_shared<Capture>(2);
+    for (CapturedCore& core : *capture) {
+        core.items = {signalOf("a")};
+        core.windows.emplace_back();
+        core.pulseDelay = 3;
+    }
+    CapturedCore& forcing = capture->front();
+    forcing.clockHz = 10e6;
+    forcing.windows[0].place = {0, 4, 1};
+    forcing.windows[0].samples = samplesOf({"0 1 1 0"});
+    CapturedCore& forced = capture->back();
+    forced.index = 1;
+    forced.forcedBy = {0};
+    forced.storage.keep = OXA::CoreStorage::When;
+    forced.windows[0].place = {
+        0, 3, 1, {0, 1, 4},
+           true
+    };
+    forced.windows[0].samples = samplesOf({"1 0 1"});
+    QString text;
+    QVERIFY(!jointWaveform(capture, text) && text.contains("Clock"));
+    forced.clockHz = 4e6;
+    const WaveformPtr joint = jointWaveform(capture, text);
+    QVERIFY2(text.endsWith("; core 1: aligned with core 0, +- 1.25e-07 s"), qPrintable(text));
+    QStringList texts;
+    for (const auto& row : joint->rows) {
+        texts += row->name + ' ';
+        for (qint64 sample = 0; sample < joint->samples; ++sample)
+            texts.last() += row->isTakenAt(sample) ? "01x"[int(row->bitAt(sample))] : '-';
+    }
+    QCOMPARE(texts,
+        QStringList({"core 0: a 01110-----", "core 0: trigger 01000-----", "core 1: a ---1110x1-",
+            "core 1: trigger ---000100-"}));
+    QCOMPARE(joint->windows.size(), size_t(1));
+    QCOMPARE(joint->windows[0].samples, 9);
+    WaveTimes times(joint, 0);
+    texts.clear();
+    for (qint64 sample = 0; sample < joint->samples; ++sample)
+        texts += QString::number(times.at(sample) * 1e9);
+    QCOMPARE(texts.join(' '), QString("0 100 200 275 300 400 525 775 1275 1525"));
+
+    Shown shown;
+    shown.view.setWaveform(joint);
+    shown.keys("t");
+    QCOMPARE(shown.cursor(), 1);
+    QCOMPARE(shown.rows(),
+        QString("core 0= core 0: a=1 core 0: trigger=1 core 1= core 1: a=x core 1: trigger=–"));
+    shown.view.canvas()->setCursor(1, 6);
+    QVERIFY2(shown.state().contains("B − A: 425 ns"), qPrintable(shown.state()));
+    const WaveScale& scale = shown.view.canvas()->scale();
+    for (const double zoom : {1, 3}) { // equal times are equally long
+        shown.view.canvas()->zoom(zoom, 200);
+        const double pixels = (scale.xOf(1) - scale.xOf(0)) / 100;
+        for (qint64 sample = 0; sample < joint->samples; ++sample)
+            QVERIFY(std::fabs(
+                        scale.xOf(double(sample)) - scale.xOf(0) - times.at(sample) * 1e9 * pixels)
+                < 1e-6);
+        for (const double sample : {0.5, 3.25, 8.5})
+            QVERIFY(std::fabs(scale.sampleAt(scale.xOf(sample)) - sample) < 1e-6);
+    }
+    capture->pop_back();
+    QVERIFY(!jointWaveform(capture, text) && text.contains("two cores"));
 }
 
 void TestWaveView::choicesSurviveAnotherWaveform()
