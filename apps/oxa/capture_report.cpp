@@ -21,7 +21,8 @@ void print(const CapturedCore& core, TextOut& out)
         const Window& window = core.windows[i].place;
         out << "core " << core.index << ", window " << i << ": ";
         if (window.triggerSample != kNoSample)
-            out << "trigger at sample " << window.triggerSample << ", ";
+            out << (window.forced ? "forced" : "trigger") << " at sample " << window.triggerSample
+                << ", ";
         else if (core.windows[i].untriggered)
             out << "no trigger, ";
         out << window.samples << " samples from " << window.firstSample << " on";

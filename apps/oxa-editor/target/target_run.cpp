@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 using namespace OXA_CAPTURE;
 
 namespace {
@@ -72,6 +74,10 @@ QString remarkOf(const CoreOutcome& outcome)
         if (window < taken)
             text += tr(", window %1 forced").arg(window);
     }
+    const auto byOthers = std::count_if(captured.windows.begin(), captured.windows.end(),
+        [](const CapturedWindow& window) { return window.place.forced; });
+    if (byOthers > 0)
+        text += tr(", %1 forced by another core").arg(byOthers);
     if (waited)
         text += tr("; its last %1 samples are shown, without a trigger")
                     .arg(captured.windows.back().samples.size());
