@@ -2,8 +2,8 @@
 #include "files/fail.h"
 #include "oxacapture/files/capture_file.h"
 #include "oxacapture/files/capture_limits.h"
-#include "oxacapture/files/capture_writers.h"
 #include "oxacapture/files/csv_reader.h"
+#include "oxacapture/files/dump_times.h"
 #include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/bus_range.h"
 #include "oxacapture/waveform/capture_scopes.h"
@@ -234,75 +234,40 @@ void CaptureReading::endOfTime(quint64 time)
     m_time = time;
 }
 
-/// The numbers of a window's samples by their times, which have `perSample` units for each. Empty
-/// when these do not tell them: numbers grow, and there are no more than `most`.
-std::vector<qint64> numbersOf(const CapturedWindow& window, double perSample, qint64 most)
-{
-    std::vector<qint64> numbers;
-    for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
-        const double number
-            = double(window.times[size_t(sample)] - window.times.front()) / perSample;
-        if (!(number < double(most)) || (sample > 0 && std::llround(number) <= numbers.back()))
-            return {};
-        numbers.push_back(std::llround(number));
-    }
-    return numbers;
-}
-
-/// Adds the times of the samples that were not stored.
-void completeTimes(CapturedWindow& window)
-{
-    std::vector<quint64> times;
-    for (size_t sample = 0; sample < window.times.size(); ++sample)
-        addTime(window.times[sample], window.place.offset(qint64(sample)) - qint64(times.size()),
-            times);
-    window.times = std::move(times);
-}
-
-/// Takes the numbers of a core's samples from their times, which have `perSample` units for each,
-/// while the windows have at most `room` samples, stored or not.
-void takeNumbers(CoreReading& reading, double perSample, qint64 room)
-{
-    CapturedCore& core = reading.core;
-    for (CapturedWindow& window : core.windows) {
-        std::vector<qint64> numbers = numbersOf(window, perSample, room);
-        if (numbers.empty() || numbers.back() < window.samples.size())
-            continue;
-        room -= numbers.back();
-        if (window.place.triggerSample != kNoSample)
-            window.place.triggerSample = numbers[size_t(window.place.triggerSample)];
-        window.place.stored = std::move(numbers);
-        core.storage.keep
-            = reading.changesBetween ? OXA::CoreStorage::When : OXA::CoreStorage::Changes;
-    }
-}
-
 Capture CaptureReading::finish()
 {
     QMap<int, double> clocks;
-    const TimeKind kind = readTimeText(QString::fromStdString(m_waveform.version()), clocks);
-    const bool timed = m_waveform.timeExponent() && (!m_isCapture || kind == TimeKind::Waveform);
+    const QString text = QString::fromStdString(m_waveform.version());
+    const TimeKind kind = readTimeText(text, clocks);
+    const std::optional<int> exponent = m_waveform.timeExponent();
+    const double units = std::pow(10, -exponent.value_or(0)); // in a second
+    const bool timed = exponent && (!m_isCapture || kind == TimeKind::Waveform);
     Capture capture;
     for (CoreReading& reading : m_cores) {
         endWindow(reading, m_time);
         CapturedCore& core = reading.core;
         const double clockHz = m_isCapture ? clocks.value(core.index) : 0;
         if (timed)
-            core.timeExponent = *m_waveform.timeExponent();
+            core.timeExponent = *exponent;
         else
             core.clockHz = clockHz;
+        const auto keep
+            = reading.changesBetween ? OXA::CoreStorage::When : OXA::CoreStorage::Changes;
         if (m_isCapture && kind == TimeKind::Numbers)
-            takeNumbers(reading, 1, kMostNumber);
-        else if (clockHz > 0 && m_waveform.timeExponent())
-            takeNumbers(reading, std::pow(10, -*m_waveform.timeExponent()) / clockHz,
-                timed ? kMostWords - m_words : kMostNumber);
+            takeNumbers(core, keep, 1, kMostNumber);
+        else if (clockHz > 0 && exponent)
+            takeNumbers(core, keep, units / clockHz, timed ? kMostWords - m_words : kMostNumber);
+        capture.push_back(std::move(core));
+    }
+    if (m_isCapture && exponent && kind == TimeKind::Window)
+        alignAsInText(capture, text, units);
+    for (CapturedCore& core : capture) {
         for (CapturedWindow& window : core.windows) {
             if (!timed)
                 window.times.clear();
             else if (!window.place.stored.empty())
                 completeTimes(window);
         }
-        capture.push_back(std::move(core));
     }
     return capture;
 }

@@ -121,12 +121,11 @@ QString TimeAxis::placesText() const
         const CapturedCore& own = m_capture[core];
         const CoreAlignment aligned = alignment(core);
         const QString name = QString("core %1").arg(own.index);
-        if (m_placement && own.windows.size() > 1 && own.windows.front().place.stamp)
+        if (m_placement && own.windows.size() > 1 && own.windows.front().place.stamp
+            && m_placement->group(core, 0) == m_placement->group(core, 1))
             texts += name + ": windows at their distances";
         if (aligned.core >= 0)
-            texts += QString("%1: aligned with core %2, +- %3 s")
-                         .arg(name, QString::number(aligned.core),
-                             QString::number(aligned.tolerance, 'g', 3));
+            texts += alignedText({own.index, aligned.core, aligned.tolerance});
         else if (aligned.isWanted)
             texts += name + ": not aligned, " + aligned.reason;
     }

@@ -142,8 +142,9 @@ const CapturedCore* WindowPlacement::sourceOf(size_t core, QString& reason) cons
     }
     if (names.size() == 1)
         return source;
-    reason = names.isEmpty() ? QString("no core that forces it has a window of its own trigger")
-                             : names.join(" or ") + " may have forced it";
+    reason = own.forcedBy.isEmpty() ? QString("which core forced it is not known") // in the file
+        : names.isEmpty() ? QString("no core that forces it has a window of its own trigger")
+                          : names.join(" or ") + " may have forced it";
     return nullptr;
 }
 

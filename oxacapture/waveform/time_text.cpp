@@ -26,6 +26,25 @@ QString timeText(TimeKind kind, const QMap<int, double>& clocks, bool isOfRun)
     return text;
 }
 
+QString alignedText(const AlignedCore& aligned)
+{
+    return QString("core %1: aligned with core %2, +- %3 s")
+        .arg(QString::number(aligned.core), QString::number(aligned.source),
+            QString::number(aligned.tolerance, 'g', 3));
+}
+
+QList<AlignedCore> readAlignedCores(const QString& text)
+{
+    static const QRegularExpression words("core (\\d+): aligned with core (\\d+), \\+- (\\S+) s");
+    QList<AlignedCore> cores;
+    for (auto it = words.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        cores
+            += {match.captured(1).toInt(), match.captured(2).toInt(), match.captured(3).toDouble()};
+    }
+    return cores;
+}
+
 TimeKind readTimeText(const QString& text, QMap<int, double>& clocks)
 {
     static const QRegularExpression clock("core (\\d+) at (\\S+) Hz");

@@ -2,6 +2,7 @@
 #ifndef OXACAPTURE_WAVEFORM_TIME_TEXT_H
 #define OXACAPTURE_WAVEFORM_TIME_TEXT_H
 
+#include <QList>
 #include <QMap>
 #include <QString>
 
@@ -21,6 +22,19 @@ constexpr int kNumbersExponent = -9; ///< of the time unit of `Numbers`, one tha
 /// between windows are known, they are those of one run, which `readTimeText` takes as those of a
 /// waveform.
 QString timeText(TimeKind kind, const QMap<int, double>& clocks, bool isOfRun = false);
+
+/// A core that another one has forced, whose windows are at a known distance.
+struct AlignedCore {
+    int core = 0; ///< index
+    int source = 0; ///< index of the core that forced it
+    double tolerance = 0; ///< of the distance, in seconds to both sides
+};
+
+/// What a dump says of such a core, for people and for `readAlignedCores`.
+QString alignedText(const AlignedCore& aligned);
+
+/// The cores of which `text` of a file says that.
+QList<AlignedCore> readAlignedCores(const QString& text);
 
 /// The kind of times that `text` of a file tells, and the clocks of the cores by their indexes.
 TimeKind readTimeText(const QString& text, QMap<int, double>& clocks);

@@ -285,28 +285,30 @@ void TestCaptureFiles::windowsOfARunStandTogether()
     const struct {
         const char *what, *cores, *result;
     } rows[] = {
-        {"one clock",                   "1e6 a - 8:2 / 1e6 a 0 8:2F",                       "0 / 4, core 0 +- 0"         },
-        {"two clocks",                  "1e6 a - 8:2 / 2e6 b 0 8:2F",                       "0 / 4.25, core 0 +- 0.25"   },
-        {"the forced one begins first", "1e6 a - 8:0 / 1e6 b 0 16:9F",                      "5.5 / 0, core 0 +- 0.5"     },
-        {"stamps",                      "1e6 a - 4:1=5,4:1=4294967295,4:3=6",               "0 4294967290 4294967295"    },
+        {"one clock",                   "1e6 a - 8:2 / 1e6 a 0 8:2F",                       "0 / 4, core 0 +- 0"                      },
+        {"two clocks",                  "1e6 a - 8:2 / 2e6 b 0 8:2F",                       "0 / 4.25, core 0 +- 0.25"                },
+        {"the forced one begins first", "1e6 a - 8:0 / 1e6 b 0 16:9F",                      "5.5 / 0, core 0 +- 0.5"                  },
+        {"stamps",                      "1e6 a - 4:1=5,4:1=4294967295,4:3=6",               "0 4294967290 4294967295"                 },
         {"stamps of both",              "1e6 a - 4:1=5,4:1=15 / 2e6 b 0 4:1F=9,4:1F=30",
-         "0 10 / 3.75 14.25, core 0 +- 0.25"                                                                             },
-        {"pairs",                       "1e6 a - 8:2,8:2 / 1e6 a 0 8:2F,8:2F",              "0 1:9 / 4 1:13, core 0 +- 0"},
+         "0 10 / 3.75 14.25, core 0 +- 0.25"                                                                                          },
+        {"pairs",                       "1e6 a - 8:2,8:2 / 1e6 a 0 8:2F,8:2F",              "0 1:9 / 4 1:13, core 0 +- 0"             },
         {"a chain",                     "1e6 a - 8:2 / 1e6 a 0 8:2F,8:2=50 / 1e6 a 1 8:2F",
-         "0 / 4 1:13, core 0 +- 0 / 1:17, core 1 +- 0"                                                                   },
+         "0 / 4 1:13, core 0 +- 0 / 1:17, core 1 +- 0"                                                                                },
         {"no partner",                  "1e6 a - 8:2,8:2 / 1e6 a 0 8:2F",
-         "? ? / ?, it has 1 forced window, core 0 has 2 other windows"                                                   },
+         "? ? / ?, it has 1 forced window, core 0 has 2 other windows"                                                                },
         {"two sources",                 "1e6 a - 8:2 / 1e6 a - 8:2 / 1e6 a 01 8:2F",
-         "? / ? / ?, core 0 or core 1 may have forced it"                                                                },
-        {"no source",                   "1e6 a - 8:2 / 1e6 a - 8:2F",
-         "? / ?, no core that forces it has a window of its own trigger"                                                 },
+         "? / ? / ?, core 0 or core 1 may have forced it"                                                                             },
+        {"no source",                   "1e6 a - 8:2 / 1e6 a - 8:2F",                       "? / ?, which core forced it is not known"},
+        {"no own trigger",              "1e6 a 1 8:2F / 1e6 a 0 8:2F",
+         "?, no core that forces it has a window of its own trigger / "
+            "?, no core that forces it has a window of its own trigger"                                                               },
         {"no frequency",                "0 a - 8:2 / 0 b 0 8:2F",
-         "? / ?, the frequencies of the sample clocks are not known"                                                     },
-        {"no frequency, one clock",     "0 a - 8:2 / 0 a 0 8:2F",                           "? / ?, core 0 +- 0"         },
+         "? / ?, the frequencies of the sample clocks are not known"                                                                  },
+        {"no frequency, one clock",     "0 a - 8:2 / 0 a 0 8:2F",                           "? / ?, core 0 +- 0"                      },
         {"no order",                    "1e6 a - 8:2,8:2F,8:2 / 1e6 a 0 8:2F=9,8:2F=90",
-         "? ? ?, no core that forces it has a window of its own trigger / 0 81, its windows and "
+         "? ? ?, which core forced it is not known / 0 81, its windows and "
             "those"
-            " of core 0 have no common order"                                                                            },
+            " of core 0 have no common order"                                                                                         },
     };
     for (const auto& row : rows) {
         QStringList cores;
@@ -370,6 +372,15 @@ void TestCaptureFiles::marksOfWindowsAreReadBack()
                         cells.at(cell).toDouble() == others.at(cell).toDouble(), again.constData());
             }
         }
+    }
+    // Distances within groups of windows, of different clocks and of the same edges.
+    for (const char* cores :
+        {"1e6 a - 4:1,4:1 / 27e6 b 0 4:1F,8:3F", "5e6 a - 4:1,4:0 / 5e6 a 0 4:1F,4:1F"}) {
+        const QByteArray dump = written("groups.vcd", captureFrom(cores));
+        Capture read;
+        QVERIFY(readCapture(m_dir.filePath("groups.vcd"), read, nullptr));
+        QCOMPARE(QString(written("again.vcd", read)), QString(dump));
+        QVERIFY2(dump.contains("; core 1: aligned with core 0"), dump.constData());
     }
     // At 2 MHz, a sample of core 0 takes two.
     QVERIFY(written("marks.sr", captureFrom(run)).startsWith("PK"));
