@@ -22,8 +22,8 @@ QString WaveModel::valueText(const Item& item, int cursor) const
     if (!item.row || sample < 0 || sample >= m_waveform->samples)
         return {};
     const WaveValue value = item.row->valueAt(sample);
-    if (item.row->isEvent && !value.isKnown())
-        return QString(QChar(0x2013)); // a dash: unknown event
+    if ((item.row->isEvent && !value.isKnown()) || !item.row->isTakenAt(sample))
+        return QString(QChar(0x2013)); // a dash: unknown event, or no sample
     return namedText(value, radix(indexOf(&item, 0)), item.states);
 }
 

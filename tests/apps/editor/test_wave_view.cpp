@@ -358,7 +358,7 @@ void TestWaveView::allCoresAtTheirTimes()
     shown.keys("t");
     QCOMPARE(shown.cursor(), 1);
     QCOMPARE(shown.rows(),
-        QString("core 0= core 0: a=1 core 0: trigger=1 core 1= core 1: a=x core 1: trigger=–"));
+        QString("core 0= core 0: a=1 core 0: trigger=1 core 1= core 1: a=– core 1: trigger=–"));
     shown.view.canvas()->setCursor(1, 6);
     QVERIFY2(shown.state().contains("B − A: 425 ns"), qPrintable(shown.state()));
     const WaveScale& scale = shown.view.canvas()->scale();
