@@ -3,6 +3,7 @@
 #include "wave_driver.h"
 
 #include "oxa-editor/wave/analog_track.h"
+#include "oxa-editor/wave/joint_waveform.h"
 #include "oxa-editor/wave/wave_model.h"
 #include "oxa-editor/wave/wave_row_menu.h"
 #include "oxa-editor/wave/wave_settings.h"
@@ -253,6 +254,7 @@ void TestWaveLayout::layoutIsKept()
         rows.show({busOf("d", 4), signalOf("b")});
         QCOMPARE(rows.order(), QString("d(d[3] d[2] d[1] d[0]) Group(b)"));
         rows.show({busOf("d", 2), signalOf("new"), signalOf("b"), signalOf("c")});
+        settings.editRows(kJointCores, settings.rows(0));
     }
     WaveSettings settings;
     settings.open(path);
@@ -264,7 +266,8 @@ void TestWaveLayout::layoutIsKept()
     QCOMPARE(bus.height, 4);
     const QJsonObject file = QJsonDocument::fromJson(bytesOf(path + ".waves")).object();
     QCOMPARE(file["of others"].toArray().size(), 1);
-    QCOMPARE(file["cores"].toObject().keys(), QStringList({"0", "7"}));
+    QCOMPARE(file["cores"].toObject().keys(), QStringList({"0", "7", "all"}));
+    QCOMPARE(settings.rows(kJointCores), settings.rows(0));
 
     // Another file of the same configuration gets it, too; another configuration does not have it.
     settings.moveTo(folder.filePath("copy.oxa"));
