@@ -85,7 +85,8 @@ function(expand output)
     file(WRITE ${OUTPUT_DIR}/${output} "${content}\n`default_nettype wire\n")
 endfunction()
 
-set(lite_top common/sync.v.in common/crc32.v.in common/scan.v.in common/command.v.in lite/top.v.in)
+set(lite_top common/sync.v.in common/crc32.v.in common/pick.v.in common/scan.v.in
+    common/command.v.in lite/top.v.in)
 
 set(P 0)
 expand(OXA_LITE/QX_AO_0/qx_ao_mem_ctrl.v common/buffer.v.in lite/mem_ctrl.v.in)
@@ -99,7 +100,8 @@ foreach(P RANGE 15)
         standard/events.v.in)
     expand(${core}/qx_ao_mem_ctrl.v common/buffer.v.in standard/mem_ctrl.v.in)
     expand(${core}/qx_ao_top.v
-        common/sync.v.in common/scan.v.in common/command.v.in standard/top.v.in)
+        common/sync.v.in common/pick.v.in common/scan.v.in common/command.v.in
+        standard/top.v.in)
 endforeach()
 expand_include(OXA/qx_ao_names.v standard/names.v.in)
 expand_include(OXA/qx_oxa_names.v common/unknown_names.v)

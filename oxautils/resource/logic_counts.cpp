@@ -30,6 +30,7 @@ int bitsOfFirstStep(int width) { return width > kPart ? width * 5 / 8 : width; }
 // identity.
 constexpr int kLeastIndexBits = 9;
 constexpr int kLeastLiteIndexBits = 8;
+constexpr int kPartUnits = 4; // whose counts are in one part of the status, which has a register
 constexpr int kIdentityHead = 192; // bits
 constexpr int kIdentityWord = 32; // of each port and unit, and of the cores that force this one
 
@@ -50,6 +51,17 @@ double muxTables(qint64 n)
 {
     const qint64 whole = 2 * n / 3;
     return n < 2 ? 0 : double(whole);
+}
+
+/// Registers of a large selector of `n` inputs, which has two steps: of its parts, and of the upper
+/// half of the index.
+qint64 pickRegisters(qint64 n)
+{
+    if (n < 2)
+        return 0;
+    const int bits = bitsFor(n);
+    const int low = (bits + 1) / 2;
+    return ((n - 1) >> low) + 1 + bits - low;
 }
 
 // ---- Memories
@@ -244,7 +256,7 @@ void addWindows(LogicCounts& counts, const OXA::AoCore& core)
     const int bits = bitsFor(windows);
     counts.items[WindowBits] += bits;
     counts.items[WindowAddressBits] += addressBits;
-    counts.registers += 4 * bits + 2 * addressBits;
+    counts.registers += 4 * bits + 2 * addressBits + 2; // and the selected bits of two numbers
     addMemory(counts, {kUnasked, windowBits(core.events), windows}, {});
 }
 
@@ -292,6 +304,7 @@ void addEvents(LogicCounts& counts, const OXA::AoCore& core)
         counts.registers += qint64(2) * kStampBits; // counted, and the last one
     }
     counts.items[EventMux] += muxTables(windowBits(events));
+    counts.registers += pickRegisters(windowBits(events));
 }
 
 void addSignals(LogicCounts& counts, const OXA::AoCore& core)
@@ -321,6 +334,7 @@ void addSignals(LogicCounts& counts, const OXA::AoCore& core)
 void addUnits(LogicCounts& counts, const OXA::AoCore& core)
 {
     const QList<int> named = namedUnits(core);
+    counts.registers += (core.enabledMatchUnits().size() + kPartUnits - 1) / kPartUnits;
     for (const OXA::MatchUnit* unit : core.enabledMatchUnits()) {
         if (unit->trigger)
             addUnit(counts, *unit, core.expressionType == OXA::DynamicExpressions,
@@ -334,7 +348,8 @@ void addCaptureMemory(LogicCounts& counts, const Memory& memory, int indexBits, 
 {
     counts.items[SampleMux] += muxTables(memory.width);
     addMemory(counts, memory, part);
-    counts.registers += bitBits + std::max(indexBits, bitsFor(memory.depth));
+    counts.registers
+        += pickRegisters(memory.width) + bitBits + std::max(indexBits, bitsFor(memory.depth));
 }
 
 }

@@ -130,8 +130,9 @@ void TestResourceEstimate::wholeAnalyzers()
         estimate.add(core);
         return estimate.amounts().registers;
     };
-    // Four counts of 2 bits, two places of 10, and the register of each window and of the one read.
-    QCOMPARE(registersOf(4) - registersOf(1), 4 * 2 + 2 * 10 + 5 - 1);
+    // Four counts of 2 bits, two places of 10, the register of each window and of the one read, and
+    // the bits selected of the numbers of windows in the status and in its snapshot.
+    QCOMPARE(registersOf(4) - registersOf(1), 4 * 2 + 2 * 10 + 5 + 2 - 1);
 
     // A word of registers has 8 bits of a gap and the mark of a window's end more.
     const auto amountsOf = [](OXA::CoreStorage::Keep keep) {
@@ -151,7 +152,8 @@ void TestResourceEstimate::wholeAnalyzers()
     const AnalyzerAmounts changes = amountsOf(OXA::CoreStorage::Changes);
     const AnalyzerAmounts when = amountsOf(OXA::CoreStorage::When);
     QVERIFY(changes.luts > all.luts && when.luts > all.luts);
-    QCOMPARE(when.registers - all.registers, (1024 + 1) * (8 + 1) + 2 * 8 + 2 + 2);
+    // A word of 30 bits is selected from in four parts, one of 21 in three.
+    QCOMPARE(when.registers - all.registers, (1024 + 1) * (8 + 1) + 2 * 8 + 2 + 2 + 1);
     QCOMPARE(changes.registers - when.registers, 3 + 1); // comparison of 20 signals
 
     // The second core on a clock takes the first one's synchronizer of three registers.
@@ -169,7 +171,8 @@ void TestResourceEstimate::wholeAnalyzers()
         return estimate.amounts();
     };
     const AnalyzerAmounts alone = amountsOfForced(0, false);
-    const int own = 1 + 2 + 4 + 1; // setting, the force and its cause, a bit of each window
+    // Setting, the force and its cause, a bit of each window, of the one read, and its selected bit
+    const int own = 1 + 2 + 4 + 1 + 1;
     QCOMPARE(amountsOfForced(1, false).registers - alone.registers, 1 + 3 + own);
     QCOMPARE(amountsOfForced(2, false).registers - alone.registers, 1 + 3 + 2 * own);
     QCOMPARE(amountsOfForced(0, true).blockSram, 3); // of the windows
