@@ -15,14 +15,17 @@ module match_proof #(
     reg [2:0] m0_q, m1_q, m2_q, func_q;
     always @(posedge clk_i) {m0_q, m1_q, m2_q, func_q} <= {m0_q, m1_q, m2_q, func_q};
 
-    reg [2:0] now_q, prev1_q, prev2_q;
-    always @(posedge clk_i) {now_q, prev1_q, prev2_q} <= {value_i, now_q, prev1_q};
+    reg [2:0] now_q, prev1_q, prev2_q, changed1_q;
+    reg first1_q;
+    always @(posedge clk_i) begin
+        {now_q, prev1_q, prev2_q} <= {value_i, now_q, prev1_q};
+        {first1_q, changed1_q} <= {first_i, (now_q ^ prev1_q) & {3{~first_i}}};
+    end
 
     wire built = TYPE < 2 ? func_q < 2 : TYPE < 4 ? func_q < 6 : 1'b1;
     wire match;
     ao_match_0 #(.TYPE(TYPE), .WIDTH(3), .AT_ONCE(AT_ONCE)) u_match (
-        .clk_i(clk_i), .now_i(now_q), .prev1_i(prev1_q), .prev2_i(prev2_q), .first_i(first_i),
-        .not_now_i(~now_q), .not_prev1_i(~prev1_q),
+        .clk_i(clk_i), .now_i(now_q), .not_now_i(~now_q), .not_prev1_i(~prev1_q), .changed_i(changed1_q),
         .m0_i(m0_q), .m1_i(m1_q), .m2_i(m2_q), .function_i(func_q), .match_o(match)
     );
 
@@ -32,8 +35,8 @@ module match_proof #(
     always @* begin
         wanted = 1'b1;
         for (i = 0; i < 3; i = i + 1) begin
-            rose = ~first_i & prev1_q[i] & ~prev2_q[i];
-            fell = ~first_i & ~prev1_q[i] & prev2_q[i];
+            rose = ~first1_q & prev1_q[i] & ~prev2_q[i];
+            fell = ~first1_q & ~prev1_q[i] & prev2_q[i];
             case ({m0_q[i], m1_q[i], m2_q[i] & TYPE % 2 == 1})
                 3'b010: if (prev1_q[i]) wanted = 1'b0;
                 3'b110: if (~prev1_q[i]) wanted = 1'b0;
