@@ -53,8 +53,9 @@ expression, and "none" removes one.
 --store takes which samples a core stores: "all"; "changes", when a data signal differs
 from the sample before; "changes of NAME NAME", when one of these does; or "when" and
 an expression. After the last three, ", gap BITS" sets how long a gap between stored
-samples can be (default: 16 bits), and ", limit SAMPLES" ends a window that many samples
-after its trigger (docs/settings.md):
+samples can be, and ", limit SAMPLES" ends a window that many samples after its trigger,
+with 0 only when it is full. What is left out stays as it is; after "all", it is a gap
+of 16 bits and no limit (docs/settings.md):
 
   oxa set uart.oxa --store 'changes of uart_tx/state uart_tx/busy, gap 12'
 

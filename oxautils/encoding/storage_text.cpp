@@ -102,6 +102,11 @@ bool storageFromText(const QString& text, AoCore& core, QString* error)
     const bool hasAmount = amounts.gap >= 0 || amounts.limit >= 0;
     if (storage.isDefault() && hasAmount)
         return fail(error, "\"all\" has no gap and no limit");
+    const CoreStorage& before = core.storage;
+    if (!storage.isDefault() && !before.isDefault()) {
+        storage.gapBits = before.gapBits;
+        storage.limit = before.limit;
+    }
     if (amounts.gap >= 0)
         storage.gapBits = int(amounts.gap);
     if (amounts.limit >= 0)

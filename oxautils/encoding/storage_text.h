@@ -6,7 +6,8 @@
 
 namespace OXA {
 
-/// Which samples are stored, as text, which `storageFromText` reads back:
+/// Which samples are stored, as text, which `storageFromText` reads back into a core without a
+/// limit:
 ///
 ///     all
 ///     changes, gap 16
@@ -23,8 +24,9 @@ OXAUTILS_EXPORT QString storageText(const CoreStorage& storage);
 ///     STORAGE = all | KEEP [, gap BITS] [, limit SAMPLES]
 ///     KEEP    = changes [of NAME NAME ...] | when EXPRESSION
 ///
-/// A gap that is left out has 16 bits. The expression is written as `expressionFromText` does for
-/// the core's kind of expressions. `checkCores` checks numbers, names and expression.
+/// A gap or a limit that is left out stays as it is in a core that stores only some samples; in
+/// another one, it is 16 bits, or 0 samples. The expression is written as `expressionFromText` does
+/// for the core's kind of expressions. `checkCores` checks numbers, names and expression.
 OXAUTILS_EXPORT bool storageFromText(const QString& text, AoCore& core, QString* error);
 
 }
