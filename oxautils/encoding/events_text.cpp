@@ -34,6 +34,21 @@ bool readForcing(const QString& text, int coreCount, int core, QList<int>& forci
     return true;
 }
 
+/// The places of the cores that force `core`, and the indexes that no other core has.
+QString forcingText(const QList<AoCore*>& cores, const AoCore& core)
+{
+    const QList<int> places = forcingPlaces(cores, core);
+    QList<int> unknown = core.events.forcedBy;
+    for (const int place : places)
+        unknown.removeAll(cores.at(place)->index);
+    QStringList parts;
+    if (!places.isEmpty())
+        parts += forcedByText(places);
+    if (!unknown.isEmpty())
+        parts += "unknown index " + indexesText(unknown);
+    return parts.join(" and ");
+}
+
 }
 
 bool corePlaceFromText(const QString& text, int coreCount, int& core, QString* error)
@@ -80,7 +95,7 @@ QString eventsText(const QList<AoCore*>& cores, const AoCore& core)
 {
     QStringList parts;
     if (!core.events.forcedBy.isEmpty())
-        parts += "forced by " + forcedByText(forcingPlaces(cores, core));
+        parts += "forced by " + forcingText(cores, core);
     if (core.events.triggerOut)
         parts += "trigger out";
     if (core.events.stamps)

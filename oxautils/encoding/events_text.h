@@ -22,7 +22,8 @@ OXAUTILS_EXPORT bool forcedByFromText(
 OXAUTILS_EXPORT QString forcedByText(const QList<int>& forcing);
 
 /// What `core` of `cores` tells of its triggers, and whose it takes: "forced by 0,2; trigger out;
-/// stamps", the parts that it has; cores by their places.
+/// stamps", the parts that it has; cores by their places, and behind them, as "0 and unknown index
+/// 7 9", the indexes that no other core has.
 OXAUTILS_EXPORT QString eventsText(const QList<AoCore*>& cores, const AoCore& core);
 
 /// Reads the place of a core in a configuration of `coreCount` into `core`. An empty text is the

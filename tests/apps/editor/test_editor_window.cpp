@@ -156,6 +156,8 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
     QCOMPARE(core.index, 1);
     QCOMPARE(OXA::eventsText({&driver.core(), &driver.core(1)}, driver.core()),
         QString("forced by 1; trigger out; stamps"));
+    QCOMPARE(OXA::eventsText({&driver.core()}, driver.core()),
+        QString("forced by unknown index 1; trigger out; stamps"));
     undoAndRedo(driver, path, before);
 }
 
