@@ -11,6 +11,37 @@
 
 #include <QFileInfo>
 
+using OXA::SignalItem;
+
+namespace {
+
+/// The names of `items`, a bus in front of its bits.
+QStringList namesOf(const QList<SignalItem>& items)
+{
+    QStringList names;
+    for (const SignalItem& item : items)
+        names += QStringList(item.name) + namesOf(item.subItems);
+    return names;
+}
+
+/// `watch`, with the new names of signals that are renamed between `before` and `after`.
+QStringList renamedIn(
+    QStringList watch, const QList<SignalItem>& before, const QList<SignalItem>& after)
+{
+    const QStringList was = namesOf(before);
+    const QStringList is = namesOf(after);
+    if (was.size() != is.size())
+        return watch; // signals are added, removed or grouped
+    for (QString& name : watch) {
+        const int place = was.indexOf(name);
+        if (place >= 0 && !is.contains(name)) // else it is only moved
+            name = is.at(place);
+    }
+    return watch;
+}
+
+}
+
 Document::Document(QObject* parent)
     : QObject(parent)
 {
@@ -25,6 +56,23 @@ Notify Document::notifier()
             location.core->updateCaptured();
         Q_EMIT changed(location);
     };
+}
+
+void Document::setSignals(
+    const Location& location, const QList<SignalItem>& items, const QString& text)
+{
+    const Core& core = *location.core;
+    if (same(core.signalList(), items))
+        return;
+    m_undoStack.beginMacro(text);
+    if (core.standard) {
+        OXA::CoreStorage& storage = core.standard->storage;
+        OXA::CoreStorage renamed = storage;
+        renamed.watch = renamedIn(storage.watch, core.signalList(), items);
+        set(location, storage, renamed, text);
+    }
+    set(location, core.signalList(), items, text);
+    m_undoStack.endMacro();
 }
 
 void Document::setCores(const Cores& cores, const QString& text)

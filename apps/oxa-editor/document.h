@@ -43,6 +43,11 @@ public:
         pushSwap(location, value, content, text, m_run);
     }
 
+    /// Sets the data signals of the core of `location` to `items`, as the step `text`. A signal
+    /// whose changes are stored stays one when it gets another name.
+    void setSignals(
+        const Location& location, const QList<OXA::SignalItem>& items, const QString& text);
+
     /// Replaces the list of cores, as the step `text`.
     void setCores(const Cores& cores, const QString& text);
 

@@ -16,7 +16,7 @@ SignalsPage::SignalsPage(Document& document, QWidget* parent)
     connect(m_editor, &SignalEditor::edited, this,
         [this](const QList<OXA::SignalItem>& items, const QString& step) {
             if (core())
-                this->document().set(location(), core()->signalList(), items, step);
+                this->document().setSignals(location(), items, step);
         });
     connect(m_editor, &SignalEditor::designWanted, this, &CorePage::designWanted);
 }

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void unitsAreEditedInTheDialog();
     void typingIsOneStep();
     void badFilesLeaveTheOldOne();
+    void renamedSignalsStayWatched();
     void warningsOfFiles();
     void changesAreNotLost();
     void saveAs();
@@ -159,6 +160,36 @@ void TestEditorWindow::editsOfEveryPageCanBeUndone()
     QCOMPARE(OXA::eventsText({&driver.core()}, driver.core()),
         QString("forced by unknown index 1; trigger out; stamps"));
     undoAndRedo(driver, path, before);
+}
+
+void TestEditorWindow::renamedSignalsStayWatched()
+{
+    WindowDriver driver(m_folder.example("uart.oxa"));
+    OXA::CoreStorage& storage = driver.core().storage;
+    storage.keep = OXA::CoreStorage::Changes;
+    const QStringList before {"uart_tx/data[7]", "uart_tx/state"};
+    storage.watch = before;
+    driver.keys("Ctrl+2");
+    auto* tree = driver.find<QTreeView>("Signals");
+    QAbstractItemModel& model = *tree->model();
+    const auto named = [&model](const char* name) {
+        return model
+            .match(model.index(0, 0), Qt::EditRole, QString(name), 1,
+                Qt::MatchExactly | Qt::MatchRecursive | Qt::MatchWrap)
+            .value(0);
+    };
+    QVERIFY(model.setData(named("uart_tx/state"), "phase", Qt::EditRole));
+    QVERIFY(model.setData(named("uart_tx/data[7]"), "high", Qt::EditRole));
+    const QStringList renamed {"high", "phase"};
+    QCOMPARE(storage.watch, renamed);
+    tree->setCurrentIndex(named("phase"));
+    QTest::keyClick(tree, Qt::Key_Up, Qt::AltModifier); // a move renames nothing
+    QTest::keyClick(tree, Qt::Key_Delete); // the check reports it
+    QCOMPARE(storage.watch, renamed);
+    for (int step = 0; step < 4; ++step)
+        driver.keys("Ctrl+Z");
+    QCOMPARE(storage.watch, before);
+    QVERIFY(!driver.document().undoStack().canUndo());
 }
 
 void TestEditorWindow::editsOfLiteFilesCanBeUndone()
