@@ -3,6 +3,7 @@
 
 #include "files/fail.h"
 #include "oxacapture/files/capture_writers.h"
+#include "oxacapture/files/time_axis.h"
 #include "oxacapture/waveform/fst_blocks.h"
 
 #include <QDir>
@@ -102,7 +103,10 @@ bool writeAsFst(QIODevice& out, const DumpText& dump, const Progress& goesOn, QS
 bool writeFst(QIODevice& out, const Capture& capture, const Progress& goesOn,
     const CaptureFileOptions& options, QString* error)
 {
+    const QByteArray text = TimeAxis(capture).text().toUtf8();
     const auto dump = [&](QIODevice& vcd, const Progress& feed, QString* reason) {
+        if (text.size() > kMostFstVersion)
+            vcd.write("$comment\n    " + text + "\n$end\n");
         return writeVcd(vcd, capture, feed, options, reason);
     };
     return writeAsFst(out, dump, goesOn, error);

@@ -6,6 +6,24 @@
 
 namespace OXA_CAPTURE {
 
+namespace {
+
+constexpr int kVersionPlace = 74; // bytes in front of it in a file that begins with its header
+
+}
+
+bool isFstVersionFull(const QString& path, const QByteArray& start)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)
+        || file.read(kFstMarkSize) != QByteArray(kFstMark.data(), kFstMarkSize)
+        || !file.seek(kVersionPlace))
+        return false;
+    const QByteArray version = file.read(kMostFstVersion);
+    return version.size() == kMostFstVersion && version.startsWith(start)
+        && !version.contains('\0');
+}
+
 bool hasWholeFstBlocks(const QString& path)
 {
     QFile file(path);

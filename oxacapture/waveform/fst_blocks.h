@@ -15,6 +15,12 @@ constexpr int kFstMarkSize = 9; // bytes
 constexpr std::string_view kFstMark {"\x00\x00\x00\x00\x00\x00\x00\x01\x49", kFstMarkSize};
 constexpr std::string_view kPackedFstMark {"\xfe\x00\x00\x00", 4};
 
+constexpr int kMostFstVersion = 127; // bytes of $version; the rest is cut off
+
+/// Whether the $version of the FST file `path` begins with `start`, and has as many bytes as fit,
+/// so that its end may be missing.
+bool isFstVersionFull(const QString& path, const QByteArray& start);
+
 /// Whether the FST file `path` ends where its last block does. Its tools check this neither when
 /// they write nor when they read.
 bool hasWholeFstBlocks(const QString& path);

@@ -17,6 +17,8 @@ enum class TimeKind {
 
 constexpr int kNumbersExponent = -9; ///< of the time unit of `Numbers`, one that viewers can show
 
+constexpr char kTimeTextStart[] = "oxa: "; ///< of each text of `timeText`
+
 /// What a dump's times are, for people and for `readTimeText`, with the clocks of the cores in Hz,
 /// by their indexes; of `Waveform`, those that tell the numbers of samples. When all distances
 /// between windows are known, they are those of one run, which `readTimeText` takes as those of a

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "oxacapture/waveform/vcd_declarations.h"
 
+#include "oxacapture/waveform/time_text.h"
 #include "oxacapture/waveform/time_unit.h"
 
 #include <algorithm>
@@ -138,7 +139,9 @@ bool VcdDeclarations::readSection(VcdWords& words, std::string_view keyword)
     if (keyword == "$timescale")
         return readTimescale(words);
     if (keyword == "$version")
-        return readVersion(words);
+        return readText(words, keyword, version);
+    if (keyword == "$comment" && version.rfind(kTimeTextStart, 0) == 0)
+        return readComment(words);
     if (keyword != "$upscope")
         return words.skipToEnd(keyword); // $date, and extensions
     if (m_open < 0)
@@ -147,14 +150,25 @@ bool VcdDeclarations::readSection(VcdWords& words, std::string_view keyword)
     return words.skipToEnd(keyword);
 }
 
-bool VcdDeclarations::readVersion(VcdWords& words)
+bool VcdDeclarations::readText(VcdWords& words, std::string_view keyword, std::string& text)
 {
     std::vector<std::string> parts;
-    if (!words.untilEnd("$version", parts))
+    if (!words.untilEnd(keyword, parts))
         return false;
-    version.clear();
+    text.clear();
     for (const std::string& part : parts)
-        version += (version.empty() ? "" : " ") + part;
+        text += (text.empty() ? "" : " ") + part;
+    return true;
+}
+
+// An FST file's $version may be cut off; a comment then has all of it.
+bool VcdDeclarations::readComment(VcdWords& words)
+{
+    std::string comment;
+    if (!readText(words, "$comment", comment))
+        return false;
+    if (comment.compare(0, version.size(), version) == 0)
+        version = comment;
     return true;
 }
 

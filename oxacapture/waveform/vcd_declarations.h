@@ -35,7 +35,7 @@ public:
     std::vector<VcdScope> scopes;
     VcdCodes codes;
     std::vector<int> codeWidths; ///< 0 for a code without bits
-    std::string version; ///< the words of $version
+    std::string version; ///< the words of $version, or of a comment that begins with them
     std::optional<int> timeExponent; ///< a time unit is 10 to the power of this, in seconds
 
 private:
@@ -43,7 +43,8 @@ private:
     bool readScope(VcdWords& words);
     bool readVariable(VcdWords& words);
     bool readTimescale(VcdWords& words);
-    bool readVersion(VcdWords& words);
+    bool readText(VcdWords& words, std::string_view keyword, std::string& text);
+    bool readComment(VcdWords& words);
 
     int m_open = -1; ///< the innermost scope open now
 };

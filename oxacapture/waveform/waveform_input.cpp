@@ -3,6 +3,7 @@
 
 #include "oxacapture/waveform/fst_blocks.h"
 #include "oxacapture/waveform/session_dump.h"
+#include "oxacapture/waveform/time_text.h"
 
 #include <QFileInfo>
 #include <QProcess>
@@ -129,7 +130,10 @@ bool WaveformInput::convertFst()
     m_process->setStandardInputFile(QProcess::nullDevice());
     m_process->setStandardErrorFile(QProcess::nullDevice()); // has no more than "cannot open"
     // An absolute path is never an option.
-    m_process->start(kFstProgram, {"-f", QFileInfo(path).absoluteFilePath()}, QProcess::ReadOnly);
+    QStringList arguments {"-f", QFileInfo(path).absoluteFilePath()};
+    if (isFstVersionFull(path, kTimeTextStart))
+        arguments += "-e"; // with comments, of which one has the whole text
+    m_process->start(kFstProgram, arguments, QProcess::ReadOnly);
     if (m_process->waitForStarted(-1))
         return true;
     return fail(QString("cannot be read: %1 converts an FST file, and cannot be started; install"

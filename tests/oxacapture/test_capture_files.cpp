@@ -615,6 +615,18 @@ void TestCaptureFiles::fst()
             m_dir.path()});
     QVERIFY2(finished(reader), qPrintable(reader.errorString()));
     QCOMPARE(QString(reader.readAllStandardOutput()), QString("1\n"));
+    // The clocks of all cores, which $version has no place for.
+    Capture six(6, twoCores().front());
+    for (int index = 0; index < 6; ++index) {
+        six[size_t(index)].index = index;
+        six[size_t(index)].clockHz = 1000001 + index;
+    }
+    written("six.fst", six);
+    Capture back;
+    QVERIFY(readCapture(m_dir.filePath("six.fst"), back, nullptr));
+    QCOMPARE(back.size(), size_t(6));
+    for (const CapturedCore& core : back)
+        QCOMPARE(core.clockHz, 1000001.0 + core.index);
     const QByteArray path = qgetenv("PATH");
     qputenv("PATH", "/nowhere");
     const QByteArray missing = written("out.fst", twoCores());
