@@ -237,6 +237,8 @@ void TestCapture::aCoreForcesAnother()
     QCOMPARE(bytesOf(path("live.csv")), bytesOf(path("model.csv")));
     static const QRegularExpression forced("\\n9,[01],\\d+,1,1,");
     QCOMPARE(QString(bytesOf(path("live.csv"))).count(forced), 2);
+    QCOMPARE(
+        result.out.count(QRegularExpression("(?m)^core 9, window [01]: forced at sample ")), 2);
 
     QCOMPARE(
         oxa(call + QStringList {path("live.vcd"), "--clock", "4=2e6", "--clock", "9=1e6"}).status,

@@ -91,11 +91,11 @@ struct Run : PanelDriver<CapturesPanel> {
 
     /// Chooses the entry that begins with `text` from the menu for a sample of a row: at its edge,
     /// or in its middle. Returns the whole entry; empty when it is disabled.
-    QString choose(const QString& text, int row, qint64 sample, bool edge)
+    QString choose(const QString& text, const QModelIndex& row, qint64 sample, bool edge)
     {
         WaveCanvas& canvas = *panel.view()->canvas();
         const QTreeView& rows = *panel.view()->rows();
-        const QRect place = rows.visualRect(rows.model()->index(row, 0));
+        const QRect place = rows.visualRect(row);
         const int x = int(canvas.scale().xOf(double(sample) + (edge ? 0 : 0.5))) + 1;
         const int y = rows.viewport()->mapToGlobal(place.center()).y();
         const QPoint global(canvas.mapToGlobal(QPoint(x, 0)).x(), y);
@@ -122,6 +122,11 @@ struct Run : PanelDriver<CapturesPanel> {
         return entry;
     }
 
+    QString choose(const QString& text, int row, qint64 sample, bool edge)
+    {
+        return choose(text, panel.view()->rows()->model()->index(row, 0), sample, edge);
+    }
+
     qint64 cursor() const { return panel.view()->canvas()->cursor(0); }
 
     const TestFolder& folder;
@@ -139,6 +144,7 @@ private Q_SLOTS:
     void twoAreCompared();
     void aCaptureIsRehearsed();
     void aValueBecomesATrigger();
+    void aRowBelongsToItsCore();
 
 private:
     TestFolder m_folder;
@@ -167,6 +173,8 @@ void TestEditorCaptures::initTestCase()
     core->triggers[1]->signalList = {signalOf("busy")};
     core->sampleClock = "clk"; // which a capture does not have
     OXA::writeOXAConfigToXml({core.get()}, m_folder.path("core.oxa"));
+    const auto other = coreOf(1, {busOf("count", 3)}, busOf("count", 3), "011", 2, 1);
+    OXA::writeOXAConfigToXml({core.get(), other.get()}, m_folder.path("cores.oxa"));
 }
 
 void TestEditorCaptures::savedCapturesOpen_data()
@@ -296,6 +304,25 @@ void TestEditorCaptures::aValueBecomesATrigger()
     run.core().triggers[1]->signalList.clear();
     QCOMPARE(
         run.choose("Trigger on this (no trigger port has the signal)", 1, 1, false), QString());
+}
+
+// Where all cores are shown, the row chooses the core, not the list of cores.
+void TestEditorCaptures::aRowBelongsToItsCore()
+{
+    Run run(m_folder, m_folder.path("cores.oxa"));
+    run.open("two.vcd");
+    QTreeView& rows = *run.panel.view()->rows();
+    auto& cores = *run.panel.findChild<QComboBox*>();
+    cores.setCurrentIndex(2);
+    Q_EMIT cores.activated(2);
+    for (const int core : {1, 0}) {
+        const QModelIndex busy = rows.model()->index(1, 0, rows.model()->index(core, 0));
+        QCOMPARE(busy.data().toString(), QString("core %1: busy").arg(core));
+        rows.scrollTo(busy);
+        QVERIFY(!run.choose("Add to data signals", busy, 1, false).isEmpty());
+        QCOMPARE(run.core(core).dataSignals().last(), QString("busy"));
+        QCOMPARE(run.core(1 - core).dataSignals().size(), core == 1 ? 3 : 4);
+    }
 }
 
 QTEST_MAIN(TestEditorCaptures)
