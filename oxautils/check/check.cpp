@@ -32,7 +32,7 @@ void checkTogether(const QList<Core*>& cores, const DEV::ChipInfo* part, Checked
     AllCores configuration;
     configuration.part = part;
     for (int position = 0; position < cores.size(); ++position)
-        configuration.cores += AnyCore(*cores.at(position), position);
+        configuration.cores += AnyCore(cores, position);
     if (part) {
         OXA_TOOL::AnalyzerEstimate estimate(*part);
         for (const Core* core : cores) {

@@ -12,24 +12,12 @@ namespace {
 
 constexpr int kMostUnknown = 20; // indexes of a core that are reported
 
-/// The positions of those whose triggers force `core`, ascending.
-QList<int> forcingPositions(const AllCores& configuration, const AnyCore& core)
-{
-    QList<int> positions;
-    for (const AnyCore& other : configuration.cores) {
-        if (other.position != core.position && core.events.forcedBy.contains(other.index))
-            positions += other.position;
-    }
-    return positions;
-}
-
 /// The cores that force `middle`, except `forced` and those that force it.
 QStringList notPassedOn(const AllCores& configuration, int forced, int middle)
 {
-    const QList<int> forcing
-        = forcingPositions(configuration, configuration.cores.at(forced)) + QList<int> {forced};
+    const QList<int> forcing = configuration.cores.at(forced).forcing + QList<int> {forced};
     QStringList cores;
-    for (const int first : forcingPositions(configuration, configuration.cores.at(middle))) {
+    for (const int first : configuration.cores.at(middle).forcing) {
         if (!forcing.contains(first))
             cores += QString("core %1").arg(first);
     }
@@ -59,10 +47,8 @@ void findForcingCores(const AllCores& configuration, Findings& findings)
 
 void findForcedChains(const AllCores& configuration, Findings& findings)
 {
-    if (configuration.cores.size() > kMostCores)
-        return; // another rule reports that
     for (const AnyCore& core : configuration.cores) {
-        for (const int middle : forcingPositions(configuration, core)) {
+        for (const int middle : core.forcing) {
             const QStringList lost = notPassedOn(configuration, core.position, middle);
             if (!lost.isEmpty())
                 findings.add(core.eventsPlace(),
@@ -79,10 +65,9 @@ void findNoExpression(const AllCores& configuration, Findings& findings)
     for (const AnyCore& core : configuration.cores) {
         if (core.lite || core.hasExpressions)
             continue;
-        const QList<int> forcing = forcingPositions(configuration, core);
-        if (forcing.isEmpty())
+        if (core.forcing.isEmpty())
             findings.add(core.place(), "it has no trigger expression, so only force triggers it");
-        else if (std::none_of(forcing.begin(), forcing.end(),
+        else if (std::none_of(core.forcing.begin(), core.forcing.end(),
                      [&](int place) { return configuration.cores.at(place).hasExpressions; }))
             findings.add(core.place(),
                 "it has no trigger expression, and the cores that force it have none either, so "

@@ -15,6 +15,18 @@ QStringList labelsOf(const QList<SignalItem>& items)
 
 }
 
+AnyCore::AnyCore(const QList<AoCore*>& cores, int position)
+    : AnyCore(*cores.at(position), position)
+{
+    if (cores.size() <= kMostCores)
+        forcing = forcingPlaces(cores, *cores.at(position));
+}
+
+AnyCore::AnyCore(const QList<AOCore_Lite*>& cores, int position)
+    : AnyCore(*cores.at(position), position)
+{
+}
+
 AnyCore::AnyCore(const AoCore& core, int position)
     : position(position)
     , index(core.index)

@@ -17,8 +17,8 @@ namespace OXA {
 
 /// A core of either mode: what both modes have.
 struct AnyCore {
-    AnyCore(const AoCore& core, int position);
-    AnyCore(const AOCore_Lite& core, int position);
+    AnyCore(const QList<AoCore*>& cores, int position);
+    AnyCore(const QList<AOCore_Lite*>& cores, int position);
 
     Place place() const { return {position}; }
     Place eventsPlace() const;
@@ -31,12 +31,17 @@ struct AnyCore {
     int implementation = 0;
     int depth = 0; ///< samples that fit into its memory
     CoreEvents events; ///< default in a Lite core
+    QList<int> forcing; ///< positions of the cores that force it, ascending; none of too many cores
     bool hasExpressions = false; ///< that can trigger it
     int tableMemory = -1; ///< kind of its expression tables' memory; -1 without tables
     QList<SignalItem> items; ///< data signals, captured or not
     QStringList data; ///< captured signals, bit by bit
     QStringList labels; ///< other texts that are shown: the module, buses, texts of signals
     QList<const TriggerPort*> ports; ///< those with signals
+
+private:
+    AnyCore(const AoCore& core, int position);
+    AnyCore(const AOCore_Lite& core, int position);
 };
 
 /// All cores of a configuration, and the part that they are built for.

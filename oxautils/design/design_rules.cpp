@@ -238,7 +238,7 @@ void addProblems(const QList<Core*>& cores, const DesignIndex& index, QList<Prob
 {
     int searched = 0;
     for (int position = 0; position < cores.size(); ++position) {
-        const AnyCore core(*cores.at(position), position);
+        const AnyCore core(cores, position);
         DesignCheck(index, core, searched, problems).run();
     }
 }
