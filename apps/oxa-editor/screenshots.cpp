@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // Makes the pictures in docs/images; run by tools/screenshots.
 //
-//   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD DIRECTORY [LOOK]
+//   oxa_screenshots CONFIGURATION WAVE.vcd OPENOCD CORES CAPTURE.vcd DIRECTORY [LOOK]
 //
-// OPENOCD is the address of its Tcl server, for a chip with the configuration. LOOK is a row of
-// `kLooks`; without it, the pictures are those of docs/images.
+// OPENOCD is the address of its Tcl server, for a chip with the configuration. CORES is one with
+// several cores, CAPTURE.vcd what they captured. LOOK is a row of `kLooks`; without it, the
+// pictures are those of docs/images.
 
 #include "build_panel.h"
+#include "captures/captures_panel.h"
 #include "core_list.h"
 #include "design/design_panel.h"
 #include "expressions_page.h"
@@ -23,6 +25,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QDockWidget>
 #include <QElapsedTimer>
@@ -143,6 +146,38 @@ void takeRehearsal(MainWindow& window, const QString& stimulus, const QString& p
     take(window, path);
 }
 
+/// All cores of a capture, with cursors at the first trigger sample of each.
+void takeAllCores(
+    const QString& configuration, const QString& capture, const Look& look, const QString& path)
+{
+    MainWindow window;
+    window.resize(look.large);
+    window.show();
+    if (!window.open(configuration))
+        return;
+    auto* panel = window.findChild<CapturesPanel*>();
+    press(window, "Ctrl+Shift+H");
+    panel->open(capture);
+    while (panel->isOpening())
+        settle();
+    auto* cores = panel->findChild<QComboBox*>();
+    cores->setCurrentIndex(cores->count() - 1);
+    Q_EMIT cores->activated(cores->currentIndex());
+    WaveView& view = *panel->view();
+    view.canvas()->zoom(12, 0);
+    int cursor = 0;
+    for (const auto& row : view.waveform()->rows) {
+        qint64 sample = row->name.endsWith(": trigger") ? 0 : view.waveform()->samples;
+        while (sample < view.waveform()->samples && row->bitAt(sample) != OXA_CAPTURE::Logic::One)
+            ++sample;
+        if (sample == view.waveform()->samples)
+            continue;
+        view.canvas()->reveal(sample);
+        view.canvas()->setCursor(cursor++, sample);
+    }
+    take(window, path);
+}
+
 /// Adds a second core, and an expression with an error.
 void showSomething(MainWindow& window)
 {
@@ -258,7 +293,7 @@ void takeHelp(MainWindow& window, const QString& path)
 /// All pictures, of a window whose settings are empty.
 int takeAll(const QStringList& arguments, const Look& look)
 {
-    const QString& directory = arguments.at(4);
+    const QString& directory = arguments.at(6);
     QSettings().setValue("part/last", kPart);
     QSettings().setValue("recentFiles",
         QStringList {"/home/ada/uart/uart.oxa", "/home/ada/soc/fpga/soc_capture.oxa"});
@@ -280,6 +315,7 @@ int takeAll(const QStringList& arguments, const Look& look)
     takeHelp(window, directory + "/editor-help.png");
     window.document().undoStack().setClean();
     takeDesign(arguments.at(1), look, directory + "/editor-design.png");
+    takeAllCores(arguments.at(4), arguments.at(5), look, directory + "/editor-all-cores.png");
     takeDialogs(arguments.at(1), directory);
     return 0;
 }
@@ -290,7 +326,7 @@ int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
     const QStringList arguments = application.arguments();
-    if (arguments.size() < 5)
+    if (arguments.size() < 7)
         return 2;
     const QTemporaryDir settings;
     QSettings::setDefaultFormat(QSettings::IniFormat);
@@ -299,7 +335,7 @@ int main(int argc, char** argv)
     QFont font("DejaVu Sans");
     font.setPixelSize(12);
     QApplication::setFont(font);
-    const QString name = arguments.value(5);
+    const QString name = arguments.value(7);
     const auto look = std::find_if(
         std::begin(kLooks), std::end(kLooks), [&](const Look& each) { return name == each.name; });
     if (look == std::end(kLooks))

@@ -23,10 +23,7 @@ constexpr double kNear = 5; // pixels from an edge
 QString nameOf(const WaveRow& row)
 {
     static const QRegularExpression letter(" \\([AB]\\)$");
-    const QString core = row.group + ": ";
-    return QString(
-        !row.group.isEmpty() && row.name.startsWith(core) ? row.name.mid(core.size()) : row.name)
-        .remove(letter);
+    return row.nameIn(row.group).remove(letter);
 }
 
 /// The value of a row at a sample, a digit for each bit.

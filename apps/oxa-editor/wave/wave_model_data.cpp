@@ -32,8 +32,10 @@ QVariant WaveModel::nameData(const Item& item, int role) const
     const WaveEntry& entry = *item.entry;
     const QString name = OXA::shownText(item.row ? item.row->name : entry.name);
     switch (role) {
-    case Qt::DisplayRole:
-        return name;
+    case Qt::DisplayRole: // the group is shown above it
+        return item.row && item.parent->entry && !item.isBit()
+            ? OXA::shownText(item.row->nameIn(item.parent->entry->name))
+            : name;
     case Qt::EditRole:
         return entry.name;
     case Qt::ToolTipRole: // a name may look like rich text

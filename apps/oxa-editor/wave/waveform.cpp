@@ -78,6 +78,13 @@ QString shownName(const OXA::SignalItem& item)
 
 }
 
+QString WaveRow::nameIn(const QString& shownGroup) const
+{
+    const QString core = group + ": ";
+    const bool isShown = !group.isEmpty() && group == shownGroup && name.startsWith(core);
+    return isShown ? name.mid(core.size()) : name;
+}
+
 WaveValue WaveRow::valueAt(qint64 sample) const
 {
     const SampleLayout& layout = samples->layout();

@@ -27,6 +27,9 @@ struct WaveRow {
     std::shared_ptr<const OXA_CAPTURE::SampleTable> taken {};
 
     bool isBus() const { return !bits.empty(); }
+    /// The name as it is shown below the name of a group: without the core, in the group of the
+    /// core.
+    QString nameIn(const QString& shownGroup) const;
     OXA_CAPTURE::Logic bitAt(qint64 sample) const { return samples->bit(sample, field, firstBit); }
     WaveValue valueAt(qint64 sample) const;
     bool isTakenAt(qint64 sample) const
