@@ -9,31 +9,31 @@ namespace OXA_TOOL {
 
 /// Look-up tables of each item.
 constexpr double kLutCosts[kLogicItems] = {
-    26.90, // wrapper and control core of Standard cores
-    117.41, // Standard core
-    110.01, // Lite core, with wrapper and control core
-    7.26, // trigger port
-    19.10, // core with dynamic expressions
-    16.74, // match unit
-    1.57, // bit of a unit without edges
-    2.79, // bit of a unit with edges
-    2.25, // signal that such units watch
-    3.44, // bit of a unit that compares magnitudes
-    2.97, // counter bit of a unit that an expression names
-    3.35, // level of a sequence of two or more
-    1.01, // table of four inputs of a static expression
-    3.61, // address bit of a Standard core
-    2.27, // bit of its number of windows
-    6.69, // address bit of a core with several windows
-    2.46, // address bit of a Lite core
-    1.34, // table of four inputs that chooses a bit of a sample
+    22.79, // wrapper and control core of Standard cores
+    131.69, // Standard core
+    112.51, // Lite core, with wrapper and control core
+    7.52, // trigger port
+    9.48, // core with dynamic expressions
+    14.54, // match unit
+    1.60, // bit of a unit without edges
+    2.57, // bit of a unit with edges
+    1.73, // signal that such units watch
+    3.48, // bit of a unit that compares magnitudes
+    3.05, // counter bit of a unit that an expression names
+    4.14, // level of a sequence of two or more
+    0.14, // table of four inputs of a static expression
+    3.10, // address bit of a Standard core
+    1.68, // bit of its number of windows
+    7.40, // address bit of a core with several windows
+    1.94, // address bit of a Lite core
+    1.26, // table of four inputs that chooses a bit of a sample
     1.16, // the same, a word of a memory made of registers
-    1.24, // word of such a memory
-    1.10, // the same, a block of blocks behind each other
-    1.57, // block behind others
-    2.58, // core that does not store all samples
-    0.84, // data signal whose changes are stored
-    1.33, // bit of a gap between stored samples
+    1.27, // word of such a memory
+    1.11, // the same, a block of blocks behind each other
+    1.51, // block behind others
+    0.00, // core that does not store all samples
+    0.86, // data signal whose changes are stored
+    2.02, // bit of a gap between stored samples
     1.60, // bit of a limit behind the trigger
     1.00, // core that forces others
     2.00, // core that others force
@@ -43,7 +43,7 @@ constexpr double kLutCosts[kLogicItems] = {
 };
 
 /// Registers of the first items, beside those that are counted one by one.
-constexpr int kCommonRegisters[kCommonItems] = {21, 93, 87};
+constexpr int kCommonRegisters[kCommonItems] = {15, 106, 87};
 
 }
 
