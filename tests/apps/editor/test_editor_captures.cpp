@@ -317,7 +317,7 @@ void TestEditorCaptures::aRowBelongsToItsCore()
     Q_EMIT cores.activated(2);
     for (const int core : {1, 0}) {
         const QModelIndex busy = rows.model()->index(1, 0, rows.model()->index(core, 0));
-        QCOMPARE(busy.data().toString(), QString("core %1: busy").arg(core));
+        QCOMPARE(busy.data().toString(), QString("busy"));
         rows.scrollTo(busy);
         QVERIFY(!run.choose("Add to data signals", busy, 1, false).isEmpty());
         QCOMPARE(run.core(core).dataSignals().last(), QString("busy"));
