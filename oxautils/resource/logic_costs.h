@@ -43,7 +43,7 @@ constexpr double kLutCosts[kLogicItems] = {
 };
 
 /// Registers of the first items, beside those that are counted one by one.
-constexpr int kCommonRegisters[kCommonItems] = {15, 106, 87};
+constexpr int kCommonRegisters[kCommonItems] = {21, 93, 87};
 
 }
 

@@ -161,8 +161,7 @@ void addUnit(LogicCounts& counts, const OXA::MatchUnit& unit, bool dynamic, bool
     counts.items[Units] += 1;
     counts.items[edges ? EdgeBits : LevelBits] += width;
     counts.registers += (edges ? 3 : 2) * width + (ordered ? 3 : 1); // settings
-    counts.registers
-        += (edges ? 0 : (width + kPart - 1) / kPart) + (ordered ? 2 : 0) + 1; // comparison
+    counts.registers += (width + kPart - 1) / kPart + (ordered ? 2 : 0) + 1; // comparison
     counts.registers += 2 * kTallyBits + (dynamic ? 1 : 0);
     if (ordered)
         counts.items[OrderedBits] += width;
@@ -319,7 +318,10 @@ void addSignals(LogicCounts& counts, const OXA::AoCore& core)
             continue;
         const QStringList names = unit->trigger->singleSignals();
         const bool edges = OXA::matchTypeHasEdges(unit->matchType);
-        addStages(counts, clock, names, edges ? 3 : 1);
+        addStages(counts, clock, names, edges ? 2 : 1);
+        if (edges) // which bits changed: in a run of this core
+            addStages(
+                counts, QString("%1 in core %2").arg(clock, QString::number(core.index)), names, 1);
         if (unit->matchType >= OXA::MatchExtended) { // the inverted value
             const int second = int(names.size()) - bitsOfFirstStep(int(names.size()));
             addStages(counts, '~' + clock, names, 1);
