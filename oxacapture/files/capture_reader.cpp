@@ -242,6 +242,8 @@ Capture CaptureReading::finish()
     const std::optional<int> exponent = m_waveform.timeExponent();
     const double units = std::pow(10, -exponent.value_or(0)); // in a second
     const bool timed = exponent && (!m_isCapture || kind == TimeKind::Waveform);
+    // A time of each sample is kept only when they are those of the waveform.
+    qint64 room = timed ? kMostWords - m_words : kMostNumber;
     Capture capture;
     for (CoreReading& reading : m_cores) {
         endWindow(reading, m_time);
@@ -254,9 +256,9 @@ Capture CaptureReading::finish()
         const auto keep
             = reading.changesBetween ? OXA::CoreStorage::When : OXA::CoreStorage::Changes;
         if (m_isCapture && kind == TimeKind::Numbers)
-            takeNumbers(core, keep, 1, kMostNumber);
+            takeNumbers(core, keep, 1, room);
         else if (clockHz > 0 && exponent)
-            takeNumbers(core, keep, units / clockHz, timed ? kMostWords - m_words : kMostNumber);
+            takeNumbers(core, keep, units / clockHz, room);
         capture.push_back(std::move(core));
     }
     if (m_isCapture && exponent && kind == TimeKind::Window)

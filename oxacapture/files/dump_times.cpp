@@ -71,7 +71,7 @@ void completeTimes(CapturedWindow& window)
     window.times = std::move(times);
 }
 
-void takeNumbers(CapturedCore& core, OXA::CoreStorage::Keep keep, double perSample, qint64 room)
+void takeNumbers(CapturedCore& core, OXA::CoreStorage::Keep keep, double perSample, qint64& room)
 {
     for (CapturedWindow& window : core.windows) {
         std::vector<qint64> numbers = numbersOf(window, perSample, room);

@@ -10,9 +10,9 @@ namespace OXA_CAPTURE {
 // the end of the last one.
 
 /// Takes the numbers of a core's samples from their times, which have `perSample` units for each,
-/// while the windows have at most `room` samples, stored or not. Where samples were passed over,
-/// the core stored those that `keep` says.
-void takeNumbers(CapturedCore& core, OXA::CoreStorage::Keep keep, double perSample, qint64 room);
+/// while the windows have at most `room` samples, stored or not, which are taken from it. Where
+/// samples were passed over, the core stored those that `keep` says.
+void takeNumbers(CapturedCore& core, OXA::CoreStorage::Keep keep, double perSample, qint64& room);
 
 /// Adds the times of the samples that were not stored.
 void completeTimes(CapturedWindow& window);

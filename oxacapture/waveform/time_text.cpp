@@ -4,6 +4,8 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <cmath>
+
 namespace OXA_CAPTURE {
 
 namespace {
@@ -35,7 +37,8 @@ QString alignedText(const AlignedCore& aligned)
 
 QList<AlignedCore> readAlignedCores(const QString& text)
 {
-    static const QRegularExpression words("core (\\d+): aligned with core (\\d+), \\+- (\\S+) s");
+    static const QRegularExpression words(
+        "core (\\d{1,9}): aligned with core (\\d{1,9}), \\+- (\\S+) s");
     QList<AlignedCore> cores;
     for (auto it = words.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
@@ -47,10 +50,12 @@ QList<AlignedCore> readAlignedCores(const QString& text)
 
 TimeKind readTimeText(const QString& text, QMap<int, double>& clocks)
 {
-    static const QRegularExpression clock("core (\\d+) at (\\S+) Hz");
+    static const QRegularExpression clock("core (\\d{1,9}) at (\\S+) Hz");
     for (auto it = clock.globalMatch(text); it.hasNext();) {
         const QRegularExpressionMatch match = it.next();
-        clocks.insert(match.captured(1).toInt(), match.captured(2).toDouble());
+        const double hertz = match.captured(2).toDouble();
+        if (hertz > 0 && std::isfinite(hertz))
+            clocks.insert(match.captured(1).toInt(), hertz);
     }
     for (const TimeKind kind : {TimeKind::Window, TimeKind::Numbers}) {
         if (text.startsWith(kTexts[int(kind)]))
