@@ -6,12 +6,17 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
+#include <tuple>
 
 using namespace OXA_CAPTURE;
 
 namespace {
 
-constexpr qint64 kMostSamples = 4'000'000; // of all cores; more would take seconds
+// More would take longer than about a second.
+constexpr qint64 kMostBits = 400'000'000; // of the samples of all cores
+constexpr qint64 kBitsOfSample = 150; // that take as long as the rest of a sample
 
 QString tr(const char* text) { return QCoreApplication::translate("JointWaveform", text); }
 
@@ -141,7 +146,7 @@ std::vector<WaveWindow> windowsOf(
     return joined;
 }
 
-/// In units of the shortest period of a core.
+/// In units of the shortest period of a core; growing, however far apart the times are.
 WavePlaces placesOf(const std::vector<quint64>& times, const std::vector<std::vector<Step>>& steps)
 {
     quint64 shortest = 0;
@@ -153,10 +158,33 @@ WavePlaces placesOf(const std::vector<quint64>& times, const std::vector<std::ve
         }
     }
     auto places = std::make_shared<std::vector<double>>();
+    const auto add = [&](double place) {
+        constexpr double kFarthest = std::numeric_limits<double>::max();
+        places->push_back(
+            places->empty() ? place : std::fmax(place, std::nextafter(places->back(), kFarthest)));
+    };
     for (const quint64 time : times)
-        places->push_back(double(time - times.front()) / double(qMax(shortest, quint64(1))));
-    places->push_back(places->back() + 1);
+        add(double(time - times.front()) / double(qMax(shortest, quint64(1))));
+    add(places->back() + 1);
     return places;
+}
+
+/// Why the cores have too many samples; empty when they have not.
+QString tooMany(const Capture& capture)
+{
+    qint64 samples = 0; // at most
+    qint64 bits = 0;
+    for (const CapturedCore& core : capture) {
+        bits += OXA::flattenedNames(core.items).size();
+        for (const CapturedWindow& window : core.windows) // behind each, there may be unknown ones
+            samples += window.samples.size() * (window.place.stored.empty() ? 1 : 2);
+    }
+    const qint64 most = kMostBits / (kBitsOfSample + bits);
+    return samples <= most
+        ? QString()
+        : tr("The cores have too many samples to show together; with their %1 bits, about %2 are "
+             "possible.")
+              .arg(QString::number(bits), QString::number(most));
 }
 
 }
@@ -168,13 +196,8 @@ WaveformPtr jointWaveform(const std::shared_ptr<const Capture>& capture, QString
     text = tr("Fewer than two cores have samples.");
     if (captured < 2)
         return nullptr;
-    qint64 samples = 0;
-    for (const CapturedCore& core : *capture) {
-        for (const CapturedWindow& window : core.windows)
-            samples += window.samples.size();
-    }
-    text = tr("The cores have more than %1 samples, too many to show together.").arg(kMostSamples);
-    if (samples > kMostSamples)
+    text = tooMany(*capture);
+    if (!text.isEmpty())
         return nullptr;
     const TimeAxis axis(*capture);
     text = tr("All cores are shown at their times: enter the frequency of the sample clock of "

@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <functional>
 #include <random>
 #include <set>
 
@@ -371,6 +373,17 @@ void TestWaveView::allCoresAtTheirTimes()
         for (const double sample : {0.5, 3.25, 8.5})
             QVERIFY(std::fabs(scale.sampleAt(scale.xOf(sample)) - sample) < 1e-6);
     }
+    // Places grow, too, where a period is too short to count beside the times.
+    forcing.windows[0].times = {0, 1, 2, 3, ~quint64(0) - 1};
+    forced.windows[0].times = {0, 1, 2, 3, 4, ~quint64(0)};
+    const WavePlaces places = jointWaveform(capture, text)->places;
+    QCOMPARE(places->size(), size_t(8));
+    QVERIFY(std::adjacent_find(places->begin(), places->end(), std::greater_equal<>())
+        == places->end());
+    SampleTable& many = forcing.windows[0].samples;
+    while (many.size() < 3'000'000)
+        many.appendField(SampleTable(many), 0, 0, many.size());
+    QVERIFY(!jointWaveform(capture, text) && text.contains("too many samples"));
     capture->pop_back();
     QVERIFY(!jointWaveform(capture, text) && text.contains("two cores"));
 }
