@@ -238,9 +238,9 @@ const std::vector<Rule>& rules()
 
         // Trigger expressions.
         {"no-expression", kWarning, findNoExpression,
-            "A core has no trigger expression, nor has another core that forces it, so it triggers "
+            "A core has no trigger expression, and no core that forces it has one, so it triggers "
             "only when a program forces it.",
-            "Add an expression, or name a core in \"forced_by\"."},
+            "Add an expression, or name a core that has one in \"forced_by\"."},
         {"too-many-expressions", kError, findTooManyExpressions,
             "A core has more than 16 trigger expressions.",
             "Join some of them: one expression may name every unit."},
