@@ -311,6 +311,7 @@ int takeAll(const QStringList& arguments, const Look& look)
     press(window, "F7");
     take(window, directory + "/editor-build.png");
     window.resize(look.large);
+    window.document().undoStack().undo(); // the expression with an error
     takeRehearsal(window, arguments.at(2), directory + "/editor-rehearsal.png");
     takeHelp(window, directory + "/editor-help.png");
     window.document().undoStack().setClean();
