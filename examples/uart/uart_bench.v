@@ -2,6 +2,7 @@
 // Sends a line of text and records the signals: the stimulus of the examples.
 //
 //   iverilog -o uart_bench uart_bench.v uart_tx.v && vvp -n uart_bench    writes uart.vcd
+`timescale 1ns/1ns
 `default_nettype none
 
 module uart_bench;
