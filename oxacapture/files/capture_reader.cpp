@@ -142,9 +142,7 @@ void CaptureReading::planCore(int index, size_t from, size_t to, const std::vect
     for (size_t i = end; i < to; ++i)
         m_slots.of(variables[i].code).marks.push_back({place, own[i - end]});
     reading.layout = SampleLayout({width});
-    reading.row.resize(size_t(reading.layout.rowWords()));
-    for (int bit = 0; bit < width; ++bit)
-        setBit(reading.layout, reading.row, 0, bit, Logic::Unknown);
+    reading.row = unknownRow(reading.layout);
 }
 
 void CaptureReading::change(int slot, std::string_view bits)

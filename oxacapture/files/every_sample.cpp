@@ -8,9 +8,7 @@ namespace {
 SampleTable everySample(const CapturedWindow& window, bool holds)
 {
     const SampleLayout& layout = window.samples.layout();
-    std::vector<quint64> unknown(size_t(layout.rowWords()));
-    for (int bit = 0; bit < layout.width(0); ++bit)
-        setBit(layout, unknown, 0, bit, Logic::Unknown);
+    const std::vector<quint64> unknown = unknownRow(layout);
     SampleTable all(layout);
     for (qint64 sample = 0; sample < window.samples.size(); ++sample) {
         const quint64* const row = window.samples.row(sample);

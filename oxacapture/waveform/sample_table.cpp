@@ -65,4 +65,14 @@ void setBit(const SampleLayout& layout, std::vector<quint64>& row, int field, in
     unknowns = value == Logic::Unknown ? unknowns | place.mask : unknowns & ~place.mask;
 }
 
+std::vector<quint64> unknownRow(const SampleLayout& layout)
+{
+    std::vector<quint64> row(size_t(layout.rowWords()));
+    for (int field = 0; field < layout.fieldCount(); ++field) {
+        for (int bit = 0; bit < layout.width(field); ++bit)
+            setBit(layout, row, field, bit, Logic::Unknown);
+    }
+    return row;
+}
+
 }

@@ -89,6 +89,9 @@ private:
 OXACAPTURE_EXPORT void setBit(
     const SampleLayout& layout, std::vector<quint64>& row, int field, int bit, Logic value);
 
+/// A row of `layout` with all bits unknown.
+OXACAPTURE_EXPORT std::vector<quint64> unknownRow(const SampleLayout& layout);
+
 }
 
 #endif

@@ -87,13 +87,11 @@ void Sampler::planCore(int core, const SampleRequest& request)
     m_result.cores.emplace_back(SampleLayout(widths));
     m_result.times.emplace_back();
     const SampleLayout& layout = m_result.cores.back().layout();
-    m_cores.push_back({planClock(request.clock), !request.fallingEdge,
-        std::vector<quint64>(size_t(layout.rowWords()))});
+    m_cores.push_back({planClock(request.clock), !request.fallingEdge, unknownRow(layout)});
 
     for (int field = 0; field < layout.fieldCount(); ++field) {
         const QStringList& names = request.fields[size_t(field)];
         for (int place = 0; place < names.size(); ++place) {
-            setBit(layout, m_cores.back().row, field, place, Logic::Unknown);
             const WaveformBit found = find(names.at(place));
             if (found.code >= 0)
                 m_slots.of(found.code).uses.push_back({found.bit, core, field, place});

@@ -50,15 +50,6 @@ std::vector<Step> stepsOf(const TimeAxis& axis, const CapturedCore& core, size_t
     return steps;
 }
 
-/// A row of a table of one field, with all bits unknown.
-std::vector<quint64> unknownRow(const SampleLayout& layout)
-{
-    std::vector<quint64> row(size_t(layout.rowWords()));
-    for (int bit = 0; bit < layout.width(0); ++bit)
-        setBit(layout, row, 0, bit, Logic::Unknown);
-    return row;
-}
-
 /// The signals of a core and its triggers at `times`.
 WaveRows rowsOf(
     const CapturedCore& core, const std::vector<Step>& steps, const std::vector<quint64>& times)
